@@ -1,0 +1,64 @@
+#include "core/EepromAccess.h"
+
+#include "core/Checked.h"
+
+namespace korvane::core {
+
+namespace {
+
+constexpr int kPauseBetweenBytesMs = 50;
+
+std::uint8_t byteOf(std::int32_t value, unsigned index) {
+    return static_cast<std::uint8_t>((static_cast<std::uint32_t>(value) >> (8 * index)) & 0xFFU);
+}
+
+std::uint8_t complement(std::uint8_t byte) {
+    return static_cast<std::uint8_t>(~byte & 0xFF);
+}
+
+}  // namespace
+
+void EepromAccess::WriteEE(std::int16_t addr, std::int32_t value, bool force16) {
+    if (!port_.PortOpen()) {
+        return;
+    }
+    const bool word = checked(tables_.EEParams, addr).is16bit || force16;
+    writeByte(addr, byteOf(value, 0));
+    if (!word) {
+        return;
+    }
+    pump_.pump();
+    pump_.sleep(kPauseBetweenBytesMs);
+    pump_.pump();
+    writeByte(std::int32_t{addr} + 1, byteOf(value, 1));
+}
+
+void EepromAccess::ReadEE(std::int16_t addr, std::int32_t, bool suppress) {
+    ask('R', addr, suppress);
+}
+
+void EepromAccess::ReadEE16(std::int16_t addr, std::int32_t, bool suppress) {
+    ask('U', addr, suppress);
+}
+
+void EepromAccess::ask(std::uint8_t command, std::int16_t addr, bool suppress) {
+    if (!suppress) {
+        send({command, byteOf(addr, 0), byteOf(addr, 1), complement(command)});
+    }
+}
+
+void EepromAccess::writeByte(std::int32_t addr, std::uint8_t data) {
+    send({'W', byteOf(addr, 0), byteOf(addr, 1), data, data, complement('W')});
+}
+
+void EepromAccess::send(std::initializer_list<std::uint8_t> frame) {
+    // Events run between the two halves of a word, so the port may have been closed since.
+    if (!port_.PortOpen()) {
+        return;
+    }
+    for (const std::uint8_t byte : frame) {
+        port_.Output(byte);
+    }
+}
+
+}  // namespace korvane::core

@@ -1,0 +1,45 @@
+// The only way in which a setting reaches the ECU's EEPROM or is asked back.
+//
+//     write a byte   'W'  address low  address high  data  data  ~'W'
+//     ask for a byte 'R'  address low  address high  ~'R'
+//     ask for a word 'U'  address low  address high  ~'U'
+//
+// Each byte of a frame goes out as an Output of its own. Nothing waits for an answer and nothing is sent again: a reply
+// comes through the dispatcher, later or never. With the port closed nothing happens.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+
+#include "core/SharedTables.h"
+#include "platform/EventPump.h"
+#include "platform/MSComm.h"
+
+namespace korvane::core {
+
+class EepromAccess {
+public:
+    EepromAccess(platform::MSComm& port, platform::EventPump& pump, const SharedTables& tables)
+        : port_(port), pump_(pump), tables_(tables) {}
+
+    // Writes the low byte of `value`. Where the row is marked as 16 bits, or with `force16`, also its next byte to the
+    // next address, 50 ms later; events run before and behind those 50 ms. An address above 3000 or below 0 raises
+    // RuntimeError 9.
+    void WriteEE(std::int16_t addr, std::int32_t value, bool force16 = false);
+
+    // Ask for a byte or a word. `unused` is the value that the dispatcher passes along with `suppress`, by which
+    // nothing is sent.
+    void ReadEE(std::int16_t addr, std::int32_t unused = 0, bool suppress = false);
+    void ReadEE16(std::int16_t addr, std::int32_t unused = 0, bool suppress = false);
+
+private:
+    void writeByte(std::int32_t addr, std::uint8_t data);
+    void ask(std::uint8_t command, std::int16_t addr, bool suppress);
+    void send(std::initializer_list<std::uint8_t> frame);
+
+    platform::MSComm& port_;
+    platform::EventPump& pump_;
+    const SharedTables& tables_;
+};
+
+}  // namespace korvane::core

@@ -1,0 +1,20 @@
+// Start-up of the shared tables, and what a new firmware identity changes in them.
+#pragma once
+
+#include "core/ChannelFile.h"
+#include "core/SharedTables.h"
+#include "platform/PreferencesStore.h"
+
+namespace korvane::core {
+
+// Everything that the tables hold before the ECU has said a word. Called once, when the main window loads.
+void InitModule(SharedTables& tables, const platform::PreferencesStore& preferences);
+
+// The parameter layout of a firmware type, kept in row 3000 as well: the addresses, and the names and marks of the
+// rows. Values, images and times stay. Called at the start with 0 and for each identity that names a type.
+void InitParams(SharedTables& tables, std::int32_t swType);
+
+// TickA to TickF.
+void InitTimeUnits(SharedTables& tables);
+
+}  // namespace korvane::core

@@ -1,0 +1,199 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+#include "core/Numbers.h"
+
+namespace korvane::core {
+
+namespace {
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// From 0.0001 on a number is plain however many decimals it takes: texts that are cut to a width keep its size.
+constexpr int kSmallestPlainExponent = -4;
+
+// A number as digits d1 d2 d3 ... and the power of ten of d1, trailing zeros left out.
+struct Decimal {
+    bool negative = false;
+    std::array<char, 20> digits{};
+    int count = 0;
+    int exponent = 0;
+
+    [[nodiscard]] std::string_view from(int first, int length) const {
+        return std::string_view(digits.data(), static_cast<std::size_t>(count))
+            .substr(static_cast<std::size_t>(first), static_cast<std::size_t>(length));
+    }
+};
+
+Decimal decimalOf(double value, int precision) {
+    std::array<char, 32> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, precision - 1).ptr;
+    Decimal decimal;
+    const char* at = text.data();
+    for (; at != end && *at != 'e'; ++at) {
+        if (isDigit(*at)) {
+            decimal.digits.at(static_cast<std::size_t>(decimal.count++)) = *at;
+        }
+    }
+    const bool positive = at + 1 < end && at[1] == '+';
+    std::from_chars(at + (positive ? 2 : 1), end, decimal.exponent);
+    decimal.negative = text.front() == '-';
+    while (decimal.count > 1 && decimal.digits.at(static_cast<std::size_t>(decimal.count - 1)) == '0') {
+        --decimal.count;
+    }
+    return decimal;
+}
+
+void appendZeros(NumberText& text, int count) {
+    for (int i = 0; i < count; ++i) {
+        text.append('0');
+    }
+}
+
+void appendInteger(NumberText& text, std::int64_t value) {
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    text.append(std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data())));
+}
+
+void appendExponentForm(NumberText& text, const Decimal& decimal) {
+    text.append(decimal.from(0, 1));
+    if (decimal.count > 1) {
+        text.append('.');
+        text.append(decimal.from(1, decimal.count - 1));
+    }
+    text.append(decimal.exponent < 0 ? "E-" : "E+");
+    const int exponent = std::abs(decimal.exponent);
+    appendZeros(text, exponent < 10 ? 1 : 0);
+    appendInteger(text, exponent);
+}
+
+void appendPlain(NumberText& text, const Decimal& decimal) {
+    const int whole = decimal.exponent + 1;
+    if (whole <= 0) {
+        text.append("0.");
+        appendZeros(text, -whole);
+        text.append(decimal.from(0, decimal.count));
+        return;
+    }
+    text.append(decimal.from(0, std::min(whole, decimal.count)));
+    appendZeros(text, whole - decimal.count);
+    if (decimal.count > whole) {
+        text.append('.');
+        text.append(decimal.from(whole, decimal.count - whole));
+    }
+}
+
+NumberText unusualText(double value) {
+    NumberText text;
+    if (value == 0.0) {
+        text.append('0');
+    } else if (std::isnan(value)) {
+        text.append("-1.#IND");
+    } else {
+        text.append(value < 0.0 ? "-1.#INF" : "1.#INF");
+    }
+    return text;
+}
+
+NumberText generalText(double value, int precision) {
+    if (value == 0.0 || !std::isfinite(value)) {
+        return unusualText(value);
+    }
+    const Decimal decimal = decimalOf(value, precision);
+    NumberText text;
+    if (decimal.negative) {
+        text.append('-');
+    }
+    const int decimals = decimal.count - 1 - decimal.exponent;
+    const bool tooSmall = decimals > precision && decimal.exponent < kSmallestPlainExponent;
+    if (decimal.exponent >= precision || tooSmall) {
+        appendExponentForm(text, decimal);
+    } else {
+        appendPlain(text, decimal);
+    }
+    return text;
+}
+
+// Below this a number of ten-thousandths has at most 14 digits, so the double nearest to it has no shorter text.
+constexpr double kTenThousandthsLimit = 1e10;
+
+NumberText textOfTenThousandths(std::int64_t count) {
+    NumberText text;
+    if (count < 0) {
+        text.append('-');
+        count = -count;
+    }
+    appendInteger(text, count / 10000);
+    std::int64_t rest = count % 10000;
+    if (rest != 0) {
+        text.append('.');
+    }
+    for (std::int64_t place = 1000; rest != 0; place /= 10) {
+        text.append(static_cast<char>('0' + rest / place));
+        rest %= place;
+    }
+    return text;
+}
+
+}  // namespace
+
+void NumberText::append(std::string_view text) {
+    for (const char character : text) {
+        append(character);
+    }
+}
+
+NumberText numberText(double value) {
+    if (std::abs(value) < kTenThousandthsLimit) {
+        const auto count = static_cast<std::int64_t>(value * 10000.0 + (value < 0.0 ? -0.5 : 0.5));
+        if (static_cast<double>(count) / 10000.0 == value) {
+            return textOfTenThousandths(count);
+        }
+    }
+    return generalText(value, 15);
+}
+
+NumberText numberText(float value) {
+    return generalText(static_cast<double>(value), 7);
+}
+
+std::string textOf(double value) {
+    return std::string(numberText(value).view());
+}
+
+std::string textOf(float value) {
+    return std::string(numberText(value).view());
+}
+
+NumberText numberText(int value) {
+    std::array<char, 12> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    NumberText text;
+    text.append(std::string_view(digits.data(), end));
+    return text;
+}
+
+std::string textOf(int value) {
+    return std::string(numberText(value).view());
+}
+
+NumberText withDecimal(NumberText text, char separator) {
+    NumberText result;
+    for (const char character : text.view()) {
+        result.append(character == '.' ? separator : character);
+    }
+    return result;
+}
+
+std::string withDecimal(std::string text, char separator) {
+    std::replace(text.begin(), text.end(), '.', separator);
+    return text;
+}
+
+}  // namespace korvane::core

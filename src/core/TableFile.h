@@ -1,0 +1,27 @@
+// Tables in text files, one entry a line: EEPROM images and lambda setpoints.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+
+#include "platform/Dialogs.h"
+
+namespace korvane::core {
+
+// Write the elements from the first to the last but one: callers size their arrays one longer than the data. A number
+// stands with a blank before and behind it. A failure shows the message box "Error tablesave: " and its description.
+void SaveByteTable(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs);
+void SaveTextTable(const std::filesystem::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs);
+
+struct TableLoad {
+    int lastIndex = 0;  // of the entries filled, 0 for none
+    int error = 0;      // number of the failure that ended the reading, 0 for none
+};
+
+// Fills `lines` from index 1 on, index 0 stays. A file with more lines than the table takes ends the reading with error
+// 9, and what was read stays; one that can't be read gives the failure's number.
+[[nodiscard]] TableLoad LoadTextTable(const std::filesystem::path& path, std::span<std::string> lines);
+
+}  // namespace korvane::core

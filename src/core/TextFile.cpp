@@ -1,0 +1,96 @@
+#include "core/TextFile.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include "core/TextEncoding.h"
+#include "platform/Files.h"
+
+namespace korvane::core {
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::RuntimeError;
+
+// The failure behind an errno value.
+RuntimeError fileError(int code) {
+    switch (code) {
+        case ENOENT:
+        case ENOTDIR:
+            return {kErrorPathNotFound, "Path not found"};
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return {kErrorPermissionDenied, "Permission denied"};
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return {kErrorDiskFull, "Disk full"};
+        case EMFILE:
+        case ENFILE:
+            return {kErrorTooManyFiles, "Too many files"};
+        case EISDIR:
+        case EINVAL:
+        case ENAMETOOLONG:
+            return {kErrorPathFileAccess, "Path/File access error"};
+        default:
+            return {kErrorDeviceIo, "Device I/O error"};
+    }
+}
+
+RuntimeError readError(const fs::path& path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        return {kErrorFileNotFound, "File not found"};
+    }
+    return {kErrorPathFileAccess, "Path/File access error"};
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const fs::path& path, Mode mode)
+    : file_(std::fopen(path.string().c_str(), mode == Mode::Replace ? "wb" : "ab")) {
+    if (!file_) {
+        throw fileError(errno);
+    }
+}
+
+void OutputFile::write(std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size()) {
+        throw fileError(errno);
+    }
+}
+
+void OutputFile::writeLine(std::string_view text) {
+    write(text);
+    write(kLineEnd);
+}
+
+void OutputFile::close() {
+    if (std::fclose(file_.release()) != 0) {
+        throw fileError(errno);
+    }
+}
+
+std::vector<std::string> readLines(const fs::path& path) {
+    const auto content = platform::readFile(path, kLargestTextFile);
+    if (!content) {
+        throw readError(path);
+    }
+    const std::string decoded = decode(*content);
+    std::string_view text = decoded;
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        lines.emplace_back(line);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+}  // namespace korvane::core

@@ -1,0 +1,51 @@
+// Text files as lines. Failures raise RuntimeError with the number and description that a message shows.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/RuntimeError.h"
+
+namespace korvane::core {
+
+inline constexpr int kErrorFileNotFound = 53;
+inline constexpr int kErrorDeviceIo = 57;
+inline constexpr int kErrorDiskFull = 61;
+inline constexpr int kErrorTooManyFiles = 67;
+inline constexpr int kErrorPermissionDenied = 70;
+inline constexpr int kErrorPathFileAccess = 75;
+inline constexpr int kErrorPathNotFound = 76;
+
+inline constexpr std::string_view kLineEnd = "\r\n";
+
+// The largest text file that the program takes in; what is larger is no file of its own.
+inline constexpr std::size_t kLargestTextFile = std::size_t{16} << 20U;
+
+// A file open for writing.
+class OutputFile {
+public:
+    enum class Mode { Replace, Append };  // both create a missing file
+
+    OutputFile(const std::filesystem::path& path, Mode mode);
+
+    void write(std::string_view text);
+    void writeLine(std::string_view text);
+    // What the disk refuses may show only here. Without it the destructor closes the file and tells nobody.
+    void close();
+
+private:
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, Closer> file_;
+};
+
+// The lines of a file in UTF-8, without their ends. Raises RuntimeError if it can't be read or is too large.
+[[nodiscard]] std::vector<std::string> readLines(const std::filesystem::path& path);
+
+}  // namespace korvane::core

@@ -1,0 +1,173 @@
+#include "platform/Controls.h"
+
+#include <array>
+
+namespace korvane::platform {
+
+namespace {
+
+constexpr int kErrorInvalidPropertyValue = 380;
+
+constexpr std::array kLabel{property<&Label::Caption>("Caption")};
+constexpr std::array kButton{property<&CommandButton::Caption>("Caption")};
+constexpr std::array kCheckBox{property<&CheckBox::Caption>("Caption"),
+                               PropertyInfo{"Value",
+                                            [](const Object& object) -> Value {
+                                                return std::int64_t{dynamic_cast<const CheckBox&>(object).Value.get()};
+                                            },
+                                            [](Object& object, const Value& value) {
+                                                const auto state = detail::fromValue<int>(value);
+                                                if (state != 0 && state != 1) {
+                                                    detail::wrongKind("0 or 1");
+                                                }
+                                                dynamic_cast<CheckBox&>(object).Value = state;
+                                            }}};
+constexpr std::array kFrame{property<&Frame::Caption>("Caption")};
+constexpr std::array kImage{property<&Image::Shown>("Picture")};
+constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
+constexpr std::array kComboBox{
+    PropertyInfo{"ListIndex",
+                 [](const Object& object) -> Value {
+                     return std::int64_t{dynamic_cast<const ComboBox&>(object).ListIndex.get()};
+                 },
+                 [](Object& object, const Value& value) {
+                     const auto row = detail::fromValue<int>(value);
+                     auto& box = dynamic_cast<ComboBox&>(object);
+                     if (row < -1 || row >= box.ListCount()) {
+                         detail::wrongKind("a row of the list");
+                     }
+                     box.ListIndex = row;
+                 }},
+    PropertyInfo{"ListCount",
+                 [](const Object& object) -> Value {
+                     return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()};
+                 },
+                 nullptr},
+    PropertyInfo{"Text", [](const Object& object) -> Value { return dynamic_cast<const ComboBox&>(object).Text(); },
+                 nullptr},
+};
+
+}  // namespace
+
+std::vector<std::span<const PropertyInfo>> Label::propertyTables() const { return withTable<Control>(*this, kLabel); }
+
+std::vector<std::span<const PropertyInfo>> CommandButton::propertyTables() const {
+    return withTable<Control>(*this, kButton);
+}
+
+std::vector<std::span<const PropertyInfo>> Frame::propertyTables() const { return withTable<Control>(*this, kFrame); }
+
+std::vector<std::span<const PropertyInfo>> Image::propertyTables() const { return withTable<Control>(*this, kImage); }
+
+std::vector<std::span<const PropertyInfo>> CheckBox::propertyTables() const {
+    return withTable<Control>(*this, kCheckBox);
+}
+
+void CheckBox::press() { Value = Value == 0 ? 1 : 0; }
+
+void CheckBox::afterChange(const void* property) {
+    if (property == &Value) {
+        raise(Click);
+    }
+}
+
+void ComboBox::AddItem(std::string text) {
+    rows_.push_back({std::move(text), {}});
+    changed(rowsProperty());
+}
+
+void ComboBox::Clear() {
+    rows_.clear();
+    changed(rowsProperty());
+    ListIndex = -1;
+}
+
+const std::string& ComboBox::List(int row) const {
+    if (row < 0 || row >= ListCount()) {
+        throw RuntimeError(kErrorSubscript, "Subscript out of range");
+    }
+    return rows_[static_cast<std::size_t>(row)].text;
+}
+
+void ComboBox::setItemToolTip(int row, std::string text) {
+    if (row >= 0 && row < ListCount() && itemToolTip(row) != text) {
+        rows_[static_cast<std::size_t>(row)].toolTip = std::move(text);
+        changed(rowsProperty());
+    }
+}
+
+const std::string& ComboBox::itemToolTip(int row) const { return rows_.at(static_cast<std::size_t>(row)).toolTip; }
+
+std::string ComboBox::Text() const { return ListIndex < 0 ? std::string() : List(ListIndex); }
+
+void ComboBox::choose(int row) {
+    if (row < 0 || row >= ListCount()) {
+        throw RuntimeError(kErrorInvalidPropertyValue, "Invalid property value");
+    }
+    ListIndex = row;
+}
+
+void ComboBox::afterChange(const void* property) {
+    if (property == &ListIndex) {
+        raise(Click);
+    }
+}
+
+std::vector<std::span<const PropertyInfo>> ComboBox::propertyTables() const {
+    return withTable<Control>(*this, kComboBox);
+}
+
+TextBox::TextBox(Window& window, std::string_view name, std::optional<int> index) : Control(window, name, index) {
+    BackColor = kWindowBackground;
+    ForeColor = kWindowText;
+}
+
+void TextBox::typeCharacter(char character) {
+    const int code = static_cast<unsigned char>(character);
+    keyDown(keyCodeOf(character), 0);
+    if (const int passed = keyPress(code); passed != 0 && !Locked) {
+        if (passed == kKeyBackspace) {
+            Text = Text.get().substr(0, Text.get().empty() ? 0 : Text.get().size() - 1);
+        } else {
+            Text = Text.get() + static_cast<char>(passed);
+        }
+    }
+    keyUp(keyCodeOf(character), 0);
+}
+
+void TextBox::afterChange(const void* property) {
+    if (property == &Text) {
+        raise(Change);
+    }
+}
+
+std::vector<std::span<const PropertyInfo>> TextBox::propertyTables() const {
+    return withTable<Control>(*this, kTextBox);
+}
+
+int keyCodeOf(char character) {
+    if (character == '+') {
+        return kKeyPlus;
+    }
+    if (character == '-') {
+        return kKeyMinus;
+    }
+    const auto code = static_cast<unsigned char>(character);
+    return code >= 'a' && code <= 'z' ? code - 'a' + 'A' : code;
+}
+
+std::string_view nameOf(Picture picture) {
+    constexpr std::array<std::string_view, 4> names{"", "grey", "green", "red"};
+    return names[static_cast<std::size_t>(picture)];
+}
+
+Picture pictureNamed(std::string_view name) {
+    for (const auto picture : {Picture::None, Picture::Grey, Picture::Green, Picture::Red}) {
+        if (nameOf(picture) == name) {
+            return picture;
+        }
+    }
+    throw RuntimeError(kErrorTypeMismatch, R"(the value must be "grey", "green" or "red")");
+}
+
+}  // namespace korvane::platform

@@ -1,0 +1,36 @@
+// Message boxes and file dialogs.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace korvane::platform {
+
+enum class MessageIcon { None, Information, Exclamation, Critical };
+
+[[nodiscard]] std::string_view nameOf(MessageIcon icon);
+
+struct MessageBox {
+    std::string title;
+    std::string text;
+    MessageIcon icon = MessageIcon::None;
+};
+
+struct FileDialog {
+    enum class Kind { Open, Save };
+    Kind kind = Kind::Open;
+    std::string title;
+    std::string filter;  // "All Files (*.txt)|*.txt"
+};
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+
+    // Shows the box and returns when the user has closed it. No handler of the program runs meanwhile.
+    virtual void show(const MessageBox& box) = 0;
+    // The chosen path, empty when the user cancels.
+    [[nodiscard]] virtual std::string choose(const FileDialog& dialog) = 0;
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,50 @@
+// The only clock of the program and the only source of its events.
+#pragma once
+
+#include "platform/WallTime.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace korvane::platform {
+
+// Microseconds since the start of the program.
+using Micros = std::int64_t;
+inline constexpr Micros kMicrosPerMilli = 1000;
+
+// A call at one moment. Belongs to the pump that made it and must not outlive it.
+class Alarm {
+public:
+    virtual ~Alarm() = default;
+
+    // Calls once when the clock reaches `due` (at the next chance if that has passed). Replaces an earlier moment.
+    virtual void callAt(Micros due) = 0;
+    virtual void cancel() = 0;
+};
+
+// Program: handlers of the program, which must stand still while the program blocks. Device: what happens outside the
+// program (a byte travels down a line in memory); it may run while the program blocks and calls no handler.
+enum class AlarmKind { Program, Device };
+
+class EventPump {
+public:
+    virtual ~EventPump() = default;
+
+    [[nodiscard]] virtual Micros now() const = 0;
+    [[nodiscard]] virtual WallTime wallTime() const = 0;
+
+    // Lets every event that is due run once.
+    virtual void pump() = 0;
+    // Lets events run for `milliseconds`.
+    virtual void wait(int milliseconds) = 0;
+    // Blocks: no event runs for `milliseconds`.
+    virtual void sleep(int milliseconds) = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
+                                                           AlarmKind kind = AlarmKind::Program) = 0;
+
+    [[nodiscard]] std::int64_t milliseconds() const { return now() / kMicrosPerMilli; }
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,51 @@
+// Preferences in one text file.
+//
+//     ; lines that begin with ; or # are comments
+//     [Software\KorvaneTuner\Settings]
+//     Port=2
+//     [Ports]
+//     COM3=/dev/ttyUSB0
+//
+// The key stands in brackets, one `name=text` line under it for each value. Upper and lower case of keys and names
+// count as the same. Blanks around a name and a text are left out, unless the text stands in double quotes.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/PreferencesStore.h"
+
+namespace korvane::platform {
+
+class FilePreferences : public PreferencesStore {
+public:
+    // Reads the file. One that is missing, can't be read, holds other than text or more than 1 MiB counts as empty.
+    explicit FilePreferences(const std::filesystem::path& path);
+
+    [[nodiscard]] std::optional<std::string> read(std::string_view key, std::string_view name) const override;
+
+    // Also puts the value into the file at once, and makes the folder if there is none. The file is read again first:
+    // what a user wrote into it meanwhile, comments and unknown lines stay. A file that can't be understood is kept
+    // beside the new one, with ".damaged" behind its name. If the file can't be replaced it stays as it was. A text
+    // ends at its first line break or NUL; a name holds no "=".
+    void write(std::string_view key, std::string_view name, std::string_view text) override;
+
+private:
+    enum class FileState { Missing, Text, Damaged };
+    struct Entry {
+        std::string key;
+        std::string name;
+        std::string text;
+    };
+
+    FileState reload();
+    void remember(std::string_view key, std::string_view name, std::string_view text);
+    [[nodiscard]] bool keepDamagedFile() const;
+    void save(FileState found) const;
+
+    std::filesystem::path path_;
+    std::vector<std::string> lines_;  // the file's, with what this run has written
+    std::vector<Entry> written_;
+};
+
+}  // namespace korvane::platform

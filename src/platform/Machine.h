@@ -1,0 +1,32 @@
+// The machine that the program runs on, as one bundle of its parts.
+#pragma once
+
+#include <filesystem>
+
+namespace korvane::platform {
+
+class DebugLog;
+class Dialogs;
+class EventPump;
+class PreferencesStore;
+class SerialLine;
+class WindowList;
+
+struct Screen {
+    int Width = 1366 * 15;  // twips
+    int Height = 768 * 15;
+};
+
+struct Machine {
+    EventPump& pump;
+    SerialLine& line;
+    Dialogs& dialogs;
+    PreferencesStore& preferences;
+    DebugLog& log;
+    WindowList& windows;
+    std::filesystem::path folder;  // the program's own: ini files, logs, images
+    char decimal = '.';            // the regional decimal separator, of log files alone
+    Screen screen;
+};
+
+}  // namespace korvane::platform

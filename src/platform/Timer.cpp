@@ -1,0 +1,50 @@
+#include "platform/Timer.h"
+
+#include "platform/Machine.h"
+
+#include <array>
+
+namespace korvane::platform {
+
+namespace {
+constexpr std::array kTimer{property<&Timer::Interval>("Interval")};
+}
+
+Timer::Timer(Window& window, std::string_view name, bool enabled, int interval)
+    : Control(window, name), pump_(window.machine().pump), alarm_(pump_.makeAlarm([this] { fire(); })) {
+    Enabled = enabled;
+    Interval = interval;
+    arm();
+}
+
+void Timer::restart(int interval) {
+    Interval = interval;
+    Enabled = true;
+    arm();
+}
+
+void Timer::afterChange(const void* property) {
+    if (alarm_ && (property == &Enabled || property == &Interval)) {
+        arm();
+    }
+}
+
+void Timer::arm() {
+    if (!Enabled || Interval <= 0) {
+        alarm_->cancel();
+        return;
+    }
+    due_ = pump_.now() + Interval * kMicrosPerMilli;
+    alarm_->callAt(due_);
+}
+
+void Timer::fire() {
+    const Micros interval = Interval * kMicrosPerMilli;
+    due_ = due_ + interval > pump_.now() ? due_ + interval : pump_.now() + interval;
+    alarm_->callAt(due_);
+    raise(Tick);
+}
+
+std::vector<std::span<const PropertyInfo>> Timer::propertyTables() const { return withTable<Control>(*this, kTimer); }
+
+}  // namespace korvane::platform

@@ -1,0 +1,80 @@
+#include "platform/qt/QtDialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace korvane::platform {
+
+namespace {
+
+QMessageBox::Icon iconOf(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Information:
+            return QMessageBox::Information;
+        case MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+        case MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case MessageIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// "txt" of "All Files (*.txt)", empty when every name fits.
+QString endingOf(const QString& nameFilter) {
+    const QString ending = nameFilter.section("(*.", 1).section(')', 0, 0).section(' ', 0, 0);
+    return ending == "*" ? QString() : ending;
+}
+
+}  // namespace
+
+QStringList nameFilters(std::string_view filter) {
+    const QStringList parts = textOf(filter).split('|', Qt::SkipEmptyParts);
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString description = parts[i].section('(', 0, 0).trimmed();
+        const QString patterns = parts[i + 1].split(';').join(' ');
+        filters.append(description + " (" + patterns + ")");
+    }
+    return filters;
+}
+
+void QtDialogs::show(const MessageBox& box) {
+    const QtPump::Hold hold(pump_);
+    QMessageBox shown(iconOf(box.icon), textOf(box.title), {}, QMessageBox::Ok, QApplication::activeWindow());
+    shown.setTextFormat(Qt::PlainText);
+    shown.setText(textOf(box.text));
+    shown.exec();
+}
+
+std::string QtDialogs::choose(const FileDialog& dialog) {
+    // A window that closes meanwhile takes the dialog with it.
+    const QPointer<QFileDialog> shown(new QFileDialog(QApplication::activeWindow(), textOf(dialog.title), folder_));
+    const bool saves = dialog.kind == FileDialog::Kind::Save;
+    const QStringList filters = nameFilters(dialog.filter);
+    shown->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    shown->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    shown->setNameFilters(filters);
+    shown->setDefaultSuffix(saves && !filters.isEmpty() ? endingOf(filters.first()) : QString());
+    const bool chosen = shown->exec() == QDialog::Accepted;
+    if (!shown) {
+        return {};
+    }
+    shown->deleteLater();
+    const QStringList files = shown->selectedFiles();
+    if (!chosen || files.isEmpty()) {
+        return {};
+    }
+    folder_ = QFileInfo(files.first()).absolutePath();
+    return files.first().toStdString();
+}
+
+}  // namespace korvane::platform

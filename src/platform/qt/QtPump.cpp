@@ -1,0 +1,160 @@
+#include "platform/qt/QtPump.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QEventLoop>
+#include <QMetaObject>
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+namespace korvane::platform {
+
+namespace {
+// Longer than this the timer sleeps in several steps: its interval is an int.
+constexpr Micros kLongestSleep = 3'600'000 * kMicrosPerMilli;
+}  // namespace
+
+class QtPump::QtAlarm : public Alarm {
+public:
+    QtAlarm(QtPump& pump, Entries& entries, std::function<void()> handler)
+        : call(std::make_shared<const std::function<void()>>(std::move(handler))), pump_(pump), entries_(entries) {}
+    ~QtAlarm() override { cancel(); }
+    QtAlarm(const QtAlarm&) = delete;
+    QtAlarm& operator=(const QtAlarm&) = delete;
+
+    void callAt(Micros due) override {
+        cancel();
+        entry_ = {std::max(due, pump_.now()), pump_.orders_++, this};
+        entries_.insert(entry_);
+        armed_ = true;
+        pump_.schedule();
+    }
+
+    void cancel() override {
+        if (armed_) {
+            entries_.erase(entry_);
+            armed_ = false;
+        }
+    }
+
+    // Shared, because a call may delete its own alarm.
+    const std::shared_ptr<const std::function<void()>> call;
+
+private:
+    QtPump& pump_;
+    Entries& entries_;
+    Entry entry_{};
+    bool armed_ = false;
+};
+
+QtPump::QtPump() {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { deliver(); });
+}
+
+QtPump::~QtPump() = default;
+
+Micros QtPump::now() const {
+    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start_).count();
+}
+
+WallTime QtPump::wallTime() const {
+    const QDateTime local = QDateTime::currentDateTime();
+    const QDate date = local.date();
+    const QTime time = local.time();
+    return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+void QtPump::pump() {
+    schedule();
+    QCoreApplication::processEvents();
+}
+
+void QtPump::wait(int milliseconds) {
+    QEventLoop loop;
+    const auto end = makeAlarm([&loop] { loop.quit(); }, AlarmKind::Device);
+    end->callAt(now() + std::max(milliseconds, 0) * kMicrosPerMilli);
+    loop.exec();
+}
+
+void QtPump::sleep(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::max(milliseconds, 0)));
+}
+
+std::unique_ptr<Alarm> QtPump::makeAlarm(std::function<void()> call, AlarmKind kind) {
+    auto& entries = kind == AlarmKind::Device ? deviceEntries_ : entries_;
+    return std::make_unique<QtAlarm>(*this, entries, std::move(call));
+}
+
+QtPump::Hold::Hold(QtPump& pump) : pump_(pump) {
+    ++pump_.holds_;
+}
+
+QtPump::Hold::~Hold() {
+    --pump_.holds_;
+    pump_.schedule();
+}
+
+const QtPump::Entries* QtPump::nextSource() const {
+    const Entries* source = deviceEntries_.empty() ? nullptr : &deviceEntries_;
+    const bool programFirst = source == nullptr || (!entries_.empty() && *entries_.begin() < *source->begin());
+    if (holds_ == 0 && !entries_.empty() && programFirst) {
+        source = &entries_;
+    }
+    return source;
+}
+
+void QtPump::schedule() {
+    const Entries* const source = nextSource();
+    if (source == nullptr) {
+        return;
+    }
+    const Micros due = source->begin()->due;
+    const Micros left = due - now();
+    if (left <= 0) {
+        post();
+    } else if (!timer_.isActive() || timerDue_ != due) {
+        timerDue_ = due;
+        timer_.start(static_cast<int>((std::min(left, kLongestSleep) + kMicrosPerMilli - 1) / kMicrosPerMilli));
+    }
+}
+
+// A posted event is served at the loop's next turn, while a timer of no length waits until nothing else is to do.
+void QtPump::post() {
+    if (!std::exchange(posted_, true)) {
+        QMetaObject::invokeMethod(
+            &timer_,
+            [this] {
+                posted_ = false;
+                deliver();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void QtPump::deliver() {
+    // What the alarms ask for while they run waits for the next turn, so that the loop gets to its other work.
+    const auto before = orders_;
+    while (runNext(before)) {
+    }
+    schedule();
+}
+
+bool QtPump::runNext(std::uint64_t before) {
+    const Entries* const source = nextSource();
+    if (source == nullptr || source->begin()->due > now() || source->begin()->order >= before) {
+        return false;
+    }
+    QtAlarm* const alarm = source->begin()->alarm;
+    const auto call = alarm->call;
+    alarm->cancel();
+    // The call may nest an event loop, which has to go on with the alarms that are left.
+    schedule();
+    (*call)();
+    return true;
+}
+
+}  // namespace korvane::platform

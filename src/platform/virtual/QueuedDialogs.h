@@ -1,0 +1,35 @@
+// Dialogs with answers prepared beforehand, and a record of what was shown.
+#pragma once
+
+#include "platform/Dialogs.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace korvane::platform {
+
+// Without a display every message box is answered with OK at once, and a file dialog with nothing queued is cancelled.
+// With one (`shown`), boxes and unanswered file dialogs are shown there too.
+class QueuedDialogs : public Dialogs {
+public:
+    explicit QueuedDialogs(Dialogs* shown = nullptr) : shown_(shown) {}
+
+    void show(const MessageBox& box) override;
+    [[nodiscard]] std::string choose(const FileDialog& dialog) override;
+
+    // What the next file dialog answers; empty is cancel. Answers queue up.
+    void answerFile(std::string path) { answers_.push_back(std::move(path)); }
+
+    // What was shown since the last call.
+    [[nodiscard]] std::vector<MessageBox> takeMessages();
+    [[nodiscard]] std::vector<FileDialog> takeFileDialogs();
+
+private:
+    Dialogs* shown_;
+    std::deque<std::string> answers_;
+    std::deque<MessageBox> messages_;
+    std::deque<FileDialog> fileDialogs_;
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,104 @@
+#include <array>
+#include <gmock/gmock.h>
+
+#include "core/TableFile.h"
+#include "core/TextFile.h"
+#include "platform/virtual/QueuedDialogs.h"
+#include "support/TempFolder.h"
+
+namespace korvane::core {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class TableFile : public testing::Test {
+protected:
+    std::vector<std::string> texts() {
+        std::vector<std::string> texts;
+        for (const auto& message : dialogs_.takeMessages()) {
+            texts.push_back(message.text);
+        }
+        return texts;
+    }
+
+    support::TempFolder folder_;
+    platform::QueuedDialogs dialogs_;
+};
+
+TEST_F(TableFile, BytesStandBetweenBlanksAndTheLastElementIsLeftOut) {
+    const std::array<std::uint8_t, 4> bytes = {0, 7, 255, 99};
+    SaveByteTable(folder_ / "table.txt", bytes, dialogs_);
+    EXPECT_EQ(folder_.read("table.txt"), " 0 \r\n 7 \r\n 255 \r\n");
+    EXPECT_THAT(texts(), IsEmpty());
+}
+
+TEST_F(TableFile, TextsStandAsTheyAreAndTheLastElementIsLeftOut) {
+    const std::array<std::string, 3> lines = {" 14.7 ", "12", "left out"};
+    SaveTextTable(folder_ / "table.lam", lines, dialogs_);
+    EXPECT_EQ(folder_.read("table.lam"), " 14.7 \r\n12\r\n");
+}
+
+TEST_F(TableFile, SavingReplacesAnOldFile) {
+    folder_.write("table.txt", "a long old content");
+    SaveByteTable(folder_ / "table.txt", std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+    EXPECT_EQ(folder_.read("table.txt"), " 1 \r\n");
+}
+
+TEST_F(TableFile, AnEmptyTableMakesAnEmptyFile) {
+    SaveByteTable(folder_ / "none.txt", {}, dialogs_);
+    EXPECT_EQ(folder_.read("none.txt"), "");
+}
+
+TEST_F(TableFile, AFailedSaveTellsWhy) {
+    const std::array<std::string, 2> lines = {"1", ""};
+    SaveTextTable(folder_ / "missing" / "table.lam", lines, dialogs_);
+    EXPECT_THAT(texts(), ElementsAre("Error tablesave: Path not found"));
+    SaveByteTable(folder_.path(), std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+    EXPECT_THAT(texts(), ElementsAre("Error tablesave: Path/File access error"));
+}
+
+TEST_F(TableFile, AFullDiskIsTold) {
+    SaveByteTable("/dev/full", std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+    EXPECT_THAT(texts(), ElementsAre("Error tablesave: Disk full"));
+}
+
+TEST_F(TableFile, LoadingFillsFromIndex1On) {
+    std::array<std::string, 5> lines = {"kept", "", "", "", "old"};
+    const auto load = LoadTextTable(folder_.write("t.txt", " 1 \r\n\r\nthree"), lines);
+    EXPECT_EQ(load.lastIndex, 3);
+    EXPECT_EQ(load.error, 0);
+    EXPECT_THAT(lines, ElementsAre("kept", " 1 ", "", "three", "old"));
+}
+
+TEST_F(TableFile, AFileLongerThanTheTableEndsInAnErrorAndKeepsWhatWasRead) {
+    std::array<std::string, 3> lines;
+    const auto load = LoadTextTable(folder_.write("t.txt", "1\n2\n3\n"), lines);
+    EXPECT_EQ(load.lastIndex, 2);
+    EXPECT_EQ(load.error, platform::kErrorSubscript);
+    EXPECT_THAT(lines, ElementsAre("", "1", "2"));
+}
+
+TEST_F(TableFile, AnUnreadableFileGivesItsError) {
+    std::array<std::string, 3> lines;
+    EXPECT_EQ(LoadTextTable(folder_ / "missing.txt", lines).error, kErrorFileNotFound);
+    EXPECT_EQ(LoadTextTable(folder_.path(), lines).error, kErrorPathFileAccess);
+}
+
+TEST_F(TableFile, AFileFullOfBinaryLoadsWithoutHarm) {
+    std::array<std::string, 3> lines;
+    const auto load = LoadTextTable(folder_.write("t.txt", std::string(100000, '\0')), lines);
+    EXPECT_EQ(load.lastIndex, 1);
+}
+
+TEST(OutputFile, AppendsToAnExistingFile) {
+    const support::TempFolder folder;
+    const auto path = folder.write("log.txt", "one\r\n");
+    OutputFile file(path, OutputFile::Mode::Append);
+    file.writeLine("two");
+    file.close();
+    EXPECT_EQ(folder.read("log.txt"), "one\r\ntwo\r\n");
+}
+
+}  // namespace
+}  // namespace korvane::core

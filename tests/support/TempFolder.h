@@ -1,0 +1,58 @@
+// A folder on the real disk that goes away with its owner, and verbs for the files in it.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Files.h"
+
+namespace korvane::support {
+
+class TempFolder {
+public:
+    TempFolder() : path_(platform::unusedName(std::filesystem::temp_directory_path(), "korvane-test.")) {
+        std::filesystem::create_directories(path_);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder() {
+        std::error_code error;
+        std::filesystem::remove_all(path_, error);
+    }
+
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+    [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+
+    std::filesystem::path write(std::string_view name, std::string_view content) const {
+        const auto file = path_ / name;
+        std::ofstream(file, std::ios::binary) << content;
+        return file;
+    }
+
+    // The bytes of a file; a missing file fails the test.
+    [[nodiscard]] std::string read(std::string_view name) const {
+        std::ifstream file(path_ / name, std::ios::binary);
+        EXPECT_TRUE(file.is_open()) << name;
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    [[nodiscard]] bool has(std::string_view name) const { return std::filesystem::exists(path_ / name); }
+
+    [[nodiscard]] std::vector<std::string> names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+}  // namespace korvane::support

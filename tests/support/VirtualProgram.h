@@ -1,0 +1,73 @@
+// A whole program on a virtual machine, with a line in memory on which a test plays the ECU.
+#pragma once
+
+#include "app/Program.h"
+#include "platform/Machine.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/MemoryLog.h"
+#include "platform/virtual/MemoryPreferences.h"
+#include "platform/virtual/QueuedDialogs.h"
+#include "platform/virtual/VirtualPump.h"
+#include "support/TempFolder.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace korvane::support {
+
+// Takes what the program sends, with the moment at which each byte has arrived.
+class RecordingDevice : public platform::LineDevice {
+public:
+    struct Arrival {
+        std::uint8_t byte;
+        platform::Micros at;
+    };
+
+    void setBaud(int baud) override { bauds.push_back(baud); }
+    void receive(std::uint8_t byte, platform::Micros at) override { arrivals.push_back({byte, at}); }
+    [[nodiscard]] std::optional<platform::Micros> nextDue() const override { return std::nullopt; }
+    void take(platform::Micros, std::vector<std::uint8_t>&) override {}
+
+    std::vector<Arrival> arrivals;
+    std::vector<int> bauds;
+};
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A frame as the ECU sends it: command, length, payload, inverted command.
+[[nodiscard]] Bytes frame(std::uint8_t command, const Bytes& payload);
+
+struct VirtualMachine {
+    explicit VirtualMachine(platform::LineDevice* lineDevice = nullptr);
+
+    TempFolder folder;
+    RecordingDevice recorder;
+    platform::VirtualPump pump;
+    platform::MemoryLine line;
+    platform::QueuedDialogs dialogs;
+    platform::MemoryPreferences preferences;
+    platform::MemoryLog log;
+    platform::WindowList windows;
+    platform::Machine machine;
+};
+
+// Started, with a "Settings_par.ini" of defaults in its folder so that no message box stands in the way.
+struct VirtualProgram : VirtualMachine {
+    explicit VirtualProgram(platform::LineDevice* lineDevice = nullptr);
+
+    // Opens the port by the button.
+    void connect();
+    // Bytes arrive; everything due by then has run afterwards.
+    void receive(const Bytes& bytes);
+    void receiveFrame(std::uint8_t command, const Bytes& payload) { receive(frame(command, payload)); }
+    // What the program has sent since the last call.
+    [[nodiscard]] Bytes sent();
+
+    app::Program program;
+    live::FrmSarn2& window = program.frmSarn2();
+    core::SharedTables& tables = program.tables();
+};
+
+}  // namespace korvane::support
