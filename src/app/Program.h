@@ -1,0 +1,55 @@
+// The program: owner of the shared tables and the windows, and what connects them.
+#pragma once
+
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "link/Connection.h"
+#include "link/Dispatcher.h"
+#include "live/FrmSarn2.h"
+#include "live/LiveUpdate.h"
+#include "platform/Machine.h"
+#include "trend/MainTrends.h"
+
+namespace korvane::app {
+
+// Runs on any machine. Everything it owns lives as long as it does; it must outlive every handler that is running.
+class Program {
+public:
+    explicit Program(platform::Machine& machine);
+
+    // Creates the main window; all else follows from its load.
+    void start();
+    // Connects to COM`port` as the tuner would.
+    void connectTo(int port);
+    // Closes the main window as its close box does, and returns when the program has ended.
+    void quit();
+    [[nodiscard]] bool ended() const { return ended_; }
+
+    [[nodiscard]] core::SharedTables& tables() { return tables_; }
+    [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
+    [[nodiscard]] core::EepromAccess& eeprom() { return eeprom_; }
+    [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
+    [[nodiscard]] link::Connection& connection() { return connection_; }
+    [[nodiscard]] link::Windows& windows() { return windows_; }
+    [[nodiscard]] live::LiveUpdate& liveUpdate() { return liveUpdate_; }
+    [[nodiscard]] trend::MainTrends& trends() { return trends_; }
+
+private:
+    void mainWindowLoad();
+    void mainWindowUnload(bool& stays);
+    void nameChannels();
+    void disableWhatComesLater();
+
+    platform::Machine& machine_;
+    core::SharedTables tables_;
+    link::Windows windows_;
+    live::FrmSarn2 frmSarn2_;
+    core::EepromAccess eeprom_;
+    link::Dispatcher dispatcher_;
+    link::Connection connection_;
+    trend::MainTrends trends_;
+    live::LiveUpdate liveUpdate_;
+    bool ended_ = false;
+};
+
+}  // namespace korvane::app

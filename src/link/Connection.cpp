@@ -1,0 +1,251 @@
+#include "link/Connection.h"
+
+#include "core/ModuleReg.h"
+#include "core/Numbers.h"
+#include "link/W32Comms.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace korvane::link {
+
+namespace {
+
+constexpr std::array kSpeeds{"9600", "19200", "38400", "57600", "76800", "115200", "230400"};
+constexpr int kPortCount = 15;
+constexpr int kSpeedWhenUnknown = 3;  // 57600
+constexpr int kRefreshStep = 25;      // ms between two rows of the list
+constexpr int kFastestRefresh = 10;   // ms, the list's first row
+constexpr int kRefreshCount = 12;
+
+constexpr std::array<std::uint8_t, 1> kLiveRequest{'x'};
+constexpr std::array<std::uint8_t, 3> kIdentityRequest{'y', 0, 0x86};
+constexpr std::array<std::uint8_t, 2> kRestart{'X', 0xA7};
+
+// A handler that waits lets the next frame in before its own has ended. A line that never falls silent must not stack
+// them up without end: deeper down the bytes stay in the buffer until an outer level goes on with them.
+constexpr int kDeepestReceive = 40;
+
+constexpr int kErrorLineLost = 8012;
+
+// A remembered row of a list; 0 for what is no row of it.
+int rowOr0(std::int32_t row, const platform::ComboBox& list) { return row >= 0 && row < list.ListCount() ? row : 0; }
+
+}  // namespace
+
+Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables,
+                       Dispatcher& dispatcher)
+    : machine_(machine), panel_(panel), tables_(tables), dispatcher_(dispatcher) {
+    panel_.MSComm1.OnComm = [this] { onComm(); };
+    panel_.MSComm1.LineLost = [this](const std::string& reason) { lineLost(reason); };
+    panel_.ComboRefresh.Click = [this] { comboRefreshClick(); };
+    panel_.ComboPort.GotFocus = [this] { showPortDevices(); };
+    panel_.btnConnect.Click = [this] { btnConnect_Click(); };
+    panel_.Command2.Click = [this] { panel_.MSComm1.Output(kRestart); };
+    panel_.Command3.Click = [this] { panel_.MSComm1.Output('p'); };
+    panel_.Command4.Click = [this] { panel_.MSComm1.Output('o'); };
+    panel_.Timer1.Tick = [this] { timer1Tick(); };
+    panel_.TimerRequestData.Tick = [this] { sendIfOpen(kLiveRequest); };
+    panel_.TimerGetSettings.Tick = [this] { sendIfOpen(kIdentityRequest); };
+    panel_.TimerAlarm.Tick = [this] {
+        panel_.window.BackColor = platform::kButtonFace;
+        panel_.TimerAlarm.Enabled = false;
+    };
+    panel_.TimerExit.Tick = [this] {
+        panel_.TimerExit.Enabled = false;
+        static_cast<void>(panel_.window.unload());
+    };
+    panel_.Timerofflinefeat.Tick = [this] { startSimulation(); };
+    panel_.TimerOffline.Tick = [this] { simulateFrame(); };
+}
+
+void Connection::fillLists() {
+    const auto remembered = [&](const char* name) {
+        return core::RegReadNumber(machine_.preferences, core::kSettingsKey, name);
+    };
+    for (int port = 1; port <= kPortCount; ++port) {
+        panel_.ComboPort.AddItem("COM" + std::to_string(port));
+    }
+    panel_.ComboPort.ListIndex = rowOr0(remembered("Port"), panel_.ComboPort);
+    for (const auto* speed : kSpeeds) {
+        panel_.ComboBaud.AddItem(speed);
+    }
+    const int speed = rowOr0(remembered("Speed"), panel_.ComboBaud);
+    panel_.ComboBaud.ListIndex = speed == 0 ? kSpeedWhenUnknown : speed;
+    for (int row = 0; row < kRefreshCount; ++row) {
+        panel_.ComboRefresh.AddItem(std::to_string(std::max(row * kRefreshStep, kFastestRefresh)));
+    }
+    panel_.ComboRefresh.ListIndex = rowOr0(remembered("Refresh"), panel_.ComboRefresh);
+    // The interval follows the list from the start, but only the tuner starts the polling.
+    panel_.TimerRequestData.Enabled = false;
+    std::transform(kSpeeds.begin(), kSpeeds.end(), panel_.baudSettings.begin(),
+                   [](const char* each) { return std::string(each) + ",N,8,1"; });
+    showPortDevices();
+}
+
+void Connection::showPortDevices() {
+    for (int row = 0; row < panel_.ComboPort.ListCount(); ++row) {
+        const auto device = machine_.line.deviceOf(row + 1);
+        panel_.ComboPort.setItemToolTip(row, device.empty() ? "No device" : device);
+    }
+}
+
+void Connection::comboRefreshClick() {
+    panel_.TimerRequestData.Enabled = false;
+    const int interval = panel_.ComboRefresh.ListIndex * kRefreshStep;
+    panel_.TimerRequestData.Interval = interval == 0 ? kFastestRefresh : interval;
+    panel_.TimerRequestData.Enabled = true;
+}
+
+void Connection::btnConnect_Click() {
+    try {
+        if (panel_.MSComm1.PortOpen()) {
+            closePort();
+        } else {
+            openPort();
+        }
+        if (panel_.MSComm1.PortOpen()) {
+            forceBaud();
+        }
+    } catch (const platform::RuntimeError& error) {
+        showConnectError(error.number(), error.what());
+    }
+}
+
+void Connection::openPort() {
+    panel_.MSComm1.OutBufferSize = 16;
+    panel_.MSComm1.Settings = panel_.baudSettings.at(static_cast<std::size_t>(panel_.ComboBaud.ListIndex));
+    panel_.MSComm1.CommPort = panel_.ComboPort.ListIndex + 1;
+    panel_.MSComm1.RThreshold = 1;
+    panel_.MSComm1.InputLen = 1;
+    panel_.MSComm1.setPortOpen(true);
+    panel_.isConnected = true;
+    panel_.btnConnect.Caption = "Disconnect";
+    panel_.TimerRequestData.Enabled = true;
+    panel_.TimerGetSettings.Enabled = true;
+}
+
+// TimerGetSettings stays as it is: on a closed port it sends nothing.
+void Connection::closePort() {
+    panel_.isConnected = false;
+    panel_.MSComm1.setPortOpen(false);
+    panel_.btnConnect.Caption = "Connect";
+    panel_.TimerRequestData.Enabled = false;
+}
+
+// The control's own Settings do not reach the fast rates reliably, so they are forced on the open device.
+void Connection::forceBaud() {
+    static_cast<void>(GetPortBaud(panel_.MSComm1));
+    if (panel_.ComboBaud.ListIndex > kSpeedWhenUnknown) {
+        SetCustomBaud(panel_.MSComm1, core::toInt32(core::val(panel_.ComboBaud.Text())));
+        static_cast<void>(GetPortBaud(panel_.MSComm1));
+    }
+}
+
+void Connection::lineLost(const std::string& reason) {
+    closePort();
+    showConnectError(kErrorLineLost, reason);
+}
+
+void Connection::showConnectError(int number, const std::string& description) {
+    machine_.dialogs.show({"Korvane Tuner", "  Error " + std::to_string(number) + " " + description,
+                           platform::MessageIcon::Critical});
+}
+
+void Connection::timer1Tick() {
+    if (panel_.MSComm1.PortOpen()) {
+        panel_.lblState.Caption = "COM" + std::to_string(panel_.MSComm1.CommPort) + "; " +
+                                  std::to_string(GetPortBaud(panel_.MSComm1)) + " Connected";
+    }
+    panel_.lblBytesRec.Caption = core::numberText(panel_.bytesReceived).view();
+}
+
+void Connection::sendIfOpen(std::span<const std::uint8_t> bytes) {
+    if (panel_.MSComm1.PortOpen()) {
+        panel_.MSComm1.Output(bytes);
+    }
+}
+
+bool Connection::closing() {
+    const auto remember = [&](const char* name, int value) {
+        core::RegWriteString(machine_.preferences, core::kSettingsKey, name, std::to_string(value));
+    };
+    remember("Speed", panel_.ComboBaud.ListIndex);
+    remember("Port", panel_.ComboPort.ListIndex);
+    remember("Refresh", panel_.ComboRefresh.ListIndex);
+    remember("UseSound", tables_.useSound ? 1 : 0);
+    if (!panel_.isConnected) {
+        return false;
+    }
+    btnConnect_Click();
+    panel_.TimerExit.Enabled = true;
+    return true;
+}
+
+void Connection::onComm() {
+    if (receiveDepth_ >= kDeepestReceive) {
+        return;
+    }
+    ++receiveDepth_;
+    try {
+        while (panel_.MSComm1.InBufferCount() > 0) {
+            takeBytes();
+            if (panel_.receiver.rxReady()) {
+                dispatch();
+            }
+        }
+    } catch (...) {
+        --receiveDepth_;
+        throw;
+    }
+    --receiveDepth_;
+    if (!pumping_) {
+        pumping_ = true;
+        machine_.pump.pump();
+        pumping_ = false;
+    }
+}
+
+// The count is checked: a byte that it can't hold is lost with the event.
+void Connection::takeBytes() {
+    const auto room = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - panel_.bytesReceived);
+    if (room == 0) {
+        panel_.MSComm1.takeInput(1);
+        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+    }
+    const auto waiting = panel_.MSComm1.waitingInput();
+    const auto taken = panel_.receiver.consume(waiting.first(std::min(waiting.size(), room)));
+    panel_.MSComm1.takeInput(taken);
+    panel_.bytesReceived += static_cast<std::int32_t>(taken);
+}
+
+// The handler works on a copy of its own: a frame that arrives while it waits overwrites the machine's payload.
+void Connection::dispatch() {
+    std::array<std::uint8_t, 255> copy;
+    const auto payload = panel_.receiver.payload();
+    std::copy(payload.begin(), payload.end(), copy.begin());
+    dispatcher_.DoCommand(panel_.receiver.rxCommand(), std::span(copy).first(payload.size()));
+    panel_.receiver.frameDone();
+}
+
+void Connection::startSimulation() {
+    std::array<std::uint8_t, 5> identity{1, 1, 13, 58, 11};
+    dispatcher_.DoCommand('y', identity);
+    panel_.Timerofflinefeat.Enabled = false;
+    panel_.TimerOffline.Enabled = true;
+}
+
+void Connection::simulateFrame() {
+    const std::uint8_t previous = offlineFrame_[6];
+    offlineFrame_.fill(34);
+    const std::array<std::uint8_t, 10> head{5, 5, 112, 72, 125, 120, 0, 130, 55, 0};
+    std::copy(head.begin(), head.end(), offlineFrame_.begin());
+    offlineFrame_[6] = static_cast<std::uint8_t>(previous > 250 ? 2 : previous + 3);
+    panel_.TimerOffline.Interval = core::toInt32(core::val(panel_.ComboRefresh.Text()));
+    dispatcher_.DoCommand('R', offlineFrame_);
+}
+
+}  // namespace korvane::link

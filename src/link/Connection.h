@@ -1,0 +1,56 @@
+// The main window as the owner of the serial port: port and speed choice, polling, restart, and the orderly close.
+#pragma once
+
+#include "core/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "link/Dispatcher.h"
+#include "platform/Machine.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace korvane::link {
+
+class Connection {
+public:
+    // Sets the handlers of the panel's controls; all of them outlive it.
+    Connection(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Dispatcher& dispatcher);
+
+    // The connection's share of the main window's load: fills the lists and picks what the preferences remember.
+    void fillLists();
+
+    // Opens or closes the port as the button does. A failure shows a message box with its number and description.
+    void btnConnect_Click();
+
+    // The close of the main window, first part: remembers the choices. True if the window has to stay open for now,
+    // because the port is only just being closed; TimerExit unloads it a second later.
+    [[nodiscard]] bool closing();
+
+private:
+    void onComm();
+    void dispatch();
+    void takeBytes();
+    void comboRefreshClick();
+    void openPort();
+    void closePort();
+    void forceBaud();
+    void lineLost(const std::string& reason);
+    void showConnectError(int number, const std::string& description);
+    void showPortDevices();
+    void timer1Tick();
+    void sendIfOpen(std::span<const std::uint8_t> bytes);
+    void startSimulation();
+    void simulateFrame();
+
+    platform::Machine& machine_;
+    ConnectionPanel& panel_;
+    core::SharedTables& tables_;
+    Dispatcher& dispatcher_;
+    int receiveDepth_ = 0;
+    bool pumping_ = false;
+    std::array<std::uint8_t, 19> offlineFrame_{};
+};
+
+}  // namespace korvane::link

@@ -1,0 +1,305 @@
+#include "link/Dispatcher.h"
+
+#include "core/Checked.h"
+#include "core/Module1.h"
+#include "core/Numbers.h"
+#include "core/TimeText.h"
+#include "platform/DebugLog.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace korvane::link {
+
+namespace {
+
+using core::checked;
+
+constexpr std::size_t kHalf = 160;  // cells that one map frame carries
+constexpr int kFlashMilliseconds = 100;
+constexpr int kVersionRow = 2999;
+constexpr int kIdentityPause = 300;
+constexpr std::size_t kCaptionWidth = 30;
+// Identity frames that arrive inside the pause of another one pause as well; a line that sends nothing else must not
+// pile them up without end.
+constexpr int kNestedIdentityPauses = 8;
+
+constexpr bool hasLargeMaps(std::int32_t swType) { return swType == 14 || swType == 213 || swType == 15; }
+
+// The first `count` characters of a UTF-8 text.
+std::string leftCharacters(const std::string& text, std::size_t count) {
+    std::size_t end = 0;
+    for (; end < text.size(); ++end) {
+        const bool startsCharacter = (static_cast<unsigned char>(text[end]) & 0xC0) != 0x80;
+        if (startsCharacter && count-- == 0) {
+            break;
+        }
+    }
+    return text.substr(0, end);
+}
+
+void fillHalf(std::span<const std::uint8_t> payload, std::size_t offset, auto& in, auto& out) {
+    for (std::size_t i = 0; i < kHalf; ++i) {
+        const auto byte = checked(payload, i);
+        checked(in, offset + i) = byte;
+        checked(out, offset + i) = byte;
+    }
+}
+
+}  // namespace
+
+Dispatcher::Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows)
+    : machine_(machine), panel_(panel), tables_(tables), windows_(windows) {}
+
+const Dispatcher::Row* Dispatcher::rowOf(std::uint8_t command) {
+    static constexpr std::array<Row, 20> kRows{{
+        {'R', &Dispatcher::liveData},
+        {170, &Dispatcher::deviceStarted},
+        {'!', &Dispatcher::alarmFlash},
+        {'T', &Dispatcher::eepromByte},
+        {'U', &Dispatcher::eepromWord},
+        {'a', &Dispatcher::ignitionFirstHalf},
+        {247, &Dispatcher::ignitionSecondHalf},
+        {'f', &Dispatcher::fuelFirstHalf},
+        {245, &Dispatcher::fuelSecondHalf},
+        {'A', &Dispatcher::ignitionSent},
+        {248, &Dispatcher::ignitionSecondHalfSent},
+        {'F', &Dispatcher::fuelSent},
+        {246, &Dispatcher::fuelSecondHalfSent},
+        {153, &Dispatcher::unknownToDevice},
+        {'m', &Dispatcher::miscBlock},
+        {'p', &Dispatcher::pwmCell},
+        {'e', &Dispatcher::settingsBlock},
+        {'l', &Dispatcher::lambdaBlock},
+        {'y', &Dispatcher::identity},
+        {'S', &Dispatcher::ignitionDebug},
+    }};
+    const auto* const row =
+        std::find_if(kRows.begin(), kRows.end(), [&](const Row& each) { return each.command == command; });
+    return row == kRows.end() ? nullptr : row;
+}
+
+void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
+    const Row* const row = rowOf(cmd);
+    if (row == nullptr) {
+        return;
+    }
+    try {
+        (this->*row->handler)(payload);
+    } catch (const std::exception& error) {
+        machine_.log.write(std::string("err docommand ") + error.what());
+    }
+}
+
+void Dispatcher::deviceStarted(Payload) {
+    panel_.window.Caption = "Korvane Tuner v1.3 by Dulmer,   Device started " + timeText();
+}
+
+void Dispatcher::alarmFlash(Payload) {
+    panel_.window.BackColor = platform::kRed;
+    panel_.TimerAlarm.restart(kFlashMilliseconds);
+}
+
+void Dispatcher::liveData(Payload payload) { decoder_->decodeLivePacket(payload); }
+
+void Dispatcher::unknownToDevice(Payload) {}
+
+void Dispatcher::eepromByte(Payload payload) {
+    const std::uint8_t value = checked(payload, 0);
+    const int address = payload.size() < 3 ? 0 : payload[1] + 256 * payload[2];
+    checked(tables_.EEImage, address) = value;
+    checked(tables_.EETime, address) = timeText();
+    checked(tables_.EEParams, address).value = value;
+    showEepromValue(value, address, false);
+}
+
+void Dispatcher::eepromWord(Payload payload) {
+    const std::uint8_t low = checked(payload, 0);
+    const std::uint8_t high = checked(payload, 1);
+    const int address = checked(payload, 2) + 256 * checked(payload, 3);
+    const std::int32_t value = low + 256 * high;
+    checked(tables_.EEImage, address) = low;
+    checked(tables_.EEImage, address + 1) = high;
+    checked(tables_.EETime, address) = timeText();
+    checked(tables_.EETime, address + 1) = timeText();
+    checked(tables_.EEParams, address).value = value;
+    showEepromValue(value, address, true);
+}
+
+// Byte replies never reach the ordinary map windows: their fields are the 16-bit limits.
+void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
+    if (windows_.frmMisc != nullptr) {
+        windows_.frmMisc->UpdateReadEE(value, address, is16);
+    }
+    if (tables_.ignWindowOpen) {
+        ignitionWindow().UpdateReadEE(value, address, is16);
+    }
+    if (is16 && windows_.curMapWindow != nullptr) {
+        windows_.curMapWindow->UpdateReadEE(value, address, true);
+    }
+    if (windows_.frmMisc != nullptr) {
+        windows_.frmMisc->setTextArvo(core::numberText(value).view());
+    }
+}
+
+void Dispatcher::fuelFirstHalf(Payload payload) {
+    fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
+    mapWindow().populateFuel();
+    requestSecondHalf(245);
+    setMapCaption("Received 50% Fuel map ");
+}
+
+void Dispatcher::fuelSecondHalf(Payload payload) {
+    fillHalf(payload, kHalf, tables_.FuelMapIn, tables_.FuelMapOut);
+    mapWindow().populateFuel();
+    setMapCaption("Received 100% Fuel map ");
+}
+
+void Dispatcher::ignitionFirstHalf(Payload payload) {
+    fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
+    showIgnitionMap();
+    requestSecondHalf(247);
+}
+
+void Dispatcher::ignitionSecondHalf(Payload payload) {
+    fillHalf(payload, kHalf, tables_.IgnMapIn, tables_.IgnMapOut);
+    showIgnitionMap();
+}
+
+void Dispatcher::showIgnitionMap() {
+    auto& window = tables_.ignWindowOpen ? ignitionWindow() : mapWindow();
+    window.populateIGN();
+    window.setCaption("Received Ignition map " + timeText());
+}
+
+void Dispatcher::requestSecondHalf(std::uint8_t command) {
+    if (hasLargeMaps(tables_.SWType)) {
+        panel_.MSComm1.Output(command);
+    }
+}
+
+// The other three set the caption first: with no map window open their count is lost with the error.
+void Dispatcher::fuelSent(Payload payload) {
+    if (!refused(payload)) {
+        tables_.FuelSendAcks = core::toInt16(tables_.FuelSendAcks + 1);
+        setMapCaption("Sent 50% of Inj map ");
+    }
+}
+
+void Dispatcher::fuelSecondHalfSent(Payload payload) {
+    if (!refused(payload)) {
+        setMapCaption("Sent 100% of Inj map ");
+        tables_.FuelSendAcks = core::toInt16(tables_.FuelSendAcks + 10);
+    }
+}
+
+void Dispatcher::ignitionSent(Payload payload) {
+    if (!refused(payload)) {
+        setMapCaption("Sent 50% of Ign map ");
+        tables_.IgnSendAcks = core::toInt16(tables_.IgnSendAcks + 1);
+    }
+}
+
+void Dispatcher::ignitionSecondHalfSent(Payload payload) {
+    if (!refused(payload)) {
+        setMapCaption("Sent 100% of Ign map ");
+        tables_.IgnSendAcks = core::toInt16(tables_.IgnSendAcks + 10);
+    }
+}
+
+bool Dispatcher::refused(Payload payload) {
+    if (checked(payload, 0) != 0) {
+        return false;
+    }
+    machine_.dialogs.show(
+        {"Virhe", "Tiedon lähetys epäonnistui. Lähetä data uudelleen", platform::MessageIcon::Exclamation});
+    return true;
+}
+
+void Dispatcher::miscBlock(Payload payload) {
+    for (int i = 0; i < 9; ++i) {
+        checked(tables_.MiscBlock, i + 1) = checked(payload, i);
+    }
+    (tables_.ignWindowOpen ? ignitionWindow() : mapWindow()).LoadMisc(false);
+}
+
+void Dispatcher::pwmCell(Payload payload) {
+    const std::uint8_t cell = checked(payload, 0);
+    const std::uint8_t value = checked(payload, 1);
+    checked(tables_.PwmMapIn, cell) = value;
+    checked(tables_.PwmMapOut, cell) = value;
+    mapWindow().populatePWMOUT();
+}
+
+void Dispatcher::settingsBlock(Payload payload) {
+    if (windows_.frmMisc != nullptr) {
+        windows_.frmMisc->LoadMisc2(payload);
+    }
+}
+
+void Dispatcher::lambdaBlock(Payload payload) {
+    for (int i = 0; i < 10 && windows_.frmMisc != nullptr; ++i) {
+        windows_.frmMisc->setLambdaRow(i, checked(payload, i), checked(payload, 10 + i));
+    }
+}
+
+void Dispatcher::identity(Payload payload) {
+    showIdentity(payload);
+    panel_.TimerGetSettings.Enabled = false;
+    if (payload.size() < 5) {
+        return;
+    }
+    tables_.SWType = payload[4];
+    showFirmwareType();
+    if (identityWaits_ < kNestedIdentityPauses) {
+        ++identityWaits_;
+        machine_.pump.wait(kIdentityPause);
+        --identityWaits_;
+    }
+    core::InitParams(tables_, tables_.SWType);
+}
+
+void Dispatcher::showIdentity(Payload payload) {
+    tables_.Features = checked(payload, 0) * 256 + checked(payload, 1);
+    tables_.HwVersion = static_cast<float>((checked(payload, 2) * 256 + checked(payload, 3)) / 1000.0);
+    checked(tables_.EEParams, kVersionRow).value = tables_.HwVersion;
+    panel_.lblHWVer.Caption = "hwVer: " + core::textOf(tables_.HwVersion);
+    panel_.lblHWVer.Visible = true;
+    core::InitTimeUnits(tables_);
+    panel_.lblFeatures.Caption = core::textOf(tables_.Features);
+}
+
+void Dispatcher::showFirmwareType() {
+    const auto padded = panel_.window.Caption.get() + "      ";
+    panel_.window.Caption =
+        leftCharacters(padded, kCaptionWidth) + checked(tables_.SWTypeNames, tables_.SWType);
+}
+
+void Dispatcher::ignitionDebug(Payload payload) {
+    if (windows_.frmIGNDebug != nullptr) {
+        windows_.frmIGNDebug->showDebugFrame(payload);
+    }
+}
+
+MapWindow& Dispatcher::mapWindow() const {
+    if (windows_.curMapWindow == nullptr) {
+        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+    }
+    return *windows_.curMapWindow;
+}
+
+MapWindow& Dispatcher::ignitionWindow() const {
+    if (windows_.frmMaps_QV_ign == nullptr) {
+        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+    }
+    return *windows_.frmMaps_QV_ign;
+}
+
+void Dispatcher::setMapCaption(std::string_view text) { mapWindow().setCaption(std::string(text) + timeText()); }
+
+std::string Dispatcher::timeText() const { return core::timeText(machine_.pump.wallTime()); }
+
+}  // namespace korvane::link

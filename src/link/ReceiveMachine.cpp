@@ -1,0 +1,94 @@
+#include "link/ReceiveMachine.h"
+
+#include <algorithm>
+
+namespace korvane::link {
+
+namespace {
+
+constexpr std::array<std::uint8_t, 20> kCommands{121, 153, 82,  97,  247, 65,  248, 102, 245, 70,
+                                                 246, 170, 109, 101, 108, 83,  112, 84,  85,  33};
+
+constexpr auto kIsCommand = [] {
+    std::array<bool, 256> table{};
+    for (const auto command : kCommands) {
+        table[command] = true;
+    }
+    return table;
+}();
+
+// What the place of the complement byte holds until the length is known; nothing reads it.
+constexpr std::int16_t kTotalUnknown = 20;
+
+constexpr std::int32_t kFirstPayloadPosition = 2;
+
+}  // namespace
+
+bool ReceiveMachine::isCommand(std::uint8_t byte) { return kIsCommand[byte]; }
+
+std::size_t ReceiveMachine::consume(std::span<const std::uint8_t> bytes) {
+    std::size_t taken = 0;
+    ready_ = ready_ && bytes.empty();
+    while (taken < bytes.size() && !ready_) {
+        if (position_ == 0) {
+            taken += hunt(bytes.subspan(taken));
+        } else if (position_ == 1) {
+            takeLength(bytes[taken++]);
+        } else if (position_ == total_) {
+            takeComplement(bytes[taken++]);
+        } else {
+            taken += takePayload(bytes.subspan(taken));
+        }
+    }
+    return taken;
+}
+
+void ReceiveMachine::frameDone() {
+    command_ = 0;
+    length_ = 0;
+    ready_ = false;
+}
+
+std::span<const std::uint8_t> ReceiveMachine::payload() const { return std::span(payload_).first(payloadSize_); }
+
+std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
+    const auto* const found = std::find_if(bytes.data(), bytes.data() + bytes.size(),
+                                           [](std::uint8_t byte) { return kIsCommand[byte]; });
+    ready_ = false;
+    if (found == bytes.data() + bytes.size()) {
+        command_ = 0;
+        return bytes.size();
+    }
+    command_ = *found;
+    position_ = 1;
+    total_ = kTotalUnknown;
+    return static_cast<std::size_t>(found - bytes.data()) + 1;
+}
+
+void ReceiveMachine::takeLength(std::uint8_t byte) {
+    length_ = byte;
+    total_ = static_cast<std::int16_t>(byte + 2);
+    position_ = kFirstPayloadPosition;
+    // A handler may read the first byte of an empty payload: it reads zero.
+    payloadSize_ = std::max<std::size_t>(byte, 1);
+    std::fill_n(payload_.begin(), payloadSize_, std::uint8_t{0});
+}
+
+std::size_t ReceiveMachine::takePayload(std::span<const std::uint8_t> bytes) {
+    const auto count = std::min(bytes.size(), static_cast<std::size_t>(total_ - position_));
+    std::copy_n(bytes.data(), count, payload_.data() + (position_ - kFirstPayloadPosition));
+    position_ += static_cast<std::int32_t>(count);
+    return count;
+}
+
+void ReceiveMachine::takeComplement(std::uint8_t byte) {
+    position_ = 0;
+    if (byte == static_cast<std::uint8_t>(~command_)) {
+        ready_ = true;
+    } else {
+        command_ = 0;
+        length_ = 0;
+    }
+}
+
+}  // namespace korvane::link

@@ -1,0 +1,24 @@
+#include "link/W32Comms.h"
+
+namespace korvane::link {
+
+namespace {
+constexpr int kErrorSetBaud = 8015;
+constexpr int kErrorReadState = 8021;
+}  // namespace
+
+std::int32_t GetPortBaud(const platform::MSComm& port) {
+    const int baud = port.lineBaud();
+    if (baud <= 0) {
+        throw platform::RuntimeError(kErrorReadState, "Could not read current state of the port");
+    }
+    return baud;
+}
+
+void SetCustomBaud(platform::MSComm& port, std::int32_t rate) {
+    if (!port.setLineBaud(rate)) {
+        throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate");
+    }
+}
+
+}  // namespace korvane::link

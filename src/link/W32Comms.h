@@ -1,0 +1,16 @@
+// The rate of an open port, past the control's Settings.
+#pragma once
+
+#include "platform/MSComm.h"
+
+#include <cstdint>
+
+namespace korvane::link {
+
+// The line's rate in baud. RuntimeError 8018 when the port is closed, 8021 when the device does not tell.
+[[nodiscard]] std::int32_t GetPortBaud(const platform::MSComm& port);
+
+// Forces the rate on the open device. RuntimeError 8018 when the port is closed, 8015 when it refuses.
+void SetCustomBaud(platform::MSComm& port, std::int32_t rate);
+
+}  // namespace korvane::link

@@ -1,0 +1,62 @@
+// What the dispatcher and the live update need of windows that stand further down in the house. A null pointer is a
+// window that is not open, or does not exist.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace korvane::link {
+
+// The open map window, whichever it is.
+class MapWindow {
+public:
+    virtual ~MapWindow() = default;
+
+    virtual void setCaption(std::string_view caption) = 0;
+    virtual void populateFuel() = 0;
+    virtual void populateIGN() = 0;
+    virtual void populatePWMOUT() = 0;
+    virtual void LoadMisc(bool skipTimer) = 0;
+    virtual void UpdateReadEE(std::int32_t value, int addr, bool is16) = 0;
+    virtual void updateMapPlace() = 0;
+};
+
+// The settings window, one for the whole run.
+class SettingsWindow {
+public:
+    virtual ~SettingsWindow() = default;
+
+    virtual void LoadMisc2(std::span<const std::uint8_t> payload) = 0;
+    virtual void UpdateReadEE(std::int32_t value, int addr, bool is16) = 0;
+    virtual void setTextArvo(std::string_view text) = 0;
+    virtual void setLambdaRow(int row, std::uint8_t setpoint, std::uint8_t authority) = 0;
+    virtual void MarkAccelCell(int index) = 0;
+};
+
+// The ignition debug window.
+class IgnitionDebugWindow {
+public:
+    virtual ~IgnitionDebugWindow() = default;
+
+    virtual void showDebugFrame(std::span<const std::uint8_t> payload) = 0;
+};
+
+// The windows that frames are handed to.
+struct Windows {
+    MapWindow* curMapWindow = nullptr;
+    MapWindow* frmMaps_QV_ign = nullptr;  // serves map and EEPROM replies while ignWindowOpen
+    SettingsWindow* frmMisc = nullptr;
+    IgnitionDebugWindow* frmIGNDebug = nullptr;
+};
+
+// Who takes the payload of an 'R' frame.
+class LiveDecoder {
+public:
+    virtual ~LiveDecoder() = default;
+
+    // May change the payload: the throttle byte is scaled in place.
+    virtual void decodeLivePacket(std::span<std::uint8_t> payload) = 0;
+};
+
+}  // namespace korvane::link

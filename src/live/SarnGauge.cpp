@@ -1,0 +1,54 @@
+#include "live/SarnGauge.h"
+
+#include "core/Numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace korvane::live {
+
+namespace {
+
+using platform::Object;
+using platform::property;
+using platform::PropertyInfo;
+using platform::Value;
+
+constexpr double kRadiansPerUnit = 0.04712388975;  // 2.7 degrees
+constexpr double kStartAngle = 2.3561944875;       // 135 degrees
+
+const SarnGauge& gauge(const Object& object) { return dynamic_cast<const SarnGauge&>(object); }
+
+constexpr std::array kProperties{
+    PropertyInfo{"value", [](const Object& object) -> Value { return std::int64_t{gauge(object).value()}; },
+                 [](Object& object, const Value& value) {
+                     dynamic_cast<SarnGauge&>(object).setValue(platform::detail::fromValue<int>(value));
+                 }},
+    property<&SarnGauge::Caption>("Caption"),
+};
+
+}  // namespace
+
+void SarnGauge::setValue(int value) {
+    value_ = std::clamp(value, 0, kTickCount);
+    if (value_ != lastValue_) {
+        number_.assign(core::numberText(value_).view());
+        ++redraws_;
+        lastValue_ = value_;
+        changed(faceProperty());
+    }
+}
+
+void SarnGauge::step() { setValue(value_ + 1 > 99 ? 0 : value_ + 1); }
+
+DialPoint SarnGauge::pointAt(double value, double radius) {
+    const double angle = value * kRadiansPerUnit + kStartAngle;
+    return {(std::cos(angle) * radius + 1) / 2, (std::sin(angle) * radius + 1) / 2};
+}
+
+std::vector<std::span<const PropertyInfo>> SarnGauge::propertyTables() const {
+    return platform::withTable<Control>(*this, kProperties);
+}
+
+}  // namespace korvane::live

@@ -1,0 +1,47 @@
+// A 270-degree arc with 100 ticks, a pointer, a value and a caption.
+#pragma once
+
+#include "live/SarnMeter.h"
+
+namespace korvane::live {
+
+// Shows 0 to 100; values outside are clamped.
+class SarnGauge : public platform::Control {
+public:
+    using Control::Control;
+
+    platform::Property<std::string> Caption{*this, "Name"};
+
+    [[nodiscard]] int value() const { return value_; }
+    void setValue(int value);
+    // One up, and from above 99 back to 0.
+    void step();
+
+    [[nodiscard]] int redraws() const { return redraws_; }
+    [[nodiscard]] const std::string& number() const { return number_; }
+    [[nodiscard]] DialPoint pointerTip() const { return pointAt(value_, kOuterRadius); }
+
+    static constexpr int kTickCount = 100;
+    // Tick i, 1 to 100, at the angle of value i.
+    [[nodiscard]] static DialLine tick(int i) { return {pointAt(i, kInnerRadius), pointAt(i, kOuterRadius)}; }
+    // The two lines that end the arc, from the centre.
+    [[nodiscard]] static DialLine startLine() { return {{0.5, 0.5}, pointAt(0, kOuterRadius)}; }
+    [[nodiscard]] static DialLine endLine() { return {{0.5, 0.5}, pointAt(kTickCount, kOuterRadius)}; }
+
+    [[nodiscard]] std::string_view kind() const override { return "gauge"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
+    [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
+    [[nodiscard]] const void* faceProperty() const { return &value_; }
+
+private:
+    static constexpr double kInnerRadius = 0.7;
+    static constexpr double kOuterRadius = 0.9;
+    [[nodiscard]] static DialPoint pointAt(double value, double radius);
+
+    int value_ = 0;
+    int lastValue_ = 0;
+    int redraws_ = 0;
+    std::string number_ = "0";
+};
+
+}  // namespace korvane::live

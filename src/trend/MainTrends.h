@@ -1,0 +1,28 @@
+// The two live plots of the main window.
+#pragma once
+
+#include "live/LiveUpdate.h"
+#include "trend/cTrendline.h"
+
+namespace korvane::trend {
+
+class MainTrends : public live::TrendSink {
+public:
+    // Names the series and draws both plots once.
+    explicit MainTrends(live::FrmSarn2& window);
+
+    void pushTrendSample(double value, int series, int trend) override { table(trend).push(value, series); }
+    void drawTrends() override;
+
+    // Trend 2 is picTrend2; any other number is picTrend.
+    [[nodiscard]] TrendTable& table(int trend) { return trend == 2 ? second_ : first_; }
+    [[nodiscard]] cTrendline& line(int trend) { return trend == 2 ? secondLine_ : firstLine_; }
+
+private:
+    TrendTable first_;
+    TrendTable second_;
+    cTrendline firstLine_;
+    cTrendline secondLine_;
+};
+
+}  // namespace korvane::trend
