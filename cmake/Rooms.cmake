@@ -65,5 +65,5 @@ function(korvane_test name)
   endforeach()
   korvane_flags(test_${name})
   gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;KORVANE_BIN=${CMAKE_BINARY_DIR}/bin;KORVANE_SOURCE=${PROJECT_SOURCE_DIR}")
+    PROPERTIES TIMEOUT 120)
 endfunction()

@@ -64,6 +64,8 @@ bool Control::usable() const {
     return container_ == nullptr || container_->usable();
 }
 
+std::optional<Value> Control::indexedProperty(std::string_view, std::span<const int>) const { return {}; }
+
 void Control::press() { raise(Click); }
 
 void Control::keyDown(int keyCode, int shift) {

@@ -100,6 +100,24 @@ public:
     // Whether pressing it means anything.
     [[nodiscard]] virtual bool canClick() const { return static_cast<bool>(Click); }
 
+    // The rows or tabs that a user picks from: the number of the first one and how many there are. Nothing for a control
+    // that offers no choice.
+    struct Choices {
+        int first = 0;
+        int count = 0;
+    };
+    [[nodiscard]] virtual std::optional<Choices> choices() const { return {}; }
+    // How many column headers can be clicked; they count from 1.
+    [[nodiscard]] virtual int columnCount() const { return 0; }
+    // The value of a property that takes indices, such as List(2). Nothing if there is no such property; RuntimeError 9
+    // for an index out of range.
+    [[nodiscard]] virtual std::optional<Value> indexedProperty(std::string_view property,
+                                                               std::span<const int> indices) const;
+
+    // Picks one of choices(), or clicks the header of a column, as a user does.
+    virtual void choose(int choice) { static_cast<void>(choice); }
+    virtual void clickColumn(int column) { static_cast<void>(column); }
+
     // What a user does. Each goes in through the window's door: failures end there.
     virtual void press();  // a click
     void keyDown(int keyCode, int shift);

@@ -107,6 +107,13 @@ void ComboBox::choose(int row) {
     ListIndex = row;
 }
 
+std::optional<Value> ComboBox::indexedProperty(std::string_view property, std::span<const int> indices) const {
+    if (property != "List" || indices.size() != 1) {
+        return {};
+    }
+    return List(indices.front());
+}
+
 void ComboBox::afterChange(const void* property) {
     if (property == &ListIndex) {
         raise(Click);

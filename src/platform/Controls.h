@@ -66,7 +66,10 @@ public:
     // The chosen row's text, empty when none is chosen.
     [[nodiscard]] std::string Text() const;
     // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not exist.
-    void choose(int row);
+    void choose(int row) override;
+    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{0, ListCount()}; }
+    [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,
+                                                       std::span<const int> indices) const override;  // List(row)
 
     [[nodiscard]] std::string_view kind() const override { return "drop-down list"; }
     [[nodiscard]] std::string_view mainProperty() const override { return "ListIndex"; }

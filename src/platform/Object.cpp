@@ -1,8 +1,15 @@
 #include "platform/Object.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace korvane::platform {
+
+Object::~Object() {
+    for (Observer* const observer : std::exchange(observers_, {})) {
+        observer->objectGone(*this);
+    }
+}
 
 const PropertyInfo* Object::findProperty(std::string_view name) const {
     for (const auto table : propertyTables()) {

@@ -28,6 +28,8 @@ public:
     virtual ~Observer() = default;
     // `property` is the address of the Property member that changed.
     virtual void propertyChanged(Object& object, const void* property) = 0;
+    // The object is being destroyed: only its address is of use any more.
+    virtual void objectGone(const Object& object) { static_cast<void>(object); }
 };
 
 class Object {
@@ -35,7 +37,7 @@ public:
     Object() = default;
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
-    virtual ~Object() = default;
+    virtual ~Object();
 
     // The full list of properties, those of the base classes first.
     [[nodiscard]] virtual std::vector<std::span<const PropertyInfo>> propertyTables() const = 0;

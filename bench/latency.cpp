@@ -1,0 +1,94 @@
+// From the last byte of a live frame arriving at a pseudo-terminal to the label's new text in the model.
+#include "platform/Object.h"
+#include "platform/qt/QtPump.h"
+#include "platform/qt/QtSerialLine.h"
+#include "support/VirtualProgram.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <termios.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace korvane;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kFrames = 2000;
+
+// Notes when the first value label gets a new text.
+class Watcher : public platform::Observer {
+public:
+    explicit Watcher(platform::Label& label) : label_(label) { label_.addObserver(*this); }
+    ~Watcher() override { label_.removeObserver(*this); }
+    void propertyChanged(platform::Object&, const void* property) override {
+        if (property == &label_.Caption) {
+            seen = Clock::now();
+            ++changes;
+        }
+    }
+    Clock::time_point seen;
+    int changes = 0;
+
+private:
+    platform::Label& label_;
+};
+
+int openMaster() {
+    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0) {
+        std::perror("pseudo-terminal");
+        std::exit(1);
+    }
+    return master;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    const int master = openMaster();
+    support::VirtualMachine host;
+    platform::QtPump pump;
+    platform::QtSerialLine line(pump, platform::PortMap(pump, {{1, ptsname(master)}}));
+    platform::Machine machine{pump, line, host.dialogs, host.preferences, host.log, host.windows, host.folder.path(),
+                              '.',  {}};
+    app::Program program(machine);
+    program.start();
+    program.connectTo(1);
+    program.frmSarn2().TimerRequestData.Enabled = false;
+    program.frmSarn2().TimerGetSettings.Enabled = false;
+
+    Watcher watcher(program.frmSarn2().lblValue(0));
+    std::vector<double> micros;
+    for (int i = 0; i < kFrames; ++i) {
+        // The frame's last byte is written by a second thread while the program waits, as a device would.
+        Clock::time_point sent;
+        auto bytes = support::frame('R', support::Bytes(19, 1));
+        bytes[3] = static_cast<std::uint8_t>(i % 250);
+        const int before = watcher.changes;
+        std::jthread device([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            sent = Clock::now();
+            static_cast<void>(!write(master, bytes.data(), bytes.size()));
+        });
+        for (int waits = 0; watcher.changes == before && waits < 100; ++waits) {
+            pump.wait(3);
+        }
+        device.join();
+        micros.push_back(std::chrono::duration<double, std::micro>(watcher.seen - sent).count());
+    }
+    std::sort(micros.begin(), micros.end());
+    std::printf("frame at the pseudo-terminal to label in the model, %d frames: median %.0f us, 95th percentile %.0f us\n",
+                kFrames, micros[kFrames / 2], micros[kFrames * 95 / 100]);
+    program.quit();
+    close(master);
+    return 0;
+}

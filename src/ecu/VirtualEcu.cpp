@@ -1,0 +1,169 @@
+#include "ecu/VirtualEcu.h"
+
+#include <algorithm>
+#include <array>
+
+#include "ecu/EepromFile.h"
+
+namespace korvane::ecu {
+
+namespace {
+
+constexpr Micros kBootTime = 250'000;
+constexpr Micros kEngineStep = 5'000;
+constexpr Micros kLongestCatchUp = 600'000'000;
+constexpr std::size_t kFrameOverhead = 3;  // command, length, complement
+// What the firmware keeps ready to send. Answers that find more than this before them are not given.
+constexpr std::size_t kSendBuffer = 2048;
+
+constexpr std::uint64_t kLineSeed = 0x4C696E65;
+constexpr std::uint64_t kSensorSeed = 0x53656E73;
+
+}  // namespace
+
+VirtualEcu::VirtualEcu(const EcuSettings& settings)
+    : settings_(settings),
+      memory_(firmwareType(settings.type), settings.eeprom),
+      engine_(settings.seed),
+      queue_(settings.seed ^ kLineSeed),
+      sensors_(settings.seed ^ kSensorSeed) {
+    engine_.drive(settings_.drive);
+    changeFaults(0);
+}
+
+void VirtualEcu::receive(std::uint8_t byte, Micros at) {
+    awake(at);
+    if (at < bootEnd_) {
+        return;
+    }
+    parser_.feed(byte, at, *this);
+    countTowardsRestart(at);
+}
+
+std::optional<Micros> VirtualEcu::nextDue() const {
+    const auto line = queue_.nextDue();
+    const auto decision = parser_.shortFormEnd();
+    if (!decision) {
+        return line;
+    }
+    const Micros answered = *decision + queue_.duration(1);
+    return line ? std::min(*line, answered) : answered;
+}
+
+void VirtualEcu::take(Micros at, std::vector<std::uint8_t>& out) {
+    awake(at);
+    parser_.settle(at, *this);
+    queue_.take(at, out);
+}
+
+std::string VirtualEcu::finish() const {
+    return settings_.saveFile.empty() ? std::string() : writeEepromFile(settings_.saveFile, memory_.eeprom());
+}
+
+void VirtualEcu::awake(Micros at) {
+    if (engineTime_) {
+        return;
+    }
+    engineTime_ = at;
+    changeAlarm(at);
+}
+
+void VirtualEcu::advanceEngine(Micros at) {
+    if (calibrated_ != memory_.revision()) {
+        calibration_ = calibrationOf(memory_);
+        calibrated_ = memory_.revision();
+    }
+    engineTime_ = std::max(*engineTime_, at - kLongestCatchUp);
+    while (at - *engineTime_ >= kEngineStep) {
+        engine_.step(calibration_);
+        *engineTime_ += kEngineStep;
+    }
+}
+
+void VirtualEcu::answer(std::uint8_t code, Body payload, Micros at) {
+    const Micros earliest = at + 1000L * settings_.lateMs;
+    if (settings_.silent || queue_.backlog(earliest) > queue_.duration(kSendBuffer)) {
+        return;
+    }
+    std::array<std::uint8_t, 255 + kFrameOverhead> frame{};
+    frame[0] = code;
+    frame[1] = static_cast<std::uint8_t>(payload.size());
+    auto* end = std::ranges::copy(payload, frame.begin() + 2).out;
+    *end++ = static_cast<std::uint8_t>(0xFF - code);
+    const auto length = static_cast<std::size_t>(end - frame.begin());
+    queue_.send(std::span(frame).first(length), earliest);
+}
+
+bool VirtualEcu::busy(Micros at) const {
+    const auto liveFrame = static_cast<std::size_t>(settings_.payloadLength) + kFrameOverhead;
+    return queue_.backlog(at + 1000L * settings_.lateMs) > queue_.duration(liveFrame);
+}
+
+void VirtualEcu::restart(Micros at) {
+    constexpr std::uint8_t kStarted = 170;
+    queue_.cut(at);
+    parser_.reset();
+    memory_.reload();
+    bootEnd_ = at + kBootTime;
+    answer(kStarted, {}, bootEnd_);
+}
+
+void VirtualEcu::countTowardsRestart(Micros at) {
+    if (settings_.restartAfter && --*settings_.restartAfter == 0) {
+        settings_.restartAfter.reset();
+        restart(at);
+    }
+}
+
+const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
+    {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
+    {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
+    {"alarm", &VirtualEcu::changeAlarm},
+};
+
+std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {
+    if (key == "eeprom") {
+        return "eeprom can be given at the start only";
+    }
+    EcuSettings changed = settings_;
+    if (std::string error = parseKey(changed, key, value); !error.empty()) {
+        return error;
+    }
+    if (key == "save") {
+        return writeEepromFile(changed.saveFile, memory_.eeprom());
+    }
+    awake(at);
+    parser_.settle(at, *this);
+    advanceEngine(at);
+    const bool otherType = changed.type != settings_.type;
+    settings_ = std::move(changed);
+    for (const ChangeRow& row : kChanges) {
+        if (row.key == key && (key != "type" || otherType)) {
+            (this->*row.change)(at);
+        }
+    }
+    return {};
+}
+
+void VirtualEcu::changeType(Micros) {
+    memory_ = FirmwareMemory(firmwareType(settings_.type), settings_.eeprom);
+    calibrated_.reset();
+}
+
+void VirtualEcu::changeSeed(Micros) {
+    engine_.reseed(settings_.seed);
+    queue_.reseed(settings_.seed ^ kLineSeed);
+    sensors_ = Noise(settings_.seed ^ kSensorSeed);
+}
+
+void VirtualEcu::changeFaults(Micros) {
+    queue_.setFaults({.lose = settings_.lose, .flip = settings_.flip, .add = settings_.add});
+}
+
+void VirtualEcu::changeAlarm(Micros at) {
+    if (settings_.alarm) {
+        answer('!', {}, at);
+    }
+}
+
+}  // namespace korvane::ecu

@@ -1,0 +1,131 @@
+// The ECU's end of the serial line: firmware, memory and engine, with no clock of its own.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ecu/Calibration.h"
+#include "ecu/CommandParser.h"
+#include "ecu/EcuSettings.h"
+#include "ecu/EngineModel.h"
+#include "ecu/FirmwareMemory.h"
+#include "ecu/LineQueue.h"
+#include "ecu/Micros.h"
+#include "ecu/Noise.h"
+#include "ecu/Replies.h"
+
+namespace korvane::ecu {
+
+// The caller tells the time with every call; it must not go back. The same settings and the same calls give the same
+// bytes at the same times. The engine starts with the first call that tells a time. It lives at most ten minutes
+// ahead of the last command: after a longer silence it goes on from there.
+class VirtualEcu : private CommandHandler {
+public:
+    explicit VirtualEcu(const EcuSettings& settings = {});
+
+    // Baud rate of the line (default 57600); a byte takes 10 bit times. Holds for answers from now on.
+    void setBaud(int baud) { queue_.setBaud(baud); }
+    // One byte from the PC whose last bit arrived at `at`.
+    void receive(std::uint8_t byte, Micros at);
+    // When the next byte towards the PC has arrived there in full, or nullopt when nothing is under way. While the ECU
+    // waits whether a short command goes on, this is the earliest time at which its answer could arrive.
+    [[nodiscard]] std::optional<Micros> nextDue() const;
+    // Appends all bytes that have arrived at the PC by `at` to `out`.
+    void take(Micros at, std::vector<std::uint8_t>& out);
+
+    // Changes a key while running. Returns an empty text, or one sentence that says what is wrong (unknown key, bad
+    // value; nothing changed then). A new `type` is another box with its own memory; `save` writes at once.
+    [[nodiscard]] std::string set(std::string_view key, std::string_view value, Micros at);
+    // The end of the run: writes the EEPROM if the key `save` names a file. Returns as set() does.
+    [[nodiscard]] std::string finish() const;
+
+    [[nodiscard]] const EcuSettings& settings() const { return settings_; }
+    [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return memory_.eeprom(); }
+    [[nodiscard]] const MapCells& workingMap(MapKind kind) const { return memory_.working(kind); }
+    [[nodiscard]] MapCells storedMap(MapKind kind) const { return memory_.stored(kind); }
+    [[nodiscard]] const MiscBytes& miscBlock() const { return memory_.misc(); }
+    // What the working fuel map would have to hold for the best mixture (kBestMixture) everywhere, not rounded.
+    [[nodiscard]] std::array<double, kMapCells> trueFuelMap() const { return neededCounts(memory_); }
+    // The engine as the last command found it.
+    [[nodiscard]] const EngineState& engine() const { return engine_.state(); }
+    [[nodiscard]] long sparksFired() const { return sparksFired_; }
+
+private:
+    using Body = std::span<const std::uint8_t>;
+    using Action = void (VirtualEcu::*)(Body, Micros);
+    using Change = void (VirtualEcu::*)(Micros);
+    struct CommandRow {
+        std::uint8_t code;
+        Action action;
+    };
+    struct ChangeRow {
+        std::string_view key;
+        Change change;
+    };
+    static const CommandRow kCommands[];
+    static const ChangeRow kChanges[];
+
+    void command(std::uint8_t code, Body body, Micros at) override;
+    void unknown(std::uint8_t code, Micros at) override;
+
+    void awake(Micros at);
+    void advanceEngine(Micros at);
+    void answer(std::uint8_t code, Body payload, Micros at);
+    // The transmitter has more than a live frame to send before an answer to what comes at `at`.
+    [[nodiscard]] bool busy(Micros at) const;
+    void restart(Micros at);
+    void countTowardsRestart(Micros at);
+
+    void sendLive(Body, Micros at);
+    void sendIdentity(Body, Micros at);
+    void restartOnCommand(Body, Micros at) { restart(at); }
+    template <std::uint8_t Code, MapKind Kind, bool Upper>
+    void sendHalf(Body, Micros at);
+    template <std::uint8_t Code, MapKind Kind, bool Upper>
+    void takeHalf(Body body, Micros at);
+    template <MapKind Kind>
+    void takeCell(Body body, Micros at);
+    template <MapKind Kind>
+    void commit(Body, Micros) {
+        memory_.commit(Kind);
+    }
+    void sendMisc(Body, Micros at) { answer('m', memory_.misc(), at); }
+    void sendPwmTable(Body, Micros at);
+    void takeMisc(Body body, Micros at);
+    void commitMisc(Body, Micros) { memory_.commitMisc(); }
+    void writeByte(Body body, Micros at);
+    void sendByte(Body body, Micros at);
+    void sendWord(Body body, Micros at);
+    void sendSettings(Body, Micros at) { answer('e', settingsBlock(memory_), at); }
+    void teachClosed(Body, Micros);
+    void teachOpen(Body, Micros);
+    void sendDebug(Body, Micros at);
+    void cleanPlugs(Body body, Micros) { sparksFired_ += 100L * body.front(); }
+
+    void changeType(Micros);
+    void changeSeed(Micros);
+    void changeDrive(Micros) { engine_.drive(settings_.drive); }
+    void changeFaults(Micros);
+    void changeAlarm(Micros at);
+
+    EcuSettings settings_;
+    FirmwareMemory memory_;
+    EngineModel engine_;
+    CommandParser parser_;
+    LineQueue queue_;
+    Noise sensors_;
+    Calibration calibration_;
+    std::optional<std::uint64_t> calibrated_;  // revision of the memory behind calibration_
+    std::optional<Micros> engineTime_;
+    Micros bootEnd_ = INT64_MIN;
+    int muxTurn_ = 0;
+    unsigned debugTurn_ = 0;
+    long sparksFired_ = 0;
+};
+
+}  // namespace korvane::ecu

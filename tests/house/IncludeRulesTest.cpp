@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "house/SourceRules.h"
+
+namespace korvane::house {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+std::vector<std::string> floors(std::string path, std::string include) {
+    return brokenFloors({std::move(path), "#include \"" + include + "\"\n"});
+}
+
+std::vector<std::string> libraries(std::string path, std::string include) {
+    return brokenLibraries({std::move(path), "#include <" + include + ">\n"});
+}
+
+class Sources : public testing::Test {
+protected:
+    void SetUp() override {
+        const char* folder = std::getenv("KORVANE_SOURCE");
+        ASSERT_NE(folder, nullptr) << "KORVANE_SOURCE has to name the project's folder";
+        files_ = readSources(std::filesystem::path(folder) / "src");
+    }
+
+    std::vector<SourceFile> files_;
+};
+
+TEST_F(Sources, KeepTheRulesOfTheHouse) {
+    for (const SourceFile& file : files_) {
+        EXPECT_THAT(brokenRules(file), IsEmpty());
+    }
+}
+
+TEST_F(Sources, AreAllThere) {
+    for (const char* path : {"platform/EventPump.h", "platform/virtual/VirtualPump.cpp", "ecu/VirtualEcu.cpp"}) {
+        EXPECT_EQ(std::ranges::count(files_, path, &SourceFile::path), 1) << path;
+    }
+}
+
+TEST(Floors, LetARoomIncludeItselfAndTheRoomsAbove) {
+    EXPECT_THAT(floors("live/Lamps.cpp", "live/Lamps.h"), IsEmpty());
+    EXPECT_THAT(floors("live/Lamps.cpp", "link/Dispatcher.h"), IsEmpty());
+    EXPECT_THAT(floors("live/Lamps.cpp", "core/SharedTables.h"), IsEmpty());
+    EXPECT_THAT(floors("app/Program.cpp", "console/Console.h"), IsEmpty());
+    EXPECT_THAT(floors("platform/Timer.cpp", "platform/Timer.h"), IsEmpty());
+}
+
+TEST(Floors, ForbidARoomBelow) {
+    EXPECT_THAT(floors("core/IniFile.h", "link/Dispatcher.h"), SizeIs(1));
+    EXPECT_THAT(floors("platform/Timer.cpp", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("link/Dispatcher.cpp", "live/FrmSarn2.h"), SizeIs(1));
+    EXPECT_THAT(floors("maps/MapGrid.cpp", "analysis/Analyser.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/MainView.cpp", "app/Program.h"), SizeIs(1));
+    EXPECT_THAT(floors("console/Console.cpp", "views/MainView.h"), SizeIs(1));
+}
+
+TEST(Floors, LetOnlyTheCompositionAndItsToolsKnowAMachine) {
+    EXPECT_THAT(floors("platform/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
+    EXPECT_THAT(floors("live/Lamps.cpp", "platform/virtual/MemoryLine.h"), SizeIs(1));
+    EXPECT_THAT(floors("link/Connection.cpp", "platform/qt/PortMap.h"), SizeIs(1));
+    EXPECT_THAT(floors("console/Console.cpp", "platform/qt/QtPump.h"), SizeIs(1));
+    EXPECT_THAT(floors("platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"), SizeIs(1));
+    EXPECT_THAT(floors("app/Main.cpp", "platform/qt/QtPump.h"), IsEmpty());
+    EXPECT_THAT(floors("app/Main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
+    EXPECT_THAT(floors("views/MainView.cpp", "platform/qt/QtPump.h"), IsEmpty());
+}
+
+TEST(Floors, KeepAMachineOnItsFloor) {
+    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "platform/SerialLine.h"), IsEmpty());
+    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "platform/virtual/VirtualPump.h"), IsEmpty());
+    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("platform/qt/QtSerialLine.cpp", "link/Connection.h"), SizeIs(1));
+}
+
+TEST(Floors, LeaveTheVirtualEcuNothingButTheParameterNames) {
+    EXPECT_THAT(floors("ecu/Replies.cpp", "ecu/Replies.h"), IsEmpty());
+    EXPECT_THAT(floors("ecu/Replies.cpp", "core/ParameterNames.h"), IsEmpty());
+    EXPECT_THAT(floors("ecu/Replies.cpp", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("ecu/Replies.cpp", "link/ReceiveMachine.h"), SizeIs(1));
+    EXPECT_THAT(floors("ecu/main.cpp", "platform/EventPump.h"), SizeIs(1));
+}
+
+TEST(Floors, WantTheRoomInEveryInclude) {
+    EXPECT_THAT(floors("live/Lamps.cpp", "Lamps.h"), SizeIs(1));
+    EXPECT_THAT(floors("live/Lamps.cpp", "../core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("live/Lamps.cpp", "attic/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/MainView.cpp", "MainView.moc"), IsEmpty());
+}
+
+TEST(Floors, FindAnIncludeHoweverItIsWritten) {
+    const SourceFile file{"core/IniFile.cpp", "#include <string>\n  #  include   \"app/Program.h\"  // why\nint i;"};
+    EXPECT_THAT(brokenFloors(file), SizeIs(1));
+}
+
+TEST(Libraries, KeepQtInItsThreeRooms) {
+    for (const char* path : {"core/IniFile.cpp", "live/Lamps.h", "ecu/main.cpp", "console/Console.cpp",
+                             "platform/Timer.cpp", "platform/virtual/VirtualPump.cpp"}) {
+        EXPECT_THAT(libraries(path, "QString"), SizeIs(1)) << path;
+        EXPECT_THAT(libraries(path, "QtCore/QString"), SizeIs(1)) << path;
+    }
+    for (const char* path : {"platform/qt/QtPump.cpp", "views/MainView.cpp", "app/main.cpp"}) {
+        EXPECT_THAT(libraries(path, "QString"), IsEmpty()) << path;
+        EXPECT_THAT(libraries(path, "QtCore/QString"), IsEmpty()) << path;
+    }
+    EXPECT_THAT(brokenLibraries({"core/IniFile.cpp", "#include \"QString\"\n"}), SizeIs(1));
+}
+
+TEST(Libraries, AreTheStandardOneAndTheSystems) {
+    for (const char* header : {"string_view", "cstdint", "termios.h", "sys/ioctl.h", "asm/termbits.h"}) {
+        EXPECT_THAT(libraries("core/IniFile.cpp", header), IsEmpty()) << header;
+    }
+    for (const char* header : {"boost/asio.hpp", "fmt/format.h", "gtest/gtest.h", "benchmark/benchmark.h"}) {
+        EXPECT_THAT(libraries("app/main.cpp", header), SizeIs(1)) << header;
+    }
+}
+
+TEST(Naming, FollowsRoomAndClass) {
+    for (const char* path : {"core/IniFile.h", "platform/qt/QtPump.cpp", "trend/cTrendline.h", "app/main.cpp",
+                             "analysis/clsInjAnalyser.cpp", "maps/FrmMaps_Large.h"}) {
+        EXPECT_THAT(brokenNaming({path, ""}), IsEmpty()) << path;
+    }
+    for (const char* path : {"main.cpp", "attic/IniFile.h", "core/ini/IniFile.h", "core/ini_file.h", "core/IniFile.hpp",
+                             "core/notes.txt", "core/IniFile.cpp.orig"}) {
+        EXPECT_THAT(brokenNaming({path, ""}), SizeIs(1)) << path;
+    }
+}
+
+TEST(Guard, StandsInEveryHeader) {
+    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// Ini files.\n#pragma once\n\nint i;\n"}), IsEmpty());
+    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// Ini files.\nint i;\n"}), SizeIs(1));
+    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// #pragma once\nint i;\n"}), SizeIs(1));
+    EXPECT_THAT(brokenGuard({"core/IniFile.cpp", "int i;\n"}), IsEmpty());
+}
+
+TEST(AllRules, AreAppliedTogether) {
+    const SourceFile file{"ecu/replies.h", "#include <QString>\n#include \"core/Numbers.h\"\n"};
+    EXPECT_THAT(brokenRules(file), SizeIs(4));
+}
+
+}  // namespace
+}  // namespace korvane::house

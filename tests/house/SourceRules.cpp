@@ -1,0 +1,165 @@
+#include "house/SourceRules.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <regex>
+#include <sstream>
+
+namespace korvane::house {
+
+namespace {
+
+// From the top floor down: a room may include its own files and those of the rooms before it.
+constexpr std::array<std::string_view, 13> kFloors{"platform", "core",     "link",  "live",        "maps",
+                                                   "analysis", "settings", "trend", "performance", "ecu",
+                                                   "console",  "views",    "app"};
+
+struct MachineRoom {
+    std::string_view room;
+    std::array<std::string_view, 3> users;
+};
+
+// The two machines stand beside the floors: only these rooms know that there is more than one.
+constexpr std::array<MachineRoom, 2> kMachines{
+    MachineRoom{"platform/virtual", {"platform/virtual", "console", "app"}},
+    MachineRoom{"platform/qt", {"platform/qt", "views", "app"}},
+};
+
+constexpr std::array<std::string_view, 3> kQtRooms{"platform/qt", "views", "app"};
+
+constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
+
+struct Include {
+    std::string name;
+    bool quoted = false;
+};
+
+std::vector<Include> includesOf(const std::string& text) {
+    static const std::regex directive(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])");
+    std::vector<Include> found;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (std::smatch match; std::regex_search(line, match, directive)) {
+            found.push_back({match[2].str(), match[1].str() == "\""});
+        }
+    }
+    return found;
+}
+
+std::string roomOf(std::string_view path) {
+    const auto slash = path.rfind('/');
+    return std::string(slash == std::string_view::npos ? std::string_view{} : path.substr(0, slash));
+}
+
+const MachineRoom* machineIn(std::string_view room) {
+    const auto* const machine = std::ranges::find(kMachines, room, &MachineRoom::room);
+    return machine == kMachines.end() ? nullptr : machine;
+}
+
+std::optional<std::ptrdiff_t> floorOf(std::string_view room) {
+    const auto* const floor = std::ranges::find(kFloors, room);
+    return floor == kFloors.end() ? std::nullopt : std::optional(std::distance(kFloors.begin(), floor));
+}
+
+bool isRoom(std::string_view room) {
+    return machineIn(room) != nullptr || floorOf(room).has_value();
+}
+
+bool mayInclude(std::string_view room, std::string_view name) {
+    const std::string other = roomOf(name);
+    if (room == "ecu") {
+        return other == "ecu" || name == kSharedWithEcu;
+    }
+    if (const auto* const machine = machineIn(other)) {
+        return std::ranges::find(machine->users, room) != machine->users.end();
+    }
+    return floorOf(other) && floorOf(other) <= floorOf(machineIn(room) != nullptr ? "platform" : room);
+}
+
+bool isQt(std::string_view name) {
+    static const std::regex qt(R"(^(Q[A-Z]\w*|Qt\w*/.+)$)");
+    return std::regex_match(name.begin(), name.end(), qt);
+}
+
+// The standard library's headers are single words; those of POSIX and the kernel end in .h and may stand in a folder.
+bool isSystem(std::string_view name) {
+    static const std::regex system(R"(^([a-z_0-9]+|([a-z]+\.h)|((sys|asm|linux)/[a-z]+\.h))$)");
+    return std::regex_match(name.begin(), name.end(), system);
+}
+
+void append(std::vector<std::string>& all, std::vector<std::string> more) {
+    all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+}  // namespace
+
+std::vector<std::string> brokenNaming(const SourceFile& file) {
+    static const std::regex name(R"(^(main\.cpp|(c|cls|frm)?[A-Z]\w*\.(h|cpp))$)");
+    std::vector<std::string> broken;
+    const std::string room = roomOf(file.path);
+    if (!isRoom(room)) {
+        broken.push_back(file.path + ": \"" + room + "\" is no room of the house");
+    }
+    if (!std::regex_match(file.path.substr(room.empty() ? 0 : room.size() + 1), name)) {
+        broken.push_back(file.path + ": a file is named for its class and ends in .h or .cpp");
+    }
+    return broken;
+}
+
+std::vector<std::string> brokenGuard(const SourceFile& file) {
+    static const std::regex once(R"((^|\n)#pragma once\s*\n)");
+    if (file.path.ends_with(".h") && !std::regex_search(file.text, once)) {
+        return {file.path + ": has no #pragma once"};
+    }
+    return {};
+}
+
+std::vector<std::string> brokenFloors(const SourceFile& file) {
+    std::vector<std::string> broken;
+    for (const Include& include : includesOf(file.text)) {
+        if (include.quoted && !include.name.ends_with(".moc") && !mayInclude(roomOf(file.path), include.name)) {
+            broken.push_back(file.path + ": must not include \"" + include.name + "\"");
+        }
+    }
+    return broken;
+}
+
+std::vector<std::string> brokenLibraries(const SourceFile& file) {
+    const bool qtRoom = std::ranges::find(kQtRooms, roomOf(file.path)) != kQtRooms.end();
+    std::vector<std::string> broken;
+    for (const Include& include : includesOf(file.text)) {
+        if (!include.quoted && !isSystem(include.name) && !(qtRoom && isQt(include.name))) {
+            broken.push_back(file.path + ": must do without <" + include.name + ">");
+        }
+        if (include.quoted && isQt(include.name)) {
+            broken.push_back(file.path + ": includes \"" + include.name + "\" as if it were the project's own");
+        }
+    }
+    return broken;
+}
+
+std::vector<std::string> brokenRules(const SourceFile& file) {
+    std::vector<std::string> broken = brokenNaming(file);
+    append(broken, brokenGuard(file));
+    append(broken, brokenFloors(file));
+    append(broken, brokenLibraries(file));
+    return broken;
+}
+
+std::vector<SourceFile> readSources(const std::filesystem::path& folder) {
+    std::vector<SourceFile> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            files.push_back({std::filesystem::relative(entry.path(), folder).generic_string(),
+                             {std::istreambuf_iterator<char>(stream), {}}});
+        }
+    }
+    std::ranges::sort(files, {}, &SourceFile::path);
+    return files;
+}
+
+}  // namespace korvane::house

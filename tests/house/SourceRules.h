@@ -1,0 +1,37 @@
+// The walls of the house, as rules about the text of the files in src/.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvane::house {
+
+// `path` is relative to src/, with '/' between its parts. Each function returns one sentence for every line or name
+// that breaks a rule, and nothing for a file that keeps them.
+struct SourceFile {
+    std::string path;
+    std::string text;
+};
+
+// A folder that is no room, a name that is not made like a class's, an ending other than .h and .cpp.
+[[nodiscard]] std::vector<std::string> brokenNaming(const SourceFile& file);
+
+// A header without "#pragma once".
+[[nodiscard]] std::vector<std::string> brokenGuard(const SourceFile& file);
+
+// An include of a room on a lower floor, of a machine by a room that must not know it, of something that is no room,
+// or by the virtual ECU of anything but its own files and the table of parameter names.
+[[nodiscard]] std::vector<std::string> brokenFloors(const SourceFile& file);
+
+// An include of Qt outside the rooms that may use it; of a third party's header anywhere.
+[[nodiscard]] std::vector<std::string> brokenLibraries(const SourceFile& file);
+
+// All the rules together.
+[[nodiscard]] std::vector<std::string> brokenRules(const SourceFile& file);
+
+// Every file under `folder`, in order of path.
+[[nodiscard]] std::vector<SourceFile> readSources(const std::filesystem::path& folder);
+
+}  // namespace korvane::house
