@@ -1,0 +1,69 @@
+#include "app/CommandInput.h"
+
+#include <QTimer>
+
+#include <array>
+#include <csignal>
+#include <string>
+#include <string_view>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace korvane::app {
+
+CommandInput::CommandInput(Session& session, const Options& options) : session_(session) {
+    std::signal(SIGPIPE, SIG_IGN);
+    watchSignals();
+    if (options.script) {
+        QTimer::singleShot(0, [this, commands = readScript(*options.script)] { runScript(commands); });
+    } else if (options.headless || options.console) {
+        standardInput_ = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
+        QObject::connect(standardInput_.get(), &QSocketNotifier::activated, [this] { readStandardInput(); });
+    }
+}
+
+CommandInput::~CommandInput() {
+    if (signals_) {
+        ::close(static_cast<int>(signals_->socket()));
+    }
+}
+
+void CommandInput::runScript(const std::string& commands) {
+    session_.commands().feed(commands);
+    session_.commands().endOfInput();
+}
+
+void CommandInput::readStandardInput() {
+    std::array<char, 65536> buffer;
+    const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (count > 0) {
+        session_.commands().feed(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
+    } else {
+        standardInput_->setEnabled(false);
+        session_.commands().endOfInput();
+    }
+}
+
+// Ctrl+C and a shutdown of the system close the port and keep the preferences, as the close box does.
+void CommandInput::watchSignals() {
+    sigset_t ends;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGINT);
+    sigaddset(&ends, SIGTERM);
+    sigprocmask(SIG_BLOCK, &ends, nullptr);
+    const int signals = signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (signals < 0) {
+        return;
+    }
+    signals_ = std::make_unique<QSocketNotifier>(signals, QSocketNotifier::Read);
+    QObject::connect(signals_.get(), &QSocketNotifier::activated, [this] { quitOnSignal(); });
+}
+
+void CommandInput::quitOnSignal() {
+    signalfd_siginfo signal{};
+    if (::read(static_cast<int>(signals_->socket()), &signal, sizeof signal) > 0) {
+        session_.program().quit();
+    }
+}
+
+}  // namespace korvane::app

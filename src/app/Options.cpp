@@ -1,0 +1,231 @@
+#include "app/Options.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <stdexcept>
+#include <vector>
+
+namespace korvane::app {
+
+namespace {
+
+using platform::WallTime;
+
+constexpr int kHighestPort = 15;
+
+class BadOption : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// On one line, whatever the user typed.
+std::string inQuotes(std::string_view text) {
+    std::string out(text);
+    std::replace_if(
+        out.begin(), out.end(), [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
+    return '"' + out + '"';
+}
+
+std::optional<int> wholeNumber(std::string_view digits) {
+    int value = 0;
+    const auto* const end = digits.data() + digits.size();
+    const auto result = std::from_chars(digits.data(), end, value);
+    const bool plain = std::all_of(digits.begin(), digits.end(), [](char each) { return each >= '0' && each <= '9'; });
+    return plain && result.ec == std::errc() && result.ptr == end ? std::optional(value) : std::nullopt;
+}
+
+int portNumber(std::string_view name) {
+    const auto number = name.starts_with("COM") ? wholeNumber(name.substr(3)) : std::nullopt;
+    if (!number || *number < 1 || *number > kHighestPort) {
+        throw BadOption(inQuotes(name) + " is no port: COM1 to COM15");
+    }
+    return *number;
+}
+
+bool exists(const WallTime& time) {
+    constexpr int kFirstYear = 1970;
+    return time.year >= kFirstYear && time.month >= 1 && time.month <= 12 && time.day >= 1 && time.day <= 31 &&
+           time.hour < 24 && time.minute < 60 && time.second < 60 &&
+           platform::wallTimeOf(platform::secondsOf(time)) == time;
+}
+
+WallTime wallTime(std::string_view text) {
+    constexpr std::string_view kPattern = "dddd-dd-dd dd:dd:dd";
+    const auto part = [&](std::size_t at, std::size_t length) { return wholeNumber(text.substr(at, length)); };
+    const bool fits = std::equal(text.begin(), text.end(), kPattern.begin(), kPattern.end(), [](char each, char model) {
+        return model == 'd' ? each >= '0' && each <= '9' : each == model;
+    });
+    if (fits) {
+        const WallTime time{*part(0, 4), *part(5, 2), *part(8, 2), *part(11, 2), *part(14, 2), *part(17, 2)};
+        if (exists(time)) {
+            return time;
+        }
+    }
+    throw BadOption("--now needs a time as YYYY-MM-DD hh:mm:ss, not " + inQuotes(text));
+}
+
+void setPort(Options& options, const std::string& value) {
+    const auto equals = value.find('=');
+    if (equals == std::string::npos || equals + 1 == value.size()) {
+        throw BadOption("--port needs a port and its device, such as COM3=/dev/ttyUSB0, not " + inQuotes(value));
+    }
+    options.ports[portNumber(std::string_view(value).substr(0, equals))] = value.substr(equals + 1);
+}
+
+void setDecimal(Options& options, const std::string& value) {
+    if (value != "." && value != ",") {
+        throw BadOption("--decimal needs . or , and not " + inQuotes(value));
+    }
+    options.decimal = value.front();
+}
+
+void setFolder(Options& options, const std::string& value) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(value, error)) {
+        throw BadOption("there is no folder " + inQuotes(value));
+    }
+    options.folder = value;
+}
+
+void setScript(Options& options, const std::string& value) {
+    std::error_code error;
+    if (!std::filesystem::exists(value, error) || std::filesystem::is_directory(value, error)) {
+        throw BadOption("there is no file " + inQuotes(value));
+    }
+    options.script = value;
+}
+
+void setEcu(Options& options, const std::string& value) {
+    if (value.empty()) {
+        throw BadOption("--ecu needs none or KEY=VALUE,...");
+    }
+    options.ecu = value;
+}
+
+struct Flag {
+    std::string_view name;
+    bool Options::*member;
+};
+
+constexpr std::array<Flag, 3> kFlags{
+    {{"--headless", &Options::headless}, {"--console", &Options::console}, {"--virtual-time", &Options::virtualTime}}};
+
+struct Setting {
+    std::string_view name;
+    void (*set)(Options&, const std::string&);
+    bool addsUp = false;  // of others the last one counts
+};
+
+constexpr std::array<Setting, 9> kSettings{{
+    {"--script", &setScript},
+    {"--now", [](Options& options, const std::string& value) { options.now = wallTime(value); }},
+    {"--ecu", &setEcu},
+    {"--port", &setPort, true},
+    {"--connect", [](Options& options, const std::string& value) { options.connect = portNumber(value); }},
+    {"--folder", &setFolder},
+    {"--preferences", [](Options& options, const std::string& value) { options.preferences = value; }},
+    {"--decimal", &setDecimal},
+    {"--trace", [](Options& options, const std::string& value) { options.trace = value; }},
+}};
+
+struct Given {
+    const Setting* setting;
+    std::string value;
+};
+
+bool setFlag(Options& options, std::string_view name) {
+    const auto* const flag =
+        std::find_if(kFlags.begin(), kFlags.end(), [&](const Flag& each) { return each.name == name; });
+    if (flag == kFlags.end()) {
+        return false;
+    }
+    options.*flag->member = true;
+    return true;
+}
+
+const Setting& settingNamed(const std::string& name) {
+    const auto* const setting =
+        std::find_if(kSettings.begin(), kSettings.end(), [&](const Setting& each) { return each.name == name; });
+    if (setting == kSettings.end()) {
+        throw BadOption("unknown option " + inQuotes(name) + "; --help lists them all");
+    }
+    return *setting;
+}
+
+// Flags take effect at once; the settings are returned as far as they count.
+std::vector<Given> readArguments(std::span<const std::string> arguments, Options& options) {
+    std::vector<Given> given;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (setFlag(options, arguments[i])) {
+            continue;
+        }
+        const Setting& setting = settingNamed(arguments[i]);
+        if (i + 1 == arguments.size() || arguments[i + 1].starts_with("--")) {
+            throw BadOption(arguments[i] + " needs a value");
+        }
+        if (!setting.addsUp) {
+            std::erase_if(given, [&](const Given& each) { return each.setting == &setting; });
+        }
+        given.push_back({&setting, arguments[++i]});
+    }
+    return given;
+}
+
+void checkTogether(const Options& options) {
+    if (options.virtualTime && !options.headless) {
+        throw BadOption("--virtual-time works with --headless only");
+    }
+    if (options.virtualTime && !options.ecu) {
+        throw BadOption("--virtual-time needs --ecu");
+    }
+}
+
+bool asksFor(std::span<const std::string> arguments, std::string_view name) {
+    return std::find(arguments.begin(), arguments.end(), name) != arguments.end();
+}
+
+}  // namespace
+
+std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments) {
+    Options options;
+    options.help = asksFor(arguments, "--help");
+    options.version = asksFor(arguments, "--version");
+    if (options.help || options.version) {
+        return options;
+    }
+    try {
+        for (const auto& given : readArguments(arguments, options)) {
+            given.setting->set(options, given.value);
+        }
+        checkTogether(options);
+        return options;
+    } catch (const BadOption& error) {
+        return OptionsError{error.what()};
+    }
+}
+
+std::string_view optionsHelp() {
+    return R"(Korvane Tuner: tunes and watches an engine control unit over a serial line.
+
+korvane-tuner [options]
+
+  --headless                     no display; commands come from standard input
+  --console                      with a display: commands from standard input too
+  --script FILE                  take the commands from FILE, then quit
+  --virtual-time                 headless only: time passes in waits alone, and at once; needs --ecu
+  --now "YYYY-MM-DD hh:mm:ss"    what the virtual clock starts at
+  --ecu none                     every port leads to a line in memory on which nobody answers
+  --ecu KEY=VALUE,...            every port leads to the built-in virtual ECU, with these keys
+  --port COM3=/dev/ttyUSB0       the device that a port name stands for; may be repeated
+  --connect COM1                 connect to this port at the start
+  --folder DIR                   the program's own folder: ini files, logs, EEPROM images
+  --preferences FILE             where the preferences are kept
+  --decimal CHAR                 the decimal separator of log files, . or ,
+  --trace FILE                   write every byte on the serial line to FILE
+  --version                      print the version
+  --help                         print this
+)";
+}
+
+}  // namespace korvane::app

@@ -1,0 +1,43 @@
+// The program's command line.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "platform/WallTime.h"
+
+namespace korvane::app {
+
+struct Options {
+    bool headless = false;
+    bool console = false;
+    bool virtualTime = false;
+    bool help = false;
+    bool version = false;
+    std::optional<std::filesystem::path> script;
+    platform::WallTime now{2026, 1, 5, 12, 0, 0};
+    std::optional<std::string> ecu;    // "none", or KEY=VALUE,... as given
+    std::map<int, std::string> ports;  // the device that COM1 to COM15 stand for
+    std::optional<int> connect;        // COM port to connect to at the start
+    std::optional<std::filesystem::path> folder;
+    std::optional<std::filesystem::path> preferences;
+    std::optional<char> decimal;
+    std::optional<std::filesystem::path> trace;
+};
+
+struct OptionsError {
+    std::string text;  // one line that says what is wrong
+};
+
+// `arguments` without the program's name. With help or version asked for, nothing else is checked.
+[[nodiscard]] std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments);
+
+// What --help shows.
+[[nodiscard]] std::string_view optionsHelp();
+
+}  // namespace korvane::app

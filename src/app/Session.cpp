@@ -1,0 +1,106 @@
+#include "app/Session.h"
+
+#include "app/ProgramFolder.h"
+#include "console/Registry.h"
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <stdexcept>
+
+namespace korvane::app {
+
+namespace {
+
+std::filesystem::path preferencesOf(const Options& options) {
+    if (options.preferences) {
+        return *options.preferences;
+    }
+    return options.folder ? *options.folder / "preferences.ini" : defaultPreferences();
+}
+
+ecu::EcuSettings ecuSettings(const std::string& keys) {
+    ecu::EcuSettings settings;
+    if (const auto problem = ecu::parseKeyList(settings, keys); !problem.empty()) {
+        throw std::runtime_error("--ecu: " + problem);
+    }
+    return settings;
+}
+
+}  // namespace
+
+Session::Session(const Options& options, Surroundings surroundings)
+    : folder_(options.folder ? *options.folder : defaultFolder()),
+      preferences_(preferencesOf(options)),
+      ecu_(options.ecu && *options.ecu != "none"
+               ? std::make_unique<EcuPort>(ecuSettings(*options.ecu), surroundings.pump)
+               : nullptr),
+      memoryLine_(options.ecu ? std::make_unique<platform::MemoryLine>(surroundings.pump, ecu_.get()) : nullptr),
+      realLine_(memoryLine_ ? nullptr : surroundings.makeRealLine(preferences_)),
+      line_(memoryLine_ ? static_cast<platform::SerialLine&>(*memoryLine_) : *realLine_, surroundings.pump,
+            memoryLine_ ? platform::TappedLine::Inject([this](auto bytes) { memoryLine_->inject(bytes); })
+                        : platform::TappedLine::Inject()),
+      dialogs_(surroundings.shownDialogs),
+      machine_{surroundings.pump,
+               line_,
+               dialogs_,
+               preferences_,
+               log_,
+               windows_,
+               folder_,
+               options.decimal ? *options.decimal : systemDecimal(),
+               surroundings.screen.value_or(platform::Screen{})},
+      program_(machine_),
+      console_(makeContext(surroundings)),
+      commands_(console_, [](std::string_view reply) { std::cout << reply << std::flush; }) {
+    if (ecu_) {
+        ecu_->setLine(*memoryLine_);
+    }
+    if (options.trace && !line_.traceTo(*options.trace)) {
+        throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
+    }
+    registerNames();
+}
+
+void Session::start() { program_.start(); }
+
+std::string Session::finish() { return ecu_ ? ecu_->finish() : std::string(); }
+
+console::ConsoleContext Session::makeContext(const Surroundings& surroundings) {
+    return {machine_,
+            dialogs_,
+            line_,
+            names_,
+            ecu_.get(),
+            surroundings.screenshots,
+            std::cerr,
+            [this] { program_.quit(); },
+            [this] { return program_.ended(); }};
+}
+
+void Session::registerNames() {
+    console::registerSharedTables(names_, program_.tables());
+    console::registerMainWindow(names_, program_.frmSarn2());
+    console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
+                                             program_.trends().pushTrendSample(value, series, trend);
+                                         }});
+}
+
+std::string readScript(const std::filesystem::path& file) {
+    std::ifstream script(file, std::ios::binary);
+    std::string commands(std::istreambuf_iterator<char>(script), {});
+    if (!script.is_open() || script.bad()) {
+        throw std::runtime_error("--script: " + file.string() + " can't be read");
+    }
+    return commands;
+}
+
+int reportEnd(Session& session) {
+    const auto problem = session.finish();
+    if (!problem.empty()) {
+        std::cerr << "korvane-tuner: " << problem << '\n';
+    }
+    return problem.empty() ? 0 : 1;
+}
+
+}  // namespace korvane::app

@@ -1,0 +1,74 @@
+// One run of the program on a given clock: machine, program and console put together as the options ask.
+#pragma once
+
+#include "app/EcuPort.h"
+#include "app/Options.h"
+#include "app/Program.h"
+#include "console/Console.h"
+#include "console/ConsoleSession.h"
+#include "console/Names.h"
+#include "platform/FilePreferences.h"
+#include "platform/StderrLog.h"
+#include "platform/TappedLine.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/QueuedDialogs.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace korvane::app {
+
+// Where a run differs from others.
+struct Surroundings {
+    platform::EventPump& pump;
+    // Makes the line to real ports; null where every port leads into memory.
+    std::function<std::unique_ptr<platform::SerialLine>(platform::PreferencesStore&)> makeRealLine;
+    platform::Dialogs* shownDialogs = nullptr;  // null without a display
+    console::Screenshots* screenshots = nullptr;
+    std::optional<platform::Screen> screen;
+};
+
+class Session {
+public:
+    // Throws std::runtime_error with one line for the user when an option can't be met.
+    Session(const Options& options, Surroundings surroundings);
+
+    void start();
+    // Writes what is to be written at the end of a run. Empty, or one line for the user.
+    [[nodiscard]] std::string finish();
+
+    [[nodiscard]] Program& program() { return program_; }
+    [[nodiscard]] console::ConsoleSession& commands() { return commands_; }
+    [[nodiscard]] platform::WindowList& windows() { return windows_; }
+    [[nodiscard]] platform::DebugLog& log() { return log_; }
+
+private:
+    [[nodiscard]] console::ConsoleContext makeContext(const Surroundings& surroundings);
+    void registerNames();
+
+    std::filesystem::path folder_;
+    platform::FilePreferences preferences_;
+    std::unique_ptr<EcuPort> ecu_;
+    std::unique_ptr<platform::MemoryLine> memoryLine_;
+    std::unique_ptr<platform::SerialLine> realLine_;
+    platform::TappedLine line_;
+    platform::QueuedDialogs dialogs_;
+    platform::StderrLog log_;
+    platform::WindowList windows_;
+    platform::Machine machine_;
+    Program program_;
+    console::Names names_;
+    console::Console console_;
+    console::ConsoleSession commands_;
+};
+
+// The commands of a script file. Throws std::runtime_error if it can't be read.
+[[nodiscard]] std::string readScript(const std::filesystem::path& file);
+
+// Finishes the run; the exit status, with a line on standard error if it is not 0.
+[[nodiscard]] int reportEnd(Session& session);
+
+}  // namespace korvane::app

@@ -1,0 +1,44 @@
+#include "app/VirtualRun.h"
+
+#include "app/Session.h"
+#include "platform/virtual/VirtualPump.h"
+
+#include <array>
+#include <iostream>
+#include <string_view>
+#include <unistd.h>
+
+namespace korvane::app {
+
+namespace {
+
+void feedStandardInput(Session& session) {
+    std::array<char, 65536> buffer;
+    while (!session.program().ended()) {
+        const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (count <= 0) {
+            return;
+        }
+        session.commands().feed(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
+    }
+}
+
+}  // namespace
+
+int runVirtual(const Options& options) {
+    platform::VirtualPump pump(options.now);
+    Session session(options, {pump, {}, nullptr, nullptr, {}});
+    session.start();
+    if (options.connect) {
+        session.program().connectTo(*options.connect);
+    }
+    if (options.script) {
+        session.commands().feed(readScript(*options.script));
+    } else {
+        feedStandardInput(session);
+    }
+    session.commands().endOfInput();
+    return reportEnd(session);
+}
+
+}  // namespace korvane::app

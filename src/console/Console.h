@@ -1,0 +1,99 @@
+// Executes the commands by which users' scripts drive the program. docs/console.md tells what each does.
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "console/Arguments.h"
+#include "console/ConsoleContext.h"
+#include "console/Finder.h"
+#include "console/Watches.h"
+
+namespace korvane::console {
+
+class Console {
+public:
+    explicit Console(ConsoleContext context);
+
+    // Executes one line and returns its reply without a line end: "ok", "ok VALUE" or "error TEXT"; nothing for a blank
+    // line or a comment. Returns when every event due by then has run. Never throws.
+    [[nodiscard]] std::optional<std::string> execute(std::string_view line);
+
+    // Ends the program as `quit` does, if it has not ended.
+    void quit();
+    // Whether the program has ended: nothing more is to be executed then.
+    [[nodiscard]] bool ended() const;
+
+private:
+    using Answer = std::optional<Json>;
+    struct Command {
+        std::string_view name;
+        std::string_view usage;  // what follows the name
+        std::size_t least;       // words
+        std::size_t most;
+        Answer (Console::*handler)(Arguments&);
+    };
+    struct Delayed {
+        std::string command;
+        std::unique_ptr<platform::Alarm> alarm;
+        bool done = false;
+    };
+
+    static std::span<const Command> commands();
+    static const Command& commandNamed(std::string_view name);
+
+    [[nodiscard]] std::string reply(std::string_view line);
+    Answer run(std::string_view line);
+    void runDelayed(Delayed& delayed);
+
+    Answer get(Arguments& arguments);
+    Answer set(Arguments& arguments);
+    Answer click(Arguments& arguments);
+    Answer choose(Arguments& arguments);
+    Answer column(Arguments& arguments);
+    Answer type(Arguments& arguments);
+    Answer key(Arguments& arguments);
+    Answer keyup(Arguments& arguments);
+    Answer mouse(Arguments& arguments);
+    Answer focus(Arguments& arguments);
+    Answer close(Arguments& arguments);
+    Answer resize(Arguments& arguments);
+    Answer file(Arguments& arguments);
+    Answer dialogs(Arguments& arguments);
+    Answer messages(Arguments& arguments);
+    Answer windows(Arguments& arguments);
+    Answer controls(Arguments& arguments);
+    Answer wait(Arguments& arguments);
+    Answer watch(Arguments& arguments);
+    Answer unwatch(Arguments& arguments);
+    Answer changes(Arguments& arguments);
+    Answer at(Arguments& arguments);
+    Answer sent(Arguments& arguments);
+    Answer receive(Arguments& arguments);
+    Answer ecu(Arguments& arguments);
+    Answer call(Arguments& arguments);
+    Answer screenshot(Arguments& arguments);
+    Answer now(Arguments& arguments);
+    Answer help(Arguments& arguments);
+    Answer quitCommand(Arguments& arguments);
+
+    [[nodiscard]] platform::Window& nextWindow(Arguments& arguments) const;
+    // The next control, which must be in sight and enabled.
+    [[nodiscard]] platform::Control& nextReachable(Arguments& arguments) const;
+    [[nodiscard]] platform::Control& focusable(const Path& path) const;
+    [[nodiscard]] platform::Control& reachable(const Path& path) const;
+    [[nodiscard]] Target targetOf(const Path& path) const;
+
+    ConsoleContext context_;
+    Finder finder_;
+    Watches watches_;
+    std::list<Delayed> delayed_;
+    bool quitting_ = false;
+    bool quitDone_ = false;
+};
+
+}  // namespace korvane::console

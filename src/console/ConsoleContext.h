@@ -1,0 +1,50 @@
+// What the console drives.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <ostream>
+#include <string>
+
+#include "console/Names.h"
+#include "platform/Machine.h"
+#include "platform/TappedLine.h"
+#include "platform/Window.h"
+#include "platform/virtual/QueuedDialogs.h"
+
+namespace korvane::console {
+
+// The virtual ECU, changed while it runs.
+class EcuControl {
+public:
+    virtual ~EcuControl() = default;
+
+    // What is wrong with the key or the value, as a sentence; empty when it is done.
+    [[nodiscard]] virtual std::string set(const std::string& key, const std::string& value) = 0;
+};
+
+// The display, where windows look like something.
+class Screenshots {
+public:
+    virtual ~Screenshots() = default;
+
+    // Writes the window's picture to `file` (PNG). What went wrong, as a sentence; empty when it is done.
+    [[nodiscard]] virtual std::string take(platform::Window& window, const std::filesystem::path& file) = 0;
+};
+
+// All of it outlives the console.
+struct ConsoleContext {
+    platform::Machine& machine;
+    platform::QueuedDialogs& dialogs;
+    platform::TappedLine& tap;
+    const Names& names;
+    EcuControl* ecu = nullptr;           // null when the line does not lead to the virtual ECU
+    Screenshots* screenshots = nullptr;  // null without a display
+    std::ostream& errors;                // for commands that run by themselves
+    // Closes the main window as its close box would, and returns when the program has ended.
+    std::function<void()> quit;
+    // Whether the main window has gone.
+    std::function<bool()> programEnded;
+};
+
+}  // namespace korvane::console

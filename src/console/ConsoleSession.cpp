@@ -1,0 +1,73 @@
+#include "console/ConsoleSession.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace korvane::console {
+
+void ConsoleSession::feed(std::string_view bytes) {
+    while (!bytes.empty() && !ended_) {
+        const auto end = bytes.find('\n');
+        append(bytes.substr(0, end));
+        if (end == std::string_view::npos) {
+            break;
+        }
+        endLine();
+        bytes.remove_prefix(end + 1);
+    }
+    executeAll();
+}
+
+void ConsoleSession::endOfInput() {
+    if (ended_) {
+        return;
+    }
+    ended_ = true;
+    if (!open_.text.empty() || open_.tooLong) {
+        endLine();
+    }
+    executeAll();
+}
+
+void ConsoleSession::append(std::string_view part) {
+    if (open_.tooLong || open_.text.size() + part.size() > kLongestLine) {
+        open_ = {{}, true};
+        return;
+    }
+    open_.text += part;
+}
+
+void ConsoleSession::endLine() {
+    if (open_.text.ends_with('\r')) {
+        open_.text.pop_back();
+    }
+    waiting_.push_back(std::exchange(open_, {}));
+}
+
+void ConsoleSession::executeAll() {
+    if (std::exchange(executing_, true)) {
+        return;
+    }
+    while (!waiting_.empty() && !console_.ended()) {
+        const Line line = std::move(waiting_.front());
+        waiting_.pop_front();
+        execute(line);
+    }
+    executing_ = false;
+    if (console_.ended()) {
+        waiting_.clear();
+    } else if (ended_) {
+        console_.quit();
+    }
+}
+
+void ConsoleSession::execute(const Line& line) {
+    const auto reply = line.tooLong
+                           ? std::optional("error the line is longer than " + std::to_string(kLongestLine) + " bytes")
+                           : console_.execute(line.text);
+    if (reply) {
+        sink_(*reply + '\n');
+    }
+}
+
+}  // namespace korvane::console

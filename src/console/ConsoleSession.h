@@ -1,0 +1,49 @@
+// From raw input to commands and back to replies.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "console/Console.h"
+
+namespace korvane::console {
+
+// Input may come in any pieces and at any moment, also while a command waits: commands run one after the other, in
+// order, and each reply goes to the sink, with its line end, before the next command begins.
+class ConsoleSession {
+public:
+    using Sink = std::function<void(std::string_view)>;
+
+    // A line longer than this gets an error reply and is not executed.
+    static constexpr std::size_t kLongestLine = std::size_t{1} << 20U;
+
+    ConsoleSession(Console& console, Sink sink) : console_(console), sink_(std::move(sink)) {}
+
+    // Takes bytes of input and executes the lines that they complete.
+    void feed(std::string_view bytes);
+    // No more input comes: what stands there is executed, and then the program quits.
+    void endOfInput();
+
+private:
+    struct Line {
+        std::string text;
+        bool tooLong = false;
+    };
+
+    void append(std::string_view part);
+    void endLine();
+    void executeAll();
+    void execute(const Line& line);
+
+    Console& console_;
+    Sink sink_;
+    Line open_;
+    std::deque<Line> waiting_;
+    bool ended_ = false;  // the input
+    bool executing_ = false;
+};
+
+}  // namespace korvane::console

@@ -1,0 +1,29 @@
+// Between JSON values and the values of properties, tables and procedures.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "console/Json.h"
+#include "platform/Object.h"
+
+namespace korvane::console {
+
+[[nodiscard]] Json toJson(const platform::Value& value);
+// Raises ConsoleError for an array or an object, which no property holds. A double without a fraction becomes whole.
+[[nodiscard]] platform::Value toValue(const Json& value);
+
+// Each raises ConsoleError "the value must be ..." for a value of another kind.
+[[nodiscard]] std::int64_t wholeNumber(const Json& value, std::int64_t least, std::int64_t most);
+[[nodiscard]] double realNumber(const Json& value);
+[[nodiscard]] bool truth(const Json& value);
+[[nodiscard]] std::string text(const Json& value);
+
+template <class T>
+[[nodiscard]] T wholeOf(const Json& value) {
+    return static_cast<T>(wholeNumber(value, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
+}
+
+}  // namespace korvane::console

@@ -1,0 +1,31 @@
+// The names that the program's rooms offer to scripts.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+
+#include "console/Names.h"
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "live/FrmSarn2.h"
+
+namespace korvane::console {
+
+// All shared tables and values under their own names, and the parameter address variables. What a name reaches must
+// outlive `names`.
+void registerSharedTables(Names& names, core::SharedTables& tables);
+
+// The members of frmSarn2 that are no controls: the state of the receive machine and of the connection.
+void registerMainWindow(Names& names, live::FrmSarn2& window);
+
+struct Procedures {
+    core::EepromAccess& eeprom;
+    std::filesystem::path folder;  // of ini files that are named without one
+    std::function<void(double value, int series, int trend)> pushTrendSample;
+};
+
+// WriteEE, ReadEE, ReadEE16, ReadIniSection, WriteIniSection, ComplementDigits and pushTrendSample.
+void registerProcedures(Names& names, Procedures procedures);
+
+}  // namespace korvane::console

@@ -1,0 +1,55 @@
+// Notes the changes of properties.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "console/Finder.h"
+#include "platform/EventPump.h"
+
+namespace korvane::console {
+
+// A watch ends by itself when its window or control goes away.
+class Watches : private platform::Observer {
+public:
+    explicit Watches(const platform::EventPump& pump) : pump_(pump) {}
+    Watches(const Watches&) = delete;
+    Watches& operator=(const Watches&) = delete;
+    ~Watches() override;
+
+    // `name` is what the notes call it. A property that is watched already under this name stays so.
+    void add(const std::string& name, const Target& target);
+    // False if it is not watched.
+    [[nodiscard]] bool remove(const std::string& name);
+
+    // [[ms,"name",value],...] since the last call, oldest first. When nobody asks for long, the oldest are dropped.
+    [[nodiscard]] Json takeChanges();
+
+private:
+    struct Watch {
+        std::string name;
+        Target target;
+        Json last;
+    };
+    struct Change {
+        std::int64_t milliseconds;
+        std::string name;
+        Json value;
+        std::size_t size;
+    };
+
+    void propertyChanged(platform::Object& object, const void* property) override;
+    void objectGone(const platform::Object& object) override;
+    [[nodiscard]] bool observes(const platform::Object& object) const;
+    void note(const Watch& watch);
+
+    const platform::EventPump& pump_;
+    std::vector<Watch> watches_;
+    std::deque<Change> changes_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace korvane::console
