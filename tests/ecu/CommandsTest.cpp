@@ -102,6 +102,15 @@ TEST(Commands, AMapReadGivesTheWorkingMap) {
     }
 }
 
+TEST(Commands, ASecondHalfGoesOnAtCell160) {
+    Wire wire("type=15");
+    for (const auto& [code, kind] : {std::pair<int, MapKind>{245, MapKind::Fuel}, {247, MapKind::Ignition}}) {
+        const Bytes frame = wire.ask({static_cast<std::uint8_t>(code)});
+        ASSERT_EQ(frame.size(), 163U);
+        EXPECT_TRUE(std::equal(frame.begin() + 2, frame.end() - 1, wire.ecu.workingMap(kind).begin() + 160)) << code;
+    }
+}
+
 TEST(Commands, AMapHalfGoesToWorkingMemoryAndIsAcknowledged) {
     Wire wire;
     const MapCells stored = wire.ecu.storedMap(MapKind::Fuel);

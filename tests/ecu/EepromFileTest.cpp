@@ -5,6 +5,7 @@
 
 #include "Wire.h"
 #include "ecu/EepromFile.h"
+#include "support/TempFolder.h"
 
 namespace korvane::ecu {
 namespace {
@@ -14,24 +15,13 @@ using testing::HasSubstr;
 
 class EepromFile : public testing::Test {
 protected:
-    void SetUp() override {
-        folder_ = std::filesystem::temp_directory_path() /
-                  (std::string("korvane-eeprom-") + testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directory(folder_);
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    [[nodiscard]] std::filesystem::path file(const std::string& text) const {
-        std::ofstream(folder_ / "cells.txt") << text;
-        return folder_ / "cells.txt";
-    }
+    [[nodiscard]] std::filesystem::path file(const std::string& text) const { return folder_.write("cells.txt", text); }
     std::string error(const std::string& text) {
         cells_ = {9};
         return readEepromFile(file(text), cells_);
     }
 
-    std::filesystem::path folder_;
+    support::TempFolder folder_;
     std::vector<std::uint8_t> cells_;
 };
 
@@ -72,20 +62,18 @@ TEST_F(EepromFile, AHugeFileIsNotRead) {
 
 TEST_F(EepromFile, AMissingFileOrAFolderIsAnError) {
     EXPECT_THAT(readEepromFile(folder_ / "none", cells_), HasSubstr("can't be read"));
-    EXPECT_NE(readEepromFile(folder_, cells_), "");
+    EXPECT_NE(readEepromFile(folder_.path(), cells_), "");
 }
 
 TEST_F(EepromFile, IsWrittenAsItIsRead) {
     const std::vector<std::uint8_t> cells = {3, 0, 255};
     EXPECT_EQ(writeEepromFile(folder_ / "out.txt", cells), "");
-    std::ostringstream text;
-    text << std::ifstream(folder_ / "out.txt").rdbuf();
-    EXPECT_EQ(text.str(), "3\n0\n255\n");
-    EXPECT_FALSE(std::filesystem::exists(folder_ / "out.txt.part"));
+    EXPECT_EQ(folder_.read("out.txt"), "3\n0\n255\n");
+    EXPECT_FALSE(folder_.has("out.txt.part"));
 }
 
 TEST_F(EepromFile, AWriteThatFailsSaysSo) {
-    EXPECT_THAT(writeEepromFile(folder_ / "no" / "out.txt", cells_), HasSubstr("can't be saved"));
+    EXPECT_THAT(writeEepromFile(folder_ / "no/out.txt", cells_), HasSubstr("can't be saved"));
 }
 
 TEST_F(EepromFile, FillsTheEcuAtTheStart) {
@@ -116,7 +104,7 @@ TEST_F(EepromFile, IsSavedAtOnceWhenAskedFor) {
     EXPECT_EQ(wire.ecu.set("save", path.string(), 0), "");
     EXPECT_EQ(readEepromFile(path, cells_), "");
     EXPECT_EQ(cells_.size(), 3001U);
-    EXPECT_NE(wire.ecu.set("save", (folder_ / "no" / "x").string(), 0), "");
+    EXPECT_NE(wire.ecu.set("save", (folder_ / "no/x").string(), 0), "");
     EXPECT_EQ(wire.ecu.finish(), "") << "without the key at the start nothing is saved at the end";
 }
 

@@ -151,6 +151,17 @@ TEST(Engine, StallsWithoutInjection) {
     EXPECT_GT(wire.ecu.engine().afr, 19.9);
 }
 
+TEST(Engine, LoadMayComeFromTheThrottle) {
+    Wire wire("drive=cruise");
+    wire.poll();
+    wire.send({'W', 0xF2, 0x01, 1, 1, 0xA8});  // LOAD_MODE
+    wire.pass(5);
+    watch(wire, 30, [&](const EngineState& engine) {
+        ASSERT_NEAR(engine.loadPercent, engine.throttle * 100.0, 0.5);
+        ASSERT_EQ(engine.cell / 16, static_cast<int>(engine.loadPercent / 10.0));
+    });
+}
+
 TEST(Engine, CruiseStaysInTheMiddleOfTheMap) {
     Wire wire("drive=cruise");
     wire.poll();

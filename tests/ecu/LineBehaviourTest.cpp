@@ -74,6 +74,15 @@ TEST(LineBehaviour, PollsFasterThanTheLineBuildNoBacklog) {
     EXPECT_LE(wire.arrives().size(), 44U);
 }
 
+TEST(LineBehaviour, NoiseFromThePcBuildsNoBacklog) {
+    Wire wire;
+    for (int i = 0; i < 1000; ++i) {
+        wire.ecu.receive(0, wire.now);
+        wire.arrives(174);
+    }
+    EXPECT_LE(wire.arrives().size(), 44U);
+}
+
 TEST(LineBehaviour, RequestsFasterThanTheLineBuildABoundedBacklog) {
     Wire wire;
     wire.ecu.setBaud(9600);

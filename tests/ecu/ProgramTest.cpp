@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "ecu/EepromFile.h"
+#include "support/TempFolder.h"
 
 namespace korvane::ecu {
 namespace {
@@ -29,10 +30,7 @@ protected:
         if (!std::filesystem::exists(program())) {
             GTEST_SKIP() << program() << " is not built";
         }
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directory(folder_);
     }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
 
     // What a shell command prints, and its exit status.
     static std::string shell(const std::string& command, int& status) {
@@ -45,8 +43,7 @@ protected:
         return text;
     }
 
-    const std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("korvane-program-" + std::to_string(::getpid()));
+    support::TempFolder folder_;
 };
 
 TEST_F(Program, RunsUntilItIsToldToEnd) {

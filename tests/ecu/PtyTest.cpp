@@ -12,6 +12,7 @@
 #include "Wire.h"
 #include "ecu/EcuServer.h"
 #include "ecu/Pty.h"
+#include "support/TempFolder.h"
 
 namespace korvane::ecu {
 namespace {
@@ -90,13 +91,7 @@ TEST(Pty, NeverWaits) {
 
 class PtyLink : public testing::Test {
 protected:
-    void SetUp() override {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directory(folder_);
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    const std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "korvane-link-test";
+    support::TempFolder folder_;
     const std::filesystem::path path_ = folder_ / "ecu";
 };
 

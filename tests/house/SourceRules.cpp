@@ -97,14 +97,16 @@ void append(std::vector<std::string>& all, std::vector<std::string> more) {
 }  // namespace
 
 std::vector<std::string> brokenNaming(const SourceFile& file) {
-    static const std::regex name(R"(^(main\.cpp|(c|cls|frm)?[A-Z]\w*\.(h|cpp))$)");
+    static const std::regex name(R"(^(main\.cpp|(c|cls|frm)?[A-Z]\w*\.(h|cpp|h\.in))$)");
     std::vector<std::string> broken;
     const std::string room = roomOf(file.path);
     if (!isRoom(room)) {
         broken.push_back(file.path + ": \"" + room + "\" is no room of the house");
     }
     if (!std::regex_match(file.path.substr(room.empty() ? 0 : room.size() + 1), name)) {
-        broken.push_back(file.path + ": a file is named for its class and ends in .h or .cpp");
+        broken.push_back(
+            file.path +
+            ": a file is named for its class and ends in .h or .cpp (.h.in for a header that the build fills in)");
     }
     return broken;
 }

@@ -15,7 +15,8 @@ struct SourceFile {
     std::string text;
 };
 
-// A folder that is no room, a name that is not made like a class's, an ending other than .h and .cpp.
+// A folder that is no room, a name that is not made like a class's, an ending other than .h and .cpp, or .h.in for a
+// header that the build fills in.
 [[nodiscard]] std::vector<std::string> brokenNaming(const SourceFile& file);
 
 // A header without "#pragma once".

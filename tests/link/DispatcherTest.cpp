@@ -1,0 +1,222 @@
+#include "LinkBench.h"
+
+#include <gmock/gmock.h>
+#include <set>
+
+namespace korvane::link {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class DispatcherTest : public LinkBench {};
+
+const std::set<int> kCodes{170, 33, 82, 84, 85, 97, 247, 102, 245, 65, 248, 70, 246, 153, 109, 112, 101, 108, 121, 83};
+
+TEST_F(DispatcherTest, ACodeThatIsNoCommandDoesNothing) {
+    openMapWindow();
+    openIgnitionWindow();
+    openSettings();
+    windows_.frmIGNDebug = &debug_;
+    for (int code = 0; code < 256; ++code) {
+        if (!kCodes.contains(code)) {
+            command(code, half(1));
+        }
+    }
+    EXPECT_THAT(journal_, IsEmpty());
+    EXPECT_THAT(log_.lines, IsEmpty());
+    EXPECT_THAT(decoder_.frames, IsEmpty());
+    EXPECT_THAT(dialogs_.takeMessages(), IsEmpty());
+    EXPECT_EQ(window_.Caption.get(), "");
+}
+
+TEST_F(DispatcherTest, AStartedDeviceIsNamedInTheCaptionWithTheTime) {
+    pump_.wait((1 * 3600 + 2 * 60 + 3) * 1000);
+    command(170, {0});
+    EXPECT_EQ(window_.Caption.get(), "Korvane Tuner v1.3 by Dulmer,   Device started 13:02:03");
+}
+
+TEST_F(DispatcherTest, StartAndAlarmIgnoreTheirPayload) {
+    for (std::size_t length = 1; length <= 255; ++length) {
+        window_.Caption = "";
+        window_.BackColor = platform::kButtonFace;
+        command(170, Bytes(length, 0xFF));
+        EXPECT_THAT(window_.Caption.get(), StartsWith("Korvane Tuner v1.3 by Dulmer,   Device started "));
+        command('!', Bytes(length, 0));
+        EXPECT_EQ(window_.BackColor.get(), 255U);
+    }
+    EXPECT_THAT(log_.lines, IsEmpty());
+}
+
+TEST_F(DispatcherTest, AnAlarmPaintsTheWindowRedAndStartsItsTimer) {
+    command('!', {0});
+    EXPECT_EQ(window_.BackColor.get(), 255U);
+    EXPECT_EQ(panel_.TimerAlarm.Interval.get(), 100);
+    EXPECT_TRUE(panel_.TimerAlarm.Enabled);
+}
+
+TEST_F(DispatcherTest, ACommandThatTheDeviceDidNotKnowChangesNothing) {
+    openMapWindow();
+    openIgnitionWindow();
+    openSettings();
+    window_.Caption = "before";
+    tables_.FuelMapIn.fill(7);
+    command(153, half(100));
+    EXPECT_THAT(journal_, IsEmpty());
+    EXPECT_THAT(dialogs_.takeMessages(), IsEmpty());
+    EXPECT_EQ(window_.Caption.get(), "before");
+    EXPECT_EQ(window_.BackColor.get(), platform::kButtonFace);
+    EXPECT_THAT(tables_.FuelMapIn, testing::Each(7));
+    EXPECT_EQ(tables_.Features, -1);
+    EXPECT_EQ(tables_.SWType, 0);
+    EXPECT_EQ(panel_.MSComm1.OutBufferCount(), 0);
+}
+
+TEST_F(DispatcherTest, LiveDataGoToTheDecoderWhole) {
+    command('R', {1, 2, 3});
+    ASSERT_EQ(decoder_.frames.size(), 1U);
+    EXPECT_THAT(decoder_.frames[0], ElementsAre(1, 2, 3));
+}
+
+TEST_F(DispatcherTest, TheDecoderMayChangeTheCallersPayload) {
+    class Changing : public LiveDecoder {
+    public:
+        void decodeLivePacket(std::span<std::uint8_t> payload) override { payload[0] = 42; }
+    };
+    Changing changing;
+    dispatcher_.setLiveDecoder(changing);
+    Bytes payload{1, 2};
+    dispatcher_.DoCommand('R', payload);
+    EXPECT_THAT(payload, ElementsAre(42, 2));
+}
+
+TEST_F(DispatcherTest, AFailingDecoderEndsTheFrameWithOneLineInTheLog) {
+    class Failing : public LiveDecoder {
+    public:
+        void decodeLivePacket(std::span<std::uint8_t>) override {
+            throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        }
+    };
+    Failing failing;
+    dispatcher_.setLiveDecoder(failing);
+    command('R', {1});
+    EXPECT_THAT(log_.lines, ElementsAre("err docommand Subscript out of range"));
+    EXPECT_THAT(dialogs_.takeMessages(), IsEmpty());
+}
+
+TEST_F(DispatcherTest, TheMiscBlockFillsIndices1To9AndIsShownByTheMapWindow) {
+    openMapWindow();
+    tables_.MiscBlock[0] = 99;
+    command('m', {11, 12, 13, 14, 15, 16, 17, 18, 19});
+    EXPECT_THAT(tables_.MiscBlock, ElementsAre(99, 11, 12, 13, 14, 15, 16, 17, 18, 19));
+    EXPECT_THAT(journal_, ElementsAre("map.LoadMisc false"));
+}
+
+TEST_F(DispatcherTest, TheMiscBlockGoesToTheIgnitionWindowWhileThatIsOpen) {
+    openMapWindow();
+    openIgnitionWindow();
+    command('m', {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    EXPECT_THAT(journal_, ElementsAre("ign.LoadMisc false"));
+}
+
+TEST_F(DispatcherTest, AMiscBlockWithoutAMapWindowIsStoredAndEndsInTheLog) {
+    command('m', {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    EXPECT_EQ(tables_.MiscBlock[9], 9);
+    EXPECT_EQ(log_.lines.size(), 1U);
+}
+
+TEST_F(DispatcherTest, AShortMiscBlockIsStoredAsFarAsItGoesAndShownByNobody) {
+    openMapWindow();
+    command('m', {1, 2, 3, 4});
+    EXPECT_THAT(tables_.MiscBlock, ElementsAre(0, 1, 2, 3, 4, 0, 0, 0, 0, 0));
+    EXPECT_THAT(journal_, IsEmpty());
+    EXPECT_THAT(log_.lines, ElementsAre(StartsWith("err docommand ")));
+}
+
+TEST_F(DispatcherTest, APwmCellGoesIntoBothImagesAndIsShown) {
+    openMapWindow();
+    command('p', {255, 77});
+    EXPECT_EQ(tables_.PwmMapIn[255], 77);
+    EXPECT_EQ(tables_.PwmMapOut[255], 77);
+    EXPECT_EQ(tables_.PwmMapIn[254], 0);
+    EXPECT_THAT(journal_, ElementsAre("map.populatePWMOUT"));
+}
+
+TEST_F(DispatcherTest, APwmCellNeverGoesToTheIgnitionWindow) {
+    openIgnitionWindow();
+    command('p', {3, 4});
+    EXPECT_EQ(tables_.PwmMapIn[3], 4);
+    EXPECT_EQ(tables_.PwmMapOut[3], 4);
+    EXPECT_THAT(journal_, IsEmpty());
+    EXPECT_EQ(log_.lines.size(), 1U);
+}
+
+TEST_F(DispatcherTest, APwmFrameOfOneByteChangesNothing) {
+    openMapWindow();
+    tables_.PwmMapIn[3] = 5;
+    command('p', {3});
+    EXPECT_EQ(tables_.PwmMapIn[3], 5);
+    EXPECT_THAT(journal_, IsEmpty());
+}
+
+TEST_F(DispatcherTest, TheSettingsBlockGoesToTheSettingsWindow) {
+    openSettings();
+    command('e', {5, 6, 7});
+    EXPECT_THAT(journal_, ElementsAre("misc.LoadMisc2"));
+    EXPECT_THAT(misc_.block, ElementsAre(5, 6, 7));
+}
+
+TEST_F(DispatcherTest, TheLambdaBlockHasTenSetpointsAndThenTenAuthorities) {
+    openSettings();
+    Bytes payload;
+    for (int i = 0; i < 20; ++i) {
+        payload.push_back(static_cast<std::uint8_t>(100 + i));
+    }
+    command('l', payload);
+    ASSERT_EQ(journal_.size(), 10U);
+    EXPECT_EQ(journal_.front(), "misc.lambda 0 100 110");
+    EXPECT_EQ(journal_[4], "misc.lambda 4 104 114");
+    EXPECT_EQ(journal_.back(), "misc.lambda 9 109 119");
+}
+
+TEST_F(DispatcherTest, AShortLambdaBlockSetsTheRowsThatItHas) {
+    openSettings();
+    command('l', Bytes(13, 8));
+    EXPECT_THAT(journal_, ElementsAre("misc.lambda 0 8 8", "misc.lambda 1 8 8", "misc.lambda 2 8 8"));
+    EXPECT_EQ(log_.lines.size(), 1U);
+}
+
+TEST_F(DispatcherTest, IgnitionDebugValuesGoToTheirWindow) {
+    windows_.frmIGNDebug = &debug_;
+    command('S', {1, 2, 3, 4, 5, 6, 7, 8});
+    ASSERT_EQ(debug_.frames.size(), 1U);
+    EXPECT_THAT(debug_.frames[0], ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
+}
+
+TEST_F(DispatcherTest, FramesForWindowsThatAreNotOpenHurtNobody) {
+    for (const int code : {'e', 'l', 'S', 'T', 'U'}) {
+        command(code, Bytes(20, 1));
+    }
+    EXPECT_THAT(journal_, IsEmpty());
+    EXPECT_THAT(dialogs_.takeMessages(), IsEmpty());
+}
+
+TEST_F(DispatcherTest, NoPayloadOfAnyLengthEscapesAsAFailure) {
+    for (const bool open : {false, true}) {
+        if (open) {
+            openMapWindow();
+            openIgnitionWindow();
+            openSettings();
+            windows_.frmIGNDebug = &debug_;
+        }
+        for (const int code : kCodes) {
+            for (std::size_t length = 1; length <= 255; ++length) {
+                EXPECT_NO_THROW(command(code, Bytes(length, static_cast<std::uint8_t>(length))));
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace korvane::link

@@ -1,0 +1,262 @@
+#include "support/VirtualProgram.h"
+
+#include "platform/EventPump.h"
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <limits>
+#include <memory>
+
+namespace korvane::link {
+namespace {
+
+using platform::kMicrosPerMilli;
+using support::Bytes;
+using support::frame;
+using support::VirtualProgram;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+const Bytes kIdentity{0, 1, 13, 58, 11};
+
+class ReceiveLoopTest : public testing::Test {
+protected:
+    ReceiveLoopTest() {
+        program_.connect();
+        program_.window.TimerRequestData.Enabled = false;
+        program_.window.TimerGetSettings.Enabled = false;
+    }
+
+    // Calls `what` after so many milliseconds, inside whatever is running then.
+    void after(int milliseconds, std::function<void()> what) {
+        alarms_.push_back(program_.pump.makeAlarm(std::move(what)));
+        alarms_.back()->callAt(program_.pump.now() + milliseconds * kMicrosPerMilli);
+    }
+    void injectAfter(int milliseconds, const Bytes& bytes) {
+        after(milliseconds, [this, bytes] { program_.line.inject(bytes); });
+    }
+    [[nodiscard]] const ReceiveMachine& receiver() const { return program_.window.receiver; }
+    [[nodiscard]] int storedType() const {
+        return std::get<std::int32_t>(program_.tables.EEParams.at(3000).value);
+    }
+
+    VirtualProgram program_;
+    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
+};
+
+TEST_F(ReceiveLoopTest, AFrameFromTheLineActsOnTheProgram) {
+    program_.receiveFrame('T', {7, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+TEST_F(ReceiveLoopTest, FramesThatComeTogetherAreAllDispatchedInOrder) {
+    Bytes bytes = frame('T', {7, 1, 0});
+    for (const auto& more : {frame('T', {8, 1, 0}), frame('T', {9, 2, 0})}) {
+        bytes.insert(bytes.end(), more.begin(), more.end());
+    }
+    program_.receive(bytes);
+    EXPECT_EQ(program_.tables.EEImage[1], 8);
+    EXPECT_EQ(program_.tables.EEImage[2], 9);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
+}
+
+TEST_F(ReceiveLoopTest, EveryByteIsCountedAlsoNoiseAndBrokenFrames) {
+    program_.receive({0, 0, 'R', 1, 2, 3, 9});
+    EXPECT_EQ(program_.window.bytesReceived, 7);
+}
+
+TEST_F(ReceiveLoopTest, ADisconnectDoesNotResetTheCount) {
+    program_.receive({0, 0, 0});
+    program_.connect();
+    program_.connect();
+    EXPECT_EQ(program_.window.bytesReceived, 3);
+    program_.receive({0});
+    EXPECT_EQ(program_.window.bytesReceived, 4);
+}
+
+TEST_F(ReceiveLoopTest, ABrokenFrameIsSeenNowhere) {
+    const auto caption = program_.window.Caption.get();
+    program_.receive({'T', 3, 7, 1, 0, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 0);
+    EXPECT_EQ(program_.window.Caption.get(), caption);
+    EXPECT_THAT(program_.dialogs.takeMessages(), IsEmpty());
+    program_.receiveFrame('T', {8, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 8);
+}
+
+TEST_F(ReceiveLoopTest, ADisconnectInMidFrameLeavesItOpenAcrossAReconnect) {
+    program_.receive({'T', 3, 7});
+    program_.connect();
+    EXPECT_FALSE(program_.window.MSComm1.PortOpen());
+    EXPECT_EQ(receiver().rxPosition(), 3);
+    EXPECT_EQ(receiver().rxCommand(), 'T');
+    program_.connect();
+    EXPECT_EQ(receiver().rxPosition(), 3);
+    program_.receive({1, 0, 0xAB});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+TEST_F(ReceiveLoopTest, WhatComesAfterAReconnectFillsTheOpenFrameAndIsDropped) {
+    program_.receive({'T', 4, 7, 1});
+    program_.connect();
+    program_.connect();
+    program_.receiveFrame('T', {9, 2, 0});
+    EXPECT_EQ(program_.tables.EEImage[2], 0);
+    program_.receiveFrame('T', {8, 2, 0});
+    EXPECT_EQ(program_.tables.EEImage[2], 8);
+}
+
+TEST_F(ReceiveLoopTest, AFailingHandlerCostsItsFrameOnly) {
+    program_.receiveFrame('R', {1, 2, 3});
+    EXPECT_THAT(program_.log.lines, ElementsAre(StartsWith("err docommand ")));
+    EXPECT_EQ(receiver().rxPosition(), 0);
+    EXPECT_EQ(receiver().rxCommand(), 0);
+    program_.receiveFrame('T', {7, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+// At the count's end each event loses the byte that it could not count; state and buffer stay as they are.
+TEST_F(ReceiveLoopTest, ACountThatOverflowsEndsTheEventAndKeepsTheRest) {
+    program_.window.bytesReceived = kMost - 4;
+    Bytes bytes = frame('T', {7});
+    bytes.insert(bytes.end(), {'T', 1, 8});
+    program_.receive(bytes);
+    EXPECT_EQ(program_.tables.EEImage[0], 7);
+    EXPECT_EQ(program_.window.bytesReceived, kMost);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 2U);
+    EXPECT_EQ(receiver().rxPosition(), 0);
+    EXPECT_EQ(program_.log.lines.size(), 1U);
+    program_.receive({0});
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 2U);
+    EXPECT_EQ(program_.log.lines.size(), 2U);
+    EXPECT_THAT(program_.dialogs.takeMessages(), IsEmpty());
+}
+
+TEST_F(ReceiveLoopTest, AnOverflowInMidFrameLeavesTheReceiveStateAsItStood) {
+    program_.window.bytesReceived = kMost - 2;
+    program_.receive({'T', 3, 7, 1, 0, 0xAB});
+    EXPECT_EQ(receiver().rxPosition(), 2);
+    EXPECT_EQ(receiver().rxCommand(), 'T');
+    EXPECT_EQ(receiver().rxLength(), 3);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 3U);
+}
+
+TEST_F(ReceiveLoopTest, AFrameInsideTheIdentityPauseIsDispatchedThere) {
+    injectAfter(100, frame('T', {7, 1, 0}));
+    bool seen = false;
+    after(200, [&] {
+        seen = true;
+        EXPECT_EQ(program_.tables.EEImage[1], 7);
+        EXPECT_EQ(storedType(), 0) << "the identity is not through yet";
+    });
+    program_.receiveFrame('y', kIdentity);
+    EXPECT_TRUE(seen);
+    EXPECT_EQ(storedType(), 11);
+}
+
+TEST_F(ReceiveLoopTest, AFrameBegunInThePauseAndUnfinishedAtItsEndIsLost) {
+    injectAfter(100, {'T', 3, 7});
+    program_.receiveFrame('y', kIdentity);
+    EXPECT_EQ(storedType(), 11);
+    EXPECT_EQ(receiver().rxPosition(), 3);
+    EXPECT_EQ(receiver().rxCommand(), 0);
+    program_.receive({1, 0, 0xAB});
+    EXPECT_EQ(program_.tables.EEImage[1], 0);
+    program_.receiveFrame('T', {8, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 8);
+}
+
+TEST_F(ReceiveLoopTest, AFrameThatLiesBehindTheIdentityWaitsForThePause) {
+    Bytes bytes = frame('y', kIdentity);
+    const auto more = frame('T', {7, 1, 0});
+    bytes.insert(bytes.end(), more.begin(), more.end());
+    after(299, [&] { EXPECT_EQ(program_.tables.EEImage[1], 0); });
+    program_.receive(bytes);
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+TEST_F(ReceiveLoopTest, APayloadSurvivesTheFramesThatAreHandledMeanwhile) {
+    class Waiting : public LiveDecoder {
+    public:
+        explicit Waiting(platform::EventPump& pump) : pump_(pump) {}
+        void decodeLivePacket(std::span<std::uint8_t> payload) override {
+            before.assign(payload.begin(), payload.end());
+            pump_.wait(100);
+            afterwards.assign(payload.begin(), payload.end());
+        }
+        Bytes before, afterwards;
+
+    private:
+        platform::EventPump& pump_;
+    };
+    Waiting decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    injectAfter(50, frame('T', {7, 1, 0}));
+    program_.receiveFrame('R', {5, 6, 7, 8});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+    EXPECT_THAT(decoder.before, ElementsAre(5, 6, 7, 8));
+    EXPECT_THAT(decoder.afterwards, ElementsAre(5, 6, 7, 8));
+}
+
+TEST_F(ReceiveLoopTest, ALineLostInsideThePauseEndsInAClosedPort) {
+    after(100, [&] { program_.line.pullOut(); });
+    program_.receiveFrame('y', kIdentity);
+    EXPECT_FALSE(program_.window.MSComm1.PortOpen());
+    EXPECT_EQ(storedType(), 11);
+    EXPECT_EQ(program_.dialogs.takeMessages().size(), 1U);
+}
+
+TEST_F(ReceiveLoopTest, AFloodOfIdentitiesInOneGoEnds) {
+    Bytes flood;
+    for (int i = 0; i < 3000; ++i) {
+        const auto bytes = frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(i % 200)});
+        flood.insert(flood.end(), bytes.begin(), bytes.end());
+    }
+    program_.receive(flood);
+    EXPECT_EQ(program_.window.bytesReceived, 3000 * 8);
+    EXPECT_EQ(program_.tables.SWType, 2999 % 200);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
+}
+
+// Each of these comes inside the pauses of those before it.
+TEST_F(ReceiveLoopTest, AFloodOfIdentitiesInsideEachOthersPausesEnds) {
+    constexpr int kFrames = 5000;
+    int sent = 0;
+    std::unique_ptr<platform::Alarm> alarm = program_.pump.makeAlarm([&] {
+        program_.line.inject(frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(sent % 200)}));
+        if (++sent < kFrames) {
+            alarm->callAt(program_.pump.now() + kMicrosPerMilli);
+        }
+    });
+    alarm->callAt(program_.pump.now());
+    program_.pump.wait(3'000'000);
+    EXPECT_EQ(sent, kFrames);
+    EXPECT_EQ(program_.window.bytesReceived, kFrames * 8);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
+    program_.receiveFrame('T', {7, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+TEST_F(ReceiveLoopTest, AnyBytesInAnyChunksAreSurvived) {
+    std::uint32_t state = 12345;
+    const auto next = [&] { return state = state * 1664525 + 1013904223; };
+    for (int round = 0; round < 2000; ++round) {
+        Bytes chunk(next() / 65536 % 40);
+        for (auto& byte : chunk) {
+            byte = static_cast<std::uint8_t>(next() / 16777216);
+        }
+        program_.receive(chunk);
+        program_.pump.wait(5);
+    }
+    program_.pump.wait(60000);
+    EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
+    // Whatever frame is open now, 300 bytes that are no command end it.
+    program_.receive(Bytes(300, 0));
+    program_.receiveFrame('T', {7, 1, 0});
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+}  // namespace
+}  // namespace korvane::link
