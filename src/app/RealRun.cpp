@@ -1,6 +1,7 @@
 #include "app/RealRun.h"
 
 #include "app/CommandInput.h"
+#include "app/FirstPaint.h"
 #include "app/Session.h"
 #include "platform/DebugLog.h"
 #include "platform/qt/QtDialogs.h"
@@ -12,7 +13,7 @@
 #include <QCoreApplication>
 #include <QScreen>
 
-#include <functional>
+#include <memory>
 #include <string>
 
 namespace korvane::app {
@@ -66,6 +67,7 @@ int run(const Options& options, Surroundings surroundings, platform::WindowListe
     Session session(options, surroundings);
     EndOfProgram end(session.program().frmSarn2(), views);
     session.windows().setListener(&end);
+    const auto firstPaint = views != nullptr ? std::make_unique<FirstPaint>(session.log()) : nullptr;
     session.start();
     if (options.connect) {
         session.program().connectTo(*options.connect);

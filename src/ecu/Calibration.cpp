@@ -60,10 +60,8 @@ void takeMaps(Calibration& to, const FirmwareMemory& memory) {
     const MapCells& ignition = memory.working(MapKind::Ignition);
     for (int i = 0; i < to.type.cells(); ++i) {
         const auto cell = static_cast<std::size_t>(i);
-        const double rpm = 1000.0 + 500.0 * (i % to.type.columns());
-        const double load = 10.0 * (i / to.type.columns()) + 5.0;
         to.pulse.at(cell) = fuel.at(cell) * perCount + offset;
-        to.need.at(cell) = neededPulse(rpm + 250.0, to.manifoldOf(load));
+        to.need.at(cell) = neededPulse(to.type.cellRpm(i) + 250.0, to.manifoldOf(to.type.cellLoad(i)));
         to.advance.at(cell) = ignition.at(cell) * 0.2 + advanceOffset;
     }
 }
@@ -74,6 +72,10 @@ bool Calibration::enabled(Function function) const {
     const auto bit = static_cast<unsigned>(function);
     const bool set = ((enable >> bit) & 1U) != 0;
     return bit >= 14 ? !set : set;
+}
+
+double Calibration::throttleOf(int sensor) const {
+    return std::clamp((sensor - throttleMin) / std::max(throttleMax - throttleMin, 1.0), 0.0, 1.0);
 }
 
 double Calibration::loadOf(double manifoldBar, double throttle) const {

@@ -33,8 +33,8 @@ struct Calibration {
     int brakeAbove = 0;
     int chokeEnd = 0;  // degrees C
     int startHelpSeconds = 0;
-    int throttleMin = 0;  // sensor value at 0 and 100 percent
-    int throttleMax = 0;
+    double throttleMin = 0.0;  // sensor value at 0 and 100 percent
+    double throttleMax = 0.0;
     bool loadFromThrottle = false;
     double loadPerBar = 100.0;                // percent of load for a bar above loadStart
     double loadStart = 0.0;                   // bar
@@ -45,6 +45,8 @@ struct Calibration {
 
     // Bits 14 and 15 switch their function off when set, all others switch it on.
     [[nodiscard]] bool enabled(Function function) const;
+    // 0 to 1 for a sensor value, by the taught ends.
+    [[nodiscard]] double throttleOf(int sensor) const;
     // Percent, as the rows of the maps count it; `throttle` 0 to 1.
     [[nodiscard]] double loadOf(double manifoldBar, double throttle) const;
     [[nodiscard]] double manifoldOf(double loadPercent) const;

@@ -167,7 +167,7 @@ std::string parseKeyList(EcuSettings& settings, std::string_view list) {
         if (equals == std::string_view::npos) {
             return "KEY=VALUE is wanted where " + quoted(pair) + " stands";
         }
-        const std::string error = parseKey(changed, pair.substr(0, equals), pair.substr(equals + 1));
+        std::string error = parseKey(changed, pair.substr(0, equals), pair.substr(equals + 1));
         if (!error.empty()) {
             return error;
         }

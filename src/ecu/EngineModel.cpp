@@ -117,7 +117,7 @@ void EngineModel::breathe(const Calibration& calibration, const Demand& demand) 
     follow(spool_, boost, boost > spool_ ? 0.5 : 0.15);
     state_.boostValve = spool_ < 0.02 ? 0.0 : std::clamp(30.0 + 80.0 * (boost - spool_ + limit), 0.0, 95.0);
     follow(state_.manifoldBar, drawnPressure(state_.throttle, state_.rpm) + spool_, 0.06);
-    state_.loadPercent = calibration.loadOf(state_.manifoldBar, state_.throttle);
+    state_.loadPercent = calibration.loadOf(state_.manifoldBar, calibration.throttleOf(throttleSensor()));
     if (demand.bench) {
         state_.loadPercent = demand.load;
         state_.manifoldBar = calibration.manifoldOf(demand.load);
@@ -125,7 +125,7 @@ void EngineModel::breathe(const Calibration& calibration, const Demand& demand) 
 }
 
 void EngineModel::watchFuelCut(const Calibration& calibration) {
-    const bool closed = state_.throttle < kClosedPedal;
+    const bool closed = calibration.throttleOf(throttleSensor()) < kClosedPedal;
     const double above = state_.engineBrake ? calibration.brakeBelow : calibration.brakeAbove;
     state_.engineBrake = calibration.enabled(Function::EngineBrake) && closed && state_.rpm > above;
 }
@@ -189,7 +189,8 @@ void EngineModel::warm(const Demand& demand) {
 }
 
 void EngineModel::work(const Calibration& calibration) {
-    state_.idling = state_.running && state_.throttle < kClosedPedal && state_.rpm < calibration.idleRpm + 400.0;
+    const bool closed = calibration.throttleOf(throttleSensor()) < kClosedPedal;
+    state_.idling = state_.running && closed && state_.rpm < calibration.idleRpm + 400.0;
     const double valve = state_.idling ? 12.0 + 30.0 * coldness_ - 0.05 * wander_ : 10.0;
     const double wanted = std::clamp(calibration.idleValveMin + valve, 0.0, double(calibration.idleValveMax));
     follow(state_.idleValve, wanted, 0.3);

@@ -141,8 +141,8 @@ void putMaps(Cells& cells, const FirmwareType& type) {
     const double barPerPercent = type.large ? 0.0125 : 0.01;
     const double tick = msPerCount(2, type.large ? 3 : 2, type.large);
     for (int i = 0; i < type.cells(); ++i) {
-        const double rpm = 1000.0 + 500.0 * (i % type.columns());
-        const double load = 10.0 * (i / type.columns()) + 5.0;
+        const double rpm = type.cellRpm(i);
+        const double load = type.cellLoad(i);
         const double pulse = neededPulse(rpm + 250.0, load * barPerPercent) * (1.0 + storedMapError(rpm, load));
         if (type.injects) {
             cellAt(cells, mapAddress(MapKind::Fuel, i)) = countOf(pulse / tick);
@@ -156,7 +156,7 @@ void putMaps(Cells& cells, const FirmwareType& type) {
 void putPwmTable(Cells& cells) {
     for (int i = 0; i < kHalfCells; ++i) {
         if (const int address = mapAddress(MapKind::Pwm, i); address >= 0) {
-            cellAt(cells, address) = countOf(6.0 * (i / 16 - 3) + 2.0 * (i % 16));
+            cellAt(cells, address) = static_cast<std::uint8_t>(6 * (i / 16 - 3) + 2 * (i % 16));
         }
     }
 }

@@ -13,6 +13,9 @@ struct FirmwareType {
     [[nodiscard]] int rows() const { return large ? 16 : 10; }
     [[nodiscard]] int columns() const { return large ? 20 : 16; }
     [[nodiscard]] int cells() const { return rows() * columns(); }
+    // Where map cell `index` begins in speed, and the middle of its load in percent.
+    [[nodiscard]] int cellRpm(int index) const { return 1000 + 500 * (index % columns()); }
+    [[nodiscard]] int cellLoad(int index) const { return 10 * (index / columns()) + 5; }
 };
 
 // A type number that no firmware has is taken for a full engine control.

@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# The whole program with its windows at the 10 ms poll, on a display or offscreen, against korvane-ecu in a process of
+# its own: processor time, memory, and the time to the first painted window.
+#
+#   bench/program.sh [SECONDS]      build/release must be built; default 20 seconds
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=${1:-20}
+bin=build/release/bin
+if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  export QT_QPA_PLATFORM=offscreen
+fi
+
+work=$(mktemp -d)
+"$bin/korvane-ecu" --pty "$work/ecu" </dev/null >/dev/null &
+ecu=$!
+trap 'kill "$ecu" 2>/dev/null || true; rm -rf "$work"' EXIT
+for _ in {1..50}; do
+  [ ! -e "$work/ecu" ] || break
+  sleep 0.1
+done
+
+mkdir "$work/folder"
+cp packaging/Settings_par.ini "$work/folder/"
+mkfifo "$work/commands"
+KORVANE_DEBUG=1 "$bin/korvane-tuner" --console --folder "$work/folder" --port COM1="$work/ecu" --connect COM1 \
+  <"$work/commands" >"$work/replies" 2>"$work/log" &
+tuner=$!
+exec 3>"$work/commands"
+
+# User and system time of the program so far, in clock ticks.
+ticks() { awk '{ print $14 + $15 }' "/proc/$tuner/stat"; }
+
+sleep 3
+before=$(ticks)
+sleep "$seconds"
+after=$(ticks)
+memory=$(awk '/^VmRSS/ { print $2 }' "/proc/$tuner/status")
+echo "get frmSarn2.lblPackets.Caption" >&3
+sleep 0.5
+echo "quit" >&3
+exec 3>&-
+wait "$tuner"
+
+hertz=$(getconf CLK_TCK)
+awk -v t=$((after - before)) -v hz="$hertz" -v s="$seconds" -v kb="$memory" 'BEGIN {
+  printf "processor: %.1f %% of one core\nresident memory: %.1f MB\n", 100 * t / hz / s, kb / 1024 }'
+echo "packets a second: $(sed -n 1p "$work/replies")"
+grep "first window" "$work/log" || true

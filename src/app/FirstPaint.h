@@ -1,0 +1,24 @@
+// Tells the debug log how long after the start of the process the first window was painted.
+#pragma once
+
+#include "platform/DebugLog.h"
+
+#include <QObject>
+
+namespace korvane::app {
+
+class FirstPaint : public QObject {
+public:
+    // Listens to the application until the first paint.
+    explicit FirstPaint(platform::DebugLog& log);
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void painted();
+
+    platform::DebugLog& log_;
+};
+
+}  // namespace korvane::app
