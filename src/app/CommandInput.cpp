@@ -51,11 +51,11 @@ void CommandInput::watchSignals() {
     sigaddset(&ends, SIGINT);
     sigaddset(&ends, SIGTERM);
     sigprocmask(SIG_BLOCK, &ends, nullptr);
-    const int signals = signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (signals < 0) {
+    const int descriptor = signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (descriptor < 0) {
         return;
     }
-    signals_ = std::make_unique<QSocketNotifier>(signals, QSocketNotifier::Read);
+    signals_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     QObject::connect(signals_.get(), &QSocketNotifier::activated, [this] { quitOnSignal(); });
 }
 

@@ -90,6 +90,9 @@ void Program::disableWhatComesLater() {
 void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing();
     ended_ = !stays;
+    if (ended_ && endedHandler_) {
+        endedHandler_();
+    }
 }
 
 }  // namespace korvane::app

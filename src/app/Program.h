@@ -10,6 +10,9 @@
 #include "platform/Machine.h"
 #include "trend/MainTrends.h"
 
+#include <functional>
+#include <utility>
+
 namespace korvane::app {
 
 // Runs on any machine. Everything it owns lives as long as it does; it must outlive every handler that is running.
@@ -24,6 +27,8 @@ public:
     // Closes the main window as its close box does, and returns when the program has ended.
     void quit();
     [[nodiscard]] bool ended() const { return ended_; }
+    // Called when the main window goes.
+    void setEndedHandler(std::function<void()> handler) { endedHandler_ = std::move(handler); }
 
     [[nodiscard]] core::SharedTables& tables() { return tables_; }
     [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
@@ -50,6 +55,7 @@ private:
     trend::MainTrends trends_;
     live::LiveUpdate liveUpdate_;
     bool ended_ = false;
+    std::function<void()> endedHandler_;
 };
 
 }  // namespace korvane::app

@@ -3,7 +3,6 @@
 #include "app/CommandInput.h"
 #include "app/FirstPaint.h"
 #include "app/Session.h"
-#include "platform/DebugLog.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
@@ -22,59 +21,35 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 
-// Passes the windows' coming and going on to their views, and ends the event loop with the main window.
-class EndOfProgram : public platform::WindowListener {
-public:
-    EndOfProgram(platform::Window& mainWindow, platform::WindowListener* views) : main_(mainWindow), views_(views) {}
-
-    void windowLoaded(platform::Window& window) override {
-        if (views_ != nullptr) {
-            views_->windowLoaded(window);
-        }
-    }
-
-    void windowUnloaded(platform::Window& window) override {
-        if (views_ != nullptr) {
-            views_->windowUnloaded(window);
-        }
-        if (&window == &main_) {
-            QCoreApplication::quit();
-        }
-    }
-
-private:
-    platform::Window& main_;
-    platform::WindowListener* views_;
-};
-
+// The views come after the session, whose windows they show; its console asks for pictures of them.
 class ViewScreenshots : public console::Screenshots {
 public:
-    explicit ViewScreenshots(views::ViewHost& views) : views_(views) {}
+    void setViews(const views::ViewHost* views) { views_ = views; }
 
     [[nodiscard]] std::string take(platform::Window& window, const std::filesystem::path& file) override {
-        return views_.screenshot(window, file);
+        return views_ != nullptr ? views_->screenshot(window, file) : "There is no display.";
     }
 
 private:
-    views::ViewHost& views_;
+    const views::ViewHost* views_ = nullptr;
 };
 
-int run(const Options& options, Surroundings surroundings, platform::WindowListener* views) {
-    surroundings.makeRealLine = [&](platform::PreferencesStore& preferences) {
+Surroundings withRealLine(Surroundings surroundings, const Options& options) {
+    surroundings.makeRealLine = [&pump = surroundings.pump, ports = options.ports](auto& preferences) {
         return std::make_unique<platform::QtSerialLine>(
-            surroundings.pump, platform::PortMap(surroundings.pump, platform::fixedPorts(preferences, options.ports)));
+            pump, platform::PortMap(pump, platform::fixedPorts(preferences, ports)));
     };
-    Session session(options, surroundings);
-    EndOfProgram end(session.program().frmSarn2(), views);
-    session.windows().setListener(&end);
-    const auto firstPaint = views != nullptr ? std::make_unique<FirstPaint>(session.log()) : nullptr;
+    return surroundings;
+}
+
+int runUntilEnded(Session& session, const Options& options) {
+    session.program().setEndedHandler([] { QCoreApplication::quit(); });
     session.start();
     if (options.connect) {
         session.program().connectTo(*options.connect);
     }
     const CommandInput input(session, options);
     QCoreApplication::exec();
-    session.windows().setListener(nullptr);
     return reportEnd(session);
 }
 
@@ -88,19 +63,22 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     platform::QtPump pump;
     platform::QtDialogs dialogs(pump);
-    views::ViewHost views;
-    ViewScreenshots screenshots(views);
+    ViewScreenshots screenshots;
     const QSize pixels = QApplication::primaryScreen()->size();
-    return run(options,
-               {pump, {}, &dialogs, &screenshots,
-                platform::Screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel}},
-               &views);
+    const platform::Screen screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};
+    Session session(options, withRealLine({pump, {}, &dialogs, &screenshots, screen}, options));
+    views::ViewHost views(session.windows());
+    views::addViews(views);
+    screenshots.setViews(&views);
+    const FirstPaint firstPaint(session.log());
+    return runUntilEnded(session, options);
 }
 
 int runHeadless(const Options& options, int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
     platform::QtPump pump;
-    return run(options, {pump, {}, nullptr, nullptr, {}}, nullptr);
+    Session session(options, withRealLine({pump, {}, nullptr, nullptr, {}}, options));
+    return runUntilEnded(session, options);
 }
 
 }  // namespace korvane::app

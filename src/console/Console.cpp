@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "console/ConsoleError.h"
 #include "core/TextEncoding.h"
@@ -84,7 +85,9 @@ std::optional<std::string> Console::execute(std::string_view line) {
     if (ended()) {
         return "error the program has ended";
     }
-    std::erase_if(delayed_, [](const Delayed& each) { return each.done; });
+    if (std::exchange(delayedDone_, false)) {
+        std::erase_if(delayed_, [](const Delayed& each) { return each.done; });
+    }
     std::string answer = reply(line);
     if (!ended()) {
         context_.machine.pump.pump();
@@ -134,27 +137,32 @@ platform::Window& Console::nextWindow(Arguments& arguments) const {
     return finder_.window(parsePath(arguments.text()));
 }
 
-platform::Control& Console::nextReachable(Arguments& arguments) const {
-    return reachable(parsePath(arguments.text()));
+platform::Control& Console::nextControl(Arguments& arguments) const {
+    return finder_.control(parsePath(arguments.text()));
 }
 
-platform::Control& Console::reachable(const Path& path) const {
-    auto& control = finder_.control(path);
+std::string Console::pathOf(const platform::Control& control) const {
+    return finder_.nameOf(control.window()) + '.' + control.path();
+}
+
+void Console::requireReach(const platform::Control& control) const {
     if (!control.inSight()) {
-        throw ConsoleError(shown(path.text) + " is out of sight");
+        throw ConsoleError(pathOf(control) + " is out of sight");
     }
     if (!control.usable()) {
-        throw ConsoleError(shown(path.text) + " is disabled");
+        throw ConsoleError(pathOf(control) + " is disabled");
     }
-    return control;
 }
 
-platform::Control& Console::focusable(const Path& path) const {
-    auto& control = reachable(path);
+void Console::requireFocusable(const platform::Control& control) const {
     if (!control.canFocus()) {
-        throw ConsoleError(shown(path.text) + " is " + withArticle(control.kind()) + " and can't have the focus");
+        cannot(control, "can't have the focus");
     }
-    return control;
+    requireReach(control);
+}
+
+void Console::cannot(const platform::Control& control, std::string_view what) const {
+    throw ConsoleError(pathOf(control) + " is " + withArticle(control.kind()) + " and " + std::string(what));
 }
 
 Target Console::targetOf(const Path& path) const {

@@ -82,16 +82,19 @@ private:
     Answer quitCommand(Arguments& arguments);
 
     [[nodiscard]] platform::Window& nextWindow(Arguments& arguments) const;
-    // The next control, which must be in sight and enabled.
-    [[nodiscard]] platform::Control& nextReachable(Arguments& arguments) const;
-    [[nodiscard]] platform::Control& focusable(const Path& path) const;
-    [[nodiscard]] platform::Control& reachable(const Path& path) const;
+    [[nodiscard]] platform::Control& nextControl(Arguments& arguments) const;
+    [[nodiscard]] std::string pathOf(const platform::Control& control) const;
+    // Each raises ConsoleError if a user could not do it now.
+    void requireReach(const platform::Control& control) const;
+    void requireFocusable(const platform::Control& control) const;
+    [[noreturn]] void cannot(const platform::Control& control, std::string_view what) const;
     [[nodiscard]] Target targetOf(const Path& path) const;
 
     ConsoleContext context_;
     Finder finder_;
     Watches watches_;
     std::list<Delayed> delayed_;
+    bool delayedDone_ = false;
     bool quitting_ = false;
     bool quitDone_ = false;
 };

@@ -16,12 +16,11 @@ constexpr int kHighestShift = 7;
 constexpr int kLargestWindow = 1'000'000;  // twips
 constexpr int kHighestChoice = 1'000'000;
 
-std::string pathOf(const Finder& finder, const Control& control) {
-    return finder.nameOf(control.window()) + '.' + control.path();
-}
-
-[[noreturn]] void cannot(const std::string& path, const Control& control, std::string_view what) {
-    throw ConsoleError(path + " is " + withArticle(control.kind()) + " and " + std::string(what));
+void requireNumber(const std::string& sentence, int number, int first, int count) {
+    if (number < first || number >= first + count) {
+        const auto range = std::to_string(first) + " to " + std::to_string(first + count - 1);
+        throw ConsoleError(sentence + std::to_string(number) + (count == 0 ? " (there is none)" : " (" + range + ")"));
+    }
 }
 
 void leftButton(Control& control, int shift) {
@@ -34,67 +33,65 @@ void leftButton(Control& control, int shift) {
 }  // namespace
 
 Console::Answer Console::click(Arguments& arguments) {
-    auto& control = nextReachable(arguments);
+    auto& control = nextControl(arguments);
     if (control.choices()) {
-        cannot(pathOf(finder_, control), control, "is not clicked but chosen from");
+        cannot(control, "is not clicked but chosen from");
     }
     if (!control.canClick()) {
-        cannot(pathOf(finder_, control), control, "can't be clicked");
+        cannot(control, "can't be clicked");
     }
+    requireReach(control);
     control.press();
     return {};
 }
 
 Console::Answer Console::choose(Arguments& arguments) {
-    auto& control = nextReachable(arguments);
+    auto& control = nextControl(arguments);
     const auto choices = control.choices();
     if (!choices) {
-        cannot(pathOf(finder_, control), control, "offers nothing to choose");
+        cannot(control, "offers nothing to choose");
     }
+    requireReach(control);
     const int choice = arguments.number(0, kHighestChoice);
-    if (choice < choices->first || choice >= choices->first + choices->count) {
-        throw ConsoleError(pathOf(finder_, control) + " has no row " + std::to_string(choice) +
-                           (choices->count == 0 ? " (it is empty)"
-                                                : " (" + std::to_string(choices->first) + " to " +
-                                                      std::to_string(choices->first + choices->count - 1) + ")"));
-    }
+    requireNumber(pathOf(control) + " has no row ", choice, choices->first, choices->count);
     control.choose(choice);
     return {};
 }
 
 Console::Answer Console::column(Arguments& arguments) {
-    auto& control = nextReachable(arguments);
+    auto& control = nextControl(arguments);
     if (control.columnCount() == 0) {
-        cannot(pathOf(finder_, control), control, "has no columns");
+        cannot(control, "has no columns");
     }
+    requireReach(control);
     const int column = arguments.number(0, kHighestChoice);
-    if (column < 1 || column > control.columnCount()) {
-        throw ConsoleError(pathOf(finder_, control) + " has no column " + std::to_string(column) + " (1 to " +
-                           std::to_string(control.columnCount()) + ")");
-    }
+    requireNumber(pathOf(control) + " has no column ", column, 1, control.columnCount());
     control.clickColumn(column);
     return {};
 }
 
 Console::Answer Console::type(Arguments& arguments) {
-    auto& control = nextReachable(arguments);
+    auto& control = nextControl(arguments);
     auto* const box = dynamic_cast<platform::TextBox*>(&control);
     if (box == nullptr) {
-        cannot(pathOf(finder_, control), control, "takes no text");
+        cannot(control, "takes no text");
     }
+    requireReach(control);
     typeText(*box, arguments.text());
     return {};
 }
 
 Console::Answer Console::key(Arguments& arguments) {
-    auto& control = focusable(parsePath(arguments.text()));
+    auto& control = nextControl(arguments);
+    requireFocusable(control);
     const int code = arguments.number(1, kHighestKey);
     pressKey(control, code, arguments.numberOr(0, 0, kHighestShift));
     return {};
 }
 
 Console::Answer Console::keyup(Arguments& arguments) {
-    auto& control = focusable(parsePath(arguments.text()));
+    auto& control = nextControl(arguments);
+    requireFocusable(control);
     const int code = arguments.number(1, kHighestKey);
     control.keyUp(code, arguments.numberOr(0, 0, kHighestShift));
     return {};
@@ -102,7 +99,8 @@ Console::Answer Console::keyup(Arguments& arguments) {
 
 // A button or lamp that a press means something to is clicked by the same mouse.
 Console::Answer Console::mouse(Arguments& arguments) {
-    auto& control = nextReachable(arguments);
+    auto& control = nextControl(arguments);
+    requireReach(control);
     leftButton(control, arguments.numberOr(0, 0, kHighestShift));
     const auto& controls = control.window().controls();
     const bool stands = std::find(controls.begin(), controls.end(), &control) != controls.end();
@@ -118,7 +116,8 @@ Console::Answer Console::focus(Arguments& arguments) {
         finder_.window(path).setFocus(nullptr);
         return {};
     }
-    auto& control = focusable(path);
+    auto& control = finder_.control(path);
+    requireFocusable(control);
     control.window().setFocus(&control);
     return {};
 }

@@ -52,6 +52,12 @@ void appendCharacter(std::string& out, unsigned char character) {
 void appendText(std::string& out, std::string_view text) {
     out += '"';
     for (std::size_t i = 0; i < text.size();) {
+        const auto plain = plainLength(text, i);
+        if (plain > 0) {
+            out += text.substr(i, plain);
+            i += plain;
+            continue;
+        }
         const auto length = characterLength(text, i);
         const auto first = static_cast<unsigned char>(text[i]);
         if (length == 0) {

@@ -117,17 +117,24 @@ private:
         while (!take('"')) {
             if (take('\\')) {
                 escape(out);
-                continue;
+            } else if (const auto plain = plainLength(text_, position_); plain > 0) {
+                out += text_.substr(position_, plain);
+                position_ += plain;
+            } else {
+                character(out);
             }
-            const auto length = characterLength(text_, position_);
-            if (length == 0 || static_cast<unsigned char>(text_[position_]) < 0x20) {
-                throw JsonError(position_ < text_.size() ? "the JSON text holds a character that must be escaped"
-                                                         : "the JSON text lacks its closing quote");
-            }
-            out += text_.substr(position_, length);
-            position_ += length;
         }
         return out;
+    }
+
+    void character(std::string& out) {
+        const auto length = characterLength(text_, position_);
+        if (length == 0 || static_cast<unsigned char>(text_[position_]) < 0x20) {
+            throw JsonError(position_ < text_.size() ? "the JSON text holds a character that must be escaped"
+                                                     : "the JSON text lacks its closing quote");
+        }
+        out += text_.substr(position_, length);
+        position_ += length;
     }
 
     void escape(std::string& out) {

@@ -114,6 +114,7 @@ void Console::runDelayed(Delayed& delayed) {
         }
     }
     delayed.done = true;
+    delayedDone_ = true;
 }
 
 Console::Answer Console::sent(Arguments& arguments) {

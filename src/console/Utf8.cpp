@@ -29,6 +29,14 @@ std::size_t characterLength(std::string_view text, std::size_t position) {
     return character.size() == length && core::isUtf8(character) ? length : 0;
 }
 
+std::size_t plainLength(std::string_view text, std::size_t position) {
+    std::size_t end = position;
+    while (end < text.size() && text[end] >= ' ' && text[end] < '\x7F' && text[end] != '"' && text[end] != '\\') {
+        ++end;
+    }
+    return end - position;
+}
+
 char32_t codePointOf(std::string_view bytes) {
     const auto lead = static_cast<unsigned char>(bytes.front());
     if (bytes.size() == 1) {

@@ -8,6 +8,19 @@ namespace {
 
 constexpr std::size_t kMemory = std::size_t{64} << 20U;  // bytes of notes that nobody has read
 
+// Roughly what the value takes in memory.
+std::size_t weightOf(const Json& value) {
+    std::size_t weight = sizeof(Json);
+    if (const auto* text = value.asText()) {
+        weight += text->size();
+    } else if (const auto* items = value.asArray()) {
+        for (const auto& item : *items) {
+            weight += weightOf(item);
+        }
+    }
+    return weight;
+}
+
 // A row that is gone for the moment reads as null.
 Json currentValue(const Target& target) {
     try {
@@ -85,7 +98,7 @@ bool Watches::observes(const platform::Object& object) const {
 }
 
 void Watches::note(const Watch& watch) {
-    const std::size_t size = sizeof(Change) + watch.name.size() + writeJson(watch.last).size();
+    const std::size_t size = sizeof(Change) + watch.name.size() + weightOf(watch.last);
     changes_.push_back({pump_.milliseconds(), watch.name, watch.last, size});
     size_ += size;
     while (size_ > kMemory && changes_.size() > 1) {

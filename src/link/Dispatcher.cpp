@@ -242,7 +242,8 @@ void Dispatcher::settingsBlock(Payload payload) {
 
 void Dispatcher::lambdaBlock(Payload payload) {
     for (int i = 0; i < 10 && windows_.frmMisc != nullptr; ++i) {
-        windows_.frmMisc->setLambdaRow(i, checked(payload, i), checked(payload, 10 + i));
+        windows_.frmMisc->setLambdaSetpoint(i, checked(payload, i));
+        windows_.frmMisc->setLambdaAuthority(i, checked(payload, 10 + i));
     }
 }
 

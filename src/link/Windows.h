@@ -30,7 +30,8 @@ public:
     virtual void LoadMisc2(std::span<const std::uint8_t> payload) = 0;
     virtual void UpdateReadEE(std::int32_t value, int addr, bool is16) = 0;
     virtual void setTextArvo(std::string_view text) = 0;
-    virtual void setLambdaRow(int row, std::uint8_t setpoint, std::uint8_t authority) = 0;
+    virtual void setLambdaSetpoint(int row, std::uint8_t value) = 0;
+    virtual void setLambdaAuthority(int row, std::uint8_t value) = 0;
     virtual void MarkAccelCell(int index) = 0;
 };
 

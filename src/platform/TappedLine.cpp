@@ -1,5 +1,6 @@
 #include "platform/TappedLine.h"
 
+#include <string_view>
 #include <utility>
 
 namespace korvane::platform {

@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include <memory>
+
 namespace korvane::platform {
 
 namespace {
@@ -56,8 +58,8 @@ void QtDialogs::show(const MessageBox& box) {
 }
 
 std::string QtDialogs::choose(const FileDialog& dialog) {
-    // A window that closes meanwhile takes the dialog with it.
-    const QPointer<QFileDialog> shown(new QFileDialog(QApplication::activeWindow(), textOf(dialog.title), folder_));
+    auto shown = std::make_unique<QFileDialog>(QApplication::activeWindow(), textOf(dialog.title), folder_);
+    const QPointer<QFileDialog> alive(shown.get());
     const bool saves = dialog.kind == FileDialog::Kind::Save;
     const QStringList filters = nameFilters(dialog.filter);
     shown->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -65,10 +67,11 @@ std::string QtDialogs::choose(const FileDialog& dialog) {
     shown->setNameFilters(filters);
     shown->setDefaultSuffix(saves && !filters.isEmpty() ? endingOf(filters.first()) : QString());
     const bool chosen = shown->exec() == QDialog::Accepted;
-    if (!shown) {
+    if (!alive) {
+        // Its window closed meanwhile and took it along.
+        static_cast<void>(shown.release());
         return {};
     }
-    shown->deleteLater();
     const QStringList files = shown->selectedFiles();
     if (!chosen || files.isEmpty()) {
         return {};

@@ -1,0 +1,122 @@
+// Binds the widgets of a view to the controls of its window.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "live/SarnGauge.h"
+#include "live/SarnMeter.h"
+#include "platform/Controls.h"
+#include "platform/PictureBox.h"
+#include "platform/Window.h"
+#include "views/Binding.h"
+#include "views/FrameClock.h"
+
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace korvane::views {
+
+class Dial;
+class DropDown;
+class Gauge;
+class Lamp;
+class PictureView;
+class Readout;
+
+// Every bound widget gets its control's path as object name and goes both ways: what the program changes is shown with
+// the next frame while the view can be seen, what the user does reaches the model at once. Widgets outlive the binder.
+class Binder : public FrameClock::Client {
+public:
+    Binder(platform::Window& window, QWidget& view, FrameClock& clock);
+    Binder(const Binder&) = delete;
+    Binder& operator=(const Binder&) = delete;
+    ~Binder() override;
+
+    void bind(platform::Label& label, QLabel& widget);
+    // A label that names another widget: screen readers read its text before that widget's own.
+    void bind(platform::Label& label, Readout& widget, QWidget* named = nullptr);
+    // `mnemonic` is a letter of the caption, 0 for none.
+    void bind(platform::CommandButton& button, QPushButton& widget, char mnemonic = 0);
+    void bind(platform::CheckBox& box, QCheckBox& widget, char mnemonic = 0);
+    void bind(platform::ComboBox& box, DropDown& widget);
+    void bind(platform::TextBox& box, QLineEdit& widget);
+    void bind(platform::Frame& frame, QGroupBox& widget);
+    void bind(platform::Image& image, Lamp& widget);
+    void bind(platform::PictureBox& picture, PictureView& widget);
+    void bind(live::SarnMeter& meter, Dial& widget);
+    void bind(live::SarnGauge& gauge, Gauge& widget);
+
+    // Tab goes through the widgets of these controls in this order.
+    void setTabOrder(const std::vector<platform::Control*>& controls);
+
+    // The widget bound to the control; null when there is none.
+    [[nodiscard]] QWidget* widgetOf(const platform::Control* control) const;
+
+    // The window goes: nothing of it is touched from now on.
+    void detach();
+    [[nodiscard]] bool isAttached() const { return attached_; }
+
+    // Shows everything that has changed, seen or not.
+    void showAll();
+    void frame() override;
+    void wake();
+    void showColorsAgain();
+
+    // The model's focus, shown in the view.
+    void showFocus();
+    void focusArrived(platform::Control& control);
+
+    void marked(Binding& binding);
+
+    // The view calls the model: what the model does meanwhile must not delete the view.
+    class Visit {
+    public:
+        explicit Visit(Binder& binder) : binder_(binder) { ++binder_.visits_; }
+        Visit(const Visit&) = delete;
+        Visit& operator=(const Visit&) = delete;
+        ~Visit() { --binder_.visits_; }
+
+    private:
+        Binder& binder_;
+    };
+    [[nodiscard]] bool isVisiting() const { return visits_ > 0; }
+
+private:
+    void add(std::unique_ptr<Binding> binding);
+
+    platform::Window& window_;
+    QWidget& view_;
+    FrameClock& clock_;
+    std::vector<std::unique_ptr<Binding>> bindings_;
+    std::vector<Binding*> marked_;
+    std::vector<Binding*> shown_;
+    std::unordered_map<const platform::Control*, Binding*> byControl_;
+    bool attached_ = true;
+    bool showing_ = false;
+    int visits_ = 0;
+};
+
+// A caption as the toolkit wants it: with the letter that Alt reaches it by, everything else as it stands.
+[[nodiscard]] QString captionText(const std::string& caption, char mnemonic);
+
+template <class Action>
+void Binding::act(Action action) {
+    if (!binder_.isAttached()) {
+        return;
+    }
+    const Binder::Visit visit(binder_);
+    action();
+    if (binder_.isAttached()) {
+        binder_.showAll();
+    }
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,74 @@
+// One control of a window and the widget that shows it.
+#pragma once
+
+#include <QObject>
+#include <QPalette>
+#include <QPointer>
+#include <QWidget>
+
+#include <optional>
+
+#include "platform/Control.h"
+
+namespace korvane::views {
+
+class Binder;
+
+// Shows what the control is and turns the toolkit's events into the control's. Changes of the control only mark the
+// binding; show() brings the widget up to date.
+class Binding : public QObject, private platform::Observer {
+public:
+    Binding(Binder& binder, platform::Control& control, QWidget& widget);
+    Binding(const Binding&) = delete;
+    Binding& operator=(const Binding&) = delete;
+    ~Binding() override = default;
+
+    [[nodiscard]] platform::Control& control() const { return control_; }
+    [[nodiscard]] QWidget& widget() const { return widget_; }
+
+    void show();
+    // The palette has changed under colours that were taken from it.
+    void showColorsAgain();
+    // The control goes, or has gone already (`alive` false): it is not touched again.
+    void detach(bool alive);
+
+protected:
+    // Brings everything but the properties that all controls share up to date.
+    virtual void showContent() = 0;
+    // A key that makes a character, before the widget gets it; true keeps it from the widget.
+    virtual bool characterTyped(QKeyEvent& event);
+
+    // Where the control's colours go.
+    struct Roles {
+        QPalette::ColorRole back = QPalette::Window;
+        QPalette::ColorRole fore = QPalette::WindowText;
+        platform::Color usualBack = platform::kButtonFace;
+        platform::Color usualFore = platform::kButtonText;
+    };
+    [[nodiscard]] virtual Roles roles() const { return {}; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] Binder& binder() const { return binder_; }
+
+    // Something the user has done: `action` goes to the model, and what it changed is shown at once.
+    template <class Action>
+    void act(Action action);
+
+private:
+    void propertyChanged(platform::Object& object, const void* property) override;
+    [[nodiscard]] bool isCommon(const void* property) const;
+    void showCommon();
+    void showColors();
+    bool keyPressed(QKeyEvent& event);
+    void keyReleased(const QKeyEvent& event);
+    void mouseReleased(const QMouseEvent& event);
+
+    Binder& binder_;
+    platform::Control& control_;
+    QWidget& widget_;
+    bool contentChanged_ = true;
+    bool commonChanged_ = true;
+    bool waiting_ = false;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,38 @@
+// A titled box with a ground of its own, around what belongs together.
+#pragma once
+
+#include <QGroupBox>
+
+namespace korvane::views {
+
+class Card : public QGroupBox {
+public:
+    explicit Card(QWidget* parent) : QGroupBox(parent) {}
+    Card(const QString& title, QWidget* parent) : QGroupBox(title, parent) {}
+
+    // The room inside, below the title.
+    static constexpr int kPadding = 10;
+
+    // Sets the margins of the card's layout.
+    void fitMargins();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    [[nodiscard]] QFont titleFont() const;
+    [[nodiscard]] int titleHeight() const;
+};
+
+// A ground sunk into a card.
+class Tile : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,86 @@
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "views/Caption.h"
+#include "views/Card.h"
+#include "views/Child.h"
+#include "views/DropDown.h"
+#include "views/MainParts.h"
+#include "views/Readout.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kColumnGap = 14;
+constexpr int kCaptionGap = 2;
+constexpr int kListCharacters = 7;
+
+class Bar {
+public:
+    Bar(Binder& binder, QWidget* parent)
+        : binder_(binder), card_(child<Card>(parent)), row_(child<QHBoxLayout>(&card_)) {
+        card_.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        row_.setSpacing(kColumnGap);
+    }
+
+    [[nodiscard]] Card& card() { return card_; }
+
+    void addList(platform::ComboBox& box, const QString& caption) {
+        auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
+        list.setMinimumContentsLength(kListCharacters);
+        binder_.bind(box, list);
+        addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &list), list);
+    }
+
+    void addButton(platform::CommandButton& button, char mnemonic, const QString& longest) {
+        auto& push = child<QPushButton>(static_cast<QWidget*>(&card_), longest);
+        push.setMinimumWidth(push.sizeHint().width());
+        binder_.bind(button, push, mnemonic);
+        addColumn(child<Caption>(static_cast<QWidget*>(&card_), QString(), nullptr), push);
+    }
+
+    void addReadout(platform::Label& label, const QString& caption, const QString& longest, bool bold) {
+        auto& readout = child<Readout>(static_cast<QWidget*>(&card_), Readout::Look{.bold = bold});
+        readout.setReserve(longest);
+        binder_.bind(label, readout);
+        addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &readout), readout);
+    }
+
+    void addSpace() { row_.addStretch(1); }
+
+private:
+    void addColumn(Caption& caption, QWidget& field) {
+        auto& column = child<QVBoxLayout>(static_cast<QWidget*>(nullptr));
+        column.setSpacing(kCaptionGap);
+        column.addWidget(&caption);
+        column.addWidget(&field, 1);
+        row_.addLayout(&column);
+    }
+
+    Binder& binder_;
+    Card& card_;
+    QHBoxLayout& row_;
+};
+
+}  // namespace
+
+QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    Bar bar(binder, parent);
+    bar.addList(window.ComboPort, QStringLiteral("&Port"));
+    bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
+    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
+    bar.addButton(window.btnConnect, 'c', QStringLiteral("Disconnect"));
+    bar.addReadout(window.lblState, QStringLiteral("Connection"), QStringLiteral("COM15; 230400 Connected"), true);
+    bar.addSpace();
+    bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"), false);
+    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100"), false);
+    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"), false);
+    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"), false);
+    bar.card().fitMargins();
+    return bar.card();
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,67 @@
+// Gives every loaded window its view.
+#pragma once
+
+#include <QTimer>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Window.h"
+#include "views/FrameClock.h"
+#include "views/WindowView.h"
+
+namespace korvane::views {
+
+// Listens to the list of loaded windows for as long as it lives. A view is built when its window is loaded and goes
+// when the window is unloaded; a window whose name no factory knows has none.
+class ViewHost : private platform::WindowListener {
+public:
+    using Factory = std::function<std::unique_ptr<WindowView>(platform::Window& window, FrameClock& clock)>;
+
+    explicit ViewHost(platform::WindowList& windows);
+    ViewHost(const ViewHost&) = delete;
+    ViewHost& operator=(const ViewHost&) = delete;
+    ~ViewHost() override;
+
+    // How windows of this name look. Those loaded already get their view now.
+    void add(std::string_view windowName, Factory factory);
+    template <class View, class Model>
+    void add(std::string_view windowName) {
+        add(windowName, [](platform::Window& window, FrameClock& clock) -> std::unique_ptr<WindowView> {
+            return std::make_unique<View>(dynamic_cast<Model&>(window), clock);
+        });
+    }
+
+    // Null for a window without one.
+    [[nodiscard]] WindowView* viewOf(const platform::Window& window) const;
+
+    // Writes the window's picture to `file` (PNG). What went wrong, as a sentence; empty when it is done.
+    [[nodiscard]] std::string screenshot(const platform::Window& window, const std::filesystem::path& file) const;
+    // `windowName` is a loaded window's; with "#2" behind it the second of that name, in order of loading.
+    [[nodiscard]] std::string screenshot(std::string_view windowName, const std::filesystem::path& file) const;
+
+    [[nodiscard]] FrameClock& clock() { return clock_; }
+
+private:
+    void windowLoaded(platform::Window& window) override;
+    void windowUnloaded(platform::Window& window) override;
+    void sweep();
+    [[nodiscard]] const platform::Window* find(std::string_view windowName) const;
+
+    platform::WindowList& windows_;
+    FrameClock clock_;
+    std::map<std::string, Factory, std::less<>> factories_;
+    std::map<const platform::Window*, std::unique_ptr<WindowView>> views_;
+    std::vector<std::unique_ptr<WindowView>> leaving_;
+    QTimer sweeper_;
+};
+
+// Makes the views of all windows of the program known to the host.
+void addViews(ViewHost& host);
+
+}  // namespace korvane::views

@@ -1,0 +1,135 @@
+// A small window with one control of each kind, and a console that drives it on a virtual machine.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/Console.h"
+#include "platform/Controls.h"
+#include "platform/MSComm.h"
+#include "platform/PictureBox.h"
+#include "platform/Timer.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/MemoryLog.h"
+#include "platform/virtual/MemoryPreferences.h"
+#include "platform/virtual/QueuedDialogs.h"
+#include "platform/virtual/VirtualPump.h"
+
+namespace korvane::console {
+
+// Rows and columns that count from 1.
+class TestTable : public platform::Control {
+public:
+    using Control::Control;
+    [[nodiscard]] std::string_view kind() const override { return "list view"; }
+    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{1, 3}; }
+    [[nodiscard]] int columnCount() const override { return 2; }
+    void choose(int choice) override { chosen = choice; }
+    void clickColumn(int column) override { clicked = column; }
+
+    int chosen = 0;
+    int clicked = 0;
+};
+
+class TestWindow : public platform::Window {
+public:
+    explicit TestWindow(platform::Machine& machine, std::string_view name = "frmTest")
+        : Window(machine, name),
+          btnGo(*this, "btnGo"),
+          chkTrace(*this, "chkTrace"),
+          lblPlain(*this, "lblPlain"),
+          lblHot(*this, "lblHot"),
+          cmbPort(*this, "cmbPort"),
+          txtCell(*this, "txtCell", 4),
+          txtName(*this, "txtName"),
+          fraInner(*this, "fraInner"),
+          btnInner(*this, "btnInner"),
+          imgLamp(*this, "imgLamp"),
+          picPlot(*this, "picPlot"),
+          lvwTable(*this, "lvwTable"),
+          tmrTick(*this, "tmrTick", false, 100),
+          MSComm1(*this, "MSComm1") {
+        btnInner.setContainer(&fraInner);
+        for (const auto* row : {"COM1", "COM2", "COM3"}) {
+            cmbPort.AddItem(row);
+        }
+    }
+
+    std::vector<std::string> log;  // what the handlers noted
+    std::function<void()> onUnload;
+    bool staysOpen = false;
+
+    platform::CommandButton btnGo;
+    platform::CheckBox chkTrace;
+    platform::Label lblPlain, lblHot;
+    platform::ComboBox cmbPort;
+    platform::ControlArray<platform::TextBox> txtCell;
+    platform::TextBox txtName;
+    platform::Frame fraInner;
+    platform::CommandButton btnInner;
+    platform::Image imgLamp;
+    platform::PictureBox picPlot;
+    TestTable lvwTable;
+    platform::Timer tmrTick;
+    platform::MSComm MSComm1;
+
+protected:
+    bool Form_Unload() override {
+        if (onUnload) {
+            onUnload();
+        }
+        return !staysOpen;
+    }
+    void Form_Resize() override { log.push_back("resize " + std::to_string(Width) + " " + std::to_string(Height)); }
+};
+
+class FakeEcu : public EcuControl {
+public:
+    std::string set(const std::string& key, const std::string& value) override {
+        settings.push_back(key + "=" + value);
+        return key == "bad" ? "the virtual ECU has no key bad" : "";
+    }
+    std::vector<std::string> settings;
+};
+
+class FakeScreenshots : public Screenshots {
+public:
+    std::string take(platform::Window& window, const std::filesystem::path& file) override {
+        taken.push_back(std::string(window.name()) + " " + file.string());
+        return file == "/forbidden.png" ? "/forbidden.png can't be written" : "";
+    }
+    std::vector<std::string> taken;
+};
+
+// A machine whose parts stand at any test's hand.
+struct ConsoleMachine {
+    platform::VirtualPump pump;
+    platform::MemoryLine memoryLine{pump, nullptr};
+    platform::TappedLine tap{memoryLine, pump, [this](auto bytes) { memoryLine.inject(bytes); }};
+    platform::QueuedDialogs dialogs;
+    platform::MemoryPreferences preferences;
+    platform::MemoryLog debugLog;
+    platform::WindowList windows;
+    platform::Machine machine{pump, tap, dialogs, preferences, debugLog, windows, {}, '.', {}};
+    Names names;
+    std::ostringstream errors;
+};
+
+struct ConsoleOnTestWindow : ConsoleMachine {
+    ConsoleOnTestWindow() { window->show(); }
+
+    // The reply, or "(none)".
+    std::string run(std::string_view line) { return console.execute(line).value_or("(none)"); }
+
+    FakeEcu ecu;
+    FakeScreenshots screenshots;
+    int quits = 0;
+    std::unique_ptr<TestWindow> window = std::make_unique<TestWindow>(machine);
+    Console console{{machine, dialogs, tap, names, &ecu, &screenshots, errors, [this] { ++quits; }, {}}};
+};
+
+}  // namespace korvane::console
