@@ -48,6 +48,8 @@ void Program::quit() {
         machine_.pump.wait(kQuitStep);
     }
     if (!ended_) {
+        // The port was closed past the button, and the button fails to open it again: the window goes all the same.
+        frmSarn2_.isConnected = false;
         static_cast<void>(frmSarn2_.unload());
     }
 }

@@ -47,7 +47,7 @@ std::int16_t findSection(const fs::path& file, std::string_view header, Lines& l
         return kIniFileMissing;
     }
     try {
-        lines = readLines(file);
+        lines = readLines(file, kLargestIniFile);
     } catch (const RuntimeError&) {
         return kIniSectionMissing;
     }
@@ -98,7 +98,7 @@ Lines linesToChange(const fs::path& file) {
     if (!fs::exists(file, code)) {
         OutputFile(file, OutputFile::Mode::Append).close();
     }
-    return readLines(file);
+    return readLines(file, kLargestIniFile);
 }
 
 void writeLines(OutputFile& file, const Lines& lines) {

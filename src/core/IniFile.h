@@ -8,6 +8,7 @@
 // A section begins at its header, found without regard to case, and ends at the next line that begins with "[".
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -18,12 +19,15 @@
 
 namespace korvane::core {
 
+// What is larger is no ini file of the program. It is read once for each of its sections, so the limit is tight.
+inline constexpr std::size_t kLargestIniFile = std::size_t{1} << 20U;
+
 inline constexpr std::int16_t kIniFileMissing = 1;
 inline constexpr std::int16_t kIniSectionMissing = 2;
 
 // The lines of a section, trimmed, without comments and empty lines; brackets around `section` may be left out. `error`
 // becomes 0, kIniFileMissing or kIniSectionMissing, and with the latter two the result is one empty line. A file that
-// can't be read or is larger than a text file of the program can be has no sections.
+// can't be read or is too large has no sections.
 [[nodiscard]] std::vector<std::string> ReadIniSection(const std::filesystem::path& file, std::string_view section,
                                                       std::int16_t& error);
 

@@ -103,7 +103,7 @@ std::int64_t placesOf(std::string_view mantissa) {
 double outOfRange(std::string_view number) {
     const std::size_t end = std::min(number.find('e'), number.size());
     const std::string_view digits = end < number.size() ? number.substr(end + 1) : std::string_view("0");
-    std::int64_t exponent = 0;
+    std::int32_t exponent = 0;
     if (std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec != std::errc()) {
         exponent =
             digits.front() == '-' ? std::numeric_limits<std::int32_t>::min() : std::numeric_limits<std::int32_t>::max();

@@ -73,8 +73,8 @@ void OutputFile::close() {
     }
 }
 
-std::vector<std::string> readLines(const fs::path& path) {
-    const auto content = platform::readFile(path, kLargestTextFile);
+std::vector<std::string> readLines(const fs::path& path, std::size_t limit) {
+    const auto content = platform::readFile(path, limit);
     if (!content) {
         throw readError(path);
     }

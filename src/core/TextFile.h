@@ -45,7 +45,8 @@ private:
     std::unique_ptr<std::FILE, Closer> file_;
 };
 
-// The lines of a file in UTF-8, without their ends. Raises RuntimeError if it can't be read or is too large.
-[[nodiscard]] std::vector<std::string> readLines(const std::filesystem::path& path);
+// The lines of a file in UTF-8, without their ends. Raises RuntimeError if it can't be read or is larger than `limit`.
+[[nodiscard]] std::vector<std::string> readLines(const std::filesystem::path& path,
+                                                 std::size_t limit = kLargestTextFile);
 
 }  // namespace korvane::core

@@ -1,5 +1,6 @@
 #include "link/Connection.h"
 
+#include "core/Checked.h"
 #include "core/ModuleReg.h"
 #include "core/Numbers.h"
 #include "link/W32Comms.h"
@@ -117,7 +118,7 @@ void Connection::btnConnect_Click() {
 
 void Connection::openPort() {
     panel_.MSComm1.OutBufferSize = 16;
-    panel_.MSComm1.Settings = panel_.baudSettings.at(static_cast<std::size_t>(panel_.ComboBaud.ListIndex));
+    panel_.MSComm1.Settings = core::checked(panel_.baudSettings, panel_.ComboBaud.ListIndex.get());
     panel_.MSComm1.CommPort = panel_.ComboPort.ListIndex + 1;
     panel_.MSComm1.RThreshold = 1;
     panel_.MSComm1.InputLen = 1;

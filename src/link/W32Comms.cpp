@@ -16,6 +16,7 @@ std::int32_t GetPortBaud(const platform::MSComm& port) {
 }
 
 void SetCustomBaud(platform::MSComm& port, std::int32_t rate) {
+    static_cast<void>(GetPortBaud(port));
     if (!port.setLineBaud(rate)) {
         throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate");
     }

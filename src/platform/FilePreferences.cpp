@@ -176,6 +176,9 @@ bool FilePreferences::keepDamagedFile() const {
     }
     fs::path kept = path_;
     kept += ".damaged";
+    if (fs::exists(fs::symlink_status(kept, error))) {
+        kept = unusedName(kept.parent_path(), kept.filename().string() + ".");
+    }
     fs::rename(path_, kept, error);
     return !error;
 }

@@ -101,7 +101,7 @@ void cTrendline::draw(const TrendTable& table, bool rightScale) {
 void cTrendline::scaleTo(const TrendTable& table) {
     double highest = 0;
     for (int series = 0; series < kLines; ++series) {
-        if (table.name(series).empty()) {
+        if (table.name(series).empty() || maxX - 2 < TrendTable::kNewestRow) {
             continue;
         }
         highest = std::max(highest, largestOf(table.rows(series, TrendTable::kNewestRow, maxX - 2)));
@@ -176,7 +176,10 @@ void cTrendline::drawLegend(const Geometry& plot, const TrendTable& table, int o
 }
 
 void cTrendline::drawLine(const Geometry& plot, const TrendTable& table, int series) {
-    const auto values = table.rows(series, TrendTable::kNewestRow, maxX - 1);
+    if (maxX - 2 < TrendTable::kNewestRow) {
+        return;
+    }
+    const auto values = table.rows(series, TrendTable::kNewestRow, std::min(maxX - 1, TrendTable::kLastRow));
     const auto points = PicBox->surface().polyline(values.size(), colorOf(series));
     const double zero = plot.bottom + plot.zeroLift;
     const double height = plot.height();
@@ -193,6 +196,9 @@ void cTrendline::drawLine(const Geometry& plot, const TrendTable& table, int ser
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         points[i] = {xs[i], ys[i]};
+    }
+    if (maxX - 1 > TrendTable::kLastRow) {
+        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
     }
 }
 

@@ -18,6 +18,18 @@ constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
 constexpr int kListCharacters = 7;
 
+// Wide enough for both of its captions, so that nothing moves when they change.
+class ConnectButton : public QPushButton {
+public:
+    explicit ConnectButton(QWidget* parent) : QPushButton(parent) {}
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const int longest = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
+        return {longest + fontMetrics().height() * 2, QPushButton::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
 class Bar {
 public:
     Bar(Binder& binder, QWidget* parent)
@@ -35,9 +47,8 @@ public:
         addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &list), list);
     }
 
-    void addButton(platform::CommandButton& button, char mnemonic, const QString& longest) {
-        auto& push = child<QPushButton>(static_cast<QWidget*>(&card_), longest);
-        push.setMinimumWidth(push.sizeHint().width());
+    void addButton(platform::CommandButton& button, char mnemonic) {
+        auto& push = child<ConnectButton>(static_cast<QWidget*>(&card_));
         binder_.bind(button, push, mnemonic);
         addColumn(child<Caption>(static_cast<QWidget*>(&card_), QString(), nullptr), push);
     }
@@ -72,7 +83,7 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addList(window.ComboPort, QStringLiteral("&Port"));
     bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
     bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
-    bar.addButton(window.btnConnect, 'c', QStringLiteral("Disconnect"));
+    bar.addButton(window.btnConnect, 'c');
     bar.addReadout(window.lblState, QStringLiteral("Connection"), QStringLiteral("COM15; 230400 Connected"), true);
     bar.addSpace();
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"), false);

@@ -22,7 +22,7 @@ constexpr double kTipWidth = 0.006;
 constexpr double kPeakWidth = 0.012;
 constexpr double kPlateMargin = 0.15;
 constexpr int kMargin = 3;
-constexpr int kSmallestSide = 170;
+constexpr int kSmallestSide = 156;
 
 }  // namespace
 
@@ -137,8 +137,8 @@ void Dial::paintNumber(QPainter& painter) const {
                        plate.height());
     const qreal margin = plate.height() * kPlateMargin;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Base));
-    painter.drawRoundedRect(place.adjusted(-margin, 0, margin, 0) & plate, margin, margin);
+    painter.setBrush(shades::face(palette()));
+    painter.drawRoundedRect(place.adjusted(-margin, 0, margin, margin / 2), margin, margin);
     painter.setPen(palette().color(QPalette::Text));
     painter.translate(place.left(), place.center().y() + digits_.digitHeight() * shrink / 2);
     painter.scale(shrink, shrink);

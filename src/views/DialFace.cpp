@@ -18,7 +18,8 @@ constexpr double kLineEnd = 0.95;
 constexpr double kMajorStart = 0.865;
 constexpr double kHalfStart = 0.89;
 constexpr double kMinorStart = 0.915;
-constexpr double kNumberRadius = 0.735;
+constexpr double kNumberRadius = 0.74;
+constexpr double kZeroRadius = 0.79;  // clear of the dial's number
 constexpr double kZoneRadius = 0.935;
 constexpr double kBoss = 0.17;
 constexpr double kNumberHeight = 0.068;  // of the side
@@ -45,7 +46,7 @@ public:
 
 private:
     [[nodiscard]] QColor ink() const { return palette_.color(QPalette::Text); }
-    [[nodiscard]] QColor ground() const { return palette_.color(QPalette::Base); }
+    [[nodiscard]] QColor ground() const { return shades::face(palette_); }
     [[nodiscard]] QPointF at(double value, double radius) const {
         return dialPoint(scale_.degreesOf(value), radius, side_);
     }
@@ -98,7 +99,7 @@ private:
             const bool red = value >= scale_.redFrom - kEpsilon && scale_.redFrom < scale_.max;
             painter_.setPen(red ? hues::kRedZone : ink());
             const QString words = QString::number(value / scale_.numberUnit, 'f', scale_.decimals);
-            const QPointF place = at(value, kNumberRadius);
+            const QPointF place = at(value, i == 0 ? kZeroRadius : kNumberRadius);
             painter_.drawText(place - QPointF(metrics.horizontalAdvance(words) / 2, -metrics.capHeight() / 2), words);
         }
     }

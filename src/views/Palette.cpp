@@ -11,6 +11,7 @@ constexpr double kBorderShare = 0.18;
 constexpr double kMutedShare = 0.32;
 constexpr double kTileShareLight = 0.045;
 constexpr double kTileShareDark = 0.28;
+constexpr double kFaceShareDark = 0.68;
 constexpr int kSurfaceLight = 104;  // percent
 constexpr int kSurfaceDark = 128;
 constexpr double kMiddle = 0.5;
@@ -80,13 +81,18 @@ QColor muted(const QPalette& palette) {
     return mixed(palette.color(QPalette::WindowText), surface(palette), kMutedShare);
 }
 
+QColor face(const QPalette& palette) {
+    const QColor base = palette.color(QPalette::Base);
+    return isDark(palette) ? mixed(base, Qt::black, kFaceShareDark) : base;
+}
+
 }  // namespace shades
 
 QPalette Palette::dark() {
     return paletteOf({.window = {24, 27, 32},
                       .text = {232, 234, 238},
-                      .base = {16, 18, 22},
-                      .alternate = {36, 40, 47},
+                      .base = {50, 55, 64},
+                      .alternate = {58, 63, 73},
                       .button = {52, 58, 67},
                       .highlight = {38, 112, 196},
                       .faint = {122, 128, 138}});

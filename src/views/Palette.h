@@ -23,6 +23,7 @@ namespace shades {
 [[nodiscard]] QColor tile(const QPalette& palette);     // what is sunk into a card
 [[nodiscard]] QColor border(const QPalette& palette);   // around both
 [[nodiscard]] QColor muted(const QPalette& palette);    // names beside values
+[[nodiscard]] QColor face(const QPalette& palette);     // of a dial; a window that changes its colour leaves it alone
 }  // namespace shades
 
 // Colours that mean something by themselves, the same in light and dark.

@@ -19,8 +19,10 @@ constexpr double kLongestSide = 32000;  // twips
 constexpr double kTextPitch = 150;      // twips between two lines of text that belong together
 constexpr double kTextScale = 0.80;     // of the widget's font
 constexpr int kSmallestText = 9;        // pixels
-constexpr int kSmallestWidth = 300;
-constexpr int kSmallestHeight = 140;
+constexpr int kSmallestWidth = 280;
+constexpr double kSmallestHeight = 2250;  // twips
+constexpr double kNearEdge = 0.35;        // of the width: a text further left has room enough
+constexpr double kNarrowest = 0.5;
 constexpr double kThickLine = 1.5;  // from this pixel ratio on a line is two pixels thick
 
 QPoint pixelAt(platform::Point point, double scale) {
@@ -34,8 +36,9 @@ PictureView::PictureView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
+// A smaller picture would have its texts one upon the other.
 QSize PictureView::sizeHint() const {
-    return {kSmallestWidth, kSmallestHeight};
+    return {kSmallestWidth, static_cast<int>(std::ceil(kSmallestHeight / twipsPerPixelOfText()))};
 }
 
 QFont PictureView::smallFont() const {
@@ -45,10 +48,12 @@ QFont PictureView::smallFont() const {
     return small;
 }
 
+double PictureView::twipsPerPixelOfText() const {
+    return std::min(kTwipsPerPixel, kTextPitch / QFontMetricsF(smallFont()).ascent());
+}
+
 double PictureView::twipsPerPixel() const {
-    const double byText = kTextPitch / QFontMetricsF(smallFont()).ascent();
-    const double bySize = kLongestSide / std::max({width(), height(), 1});
-    return std::min({kTwipsPerPixel, byText, bySize});
+    return std::min(twipsPerPixelOfText(), kLongestSide / std::max({width(), height(), 1}));
 }
 
 QSize PictureView::surfaceSize() const {
@@ -62,20 +67,30 @@ void PictureView::setDrawing(const platform::Drawing& drawing, int width, const 
     lineCount_ = 0;
     wordCount_ = 0;
     for (const auto& shape : drawing.shapes()) {
-        if (shape.kind != platform::Drawing::Kind::Text) {
+        if (shape.kind == platform::Drawing::Kind::Text) {
+            addText(drawing.textOf(shape), colorOf(shape.color, QPalette()), logical);
+        } else {
             addLine(drawing, shape, logical * devicePixelRatioF());
-            continue;
         }
-        if (wordCount_ == words_.size()) {
-            words_.emplace_back();
-        }
-        const auto& text = drawing.textOf(shape);
-        auto& words = words_[wordCount_++];
-        words.color = colorOf(shape.color, QPalette());
-        words.at = QPointF(text.at.x, text.at.y) * logical;
-        words.text = QString::fromStdString(text.words);
     }
     update();
+}
+
+// A text that would run out of the picture is drawn narrower.
+void PictureView::addText(const platform::Drawing::Text& text, const QColor& color, double scale) {
+    if (wordCount_ == words_.size()) {
+        words_.emplace_back();
+    }
+    auto& words = words_[wordCount_++];
+    words.color = color;
+    words.at = QPointF(text.at.x, text.at.y) * scale;
+    words.text = QString::fromStdString(text.words);
+    words.squeeze = 1;
+    const double room = width() - 1 - words.at.x();
+    if (room < width() * kNearEdge) {
+        const double wanted = QFontMetricsF(smallFont()).horizontalAdvance(words.text);
+        words.squeeze = std::clamp(room / std::max(wanted, 1.0), kNarrowest, 1.0);
+    }
 }
 
 // What falls on the pixel before it is left out.
@@ -106,11 +121,24 @@ void PictureView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), ground_);
     paintLines(painter);
+    paintTexts(painter);
+}
+
+void PictureView::paintTexts(QPainter& painter) const {
     painter.setFont(smallFont());
     const double ascent = QFontMetricsF(painter.font()).ascent();
     for (std::size_t i = 0; i < wordCount_; ++i) {
-        painter.setPen(words_[i].color);
-        painter.drawText(words_[i].at + QPointF(0, ascent), words_[i].text);
+        const auto& words = words_[i];
+        painter.setPen(words.color);
+        if (words.squeeze < 1) {
+            painter.save();
+            painter.translate(words.at + QPointF(0, ascent));
+            painter.scale(words.squeeze, 1);
+            painter.drawText(QPointF(), words.text);
+            painter.restore();
+        } else {
+            painter.drawText(words.at + QPointF(0, ascent), words.text);
+        }
     }
 }
 
@@ -138,8 +166,11 @@ void PictureView::resizeEvent(QResizeEvent*) {
 }
 
 void PictureView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange && resized_) {
-        resized_(surfaceSize());
+    if (event->type() == QEvent::FontChange) {
+        updateGeometry();
+        if (resized_) {
+            resized_(surfaceSize());
+        }
     }
     QWidget::changeEvent(event);
 }

@@ -41,14 +41,18 @@ private:
     };
     struct Words {
         QColor color;
-        QPointF at;  // logical pixels
+        QPointF at;          // logical pixels
+        double squeeze = 1;  // of the width, where the picture ends
         QString text;
     };
 
     [[nodiscard]] QFont smallFont() const;
+    [[nodiscard]] double twipsPerPixelOfText() const;
     [[nodiscard]] double twipsPerPixel() const;
     void addLine(const platform::Drawing& drawing, const platform::Drawing::Shape& shape, double scale);
+    void addText(const platform::Drawing::Text& text, const QColor& color, double scale);
     void paintLines(QPainter& painter) const;
+    void paintTexts(QPainter& painter) const;
 
     std::vector<Line> lines_;
     std::size_t lineCount_ = 0;

@@ -15,6 +15,7 @@ namespace korvane::views {
 namespace {
 constexpr double kSmallest = 0.62;     // of the usual size, for texts longer than the reserve
 constexpr double kGrownHeight = 0.62;  // of the widget's height, for a digit
+constexpr double kNarrowest = 0.85;    // of the usual width, for one that grows
 constexpr int kSmallestPixels = 8;
 }  // namespace
 
@@ -55,6 +56,11 @@ QSize Readout::sizeHint() const {
     const QString& widest = reserve_.isEmpty() ? text_ : reserve_;
     return {static_cast<int>(std::ceil(usual.width(widest))) + 2,
             static_cast<int>(std::ceil(usual.ascent() + usual.descent()))};
+}
+
+QSize Readout::minimumSizeHint() const {
+    const QSize usual = sizeHint();
+    return look_.growing ? QSize(static_cast<int>(usual.width() * kNarrowest), usual.height()) : usual;
 }
 
 // The size at which the reserve fills the widget, for one that grows.

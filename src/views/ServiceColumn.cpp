@@ -17,13 +17,28 @@ namespace korvane::views {
 namespace {
 
 constexpr int kButtonGap = 5;
-constexpr double kTallest = 2.6;  // of a button's usual height, in a tall window
+constexpr double kSpareOfText = 2.4;  // at most this much of the text's height is added to a button's
+constexpr double kIconOfText = 1.2;
+
+// Can be as narrow as its caption.
+class ServiceButton : public QPushButton {
+public:
+    explicit ServiceButton(QWidget* parent) : QPushButton(parent) {}
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const QFontMetrics metrics = fontMetrics();
+        const int words = metrics.size(Qt::TextShowMnemonic, text()).width();
+        return {std::max(words, icon().isNull() ? 0 : iconSize().width()) + metrics.height(),
+                QPushButton::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
 
 // Gives the buttons of all its groups one height.
 class Column : public QWidget {
 public:
     explicit Column(QWidget* parent) : QWidget(parent), groups_(child<QVBoxLayout>(static_cast<QWidget*>(this))) {
-        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+        setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
         groups_.setContentsMargins(0, 0, 0, 0);
         groups_.setSpacing(kSpacing);
         groups_.addStretch(1);
@@ -40,6 +55,11 @@ protected:
     bool event(QEvent* event) override {
         if (event->type() == QEvent::LayoutRequest) {
             share();
+        } else if (event->type() == QEvent::FontChange) {
+            const int side = static_cast<int>(fontMetrics().height() * kIconOfText);
+            for (auto* button : findChildren<QPushButton*>()) {
+                button->setIconSize({side, side});
+            }
         }
         return QWidget::event(event);
     }
@@ -54,8 +74,7 @@ private:
             spare -= cardAt(group).sizeHint().height();
         }
         const int all = std::accumulate(buttons_.begin(), buttons_.end(), 0);
-        const int usual = QPushButton(QStringLiteral("X")).sizeHint().height();
-        const int each = std::clamp(spare / all, 0, static_cast<int>(usual * (kTallest - 1)));
+        const int each = std::clamp(spare / all, 0, static_cast<int>(fontMetrics().height() * kSpareOfText));
         for (int group = 0; group < count; ++group) {
             const int buttons = buttons_[static_cast<std::size_t>(group)];
             groups_.setStretch(group, cardAt(group).sizeHint().height() + buttons * each);
@@ -95,9 +114,9 @@ public:
 
 private:
     QPushButton& make(platform::CommandButton& button, char mnemonic) {
-        auto& push = child<QPushButton>(static_cast<QWidget*>(&card_));
+        auto& push = child<ServiceButton>(static_cast<QWidget*>(&card_));
         binder_.bind(button, push, mnemonic);
-        push.setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
+        push.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
         return push;
     }
 

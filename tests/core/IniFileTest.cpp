@@ -120,10 +120,13 @@ TEST_F(IniFile, AFolderInThePlaceOfTheFileIsAMissingFile) {
 }
 
 TEST_F(IniFile, AFileTooLargeToBeOneHasNoSections) {
-    setContent("[Par0]\nRPM\n");
-    fs::resize_file(folder_ / "a.ini", (16U << 20U) + 1);
+    setContent("[Par0]\nRPM\n" + std::string((1U << 20U) - 11, ';'));
+    EXPECT_THAT(read("Par0"), ElementsAre("RPM"));
+    setContent("[Par0]\nRPM\n" + std::string((1U << 20U) - 10, ';'));
     EXPECT_THAT(read("Par0"), ElementsAre(""));
     EXPECT_EQ(error_, 2);
+    EXPECT_EQ(write("Par0", {"new"}), IniStatus::CannotOpen);
+    EXPECT_EQ(fs::file_size(folder_ / "a.ini"), (1U << 20U) + 1);
 }
 
 TEST_F(IniFile, BinaryRubbishIsReadWithoutHarm) {

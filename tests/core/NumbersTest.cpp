@@ -66,6 +66,9 @@ TEST(Val, NumbersThatNoDoubleHoldsEndAtItsLimits) {
     EXPECT_EQ(val("-1e999"), -kLargest);
     EXPECT_EQ(val("1e99999999999999999999999"), kLargest);
     EXPECT_EQ(val(std::string(400, '9')), kLargest);
+    EXPECT_EQ(val("1e9223372036854775807"), kLargest);
+    EXPECT_EQ(val("-1e9223372036854775807"), -kLargest);
+    EXPECT_EQ(val("0.001e-9223372036854775808"), 0.0);
     EXPECT_EQ(val("1e-999"), 0.0);
     EXPECT_EQ(val("1e-99999999999999999999999"), 0.0);
     EXPECT_EQ(val("0." + std::string(400, '0') + "1"), 0.0);

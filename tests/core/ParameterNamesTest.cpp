@@ -1,13 +1,113 @@
 #include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "core/ParameterNames.h"
 
 namespace korvane::core {
 namespace {
+
+// The parameters as the ECU keeps them, but for those that are numbered.
+struct Row {
+    std::string_view name;
+    int address;
+};
+
+constexpr std::array kBytes = {
+    Row{"MISC2_OFF", 1},
+    Row{"RPM_LIMIT_HI_OFF", 3},
+    Row{"RPM_SHIFT_HI_OFF", 5},
+    Row{"MISC_HI_OFF", 7},
+    Row{"INJ_karkea_OFF", 8},
+    Row{"IGN_karkea_OFF", 9},
+    Row{"INJ_jakaja_OFF", 10},
+    Row{"START_HELP_OFF", 11},
+    Row{"RYYPPY_OFF", 12},
+    Row{"CHARGE_TIME_OFF", 13},
+    Row{"ACCEL_DELAY_OFF", 14},
+    Row{"INJ_OFF", 16},
+    Row{"IGN_OFF", 180},
+    Row{"INJ_MODE_OFFSET", 345},
+    Row{"IGN_EDGE_OFFSET", 346},
+    Row{"ACCEL_OFF", 350},
+    Row{"VOLT_OFF", 361},
+    Row{"MINTHR_OFF", 365},
+    Row{"MAXTHR_OFF", 366},
+    Row{"RYYPPY_END", 367},
+    Row{"LAMBDAPID_STEP", 368},
+    Row{"LAMBDAPID_SPEED", 369},
+    Row{"LAMBDATAV_OFF", 370},
+    Row{"LAMBDAVAIK_OFF", 380},
+    Row{"PWM_MODE", 399},
+    Row{"PWM_OFF", 400},
+    Row{"MAPGAIN_OFF", 496},
+    Row{"MAPOFFSET_OFF", 497},
+    Row{"LOAD_MODE", 498},
+    Row{"IDLEPID_SPEED", 500},
+    Row{"IDLEPID_STEP", 501},
+    Row{"IDLEPID_MIN", 502},
+    Row{"IDLEPID_MAX", 503},
+    Row{"IDLEPID_SETPOINT_HI", 505},
+    Row{"LAUNCHCONTROL_HI", 512},
+    Row{" IGNORDER_OFF", 513},
+    Row{"IGNDERIVGAIN_OFF", 514},
+    Row{"BOOST_IGNCUT_OFF", 515},
+    Row{"NTC1_OFF", 516},
+    Row{"NTC2_OFF", 517},
+    Row{"WBO2_MODE_OFF", 518},
+    Row{"BOOSTPID_SPEED", 520},
+    Row{"BOOSTPID_STEP", 521},
+    Row{"BOOSTPID_MAX", 522},
+    Row{"BOOSTPID_SETPOINT", 540},
+    Row{"INJ_ECON_OFFSET", 616},
+    Row{"IGN_ECON_OFFSET", 780},
+    Row{"IDLEMAP_OFF", 950},
+    Row{"ALS_ADV_OFF", 967},
+    Row{"ALS_FUEL_OFF", 968},
+    Row{"NTC3_OFF", 969},
+    Row{"NTC4_OFF", 970},
+    Row{"LAUNCH_MODE_OFF", 971},
+    Row{"LAUNCH_DELAY_OFF", 972},
+    Row{"ACCEL_LIMITER_MODE_OFF", 973},
+    Row{"ACCEL_LIMITER_VALUE_OFF", 974},
+    Row{"FLATSHIFT_STARTDELAY_OFF", 977},
+    Row{"FLATSHIFT_STOPDELAY_OFF", 978},
+    Row{"NTC_MULTIPLIER_OFF", 979},
+    Row{"WATER_WARNING_OFF", 980},
+    Row{"AIR_WARNING_OFF", 981},
+    Row{"OIL_WARNING_OFF", 982},
+    Row{"TEMP4_WARNING_OFF", 983},
+    Row{"VTC_RPM_HI_OFF", 1001},
+    Row{"VTC_MAP_OFF", 1002},
+    Row{"RPMLIMIT_COLD_HI_OFF", 1006},
+    Row{"INJ_MULTIPLIER_OFF", 1026},
+    Row{"STARTHELP_LEN_OFF_8", 1027},
+    Row{"SW_TYPE", 3000},
+};
+
+constexpr std::array kWords = {
+    Row{"RPM_LIMIT_LOW_OFF", 2},
+    Row{"RPM_SHIFT_LOW_OFF", 4},
+    Row{"MISC_LOW_OFF", 6},
+    Row{"IDLEPID_SETPOINT_LO", 504},
+    Row{"MOTORBRAKE_LOW", 507},
+    Row{"MOTORBRAKE_HIGH", 509},
+    Row{"LAUNCHCONTROL_LO", 511},
+    Row{"VTC_RPM_LO_OFF", 1000},
+    Row{"RPMLIMIT_COLD_LOW_OFF", 1005},
+    Row{"DEG_COUNT_FOR_RPM_OFF", 1900},
+    Row{"DISABLE_CYL_DEG_COUNT_OFF", 1902},
+    Row{"LAUNCH_LIMIT_OFF", 1904},
+    Row{"LAUNCH_LIMIT_PRE_OFF", 1906},
+    Row{"RPM_LIMIT_OFF", 1908},
+    Row{"RPM_LIMIT_PRE_OFF", 1910},
+    Row{"CYL_COUNT_OFF", 1960},
+    Row{"SW_VER", 2999},
+};
 
 bool isWord(std::string_view name) {
     const auto names = parameterNames();
@@ -28,6 +128,19 @@ TEST(ParameterNames, GivesTheAddressOfAName) {
     EXPECT_EQ(addressOf("CYL_COUNT_OFF"), 1960);
     EXPECT_EQ(addressOf("SW_VER"), 2999);
     EXPECT_EQ(addressOf("SW_TYPE"), 3000);
+}
+
+TEST(ParameterNames, EachParameterHasItsAddressAndWidth) {
+    for (const Row& row : kBytes) {
+        EXPECT_EQ(addressOf(row.name), row.address) << row.name;
+        EXPECT_FALSE(isWord(row.name)) << row.name;
+    }
+    for (const Row& row : kWords) {
+        EXPECT_EQ(addressOf(row.name), row.address) << row.name;
+        EXPECT_TRUE(isWord(row.name)) << row.name;
+    }
+    // The rest are 5 idle advances, 16 injection advances, 4 voltage warnings and three for each of 8 inputs.
+    EXPECT_EQ(parameterNames().size(), kBytes.size() + kWords.size() + 5 + 16 + 4 + 3 * 8);
 }
 
 TEST(ParameterNames, HasNoAddressForAnUnknownName) {

@@ -140,12 +140,21 @@ TEST(ConnectionRefresh, PickingThePickedRowStartsNothing) {
 // Notes each change of the properties that matter, in order.
 class ConnectJournal : public platform::Observer {
 public:
-    explicit ConnectJournal(live::FrmSarn2& window) : window_(window) {
-        for (platform::Object* object : std::initializer_list<platform::Object*>{
-                 &window.MSComm1, &window.btnConnect, &window.TimerRequestData, &window.TimerGetSettings}) {
+    explicit ConnectJournal(live::FrmSarn2& window)
+        : window_(window),
+          watched_{&window.MSComm1, &window.btnConnect, &window.TimerRequestData, &window.TimerGetSettings} {
+        for (auto* object : watched_) {
             object->addObserver(*this);
         }
     }
+    ~ConnectJournal() override {
+        for (auto* object : watched_) {
+            object->removeObserver(*this);
+        }
+    }
+    ConnectJournal(const ConnectJournal&) = delete;
+    ConnectJournal& operator=(const ConnectJournal&) = delete;
+
     void propertyChanged(platform::Object& object, const void* property) override {
         auto& port = window_.MSComm1;
         if (property == &port.OutBufferSize) {
@@ -172,6 +181,7 @@ public:
 
 private:
     live::FrmSarn2& window_;
+    std::vector<platform::Object*> watched_;
 };
 
 TEST(ConnectButton, SetsUpAndOpensThePortInOrder) {

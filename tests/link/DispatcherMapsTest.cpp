@@ -1,6 +1,7 @@
 #include "LinkBench.h"
 
 #include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
 
 namespace korvane::link {
@@ -9,6 +10,8 @@ namespace {
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+constexpr std::array<int, 4> kAcknowledgements{'F', 246, 'A', 248};
 
 class MapFrameTest : public LinkBench {
 protected:
@@ -170,7 +173,7 @@ TEST_F(MapFrameTest, EachAcknowledgementSetsItsCaptionAndCounts) {
 }
 
 TEST_F(MapFrameTest, WithoutAMapWindowOnlyTheFirstFuelHalfIsCounted) {
-    for (const int code : {'F', 246, 'A', 248}) {
+    for (const int code : kAcknowledgements) {
         command(code, {1});
     }
     EXPECT_EQ(tables_.FuelSendAcks, 1);
@@ -187,7 +190,7 @@ TEST_F(MapFrameTest, AnOpenIgnitionWindowDoesNotTakeAcknowledgements) {
 
 TEST_F(MapFrameTest, ARefusedHalfIsToldAndCountsNothing) {
     openMapWindow();
-    for (const int code : {'F', 246, 'A', 248}) {
+    for (const int code : kAcknowledgements) {
         command(code, {0});
         const auto messages = dialogs_.takeMessages();
         ASSERT_EQ(messages.size(), 1U);

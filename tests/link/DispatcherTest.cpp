@@ -174,16 +174,18 @@ TEST_F(DispatcherTest, TheLambdaBlockHasTenSetpointsAndThenTenAuthorities) {
         payload.push_back(static_cast<std::uint8_t>(100 + i));
     }
     command('l', payload);
-    ASSERT_EQ(journal_.size(), 10U);
-    EXPECT_EQ(journal_.front(), "misc.lambda 0 100 110");
-    EXPECT_EQ(journal_[4], "misc.lambda 4 104 114");
-    EXPECT_EQ(journal_.back(), "misc.lambda 9 109 119");
+    ASSERT_EQ(journal_.size(), 20U);
+    for (std::size_t i = 0; i < 10; ++i) {
+        const auto row = std::to_string(i);
+        EXPECT_EQ(journal_[2 * i], "misc.setpoint " + row + " " + std::to_string(100 + i));
+        EXPECT_EQ(journal_[2 * i + 1], "misc.authority " + row + " " + std::to_string(110 + i));
+    }
 }
 
-TEST_F(DispatcherTest, AShortLambdaBlockSetsTheRowsThatItHas) {
+TEST_F(DispatcherTest, AShortLambdaBlockSetsWhatItHasUpToTheFirstMissingByte) {
     openSettings();
-    command('l', Bytes(13, 8));
-    EXPECT_THAT(journal_, ElementsAre("misc.lambda 0 8 8", "misc.lambda 1 8 8", "misc.lambda 2 8 8"));
+    command('l', Bytes(11, 8));
+    EXPECT_THAT(journal_, ElementsAre("misc.setpoint 0 8", "misc.authority 0 8", "misc.setpoint 1 8"));
     EXPECT_EQ(log_.lines.size(), 1U);
 }
 

@@ -73,8 +73,11 @@ public:
         note("UpdateReadEE " + std::to_string(value) + " " + std::to_string(addr) + (is16 ? " word" : " byte"));
     }
     void setTextArvo(std::string_view text) override { note("TextArvo " + std::string(text)); }
-    void setLambdaRow(int row, std::uint8_t setpoint, std::uint8_t authority) override {
-        note("lambda " + std::to_string(row) + " " + std::to_string(setpoint) + " " + std::to_string(authority));
+    void setLambdaSetpoint(int row, std::uint8_t value) override {
+        note("setpoint " + std::to_string(row) + " " + std::to_string(value));
+    }
+    void setLambdaAuthority(int row, std::uint8_t value) override {
+        note("authority " + std::to_string(row) + " " + std::to_string(value));
     }
     void MarkAccelCell(int index) override { note("MarkAccelCell " + std::to_string(index)); }
 

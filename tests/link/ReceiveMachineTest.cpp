@@ -25,6 +25,7 @@ struct Frame {
 
 Bytes bytesOf(const Frame& frame, int complementError = 0) {
     Bytes bytes{static_cast<std::uint8_t>(frame.command), static_cast<std::uint8_t>(frame.payload.size())};
+    bytes.reserve(frame.payload.size() + 3);
     bytes.insert(bytes.end(), frame.payload.begin(), frame.payload.end());
     bytes.push_back(static_cast<std::uint8_t>((255 - frame.command) ^ complementError));
     return bytes;

@@ -148,6 +148,14 @@ TEST_F(FilePreferencesTest, ADamagedFileIsKeptBesideTheNewOne) {
     EXPECT_EQ(folder_.read("preferences.ini.damaged"), damaged);
 }
 
+TEST_F(FilePreferencesTest, ASecondDamagedFileDoesNotReplaceTheFirst) {
+    open(std::string(3, '\0')).write("A", "B", "1");
+    open(std::string(5, '\0')).write("A", "B", "2");
+    EXPECT_EQ(folder_.read("preferences.ini.damaged"), std::string(3, '\0'));
+    EXPECT_EQ(content(), "[A]\nB=2\n");
+    EXPECT_EQ(folder_.names().size(), 3U);
+}
+
 TEST_F(FilePreferencesTest, AHugeFileIsKeptBesideTheNewOne) {
     open(std::string((1U << 20U) + 1, 'x')).write("A", "C", "2");
     EXPECT_EQ(content(), "[A]\nC=2\n");

@@ -22,10 +22,7 @@ using testing::ElementsAre;
 
 class QtDialogsTest : public testing::Test {
 protected:
-    // A folder of its own for each test: the toolkit remembers what it knows of a folder.
-    QtDialogsTest()
-        : folder(std::filesystem::temp_directory_path() /
-                 (testing::UnitTest::GetInstance()->current_test_info()->name() + std::to_string(getpid()))) {
+    QtDialogsTest() : folder(std::filesystem::temp_directory_path() / ("korvane-dialogs-" + std::to_string(getpid()))) {
         std::filesystem::create_directories(folder);
         folder = std::filesystem::canonical(folder);
         std::ofstream(folder / "tune.txt") << "tune";

@@ -15,6 +15,8 @@ public:
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
         application_ = std::make_unique<QApplication>(argc_, argv_.data());
+        // Each dialog of a test is the last window.
+        QApplication::setQuitOnLastWindowClosed(false);
     }
     void TearDown() override { application_.reset(); }
 

@@ -18,7 +18,10 @@ std::string namelessChannels() {
 }  // namespace
 
 Bytes frame(std::uint8_t command, const Bytes& payload) {
-    Bytes bytes{command, static_cast<std::uint8_t>(payload.size())};
+    Bytes bytes;
+    bytes.reserve(payload.size() + 3);
+    bytes.push_back(command);
+    bytes.push_back(static_cast<std::uint8_t>(payload.size()));
     bytes.insert(bytes.end(), payload.begin(), payload.end());
     bytes.push_back(static_cast<std::uint8_t>(0xFF - command));
     return bytes;

@@ -51,10 +51,15 @@ QStringList nameFilters(std::string_view filter) {
 
 void QtDialogs::show(const MessageBox& box) {
     const QtPump::Hold hold(pump_);
-    QMessageBox shown(iconOf(box.icon), textOf(box.title), {}, QMessageBox::Ok, QApplication::activeWindow());
-    shown.setTextFormat(Qt::PlainText);
-    shown.setText(textOf(box.text));
-    shown.exec();
+    // A window that closes meanwhile takes the box with it.
+    const QPointer<QMessageBox> shown(new QMessageBox(iconOf(box.icon), textOf(box.title), {}, QMessageBox::Ok,
+                                                      QApplication::activeWindow()));
+    shown->setTextFormat(Qt::PlainText);
+    shown->setText(textOf(box.text));
+    shown->exec();
+    if (shown) {
+        shown->deleteLater();
+    }
 }
 
 std::string QtDialogs::choose(const FileDialog& dialog) {

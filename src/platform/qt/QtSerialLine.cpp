@@ -140,7 +140,7 @@ void QtSerialLine::lookAfterError() {
     if (listener_ == nullptr || !port_.isOpen()) {
         return;
     }
-    if (true) {
+    if (isHungUp(port_.handle())) {
         closing_->callAt(pump_.now());
         return;
     }

@@ -78,8 +78,10 @@ bool VirtualPump::runNext(Micros limit, std::uint64_t before) {
     }
     VirtualAlarm* const alarm = source->back().alarm;
     now_ = std::max(now_, source->back().due);
+    // A copy: a call may delete its own alarm.
+    const auto call = alarm->call;
     alarm->cancel();
-    alarm->call();
+    call();
     return true;
 }
 
