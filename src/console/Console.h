@@ -95,6 +95,7 @@ private:
     Watches watches_;
     std::list<Delayed> delayed_;
     bool delayedDone_ = false;
+    int delayedDepth_ = 0;  // delayed commands that run inside each other now
     bool quitting_ = false;
     bool quitDone_ = false;
 };

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kLongest = std::numeric_limits<int>::max();
 constexpr std::size_t kMostDelayed = 10'000;
+constexpr int kDeepestDelayed = 100;  // each may hold a wait on the stack
 
 Json dialogJson(const platform::FileDialog& dialog) {
     const bool opens = dialog.kind == platform::FileDialog::Kind::Open;
@@ -109,7 +110,11 @@ Console::Answer Console::at(Arguments& arguments) {
 
 void Console::runDelayed(Delayed& delayed) {
     if (!ended()) {
-        if (const auto answer = reply(delayed.command); answer.starts_with("error ")) {
+        ++delayedDepth_;
+        const auto answer = delayedDepth_ <= kDeepestDelayed ? reply(delayed.command)
+                                                             : "error too many commands wait inside each other";
+        --delayedDepth_;
+        if (answer.starts_with("error ")) {
             context_.errors << answer << std::endl;
         }
     }

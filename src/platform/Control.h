@@ -100,8 +100,8 @@ public:
     // Whether pressing it means anything.
     [[nodiscard]] virtual bool canClick() const { return static_cast<bool>(Click); }
 
-    // The rows or tabs that a user picks from: the number of the first one and how many there are. Nothing for a control
-    // that offers no choice.
+    // The rows or tabs that a user picks from: the number of the first one and how many there are. Nothing for a
+    // control that offers no choice.
     struct Choices {
         int first = 0;
         int count = 0;

@@ -55,17 +55,21 @@ protected:
     bool event(QEvent* event) override {
         if (event->type() == QEvent::LayoutRequest) {
             share();
-        } else if (event->type() == QEvent::FontChange) {
-            const int side = static_cast<int>(fontMetrics().height() * kIconOfText);
-            for (auto* button : findChildren<QPushButton*>()) {
-                button->setIconSize({side, side});
-            }
+        } else if (event->type() == QEvent::FontChange || event->type() == QEvent::Polish) {
+            fitIcons();
         }
         return QWidget::event(event);
     }
 
 private:
     [[nodiscard]] QWidget& cardAt(int group) const { return *groups_.itemAt(group)->widget(); }
+
+    void fitIcons() {
+        const int side = static_cast<int>(fontMetrics().height() * kIconOfText);
+        for (auto* button : findChildren<QPushButton*>()) {
+            button->setIconSize({side, side});
+        }
+    }
 
     void share() {
         const int count = static_cast<int>(buttons_.size());

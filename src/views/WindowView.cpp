@@ -136,6 +136,10 @@ void WindowView::changeEvent(QEvent* event) {
 
 // A control with the focus has told the window of the key already.
 void WindowView::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers() == Qt::ControlModifier && (event->key() == Qt::Key_Q || event->key() == Qt::Key_W)) {
+        close();
+        return;
+    }
     const auto* const active = binder_.isAttached() ? binder_.widgetOf(window_.activeControl()) : nullptr;
     if (binder_.isAttached() && (active == nullptr || active != focusWidget())) {
         const Binder::Visit visit(binder_);

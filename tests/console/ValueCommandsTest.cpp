@@ -201,6 +201,16 @@ TEST_F(ValueCommands, DelayedCommandsDoNotPileUpWithoutEnd) {
     EXPECT_EQ(run("at 1000 now"), "ok");
 }
 
+TEST_F(ValueCommands, DelayedWaitsDoNotNestWithoutEnd) {
+    for (int i = 0; i < 102; ++i) {
+        ASSERT_EQ(run("at 10 wait 100"), "ok");
+    }
+    EXPECT_EQ(run("wait 10"), "ok");
+    EXPECT_EQ(errors.str(),
+              "error too many commands wait inside each other\nerror too many commands wait inside each other\n");
+    EXPECT_EQ(run("now"), "ok 110");
+}
+
 TEST_F(ValueCommands, ADelayedCommandOfAConsoleThatIsGoneDoesNotRun) {
     {
         Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});

@@ -1,8 +1,7 @@
-#include "support/VirtualProgram.h"
+#include <gmock/gmock.h>
 
 #include "core/ModuleReg.h"
-
-#include <gmock/gmock.h>
+#include "support/VirtualProgram.h"
 
 namespace korvane::link {
 namespace {

@@ -1,8 +1,7 @@
-#include "support/VirtualProgram.h"
+#include <gmock/gmock.h>
 
 #include "link/W32Comms.h"
-
-#include <gmock/gmock.h>
+#include "support/VirtualProgram.h"
 
 namespace korvane::link {
 namespace {
@@ -29,7 +28,9 @@ public:
     }
     void close() override { ++closings; }
     [[nodiscard]] std::string deviceOf(int) override { return {}; }
-    void write(std::span<const std::uint8_t> bytes) override { written.insert(written.end(), bytes.begin(), bytes.end()); }
+    void write(std::span<const std::uint8_t> bytes) override {
+        written.insert(written.end(), bytes.begin(), bytes.end());
+    }
     [[nodiscard]] std::size_t pendingOutput() override { return 0; }
     [[nodiscard]] int baud() const override { return baud_; }
     [[nodiscard]] bool setBaud(int baud) override {
@@ -64,8 +65,9 @@ protected:
 
     StubbornLine line_;
     VirtualMachine machine_;
-    platform::Machine own_{machine_.pump,    line_,        machine_.dialogs, machine_.preferences,
-                           machine_.log,     machine_.windows, machine_.folder.path(), '.', {}};
+    platform::Machine own_{machine_.pump,          line_,        machine_.dialogs,
+                           machine_.preferences,   machine_.log, machine_.windows,
+                           machine_.folder.path(), '.',          {}};
     app::Program program_{own_};
     live::FrmSarn2& window_ = program_.frmSarn2();
 };

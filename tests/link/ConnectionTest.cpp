@@ -1,8 +1,7 @@
-#include "support/VirtualProgram.h"
+#include <gmock/gmock.h>
 
 #include "core/ModuleReg.h"
-
-#include <gmock/gmock.h>
+#include "support/VirtualProgram.h"
 
 namespace korvane::link {
 namespace {
@@ -36,15 +35,15 @@ TEST(ConnectionLists, HoldPortsSpeedsAndRefreshTimes) {
         }
         return all;
     };
-    EXPECT_THAT(rows(program.window.ComboPort), ElementsAre("COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8",
-                                                            "COM9", "COM10", "COM11", "COM12", "COM13", "COM14", "COM15"));
+    EXPECT_THAT(rows(program.window.ComboPort),
+                ElementsAre("COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8", "COM9", "COM10", "COM11",
+                            "COM12", "COM13", "COM14", "COM15"));
     EXPECT_THAT(rows(program.window.ComboBaud),
                 ElementsAre("9600", "19200", "38400", "57600", "76800", "115200", "230400"));
     EXPECT_THAT(rows(program.window.ComboRefresh),
                 ElementsAre("10", "25", "50", "75", "100", "125", "150", "175", "200", "225", "250", "275"));
-    EXPECT_THAT(program.window.baudSettings,
-                ElementsAre("9600,N,8,1", "19200,N,8,1", "38400,N,8,1", "57600,N,8,1", "76800,N,8,1", "115200,N,8,1",
-                            "230400,N,8,1"));
+    EXPECT_THAT(program.window.baudSettings, ElementsAre("9600,N,8,1", "19200,N,8,1", "38400,N,8,1", "57600,N,8,1",
+                                                         "76800,N,8,1", "115200,N,8,1", "230400,N,8,1"));
 }
 
 TEST(ConnectionStart, WithoutPreferencesIsCom1At57600Every10Milliseconds) {

@@ -1,6 +1,6 @@
-#include "LinkBench.h"
-
 #include <gmock/gmock.h>
+
+#include "LinkBench.h"
 
 namespace korvane::link {
 namespace {
@@ -59,8 +59,8 @@ TEST_F(EepromReplyTest, AByteIsShownBySettingsAndIgnitionWindowButNeverByTheMapW
     openIgnitionWindow();
     openSettings();
     command('T', {200, 14, 0});
-    EXPECT_THAT(journal_, ElementsAre("misc.UpdateReadEE 200 14 byte", "ign.UpdateReadEE 200 14 byte",
-                                      "misc.TextArvo 200"));
+    EXPECT_THAT(journal_,
+                ElementsAre("misc.UpdateReadEE 200 14 byte", "ign.UpdateReadEE 200 14 byte", "misc.TextArvo 200"));
 }
 
 TEST_F(EepromReplyTest, AWordIsShownByAllThreeInOrder) {

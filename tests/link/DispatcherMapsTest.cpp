@@ -1,8 +1,8 @@
-#include "LinkBench.h"
-
 #include <algorithm>
 #include <array>
 #include <gmock/gmock.h>
+
+#include "LinkBench.h"
 
 namespace korvane::link {
 namespace {
@@ -78,7 +78,8 @@ TEST_F(MapFrameTest, TheLargeFirmwareTypesAreAskedForTheirSecondHalf) {
         EXPECT_EQ(journal_.size(), 3U) << type;
         journal_.clear();
         command('f', half(0));
-        EXPECT_THAT(journal_, ElementsAre("map.populateFuel", "send 245", "map.caption Received 50% Fuel map 12:00:00"));
+        EXPECT_THAT(journal_,
+                    ElementsAre("map.populateFuel", "send 245", "map.caption Received 50% Fuel map 12:00:00"));
     }
 }
 
@@ -109,10 +110,9 @@ TEST_F(MapFrameTest, AnOpenIgnitionWindowTakesIgnitionMapsAndLeavesFuelToTheMapW
     command('a', half(0));
     command(247, half(0));
     command('f', half(0));
-    EXPECT_THAT(journal_,
-                ElementsAre("ign.populateIGN", "ign.caption Received Ignition map 12:00:00", "ign.populateIGN",
-                            "ign.caption Received Ignition map 12:00:00", "map.populateFuel",
-                            "map.caption Received 50% Fuel map 12:00:00"));
+    EXPECT_THAT(journal_, ElementsAre("ign.populateIGN", "ign.caption Received Ignition map 12:00:00",
+                                      "ign.populateIGN", "ign.caption Received Ignition map 12:00:00",
+                                      "map.populateFuel", "map.caption Received 50% Fuel map 12:00:00"));
 }
 
 TEST_F(MapFrameTest, WithoutAMapWindowTheImagesAreFilledAndNothingIsAsked) {

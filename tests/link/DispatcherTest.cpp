@@ -1,7 +1,7 @@
-#include "LinkBench.h"
-
 #include <gmock/gmock.h>
 #include <set>
+
+#include "LinkBench.h"
 
 namespace korvane::link {
 namespace {

@@ -1,6 +1,6 @@
-#include "LinkBench.h"
-
 #include <gmock/gmock.h>
+
+#include "LinkBench.h"
 
 namespace korvane::link {
 namespace {
@@ -33,7 +33,9 @@ TEST_F(IdentityTest, FiveBytesSetEverything) {
     EXPECT_THAT(log_.lines, IsEmpty());
 }
 
-TEST_F(IdentityTest, TheVersionIsHiddenUntilItIsKnown) { EXPECT_FALSE(panel_.lblHWVer.Visible); }
+TEST_F(IdentityTest, TheVersionIsHiddenUntilItIsKnown) {
+    EXPECT_FALSE(panel_.lblHWVer.Visible);
+}
 
 TEST_F(IdentityTest, TheTimeUnitsAreComputedAnew) {
     tables_.TickD = 0;

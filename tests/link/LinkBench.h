@@ -1,6 +1,12 @@
 // A dispatcher with a panel, a line in memory and windows around it that note everything in one journal.
 #pragma once
 
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "core/Module1.h"
 #include "core/SharedTables.h"
 #include "link/ConnectionPanel.h"
@@ -12,12 +18,6 @@
 #include "platform/virtual/MemoryPreferences.h"
 #include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
-
-#include <cstdint>
-#include <gtest/gtest.h>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace korvane::link {
 

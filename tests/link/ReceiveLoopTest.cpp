@@ -1,11 +1,10 @@
-#include "support/VirtualProgram.h"
-
-#include "platform/EventPump.h"
-
 #include <functional>
 #include <gmock/gmock.h>
 #include <limits>
 #include <memory>
+
+#include "platform/EventPump.h"
+#include "support/VirtualProgram.h"
 
 namespace korvane::link {
 namespace {
@@ -38,9 +37,7 @@ protected:
         after(milliseconds, [this, bytes] { program_.line.inject(bytes); });
     }
     [[nodiscard]] const ReceiveMachine& receiver() const { return program_.window.receiver; }
-    [[nodiscard]] int storedType() const {
-        return std::get<std::int32_t>(program_.tables.EEParams.at(3000).value);
-    }
+    [[nodiscard]] int storedType() const { return std::get<std::int32_t>(program_.tables.EEParams.at(3000).value); }
 
     VirtualProgram program_;
     std::vector<std::unique_ptr<platform::Alarm>> alarms_;

@@ -1,10 +1,10 @@
-#include "link/ReceiveMachine.h"
-
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <random>
 #include <set>
 #include <vector>
+
+#include "link/ReceiveMachine.h"
 
 namespace korvane::link {
 namespace {
@@ -31,7 +31,9 @@ Bytes bytesOf(const Frame& frame, int complementError = 0) {
     return bytes;
 }
 
-void append(Bytes& to, const Bytes& more) { to.insert(to.end(), more.begin(), more.end()); }
+void append(Bytes& to, const Bytes& more) {
+    to.insert(to.end(), more.begin(), more.end());
+}
 
 // Feeds a chunk as the receive event does: each whole frame is taken before the next byte.
 void feed(ReceiveMachine& machine, std::span<const std::uint8_t> chunk, std::vector<Frame>& frames) {
@@ -56,7 +58,9 @@ std::vector<Frame> framesOf(const Bytes& stream, const std::vector<std::size_t>&
     return frames;
 }
 
-std::vector<Frame> framesOf(const Bytes& stream) { return framesOf(stream, {stream.size()}); }
+std::vector<Frame> framesOf(const Bytes& stream) {
+    return framesOf(stream, {stream.size()});
+}
 
 // The receive loop told byte by byte, as simply as it can be written.
 std::vector<Frame> framesByTheRule(const Bytes& stream) {
@@ -243,8 +247,8 @@ TEST(ReceiveMachine, ACommandMayStandInThePayloadOrAsTheLength) {
     EXPECT_EQ(framesOf(bytesOf({'T', Bytes('R', 1)})), (std::vector<Frame>{{'T', Bytes('R', 1)}}));
 }
 
-// Behind the stray command the first 'y' counts as a length of 121. The 121 bytes behind it and the one that is tested as
-// the complement are swallowed: 41 of 60 frames of three bytes.
+// Behind the stray command the first 'y' counts as a length of 121. The 121 bytes behind it and the one that is tested
+// as the complement are swallowed: 41 of 60 frames of three bytes.
 TEST(ReceiveMachine, AStrayCommandInNoiseSwallowsFramesUntilItsComplementFails) {
     Bytes stream{'R'};
     for (int i = 0; i < 60; ++i) {

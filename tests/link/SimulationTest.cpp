@@ -1,6 +1,6 @@
-#include "support/VirtualProgram.h"
-
 #include <gmock/gmock.h>
+
+#include "support/VirtualProgram.h"
 
 namespace korvane::link {
 namespace {

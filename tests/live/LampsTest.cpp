@@ -1,5 +1,4 @@
 #include "LiveBench.h"
-
 #include "live/Lamps.h"
 
 namespace korvane::live {

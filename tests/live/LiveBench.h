@@ -1,6 +1,12 @@
 // The live update on a main window of its own, with everything that it feeds noting what it gets in one journal.
 #pragma once
 
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
 #include "core/Module1.h"
 #include "live/LiveUpdate.h"
 #include "platform/Machine.h"
@@ -9,12 +15,6 @@
 #include "platform/virtual/MemoryPreferences.h"
 #include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
-
-#include <cstdint>
-#include <gtest/gtest.h>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace korvane::live {
 

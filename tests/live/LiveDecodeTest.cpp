@@ -1,8 +1,8 @@
-#include "LiveBench.h"
-
 #include <gmock/gmock.h>
 #include <map>
 #include <set>
+
+#include "LiveBench.h"
 
 namespace korvane::live {
 namespace {
@@ -10,8 +10,8 @@ namespace {
 using testing::DoubleEq;
 using testing::IsEmpty;
 
-// rpm 2500, water 130, air 75, 13.8 V, load 120, throttle 64, lambda 128, duty 55, accel 7, place 33, flags 0xA55A, idle
-// 100, boost 200, K-type 40, advance 85, channel 15 with 0x412.
+// rpm 2500, water 130, air 75, 13.8 V, load 120, throttle 64, lambda 128, duty 55, accel 7, place 33, flags 0xA55A,
+// idle 100, boost 200, K-type 40, advance 85, channel 15 with 0x412.
 const Bytes kPayload{9, 196, 130, 75, 138, 120, 64, 128, 55, 7, 33, 0xA5, 0x5A, 100, 200, 40, 85, 0x34, 0x12};
 
 class LiveDecodeTest : public LiveBench {
@@ -38,19 +38,17 @@ protected:
 TEST_F(LiveDecodeTest, EveryChannelFollowsItsFormula) {
     calibrateThrottle(20, 240);
     decode(kPayload);
-    const std::map<std::size_t, double> expected{
-        {0, 2500},            // 9 * 256 + 196
-        {1, 80},              // 130 - 50
-        {2, 25},              // 75 - 50
-        {3, 13.8},            // 138 / 10
-        {4, 1.28},            // 120 * 5 / 255 + 0.2 = 2.5529 V, / 0.02 = 127.6 kPa
-        {5, 20},              // 100 * 44 / 220.001 = 19.9999
-        {6, 15},              // half of 5 V
-        {7, 55},  {8, 100}, {9, 200},
-        {10, 200},            // 40 * 4 * 1.25
-        {11, 17},             // 85 / 5
-        {15, 1042},           // 4 * 256 + 18
-        {20, 7},  {21, 33}, {22, 42330}, {23, 16}};
+    const std::map<std::size_t, double> expected{{0, 2500},  // 9 * 256 + 196
+                                                 {1, 80},    // 130 - 50
+                                                 {2, 25},    // 75 - 50
+                                                 {3, 13.8},  // 138 / 10
+                                                 {4, 1.28},  // 120 * 5 / 255 + 0.2 = 2.5529 V, / 0.02 = 127.6 kPa
+                                                 {5, 20},    // 100 * 44 / 220.001 = 19.9999
+                                                 {6, 15},    // half of 5 V
+                                                 {7, 55},    {8, 100}, {9, 200},    {10, 200},  // 40 * 4 * 1.25
+                                                 {11, 17},                                      // 85 / 5
+                                                 {15, 1042},                                    // 4 * 256 + 18
+                                                 {20, 7},    {21, 33}, {22, 42330}, {23, 16}};
     for (const auto& [number, wanted] : expected) {
         EXPECT_THAT(value(number), DoubleEq(wanted)) << number;
     }
@@ -63,9 +61,9 @@ TEST_F(LiveDecodeTest, OffsetsAreAddedBeforeTheGain) {
     calibrateThrottle(20, 240);
     scaleAll(2, 3);
     decode(kPayload);
-    const std::map<std::size_t, double> expected{
-        {0, 5006}, {1, 166}, {2, 56},   {3, 33.6}, {4, 8.56}, {5, 46},     {6, 36}, {7, 116},
-        {8, 206},  {9, 406}, {10, 406}, {11, 40},  {15, 2090}, {20, 20}, {21, 33}, {22, 84666}, {23, 16}};
+    const std::map<std::size_t, double> expected{{0, 5006},  {1, 166}, {2, 56},  {3, 33.6},   {4, 8.56}, {5, 46},
+                                                 {6, 36},    {7, 116}, {8, 206}, {9, 406},    {10, 406}, {11, 40},
+                                                 {15, 2090}, {20, 20}, {21, 33}, {22, 84666}, {23, 16}};
     for (const auto& [number, wanted] : expected) {
         EXPECT_THAT(value(number), DoubleEq(wanted)) << number;
     }
@@ -74,9 +72,9 @@ TEST_F(LiveDecodeTest, OffsetsAreAddedBeforeTheGain) {
 TEST_F(LiveDecodeTest, RawValuesKnowNoOffsetAndNoGain) {
     scaleAll(2, 3);
     decode(kPayload);
-    const std::map<std::size_t, double> expected{
-        {0, 2500}, {1, 80},   {2, 25},  {3, 13.8}, {4, 120}, {5, 64},   {6, 128}, {7, 55},
-        {8, 100},  {9, 200}, {10, 200}, {11, 17},  {15, 1042}, {20, 7}, {21, 33}, {22, 42330}};
+    const std::map<std::size_t, double> expected{{0, 2500},  {1, 80}, {2, 25},  {3, 13.8},  {4, 120},  {5, 64},
+                                                 {6, 128},   {7, 55}, {8, 100}, {9, 200},   {10, 200}, {11, 17},
+                                                 {15, 1042}, {20, 7}, {21, 33}, {22, 42330}};
     for (const auto& [number, wanted] : expected) {
         EXPECT_THAT(raw(number), DoubleEq(wanted)) << number;
     }
@@ -108,13 +106,12 @@ TEST_F(LiveDecodeTest, BeforeTheIdentityTheNewerRuleHolds) {
 }
 
 TEST_F(LiveDecodeTest, PressureIsRoundedToWholeKilopascals) {
-    const std::map<int, double> expected{
-        {0, 0.1},      // 0.2 V
-        {1, 0.11},     // 0.2196 V: 10.98 kPa
-        {51, 0.6},     // 1.2 V
-        {128, 1.35},   // 2.7098 V: 135.49
-        {204, 2.1},    // 4.2 V
-        {255, 2.6}};   // 5.2 V
+    const std::map<int, double> expected{{0, 0.1},     // 0.2 V
+                                         {1, 0.11},    // 0.2196 V: 10.98 kPa
+                                         {51, 0.6},    // 1.2 V
+                                         {128, 1.35},  // 2.7098 V: 135.49
+                                         {204, 2.1},   // 4.2 V
+                                         {255, 2.6}};  // 5.2 V
     for (const auto& [byte, bar] : expected) {
         decodeWith(5, byte);
         EXPECT_THAT(value(4), DoubleEq(bar)) << byte;
@@ -123,12 +120,11 @@ TEST_F(LiveDecodeTest, PressureIsRoundedToWholeKilopascals) {
 }
 
 TEST_F(LiveDecodeTest, LambdaIsRoundedToFourDecimalsTiesToEven) {
-    const std::map<int, double> expected{
-        {0, 10},
-        {1, 10.0391},    // 10.0390625
-        {4, 10.1562},    // 10.15625: a tie, down to the even digit
-        {12, 10.4688},   // 10.46875: a tie, up to the even digit
-        {255, 19.9609}}; // 19.9609375
+    const std::map<int, double> expected{{0, 10},
+                                         {1, 10.0391},     // 10.0390625
+                                         {4, 10.1562},     // 10.15625: a tie, down to the even digit
+                                         {12, 10.4688},    // 10.46875: a tie, up to the even digit
+                                         {255, 19.9609}};  // 19.9609375
     for (const auto& [byte, lambda] : expected) {
         decodeWith(7, byte);
         EXPECT_THAT(value(6), DoubleEq(lambda)) << byte;

@@ -1,6 +1,6 @@
-#include "LiveBench.h"
-
 #include <gmock/gmock.h>
+
+#include "LiveBench.h"
 
 namespace korvane::live {
 namespace {
@@ -141,8 +141,8 @@ TEST_F(LiveUpdateTest, SamplesGoToTheTrendsInOrder) {
     channel(9).value = 200.6;
     update();
     EXPECT_THAT(trends_.samples,
-                ElementsAre(Sample{0, 1, 50},                                                        // between the meters
-                            Sample{0, 0, 1.28}, Sample{0, 2, 14.7}, Sample{0, 3, 21.4844},            // 55 / 2.56
+                ElementsAre(Sample{0, 1, 50},                                               // between the meters
+                            Sample{0, 0, 1.28}, Sample{0, 2, 14.7}, Sample{0, 3, 21.4844},  // 55 / 2.56
                             Sample{0, 4, 250}, Sample{2, 0, 13.8}, Sample{2, 1, 80}, Sample{2, 2, 25},
                             Sample{2, 3, 100}, Sample{2, 4, 201}));
 }

@@ -1,8 +1,7 @@
-#include "live/SarnGauge.h"
+#include <cmath>
 
 #include "LiveBench.h"
-
-#include <cmath>
+#include "live/SarnGauge.h"
 
 namespace korvane::live {
 namespace {

@@ -1,9 +1,8 @@
-#include "live/SarnMeter.h"
-
-#include "LiveBench.h"
-
 #include <cmath>
 #include <gmock/gmock.h>
+
+#include "LiveBench.h"
+#include "live/SarnMeter.h"
 
 namespace korvane::live {
 namespace {

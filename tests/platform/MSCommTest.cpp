@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
-#include <string>
-#include <vector>
 
-#include "platform/Bench.h"
+#include "ModelBench.h"
 #include "platform/MSComm.h"
 
 namespace korvane::platform {
@@ -10,150 +8,234 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
 using Bytes = std::vector<std::uint8_t>;
 
-class MSCommTest : public Bench {
+class MSCommTest : public ModelBench {
 protected:
     MSCommTest() {
-        port.RThreshold = 1;
-        port.OnComm = [this] { events.push_back(port.InBufferCount()); };
-        port.LineLost = [this](const std::string& reason) { losses.push_back(reason); };
+        comm_.OnComm = [this] {
+            ++events_;
+            if (takes_) {
+                const auto waiting = comm_.waitingInput();
+                taken_.insert(taken_.end(), waiting.begin(), waiting.end());
+                comm_.takeInput(waiting.size());
+            }
+        };
     }
-
-    template <class Call>
-    static int errorOf(Call call) {
-        try {
-            call();
-        } catch (const RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
+    void open() {
+        comm_.RThreshold = 1;
+        comm_.setPortOpen(true);
     }
+    void inject(const Bytes& bytes) { line_.inject(bytes); }
 
-    MSComm port{window, "MSComm1"};
-    std::vector<std::size_t> events;
-    std::vector<std::string> losses;
+    MSComm comm_{window_, "MSComm1"};
+    int events_ = 0;
+    bool takes_ = true;
+    Bytes taken_;
 };
 
+TEST_F(MSCommTest, StartsClosed) {
+    EXPECT_FALSE(comm_.PortOpen());
+    EXPECT_EQ(comm_.InBufferCount(), 0U);
+    EXPECT_EQ(comm_.OutBufferCount(), 0);
+}
+
 TEST_F(MSCommTest, OpensAtTheRateOfItsSettings) {
-    port.Settings = "76800,N,8,1";
-    port.setPortOpen(true);
-    EXPECT_TRUE(port.PortOpen());
-    EXPECT_EQ(port.lineBaud(), 76800);
-    EXPECT_TRUE(port.setLineBaud(9600));
-    EXPECT_EQ(port.lineBaud(), 9600);
+    comm_.Settings = "38400,N,8,1";
+    open();
+    EXPECT_TRUE(comm_.PortOpen());
+    EXPECT_EQ(comm_.lineBaud(), 38400);
+    EXPECT_EQ(line_.baud(), 38400);
 }
 
-TEST_F(MSCommTest, OpensAPort1To16Only) {
-    for (const int number : {0, 17, -1}) {
-        port.CommPort = number;
-        EXPECT_EQ(errorOf([&] { port.setPortOpen(true); }), 8002) << number;
-        EXPECT_FALSE(port.PortOpen());
-    }
-    port.CommPort = 16;
-    EXPECT_EQ(errorOf([&] { port.setPortOpen(true); }), 0);
-}
-
-TEST_F(MSCommTest, SettingsThatAreNoneAreRefused) {
-    for (const auto* settings : {"", "N,8,1", "9600", "9600,E,8,1", "0,N,8,1", "-9600,N,8,1", "99999999999,N,8,1"}) {
-        port.Settings = std::string(settings);
-        EXPECT_EQ(errorOf([&] { port.setPortOpen(true); }), 380) << settings;
-        EXPECT_FALSE(port.PortOpen());
+TEST_F(MSCommTest, APortNumberThatDoesNotExistRaises8002) {
+    for (const int port : {0, -1, 17}) {
+        comm_.CommPort = port;
+        EXPECT_EQ(errorOf([&] { comm_.setPortOpen(true); }), 8002);
+        EXPECT_FALSE(comm_.PortOpen());
     }
 }
 
-TEST_F(MSCommTest, AClosedPortSendsNothingAndKnowsNoRate) {
-    EXPECT_EQ(errorOf([&] { port.Output('x'); }), 8018);
-    EXPECT_EQ(errorOf([&] { static_cast<void>(port.lineBaud()); }), 8018);
-    EXPECT_EQ(errorOf([&] { static_cast<void>(port.setLineBaud(9600)); }), 8018);
-    EXPECT_EQ(port.OutBufferCount(), 0);
+TEST_F(MSCommTest, PortsGoUpTo16) {
+    comm_.CommPort = 16;
+    open();
+    EXPECT_TRUE(comm_.PortOpen());
 }
 
-TEST_F(MSCommTest, BytesThatComeTogetherRaiseOneEvent) {
-    port.setPortOpen(true);
-    line.inject(Bytes{1, 2});
-    line.inject(Bytes{3});
-    EXPECT_THAT(events, IsEmpty()) << "handlers run between events only";
-    pump.pump();
-    EXPECT_THAT(events, ElementsAre(3));
-    EXPECT_THAT(port.waitingInput(), ElementsAre(1, 2, 3));
+TEST_F(MSCommTest, SettingsThatMakeNoSenseRaiseAndStayClosed) {
+    for (const auto* settings : {"", "fast", "9600", "9600,E,7,2", "0,N,8,1", "-5,N,8,1", "99999999999,N,8,1"}) {
+        comm_.Settings = settings;
+        EXPECT_EQ(errorOf([&] { comm_.setPortOpen(true); }), 380) << settings;
+        EXPECT_FALSE(comm_.PortOpen());
+    }
 }
 
-TEST_F(MSCommTest, BytesAreTakenFromTheFront) {
-    port.setPortOpen(true);
-    line.inject(Bytes{1, 2, 3});
-    port.takeInput(1);
-    EXPECT_THAT(port.waitingInput(), ElementsAre(2, 3));
-    line.inject(Bytes{4});
-    port.takeInput(2);
-    EXPECT_THAT(port.waitingInput(), ElementsAre(4));
-    port.takeInput(100);
-    EXPECT_EQ(port.InBufferCount(), 0U);
+TEST_F(MSCommTest, AClosedPortCantSendNorTellItsRate) {
+    EXPECT_EQ(errorOf([&] { comm_.Output('x'); }), 8018);
+    EXPECT_EQ(errorOf([&] { static_cast<void>(comm_.lineBaud()); }), 8018);
+    EXPECT_EQ(errorOf([&] { static_cast<void>(comm_.setLineBaud(9600)); }), 8018);
+}
+
+TEST_F(MSCommTest, TellsWhenItOpensAndCloses) {
+    NotingObserver observer(comm_);
+    comm_.setPortOpen(true);
+    comm_.setPortOpen(true);
+    comm_.setPortOpen(false);
+    comm_.setPortOpen(false);
+    EXPECT_THAT(observer.changes, ElementsAre(comm_.portOpenProperty(), comm_.portOpenProperty()));
+}
+
+TEST_F(MSCommTest, OneEventTellsOfAllBytesThatAreThere) {
+    open();
+    inject({1, 2});
+    inject({3});
+    EXPECT_EQ(events_, 0) << "never from inside the arrival";
+    pump_.pump();
+    EXPECT_EQ(events_, 1);
+    EXPECT_THAT(taken_, ElementsAre(1, 2, 3));
+    pump_.pump();
+    EXPECT_EQ(events_, 1);
+}
+
+TEST_F(MSCommTest, BytesThatNobodyTakesStay) {
+    takes_ = false;
+    open();
+    inject({1, 2});
+    pump_.pump();
+    EXPECT_EQ(comm_.InBufferCount(), 2U);
+    inject({3});
+    pump_.pump();
+    EXPECT_EQ(events_, 2);
+    EXPECT_EQ(comm_.InBufferCount(), 3U);
+    comm_.takeInput(1);
+    EXPECT_THAT(comm_.waitingInput(), ElementsAre(2, 3));
+    comm_.takeInput(100);
+    EXPECT_EQ(comm_.InBufferCount(), 0U);
+}
+
+TEST_F(MSCommTest, WithoutAThresholdNoEventComes) {
+    comm_.setPortOpen(true);
+    inject({1});
+    pump_.pump();
+    EXPECT_EQ(events_, 0);
+    EXPECT_EQ(comm_.InBufferCount(), 1U);
 }
 
 TEST_F(MSCommTest, WhatAnotherHandlerTookRaisesNoEvent) {
-    port.setPortOpen(true);
-    line.inject(Bytes{1});
-    port.takeInput(1);
-    pump.pump();
-    EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(MSCommTest, AThresholdOfZeroRaisesNoEventAndKeepsTheBytes) {
-    port.RThreshold = 0;
-    port.setPortOpen(true);
-    line.inject(Bytes{1});
-    pump.wait(10);
-    EXPECT_THAT(events, IsEmpty());
-    EXPECT_EQ(port.InBufferCount(), 1U);
-}
-
-TEST_F(MSCommTest, ClosingDropsWhatWasNotRead) {
-    port.setPortOpen(true);
-    line.inject(Bytes{1});
-    port.setPortOpen(false);
-    EXPECT_EQ(port.InBufferCount(), 0U);
-    port.setPortOpen(true);
-    pump.wait(10);
-    EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(MSCommTest, WhatNobodyReadsIsKeptUpToOneMebibyte) {
-    port.setPortOpen(true);
-    line.inject(Bytes((1U << 20U) - 1, 7));
-    line.inject(Bytes{1, 2, 3});
-    EXPECT_EQ(port.InBufferCount(), 1U << 20U);
-    EXPECT_EQ(port.waitingInput().back(), 1);
-}
-
-TEST_F(MSCommTest, ALostLineClosesThePortBeforeItTells) {
-    port.setPortOpen(true);
-    line.inject(Bytes{1});
-    bool open = true;
-    port.LineLost = [&](const std::string&) { open = port.PortOpen(); };
-    line.pullOut();
-    EXPECT_FALSE(open);
-    EXPECT_EQ(port.InBufferCount(), 0U);
-    pump.wait(10);
-    EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(MSCommTest, ItMayBeOpenedAgainInTheVeryEventOfTheLoss) {
-    port.setPortOpen(true);
-    port.LineLost = [&](const std::string&) { port.setPortOpen(true); };
-    line.pullOut();
-    line.inject(Bytes{9});
-    pump.pump();
-    EXPECT_THAT(events, ElementsAre(1));
+    open();
+    inject({1});
+    comm_.takeInput(1);
+    pump_.pump();
+    EXPECT_EQ(events_, 0);
 }
 
 TEST_F(MSCommTest, AnEventMayCloseThePort) {
-    port.OnComm = [&] { port.setPortOpen(false); };
-    port.setPortOpen(true);
-    line.inject(Bytes{1, 2});
-    pump.pump();
-    EXPECT_FALSE(port.PortOpen());
-    EXPECT_THAT(log.lines, IsEmpty());
+    comm_.OnComm = [&] { comm_.setPortOpen(false); };
+    open();
+    inject({1, 2});
+    pump_.pump();
+    EXPECT_FALSE(comm_.PortOpen());
+    EXPECT_THAT(log_.lines, IsEmpty());
+}
+
+TEST_F(MSCommTest, ItMayBeOpenedAgainInTheVeryEventOfTheLoss) {
+    comm_.LineLost = [&](const std::string&) { comm_.setPortOpen(true); };
+    open();
+    line_.pullOut();
+    inject({9});
+    pump_.pump();
+    EXPECT_THAT(taken_, ElementsAre(9));
+}
+
+TEST_F(MSCommTest, BytesThatComeWhileAHandlerWaitsRaiseANestedEvent) {
+    const auto more = pump_.makeAlarm([&] { inject({9}); });
+    more->callAt(50 * kMicrosPerMilli);
+    int depth = 0;
+    int deepest = 0;
+    comm_.OnComm = [&] {
+        deepest = std::max(deepest, ++depth);
+        comm_.takeInput(comm_.InBufferCount());
+        if (depth == 1) {
+            pump_.wait(100);
+        }
+        --depth;
+    };
+    open();
+    inject({1});
+    pump_.wait(10);
+    EXPECT_EQ(deepest, 2);
+}
+
+TEST_F(MSCommTest, ClosingDropsWhatWasNotReadAndRaisesNothing) {
+    open();
+    inject({1, 2});
+    comm_.setPortOpen(false);
+    pump_.wait(100);
+    EXPECT_EQ(events_, 0);
+    EXPECT_EQ(comm_.InBufferCount(), 0U);
+    open();
+    pump_.wait(100);
+    EXPECT_EQ(events_, 0);
+}
+
+TEST_F(MSCommTest, SentBytesCountUntilTheyHaveLeft) {
+    open();
+    comm_.Output(Bytes{1, 2, 3});
+    EXPECT_EQ(comm_.OutBufferCount(), 3);
+    pump_.wait(100);
+    EXPECT_EQ(comm_.OutBufferCount(), 0);
+}
+
+TEST_F(MSCommTest, ALostLineClosesThePortAndTells) {
+    std::string reason;
+    bool openThen = true;
+    comm_.LineLost = [&](const std::string& text) {
+        reason = text;
+        openThen = comm_.PortOpen();
+    };
+    open();
+    inject({1});
+    line_.pullOut();
+    EXPECT_FALSE(reason.empty());
+    EXPECT_FALSE(openThen);
+    EXPECT_EQ(comm_.InBufferCount(), 0U);
+    pump_.wait(100);
+    EXPECT_EQ(events_, 0);
+    open();
+    inject({5});
+    pump_.pump();
+    EXPECT_THAT(taken_, ElementsAre(5));
+}
+
+TEST_F(MSCommTest, AFailingHandlerIsLoggedAndTheNextBytesComeThrough) {
+    comm_.OnComm = [&] {
+        comm_.takeInput(1);
+        ++events_;
+        throw RuntimeError(kErrorOverflow, "Overflow");
+    };
+    open();
+    inject({1, 2});
+    pump_.pump();
+    EXPECT_EQ(log_.lines.size(), 1U);
+    EXPECT_EQ(comm_.InBufferCount(), 1U);
+    inject({3});
+    pump_.pump();
+    EXPECT_EQ(events_, 2);
+}
+
+// A megabyte waits at most; a driver loses the rest as well.
+TEST_F(MSCommTest, ABufferThatNobodyEmptiesDoesNotGrowWithoutEnd) {
+    takes_ = false;
+    open();
+    for (int i = 0; i < 40; ++i) {
+        inject(Bytes(100000, 1));
+    }
+    EXPECT_EQ(comm_.InBufferCount(), 1048576U);
+    comm_.takeInput(48576);
+    inject(Bytes(10, 2));
+    EXPECT_EQ(comm_.InBufferCount(), 1000010U);
+    EXPECT_EQ(comm_.waitingInput().back(), 2);
 }
 
 }  // namespace

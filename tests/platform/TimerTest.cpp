@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
-#include <vector>
 
-#include "platform/Bench.h"
+#include "ModelBench.h"
 #include "platform/Timer.h"
 
 namespace korvane::platform {
@@ -10,98 +9,148 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class TimerTest : public Bench {
+class TimerTest : public ModelBench {
 protected:
     TimerTest() {
-        timer.Tick = [this] { ticks.push_back(pump.milliseconds()); };
+        timer_.Tick = [this] { ticks_.push_back(pump_.milliseconds()); };
     }
-
-    Timer timer{window, "Timer1", false, 100};
-    std::vector<std::int64_t> ticks;
+    Timer timer_{window_, "Timer1", false, 100};
+    std::vector<std::int64_t> ticks_;
 };
 
-TEST_F(TimerTest, TicksAtEachIntervalWhileItIsOn) {
-    pump.wait(50);
-    EXPECT_THAT(ticks, IsEmpty());
-    timer.Enabled = true;
-    pump.wait(250);
-    timer.Enabled = false;
-    pump.wait(1000);
-    EXPECT_THAT(ticks, ElementsAre(150, 250));
+TEST_F(TimerTest, DoesNotTickUntilItIsEnabled) {
+    pump_.wait(1000);
+    EXPECT_THAT(ticks_, IsEmpty());
 }
 
-TEST_F(TimerTest, ANewIntervalCountsFromNow) {
-    timer.Enabled = true;
-    pump.wait(90);
-    timer.Interval = 30;
-    pump.wait(60);
-    EXPECT_THAT(ticks, ElementsAre(120, 150));
+TEST_F(TimerTest, TicksFirstAfterItsIntervalAndThenEachInterval) {
+    timer_.Enabled = true;
+    pump_.wait(99);
+    EXPECT_THAT(ticks_, IsEmpty());
+    pump_.wait(251);
+    EXPECT_THAT(ticks_, ElementsAre(100, 200, 300));
 }
 
-TEST_F(TimerTest, TheSameIntervalAgainChangesNothing) {
-    timer.Enabled = true;
-    pump.wait(90);
-    timer.Interval = 100;
-    timer.Enabled = true;
-    pump.wait(10);
-    EXPECT_THAT(ticks, ElementsAre(100));
+TEST_F(TimerTest, OneThatIsEnabledByDesignTicksFromItsCreation) {
+    Timer other(window_, "Timer2", true, 40);
+    other.Tick = [this] { ticks_.push_back(pump_.milliseconds()); };
+    pump_.wait(80);
+    EXPECT_THAT(ticks_, ElementsAre(40, 80));
 }
 
-TEST_F(TimerTest, ARestartCountsAnewThoughItRuns) {
-    timer.Enabled = true;
-    pump.wait(90);
-    timer.restart(100);
-    pump.wait(100);
-    EXPECT_THAT(ticks, ElementsAre(190));
+TEST_F(TimerTest, AnIntervalOfZeroNeverTicks) {
+    timer_.Interval = 0;
+    timer_.Enabled = true;
+    pump_.wait(1000);
+    EXPECT_THAT(ticks_, IsEmpty());
+    timer_.Interval = 300;
+    pump_.wait(300);
+    EXPECT_THAT(ticks_, ElementsAre(1300));
 }
 
-TEST_F(TimerTest, AnIntervalOfNothingNeverTicks) {
-    timer.Enabled = true;
-    timer.Interval = 0;
-    pump.wait(1000);
-    timer.Interval = -5;
-    pump.wait(1000);
-    EXPECT_THAT(ticks, IsEmpty());
+TEST_F(TimerTest, ANegativeIntervalNeverTicks) {
+    timer_.Interval = -5;
+    timer_.Enabled = true;
+    pump_.wait(1000);
+    EXPECT_THAT(ticks_, IsEmpty());
 }
 
-TEST_F(TimerTest, TicksThatCouldNotBeServedAreNotMadeUpFor) {
-    timer.Enabled = true;
-    pump.sleep(350);
-    pump.wait(100);
-    EXPECT_THAT(ticks, ElementsAre(350, 450));
+TEST_F(TimerTest, SwitchingItOffAndOnStartsTheCountAnew) {
+    timer_.Enabled = true;
+    pump_.wait(60);
+    timer_.Enabled = false;
+    timer_.Enabled = true;
+    pump_.wait(100);
+    EXPECT_THAT(ticks_, ElementsAre(160));
 }
 
-TEST_F(TimerTest, ItsHandlerMaySwitchItOff) {
-    timer.Tick = [this] {
-        ticks.push_back(pump.milliseconds());
-        timer.Enabled = false;
+TEST_F(TimerTest, EnablingAnEnabledOneChangesNothing) {
+    timer_.Enabled = true;
+    pump_.wait(60);
+    timer_.Enabled = true;
+    pump_.wait(40);
+    EXPECT_THAT(ticks_, ElementsAre(100));
+}
+
+TEST_F(TimerTest, ANewIntervalStartsTheCountAnew) {
+    timer_.Enabled = true;
+    pump_.wait(60);
+    timer_.Interval = 250;
+    pump_.wait(300);
+    EXPECT_THAT(ticks_, ElementsAre(310));
+}
+
+TEST_F(TimerTest, ARestartCountsAnewAlsoWithTheSameInterval) {
+    timer_.restart(100);
+    pump_.wait(60);
+    timer_.restart(100);
+    pump_.wait(100);
+    EXPECT_TRUE(timer_.Enabled);
+    EXPECT_THAT(ticks_, ElementsAre(160));
+}
+
+TEST_F(TimerTest, AHandlerMaySwitchItOff) {
+    timer_.Tick = [this] {
+        ticks_.push_back(pump_.milliseconds());
+        timer_.Enabled = false;
     };
-    timer.Enabled = true;
-    pump.wait(1000);
-    EXPECT_THAT(ticks, ElementsAre(100));
+    timer_.Enabled = true;
+    pump_.wait(1000);
+    EXPECT_THAT(ticks_, ElementsAre(100));
 }
 
-TEST_F(TimerTest, ItTicksInsideItsOwnHandlersWait) {
-    timer.Tick = [this] {
-        ticks.push_back(pump.milliseconds());
-        if (ticks.size() == 1) {
-            pump.wait(250);
+TEST_F(TimerTest, AHandlerMayChangeTheInterval) {
+    timer_.Tick = [this] {
+        ticks_.push_back(pump_.milliseconds());
+        timer_.Interval = 300;
+    };
+    timer_.Enabled = true;
+    pump_.wait(800);
+    EXPECT_THAT(ticks_, ElementsAre(100, 400, 700));
+}
+
+TEST_F(TimerTest, TicksThatCameTooLateAreDropped) {
+    timer_.Enabled = true;
+    pump_.sleep(350);
+    EXPECT_THAT(ticks_, IsEmpty()) << "nothing runs while the program blocks";
+    pump_.wait(300);
+    EXPECT_THAT(ticks_, ElementsAre(350, 450, 550, 650));
+}
+
+TEST_F(TimerTest, ATickInsideAHandlersWaitRunsNested) {
+    int depth = 0;
+    int deepest = 0;
+    timer_.Tick = [&] {
+        deepest = std::max(deepest, ++depth);
+        if (depth == 1 && ticks_.empty()) {
+            ticks_.push_back(pump_.milliseconds());
+            pump_.wait(150);
         }
+        --depth;
     };
-    timer.Enabled = true;
-    pump.wait(100);
-    EXPECT_THAT(ticks, ElementsAre(100, 200, 300));
+    timer_.Enabled = true;
+    pump_.wait(400);
+    EXPECT_EQ(deepest, 2);
 }
 
-TEST_F(TimerTest, AFailingHandlerIsLoggedAndTheTimerGoesOn) {
-    timer.Tick = [this] {
-        ticks.push_back(pump.milliseconds());
+TEST_F(TimerTest, AFailingTickIsLoggedAndTheNextOneComes) {
+    timer_.Tick = [this] {
+        ticks_.push_back(pump_.milliseconds());
         throw RuntimeError(kErrorOverflow, "Overflow");
     };
-    timer.Enabled = true;
-    pump.wait(200);
-    EXPECT_THAT(ticks, ElementsAre(100, 200));
-    EXPECT_THAT(log.lines, ElementsAre("frmTest.Timer1: Overflow", "frmTest.Timer1: Overflow"));
+    timer_.Enabled = true;
+    pump_.wait(200);
+    EXPECT_EQ(ticks_.size(), 2U);
+    EXPECT_THAT(log_.lines, ElementsAre("frmTest.Timer1: Overflow", "frmTest.Timer1: Overflow"));
+}
+
+TEST_F(TimerTest, GoesAwayWithItsTicks) {
+    {
+        Timer other(window_, "Timer2", true, 10);
+        other.Tick = [this] { ticks_.push_back(0); };
+    }
+    pump_.wait(100);
+    EXPECT_THAT(ticks_, IsEmpty());
 }
 
 }  // namespace

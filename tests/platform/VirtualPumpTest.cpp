@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "platform/virtual/VirtualPump.h"
 
@@ -13,130 +11,201 @@ using testing::IsEmpty;
 
 class VirtualPumpTest : public testing::Test {
 protected:
-    // An alarm that notes its name and the millisecond at which it was called.
-    std::unique_ptr<Alarm> note(const std::string& name, AlarmKind kind = AlarmKind::Program) {
-        return pump.makeAlarm([this, name] { notes.push_back(name + " " + std::to_string(pump.milliseconds())); },
-                              kind);
+    // An alarm that notes its name when it calls.
+    Alarm& noting(const std::string& name, AlarmKind kind = AlarmKind::Program) {
+        alarms_.push_back(pump_.makeAlarm([this, name] { calls_.push_back(name); }, kind));
+        return *alarms_.back();
     }
-    void at(const std::unique_ptr<Alarm>& alarm, int milliseconds) { alarm->callAt(milliseconds * kMicrosPerMilli); }
+    Alarm& calling(std::function<void()> what) {
+        alarms_.push_back(pump_.makeAlarm(std::move(what)));
+        return *alarms_.back();
+    }
+    static Micros ms(int milliseconds) { return milliseconds * kMicrosPerMilli; }
 
-    VirtualPump pump;
-    std::vector<std::string> notes;
+    VirtualPump pump_;
+    std::vector<std::unique_ptr<Alarm>> alarms_;
+    std::vector<std::string> calls_;
 };
 
-TEST_F(VirtualPumpTest, AWaitJumpsFromAlarmToAlarmAndEndsAtItsOwnMoment) {
-    const auto late = note("late");
-    const auto early = note("early");
-    at(late, 300);
-    at(early, 20);
-    pump.wait(299);
-    EXPECT_THAT(notes, ElementsAre("early 20"));
-    EXPECT_EQ(pump.milliseconds(), 299);
-    pump.wait(1);
-    EXPECT_THAT(notes, ElementsAre("early 20", "late 300"));
+TEST_F(VirtualPumpTest, TheClockStartsAtZeroAndStandsStill) {
+    EXPECT_EQ(pump_.now(), 0);
+    pump_.pump();
+    EXPECT_EQ(pump_.now(), 0);
 }
 
-TEST_F(VirtualPumpTest, OneMomentIsServedInTheOrderOfAsking) {
-    const auto one = note("one");
-    const auto two = note("two");
-    const auto device = note("device", AlarmKind::Device);
-    at(two, 5);
-    at(device, 5);
-    at(one, 5);
-    pump.wait(5);
-    EXPECT_THAT(notes, ElementsAre("two 5", "device 5", "one 5"));
+TEST_F(VirtualPumpTest, TheWallClockGoesWithIt) {
+    EXPECT_EQ(pump_.wallTime(), (WallTime{2026, 1, 5, 12, 0, 0}));
+    pump_.wait(999);
+    EXPECT_EQ(pump_.wallTime().second, 0);
+    pump_.wait(1);
+    EXPECT_EQ(pump_.wallTime().second, 1);
+    VirtualPump other(WallTime{2027, 12, 31, 23, 59, 59});
+    other.wait(1000);
+    EXPECT_EQ(other.wallTime(), (WallTime{2028, 1, 1, 0, 0, 0}));
 }
 
-TEST_F(VirtualPumpTest, ANewMomentReplacesTheOldOneAndCancellingForgetsIt) {
-    const auto moved = note("moved");
-    const auto cancelled = note("cancelled");
-    at(moved, 5);
-    at(moved, 9);
-    at(cancelled, 5);
-    cancelled->cancel();
-    pump.wait(20);
-    EXPECT_THAT(notes, ElementsAre("moved 9"));
+TEST_F(VirtualPumpTest, AWaitPassesItsTimeAndRunsWhatIsDue) {
+    noting("a").callAt(ms(50));
+    noting("b").callAt(ms(100));
+    noting("c").callAt(ms(100) + 1);
+    pump_.wait(100);
+    EXPECT_THAT(calls_, ElementsAre("a", "b"));
+    EXPECT_EQ(pump_.now(), ms(100));
 }
 
-TEST_F(VirtualPumpTest, AMomentThatHasPassedComesAtTheNextChance) {
-    pump.wait(50);
-    const auto alarm = note("alarm");
-    at(alarm, 10);
-    EXPECT_THAT(notes, IsEmpty());
-    pump.pump();
-    EXPECT_THAT(notes, ElementsAre("alarm 50"));
+TEST_F(VirtualPumpTest, AHandlerSeesTheMomentForWhichItAsked) {
+    Micros seen = -1;
+    calling([&] { seen = pump_.now(); }).callAt(1234);
+    pump_.wait(10);
+    EXPECT_EQ(seen, 1234);
 }
 
-TEST_F(VirtualPumpTest, APumpServesWhatIsDueAndNothingThatIsAskedForMeanwhile) {
-    std::unique_ptr<Alarm> again = pump.makeAlarm([&] {
-        notes.emplace_back("again");
-        again->callAt(pump.now());
-    });
-    const auto other = note("other");
-    const auto later = note("later");
-    again->callAt(0);
-    at(other, 0);
-    at(later, 1);
-    pump.pump();
-    EXPECT_THAT(notes, ElementsAre("again", "other 0"));
-    EXPECT_EQ(pump.now(), 0);
-    pump.pump();
-    EXPECT_THAT(notes, ElementsAre("again", "other 0", "again"));
+TEST_F(VirtualPumpTest, CallsComeInOrderOfTimeAndThenOfAsking) {
+    noting("late").callAt(ms(20));
+    noting("first").callAt(ms(10));
+    noting("second", AlarmKind::Device).callAt(ms(10));
+    noting("third").callAt(ms(10));
+    pump_.wait(30);
+    EXPECT_THAT(calls_, ElementsAre("first", "second", "third", "late"));
 }
 
-TEST_F(VirtualPumpTest, ASleepRunsTheDeviceAndNoHandler) {
-    const auto program = note("program");
-    const auto device = note("device", AlarmKind::Device);
-    at(program, 10);
-    at(device, 20);
-    pump.sleep(50);
-    EXPECT_THAT(notes, ElementsAre("device 20"));
-    EXPECT_EQ(pump.milliseconds(), 50);
-    pump.pump();
-    EXPECT_THAT(notes, ElementsAre("device 20", "program 50"));
+TEST_F(VirtualPumpTest, AskingAgainReplacesTheEarlierMomentAndQueuesBehind) {
+    auto& a = noting("a");
+    a.callAt(ms(10));
+    noting("b").callAt(ms(10));
+    a.callAt(ms(10));
+    pump_.wait(100);
+    EXPECT_THAT(calls_, ElementsAre("b", "a"));
 }
 
-TEST_F(VirtualPumpTest, AWaitInsideAHandlerMayOutlastTheOuterOne) {
-    const auto waiting = pump.makeAlarm([&] {
-        pump.wait(300);
-        notes.push_back("through " + std::to_string(pump.milliseconds()));
-    });
-    const auto inside = note("inside");
-    at(waiting, 10);
-    at(inside, 200);
-    pump.wait(50);
-    EXPECT_THAT(notes, ElementsAre("inside 200", "through 310"));
-    EXPECT_EQ(pump.milliseconds(), 310);
+TEST_F(VirtualPumpTest, AMomentThatHasPassedIsTheNextChance) {
+    pump_.wait(100);
+    noting("a").callAt(ms(10));
+    pump_.pump();
+    EXPECT_THAT(calls_, ElementsAre("a"));
+    EXPECT_EQ(pump_.now(), ms(100));
+}
+
+TEST_F(VirtualPumpTest, ACancelledAlarmDoesNotCall) {
+    auto& a = noting("a");
+    a.callAt(ms(10));
+    a.cancel();
+    a.cancel();
+    pump_.wait(100);
+    EXPECT_THAT(calls_, IsEmpty());
+    a.callAt(ms(150));
+    pump_.wait(100);
+    EXPECT_THAT(calls_, ElementsAre("a"));
+}
+
+TEST_F(VirtualPumpTest, AnAlarmThatIsGoneDoesNotCall) {
+    noting("a").callAt(ms(10));
+    alarms_.clear();
+    pump_.wait(100);
+    EXPECT_THAT(calls_, IsEmpty());
 }
 
 TEST_F(VirtualPumpTest, AnAlarmMayDeleteItselfInItsCall) {
     std::unique_ptr<Alarm> alarm;
     const std::string text(100, 'x');
-    alarm = pump.makeAlarm([&alarm, &notes = notes, text] {
-        auto& kept = notes;
+    alarm = pump_.makeAlarm([&alarm, &calls = calls_, text] {
+        auto& kept = calls;
         alarm.reset();
         kept.push_back(text);
     });
     alarm->callAt(0);
-    pump.pump();
-    EXPECT_THAT(notes, ElementsAre(text));
+    pump_.pump();
+    EXPECT_THAT(calls_, ElementsAre(text));
 }
 
 TEST_F(VirtualPumpTest, AnAlarmDeletedByAnotherOfItsMomentIsNotCalled) {
-    std::unique_ptr<Alarm> victim = note("victim");
-    const auto deleting = pump.makeAlarm([&] { victim.reset(); });
-    deleting->callAt(0);
+    bool called = false;
+    std::unique_ptr<Alarm> victim = pump_.makeAlarm([&] { called = true; });
+    calling([&] { victim.reset(); }).callAt(0);
     victim->callAt(0);
-    pump.pump();
-    EXPECT_THAT(notes, IsEmpty());
+    pump_.pump();
+    EXPECT_FALSE(called);
 }
 
-TEST_F(VirtualPumpTest, TheCalendarFollowsTheClock) {
-    VirtualPump evening({2026, 2, 28, 23, 59, 58});
-    evening.wait(1999);
-    EXPECT_EQ(evening.wallTime(), (WallTime{2026, 2, 28, 23, 59, 59}));
-    evening.wait(1);
-    EXPECT_EQ(evening.wallTime(), (WallTime{2026, 3, 1, 0, 0, 0}));
+TEST_F(VirtualPumpTest, APumpRunsWhatIsDueOnce) {
+    Alarm* again = nullptr;
+    int calls = 0;
+    again = &calling([&] {
+        ++calls;
+        again->callAt(pump_.now());
+    });
+    again->callAt(0);
+    noting("other").callAt(0);
+    pump_.pump();
+    EXPECT_EQ(calls, 1) << "what the events ask for waits for the next chance";
+    EXPECT_THAT(calls_, ElementsAre("other"));
+    pump_.pump();
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(VirtualPumpTest, APumpDoesNotRunTheFuture) {
+    noting("a").callAt(1);
+    pump_.pump();
+    EXPECT_THAT(calls_, IsEmpty());
+}
+
+TEST_F(VirtualPumpTest, AHandlerThatWaitsLetsOthersRunInsideIt) {
+    calling([&] {
+        calls_.emplace_back("begin");
+        pump_.wait(100);
+        calls_.emplace_back("end");
+    }).callAt(ms(10));
+    noting("inside").callAt(ms(60));
+    noting("behind").callAt(ms(111));
+    pump_.wait(200);
+    EXPECT_THAT(calls_, ElementsAre("begin", "inside", "end", "behind"));
+    EXPECT_EQ(pump_.now(), ms(200));
+}
+
+TEST_F(VirtualPumpTest, AHandlerThatWaitsPastTheOuterWaitMovesTheClockOn) {
+    calling([&] { pump_.wait(500); }).callAt(ms(10));
+    pump_.wait(100);
+    EXPECT_EQ(pump_.now(), ms(510));
+}
+
+TEST_F(VirtualPumpTest, ASleepRunsDeviceAlarmsOnly) {
+    noting("program").callAt(ms(10));
+    noting("device", AlarmKind::Device).callAt(ms(20));
+    pump_.sleep(100);
+    EXPECT_THAT(calls_, ElementsAre("device"));
+    EXPECT_EQ(pump_.now(), ms(100));
+    pump_.pump();
+    EXPECT_THAT(calls_, ElementsAre("device", "program"));
+}
+
+TEST_F(VirtualPumpTest, ASleepInsideAHandlerBlocksToo) {
+    calling([&] {
+        pump_.sleep(100);
+        calls_.emplace_back("awake");
+    }).callAt(ms(10));
+    noting("program").callAt(ms(20));
+    noting("device", AlarmKind::Device).callAt(ms(30));
+    pump_.wait(50);
+    EXPECT_THAT(calls_, ElementsAre("device", "awake", "program"));
+    EXPECT_EQ(pump_.now(), ms(110));
+}
+
+TEST_F(VirtualPumpTest, ANegativeWaitIsNone) {
+    noting("a").callAt(0);
+    pump_.wait(-5);
+    EXPECT_EQ(pump_.now(), 0);
+    pump_.sleep(-5);
+    EXPECT_EQ(pump_.now(), 0);
+}
+
+TEST_F(VirtualPumpTest, RunUntilStopsAtAMicrosecond) {
+    noting("a").callAt(1000);
+    pump_.runUntil(999);
+    EXPECT_THAT(calls_, IsEmpty());
+    pump_.runUntil(1000);
+    EXPECT_THAT(calls_, ElementsAre("a"));
+    pump_.runUntil(10);
+    EXPECT_EQ(pump_.now(), 1000) << "the clock never goes back";
 }
 
 }  // namespace

@@ -4,11 +4,23 @@
 #include <asm/termbits.h>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <stdexcept>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace korvane::platform {
+
+namespace {
+
+bool isReadable(int handle) {
+    constexpr int kTwoSeconds = 2000;
+    pollfd state{handle, POLLIN, 0};
+    return ::poll(&state, 1, kTwoSeconds) > 0;
+}
+
+}  // namespace
 
 PseudoTerminal::PseudoTerminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
     if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0) {
@@ -39,6 +51,20 @@ std::string PseudoTerminal::received() const {
     return count > 0 ? std::string(bytes.data(), static_cast<std::size_t>(count)) : std::string();
 }
 
+std::string PseudoTerminal::received(std::size_t count) const {
+    std::string bytes = received();
+    while (bytes.size() < count && isReadable(master_)) {
+        bytes += received();
+    }
+    return bytes;
+}
+
+void PseudoTerminal::waitUntilSent() const {
+    if (!isReadable(other_)) {
+        throw std::runtime_error("the bytes do not arrive");
+    }
+}
+
 void PseudoTerminal::hangUp() {
     if (master_ >= 0) {
         ::close(master_);
@@ -49,6 +75,11 @@ void PseudoTerminal::hangUp() {
 int PseudoTerminal::rate() const {
     termios2 state{};
     return ::ioctl(master_, TCGETS2, &state) == 0 ? static_cast<int>(state.c_ospeed) : -1;
+}
+
+bool PseudoTerminal::isFree() const {
+    const bool locked = ::flock(other_, LOCK_EX | LOCK_NB) == 0;
+    return locked && ::flock(other_, LOCK_UN) == 0;
 }
 
 }  // namespace korvane::platform

@@ -17,13 +17,19 @@ public:
     // The device that the program opens.
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    // The device's end: send puts bytes on the line, received takes what has come so far, hangUp pulls the cable.
+    // The device's end. The system carries the bytes over in its own time, so what is to come is waited for, two
+    // seconds at most and without any event loop.
     void send(std::string_view bytes) const;
-    [[nodiscard]] std::string received() const;
-    void hangUp();
+    void waitUntilSent() const;  // a line that ends with a line feed, to a device that nobody has opened yet
+    [[nodiscard]] std::string received() const;  // so far
+    [[nodiscard]] std::string received(std::size_t count) const;
+    void hangUp();  // pulls the cable
 
     // The rate as the system tells it.
     [[nodiscard]] int rate() const;
+
+    // Whether no program holds the device's lock.
+    [[nodiscard]] bool isFree() const;
 
     // Another handle of the device that the program opens.
     [[nodiscard]] int otherHandle() const { return other_; }

@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <QDateTime>
 
 #include <gmock/gmock.h>
@@ -205,6 +206,17 @@ TEST_F(QtPumpTest, HeldProgramAlarmRunsOnceAfterwards) {
     }
     EXPECT_THAT(notes, IsEmpty());
     pump.wait(2);
+    EXPECT_THAT(notes, ElementsAre("program"));
+}
+
+TEST_F(QtPumpTest, HeldAlarmNeedsNobodyToAskForItAfterwards) {
+    const auto program = note("program");
+    {
+        const QtPump::Hold hold(pump);
+        program->callAt(pump.now());
+        QCoreApplication::processEvents();
+    }
+    QCoreApplication::processEvents();
     EXPECT_THAT(notes, ElementsAre("program"));
 }
 

@@ -1,8 +1,7 @@
-#include "trend/MainTrends.h"
+#include <gmock/gmock.h>
 
 #include "support/VirtualProgram.h"
-
-#include <gmock/gmock.h>
+#include "trend/MainTrends.h"
 
 namespace korvane::trend {
 namespace {
@@ -109,11 +108,12 @@ TEST_F(MainTrendsTest, ALiveFrameFillsTheNewestRowOfAllTenSeries) {
 TEST_F(MainTrendsTest, BothPicturesAreDrawnAtEverySixthFrame) {
     program_.connect();
     for (auto* picture : {&window_.picTrend, &window_.picTrend2}) {
-        EXPECT_EQ(drawsOf(*picture, [&] {
-                      for (int i = 0; i < 60; ++i) {
-                          liveFrame();
-                      }
-                  }),
+        EXPECT_EQ(drawsOf(*picture,
+                          [&] {
+                              for (int i = 0; i < 60; ++i) {
+                                  liveFrame();
+                              }
+                          }),
                   picture == &window_.picTrend ? 9 : 10)
             << "the first of all comes at the seventh frame";
     }

@@ -3,6 +3,11 @@
 // The plot then stands at left 500, right 7200, top 100, bottom 3300: 6700 wide, 3200 high.
 #pragma once
 
+#include <gtest/gtest.h>
+#include <ostream>
+#include <string>
+#include <vector>
+
 #include "platform/Machine.h"
 #include "platform/PictureBox.h"
 #include "platform/Window.h"
@@ -12,11 +17,6 @@
 #include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 #include "trend/cTrendline.h"
-
-#include <gtest/gtest.h>
-#include <ostream>
-#include <string>
-#include <vector>
 
 namespace korvane::platform {
 

@@ -1,8 +1,7 @@
-#include "trend/TrendTable.h"
+#include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
-
-#include <gtest/gtest.h>
+#include "trend/TrendTable.h"
 
 namespace korvane::trend {
 namespace {

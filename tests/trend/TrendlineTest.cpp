@@ -1,6 +1,6 @@
-#include "TrendBench.h"
-
 #include <gmock/gmock.h>
+
+#include "TrendBench.h"
 
 namespace korvane::trend {
 namespace {
@@ -17,7 +17,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-Point at(int x, int y) { return {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y)}; }
+Point at(int x, int y) {
+    return {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y)};
+}
 
 class TrendlineTest : public TrendBench {};
 
@@ -59,9 +61,9 @@ TEST_F(TrendlineTest, TheLabelsOfTheValueGridAreWholeNumbers) {
     ASSERT_EQ(horizontal().size(), 4U);
     EXPECT_EQ(horizontal()[1].points[0].y, 2500);
     EXPECT_THAT(texts(), Contains(Words{at(50, 3215), "0", kWhite}));
-    EXPECT_THAT(texts(), Contains(Words{at(50, 2415), "6", kWhite}));    // 6.25
-    EXPECT_THAT(texts(), Contains(Words{at(50, 1615), "12", kWhite}));   // 12.5
-    EXPECT_THAT(texts(), Contains(Words{at(50, 815), "18", kWhite}));    // 18.75
+    EXPECT_THAT(texts(), Contains(Words{at(50, 2415), "6", kWhite}));   // 6.25
+    EXPECT_THAT(texts(), Contains(Words{at(50, 1615), "12", kWhite}));  // 12.5
+    EXPECT_THAT(texts(), Contains(Words{at(50, 815), "18", kWhite}));   // 18.75
 }
 
 TEST_F(TrendlineTest, TheTimeGridStepsBySixtyRowsFromTheNewest) {
@@ -142,12 +144,12 @@ TEST_F(TrendlineTest, ALineRunsFromTheNewestSampleAtTheRightEdgeLeftwards) {
     draw();
     ASSERT_EQ(series().size(), 1U);
     const auto points = series()[0].points;
-    ASSERT_EQ(points.size(), 298U);                  // rows 2 to 299
-    EXPECT_EQ(points[0], at(7200, 3297));            // 3300 - 3.2
-    EXPECT_EQ(points[1], at(7178, 3294));            // 7177.67, 3293.6
-    EXPECT_EQ(points[2], at(7155, 3290));            // 7155.33, 3290.4
-    EXPECT_EQ(points[3], at(7133, 3287));            // 7133, 3287.2
-    EXPECT_EQ(points[297], at(567, 2346));           // 7200 - 297 * 22.3333, 3300 - 298 * 3.2 = 2346.4
+    ASSERT_EQ(points.size(), 298U);         // rows 2 to 299
+    EXPECT_EQ(points[0], at(7200, 3297));   // 3300 - 3.2
+    EXPECT_EQ(points[1], at(7178, 3294));   // 7177.67, 3293.6
+    EXPECT_EQ(points[2], at(7155, 3290));   // 7155.33, 3290.4
+    EXPECT_EQ(points[3], at(7133, 3287));   // 7133, 3287.2
+    EXPECT_EQ(points[297], at(567, 2346));  // 7200 - 297 * 22.3333, 3300 - 298 * 3.2 = 2346.4
 }
 
 TEST_F(TrendlineTest, DrawPointsDoesNotChangeTheRowsOnShow) {
@@ -248,7 +250,7 @@ TEST_F(TrendlineTest, MoreRowsThanTheTableHasEndTheDrawAtItsLastRow) {
 
 TEST_F(TrendlineTest, TooFewRowsForASegmentDrawNoLine) {
     table_.describe(0, "Map", "");
-    for (const std::int16_t rows : {1, 2, 3}) {
+    for (const std::int16_t rows : std::initializer_list<std::int16_t>{1, 2, 3}) {
         line_.maxX = rows;
         line_.AutoScale = true;
         draw();

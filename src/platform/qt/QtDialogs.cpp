@@ -36,6 +36,18 @@ QString endingOf(const QString& nameFilter) {
     return ending == "*" ? QString() : ending;
 }
 
+// Whether the user accepted the dialog. It goes with its window when that closes meanwhile, and `dialog` is null then.
+// Otherwise the caller ends it at once: the next dialog would take one that is about to go for the active window.
+template <class Dialog>
+bool execute(std::unique_ptr<Dialog>& dialog) {
+    const QPointer<Dialog> alive(dialog.get());
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!alive) {
+        static_cast<void>(dialog.release());
+    }
+    return accepted && alive;
+}
+
 }  // namespace
 
 QStringList nameFilters(std::string_view filter) {
@@ -51,34 +63,23 @@ QStringList nameFilters(std::string_view filter) {
 
 void QtDialogs::show(const MessageBox& box) {
     const QtPump::Hold hold(pump_);
-    // A window that closes meanwhile takes the box with it.
-    const QPointer<QMessageBox> shown(new QMessageBox(iconOf(box.icon), textOf(box.title), {}, QMessageBox::Ok,
-                                                      QApplication::activeWindow()));
+    auto shown = std::make_unique<QMessageBox>(iconOf(box.icon), textOf(box.title), QString(), QMessageBox::Ok,
+                                               QApplication::activeWindow());
     shown->setTextFormat(Qt::PlainText);
     shown->setText(textOf(box.text));
-    shown->exec();
-    if (shown) {
-        shown->deleteLater();
-    }
+    static_cast<void>(execute(shown));
 }
 
 std::string QtDialogs::choose(const FileDialog& dialog) {
     auto shown = std::make_unique<QFileDialog>(QApplication::activeWindow(), textOf(dialog.title), folder_);
-    const QPointer<QFileDialog> alive(shown.get());
     const bool saves = dialog.kind == FileDialog::Kind::Save;
     const QStringList filters = nameFilters(dialog.filter);
     shown->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     shown->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     shown->setNameFilters(filters);
     shown->setDefaultSuffix(saves && !filters.isEmpty() ? endingOf(filters.first()) : QString());
-    const bool chosen = shown->exec() == QDialog::Accepted;
-    if (!alive) {
-        // Its window closed meanwhile and took it along.
-        static_cast<void>(shown.release());
-        return {};
-    }
-    const QStringList files = shown->selectedFiles();
-    if (!chosen || files.isEmpty()) {
+    const QStringList files = execute(shown) ? shown->selectedFiles() : QStringList();
+    if (files.isEmpty()) {
         return {};
     }
     folder_ = QFileInfo(files.first()).absolutePath();

@@ -2,8 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -14,13 +12,6 @@ namespace korvane::platform {
 namespace {
 
 constexpr std::size_t kReadAtOnce = 4096;
-
-// The device itself, not a link to it: the driver's lock goes by name.
-std::string withoutLinks(const std::string& path) {
-    std::error_code error;
-    const auto real = std::filesystem::canonical(path, error);
-    return error ? path : real.string();
-}
 
 OpenFailure whyNotOpened(const std::string& path, QSerialPort::SerialPortError error) {
     if (::access(path.c_str(), F_OK) != 0 && errno != EACCES) {
@@ -75,7 +66,7 @@ RuntimeError QtSerialLine::nothingThere(OpenAttempt attempt) {
 }
 
 void QtSerialLine::openDevice(OpenAttempt attempt) {
-    port_.setPortName(QString::fromStdString(withoutLinks(attempt.path)));
+    port_.setPortName(QString::fromStdString(attempt.path));
     port_.setBaudRate(QSerialPort::Baud9600);
     if (!port_.open(QIODevice::ReadWrite)) {
         attempt.detail = port_.errorString().toStdString();
@@ -136,17 +127,12 @@ void QtSerialLine::receive() {
     }
 }
 
+// Not every error is a loss: a nested event loop may have read what this one was told of, and a full driver refuses
+// bytes for a while.
 void QtSerialLine::lookAfterError() {
-    if (listener_ == nullptr || !port_.isOpen()) {
-        return;
-    }
-    if (isHungUp(port_.handle())) {
+    if (listener_ != nullptr && port_.isOpen() && isHungUp(port_.handle())) {
         closing_->callAt(pump_.now());
-        return;
     }
-    // A read that found nothing counts as an error and stops reading; setting the buffer's size starts it again.
-    port_.clearError();
-    port_.setReadBufferSize(0);
 }
 
 void QtSerialLine::reportLoss() {

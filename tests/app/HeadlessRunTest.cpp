@@ -1,0 +1,153 @@
+// The program as users' scripts run it.
+#include "app/Process.h"
+#include "support/TempFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace korvane::app {
+namespace {
+
+using support::TempFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::vector<std::string> lines(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> all;
+    for (std::string line; std::getline(stream, line);) {
+        all.push_back(line);
+    }
+    return all;
+}
+
+class HeadlessRun : public testing::Test {
+protected:
+    Outcome run(const std::string& script, std::vector<std::string> more = {}) {
+        std::vector<std::string> arguments{"--headless", "--virtual-time", "--folder", folder_.path().string()};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return runProgram("korvane-tuner", arguments, script);
+    }
+
+    TempFolder folder_;
+};
+
+TEST_F(HeadlessRun, TellsTheIdentityAndLiveValuesOfTheVirtualEcu) {
+    const auto outcome = run(
+        "choose frmSarn2.ComboPort 2\n"
+        "click frmSarn2.btnConnect\n"
+        "wait 2000\n"
+        "get frmSarn2.Caption\n"
+        "get frmSarn2.lblState.Caption\n"
+        "get frmSarn2.lblValue(0).Text\n",
+        {"--ecu", "type=11"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_THAT(lines(outcome.output),
+                ElementsAre("ok", "ok", "ok",
+                            "ok \"Korvane Tuner v1.3 by Dulmer  Korvane3 full engine control\"",
+                            "ok \"COM3; 57600 Connected\"",
+                            "error frmSarn2.lblValue(0) has no property Text (a label has Caption)"));
+}
+
+TEST_F(HeadlessRun, GivesTheSameRepliesAndTheSameBytesAtTheSameTimesOnEveryRun) {
+    const std::string script =
+        "click frmSarn2.btnConnect\nwatch frmSarn2.lblValue(6).Caption\nwait 5000\nchanges\nsent times\nnow\n"
+        "ecu lose 0.05\necu flip 0.01\nwait 3000\nchanges\nget frmSarn2.bytesReceived\nget frmSarn2.picTrend.Drawing\n";
+    const auto first = run(script, {"--ecu", "seed=7,drive=pull", "--trace", (folder_.path() / "one").string()});
+    const auto second = run(script, {"--ecu", "seed=7,drive=pull", "--trace", (folder_.path() / "two").string()});
+    EXPECT_EQ(first.status, 0);
+    EXPECT_GT(first.output.size(), 10000U);
+    EXPECT_EQ(first.output, second.output);
+    EXPECT_EQ(folder_.read("one"), folder_.read("two"));
+    // The first poll leaves 10 ms after the connect, and its byte is on the trace.
+    EXPECT_THAT(folder_.read("one"), HasSubstr("10 > 78\n"));
+    const auto other = run(script, {"--ecu", "seed=8,drive=pull"});
+    EXPECT_NE(first.output, other.output);
+}
+
+TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
+    const auto outcome = run(
+        "click frmSarn2.btnConnect\n"
+        "sent\n"
+        "wait 10\n"
+        "sent\n"
+        "receive 7905010D0D3A0B86\n"
+        "receive 7G\n"
+        "get frmSarn2.lblHWVer.Caption\n"
+        "get SWType\n",
+        {"--ecu", "none"});
+    const auto replies = lines(outcome.output);
+    ASSERT_EQ(replies.size(), 8U);
+    EXPECT_EQ(replies[1], "ok \"\"");
+    EXPECT_EQ(replies[3], "ok \"78\"");  // one poll
+    EXPECT_EQ(replies[4], "ok");
+    EXPECT_THAT(replies[5], StartsWith("error "));
+    EXPECT_EQ(replies[6], "ok \"hwVer: 3.386\"");
+    EXPECT_EQ(replies[7], "ok 11");
+}
+
+TEST_F(HeadlessRun, EndsWithTheMainWindowAndKeepsTheChoices) {
+    const auto outcome = run("choose frmSarn2.ComboPort 4\nchoose frmSarn2.ComboBaud 6\nclick frmSarn2.chkUseSound\n"
+                             "click frmSarn2.btnConnect\nclose frmSarn2\nwait 1100\nget frmSarn2.Caption\n",
+                             {"--ecu", "type=11"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(lines(outcome.output), ElementsAre("ok", "ok", "ok", "ok", "ok", "ok"));
+    const auto again = run("get frmSarn2.ComboPort.ListIndex\nget frmSarn2.ComboBaud.Text\nget frmSarn2.chkUseSound.Value\n"
+                           "get useSound\n",
+                           {"--ecu", "type=11"});
+    EXPECT_THAT(lines(again.output), ElementsAre("ok 4", "ok \"230400\"", "ok 1", "ok true"));
+}
+
+TEST_F(HeadlessRun, SaysWhatIsWrongWithAnOptionInOneLine) {
+    for (const std::vector<std::string>& bad :
+         {std::vector<std::string>{"--nonsense"}, {"--ecu", "type=none"}, {"--ecu", "speed"}, {"--now", "yesterday"},
+          {"--folder", "/nonexistent/folder"}, {"--script", "/nonexistent/script"}, {"--trace", "/nonexistent/trace"}}) {
+        auto arguments = bad;
+        arguments.insert(arguments.end(), {"--headless", "--virtual-time"});
+        if (bad.front() != "--ecu") {
+            arguments.insert(arguments.end(), {"--ecu", "type=11"});
+        }
+        if (bad.front() != "--folder") {
+            arguments.insert(arguments.end(), {"--folder", folder_.path().string()});
+        }
+        const auto outcome = runProgram("korvane-tuner", arguments);
+        EXPECT_EQ(outcome.status, 2) << bad.front();
+        EXPECT_EQ(lines(outcome.errors).size(), 1U) << outcome.errors;
+        EXPECT_EQ(outcome.output, "");
+    }
+}
+
+TEST_F(HeadlessRun, SurvivesAnyInput) {
+    std::string garbage("\0\xff\xfe get\nset\nget frmSarn2\nclick \"\nset frmSarn2.Caption {\"a\":[1,2\n", 60);
+    garbage += std::string(3000, '[') + "\nset frmSarn2.Width 99999999999999999999\nnow\n";
+    const auto outcome = run(garbage, {"--ecu", "type=11"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.output, HasSubstr("ok 0\n"));
+}
+
+// The real machine without a display, a real pseudo-terminal, and the virtual ECU in a process of its own.
+TEST(RealRun, TalksToTheVirtualEcuOverAPseudoTerminal) {
+    const TempFolder folder;
+    const auto port = (folder.path() / "ecu").string();
+    const BackgroundProgram ecu("korvane-ecu", {"--pty", port, "--with-parent", "--drive", "idle"});
+    const auto outcome = runProgram("korvane-tuner",
+                                    {"--headless", "--folder", folder.path().string(), "--port", "COM2=" + port,
+                                     "--trace", (folder.path() / "trace").string()},
+                                    "wait 300\nchoose frmSarn2.ComboPort 1\nchoose frmSarn2.ComboBaud 6\n"
+                                    "click frmSarn2.btnConnect\nwait 1800\nget frmSarn2.lblState.Caption\n"
+                                    "get SWType\nget frmSarn2.isConnected\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(lines(outcome.output),
+                ElementsAre("ok", "ok", "ok", "ok", "ok", "ok \"COM2; 230400 Connected\"", "ok 11", "ok true"));
+    EXPECT_THAT(folder.read("trace"), HasSubstr(" < 52\n"));
+}
+
+}  // namespace
+}  // namespace korvane::app

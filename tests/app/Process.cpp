@@ -1,0 +1,74 @@
+#include "app/Process.h"
+
+#include "support/TempFolder.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace korvane::app {
+
+namespace {
+
+std::string pathOf(const std::string& name) {
+    const char* const folder = std::getenv("KORVANE_BIN");
+    return std::string(folder != nullptr ? folder : "bin") + "/" + name;
+}
+
+void redirect(const std::string& file, int flags, int descriptor) {
+    const int opened = open(file.c_str(), flags, 0600);
+    dup2(opened, descriptor);
+    close(opened);
+}
+
+[[noreturn]] void become(const std::string& name, const std::vector<std::string>& arguments) {
+    const auto path = pathOf(name);
+    std::vector<std::string> texts{path};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<char*> words;
+    for (auto& text : texts) {
+        words.push_back(text.data());
+    }
+    words.push_back(nullptr);
+    execv(path.c_str(), words.data());
+    _exit(127);
+}
+
+}  // namespace
+
+Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments, const std::string& input) {
+    const support::TempFolder folder;
+    folder.write("input", input);
+    const pid_t child = fork();
+    if (child == 0) {
+        redirect((folder.path() / "input").string(), O_RDONLY, STDIN_FILENO);
+        redirect((folder.path() / "output").string(), O_WRONLY | O_CREAT, STDOUT_FILENO);
+        redirect((folder.path() / "errors").string(), O_WRONLY | O_CREAT, STDERR_FILENO);
+        become(name, arguments);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder.read("output"), folder.read("errors")};
+}
+
+BackgroundProgram::BackgroundProgram(const std::string& name, const std::vector<std::string>& arguments)
+    : process_(fork()) {
+    if (process_ == 0) {
+        redirect("/dev/null", O_RDWR, STDIN_FILENO);
+        redirect("/dev/null", O_RDWR, STDOUT_FILENO);
+        become(name, arguments);
+    }
+}
+
+BackgroundProgram::~BackgroundProgram() { end(); }
+
+void BackgroundProgram::end() {
+    if (process_ > 0) {
+        kill(process_, SIGTERM);
+        waitpid(process_, nullptr, 0);
+        process_ = -1;
+    }
+}
+
+}  // namespace korvane::app

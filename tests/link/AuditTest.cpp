@@ -1,0 +1,166 @@
+#include <gmock/gmock.h>
+#include <string>
+
+#include "core/ModuleReg.h"
+#include "link/W32Comms.h"
+#include "support/VirtualProgram.h"
+
+namespace korvane::link {
+namespace {
+
+using platform::RuntimeError;
+using support::Bytes;
+using support::VirtualMachine;
+using support::VirtualProgram;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// A line that opens and tells its rate only as long as a test lets it.
+class MoodyLine : public platform::MemoryLine {
+public:
+    explicit MoodyLine(platform::EventPump& pump) : MemoryLine(pump, nullptr) {}
+    void open(int port, int baud, platform::LineListener& listener) override {
+        if (!opens) {
+            throw RuntimeError(8002, "no such device");
+        }
+        MemoryLine::open(port, baud, listener);
+    }
+    [[nodiscard]] int baud() const override { return tellsRate ? MemoryLine::baud() : 0; }
+    [[nodiscard]] bool setBaud(int baud) override {
+        ++settings;
+        return MemoryLine::setBaud(baud);
+    }
+
+    bool opens = true;
+    bool tellsRate = true;
+    int settings = 0;
+};
+
+// A program that has not started yet.
+struct Unstarted : VirtualMachine {
+    MoodyLine moody{pump};
+    platform::Machine own{pump, moody, dialogs, preferences, log, windows, folder.path(), '.', {}};
+    app::Program program{own};
+    live::FrmSarn2& window = program.frmSarn2();
+};
+
+std::vector<std::string> textsOf(platform::QueuedDialogs& dialogs) {
+    std::vector<std::string> texts;
+    for (const auto& message : dialogs.takeMessages()) {
+        texts.push_back(message.text);
+    }
+    return texts;
+}
+
+TEST(ConnectWithoutAChoice, NoSpeedIsToldAndNothingIsOpened) {
+    VirtualProgram program;
+    program.window.ComboBaud.ListIndex = -1;
+    program.connect();
+    EXPECT_THAT(textsOf(program.dialogs), ElementsAre("  Error 9 Subscript out of range"));
+    EXPECT_FALSE(program.window.MSComm1.PortOpen());
+    EXPECT_EQ(program.window.MSComm1.OutBufferSize.get(), 16);
+    EXPECT_FALSE(program.window.isConnected);
+}
+
+TEST(ConnectWithoutAChoice, NoPortIsToldAndNothingIsOpened) {
+    VirtualProgram program;
+    program.window.ComboPort.ListIndex = -1;
+    program.connect();
+    EXPECT_THAT(textsOf(program.dialogs), ElementsAre(HasSubstr("8002")));
+    EXPECT_FALSE(program.window.MSComm1.PortOpen());
+    EXPECT_FALSE(program.window.TimerRequestData.Enabled);
+}
+
+TEST(SetCustomBaudTest, ReadsTheStateOfThePortBeforeItForcesTheRate) {
+    Unstarted machine;
+    auto& port = machine.window.MSComm1;
+    port.Settings = "57600,N,8,1";
+    port.setPortOpen(true);
+    machine.moody.tellsRate = false;
+    machine.moody.settings = 0;
+    try {
+        SetCustomBaud(port, 230400);
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), 8021);
+        EXPECT_STREQ(error.what(), "Could not read current state of the port");
+    }
+    EXPECT_EQ(machine.moody.settings, 0);
+}
+
+TEST(Quit, EndsTheProgramThoughAPortClosedPastTheButtonCannotBeOpenedAgain) {
+    Unstarted machine;
+    machine.program.start();
+    machine.window.btnConnect.press();
+    machine.window.MSComm1.setPortOpen(false);
+    machine.moody.opens = false;
+    machine.program.quit();
+    EXPECT_TRUE(machine.program.ended());
+    EXPECT_FALSE(machine.window.isLoaded());
+}
+
+TEST(ProgramStart, FillsTheTablesFromPreferencesAndFiles) {
+    Unstarted machine;
+    machine.preferences.write(core::kSettingsKey, "InjOff_type", "1");
+    machine.preferences.write(core::kSettingsKey, "Inj8ms_mode", "1");
+    machine.folder.write("Settings.ini", "[OldInjector]\n380\n[NewInjector]\n630\n");
+    machine.program.tables().HwVersion = 0;
+    machine.program.start();
+    const auto& tables = machine.program.tables();
+    EXPECT_EQ(tables.InjOff_type, 1);
+    EXPECT_EQ(tables.Inj8ms_mode, 1);
+    EXPECT_EQ(tables.OldInjectorSize, 380.0F);
+    EXPECT_EQ(tables.NewInjectorSize, 630.0F);
+    EXPECT_EQ(tables.HwVersion, 3.1F);
+    EXPECT_DOUBLE_EQ(tables.TickD, 1.0 / 72.0);
+    EXPECT_EQ(tables.Features, -1);
+    EXPECT_EQ(tables.SWType, 0);
+    EXPECT_EQ(tables.SWTypeNames.at(30), "Mirel Ignition");
+    EXPECT_EQ(tables.addresses.CYL_COUNT_OFF, 1960);
+}
+
+TEST(ProgramStart, MissesTheChannelNamesWithOneMessageAndGoesOn) {
+    Unstarted machine;
+    machine.program.start();
+    EXPECT_THAT(textsOf(machine.dialogs),
+                ElementsAre("Settings_par.ini file not found.\r\n\r\nUsing default parameter settings"));
+    EXPECT_EQ(machine.program.tables().liveValues.at(30).name, "name_30");
+    EXPECT_EQ(machine.window.SarnMeterRpm.MeterType(), 1);
+    EXPECT_EQ(machine.window.SarnMeterboost.MeterType(), 0);
+    EXPECT_THAT(machine.log.lines, IsEmpty());
+}
+
+TEST(ProgramStart, ShowsTheWindowAndOffersOnlyWhatThereIs) {
+    VirtualProgram program;
+    EXPECT_EQ(program.window.Caption.get(), "Korvane Tuner v1.3 by Dulmer");
+    EXPECT_TRUE(program.window.Visible);
+    EXPECT_THAT(program.windows.loaded(), ElementsAre(&program.window));
+    for (const auto* button : {&program.window.btnKartat, &program.window.btnAsetukset, &program.window.btnBackup,
+                               &program.window.btnUploadEEPROM, &program.window.btnDatalogTrend,
+                               &program.window.btnTuningHelp, &program.window.Command1, &program.window.Command5,
+                               &program.window.Command6, &program.window.Command7, &program.window.Command8}) {
+        EXPECT_FALSE(button->Enabled) << button->name();
+    }
+    for (const auto* button :
+         {&program.window.btnConnect, &program.window.Command2, &program.window.Command3, &program.window.Command4}) {
+        EXPECT_TRUE(button->Enabled) << button->name();
+    }
+}
+
+class RememberedSound : public testing::TestWithParam<std::pair<const char*, bool>> {};
+
+TEST_P(RememberedSound, SetsTheBoxAndTheProgramsOwnMind) {
+    Unstarted machine;
+    machine.preferences.write(core::kSettingsKey, "UseSound", GetParam().first);
+    machine.program.start();
+    EXPECT_EQ(machine.window.chkUseSound.Value.get(), GetParam().second ? 1 : 0);
+    EXPECT_EQ(machine.program.tables().useSound, GetParam().second);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, RememberedSound,
+                         testing::Values(std::pair("1", true), std::pair("True", true), std::pair("-1", true),
+                                         std::pair("0", false), std::pair("False", false), std::pair("", false)));
+
+}  // namespace
+}  // namespace korvane::link

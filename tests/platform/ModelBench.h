@@ -1,0 +1,84 @@
+// A machine in memory and a window on it that notes its own events, for tests of controls.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "platform/Window.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/MemoryLog.h"
+#include "platform/virtual/MemoryPreferences.h"
+#include "platform/virtual/QueuedDialogs.h"
+#include "platform/virtual/VirtualPump.h"
+
+namespace korvane::platform {
+
+class NotingWindow : public Window {
+public:
+    using Window::Window;
+
+    void Form_KeyDown(int keyCode, int shift) override {
+        events.push_back("form " + std::to_string(keyCode) + " " + std::to_string(shift));
+    }
+
+    std::vector<std::string> events;
+    bool refusesToGo = false;
+    bool failsToLoad = false;
+
+protected:
+    void Form_Load() override {
+        events.emplace_back("load");
+        if (failsToLoad) {
+            throw RuntimeError(kErrorOverflow, "Overflow");
+        }
+    }
+    bool Form_Unload() override {
+        events.emplace_back("unload");
+        return !refusesToGo;
+    }
+    void Form_Resize() override { events.push_back("resize " + std::to_string(Width) + " " + std::to_string(Height)); }
+};
+
+// Notes which properties changed, by address, and in which order.
+class NotingObserver : public Observer {
+public:
+    explicit NotingObserver(Object& object) : object_(object) { object_.addObserver(*this); }
+    NotingObserver(const NotingObserver&) = delete;
+    NotingObserver& operator=(const NotingObserver&) = delete;
+    ~NotingObserver() override { object_.removeObserver(*this); }
+
+    void propertyChanged(Object&, const void* property) override { changes.push_back(property); }
+
+    std::vector<const void*> changes;
+
+private:
+    Object& object_;
+};
+
+// The number of the RuntimeError that `call` raises; 0 for none.
+template <class Call>
+int errorOf(Call call) {
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+class ModelBench : public testing::Test {
+protected:
+    VirtualPump pump_;
+    MemoryLine line_{pump_, nullptr};
+    QueuedDialogs dialogs_;
+    MemoryPreferences preferences_;
+    MemoryLog log_;
+    WindowList windows_;
+    Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
+    NotingWindow window_{machine_, "frmTest"};
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,123 @@
+// A small window with one control of each kind, its view, and the machine below.
+#pragma once
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <vector>
+
+#include "platform/Controls.h"
+#include "platform/PictureBox.h"
+#include "support/VirtualProgram.h"
+#include "views/Child.h"
+#include "views/DropDown.h"
+#include "views/Events.h"
+#include "views/Lamp.h"
+#include "views/PictureView.h"
+#include "views/Readout.h"
+#include "views/ViewHost.h"
+
+namespace korvane::views {
+
+class Form : public platform::Window {
+public:
+    explicit Form(platform::Machine& machine) : Window(machine, "frmTest") {
+        for (const char* row : {"one", "two", "three"}) {
+            cboList.AddItem(row);
+        }
+        btnInside.setContainer(&fraGroup);
+    }
+
+    void Form_KeyDown(int keyCode, int) override { formKeys.push_back(keyCode); }
+
+    platform::Label lblFixed{*this, "lblFixed"};
+    platform::Label lblLive{*this, "lblLive"};
+    platform::CommandButton btnPress{*this, "btnPress"};
+    platform::CheckBox chkTick{*this, "chkTick"};
+    platform::ComboBox cboList{*this, "cboList"};
+    platform::TextBox txtCell{*this, "txtCell", 17};
+    platform::Frame fraGroup{*this, "fraGroup"};
+    platform::CommandButton btnInside{*this, "btnInside"};
+    platform::Image imgLamp{*this, "imgLamp"};
+    platform::PictureBox picPlot{*this, "picPlot"};
+
+    std::vector<int> formKeys;
+    bool stays = false;
+    int resizes = 0;
+
+protected:
+    bool Form_Unload() override { return !stays; }
+    void Form_Resize() override { ++resizes; }
+};
+
+class FormView : public WindowView {
+public:
+    FormView(Form& form, FrameClock& clock) : WindowView(form, clock) {
+        QWidget* const self = this;
+        auto& rows = child<QVBoxLayout>(self);
+        const auto put = [&rows](auto& widget) -> auto& {
+            rows.addWidget(&widget);
+            return widget;
+        };
+        auto& lamp = put(child<Lamp>(self));
+        binder().bind(form.lblFixed, put(child<QLabel>(self)));
+        binder().bind(form.lblLive, put(child<Readout>(self)), &lamp);
+        binder().bind(form.btnPress, put(child<QPushButton>(self)), 'p');
+        binder().bind(form.chkTick, put(child<QCheckBox>(self)), 't');
+        binder().bind(form.cboList, put(child<DropDown>(self)));
+        binder().bind(form.txtCell, put(child<QLineEdit>(self)));
+        auto& group = put(child<QGroupBox>(self));
+        binder().bind(form.fraGroup, group);
+        binder().bind(form.btnInside, child<QPushButton>(static_cast<QWidget*>(&group)));
+        binder().bind(form.imgLamp, lamp);
+        binder().bind(form.picPlot, put(child<PictureView>(self)));
+    }
+};
+
+struct FormBench : support::VirtualMachine {
+    FormBench() {
+        host.add<FormView, Form>("frmTest");
+        form.Width = 400 * 15;
+        form.Height = 600 * 15;
+    }
+
+    // On the screen and active, all painted.
+    void show() {
+        form.show();
+        view().activateWindow();
+        settle();
+    }
+
+    [[nodiscard]] WindowView& view() const { return *host.viewOf(form); }
+    template <class Widget = QWidget>
+    [[nodiscard]] Widget& find(const char* name) const {
+        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
+        if (widget == nullptr) {
+            throw std::runtime_error(std::string("no widget ") + name);
+        }
+        return *widget;
+    }
+
+    // The next frame of the clock, and what the toolkit has put off.
+    void frame() {
+        host.clock().tick();
+        settle();
+    }
+    static void settle() {
+        for (int turn = 0; turn < 3; ++turn) {
+            QApplication::sendPostedEvents();
+            QApplication::processEvents();
+        }
+    }
+
+    Form form{machine};
+    ViewHost host{windows};
+};
+
+}  // namespace korvane::views

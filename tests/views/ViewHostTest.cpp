@@ -1,0 +1,81 @@
+#include <QImage>
+
+#include "views/FormBench.h"
+
+namespace korvane::views {
+namespace {
+
+struct ViewHostTest : testing::Test, FormBench {};
+
+TEST_F(ViewHostTest, AWindowLoadedHiddenHasAViewThatIsNotSeen) {
+    form.load();
+    ASSERT_NE(host.viewOf(form), nullptr);
+    EXPECT_FALSE(view().isVisible());
+}
+
+TEST_F(ViewHostTest, AWindowLoadedBeforeItsViewWasKnownGetsItThen) {
+    platform::WindowList list;
+    platform::Machine other{pump, line, dialogs, preferences, log, list, folder.path(), '.', {}};
+    Form early(other);
+    early.show();
+    ViewHost late(list);
+    EXPECT_EQ(late.viewOf(early), nullptr);
+    late.add<FormView, Form>("frmTest");
+    ASSERT_NE(late.viewOf(early), nullptr);
+    EXPECT_TRUE(late.viewOf(early)->isVisible());
+}
+
+TEST_F(ViewHostTest, AWindowThatNoFactoryKnowsHasNoView) {
+    platform::Window plain(machine, "frmPlain");
+    plain.show();
+    EXPECT_EQ(host.viewOf(plain), nullptr);
+    EXPECT_EQ(host.screenshot("frmPlain", folder / "plain.png"), "frmPlain has no picture");
+}
+
+TEST_F(ViewHostTest, AWindowThatDiesLoadedTakesItsViewAlong) {
+    auto dying = std::make_unique<Form>(machine);
+    dying->show();
+    settle();
+    const auto* const address = dying.get();
+    dying.reset();
+    EXPECT_EQ(host.viewOf(*address), nullptr);
+    settle();
+}
+
+TEST_F(ViewHostTest, APictureShowsWhatHasChangedSinceTheLastFrame) {
+    show();
+    form.imgLamp.Shown = platform::Picture::Green;
+    ASSERT_EQ(host.screenshot("frmTest", folder / "form.png"), "");
+    const QImage picture(QString::fromStdString((folder / "form.png").string()));
+    ASSERT_EQ(picture.size(), QSize(400, 600));
+    const auto& lamp = find("imgLamp");
+    const QColor middle = picture.pixelColor(lamp.mapTo(&view(), lamp.rect().center()));
+    EXPECT_GT(middle.green(), middle.red() + 80);
+}
+
+TEST_F(ViewHostTest, AHiddenWindowHasAPictureToo) {
+    form.load();
+    EXPECT_EQ(host.screenshot(form, folder / "hidden.png"), "");
+    EXPECT_EQ(QImage(QString::fromStdString((folder / "hidden.png").string())).size(), QSize(400, 600));
+}
+
+TEST_F(ViewHostTest, TheSecondWindowOfANameHasItsNumber) {
+    Form second(machine);
+    second.Width = 200 * 15;
+    second.Height = 300 * 15;
+    show();
+    second.show();
+    ASSERT_EQ(host.screenshot("frmTest#2", folder / "second.png"), "");
+    const QSize size = QImage(QString::fromStdString((folder / "second.png").string())).size();
+    EXPECT_EQ(size, host.viewOf(second)->size());
+    EXPECT_EQ(host.screenshot("frmTest#3", folder / "third.png"), "no window frmTest#3 is loaded");
+}
+
+TEST_F(ViewHostTest, AFileThatCannotBeWrittenIsNamed) {
+    show();
+    const auto file = folder / "no/such/folder.png";
+    EXPECT_EQ(host.screenshot(form, file), file.string() + " can't be written");
+}
+
+}  // namespace
+}  // namespace korvane::views
