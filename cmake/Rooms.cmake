@@ -68,6 +68,8 @@ function(korvane_test name)
     target_link_libraries(test_${name} PRIVATE Qt6::${module})
   endforeach()
   korvane_flags(test_${name})
+  # Tests are compiled often and run for milliseconds.
+  target_compile_options(test_${name} PRIVATE -O0)
   gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120)
 endfunction()

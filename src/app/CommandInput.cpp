@@ -3,6 +3,7 @@
 #include <QTimer>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <string>
 #include <string_view>
@@ -38,7 +39,7 @@ void CommandInput::readStandardInput() {
     const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
     if (count > 0) {
         session_.commands().feed(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
-    } else {
+    } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
         standardInput_->setEnabled(false);
         session_.commands().endOfInput();
     }

@@ -96,6 +96,14 @@ void setScript(Options& options, const std::string& value) {
     options.script = value;
 }
 
+void setPreferences(Options& options, const std::string& value) {
+    std::error_code error;
+    if (value.empty() || std::filesystem::is_directory(value, error)) {
+        throw BadOption("--preferences needs a file and not " + inQuotes(value));
+    }
+    options.preferences = value;
+}
+
 void setEcu(Options& options, const std::string& value) {
     if (value.empty()) {
         throw BadOption("--ecu needs none or KEY=VALUE,...");
@@ -124,7 +132,7 @@ constexpr std::array<Setting, 9> kSettings{{
     {"--port", &setPort, true},
     {"--connect", [](Options& options, const std::string& value) { options.connect = portNumber(value); }},
     {"--folder", &setFolder},
-    {"--preferences", [](Options& options, const std::string& value) { options.preferences = value; }},
+    {"--preferences", &setPreferences},
     {"--decimal", &setDecimal},
     {"--trace", [](Options& options, const std::string& value) { options.trace = value; }},
 }};

@@ -6,6 +6,7 @@
 #include "core/Numbers.h"
 #include "live/Lamps.h"
 #include "platform/EventPump.h"
+#include "platform/Texts.h"
 
 namespace korvane::app {
 
@@ -64,7 +65,7 @@ void Program::mainWindowLoad() {
     frmSarn2_.Height = kMainHeight;
     disableWhatComesLater();
     const auto sound = core::RegReadString(machine_.preferences, core::kSettingsKey, "UseSound");
-    frmSarn2_.chkUseSound.Value = sound && (core::val(*sound) != 0 || *sound == "True") ? 1 : 0;
+    frmSarn2_.chkUseSound.Value = sound && (core::val(*sound) != 0 || platform::sameText(*sound, "True")) ? 1 : 0;
     core::loadChannelNames(tables_, machine_.folder, machine_.dialogs);
     core::loadInjectorSizes(tables_, machine_.folder);
     nameChannels();

@@ -26,7 +26,7 @@ std::filesystem::path userFolder(const char* variable, const char* underHome) {
 }  // namespace
 
 std::filesystem::path defaultFolder() {
-    const auto folder = userFolder("XDG_DATA_HOME", ".local/share");
+    auto folder = userFolder("XDG_DATA_HOME", ".local/share");
     std::error_code failed;
     if (std::filesystem::create_directories(folder, failed)) {
         std::ofstream(folder / "Settings_par.ini", std::ios::binary) << kDefaultChannels;

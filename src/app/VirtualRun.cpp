@@ -1,12 +1,13 @@
 #include "app/VirtualRun.h"
 
-#include "app/Session.h"
-#include "platform/virtual/VirtualPump.h"
-
 #include <array>
-#include <iostream>
+#include <cerrno>
+#include <poll.h>
 #include <string_view>
 #include <unistd.h>
+
+#include "app/Session.h"
+#include "platform/virtual/VirtualPump.h"
 
 namespace korvane::app {
 
@@ -16,6 +17,11 @@ void feedStandardInput(Session& session) {
     std::array<char, 65536> buffer;
     while (!session.program().ended()) {
         const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
+            pollfd input{STDIN_FILENO, POLLIN, 0};
+            ::poll(&input, 1, -1);
+            continue;
+        }
         if (count <= 0) {
             return;
         }

@@ -28,7 +28,7 @@ bool hasDisplay() {
     return false;
 }
 
-int run(const korvane::app::Options& options, int& argc, char** argv) {
+int start(const korvane::app::Options& options, int& argc, char** argv) {
     if (options.virtualTime) {
         return korvane::app::runVirtual(options);
     }
@@ -41,9 +41,7 @@ int run(const korvane::app::Options& options, int& argc, char** argv) {
     return korvane::app::runWithDisplay(options, argc, argv);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int& argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto parsed = korvane::app::parseOptions(arguments);
     if (const auto* const error = std::get_if<korvane::app::OptionsError>(&parsed)) {
@@ -58,8 +56,14 @@ int main(int argc, char** argv) {
         std::cout << "Korvane Tuner 1.3\n";
         return 0;
     }
+    return start(options, argc, argv);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
     try {
-        return run(options, argc, argv);
+        return run(argc, argv);
     } catch (const std::exception& error) {
         return complain(error.what());
     }

@@ -13,7 +13,7 @@ using platform::Control;
 
 constexpr int kHighestKey = 255;
 constexpr int kHighestShift = 7;
-constexpr int kLargestWindow = 1'000'000;  // twips
+constexpr int kLargestWindow = 120'000;  // twips, more than any display has: a larger picture exhausts the memory
 constexpr int kHighestChoice = 1'000'000;
 
 void requireNumber(const std::string& sentence, int number, int first, int count) {

@@ -73,6 +73,14 @@ double realNumber(const Json& value) {
     throw ConsoleError("the value must be a number");
 }
 
+float singleNumber(const Json& value) {
+    const double real = realNumber(value);
+    if (std::abs(real) > std::numeric_limits<float>::max()) {
+        throw ConsoleError("the value must be a number of single precision");
+    }
+    return static_cast<float>(real);
+}
+
 bool truth(const Json& value) {
     if (const auto* flag = value.asBool()) {
         return *flag;

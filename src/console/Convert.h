@@ -18,6 +18,7 @@ namespace korvane::console {
 // Each raises ConsoleError "the value must be ..." for a value of another kind.
 [[nodiscard]] std::int64_t wholeNumber(const Json& value, std::int64_t least, std::int64_t most);
 [[nodiscard]] double realNumber(const Json& value);
+[[nodiscard]] float singleNumber(const Json& value);
 [[nodiscard]] bool truth(const Json& value);
 [[nodiscard]] std::string text(const Json& value);
 

@@ -13,7 +13,7 @@ constexpr int kLongestPayload = 255;
 Json payloadByte(const link::ReceiveMachine& receiver, int index) {
     const auto payload = receiver.payload();
     if (index >= static_cast<int>(payload.size())) {
-        throw ConsoleError("the payload ends at index " + std::to_string(payload.size() - 1));
+        throw ConsoleError("the payload has " + std::to_string(payload.size()) + " bytes");
     }
     return payload[static_cast<std::size_t>(index)];
 }

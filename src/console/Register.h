@@ -21,8 +21,10 @@ template <class T>
         return text(value);
     } else if constexpr (std::is_integral_v<T>) {
         return wholeOf<T>(value);
+    } else if constexpr (std::is_same_v<T, float>) {
+        return singleNumber(value);
     } else {
-        return static_cast<T>(realNumber(value));
+        return realNumber(value);
     }
 }
 

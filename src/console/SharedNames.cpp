@@ -41,8 +41,8 @@ Json parameterJson(const core::ParameterValue& value) {
 void assignParameter(core::EEParam& row, const Json& value) {
     if (value.isNull()) {
         row.value = std::monostate();
-    } else if (const auto* real = value.asDouble()) {
-        row.value = static_cast<float>(*real);
+    } else if (value.asDouble() != nullptr) {
+        row.value = singleNumber(value);
     } else if (row.is16bit) {
         row.value = wholeOf<std::int32_t>(value);
     } else {

@@ -28,7 +28,7 @@ bool ReceiveMachine::isCommand(std::uint8_t byte) { return kIsCommand[byte]; }
 
 std::size_t ReceiveMachine::consume(std::span<const std::uint8_t> bytes) {
     std::size_t taken = 0;
-    ready_ = ready_ && bytes.empty();
+    ready_ = false;
     while (taken < bytes.size() && !ready_) {
         if (position_ == 0) {
             taken += hunt(bytes.subspan(taken));
@@ -54,7 +54,6 @@ std::span<const std::uint8_t> ReceiveMachine::payload() const { return std::span
 std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
     const auto* const found = std::find_if(bytes.data(), bytes.data() + bytes.size(),
                                            [](std::uint8_t byte) { return kIsCommand[byte]; });
-    ready_ = false;
     if (found == bytes.data() + bytes.size()) {
         command_ = 0;
         return bytes.size();

@@ -1,13 +1,16 @@
 #include "live/LiveUpdate.h"
 
+#include <algorithm>
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <string_view>
+
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
-
-#include <algorithm>
-#include <exception>
-#include <limits>
+#include "platform/RuntimeError.h"
 
 namespace korvane::live {
 
@@ -33,6 +36,18 @@ void skippingErrors(Step step) {
         step();
     } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): skipping is the rule
     }
+}
+
+// What the text says, in the range of a float.
+double numberIn(std::string_view text) {
+    if (text.empty() || text.find_first_not_of("0123456789+-.E") != std::string_view::npos) {
+        throw platform::RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");
+    }
+    const double number = core::val(text);
+    if (std::abs(number) > std::numeric_limits<float>::max()) {
+        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+    }
+    return number;
 }
 
 double wordAt(std::span<const std::uint8_t> payload, std::size_t index) {
@@ -85,8 +100,7 @@ void LiveUpdate::decodeFixedPart(std::span<const std::uint8_t> payload) {
     // A pressure sensor of 2.5 bar at a supply of 5 V: kPa, then bar.
     auto& pressure = tables_.liveValues[4];
     pressure.raw = checked(payload, 5);
-    pressure.value =
-        (roundHalfEven((pressure.raw * 5 / 255 + 0.2) / 0.02) / 100 + pressure.offset) * pressure.gain;
+    pressure.value = (roundHalfEven((pressure.raw * 5 / 255 + 0.2) / 0.02) / 100 + pressure.offset) * pressure.gain;
 
     // A wideband output of 0 to 5 V stands for 10 to 20.
     auto& lambda = tables_.liveValues[6];
@@ -217,12 +231,12 @@ void LiveUpdate::countPacket(int second) {
     packetCount_ = 0;
 }
 
-// Reads the numbers back from the labels. Overrun carries no useful lambda.
+// Reads the numbers back from the labels; "1.#INF" is none, and ends the step. Overrun carries no useful lambda.
 void LiveUpdate::feedAnalyser() {
     if (analyser_ == nullptr) {
         return;
     }
-    const auto number = [&](int label) { return core::val(window_.lblValue(label).Caption.get()); };
+    const auto number = [&](int label) { return numberIn(window_.lblValue(label).Caption.get()); };
     if (number(0) > kOverrunRpm && number(5) < kOverrunThrottle) {
         return;
     }

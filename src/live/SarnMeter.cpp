@@ -1,10 +1,10 @@
 #include "live/SarnMeter.h"
 
-#include "core/Numbers.h"
-#include "platform/Machine.h"
-
 #include <array>
 #include <cmath>
+
+#include "core/Numbers.h"
+#include "platform/Machine.h"
 
 namespace korvane::live {
 
@@ -25,8 +25,12 @@ constexpr int kErrorDivisionByZero = 11;
 constexpr double kLengthWhenAbsent = 0.7;
 constexpr double kLengthNotWritten = 0.8;
 
-const SarnMeter& meter(const Object& object) { return dynamic_cast<const SarnMeter&>(object); }
-SarnMeter& meter(Object& object) { return dynamic_cast<SarnMeter&>(object); }
+const SarnMeter& meter(const Object& object) {
+    return dynamic_cast<const SarnMeter&>(object);
+}
+SarnMeter& meter(Object& object) {
+    return dynamic_cast<SarnMeter&>(object);
+}
 
 constexpr std::array kProperties{
     PropertyInfo{"value", [](const Object& object) -> Value { return meter(object).value(); },
@@ -76,10 +80,11 @@ void SarnMeter::setMeterType(int type) {
     redraw();
 }
 
-void SarnMeter::resize(int width) {
-    Width = width;
-    Height = width;
-    redraw();
+void SarnMeter::afterChange(const void* property) {
+    if (property == &Width || property == &Height) {
+        Height = Width;
+        redraw();
+    }
 }
 
 PropertyBag SarnMeter::writeProperties() const {

@@ -1,12 +1,12 @@
 // A round dial with a needle, a peak marker and a number.
 #pragma once
 
-#include "platform/Control.h"
-#include "platform/EventPump.h"
-
 #include <map>
 #include <memory>
 #include <string>
+
+#include "platform/Control.h"
+#include "platform/EventPump.h"
 
 namespace korvane::live {
 
@@ -52,8 +52,8 @@ public:
     [[nodiscard]] const DialLine& needle() const { return needle_; }
     [[nodiscard]] const DialLine& peakLine() const { return peakLine_; }
 
-    // Keeps the control square (height = width) and redraws. Twips.
-    void resize(int width);
+    // The control stays square: its height follows its width, whichever of the two is assigned. A new size redraws.
+    void resize(int width) { Width = width; }
 
     // What a form stores of it, and how it comes back: ViisariLength is left out at 0.8 and reads as 0.7 when absent.
     [[nodiscard]] PropertyBag writeProperties() const;
@@ -64,6 +64,9 @@ public:
     [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
     // Told to observers when needle, marker or number change.
     [[nodiscard]] const void* faceProperty() const { return &value_; }
+
+protected:
+    void afterChange(const void* property) override;
 
 private:
     [[nodiscard]] DialLine lineAt(double degrees) const;

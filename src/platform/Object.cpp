@@ -26,6 +26,7 @@ void Object::addObserver(Observer& observer) { observers_.push_back(&observer); 
 void Object::removeObserver(Observer& observer) { std::erase(observers_, &observer); }
 
 void Object::changed(const void* property) {
+    // By index: an observer may come or go while they are told.  NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < observers_.size(); ++i) {
         observers_[i]->propertyChanged(*this, property);
     }

@@ -18,6 +18,7 @@ public:
     Property(const Property&) = delete;
     ~Property() = default;
 
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): an equal value changes nothing
     Property& operator=(const Property& other) { return *this = other.value_; }
 
     Property& operator=(const T& value) {

@@ -19,11 +19,9 @@ namespace detail {
 
 template <class T>
 Value toValue(const T& value) {
-    if constexpr (std::is_same_v<T, bool>) {
-        return value;
-    } else if constexpr (std::is_same_v<T, Picture>) {
+    if constexpr (std::is_same_v<T, Picture>) {
         return std::string(nameOf(value));
-    } else if constexpr (std::is_integral_v<T>) {
+    } else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
         return static_cast<std::int64_t>(value);
     } else {
         return value;

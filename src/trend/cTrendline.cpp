@@ -1,13 +1,13 @@
 #include "trend/cTrendline.h"
 
-#include "core/Numbers.h"
-#include "platform/RuntimeError.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <span>
 #include <string_view>
+
+#include "core/Numbers.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::trend {
 
@@ -35,7 +35,9 @@ constexpr std::array<Color, kLines> kColors{platform::kWhite, platform::kYellow,
 constexpr std::array<Color, kLines> kLimitColors{platform::kWhite, platform::kRed, platform::kMagenta, platform::kRed,
                                                  platform::kMagenta};
 
-Point pointAt(double x, double y) { return {core::toInt16(x), core::toInt16(y)}; }
+Point pointAt(double x, double y) {
+    return {core::toInt16(x), core::toInt16(y)};
+}
 
 // Adding this leaves a double's whole part, rounded half to even, in its low bits: a rounding that vectorises.
 constexpr double kRounder = 6755399441055744.0;
@@ -115,9 +117,9 @@ void cTrendline::scaleTo(const TrendTable& table) {
 cTrendline::Geometry cTrendline::geometry() const {
     Geometry plot{};
     plot.left = kLeft;
-    plot.right = core::toInt16(PicBox->Width * 4 / 5.0);
+    plot.right = core::toInt16(PicBox->Width * 0.8);
     plot.top = kTop;
-    plot.bottom = core::toInt16(PicBox->Height - kBottomMargin);
+    plot.bottom = core::toInt16(static_cast<double>(PicBox->Height) - kBottomMargin);
     plot.zeroLift = minY < 0 ? core::toInt16(plot.height() / 10.0) : 0;
     return plot;
 }

@@ -69,7 +69,7 @@ bool Binding::isCommon(const void* property) const {
 void Binding::showCommon() {
     widget_.setEnabled(control_.Enabled);
     widget_.setVisible(control_.Visible && control_.Left >= kOutOfView);
-    widget_.setToolTip(QString::fromStdString(control_.ToolTipText));
+    widget_.setToolTip(toolTip());
     showColors();
 }
 

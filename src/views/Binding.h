@@ -3,7 +3,7 @@
 
 #include <QObject>
 #include <QPalette>
-#include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include <optional>
@@ -35,6 +35,7 @@ public:
 protected:
     // Brings everything but the properties that all controls share up to date.
     virtual void showContent() = 0;
+    [[nodiscard]] virtual QString toolTip() const { return QString::fromStdString(control_.ToolTipText); }
     // A key that makes a character, before the widget gets it; true keeps it from the widget.
     virtual bool characterTyped(QKeyEvent& event);
 

@@ -19,10 +19,12 @@ protected:
     void showContent() override {
         showRows();
         list_.setCurrentIndex(box_.ListIndex);
-        if (box_.ToolTipText.get().empty()) {
-            list_.setToolTip(list_.currentData(Qt::ToolTipRole).toString());
-        }
+        list_.setToolTip(toolTip());
         list_.setAccessibleDescription(list_.toolTip());
+    }
+    // A list without a note of its own shows the one on the chosen row.
+    [[nodiscard]] QString toolTip() const override {
+        return box_.ToolTipText.get().empty() ? list_.currentData(Qt::ToolTipRole).toString() : Binding::toolTip();
     }
     [[nodiscard]] Roles roles() const override { return {.back = QPalette::Button, .fore = QPalette::ButtonText}; }
 

@@ -26,6 +26,7 @@ void FrameClock::wake() {
 
 void FrameClock::tick() {
     timer_.stop();
+    // NOLINTNEXTLINE(modernize-loop-convert): what a client shows may close its window, or open another
     for (std::size_t i = 0; i < clients_.size(); ++i) {
         clients_[i]->frame();
     }

@@ -78,7 +78,8 @@ private:
             spare -= cardAt(group).sizeHint().height();
         }
         const int all = std::accumulate(buttons_.begin(), buttons_.end(), 0);
-        const int each = std::clamp(spare / all, 0, static_cast<int>(fontMetrics().height() * kSpareOfText));
+        const int each =
+            std::clamp(spare / std::max(all, 1), 0, static_cast<int>(fontMetrics().height() * kSpareOfText));
         for (int group = 0; group < count; ++group) {
             const int buttons = buttons_[static_cast<std::size_t>(group)];
             groups_.setStretch(group, cardAt(group).sizeHint().height() + buttons * each);

@@ -264,7 +264,7 @@ TEST_F(ControlCommands, CloseIsTheCloseBox) {
 TEST_F(ControlCommands, ResizeIsADrag) {
     EXPECT_EQ(run("resize frmTest 9000 6000"), "ok");
     EXPECT_THAT(log(), ElementsAre("resize 9000 6000"));
-    EXPECT_EQ(run("resize frmTest 9000 0"), "error 0 is no whole number from 1 to 1000000");
+    EXPECT_EQ(run("resize frmTest 9000 0"), "error 0 is no whole number from 1 to 120000");
     EXPECT_EQ(window->Height.get(), 6000);
 }
 

@@ -108,11 +108,15 @@ TEST_F(ProgramNames, TheReceiveMachineIsSeenThroughTheMainWindow) {
     EXPECT_EQ(run("get frmSarn2.rxReady"), "ok false");
     EXPECT_EQ(run("get frmSarn2.rxPayload(0)"), "ok 3");
     EXPECT_EQ(run("get frmSarn2.rxPayload(1)"), "ok 4");
-    EXPECT_EQ(run("get frmSarn2.rxPayload(2)"), "error frmSarn2.rxPayload(2): the payload ends at index 1");
+    EXPECT_EQ(run("get frmSarn2.rxPayload(2)"), "error frmSarn2.rxPayload(2): the payload has 2 bytes");
     EXPECT_EQ(run("get frmSarn2.bytesReceived"), "ok 6");
     EXPECT_EQ(run("get frmSarn2.isConnected"), "ok true");
     EXPECT_EQ(run("get frmSarn2.baudSettings(2)"), "ok \"38400,N,8,1\"");
     EXPECT_EQ(run("set frmSarn2.rxPosition 0"), "error frmSarn2.rxPosition can only be read");
+}
+
+TEST_F(ProgramNames, AnEmptyPayloadHasNoBytes) {
+    EXPECT_EQ(run("get frmSarn2.rxPayload(0)"), "error frmSarn2.rxPayload(0): the payload has 0 bytes");
 }
 
 TEST_F(ProgramNames, AnIdentityFrameGoesThroughToTheCaption) {

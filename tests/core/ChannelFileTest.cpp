@@ -166,10 +166,12 @@ TEST_F(ChannelFile, InjectorSizesThatCannotBeReadAre450And550) {
     loadInjectorSizes(tables_, folder_.path());
     EXPECT_EQ(tables_.OldInjectorSize, 450.0F);
     EXPECT_EQ(tables_.NewInjectorSize, 550.0F);
-    folder_.write("Settings.ini", "[OldInjector]\n; empty\n[NewInjector]\n1e300\n");
-    loadInjectorSizes(tables_, folder_.path());
-    EXPECT_EQ(tables_.OldInjectorSize, 450.0F);
-    EXPECT_EQ(tables_.NewInjectorSize, 550.0F);
+    for (const std::string size : {"1e300", "-1e300"}) {
+        folder_.write("Settings.ini", "[OldInjector]\n; empty\n[NewInjector]\n" + size + "\n");
+        loadInjectorSizes(tables_, folder_.path());
+        EXPECT_EQ(tables_.OldInjectorSize, 450.0F);
+        EXPECT_EQ(tables_.NewInjectorSize, 550.0F);
+    }
 }
 
 }  // namespace

@@ -159,6 +159,18 @@ TEST_F(IniFile, AnExistingSectionIsReplacedWithItsComments) {
     EXPECT_EQ(content(), "[Par0]\r\nnew\r\n\r\n[Par1]\r\nTempW\r\n");
 }
 
+TEST_F(IniFile, AHeaderThatGoesOnIsNotTheOneThatIsReplaced) {
+    setContent("[Par0] of the engine\r\nold\r\n");
+    EXPECT_EQ(write("Par0", {"new"}), IniStatus::Done);
+    EXPECT_EQ(content(), "[Par0] of the engine\r\nold\r\n\r\n[Par0]\r\nnew\r\n");
+}
+
+TEST_F(IniFile, EachSectionOfThatNameIsReplaced) {
+    setContent("[Par0]\r\none\r\n[Par0]\r\ntwo\r\n");
+    EXPECT_EQ(write("Par0", {"new"}), IniStatus::Done);
+    EXPECT_EQ(content(), "[Par0]\r\nnew\r\n[Par0]\r\nnew\r\n");
+}
+
 TEST_F(IniFile, WritingTwiceLeavesOneSectionWithTheNewLines) {
     EXPECT_EQ(write("Par0", {"one", "two"}), IniStatus::Done);
     EXPECT_EQ(write("Par0", {"three"}), IniStatus::Done);

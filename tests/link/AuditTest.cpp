@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "core/ModuleReg.h"
 #include "link/W32Comms.h"
@@ -32,6 +36,9 @@ public:
         return MemoryLine::setBaud(baud);
     }
 
+    [[nodiscard]] std::string deviceOf(int port) override { return devices[port]; }
+
+    std::map<int, std::string> devices;
     bool opens = true;
     bool tellsRate = true;
     int settings = 0;
@@ -146,6 +153,28 @@ TEST(ProgramStart, ShowsTheWindowAndOffersOnlyWhatThereIs) {
          {&program.window.btnConnect, &program.window.Command2, &program.window.Command3, &program.window.Command4}) {
         EXPECT_TRUE(button->Enabled) << button->name();
     }
+    EXPECT_FALSE(program.window.chkDatalog.Enabled);
+    EXPECT_FALSE(program.window.txtDatalogFile.Enabled);
+}
+
+TEST(ProgramStart, ItsButtonsBearTheirCaptions) {
+    VirtualProgram program;
+    const auto& window = program.window;
+    std::vector<std::string> captions;
+    for (const auto* button :
+         {&window.btnConnect, &window.btnKartat, &window.btnAsetukset, &window.btnBackup, &window.btnUploadEEPROM,
+          &window.btnDatalogTrend, &window.btnTuningHelp, &window.Command1, &window.Command2, &window.Command5,
+          &window.Command7, &window.Command8}) {
+        captions.push_back(button->Caption);
+    }
+    EXPECT_THAT(captions, ElementsAre("Connect", "Kartat", "Asetukset", "Backup EEPROM", "Upload EEPROM",
+                                      "View datalog", "TuningHelper", "open Largemap", "Restart device",
+                                      "Ignition debug", "openIgnLim", "Command8"));
+    EXPECT_EQ(window.chkDatalog.Caption.get(), "Save data to");
+    EXPECT_EQ(window.chkUseSound.Caption.get(), "Use Sound alarms");
+    EXPECT_EQ(window.FrameOptTest.Caption.get(), "Opt test");
+    EXPECT_EQ(window.Command3.container(), &window.FrameOptTest);
+    EXPECT_EQ(window.Command4.container(), &window.FrameOptTest);
 }
 
 class RememberedSound : public testing::TestWithParam<std::pair<const char*, bool>> {};
@@ -159,8 +188,86 @@ TEST_P(RememberedSound, SetsTheBoxAndTheProgramsOwnMind) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, RememberedSound,
-                         testing::Values(std::pair("1", true), std::pair("True", true), std::pair("-1", true),
-                                         std::pair("0", false), std::pair("False", false), std::pair("", false)));
+                         testing::Values(std::pair("1", true), std::pair("True", true), std::pair("true", true),
+                                         std::pair("-1", true), std::pair("0", false), std::pair("False", false),
+                                         std::pair("", false)));
+
+TEST(PortList, NamesTheDeviceOfEachPortAndLooksAgainWhenItIsEntered) {
+    Unstarted machine;
+    machine.moody.devices[3] = "/dev/ttyUSB0, USB UART";
+    machine.program.start();
+    auto& list = machine.window.ComboPort;
+    EXPECT_EQ(list.itemToolTip(2), "/dev/ttyUSB0, USB UART");
+    EXPECT_EQ(list.itemToolTip(0), "No device");
+    EXPECT_EQ(list.itemToolTip(14), "No device");
+    machine.moody.devices = {{1, "/dev/ttyUSB1"}};
+    machine.window.setFocus(&list);
+    EXPECT_EQ(list.itemToolTip(0), "/dev/ttyUSB1");
+    EXPECT_EQ(list.itemToolTip(2), "No device");
+}
+
+class NestedFrames : public testing::Test {
+protected:
+    NestedFrames() {
+        program_.connect();
+        program_.window.TimerRequestData.Enabled = false;
+        program_.window.TimerGetSettings.Enabled = false;
+    }
+    // Lets bytes arrive so many milliseconds from now, inside whatever is running then.
+    void injectAfter(int milliseconds, const Bytes& bytes) {
+        alarms_.push_back(program_.pump.makeAlarm([this, bytes] { program_.line.inject(bytes); }));
+        alarms_.back()->callAt(program_.pump.now() + milliseconds * platform::kMicrosPerMilli);
+    }
+
+    VirtualProgram program_;
+    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
+};
+
+// The layout is that of the type which counts when the pause is over.
+TEST_F(NestedFrames, AnIdentityInsideThePauseOfAnotherDecidesTheLayout) {
+    injectAfter(100, support::frame('y', {0, 0, 0, 0, 30}));
+    program_.receiveFrame('y', {0, 0, 0, 0, 10});
+    EXPECT_EQ(program_.tables.SWType, 30);
+    EXPECT_EQ(program_.tables.addresses.LAUNCHCONTROL_LO, 500);
+}
+
+// The event lets others run once before it ends.
+TEST_F(NestedFrames, WhatIsDueWhenTheBufferIsEmptyRunsInsideTheEvent) {
+    bool busy = false;
+    const auto due = program_.pump.makeAlarm([&] { busy = program_.window.isBusy(); });
+    program_.line.inject(Bytes{0});
+    due->callAt(program_.pump.now());
+    program_.pump.pump();
+    EXPECT_TRUE(busy);
+    EXPECT_EQ(program_.window.bytesReceived, 1);
+}
+
+TEST_F(NestedFrames, HandlersThatWaitStackUpToADepthAndLoseNoFrame) {
+    class Waiting : public LiveDecoder {
+    public:
+        explicit Waiting(platform::EventPump& pump) : pump_(pump) {}
+        void decodeLivePacket(std::span<std::uint8_t>) override {
+            ++frames;
+            deepest = std::max(deepest, ++depth_);
+            pump_.wait(1000);
+            --depth_;
+        }
+        int frames = 0;
+        int deepest = 0;
+
+    private:
+        platform::EventPump& pump_;
+        int depth_ = 0;
+    };
+    Waiting decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    for (int i = 0; i < 200; ++i) {
+        injectAfter(i, support::frame('R', {1}));
+    }
+    program_.pump.wait(300'000);
+    EXPECT_EQ(decoder.frames, 200);
+    EXPECT_EQ(decoder.deepest, 40);
+}
 
 }  // namespace
 }  // namespace korvane::link

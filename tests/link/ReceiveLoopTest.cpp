@@ -205,6 +205,60 @@ TEST_F(ReceiveLoopTest, ALineLostInsideThePauseEndsInAClosedPort) {
     EXPECT_EQ(program_.dialogs.takeMessages().size(), 1U);
 }
 
+TEST_F(ReceiveLoopTest, TheLoopEndsWithALookAtPendingEvents) {
+    class Arming : public LiveDecoder {
+    public:
+        Arming(platform::Alarm& alarm, platform::EventPump& pump) : alarm_(alarm), pump_(pump) {}
+        void decodeLivePacket(std::span<std::uint8_t>) override { alarm_.callAt(pump_.now()); }
+
+    private:
+        platform::Alarm& alarm_;
+        platform::EventPump& pump_;
+    };
+    bool insideTheEvent = false;
+    const auto alarm = program_.pump.makeAlarm([&] { insideTheEvent = program_.window.isBusy(); });
+    Arming decoder(*alarm, program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    program_.receiveFrame('R', {1});
+    EXPECT_TRUE(insideTheEvent);
+}
+
+// A message box stands until the tuner closes it; bytes go on arriving meanwhile.
+class StandingBox : public platform::Dialogs {
+public:
+    void show(const platform::MessageBox&) override {
+        ++shown;
+        meanwhile();
+    }
+    [[nodiscard]] std::string choose(const platform::FileDialog&) override { return {}; }
+
+    int shown = 0;
+    std::function<void()> meanwhile;
+};
+
+TEST(ReceiveLoop, WhileARefusalStandsBytesQueueAndAreHandledAfterwards) {
+    support::VirtualMachine machine;
+    StandingBox box;
+    box.meanwhile = [] {};
+    platform::Machine own{machine.pump,          machine.line, box, machine.preferences, machine.log, machine.windows,
+                          machine.folder.path(), '.',          {}};
+    app::Program program(own);
+    program.start();
+    program.frmSarn2().btnConnect.press();
+    box.shown = 0;
+    box.meanwhile = [&] {
+        machine.line.inject(frame('T', {7, 1, 0}));
+        machine.pump.sleep(5000);
+        EXPECT_EQ(program.tables().EEImage[1], 0);
+        EXPECT_EQ(program.frmSarn2().MSComm1.InBufferCount(), 6U);
+    };
+    machine.line.inject(frame('A', {0}));
+    machine.pump.pump();
+    EXPECT_EQ(box.shown, 1);
+    EXPECT_EQ(program.tables().EEImage[1], 7);
+    EXPECT_EQ(program.tables().IgnSendAcks, 0);
+}
+
 TEST_F(ReceiveLoopTest, AFloodOfIdentitiesInOneGoEnds) {
     Bytes flood;
     for (int i = 0; i < 3000; ++i) {

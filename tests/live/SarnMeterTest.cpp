@@ -262,7 +262,7 @@ TEST_F(SarnMeterTest, ANewTypeResetsValueAndPeakAndRedraws) {
 
 TEST_F(SarnMeterTest, ResizingKeepsItSquareAndRedraws) {
     const int before = meter_.redraws();
-    meter_.resize(2400);
+    meter_.Width = 2400;
     EXPECT_EQ(meter_.Width.get(), 2400);
     EXPECT_EQ(meter_.Height.get(), 2400);
     EXPECT_GT(meter_.redraws(), before);

@@ -42,6 +42,13 @@ protected:
         timer->start(1);
     }
 
+    void after(int milliseconds, std::function<void()> act) {
+        auto* const timer = new QTimer(&context);
+        timer->setSingleShot(true);
+        QObject::connect(timer, &QTimer::timeout, &context, std::move(act));
+        timer->start(milliseconds);
+    }
+
     static void answer(QFileDialog& dialog, const std::filesystem::path& path) {
         auto* const name = dialog.findChild<QLineEdit*>("fileNameEdit");
         ASSERT_NE(name, nullptr);
@@ -88,7 +95,7 @@ TEST_F(QtDialogsTest, NoHandlerRunsWhileABoxIsOpen) {
     int handledInside = -1;
     whenOpen<QMessageBox>([&](QMessageBox& box) {
         handler->callAt(pump.now());
-        QTimer::singleShot(5, &box, [&] {
+        after(5, [&] {
             handledInside = handled;
             box.accept();
         });
@@ -160,7 +167,7 @@ TEST_F(QtDialogsTest, WindowThatGoesTakesItsFileDialogAlong) {
     QApplication::setActiveWindow(window.get());
     whenOpen<QFileDialog>([&](QFileDialog& dialog) {
         ASSERT_EQ(dialog.parentWidget(), window.get());
-        QTimer::singleShot(0, &context, [&] { window.reset(); });
+        after(0, [&] { window.reset(); });
     });
     EXPECT_EQ(dialogs.choose({FileDialog::Kind::Open, "Open", ""}), "");
 }

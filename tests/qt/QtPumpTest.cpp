@@ -173,6 +173,19 @@ TEST_F(QtPumpTest, WaitInsideAnAlarmLetsTheOthersRun) {
     EXPECT_THAT(notes, ElementsAre("begin", "same time", "later", "end"));
 }
 
+TEST_F(QtPumpTest, LoopThatAnAlarmNestsRunsTheOthers) {
+    const auto nesting = pump.makeAlarm([&] {
+        QCoreApplication::processEvents();
+        notes.emplace_back("end");
+    });
+    const auto other = note("other");
+    const Micros now = pump.now();
+    nesting->callAt(now);
+    other->callAt(now);
+    pump.pump();
+    EXPECT_THAT(notes, ElementsAre("other", "end"));
+}
+
 TEST_F(QtPumpTest, AlarmMayDeleteItselfInItsCall) {
     std::unique_ptr<Alarm> alarm;
     alarm = pump.makeAlarm([this, &alarm, name = std::string(100, 'a')] {

@@ -99,11 +99,11 @@ TEST_F(DialTest, UnknownTypesLookLikeBoost) {
     EXPECT_EQ(dialScaleOf(7).max, 3);
 }
 
-// 9500 lies at 256.5 degrees, 13.5 before three o'clock: x = 0.5 + 0.5 r cos 13.5, y = 0.5 - 0.5 r sin 13.5 with r =
-// 0.935, the middle of the zone's band.
+// 9400, between two lines, lies at 253.8 degrees, 16.2 before three o'clock: x = 0.5 + 0.5 r cos 16.2, y = 0.5 - 0.5 r
+// sin 16.2 with r = 0.935, the middle of the zone's band.
 TEST_F(DialTest, TheRedZoneIsOnTheFaceOfEngineSpeedAlone) {
-    EXPECT_TRUE(isNeedle(at(find<Dial>("SarnMeterRpm"), 0.9546, 0.3909)));
-    EXPECT_FALSE(isNeedle(at(find<Dial>("SarnMeterboost"), 0.9546, 0.3909)));
+    EXPECT_TRUE(isNeedle(at(find<Dial>("SarnMeterRpm"), 0.9489, 0.3696)));
+    EXPECT_FALSE(isNeedle(at(find<Dial>("SarnMeterboost"), 0.9489, 0.3696)));
 }
 
 TEST_F(DialTest, ANeedleThatStandsIsNotPainted) {

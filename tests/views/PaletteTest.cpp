@@ -18,8 +18,9 @@ double contrast(const QColor& one, const QColor& other) {
                0.7152 * channel(static_cast<double>(color.greenF())) +
                0.0722 * channel(static_cast<double>(color.blueF()));
     };
-    const auto [low, high] = std::minmax(luminance(one), luminance(other));
-    return (high + 0.05) / (low + 0.05);
+    const double first = luminance(one);
+    const double second = luminance(other);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 
 TEST(Palette, ColoursOfTheProgramAreInBlueGreenRedOrder) {

@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QEvent>
 #include <QEventLoop>
-#include <QMetaObject>
 
 #include <algorithm>
 #include <thread>
@@ -20,7 +20,7 @@ class QtPump::QtAlarm : public Alarm {
 public:
     QtAlarm(QtPump& pump, Entries& entries, std::function<void()> handler)
         : call(std::make_shared<const std::function<void()>>(std::move(handler))), pump_(pump), entries_(entries) {}
-    ~QtAlarm() override { cancel(); }
+    ~QtAlarm() override { QtAlarm::cancel(); }
     QtAlarm(const QtAlarm&) = delete;
     QtAlarm& operator=(const QtAlarm&) = delete;
 
@@ -49,7 +49,25 @@ private:
     bool armed_ = false;
 };
 
-QtPump::QtPump() {
+// Delivers when an event that was posted to it arrives.
+class QtPump::Waker : public QObject {
+public:
+    explicit Waker(QtPump& pump) : pump_(pump) {}
+
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::User) {
+            return QObject::event(event);
+        }
+        pump_.posted_ = false;
+        pump_.deliver();
+        return true;
+    }
+
+private:
+    QtPump& pump_;
+};
+
+QtPump::QtPump() : waker_(std::make_unique<Waker>(*this)) {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { deliver(); });
@@ -125,13 +143,7 @@ void QtPump::schedule() {
 // A posted event is served at the loop's next turn, while a timer of no length waits until nothing else is to do.
 void QtPump::post() {
     if (!std::exchange(posted_, true)) {
-        QMetaObject::invokeMethod(
-            &timer_,
-            [this] {
-                posted_ = false;
-                deliver();
-            },
-            Qt::QueuedConnection);
+        QCoreApplication::postEvent(waker_.get(), new QEvent(QEvent::User));
     }
 }
 

@@ -47,6 +47,7 @@ public:
 
 private:
     class QtAlarm;
+    class Waker;
     struct Entry {
         Micros due;
         std::uint64_t order;
@@ -65,6 +66,7 @@ private:
 
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     QTimer timer_;
+    std::unique_ptr<Waker> waker_;
     Micros timerDue_ = 0;
     bool posted_ = false;
     int holds_ = 0;

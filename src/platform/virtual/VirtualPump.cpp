@@ -6,7 +6,7 @@
 
 namespace korvane::platform {
 
-class VirtualPump::VirtualAlarm : public Alarm {
+class VirtualPump::VirtualAlarm final : public Alarm {
 public:
     VirtualAlarm(VirtualPump& pump, Entries& entries, std::function<void()> handler)
         : call(std::move(handler)), pump_(pump), entries_(entries) {}
