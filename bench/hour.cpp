@@ -1,8 +1,8 @@
 // An hour of 10 ms polling in virtual time, with the virtual ECU at the other end of the line.
+#include <benchmark/benchmark.h>
+
 #include "ecu/VirtualEcu.h"
 #include "support/VirtualProgram.h"
-
-#include <benchmark/benchmark.h>
 
 namespace {
 

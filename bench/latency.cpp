@@ -1,9 +1,4 @@
 // From the last byte of a live frame arriving at a pseudo-terminal to the label's new text in the model.
-#include "platform/Object.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "support/VirtualProgram.h"
-
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -15,6 +10,11 @@
 #include <termios.h>
 #include <thread>
 #include <unistd.h>
+
+#include "platform/Object.h"
+#include "platform/qt/QtPump.h"
+#include "platform/qt/QtSerialLine.h"
+#include "support/VirtualProgram.h"
 
 namespace {
 
@@ -86,8 +86,9 @@ int main(int argc, char** argv) {
         micros.push_back(std::chrono::duration<double, std::micro>(watcher.seen - sent).count());
     }
     std::sort(micros.begin(), micros.end());
-    std::printf("frame at the pseudo-terminal to label in the model, %d frames: median %.0f us, 95th percentile %.0f us\n",
-                kFrames, micros[kFrames / 2], micros[kFrames * 95 / 100]);
+    std::printf(
+        "frame at the pseudo-terminal to label in the model, %d frames: median %.0f us, 95th percentile %.0f us\n",
+        kFrames, micros[kFrames / 2], micros[kFrames * 95 / 100]);
     program.quit();
     close(master);
     return 0;

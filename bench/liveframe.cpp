@@ -1,12 +1,11 @@
 // One 'R' frame from its first byte to the last consumer, without a display: time and allocations in the steady state.
-#include "support/VirtualProgram.h"
-
-#include <benchmark/benchmark.h>
-
 #include <atomic>
+#include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <new>
 #include <random>
+
+#include "support/VirtualProgram.h"
 
 namespace {
 
@@ -21,8 +20,12 @@ void* operator new(std::size_t size) {
     }
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
 
 namespace {
 

@@ -1,11 +1,10 @@
 // How fast the receive machine takes bytes: well-formed frames, and noise.
-#include "link/ReceiveMachine.h"
-
 #include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <random>
 #include <vector>
+
+#include "link/ReceiveMachine.h"
 
 namespace {
 
@@ -53,8 +52,12 @@ void receive(benchmark::State& state, const std::vector<std::uint8_t>& bytes) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(bytes.size()));
 }
 
-void WellFormedFrames(benchmark::State& state) { receive(state, wellFormed()); }
-void Noise(benchmark::State& state) { receive(state, noise()); }
+void WellFormedFrames(benchmark::State& state) {
+    receive(state, wellFormed());
+}
+void Noise(benchmark::State& state) {
+    receive(state, noise());
+}
 
 // As a slow line delivers it: byte by byte.
 void WellFormedByteByByte(benchmark::State& state) {

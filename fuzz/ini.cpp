@@ -1,11 +1,4 @@
 // The ini reader and the preferences: any file gives lines or defaults, and what is written can be read back.
-#include "core/ChannelFile.h"
-#include "core/IniFile.h"
-#include "core/Module1.h"
-#include "core/SharedTables.h"
-#include "platform/FilePreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -15,6 +8,13 @@
 #include <string>
 #include <unistd.h>
 #include <vector>
+
+#include "core/ChannelFile.h"
+#include "core/IniFile.h"
+#include "core/Module1.h"
+#include "core/SharedTables.h"
+#include "platform/FilePreferences.h"
+#include "platform/virtual/QueuedDialogs.h"
 
 namespace {
 

@@ -1,11 +1,4 @@
 // The receive path with everything behind it: any bytes, in any chunking, at any moment, also inside nested waits.
-#include "app/Program.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
-#include "platform/virtual/VirtualPump.h"
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -13,12 +6,19 @@
 #include <cstdlib>
 #include <vector>
 
+#include "app/Program.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/MemoryLog.h"
+#include "platform/virtual/MemoryPreferences.h"
+#include "platform/virtual/QueuedDialogs.h"
+#include "platform/virtual/VirtualPump.h"
+
 namespace {
 
 using namespace korvane;
 
-constexpr std::array<std::uint8_t, 21> kCommands{121, 153, 82,  97,  247, 65, 248, 102, 245, 70, 246,
-                                                 170, 109, 101, 108, 83,  112, 84, 85,  33,  0};
+constexpr std::array<std::uint8_t, 21> kCommands{121, 153, 82,  97,  247, 65,  248, 102, 245, 70, 246,
+                                                 170, 109, 101, 108, 83,  112, 84,  85,  33,  0};
 
 class Script {
 public:
@@ -101,8 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     line.inject(std::vector<std::uint8_t>(260, 0));
     pump.wait(1000);
     program.tables().HwVersion = 3.1F;
-    line.inject(std::array<std::uint8_t, 22>{'R', 19, 0x12, 0x34, 0, 0, 0, 0, 0, 0, 0, 0,
-                                             7,   0,  0,    0,    0, 0, 0, 0, 0, 0xAD});
+    line.inject(
+        std::array<std::uint8_t, 22>{'R', 19, 0x12, 0x34, 0, 0, 0, 0, 0, 0, 0, 0, 7, 0, 0, 0, 0, 0, 0, 0, 0, 0xAD});
     pump.wait(1000);
     require(program.frmSarn2().lblValue(0).Caption.get() == "4660");
     program.quit();

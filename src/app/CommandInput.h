@@ -1,12 +1,12 @@
 // Brings commands from standard input or a script file to the console, and signals to the program's orderly end.
 #pragma once
 
-#include "app/Options.h"
-#include "app/Session.h"
-
 #include <QSocketNotifier>
 
 #include <memory>
+
+#include "app/Options.h"
+#include "app/Session.h"
 
 namespace korvane::app {
 

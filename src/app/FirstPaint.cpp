@@ -35,7 +35,9 @@ double processAge() {
 
 }  // namespace
 
-FirstPaint::FirstPaint(platform::DebugLog& log) : log_(log) { QCoreApplication::instance()->installEventFilter(this); }
+FirstPaint::FirstPaint(platform::DebugLog& log) : log_(log) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
 
 bool FirstPaint::eventFilter(QObject*, QEvent* event) {
     if (event->type() == QEvent::Paint) {

@@ -1,9 +1,9 @@
 // Tells the debug log how long after the start of the process the first window was painted.
 #pragma once
 
-#include "platform/DebugLog.h"
-
 #include <QObject>
+
+#include "platform/DebugLog.h"
 
 namespace korvane::app {
 

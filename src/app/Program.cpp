@@ -15,8 +15,8 @@ namespace {
 constexpr float kAssumedHwVersion = 3.1F;  // until the ECU has named its own
 constexpr int kMainWidth = 1280 * 15;      // twips
 constexpr int kMainHeight = 690 * 15;
-constexpr int kQuitStep = 50;              // ms
-constexpr int kQuitPatience = 60;          // steps; the orderly close takes a second
+constexpr int kQuitStep = 50;      // ms
+constexpr int kQuitPatience = 60;  // steps; the orderly close takes a second
 
 }  // namespace
 
@@ -34,7 +34,9 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
 }
 
-void Program::start() { frmSarn2_.show(); }
+void Program::start() {
+    frmSarn2_.show();
+}
 
 void Program::connectTo(int port) {
     frmSarn2_.ComboPort.choose(port - 1);
@@ -81,9 +83,10 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnKartat, &frmSarn2_.btnAsetukset, &frmSarn2_.btnBackup, &frmSarn2_.btnUploadEEPROM,
-                         &frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command1, &frmSarn2_.Command5,
-                         &frmSarn2_.Command6, &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+    for (auto* button :
+         {&frmSarn2_.btnKartat, &frmSarn2_.btnAsetukset, &frmSarn2_.btnBackup, &frmSarn2_.btnUploadEEPROM,
+          &frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command1, &frmSarn2_.Command5,
+          &frmSarn2_.Command6, &frmSarn2_.Command7, &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
     frmSarn2_.chkDatalog.Enabled = false;

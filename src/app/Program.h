@@ -1,6 +1,9 @@
 // The program: owner of the shared tables and the windows, and what connects them.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "core/EepromAccess.h"
 #include "core/SharedTables.h"
 #include "link/Connection.h"
@@ -9,9 +12,6 @@
 #include "live/LiveUpdate.h"
 #include "platform/Machine.h"
 #include "trend/MainTrends.h"
-
-#include <functional>
-#include <utility>
 
 namespace korvane::app {
 

@@ -1,13 +1,13 @@
 #include "app/ProgramFolder.h"
 
-#include "app/DefaultChannels.h"
-
 #include <cstdlib>
 #include <fstream>
 #include <locale>
 #include <stdexcept>
 #include <string>
 #include <system_error>
+
+#include "app/DefaultChannels.h"
 
 namespace korvane::app {
 
@@ -34,7 +34,9 @@ std::filesystem::path defaultFolder() {
     return folder;
 }
 
-std::filesystem::path defaultPreferences() { return userFolder("XDG_CONFIG_HOME", ".config") / "preferences.ini"; }
+std::filesystem::path defaultPreferences() {
+    return userFolder("XDG_CONFIG_HOME", ".config") / "preferences.ini";
+}
 
 char systemDecimal() {
     try {

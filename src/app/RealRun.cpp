@@ -1,5 +1,12 @@
 #include "app/RealRun.h"
 
+#include <QApplication>
+#include <QCoreApplication>
+#include <QScreen>
+
+#include <memory>
+#include <string>
+
 #include "app/CommandInput.h"
 #include "app/FirstPaint.h"
 #include "app/Session.h"
@@ -7,13 +14,6 @@
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
 #include "views/ViewHost.h"
-
-#include <QApplication>
-#include <QCoreApplication>
-#include <QScreen>
-
-#include <memory>
-#include <string>
 
 namespace korvane::app {
 

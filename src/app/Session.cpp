@@ -1,12 +1,12 @@
 #include "app/Session.h"
 
-#include "app/ProgramFolder.h"
-#include "console/Registry.h"
-
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <stdexcept>
+
+#include "app/ProgramFolder.h"
+#include "console/Registry.h"
 
 namespace korvane::app {
 
@@ -62,9 +62,13 @@ Session::Session(const Options& options, Surroundings surroundings)
     registerNames();
 }
 
-void Session::start() { program_.start(); }
+void Session::start() {
+    program_.start();
+}
 
-std::string Session::finish() { return ecu_ ? ecu_->finish() : std::string(); }
+std::string Session::finish() {
+    return ecu_ ? ecu_->finish() : std::string();
+}
 
 console::ConsoleContext Session::makeContext(const Surroundings& surroundings) {
     return {machine_,

@@ -1,6 +1,12 @@
 // One run of the program on a given clock: machine, program and console put together as the options ask.
 #pragma once
 
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
 #include "app/EcuPort.h"
 #include "app/Options.h"
 #include "app/Program.h"
@@ -12,12 +18,6 @@
 #include "platform/TappedLine.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/QueuedDialogs.h"
-
-#include <filesystem>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
 
 namespace korvane::app {
 

@@ -1,14 +1,14 @@
 // korvane-tuner: the program.
-#include "app/Options.h"
-#include "app/RealRun.h"
-#include "app/VirtualRun.h"
-
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include "app/Options.h"
+#include "app/RealRun.h"
+#include "app/VirtualRun.h"
 
 namespace {
 

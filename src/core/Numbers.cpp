@@ -130,7 +130,8 @@ constexpr double kCurrencyScale = 10000.0;
 constexpr double kQuickCurrency = 1e9;  // ten-thousandths up to which a double's product is near enough to the true one
 constexpr double kNearHalf = 1e-6;
 
-// Adding this leaves no room for a fraction, so the sum is rounded half to even: a hundred times a frame, without a call.
+// Adding this leaves no room for a fraction, so the sum is rounded half to even: a hundred times a frame, without a
+// call.
 constexpr double kRounder = 6755399441055744.0;
 constexpr double kRounderLimit = 2251799813685248.0;
 constexpr long double kCurrencyLimit = 9223372036854775807.0L;

@@ -1,15 +1,15 @@
 #include "link/Connection.h"
 
+#include <algorithm>
+#include <limits>
+#include <string>
+
 #include "core/Checked.h"
 #include "core/ModuleReg.h"
 #include "core/Numbers.h"
 #include "link/W32Comms.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-
-#include <algorithm>
-#include <limits>
-#include <string>
 
 namespace korvane::link {
 
@@ -33,7 +33,9 @@ constexpr int kDeepestReceive = 40;
 constexpr int kErrorLineLost = 8012;
 
 // A remembered row of a list; 0 for what is no row of it.
-int rowOr0(std::int32_t row, const platform::ComboBox& list) { return row >= 0 && row < list.ListCount() ? row : 0; }
+int rowOr0(std::int32_t row, const platform::ComboBox& list) {
+    return row >= 0 && row < list.ListCount() ? row : 0;
+}
 
 }  // namespace
 
@@ -152,8 +154,8 @@ void Connection::lineLost(const std::string& reason) {
 }
 
 void Connection::showConnectError(int number, const std::string& description) {
-    machine_.dialogs.show({"Korvane Tuner", "  Error " + std::to_string(number) + " " + description,
-                           platform::MessageIcon::Critical});
+    machine_.dialogs.show(
+        {"Korvane Tuner", "  Error " + std::to_string(number) + " " + description, platform::MessageIcon::Critical});
 }
 
 void Connection::timer1Tick() {

@@ -1,15 +1,15 @@
 // The main window as the owner of the serial port: port and speed choice, polling, restart, and the orderly close.
 #pragma once
 
-#include "core/SharedTables.h"
-#include "link/ConnectionPanel.h"
-#include "link/Dispatcher.h"
-#include "platform/Machine.h"
-
 #include <array>
 #include <cstdint>
 #include <span>
 #include <string>
+
+#include "core/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "link/Dispatcher.h"
+#include "platform/Machine.h"
 
 namespace korvane::link {
 

@@ -1,14 +1,14 @@
 // The part of the main window that belongs to the serial connection.
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string>
+
 #include "link/ReceiveMachine.h"
 #include "platform/Controls.h"
 #include "platform/MSComm.h"
 #include "platform/Timer.h"
-
-#include <array>
-#include <cstdint>
-#include <string>
 
 namespace korvane::link {
 

@@ -1,5 +1,9 @@
 #include "link/Dispatcher.h"
 
+#include <algorithm>
+#include <array>
+#include <string>
+
 #include "core/Checked.h"
 #include "core/Module1.h"
 #include "core/Numbers.h"
@@ -7,10 +11,6 @@
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-
-#include <algorithm>
-#include <array>
-#include <string>
 
 namespace korvane::link {
 
@@ -27,7 +27,9 @@ constexpr std::size_t kCaptionWidth = 30;
 // pile them up without end.
 constexpr int kNestedIdentityPauses = 8;
 
-constexpr bool hasLargeMaps(std::int32_t swType) { return swType == 14 || swType == 213 || swType == 15; }
+constexpr bool hasLargeMaps(std::int32_t swType) {
+    return swType == 14 || swType == 213 || swType == 15;
+}
 
 // The first `count` characters of a UTF-8 text.
 std::string leftCharacters(const std::string& text, std::size_t count) {
@@ -103,7 +105,9 @@ void Dispatcher::alarmFlash(Payload) {
     panel_.TimerAlarm.restart(kFlashMilliseconds);
 }
 
-void Dispatcher::liveData(Payload payload) { decoder_->decodeLivePacket(payload); }
+void Dispatcher::liveData(Payload payload) {
+    decoder_->decodeLivePacket(payload);
+}
 
 void Dispatcher::unknownToDevice(Payload) {}
 
@@ -275,8 +279,7 @@ void Dispatcher::showIdentity(Payload payload) {
 
 void Dispatcher::showFirmwareType() {
     const auto padded = panel_.window.Caption.get() + "      ";
-    panel_.window.Caption =
-        leftCharacters(padded, kCaptionWidth) + checked(tables_.SWTypeNames, tables_.SWType);
+    panel_.window.Caption = leftCharacters(padded, kCaptionWidth) + checked(tables_.SWTypeNames, tables_.SWType);
 }
 
 void Dispatcher::ignitionDebug(Payload payload) {
@@ -299,8 +302,12 @@ MapWindow& Dispatcher::ignitionWindow() const {
     return *windows_.frmMaps_QV_ign;
 }
 
-void Dispatcher::setMapCaption(std::string_view text) { mapWindow().setCaption(std::string(text) + timeText()); }
+void Dispatcher::setMapCaption(std::string_view text) {
+    mapWindow().setCaption(std::string(text) + timeText());
+}
 
-std::string Dispatcher::timeText() const { return core::timeText(machine_.pump.wallTime()); }
+std::string Dispatcher::timeText() const {
+    return core::timeText(machine_.pump.wallTime());
+}
 
 }  // namespace korvane::link

@@ -1,15 +1,15 @@
 // The one place where a received frame acts on the program.
 #pragma once
 
-#include "core/SharedTables.h"
-#include "link/ConnectionPanel.h"
-#include "link/Windows.h"
-#include "platform/Machine.h"
-
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "core/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "link/Windows.h"
+#include "platform/Machine.h"
 
 namespace korvane::link {
 

@@ -6,8 +6,8 @@ namespace korvane::link {
 
 namespace {
 
-constexpr std::array<std::uint8_t, 20> kCommands{121, 153, 82,  97,  247, 65,  248, 102, 245, 70,
-                                                 246, 170, 109, 101, 108, 83,  112, 84,  85,  33};
+constexpr std::array<std::uint8_t, 20> kCommands{121, 153, 82,  97,  247, 65, 248, 102, 245, 70,
+                                                 246, 170, 109, 101, 108, 83, 112, 84,  85,  33};
 
 constexpr auto kIsCommand = [] {
     std::array<bool, 256> table{};
@@ -24,7 +24,9 @@ constexpr std::int32_t kFirstPayloadPosition = 2;
 
 }  // namespace
 
-bool ReceiveMachine::isCommand(std::uint8_t byte) { return kIsCommand[byte]; }
+bool ReceiveMachine::isCommand(std::uint8_t byte) {
+    return kIsCommand[byte];
+}
 
 std::size_t ReceiveMachine::consume(std::span<const std::uint8_t> bytes) {
     std::size_t taken = 0;
@@ -49,11 +51,13 @@ void ReceiveMachine::frameDone() {
     ready_ = false;
 }
 
-std::span<const std::uint8_t> ReceiveMachine::payload() const { return std::span(payload_).first(payloadSize_); }
+std::span<const std::uint8_t> ReceiveMachine::payload() const {
+    return std::span(payload_).first(payloadSize_);
+}
 
 std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
-    const auto* const found = std::find_if(bytes.data(), bytes.data() + bytes.size(),
-                                           [](std::uint8_t byte) { return kIsCommand[byte]; });
+    const auto* const found =
+        std::find_if(bytes.data(), bytes.data() + bytes.size(), [](std::uint8_t byte) { return kIsCommand[byte]; });
     if (found == bytes.data() + bytes.size()) {
         command_ = 0;
         return bytes.size();

@@ -1,9 +1,9 @@
 // The rate of an open port, past the control's Settings.
 #pragma once
 
-#include "platform/MSComm.h"
-
 #include <cstdint>
+
+#include "platform/MSComm.h"
 
 namespace korvane::link {
 

@@ -7,8 +7,8 @@ namespace korvane::live {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> kValueNames{"RPM:",     "TempW",    "TempA", "Voltage", "MAP:",   "Throttle",
-                                                       "Lambda",   "Inj duty", "PID 1", "PID 2",   "K-type", "Ign adv."};
+constexpr std::array<std::string_view, 12> kValueNames{"RPM:",   "TempW",    "TempA", "Voltage", "MAP:",   "Throttle",
+                                                       "Lambda", "Inj duty", "PID 1", "PID 2",   "K-type", "Ign adv."};
 
 constexpr std::array<std::string_view, 16> kLampNames{
     "0",    "Choke", "StartHelp",  "Injection",    "Accelpump", "Ignition", "IgnChargeError", "IgnSparkError",

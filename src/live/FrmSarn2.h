@@ -21,16 +21,16 @@ public:
     platform::CommandButton btnKartat, btnAsetukset, btnBackup, btnUploadEEPROM, btnDatalogTrend, btnTuningHelp;
     platform::CommandButton Command1, Command5, Command6, Command7, Command8;
 
-    platform::Frame FrameValues;                                // around the value labels
-    platform::ControlArray<platform::Label> lblValueName;       // 12, the names beside lblValue
-    platform::ControlArray<platform::Label> lblValue;           // 12
-    platform::Frame FrameMux;                                   // around the multiplexed channels
-    platform::ControlArray<platform::Label> lblValueMuxName;    // 8, the channels' names
-    platform::ControlArray<platform::Label> lblValueMux;        // 8: channels 12 to 19
+    platform::Frame FrameValues;                              // around the value labels
+    platform::ControlArray<platform::Label> lblValueName;     // 12, the names beside lblValue
+    platform::ControlArray<platform::Label> lblValue;         // 12
+    platform::Frame FrameMux;                                 // around the multiplexed channels
+    platform::ControlArray<platform::Label> lblValueMuxName;  // 8, the channels' names
+    platform::ControlArray<platform::Label> lblValueMux;      // 8: channels 12 to 19
     platform::Label lblAccel;
     platform::Frame FrameLeds;
-    platform::ControlArray<platform::Image> imgLed;             // 16, top to bottom
-    platform::ControlArray<platform::Label> lblLED;             // 16
+    platform::ControlArray<platform::Image> imgLed;  // 16, top to bottom
+    platform::ControlArray<platform::Label> lblLED;  // 16
     SarnMeter SarnMeterboost, SarnMeterRpm;
     SarnGauge SarnGauge3;
     platform::PictureBox picTrend, picTrend2;

@@ -1,12 +1,12 @@
 // From an 'R' payload to the live channels, and from the channels to everything that shows or uses them.
 #pragma once
 
+#include <cstdint>
+#include <span>
+
 #include "core/SharedTables.h"
 #include "link/Windows.h"
 #include "live/FrmSarn2.h"
-
-#include <cstdint>
-#include <span>
 
 namespace korvane::live {
 
@@ -44,9 +44,9 @@ public:
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
     void setRowWriter(RowWriter* writer) { rowWriter_ = writer; }
 
-    // Payload of 19 bytes, or fewer from older firmware; the channels that it has not got keep their values. A payload too
-    // short for a channel that is due ends the decode there with RuntimeError 9, and nothing is shown. Byte 6 becomes
-    // the throttle in percent.
+    // Payload of 19 bytes, or fewer from older firmware; the channels that it has not got keep their values. A payload
+    // too short for a channel that is due ends the decode there with RuntimeError 9, and nothing is shown. Byte 6
+    // becomes the throttle in percent.
     void decodeLivePacket(std::span<std::uint8_t> payload) override;
 
     // Shows the channels everywhere. Never stops: a step that fails is skipped.

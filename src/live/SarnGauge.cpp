@@ -1,10 +1,10 @@
 #include "live/SarnGauge.h"
 
-#include "core/Numbers.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
+
+#include "core/Numbers.h"
 
 namespace korvane::live {
 
@@ -18,7 +18,9 @@ using platform::Value;
 constexpr double kRadiansPerUnit = 0.04712388975;  // 2.7 degrees
 constexpr double kStartAngle = 2.3561944875;       // 135 degrees
 
-const SarnGauge& gauge(const Object& object) { return dynamic_cast<const SarnGauge&>(object); }
+const SarnGauge& gauge(const Object& object) {
+    return dynamic_cast<const SarnGauge&>(object);
+}
 
 constexpr std::array kProperties{
     PropertyInfo{"value", [](const Object& object) -> Value { return std::int64_t{gauge(object).value()}; },
@@ -40,7 +42,9 @@ void SarnGauge::setValue(int value) {
     }
 }
 
-void SarnGauge::step() { setValue(value_ + 1 > 99 ? 0 : value_ + 1); }
+void SarnGauge::step() {
+    setValue(value_ + 1 > 99 ? 0 : value_ + 1);
+}
 
 DialPoint SarnGauge::pointAt(double value, double radius) {
     const double angle = value * kRadiansPerUnit + kStartAngle;

@@ -23,6 +23,8 @@ inline constexpr Color kWindowText = 0x80000008;
 inline constexpr Color kButtonFace = 0x8000000F;
 inline constexpr Color kButtonText = 0x80000012;
 
-[[nodiscard]] constexpr bool isSystemColor(Color color) { return (color & kSystemColor) != 0; }
+[[nodiscard]] constexpr bool isSystemColor(Color color) {
+    return (color & kSystemColor) != 0;
+}
 
 }  // namespace korvane::platform

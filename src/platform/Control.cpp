@@ -1,8 +1,8 @@
 #include "platform/Control.h"
 
-#include "platform/Controls.h"
-
 #include <array>
+
+#include "platform/Controls.h"
 
 namespace korvane::platform {
 
@@ -16,7 +16,9 @@ Value indexOf(const Object& object) {
     return index ? Value(static_cast<std::int64_t>(*index)) : Value();
 }
 
-Value nameValue(const Object& object) { return std::string(dynamic_cast<const Control&>(object).name()); }
+Value nameValue(const Object& object) {
+    return std::string(dynamic_cast<const Control&>(object).name());
+}
 
 constexpr std::array kProperties{
     readOnlyProperty<&nameValue>("Name"),
@@ -40,7 +42,9 @@ Control::Control(Window& window, std::string_view name, std::optional<int> index
     window_.add(*this);
 }
 
-Control::~Control() { window_.remove(*this); }
+Control::~Control() {
+    window_.remove(*this);
+}
 
 std::string Control::path() const {
     std::string text(name_);
@@ -64,9 +68,13 @@ bool Control::usable() const {
     return container_ == nullptr || container_->usable();
 }
 
-std::optional<Value> Control::indexedProperty(std::string_view, std::span<const int>) const { return {}; }
+std::optional<Value> Control::indexedProperty(std::string_view, std::span<const int>) const {
+    return {};
+}
 
-void Control::press() { raise(Click); }
+void Control::press() {
+    raise(Click);
+}
 
 void Control::keyDown(int keyCode, int shift) {
     window_.enter(name_, [&] { window_.Form_KeyDown(keyCode, shift); });
@@ -86,6 +94,8 @@ void Control::mouseUp(int button, int shift, double x, double y) {
     raise(MouseUp, button, shift, x, y);
 }
 
-std::vector<std::span<const PropertyInfo>> Control::propertyTables() const { return {kProperties}; }
+std::vector<std::span<const PropertyInfo>> Control::propertyTables() const {
+    return {kProperties};
+}
 
 }  // namespace korvane::platform

@@ -1,17 +1,17 @@
 // The controls of a window, as plain state with names and events. Views show them; scripts and tests drive them.
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Property.h"
-#include "platform/PropertyTable.h"
-#include "platform/Window.h"
-
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+
+#include "platform/Color.h"
+#include "platform/Property.h"
+#include "platform/PropertyTable.h"
+#include "platform/Window.h"
 
 namespace korvane::platform {
 

@@ -38,32 +38,39 @@ constexpr std::array kComboBox{
                      }
                      box.ListIndex = row;
                  }},
-    PropertyInfo{"ListCount",
-                 [](const Object& object) -> Value {
-                     return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()};
-                 },
-                 nullptr},
+    PropertyInfo{
+        "ListCount",
+        [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()}; },
+        nullptr},
     PropertyInfo{"Text", [](const Object& object) -> Value { return dynamic_cast<const ComboBox&>(object).Text(); },
                  nullptr},
 };
 
 }  // namespace
 
-std::vector<std::span<const PropertyInfo>> Label::propertyTables() const { return withTable<Control>(*this, kLabel); }
+std::vector<std::span<const PropertyInfo>> Label::propertyTables() const {
+    return withTable<Control>(*this, kLabel);
+}
 
 std::vector<std::span<const PropertyInfo>> CommandButton::propertyTables() const {
     return withTable<Control>(*this, kButton);
 }
 
-std::vector<std::span<const PropertyInfo>> Frame::propertyTables() const { return withTable<Control>(*this, kFrame); }
+std::vector<std::span<const PropertyInfo>> Frame::propertyTables() const {
+    return withTable<Control>(*this, kFrame);
+}
 
-std::vector<std::span<const PropertyInfo>> Image::propertyTables() const { return withTable<Control>(*this, kImage); }
+std::vector<std::span<const PropertyInfo>> Image::propertyTables() const {
+    return withTable<Control>(*this, kImage);
+}
 
 std::vector<std::span<const PropertyInfo>> CheckBox::propertyTables() const {
     return withTable<Control>(*this, kCheckBox);
 }
 
-void CheckBox::press() { Value = Value == 0 ? 1 : 0; }
+void CheckBox::press() {
+    Value = Value == 0 ? 1 : 0;
+}
 
 void CheckBox::afterChange(const void* property) {
     if (property == &Value) {
@@ -96,9 +103,13 @@ void ComboBox::setItemToolTip(int row, std::string text) {
     }
 }
 
-const std::string& ComboBox::itemToolTip(int row) const { return rows_.at(static_cast<std::size_t>(row)).toolTip; }
+const std::string& ComboBox::itemToolTip(int row) const {
+    return rows_.at(static_cast<std::size_t>(row)).toolTip;
+}
 
-std::string ComboBox::Text() const { return ListIndex < 0 ? std::string() : List(ListIndex); }
+std::string ComboBox::Text() const {
+    return ListIndex < 0 ? std::string() : List(ListIndex);
+}
 
 void ComboBox::choose(int row) {
     if (row < 0 || row >= ListCount()) {

@@ -1,11 +1,11 @@
 // The kinds of control that the program's windows are made of.
 #pragma once
 
-#include "platform/Control.h"
-
 #include <deque>
 #include <string>
 #include <vector>
+
+#include "platform/Control.h"
 
 namespace korvane::platform {
 
@@ -65,7 +65,8 @@ public:
     [[nodiscard]] const std::string& itemToolTip(int row) const;
     // The chosen row's text, empty when none is chosen.
     [[nodiscard]] std::string Text() const;
-    // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not exist.
+    // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not
+    // exist.
     void choose(int row) override;
     [[nodiscard]] std::optional<Choices> choices() const override { return Choices{0, ListCount()}; }
     [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,

@@ -1,11 +1,11 @@
 // The only clock of the program and the only source of its events.
 #pragma once
 
-#include "platform/WallTime.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
+
+#include "platform/WallTime.h"
 
 namespace korvane::platform {
 

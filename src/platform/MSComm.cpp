@@ -1,10 +1,10 @@
 #include "platform/MSComm.h"
 
-#include "platform/Machine.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
+
+#include "platform/Machine.h"
 
 namespace korvane::platform {
 
@@ -17,7 +17,9 @@ constexpr int kErrorBadSettings = 380;
 // While nobody reads (a message box is open), the line goes on; what comes beyond this is lost as in any driver.
 constexpr std::size_t kInputLimit = 1 << 20;
 
-const MSComm& comm(const Object& object) { return dynamic_cast<const MSComm&>(object); }
+const MSComm& comm(const Object& object) {
+    return dynamic_cast<const MSComm&>(object);
+}
 
 constexpr std::array kProperties{
     property<&MSComm::CommPort>("CommPort"),
@@ -54,7 +56,9 @@ MSComm::MSComm(Window& window, std::string_view name)
       pump_(window.machine().pump),
       arrival_(pump_.makeAlarm([this] { receiveEvent(); })) {}
 
-MSComm::~MSComm() { close(); }
+MSComm::~MSComm() {
+    close();
+}
 
 void MSComm::setPortOpen(bool open) {
     if (open == open_) {
@@ -84,7 +88,9 @@ void MSComm::close() {
     changed(portOpenProperty());
 }
 
-std::span<const std::uint8_t> MSComm::waitingInput() const { return std::span(input_).subspan(taken_); }
+std::span<const std::uint8_t> MSComm::waitingInput() const {
+    return std::span(input_).subspan(taken_);
+}
 
 void MSComm::takeInput(std::size_t count) {
     taken_ += std::min(count, InBufferCount());
@@ -99,7 +105,9 @@ void MSComm::Output(std::span<const std::uint8_t> bytes) {
     line_.write(bytes);
 }
 
-int MSComm::OutBufferCount() const { return open_ ? static_cast<int>(line_.pendingOutput()) : 0; }
+int MSComm::OutBufferCount() const {
+    return open_ ? static_cast<int>(line_.pendingOutput()) : 0;
+}
 
 int MSComm::lineBaud() const {
     requireOpen();

@@ -1,13 +1,13 @@
 // The serial control.
 #pragma once
 
-#include "platform/Control.h"
-#include "platform/EventPump.h"
-#include "platform/SerialLine.h"
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "platform/Control.h"
+#include "platform/EventPump.h"
+#include "platform/SerialLine.h"
 
 namespace korvane::platform {
 
@@ -17,9 +17,9 @@ public:
     MSComm(Window& window, std::string_view name);
     ~MSComm() override;
 
-    Property<int> CommPort{*this, 1};                      // 1 to 16
+    Property<int> CommPort{*this, 1};                     // 1 to 16
     Property<std::string> Settings{*this, "9600,N,8,1"};  // baud, parity, data bits, stop bits
-    Property<int> RThreshold{*this};                       // 0: OnComm is not raised by received bytes
+    Property<int> RThreshold{*this};                      // 0: OnComm is not raised by received bytes
     Property<int> InputLen{*this};
     Property<int> OutBufferSize{*this, 512};
 

@@ -13,7 +13,8 @@ Object::~Object() {
 
 const PropertyInfo* Object::findProperty(std::string_view name) const {
     for (const auto table : propertyTables()) {
-        const auto found = std::find_if(table.begin(), table.end(), [&](const auto& info) { return info.name == name; });
+        const auto found =
+            std::find_if(table.begin(), table.end(), [&](const auto& info) { return info.name == name; });
         if (found != table.end()) {
             return &*found;
         }
@@ -21,9 +22,13 @@ const PropertyInfo* Object::findProperty(std::string_view name) const {
     return nullptr;
 }
 
-void Object::addObserver(Observer& observer) { observers_.push_back(&observer); }
+void Object::addObserver(Observer& observer) {
+    observers_.push_back(&observer);
+}
 
-void Object::removeObserver(Observer& observer) { std::erase(observers_, &observer); }
+void Object::removeObserver(Observer& observer) {
+    std::erase(observers_, &observer);
+}
 
 void Object::changed(const void* property) {
     // By index: an observer may come or go while they are told.  NOLINTNEXTLINE(modernize-loop-convert)

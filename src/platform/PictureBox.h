@@ -1,14 +1,14 @@
 // A surface for drawing, and the list of what has been drawn on it.
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Control.h"
-
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Color.h"
+#include "platform/Control.h"
 
 namespace korvane::platform {
 

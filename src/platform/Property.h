@@ -1,12 +1,12 @@
 // A property of a control or window: a value that tells when it changes.
 #pragma once
 
-#include "platform/Object.h"
-
 #include <concepts>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "platform/Object.h"
 
 namespace korvane::platform {
 
@@ -31,9 +31,9 @@ public:
 
     // Assigns in place, so that a short text that changes a hundred times a second costs no allocation.
     template <class Text>
-        requires std::same_as<T, std::string> && std::convertible_to<Text, std::string_view> &&
-                 (!std::same_as<std::remove_cvref_t<Text>, std::string>)
-    Property& operator=(const Text& text) {
+    requires std::same_as<T, std::string> && std::convertible_to<Text, std::string_view> &&
+        (!std::same_as<std::remove_cvref_t<Text>, std::string>)Property&
+        operator=(const Text& text) {
         if (const std::string_view view = text; value_ != view) {
             value_.assign(view);
             owner_->changed(this);

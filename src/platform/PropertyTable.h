@@ -1,11 +1,11 @@
 // Builds the tables through which properties are reached by name.
 #pragma once
 
-#include "platform/Property.h"
-#include "platform/RuntimeError.h"
-
 #include <limits>
 #include <type_traits>
+
+#include "platform/Property.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::platform {
 

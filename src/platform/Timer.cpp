@@ -1,8 +1,8 @@
 #include "platform/Timer.h"
 
-#include "platform/Machine.h"
-
 #include <array>
+
+#include "platform/Machine.h"
 
 namespace korvane::platform {
 
@@ -45,6 +45,8 @@ void Timer::fire() {
     raise(Tick);
 }
 
-std::vector<std::span<const PropertyInfo>> Timer::propertyTables() const { return withTable<Control>(*this, kTimer); }
+std::vector<std::span<const PropertyInfo>> Timer::propertyTables() const {
+    return withTable<Control>(*this, kTimer);
+}
 
 }  // namespace korvane::platform

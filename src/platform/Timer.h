@@ -1,15 +1,15 @@
 // A window's timer.
 #pragma once
 
+#include <memory>
+
 #include "platform/Control.h"
 #include "platform/EventPump.h"
 
-#include <memory>
-
 namespace korvane::platform {
 
-// Ticks every Interval milliseconds while Enabled; an Interval of 0 never ticks. Switching it on or changing the Interval
-// starts the count anew. Ticks that could not be served in time are dropped, not caught up.
+// Ticks every Interval milliseconds while Enabled; an Interval of 0 never ticks. Switching it on or changing the
+// Interval starts the count anew. Ticks that could not be served in time are dropped, not caught up.
 class Timer : public Control {
 public:
     Timer(Window& window, std::string_view name, bool enabled, int interval);

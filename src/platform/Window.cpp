@@ -1,19 +1,21 @@
 #include "platform/Window.h"
 
-#include "platform/Control.h"
-#include "platform/DebugLog.h"
-#include "platform/Machine.h"
-
 #include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
 
+#include "platform/Control.h"
+#include "platform/DebugLog.h"
+#include "platform/Machine.h"
+
 namespace korvane::platform {
 
 namespace {
 
-Value nameValue(const Object& object) { return std::string(dynamic_cast<const Window&>(object).name()); }
+Value nameValue(const Object& object) {
+    return std::string(dynamic_cast<const Window&>(object).name());
+}
 
 Value activeControlValue(const Object& object) {
     const auto* control = dynamic_cast<const Window&>(object).activeControl();
@@ -21,16 +23,11 @@ Value activeControlValue(const Object& object) {
 }
 
 constexpr std::array kProperties{
-    readOnlyProperty<&nameValue>("Name"),
-    property<&Window::Caption>("Caption"),
-    property<&Window::Visible>("Visible"),
-    property<&Window::Left>("Left"),
-    property<&Window::Top>("Top"),
-    property<&Window::Width>("Width"),
-    property<&Window::Height>("Height"),
-    property<&Window::BackColor>("BackColor"),
-    property<&Window::Tag>("Tag"),
-    readOnlyProperty<&activeControlValue>("ActiveControl"),
+    readOnlyProperty<&nameValue>("Name"),  property<&Window::Caption>("Caption"),
+    property<&Window::Visible>("Visible"), property<&Window::Left>("Left"),
+    property<&Window::Top>("Top"),         property<&Window::Width>("Width"),
+    property<&Window::Height>("Height"),   property<&Window::BackColor>("BackColor"),
+    property<&Window::Tag>("Tag"),         readOnlyProperty<&activeControlValue>("ActiveControl"),
 };
 
 }  // namespace
@@ -99,9 +96,13 @@ void Window::logFailure(std::string_view what, const std::exception& error) {
     machine_.log.write(std::string(name_) + "." + std::string(what) + ": " + error.what());
 }
 
-std::vector<std::span<const PropertyInfo>> Window::propertyTables() const { return {kProperties}; }
+std::vector<std::span<const PropertyInfo>> Window::propertyTables() const {
+    return {kProperties};
+}
 
-void Window::add(Control& control) { controls_.push_back(&control); }
+void Window::add(Control& control) {
+    controls_.push_back(&control);
+}
 
 void Window::remove(Control& control) {
     if (active_ == &control) {

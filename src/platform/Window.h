@@ -1,13 +1,13 @@
 // A window as a model: its properties, its controls, the focus, and the one door through which events come in.
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Property.h"
-
 #include <exception>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Color.h"
+#include "platform/Property.h"
 
 namespace korvane::platform {
 

@@ -1,8 +1,8 @@
 #include "trend/TrendTable.h"
 
-#include "core/Checked.h"
-
 #include <algorithm>
+
+#include "core/Checked.h"
 
 namespace korvane::trend {
 
@@ -30,7 +30,9 @@ void TrendTable::push(double value, int series) {
     row.pushed = true;
 }
 
-double TrendTable::value(int series, int row) const { return rows(series, row, row).front(); }
+double TrendTable::value(int series, int row) const {
+    return rows(series, row, row).front();
+}
 
 std::span<const double> TrendTable::rows(int series, int first, int last) const {
     const auto& row = at(series);
@@ -41,6 +43,8 @@ std::span<const double> TrendTable::rows(int series, int first, int last) const 
                                        static_cast<std::size_t>(last - first + 1));
 }
 
-const TrendTable::Series& TrendTable::at(int series) const { return core::checked(series_, series); }
+const TrendTable::Series& TrendTable::at(int series) const {
+    return core::checked(series_, series);
+}
 
 }  // namespace korvane::trend

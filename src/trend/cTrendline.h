@@ -1,10 +1,10 @@
 // Draws a trend table on a picture box: value grid, minutes, legend and five lines, the newest sample at the right.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/PictureBox.h"
 #include "trend/TrendTable.h"
-
-#include <cstdint>
 
 namespace korvane::trend {
 

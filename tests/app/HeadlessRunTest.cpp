@@ -1,14 +1,13 @@
 // The program as users' scripts run it.
-#include "app/Process.h"
-#include "support/TempFolder.h"
-
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <chrono>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "app/Process.h"
+#include "support/TempFolder.h"
 
 namespace korvane::app {
 namespace {
@@ -39,19 +38,18 @@ protected:
 };
 
 TEST_F(HeadlessRun, TellsTheIdentityAndLiveValuesOfTheVirtualEcu) {
-    const auto outcome = run(
-        "choose frmSarn2.ComboPort 2\n"
-        "click frmSarn2.btnConnect\n"
-        "wait 2000\n"
-        "get frmSarn2.Caption\n"
-        "get frmSarn2.lblState.Caption\n"
-        "get frmSarn2.lblValue(0).Text\n",
-        {"--ecu", "type=11"});
+    const auto outcome =
+        run("choose frmSarn2.ComboPort 2\n"
+            "click frmSarn2.btnConnect\n"
+            "wait 2000\n"
+            "get frmSarn2.Caption\n"
+            "get frmSarn2.lblState.Caption\n"
+            "get frmSarn2.lblValue(0).Text\n",
+            {"--ecu", "type=11"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
     EXPECT_THAT(lines(outcome.output),
-                ElementsAre("ok", "ok", "ok",
-                            "ok \"Korvane Tuner v1.3 by Dulmer  Korvane3 full engine control\"",
+                ElementsAre("ok", "ok", "ok", "ok \"Korvane Tuner v1.3 by Dulmer  Korvane3 full engine control\"",
                             "ok \"COM3; 57600 Connected\"",
                             "error frmSarn2.lblValue(0) has no property Text (a label has Caption)"));
 }
@@ -73,16 +71,16 @@ TEST_F(HeadlessRun, GivesTheSameRepliesAndTheSameBytesAtTheSameTimesOnEveryRun) 
 }
 
 TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
-    const auto outcome = run(
-        "click frmSarn2.btnConnect\n"
-        "sent\n"
-        "wait 10\n"
-        "sent\n"
-        "receive 7905010D0D3A0B86\n"
-        "receive 7G\n"
-        "get frmSarn2.lblHWVer.Caption\n"
-        "get SWType\n",
-        {"--ecu", "none"});
+    const auto outcome =
+        run("click frmSarn2.btnConnect\n"
+            "sent\n"
+            "wait 10\n"
+            "sent\n"
+            "receive 7905010D0D3A0B86\n"
+            "receive 7G\n"
+            "get frmSarn2.lblHWVer.Caption\n"
+            "get SWType\n",
+            {"--ecu", "none"});
     const auto replies = lines(outcome.output);
     ASSERT_EQ(replies.size(), 8U);
     EXPECT_EQ(replies[1], "ok \"\"");
@@ -94,21 +92,27 @@ TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
 }
 
 TEST_F(HeadlessRun, EndsWithTheMainWindowAndKeepsTheChoices) {
-    const auto outcome = run("choose frmSarn2.ComboPort 4\nchoose frmSarn2.ComboBaud 6\nclick frmSarn2.chkUseSound\n"
-                             "click frmSarn2.btnConnect\nclose frmSarn2\nwait 1100\nget frmSarn2.Caption\n",
-                             {"--ecu", "type=11"});
+    const auto outcome =
+        run("choose frmSarn2.ComboPort 4\nchoose frmSarn2.ComboBaud 6\nclick frmSarn2.chkUseSound\n"
+            "click frmSarn2.btnConnect\nclose frmSarn2\nwait 1100\nget frmSarn2.Caption\n",
+            {"--ecu", "type=11"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(lines(outcome.output), ElementsAre("ok", "ok", "ok", "ok", "ok", "ok"));
-    const auto again = run("get frmSarn2.ComboPort.ListIndex\nget frmSarn2.ComboBaud.Text\nget frmSarn2.chkUseSound.Value\n"
-                           "get useSound\n",
-                           {"--ecu", "type=11"});
+    const auto again =
+        run("get frmSarn2.ComboPort.ListIndex\nget frmSarn2.ComboBaud.Text\nget frmSarn2.chkUseSound.Value\n"
+            "get useSound\n",
+            {"--ecu", "type=11"});
     EXPECT_THAT(lines(again.output), ElementsAre("ok 4", "ok \"230400\"", "ok 1", "ok true"));
 }
 
 TEST_F(HeadlessRun, SaysWhatIsWrongWithAnOptionInOneLine) {
-    for (const std::vector<std::string>& bad :
-         {std::vector<std::string>{"--nonsense"}, {"--ecu", "type=none"}, {"--ecu", "speed"}, {"--now", "yesterday"},
-          {"--folder", "/nonexistent/folder"}, {"--script", "/nonexistent/script"}, {"--trace", "/nonexistent/trace"}}) {
+    for (const std::vector<std::string>& bad : {std::vector<std::string>{"--nonsense"},
+                                                {"--ecu", "type=none"},
+                                                {"--ecu", "speed"},
+                                                {"--now", "yesterday"},
+                                                {"--folder", "/nonexistent/folder"},
+                                                {"--script", "/nonexistent/script"},
+                                                {"--trace", "/nonexistent/trace"}}) {
         auto arguments = bad;
         arguments.insert(arguments.end(), {"--headless", "--virtual-time"});
         if (bad.front() != "--ecu") {

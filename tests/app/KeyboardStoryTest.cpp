@@ -1,5 +1,13 @@
 // A tuner without a mouse: from the start of the program to its end, on the real windows, with real keys, a real
 // pseudo-terminal and the virtual ECU in a process of its own.
+#include <QApplication>
+#include <QTest>
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
 #include "app/Process.h"
 #include "app/Program.h"
 #include "platform/MSComm.h"
@@ -11,15 +19,6 @@
 #include "qt/Until.h"
 #include "support/TempFolder.h"
 #include "views/ViewHost.h"
-
-#include <QApplication>
-#include <QTest>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
 
 namespace korvane::app {
 namespace {
@@ -103,9 +102,8 @@ TEST_F(KeyboardStory, FromTheStartToTheEnd) {
 
     tabTo("Command2");
     press(Qt::Key_Space);
-    EXPECT_TRUE(until(pump_, [this] {
-        return window_.Caption.get().find("Device started") != std::string::npos;
-    })) << window_.Caption.get();
+    EXPECT_TRUE(until(pump_, [this] { return window_.Caption.get().find("Device started") != std::string::npos; }))
+        << window_.Caption.get();
 
     tabTo("btnConnect");
     press(Qt::Key_Space);

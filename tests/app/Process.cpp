@@ -1,11 +1,11 @@
 #include "app/Process.h"
 
-#include "support/TempFolder.h"
-
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "support/TempFolder.h"
 
 namespace korvane::app {
 
@@ -61,7 +61,9 @@ BackgroundProgram::BackgroundProgram(const std::string& name, const std::vector<
     }
 }
 
-BackgroundProgram::~BackgroundProgram() { end(); }
+BackgroundProgram::~BackgroundProgram() {
+    end();
+}
 
 void BackgroundProgram::end() {
     if (process_ > 0) {

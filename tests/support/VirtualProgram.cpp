@@ -28,15 +28,18 @@ Bytes frame(std::uint8_t command, const Bytes& payload) {
 }
 
 VirtualMachine::VirtualMachine(platform::LineDevice* lineDevice)
-    : line(pump, lineDevice != nullptr ? lineDevice : &recorder),
-      machine{pump, line, dialogs, preferences, log, windows, folder.path(), '.', {}} {}
+    : line(pump, lineDevice != nullptr ? lineDevice : &recorder), machine{pump,          line, dialogs,
+                                                                          preferences,   log,  windows,
+                                                                          folder.path(), '.',  {}} {}
 
 VirtualProgram::VirtualProgram(platform::LineDevice* lineDevice) : VirtualMachine(lineDevice), program(machine) {
     folder.write("Settings_par.ini", namelessChannels());
     program.start();
 }
 
-void VirtualProgram::connect() { window.btnConnect.press(); }
+void VirtualProgram::connect() {
+    window.btnConnect.press();
+}
 
 void VirtualProgram::receive(const Bytes& bytes) {
     line.inject(bytes);

@@ -1,6 +1,11 @@
 // A whole program on a virtual machine, with a line in memory on which a test plays the ECU.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "app/Program.h"
 #include "platform/Machine.h"
 #include "platform/virtual/MemoryLine.h"
@@ -9,11 +14,6 @@
 #include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 #include "support/TempFolder.h"
-
-#include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace korvane::support {
 

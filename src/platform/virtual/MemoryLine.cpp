@@ -14,9 +14,13 @@ void MemoryLine::open(int, int baud, LineListener& listener) {
     static_cast<void>(setBaud(baud));
 }
 
-void MemoryLine::close() { listener_ = nullptr; }
+void MemoryLine::close() {
+    listener_ = nullptr;
+}
 
-std::string MemoryLine::deviceOf(int) { return device_ != nullptr ? "the built-in virtual ECU" : "a line in memory"; }
+std::string MemoryLine::deviceOf(int) {
+    return device_ != nullptr ? "the built-in virtual ECU" : "a line in memory";
+}
 
 void MemoryLine::write(std::span<const std::uint8_t> bytes) {
     for (const auto byte : bytes) {
@@ -28,8 +32,8 @@ void MemoryLine::write(std::span<const std::uint8_t> bytes) {
 
 std::size_t MemoryLine::pendingOutput() {
     const Micros now = pump_.now();
-    return static_cast<std::size_t>(
-        std::count_if(output_.begin(), output_.end(), [&](const auto& travelling) { return travelling.arrival > now; }));
+    return static_cast<std::size_t>(std::count_if(output_.begin(), output_.end(),
+                                                  [&](const auto& travelling) { return travelling.arrival > now; }));
 }
 
 bool MemoryLine::setBaud(int baud) {

@@ -1,13 +1,13 @@
 // A serial line in memory, with a device at its other end or nobody.
 #pragma once
 
-#include "platform/EventPump.h"
-#include "platform/SerialLine.h"
-
 #include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include "platform/EventPump.h"
+#include "platform/SerialLine.h"
 
 namespace korvane::platform {
 

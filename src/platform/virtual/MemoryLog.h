@@ -1,10 +1,10 @@
 // A debug log that tests can read.
 #pragma once
 
-#include "platform/DebugLog.h"
-
 #include <string>
 #include <vector>
+
+#include "platform/DebugLog.h"
 
 namespace korvane::platform {
 

@@ -43,8 +43,12 @@ std::string QueuedDialogs::choose(const FileDialog& dialog) {
     return answer;
 }
 
-std::vector<MessageBox> QueuedDialogs::takeMessages() { return drain(messages_); }
+std::vector<MessageBox> QueuedDialogs::takeMessages() {
+    return drain(messages_);
+}
 
-std::vector<FileDialog> QueuedDialogs::takeFileDialogs() { return drain(fileDialogs_); }
+std::vector<FileDialog> QueuedDialogs::takeFileDialogs() {
+    return drain(fileDialogs_);
+}
 
 }  // namespace korvane::platform

@@ -1,11 +1,11 @@
 // Dialogs with answers prepared beforehand, and a record of what was shown.
 #pragma once
 
-#include "platform/Dialogs.h"
-
 #include <deque>
 #include <string>
 #include <vector>
+
+#include "platform/Dialogs.h"
 
 namespace korvane::platform {
 

@@ -41,7 +41,9 @@ VirtualPump::VirtualPump(WallTime start) : wallStart_(secondsOf(start)) {}
 
 VirtualPump::~VirtualPump() = default;
 
-WallTime VirtualPump::wallTime() const { return wallTimeOf(wallStart_ + now_ / (1000 * kMicrosPerMilli)); }
+WallTime VirtualPump::wallTime() const {
+    return wallTimeOf(wallStart_ + now_ / (1000 * kMicrosPerMilli));
+}
 
 void VirtualPump::pump() {
     // What the events ask for while they run waits for the next chance, so a pump always ends.
@@ -50,7 +52,9 @@ void VirtualPump::pump() {
     }
 }
 
-void VirtualPump::wait(int milliseconds) { runUntil(now_ + std::max(milliseconds, 0) * kMicrosPerMilli); }
+void VirtualPump::wait(int milliseconds) {
+    runUntil(now_ + std::max(milliseconds, 0) * kMicrosPerMilli);
+}
 
 void VirtualPump::runUntil(Micros moment) {
     while (runNext(moment, std::numeric_limits<std::uint64_t>::max())) {

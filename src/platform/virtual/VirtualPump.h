@@ -1,12 +1,12 @@
 // A clock that stands still except inside waits, and then jumps from event to event.
 #pragma once
 
-#include "platform/EventPump.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
+
+#include "platform/EventPump.h"
 
 namespace korvane::platform {
 
@@ -34,9 +34,7 @@ private:
         Micros due;
         std::uint64_t order;
         VirtualAlarm* alarm;
-        bool operator<(const Entry& other) const {
-            return due != other.due ? due < other.due : order < other.order;
-        }
+        bool operator<(const Entry& other) const { return due != other.due ? due < other.due : order < other.order; }
     };
     // What is armed, the next one last. Few at any time, so that inserting into the row beats a tree.
     using Entries = std::vector<Entry>;
