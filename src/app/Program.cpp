@@ -25,7 +25,7 @@ Program::Program(platform::Machine& machine)
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
-      connection_(machine, frmSarn2_, tables_, dispatcher_),
+      connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
       liveUpdate_(frmSarn2_, tables_, windows_, trends_) {
     dispatcher_.setLiveDecoder(liveUpdate_);
@@ -94,7 +94,7 @@ void Program::disableWhatComesLater() {
 }
 
 void Program::mainWindowUnload(bool& stays) {
-    stays = connection_.closing();
+    stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     ended_ = !stays;
     if (ended_ && endedHandler_) {
         endedHandler_();

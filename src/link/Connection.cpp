@@ -39,9 +39,8 @@ int rowOr0(std::int32_t row, const platform::ComboBox& list) {
 
 }  // namespace
 
-Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables,
-                       Dispatcher& dispatcher)
-    : machine_(machine), panel_(panel), tables_(tables), dispatcher_(dispatcher) {
+Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispatcher& dispatcher)
+    : machine_(machine), panel_(panel), dispatcher_(dispatcher) {
     panel_.MSComm1.OnComm = [this] { onComm(); };
     panel_.MSComm1.LineLost = [this](const std::string& reason) { lineLost(reason); };
     panel_.ComboRefresh.Click = [this] { comboRefreshClick(); };
@@ -172,14 +171,14 @@ void Connection::sendIfOpen(std::span<const std::uint8_t> bytes) {
     }
 }
 
-bool Connection::closing() {
+bool Connection::closing(int useSound) {
     const auto remember = [&](const char* name, int value) {
         core::RegWriteString(machine_.preferences, core::kSettingsKey, name, std::to_string(value));
     };
     remember("Speed", panel_.ComboBaud.ListIndex);
     remember("Port", panel_.ComboPort.ListIndex);
     remember("Refresh", panel_.ComboRefresh.ListIndex);
-    remember("UseSound", tables_.useSound ? 1 : 0);
+    remember("UseSound", useSound);
     if (!panel_.isConnected) {
         return false;
     }
@@ -205,6 +204,7 @@ void Connection::onComm() {
         throw;
     }
     --receiveDepth_;
+    // An event that this look runs, and that ends here as well, needs no look of its own.
     if (!pumping_) {
         pumping_ = true;
         machine_.pump.pump();

@@ -16,7 +16,7 @@ namespace korvane::link {
 class Connection {
 public:
     // Sets the handlers of the panel's controls; all of them outlive it.
-    Connection(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Dispatcher& dispatcher);
+    Connection(platform::Machine& machine, ConnectionPanel& panel, Dispatcher& dispatcher);
 
     // The connection's share of the main window's load: fills the lists and picks what the preferences remember.
     void fillLists();
@@ -24,9 +24,9 @@ public:
     // Opens or closes the port as the button does. A failure shows a message box with its number and description.
     void btnConnect_Click();
 
-    // The close of the main window, first part: remembers the choices. True if the window has to stay open for now,
-    // because the port is only just being closed; TimerExit unloads it a second later.
-    [[nodiscard]] bool closing();
+    // The close of the main window, first part: remembers the choices and `useSound`, the box's value. True if the
+    // window has to stay open for now, because the port is only just being closed; TimerExit unloads it a second later.
+    [[nodiscard]] bool closing(int useSound);
 
 private:
     void onComm();
@@ -46,7 +46,6 @@ private:
 
     platform::Machine& machine_;
     ConnectionPanel& panel_;
-    core::SharedTables& tables_;
     Dispatcher& dispatcher_;
     int receiveDepth_ = 0;
     bool pumping_ = false;

@@ -259,6 +259,7 @@ void Dispatcher::identity(Payload payload) {
     }
     tables_.SWType = payload[4];
     showFirmwareType();
+    // Events run meanwhile: a line that sends identities without end would otherwise freeze the window for good.
     if (identityWaits_ < kNestedIdentityPauses) {
         ++identityWaits_;
         machine_.pump.wait(kIdentityPause);

@@ -16,6 +16,7 @@ constexpr std::array<std::string_view, 16> kLampNames{
 
 constexpr int kTrendWidth = 9000;  // twips, until a view has a size for it
 constexpr int kTrendHeight = 3600;
+constexpr int kDialSize = 2700;  // twips
 
 }  // namespace
 
@@ -103,6 +104,10 @@ void FrmSarn2::describeValues() {
     }
     SarnMeterboost.readProperties({});
     SarnMeterRpm.readProperties({});
+    SarnMeterboost.Width = kDialSize;
+    SarnMeterRpm.Width = kDialSize;
+    SarnGauge3.Width = kDialSize;
+    SarnGauge3.Height = kDialSize;
     SarnGauge3.Caption = "Throttle";
 }
 

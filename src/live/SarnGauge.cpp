@@ -46,6 +46,18 @@ void SarnGauge::step() {
     setValue(value_ + 1 > 99 ? 0 : value_ + 1);
 }
 
+void SarnGauge::readProperties(const Stored& stored) {
+    setValue(stored.Value);
+    Caption = stored.Caption;
+}
+
+void SarnGauge::afterChange(const void* property) {
+    if (property == &Caption && !Caption.get().empty()) {
+        shownCaption_ = Caption;
+        changed(faceProperty());
+    }
+}
+
 DialPoint SarnGauge::pointAt(double value, double radius) {
     const double angle = value * kRadiansPerUnit + kStartAngle;
     return {(std::cos(angle) * radius + 1) / 2, (std::sin(angle) * radius + 1) / 2};

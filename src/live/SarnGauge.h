@@ -11,6 +11,16 @@ public:
     using Control::Control;
 
     platform::Property<std::string> Caption{*this, "Name"};
+    // The caption on the face: an empty Caption leaves the one before.
+    [[nodiscard]] const std::string& shownCaption() const { return shownCaption_; }
+
+    // What a form stores of it.
+    struct Stored {
+        int Value = 0;
+        std::string Caption = "Name";
+    };
+    [[nodiscard]] Stored writeProperties() const { return {value_, Caption}; }
+    void readProperties(const Stored& stored);
 
     [[nodiscard]] int value() const { return value_; }
     void setValue(int value);
@@ -33,6 +43,9 @@ public:
     [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
     [[nodiscard]] const void* faceProperty() const { return &value_; }
 
+protected:
+    void afterChange(const void* property) override;
+
 private:
     static constexpr double kInnerRadius = 0.7;
     static constexpr double kOuterRadius = 0.9;
@@ -42,6 +55,7 @@ private:
     int lastValue_ = 0;
     int redraws_ = 0;
     std::string number_ = "0";
+    std::string shownCaption_ = "Name";
 };
 
 }  // namespace korvane::live

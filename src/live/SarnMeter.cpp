@@ -44,6 +44,7 @@ constexpr std::array kProperties{
     property<&SarnMeter::MinPos>("MinPos"),
     property<&SarnMeter::MaxPos>("MaxPos"),
     property<&SarnMeter::ViisariLength>("ViisariLength"),
+    property<&SarnMeter::BackPicture>("BackPicture"),
 };
 
 }  // namespace
@@ -57,10 +58,10 @@ SarnMeter::SarnMeter(platform::Window& window, std::string_view name, std::optio
 }
 
 void SarnMeter::setValue(double value) {
+    value_ = value < Min ? Min.get() : value > Max ? Max.get() : value;
     if (Max.get() == 0) {
         throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
     }
-    value_ = value < Min ? Min.get() : value > Max ? Max.get() : value;
     position_ = (value_ - Min) / Max * (MaxPos - MinPos);
     if (value_ != lastValue_) {
         redraw();
@@ -77,12 +78,19 @@ void SarnMeter::setMeterType(int type) {
     setValue(Min);
     lastValue_ = value_;
     peak_ = static_cast<int>(core::toInt(position_));
-    redraw();
+    const std::string face = type_ == 1 ? "ImageRpm" : "ImageBoost";
+    if (BackPicture == face) {
+        redraw();
+    } else {
+        BackPicture = face;
+    }
 }
 
 void SarnMeter::afterChange(const void* property) {
     if (property == &Width || property == &Height) {
         Height = Width;
+        redraw();
+    } else if (property == &BackPicture) {
         redraw();
     }
 }

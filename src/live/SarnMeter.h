@@ -35,6 +35,7 @@ public:
     platform::Property<double> MinPos{*this, 0};
     platform::Property<double> MaxPos{*this, 270};
     platform::Property<double> ViisariLength{*this, 0.6};  // needle length as a fraction of the radius
+    platform::Property<std::string> BackPicture{*this};    // the face's name; another one redraws
 
     [[nodiscard]] double value() const { return value_; }
     // RuntimeError 11 when Max is 0: the needle's place is a share of Max.

@@ -30,10 +30,13 @@ enum KeyCode : int {
     kKeyDown = 40,
     kKeyDelete = 127,
     kKeyPlus = 187,
+    kKeyComma = 188,
     kKeyMinus = 189,
+    kKeyPeriod = 190,
 };
 
-// The key code of the key that types `character` (letters share one code for both cases).
+// The key code of the key that types `character`: letters share one code for both cases, and a character whose key has
+// other codes on other keyboards has 0, so that none is mistaken for an arrow.
 [[nodiscard]] int keyCodeOf(char character);
 
 // Bits of a Shift argument.

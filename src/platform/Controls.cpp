@@ -164,14 +164,22 @@ std::vector<std::span<const PropertyInfo>> TextBox::propertyTables() const {
 }
 
 int keyCodeOf(char character) {
-    if (character == '+') {
-        return kKeyPlus;
+    switch (character) {
+        case '+':
+            return kKeyPlus;
+        case ',':
+            return kKeyComma;
+        case '-':
+            return kKeyMinus;
+        case '.':
+            return kKeyPeriod;
+        default:
+            break;
     }
-    if (character == '-') {
-        return kKeyMinus;
-    }
-    const auto code = static_cast<unsigned char>(character);
-    return code >= 'a' && code <= 'z' ? code - 'a' + 'A' : code;
+    const bool lower = character >= 'a' && character <= 'z';
+    const bool plain = (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z');
+    const bool control = character >= 0 && character <= kKeySpace;
+    return lower ? character - 'a' + 'A' : plain || control ? character : 0;
 }
 
 std::string_view nameOf(Picture picture) {

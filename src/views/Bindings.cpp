@@ -207,7 +207,7 @@ public:
 
 protected:
     void showContent() override {
-        const QString caption = QString::fromStdString(gauge_.Caption);
+        const QString caption = QString::fromStdString(gauge_.shownCaption());
         view_.setPose({gauge_.pointerTip(), gauge_.value(), QString::fromStdString(gauge_.number()), caption});
         view_.setAccessibleName(caption);
     }

@@ -13,7 +13,8 @@ namespace korvane::views {
 
 namespace {
 constexpr int kTwipsPerPixel = 15;
-}
+constexpr QSize kLargest(8000, 8000);  // more than any display; a larger window exhausts the memory
+}  // namespace
 
 WindowView::WindowView(platform::Window& window, FrameClock& clock) : window_(window), binder_(window, *this, clock) {
     const auto name = window.name();
@@ -82,7 +83,7 @@ void WindowView::showColor() {
 }
 
 QSize WindowView::modelSize() const {
-    return {window_.Width / kTwipsPerPixel, window_.Height / kTwipsPerPixel};
+    return QSize(window_.Width / kTwipsPerPixel, window_.Height / kTwipsPerPixel).boundedTo(kLargest);
 }
 
 void WindowView::showSize() {

@@ -138,6 +138,12 @@ TEST_F(ControlTest, LetterKeysShareOneCodeForBothCases) {
     EXPECT_EQ(keyCodeOf('+'), 187);
     EXPECT_EQ(keyCodeOf('-'), 189);
     EXPECT_EQ(keyCodeOf('7'), '7');
+    EXPECT_EQ(keyCodeOf(','), 188);
+    EXPECT_EQ(keyCodeOf('.'), 190);
+    // The codes 37 to 40 are the arrows.
+    for (const char character : {'%', '&', '\'', '('}) {
+        EXPECT_EQ(keyCodeOf(character), 0) << character;
+    }
 }
 
 class FocusTest : public ModelBench {
