@@ -42,6 +42,11 @@ Surroundings withRealLine(Surroundings surroundings, const Options& options) {
     return surroundings;
 }
 
+// Without a person a message box would stand for ever: a script that runs to its end, or a display that shows nothing.
+bool somebodyLooks(const Options& options) {
+    return !options.script && QGuiApplication::platformName() != "offscreen";
+}
+
 int runUntilEnded(Session& session, const Options& options) {
     session.program().setEndedHandler([] { QCoreApplication::quit(); });
     session.start();
@@ -66,7 +71,8 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     ViewScreenshots screenshots;
     const QSize pixels = QApplication::primaryScreen()->size();
     const platform::Screen screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};
-    Session session(options, withRealLine({pump, {}, &dialogs, &screenshots, screen}, options));
+    platform::Dialogs* const shown = somebodyLooks(options) ? &dialogs : nullptr;
+    Session session(options, withRealLine({pump, {}, shown, &screenshots, screen}, options));
     views::ViewHost views(session.windows());
     views::addViews(views);
     screenshots.setViews(&views);

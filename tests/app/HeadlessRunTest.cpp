@@ -136,6 +136,22 @@ TEST_F(HeadlessRun, SurvivesAnyInput) {
     EXPECT_THAT(outcome.output, HasSubstr("ok 0\n"));
 }
 
+// With windows, on a display that nobody sees: a message box at the start must not stand for ever.
+TEST(DisplayRun, IsNotHeldUpByAMessageBoxThatNobodyCanAnswer) {
+    const TempFolder folder;
+    const auto picture = (folder.path() / "main.png").string();
+    const auto outcome =
+        runProgram("korvane-tuner", {"--console", "--folder", folder.path().string(), "--ecu", "type=11"},
+                   "messages\nscreenshot frmSarn2 " + picture + "\nget frmSarn2.Visible\nquit\n");
+    EXPECT_EQ(outcome.status, 0);
+    const auto replies = lines(outcome.output);
+    ASSERT_EQ(replies.size(), 4U) << outcome.output << outcome.errors;
+    EXPECT_THAT(replies[0], HasSubstr("Settings_par.ini file not found."));
+    EXPECT_EQ(replies[1], "ok");
+    EXPECT_EQ(replies[2], "ok true");
+    EXPECT_EQ(folder.read("main.png").substr(1, 3), "PNG");
+}
+
 // The real machine without a display, a real pseudo-terminal, and the virtual ECU in a process of its own.
 TEST(RealRun, TalksToTheVirtualEcuOverAPseudoTerminal) {
     const TempFolder folder;
