@@ -43,7 +43,7 @@ QtSerialLine::QtSerialLine(EventPump& pump, PortMap ports)
 }
 
 QtSerialLine::~QtSerialLine() {
-    close();
+    QtSerialLine::close();
 }
 
 void QtSerialLine::open(int port, int baud, LineListener& listener) {
