@@ -50,9 +50,6 @@ bool somebodyLooks(const Options& options) {
 int runUntilEnded(Session& session, const Options& options) {
     session.program().setEndedHandler([] { QCoreApplication::quit(); });
     session.start();
-    if (options.connect) {
-        session.program().connectTo(*options.connect);
-    }
     const CommandInput input(session, options);
     QCoreApplication::exec();
     return reportEnd(session);

@@ -30,7 +30,8 @@ ecu::EcuSettings ecuSettings(const std::string& keys) {
 }  // namespace
 
 Session::Session(const Options& options, Surroundings surroundings)
-    : folder_(options.folder ? *options.folder : defaultFolder()),
+    : connect_(options.connect),
+      folder_(options.folder ? *options.folder : defaultFolder()),
       preferences_(preferencesOf(options)),
       ecu_(options.ecu && *options.ecu != "none"
                ? std::make_unique<EcuPort>(ecuSettings(*options.ecu), surroundings.pump)
@@ -64,6 +65,9 @@ Session::Session(const Options& options, Surroundings surroundings)
 
 void Session::start() {
     program_.start();
+    if (connect_) {
+        program_.connectTo(*connect_);
+    }
 }
 
 std::string Session::finish() {

@@ -35,9 +35,6 @@ int runVirtual(const Options& options) {
     platform::VirtualPump pump(options.now);
     Session session(options, {pump, {}, nullptr, nullptr, {}});
     session.start();
-    if (options.connect) {
-        session.program().connectTo(*options.connect);
-    }
     if (options.script) {
         session.commands().feed(readScript(*options.script));
     } else {

@@ -23,18 +23,6 @@ std::optional<std::int64_t> wholeIn(const Json& value) {
 
 }  // namespace
 
-Json toJson(const platform::Value& value) {
-    return std::visit(
-        [](const auto& content) -> Json {
-            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(content)>, std::monostate>) {
-                return {};
-            } else {
-                return content;
-            }
-        },
-        value);
-}
-
 platform::Value toValue(const Json& value) {
     if (const auto whole = wholeIn(value)) {
         return *whole;

@@ -5,13 +5,27 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <type_traits>
+#include <variant>
 
 #include "console/Json.h"
 #include "platform/Object.h"
 
 namespace korvane::console {
 
-[[nodiscard]] Json toJson(const platform::Value& value);
+// Null for a value never set.
+template <class... Kinds>
+[[nodiscard]] Json toJson(const std::variant<std::monostate, Kinds...>& value) {
+    return std::visit(
+        [](const auto& content) -> Json {
+            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(content)>, std::monostate>) {
+                return {};
+            } else {
+                return content;
+            }
+        },
+        value);
+}
 // Raises ConsoleError for an array or an object, which no property holds. A double without a fraction becomes whole.
 [[nodiscard]] platform::Value toValue(const Json& value);
 

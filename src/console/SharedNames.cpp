@@ -25,18 +25,6 @@ void addIdentity(Names& names, core::SharedTables& tables) {
     }
 }
 
-Json parameterJson(const core::ParameterValue& value) {
-    return std::visit(
-        [](const auto& content) -> Json {
-            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(content)>, std::monostate>) {
-                return {};
-            } else {
-                return content;
-            }
-        },
-        value);
-}
-
 // A row holds what a read of its width stores: a byte, or 32 bits where it is marked as 16 bits wide.
 void assignParameter(core::EEParam& row, const Json& value) {
     if (value.isNull()) {
@@ -54,7 +42,7 @@ void addEeprom(Names& names, core::SharedTables& tables) {
     auto& rows = tables.EEParams;
     names.add(
         "EEParams().value", {{0, static_cast<int>(rows.size()) - 1}},
-        [&rows](Names::Indices at) { return parameterJson(rows[static_cast<std::size_t>(at.front())].value); },
+        [&rows](Names::Indices at) { return toJson(rows[static_cast<std::size_t>(at.front())].value); },
         [&rows](Names::Indices at, const Json& value) {
             assignParameter(rows[static_cast<std::size_t>(at.front())], value);
         });

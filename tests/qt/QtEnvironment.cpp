@@ -21,7 +21,7 @@ public:
     void TearDown() override { application_.reset(); }
 
 private:
-    std::string name_ = "test_qt";
+    std::string name_ = "korvane-test";
     int argc_ = 1;
     std::array<char*, 2> argv_{name_.data(), nullptr};
     std::unique_ptr<QApplication> application_;
