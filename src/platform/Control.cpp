@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "platform/Controls.h"
-
 namespace korvane::platform {
 
 namespace {
@@ -33,6 +31,8 @@ constexpr std::array kProperties{
     property<&Control::ForeColor>("ForeColor"),
     property<&Control::Tag>("Tag"),
     property<&Control::ToolTipText>("ToolTipText"),
+    property<&Control::FontSize>("FontSize"),
+    property<&Control::FontBold>("FontBold"),
 };
 
 }  // namespace

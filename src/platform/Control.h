@@ -15,8 +15,6 @@
 
 namespace korvane::platform {
 
-class Frame;
-
 // The keys that the program's handlers name.
 enum KeyCode : int {
     kKeyBackspace = 8,
@@ -77,6 +75,8 @@ public:
     Property<Color> ForeColor{*this, kButtonText};
     Property<std::string> Tag{*this};
     Property<std::string> ToolTipText{*this};
+    Property<int> FontSize{*this, 8};  // points
+    Property<bool> FontBold{*this};
 
     Event<> Click, GotFocus, LostFocus;
     Event<int, int> KeyDown, KeyUp;           // key code, Shift
@@ -88,9 +88,9 @@ public:
     [[nodiscard]] std::string path() const;  // "txtFuel(17)"
     [[nodiscard]] Window& window() const { return window_; }
 
-    // The frame that the control stands in, null for the window itself.
-    void setContainer(Frame* frame) { container_ = frame; }
-    [[nodiscard]] Frame* container() const { return container_; }
+    // The frame or page that the control stands in, null for the window itself.
+    void setContainer(Control* container) { container_ = container; }
+    [[nodiscard]] Control* container() const { return container_; }
 
     // Whether a user could reach it: it and all that it stands in are visible, in view and enabled.
     [[nodiscard]] bool inSight() const;
@@ -144,7 +144,7 @@ private:
     Window& window_;
     std::string_view name_;
     std::optional<int> index_;
-    Frame* container_ = nullptr;
+    Control* container_ = nullptr;
 };
 
 // Shorthand for a control's list of property tables: the base's and its own.

@@ -22,6 +22,22 @@ constexpr std::array kCheckBox{property<&CheckBox::Caption>("Caption"),
                                                 }
                                                 dynamic_cast<CheckBox&>(object).Value = state;
                                             }}};
+constexpr std::array kOptionButton{property<&OptionButton::Caption>("Caption"),
+                                   property<&OptionButton::Value>("Value")};
+constexpr std::array kTabStrip{PropertyInfo{"SelectedItem",
+                                            [](const Object& object) -> Value {
+                                                return std::int64_t{
+                                                    dynamic_cast<const TabStrip&>(object).SelectedItem.get()};
+                                            },
+                                            [](Object& object, const Value& value) {
+                                                const auto tab = detail::fromValue<int>(value);
+                                                auto& strip = dynamic_cast<TabStrip&>(object);
+                                                if (tab < 1 || tab > strip.tabCount()) {
+                                                    detail::wrongKind("a tab of the strip");
+                                                }
+                                                strip.SelectedItem = tab;
+                                            }}};
+constexpr std::array kProgressBar{property<&ProgressBar::Value>("Value"), property<&ProgressBar::Max>("Max")};
 constexpr std::array kFrame{property<&Frame::Caption>("Caption")};
 constexpr std::array kImage{property<&Image::Shown>("Picture")};
 constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
@@ -76,6 +92,62 @@ void CheckBox::afterChange(const void* property) {
     if (property == &Value) {
         raise(Click);
     }
+}
+
+void OptionButton::afterChange(const void* property) {
+    if (property != &Value || !Value) {
+        return;
+    }
+    for (auto* const control : window().controls()) {
+        auto* const other = dynamic_cast<OptionButton*>(control);
+        if (other != nullptr && other != this && other->container() == container()) {
+            other->Value = false;
+        }
+    }
+    raise(Click);
+}
+
+std::vector<std::span<const PropertyInfo>> OptionButton::propertyTables() const {
+    return withTable<Control>(*this, kOptionButton);
+}
+
+const std::string& TabStrip::tabCaption(int tab) const {
+    if (tab < 1 || tab > tabCount()) {
+        throw RuntimeError(kErrorSubscript, "Subscript out of range");
+    }
+    return captions_[static_cast<std::size_t>(tab) - 1];
+}
+
+std::optional<Value> TabStrip::indexedProperty(std::string_view property, std::span<const int> indices) const {
+    if (property != "Caption" || indices.size() != 1) {
+        return {};
+    }
+    return tabCaption(indices.front());
+}
+
+void TabStrip::afterChange(const void* property) {
+    if (property == &SelectedItem) {
+        raise(Click);
+    }
+}
+
+std::vector<std::span<const PropertyInfo>> TabStrip::propertyTables() const {
+    return withTable<Control>(*this, kTabStrip);
+}
+
+ProgressBar::ProgressBar(Window& window, std::string_view name, std::optional<int> index)
+    : Control(window, name, index) {
+    Visible = false;
+}
+
+void ProgressBar::start(int steps) {
+    Max = steps;
+    Value = 0;
+    Visible = true;
+}
+
+std::vector<std::span<const PropertyInfo>> ProgressBar::propertyTables() const {
+    return withTable<Control>(*this, kProgressBar);
 }
 
 void ComboBox::AddItem(std::string text) {

@@ -49,6 +49,67 @@ protected:
     void afterChange(const void* property) override;
 };
 
+// One of several that exclude each other: switching one on switches off the others in the same container, and raises its
+// Click.
+class OptionButton : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+    Property<bool> Value{*this};
+
+    [[nodiscard]] std::string_view kind() const override { return "option button"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Value"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] bool canClick() const override { return true; }
+    void press() override { Value = true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+};
+
+// Tabs in a row, counted from 1. Assigning another SelectedItem raises Click; 0 is none.
+class TabStrip : public Control {
+public:
+    using Control::Control;
+    Property<int> SelectedItem{*this};
+
+    void addTab(std::string caption) { captions_.push_back(std::move(caption)); }
+    [[nodiscard]] int tabCount() const { return static_cast<int>(captions_.size()); }
+    // RuntimeError 9 for a tab that does not exist.
+    [[nodiscard]] const std::string& tabCaption(int tab) const;
+    void choose(int tab) override { SelectedItem = tab; }
+    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{1, tabCount()}; }
+    [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,
+                                                       std::span<const int> indices) const override;  // Caption(tab)
+
+    [[nodiscard]] std::string_view kind() const override { return "tab strip"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "SelectedItem"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+
+private:
+    std::vector<std::string> captions_;
+};
+
+// How far something has come, from 0 to Max. Stands in view only while something goes on.
+class ProgressBar : public Control {
+public:
+    ProgressBar(Window& window, std::string_view name, std::optional<int> index = {});
+    Property<int> Value{*this};
+    Property<int> Max{*this, 100};
+
+    void start(int steps);
+    void stop() { Visible = false; }
+
+    [[nodiscard]] std::string_view kind() const override { return "progress bar"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Value"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
 // A list that drops down; rows count from 0, ListIndex -1 is no row. Assigning another ListIndex raises Click.
 class ComboBox : public Control {
 public:

@@ -42,7 +42,9 @@ void Timer::fire() {
     const Micros interval = Interval * kMicrosPerMilli;
     due_ = due_ + interval > pump_.now() ? due_ + interval : pump_.now() + interval;
     alarm_->callAt(due_);
-    raise(Tick);
+    if (window().isLoaded()) {
+        raise(Tick);
+    }
 }
 
 std::vector<std::span<const PropertyInfo>> Timer::propertyTables() const {

@@ -9,7 +9,8 @@
 namespace korvane::platform {
 
 // Ticks every Interval milliseconds while Enabled; an Interval of 0 never ticks. Switching it on or changing the
-// Interval starts the count anew. Ticks that could not be served in time are dropped, not caught up.
+// Interval starts the count anew. Ticks that could not be served in time are dropped, not caught up, and a
+// window that is not loaded gets none.
 class Timer : public Control {
 public:
     Timer(Window& window, std::string_view name, bool enabled, int interval);

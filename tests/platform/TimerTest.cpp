@@ -12,6 +12,7 @@ using testing::IsEmpty;
 class TimerTest : public ModelBench {
 protected:
     TimerTest() {
+        window_.load();
         timer_.Tick = [this] { ticks_.push_back(pump_.milliseconds()); };
     }
     Timer timer_{window_, "Timer1", false, 100};

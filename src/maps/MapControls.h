@@ -1,0 +1,68 @@
+// The controls that both map windows have, under their own names.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "maps/MapGrid.h"
+#include "platform/Controls.h"
+#include "platform/Timer.h"
+#include "platform/Window.h"
+
+namespace korvane::maps {
+
+// Which grid stands behind which names, frames and bits; holds no logic. The large window shows its grids on pages of a
+// tab strip; the other swaps its frames.
+class MapControls : public platform::Window {
+public:
+    // `name` must outlive the window.
+    MapControls(platform::Machine& machine, std::string_view name, std::string caption, MapGeometry shape);
+
+    platform::Frame FrameFuel, FrameIgn, FramePWM, FrameInjAnalys;
+    MapGrid fuel;    // txtFuel, lblRpmF, lblMapF
+    MapGrid ign;     // txtIgn, lblRpmI, lblMapI
+    MapGrid pwm;     // txtPWM, lblRpmP, lblMapP
+    MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
+
+    platform::CommandButton btnReadFuel, btnWriteFuel, btnReadIgn, btnWriteIgn, btnReadPWM, btnSavePWM;
+    platform::CommandButton btnReadMisc, btnSaveMisc;
+    platform::CommandButton btnSave, btnLoad, btnShow3D, btnInjScale, btnHelp;
+    platform::ProgressBar prgTransfer;  // of a map on its way to the ECU
+
+    platform::Frame FrameMisc;
+    platform::ControlArray<platform::Label> lblMisc;           // 4, the names beside txtMisc
+    platform::ControlArray<platform::TextBox> txtMisc;         // 4: RPM limit, RPM shift, injection and ignition offset
+    platform::ControlArray<platform::CheckBox> CheckMisc;      // 16, the bits of the enable word
+    platform::Frame FrameINJMaxOpen;                           // "Suutin max aukiolo"
+    platform::ControlArray<platform::OptionButton> optINJMaxOpen;  // 2: "4.4ms", "2.2ms"
+
+    platform::CheckBox chkOnlineChanges, chkTrace;
+    platform::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
+    platform::Image imgAgentLed;
+    platform::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
+
+    platform::Timer Timer1;                // 333 ms: focus and analyser
+    platform::Timer TimerInitialGetData;   // 100 ms after the load: the first reads
+    platform::Timer TimeOutTimer;          // seconds of a blocking read
+
+    // Milliseconds for one fuel count, rounded to single precision.
+    float InjTimeScale = 0.0F;
+    std::int16_t timeOutCounter = 0;  // seconds
+    bool isFormLoaded = false;        // the load event has ended
+
+    // What the feature word of the ECU offers is enabled: ignition, injection, RPM limit, shift light, and each
+    // CheckMisc by its own bit.
+    void applyFeatures(std::int32_t features);
+    // Small cells on a small screen, bold ones on a wide one.
+    void sizeFonts(int screenWidth);
+    void placeGrids();
+
+private:
+    void describeButtons();
+    void describeMisc();
+    void describeAnalyser();
+    void placeMisc();
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,39 @@
+// One of a map window's grids: its cells, the labels at its edges and the block that is selected in it.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "maps/MapGeometry.h"
+#include "platform/Controls.h"
+
+namespace korvane::maps {
+
+// The names of a grid's controls; string literals.
+struct MapGridNames {
+    std::string_view cells;         // "txtFuel"
+    std::string_view columnLabels;  // "lblRpmF", the engine speed of each column
+    std::string_view rowLabels;     // "lblMapF", the load of each row
+};
+
+class MapGrid {
+public:
+    // All cells are Locked: the tuner never types into them. `frame` is what everything stands in.
+    MapGrid(platform::Window& window, const MapGridNames& names, MapGeometry shape, platform::Control& frame);
+
+    platform::TextBox& operator()(int cell) { return cells(cell); }
+
+    const MapGeometry geometry;
+    platform::ControlArray<platform::TextBox> cells;
+    platform::ControlArray<platform::Label> columnLabels;
+    platform::ControlArray<platform::Label> rowLabels;
+
+    // The selected block by 1-based cell numbers (cell index + 1); 0 means none. A block needs both.
+    std::int16_t SelFirst = 0;
+    std::int16_t SelLast = 0;
+
+    // Puts a cell under its column label and beside its row label.
+    void place();
+};
+
+}  // namespace korvane::maps
