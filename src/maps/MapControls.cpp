@@ -7,11 +7,22 @@ namespace korvane::maps {
 namespace {
 
 constexpr int kMiscBits = 16;
-constexpr std::array<std::string_view, kMiscBits> kMiscCaptions{
-    "Enable PWM",        "Enable Choke",        "Enable StartHelp", "Enable Injection",
-    "Enable Accel pump", "Enable Ignition",     "",                 "",
-    "Enable Voltage",    "Enable Lambda",       "Enable motor brake", "Enable Launch/ALS",
-    "",                  "",                    "Enable SHift light", "Enable RPM limit"};
+constexpr std::array<std::string_view, kMiscBits> kMiscCaptions{"Enable PWM",
+                                                                "Enable Choke",
+                                                                "Enable StartHelp",
+                                                                "Enable Injection",
+                                                                "Enable Accel pump",
+                                                                "Enable Ignition",
+                                                                "",
+                                                                "",
+                                                                "Enable Voltage",
+                                                                "Enable Lambda",
+                                                                "Enable motor brake",
+                                                                "Enable Launch/ALS",
+                                                                "",
+                                                                "",
+                                                                "Enable SHift light",
+                                                                "Enable RPM limit"};
 constexpr std::array<std::string_view, 4> kMiscNames{"RPM Limit", "RPM Shift", "Inj offset", "Ign offset"};
 
 constexpr int kNarrowScreen = 12001;  // twips: below, cells have to be small
@@ -123,10 +134,9 @@ void MapControls::describeAnalyser() {
     btnSaveLambdaSetpoint.Caption = "Save Lambda";
     btnloadLambdaSetpoint.Caption = "Load Lambda";
     imgAgentLed.Shown = platform::Picture::Grey;
-    for (platform::Control* hidden : {static_cast<platform::Control*>(&chkUseTuningAgent),
-                                      static_cast<platform::Control*>(&chkSimplemode),
-                                      static_cast<platform::Control*>(&chkModifyInjSetpoint),
-                                      static_cast<platform::Control*>(&imgAgentLed)}) {
+    for (platform::Control* hidden :
+         {static_cast<platform::Control*>(&chkUseTuningAgent), static_cast<platform::Control*>(&chkSimplemode),
+          static_cast<platform::Control*>(&chkModifyInjSetpoint), static_cast<platform::Control*>(&imgAgentLed)}) {
         hidden->Visible = false;
     }
     btnSaveLambdaSetpoint.Enabled = false;

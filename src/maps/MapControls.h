@@ -31,10 +31,10 @@ public:
     platform::ProgressBar prgTransfer;  // of a map on its way to the ECU
 
     platform::Frame FrameMisc;
-    platform::ControlArray<platform::Label> lblMisc;           // 4, the names beside txtMisc
-    platform::ControlArray<platform::TextBox> txtMisc;         // 4: RPM limit, RPM shift, injection and ignition offset
-    platform::ControlArray<platform::CheckBox> CheckMisc;      // 16, the bits of the enable word
-    platform::Frame FrameINJMaxOpen;                           // "Suutin max aukiolo"
+    platform::ControlArray<platform::Label> lblMisc;       // 4, the names beside txtMisc
+    platform::ControlArray<platform::TextBox> txtMisc;     // 4: RPM limit, RPM shift, injection and ignition offset
+    platform::ControlArray<platform::CheckBox> CheckMisc;  // 16, the bits of the enable word
+    platform::Frame FrameINJMaxOpen;                       // "Suutin max aukiolo"
     platform::ControlArray<platform::OptionButton> optINJMaxOpen;  // 2: "4.4ms", "2.2ms"
 
     platform::CheckBox chkOnlineChanges, chkTrace;
@@ -42,9 +42,9 @@ public:
     platform::Image imgAgentLed;
     platform::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
 
-    platform::Timer Timer1;                // 333 ms: focus and analyser
-    platform::Timer TimerInitialGetData;   // 100 ms after the load: the first reads
-    platform::Timer TimeOutTimer;          // seconds of a blocking read
+    platform::Timer Timer1;               // 333 ms: focus and analyser
+    platform::Timer TimerInitialGetData;  // 100 ms after the load: the first reads
+    platform::Timer TimeOutTimer;         // seconds of a blocking read
 
     // Milliseconds for one fuel count, rounded to single precision.
     float InjTimeScale = 0.0F;

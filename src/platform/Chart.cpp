@@ -33,14 +33,12 @@ constexpr std::array kChart{
     size<&Chart::ColumnCount>("ColumnCount"),
     property<&Chart::Row>("Row"),
     property<&Chart::Column>("Column"),
-    PropertyInfo{"Data", [](const Object& object) -> Value { return chart(object).Data(); },
-                 [](Object& object, const Value& value) {
-                     chart(object).setData(detail::fromValue<std::string>(value));
-                 }},
-    PropertyInfo{"RowLabel", [](const Object& object) -> Value { return chart(object).RowLabel(); },
-                 [](Object& object, const Value& value) {
-                     chart(object).setRowLabel(detail::fromValue<std::string>(value));
-                 }},
+    PropertyInfo{
+        "Data", [](const Object& object) -> Value { return chart(object).Data(); },
+        [](Object& object, const Value& value) { chart(object).setData(detail::fromValue<std::string>(value)); }},
+    PropertyInfo{
+        "RowLabel", [](const Object& object) -> Value { return chart(object).RowLabel(); },
+        [](Object& object, const Value& value) { chart(object).setRowLabel(detail::fromValue<std::string>(value)); }},
     PropertyInfo{"ColumnLabel", [](const Object& object) -> Value { return chart(object).ColumnLabel(); },
                  [](Object& object, const Value& value) {
                      chart(object).setColumnLabel(detail::fromValue<std::string>(value));

@@ -49,8 +49,8 @@ protected:
     void afterChange(const void* property) override;
 };
 
-// One of several that exclude each other: switching one on switches off the others in the same container, and raises its
-// Click.
+// One of several that exclude each other: switching one on switches off the others in the same container, and raises
+// its Click.
 class OptionButton : public Control {
 public:
     using Control::Control;

@@ -161,7 +161,7 @@ TEST_F(SettingsFileWriting, ALargeMapHasLongHeadersAndLongLinesButASmallPwmTable
 }
 
 TEST_F(SettingsFileWriting, AnyOtherSizeBeginsWithMisc) {
-    for (const std::int16_t size : {0, 1, 159, 161, 319, 321, -160, 32767}) {
+    for (const std::int16_t size : std::initializer_list<std::int16_t>{0, 1, 159, 161, 319, 321, -160, 32767}) {
         EXPECT_THAT(saved(size), StartsWith("Misc\r\n")) << size;
     }
 }
@@ -367,7 +367,7 @@ TEST_F(SettingsFileReading, AFileThatCanNotBeReadRaisesItsError) {
 }
 
 TEST_F(SettingsFileReading, WhatTheProgramWroteComesBackToTheSameTables) {
-    for (const std::int16_t size : {160, 320}) {
+    for (const std::int16_t size : std::initializer_list<std::int16_t>{160, 320}) {
         InitParams(*tables_, 14);
         for (std::size_t i = 0; i < kMapSize; ++i) {
             tables_->FuelMapOut[i] = static_cast<std::uint8_t>(i * 7);

@@ -1,0 +1,99 @@
+#include "maps/Frm3Dmap.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/Checked.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr std::int16_t kColumns = 16;
+constexpr std::int16_t kRows = 10;
+constexpr std::int32_t kSameTable = 99;
+constexpr int kMargin = 200;  // twips
+
+const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t mapNumber) {
+    switch (mapNumber) {
+        case 1:
+            return tables.FuelMapOut;
+        case 3:
+            return tables.PwmMapOut;
+        default:
+            return tables.IgnMapOut;
+    }
+}
+
+}  // namespace
+
+Frm3Dmap::Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables)
+    : Window(machine, "frm3Dmap"), MSChart1(*this, "MSChart1"), Command1(*this, "Command1"), tables_(tables) {
+    Caption = "3D map";
+    Command1.Caption = "update";
+    Command1.Click = [this] { Update3D(kSameTable); };
+    Width = 900 * 15;
+    Height = 600 * 15;
+}
+
+void Frm3Dmap::setMapSizes(std::int16_t columns, std::int16_t rows) {
+    columns_ = columns;
+    rows_ = rows;
+}
+
+void Frm3Dmap::Update3D(std::int32_t mapNumber) {
+    if (Tag.get().empty()) {
+        return;
+    }
+    if (mapNumber != kSameTable) {
+        mapNumber_ = mapNumber;
+    }
+    MSChart1.RowCount = rows_;
+    MSChart1.ColumnCount = columns_;
+    writeLabels();
+    writeData(imageOf(tables_, mapNumber_));
+    MSChart1.Refresh();
+}
+
+void Frm3Dmap::writeLabels() {
+    for (int row = 1; row <= rows_; ++row) {
+        MSChart1.Row = row;
+        for (int column = 1; column <= columns_; ++column) {
+            MSChart1.Column = column;
+            MSChart1.setColumnLabel(std::to_string(column * 500 + 1000 - 500) + " RPM");
+        }
+        MSChart1.setRowLabel(std::to_string(row * 10 - 10) + " - " + std::to_string(row * 10) + " %");
+    }
+}
+
+// The raw bytes, not milliseconds or degrees. A layout of more cells than an image holds fails where they end.
+void Frm3Dmap::writeData(const core::MapImage& image) {
+    for (int cell = 0; cell < columns_ * rows_; ++cell) {
+        MSChart1.Row = cell / columns_ + 1;
+        MSChart1.Column = cell % columns_ + 1;
+        MSChart1.setData(std::to_string(core::checked(image, cell)));
+    }
+}
+
+void Frm3Dmap::open() {
+    show();
+    Tag = "VISIBLE";
+    Update3D(kSameTable);
+}
+
+void Frm3Dmap::Form_Load() {
+    columns_ = kColumns;
+    rows_ = kRows;
+    Tag = "";
+    Command1.press();
+    Form_Resize();
+}
+
+void Frm3Dmap::Form_Resize() {
+    MSChart1.Left = kMargin / 2;
+    MSChart1.Top = kMargin / 2;
+    MSChart1.Width = std::max(0, Width - kMargin);
+    MSChart1.Height = std::max(0, Height - kMargin);
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,43 @@
+// The 3D map view: one of the three edited maps as a chart over engine speed and load.
+#pragma once
+
+#include <cstdint>
+
+#include "core/SharedTables.h"
+#include "platform/Chart.h"
+#include "platform/Controls.h"
+#include "platform/Window.h"
+
+namespace korvane::maps {
+
+// Loaded hidden at the program's start, one for the whole run. Refreshes only once it has been opened: while its Tag is
+// empty Update3D does nothing.
+class Frm3Dmap : public platform::Window {
+public:
+    Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables);
+
+    platform::Chart MSChart1;
+    platform::CommandButton Command1;  // "update"
+
+    // Stored for the next Update3D.
+    void setMapSizes(std::int16_t columns, std::int16_t rows);
+    // 1 fuel, 2 ignition, 3 PWM; 99 keeps the table on show.
+    void Update3D(std::int32_t mapNumber);
+    // What btnShow3D does.
+    void open();
+
+protected:
+    void Form_Load() override;
+    void Form_Resize() override;
+
+private:
+    void writeLabels();
+    void writeData(const core::MapImage& image);
+
+    const core::SharedTables& tables_;
+    std::int16_t columns_ = 0;
+    std::int16_t rows_ = 0;
+    std::int32_t mapNumber_ = 0;
+};
+
+}  // namespace korvane::maps

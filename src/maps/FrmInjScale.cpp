@@ -1,0 +1,112 @@
+#include "maps/FrmInjScale.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "core/IniFile.h"
+#include "core/Numbers.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "platform/RuntimeError.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr std::size_t kScaledCells = 160;  // also of a large map
+constexpr double kLargestCell = 250.0;
+constexpr int kErrorDivisionByZero = 11;
+constexpr const char* kIniFile = "Settings.ini";
+
+double quotient(double dividend, double divisor) {
+    if (divisor == 0.0) {
+        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
+    }
+    return dividend / divisor;
+}
+
+}  // namespace
+
+FrmInjScale::FrmInjScale(platform::Machine& machine, core::SharedTables& tables)
+    : Window(machine, "frmInjScale"),
+      FrameInjectorSize(*this, "FrameInjectorSize"),
+      lblInjectorOld(*this, "lblInjectorOld"),
+      lblInjectorNew(*this, "lblInjectorNew"),
+      txtInjectorOld(*this, "txtInjectorOld"),
+      txtInjectorNew(*this, "txtInjectorNew"),
+      btnInjectorChange(*this, "btnInjectorChange"),
+      FrameFuelPressure(*this, "FrameFuelPressure"),
+      tables_(tables) {
+    Caption = "Injection map rescaling";
+    Width = 420 * 15;
+    Height = 300 * 15;
+    FrameInjectorSize.Caption = "Injector size scaling";
+    FrameFuelPressure.Caption = "Fuel pressure scaling";
+    lblInjectorOld.Caption = "Old injector";
+    lblInjectorNew.Caption = "New injector";
+    txtInjectorOld.Text = "500";
+    txtInjectorNew.Text = "600";
+    btnInjectorChange.Caption = "Change";
+    btnInjectorChange.Click = [this] { btnInjectorChange_Click(); };
+    placeControls();
+}
+
+void FrmInjScale::placeControls() {
+    struct Place {
+        platform::Control& control;
+        int left, top, width, height;  // twips
+    };
+    for (const auto& [control, left, top, width, height] :
+         std::array{Place{FrameInjectorSize, 120, 120, 6000, 2000}, Place{lblInjectorOld, 120, 360, 1500, 255},
+                    Place{txtInjectorOld, 1700, 360, 1000, 315}, Place{lblInjectorNew, 120, 780, 1500, 255},
+                    Place{txtInjectorNew, 1700, 780, 1000, 315}, Place{btnInjectorChange, 1700, 1300, 1500, 435},
+                    Place{FrameFuelPressure, 120, 2240, 6000, 1500}}) {
+        control.Left = left;
+        control.Top = top;
+        control.Width = width;
+        control.Height = height;
+    }
+    for (platform::Control* control : std::initializer_list<platform::Control*>{
+             &lblInjectorOld, &txtInjectorOld, &lblInjectorNew, &txtInjectorNew, &btnInjectorChange}) {
+        control->setContainer(&FrameInjectorSize);
+    }
+}
+
+void FrmInjScale::Form_Load() {
+    txtInjectorNew.Text = core::textOf(tables_.NewInjectorSize);
+    txtInjectorOld.Text = core::textOf(tables_.OldInjectorSize);
+}
+
+// The sizes are stored before the map is touched: a new size of 0 still leaves them in the file.
+void FrmInjScale::btnInjectorChange_Click() {
+    try {
+        tables_.OldInjectorSize = store("OldInjector", txtInjectorOld);
+        tables_.NewInjectorSize = store("NewInjector", txtInjectorNew);
+        scaleMap();
+    } catch (const platform::RuntimeError& error) {
+        machine().dialogs.show(
+            {"Korvane Tuner", std::string("Error scaling: ") + error.what(), platform::MessageIcon::Exclamation});
+    }
+}
+
+float FrmInjScale::store(std::string_view section, const platform::TextBox& box) {
+    const std::int16_t size = core::toInt16(core::toInt(core::val(box.Text.get())));
+    const std::array lines{core::textOf(int{size})};
+    static_cast<void>(core::WriteIniSection(machine().folder / kIniFile, section, lines));
+    return size;
+}
+
+// The texts are read again at each cell: a fraction typed into a box counts, though the stored sizes are whole.
+void FrmInjScale::scaleMap() {
+    for (std::size_t cell = 0; cell < kScaledCells; ++cell) {
+        const double ratio = quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
+        const double scaled = core::toInt(tables_.FuelMapOut[cell] * ratio);
+        tables_.FuelMapOut[cell] = core::toByte(std::clamp(scaled, 0.0, kLargestCell));
+    }
+    if (populateFuelOUT) {
+        populateFuelOUT();
+    }
+}
+
+}  // namespace korvane::maps

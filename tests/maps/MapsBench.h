@@ -1,0 +1,91 @@
+// A map window's controls and all that they work on, on a virtual machine with a line in memory on which a test plays
+// the ECU.
+#pragma once
+
+#include <array>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "core/Module1.h"
+#include "live/FrmSarn2.h"
+#include "maps/Frm3Dmap.h"
+#include "maps/FrmInjScale.h"
+#include "maps/MapContext.h"
+#include "maps/MapControls.h"
+#include "support/VirtualProgram.h"
+
+namespace korvane::maps {
+
+// Notes what the window asks of the analyser and answers with what a test has put in.
+class FakeAnalyser : public Analyser {
+public:
+    void setMapWindow(TunedMap* window) override { mapWindow = window; }
+    void Setpoint(float value, std::int32_t index) override { setpoints.at(static_cast<std::size_t>(index)) = value; }
+    [[nodiscard]] float Setpointget(std::int32_t index) const override {
+        return setpoints.at(static_cast<std::size_t>(index));
+    }
+    [[nodiscard]] float Proposal(std::int32_t index) const override {
+        return proposals.at(static_cast<std::size_t>(index));
+    }
+    [[nodiscard]] float LambdaAvg(std::int32_t index) const override {
+        return averages.at(static_cast<std::size_t>(index));
+    }
+    void setSimpleMode(bool on) override { simpleMode = on; }
+    void setLogData(bool on) override { logData = on; }
+    void setAgentEnable(bool on) override { agentEnable = on; }
+    void ClearTables() override { ++clears; }
+
+    TunedMap* mapWindow = nullptr;
+    std::array<float, 321> setpoints{};
+    std::array<float, 321> proposals{};
+    std::array<float, 321> averages{};
+    bool simpleMode = false;
+    bool logData = false;
+    bool agentEnable = false;
+    int clears = 0;
+};
+
+// The main window stands for the serial control and the poll timer; the port is closed until openPort().
+class MapsBench : public testing::Test {
+protected:
+    MapsBench() {
+        core::InitModule(tables_, machine_.preferences);
+        core::InitTimeUnits(tables_);
+        main_.load();
+        main_.Visible = true;
+        frm3Dmap_.load();
+    }
+
+    // 57600 baud, every received byte dropped: replies are a test's own business.
+    void openPort() {
+        main_.MSComm1.Settings = "57600,N,8,1";
+        main_.MSComm1.setPortOpen(true);
+    }
+
+    // The bytes that have gone out since the last call, once they are through.
+    support::Bytes sent() {
+        machine_.pump.wait(500);
+        support::Bytes bytes;
+        for (const auto& arrival : machine_.recorder.arrivals) {
+            bytes.push_back(arrival.byte);
+        }
+        machine_.recorder.arrivals.clear();
+        return bytes;
+    }
+
+    void setParameter(int address, std::uint8_t value) {
+        tables_.EEParams.at(static_cast<std::size_t>(address)).value = value;
+    }
+
+    support::VirtualMachine machine_;
+    core::SharedTables tables_;
+    live::FrmSarn2 main_{machine_.machine};
+    FakeAnalyser analyser_;
+    Frm3Dmap frm3Dmap_{machine_.machine, tables_};
+    FrmInjScale frmInjScale_{machine_.machine, tables_};
+    MapContext context_{tables_, main_, analyser_, frm3Dmap_, frmInjScale_};
+};
+
+}  // namespace korvane::maps
