@@ -9,6 +9,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <unistd.h>
 
 #include "core/Checked.h"
@@ -22,21 +23,30 @@
 namespace {
 
 using namespace korvane;
+namespace fs = std::filesystem;
 
 constexpr char kSetpoints = 'L';
 constexpr std::size_t kSetpointLines = 181;  // index 0 is not used
 
-// One folder for the whole run of the target; in memory where the system has such a place.
-const std::filesystem::path& folder() {
-    static const std::filesystem::path path = [] {
-        const std::filesystem::path memory = "/dev/shm";
-        auto made = (std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path()) /
-                    ("korvane-fuzz-settings-" + std::to_string(getpid()));
-        std::filesystem::create_directories(made);
-        std::atexit([] { std::filesystem::remove_all(folder()); });
-        return made;
-    }();
-    return path;
+// In memory where the system has such a place; gone with its owner.
+class Folder {
+public:
+    Folder() { fs::create_directories(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code error;
+        fs::remove_all(path, error);
+    }
+
+    const fs::path path = (fs::exists("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path()) /
+                          ("korvane-fuzz-settings-" + std::to_string(getpid()));
+};
+
+// One for the whole run of the target.
+const fs::path& folder() {
+    static const Folder folder;
+    return folder.path;
 }
 
 void require(bool holds) {
@@ -45,7 +55,7 @@ void require(bool holds) {
     }
 }
 
-void write(const std::filesystem::path& file, const std::uint8_t* data, std::size_t size) {
+void write(const fs::path& file, const std::uint8_t* data, std::size_t size) {
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     stream.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 }
@@ -79,7 +89,7 @@ void comesBack(core::SharedTables& tables, platform::Dialogs& dialogs) {
     require(tables.MiscBlock == misc);
 }
 
-void readSettings(const std::filesystem::path& file) {
+void readSettings(const fs::path& file) {
     const auto tables = std::make_unique<core::SharedTables>();
     platform::QueuedDialogs dialogs;
     core::InitParams(*tables, 11);
@@ -94,7 +104,7 @@ void readSettings(const std::filesystem::path& file) {
     }
 }
 
-void readSetpoints(const std::filesystem::path& file) {
+void readSetpoints(const fs::path& file) {
     std::array<std::string, kSetpointLines> lines;
     lines.front() = "kept";
     const auto load = core::LoadTextTable(file, lines);

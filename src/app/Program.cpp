@@ -5,6 +5,7 @@
 #include "core/ModuleReg.h"
 #include "core/Numbers.h"
 #include "live/Lamps.h"
+#include "live/MainLayout.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
 
@@ -12,8 +13,7 @@ namespace korvane::app {
 
 namespace {
 
-constexpr float kAssumedHwVersion = 3.1F;  // until the ECU has named its own
-constexpr int kMainWidth = 1280 * 15;      // twips
+constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the orderly close takes a second
@@ -27,8 +27,17 @@ Program::Program(platform::Machine& machine)
       dispatcher_(machine, frmSarn2_, tables_, windows_),
       connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
-      liveUpdate_(frmSarn2_, tables_, windows_, trends_) {
+      liveUpdate_(frmSarn2_, tables_, windows_, trends_),
+      analyser_(machine, tables_, frmSarn2_.MSComm1),
+      frm3Dmap_(machine, tables_),
+      frmInjScale_(machine, tables_),
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
+      mapWindows_(machine, mapContext_, windows_) {
     dispatcher_.setLiveDecoder(liveUpdate_);
+    liveUpdate_.setAnalyser(&analyser_);
+    frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
+    frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
+    frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -59,9 +68,10 @@ void Program::quit() {
 
 void Program::mainWindowLoad() {
     core::InitModule(tables_, machine_.preferences);
-    tables_.HwVersion = kAssumedHwVersion;
+    tables_.HwVersion = core::kAssumedHwVersion;
     core::InitTimeUnits(tables_);
     connection_.fillLists();
+    layOutControls(frmSarn2_);
     layOutLamps(frmSarn2_, machine_.screen.Height);
     frmSarn2_.Width = kMainWidth;
     frmSarn2_.Height = kMainHeight;
@@ -73,6 +83,7 @@ void Program::mainWindowLoad() {
     nameChannels();
     frmSarn2_.SarnMeterRpm.setMeterType(1);
     frmSarn2_.SarnMeterboost.setMeterType(0);
+    frm3Dmap_.load();
 }
 
 void Program::nameChannels() {
@@ -83,10 +94,9 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button :
-         {&frmSarn2_.btnKartat, &frmSarn2_.btnAsetukset, &frmSarn2_.btnBackup, &frmSarn2_.btnUploadEEPROM,
-          &frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command1, &frmSarn2_.Command5,
-          &frmSarn2_.Command6, &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+    for (auto* button : {&frmSarn2_.btnAsetukset, &frmSarn2_.btnBackup, &frmSarn2_.btnUploadEEPROM,
+                         &frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
+                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
     frmSarn2_.chkDatalog.Enabled = false;
@@ -95,6 +105,10 @@ void Program::disableWhatComesLater() {
 
 void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
+    if (!stays) {
+        mapWindows_.unloadAll();
+        frm3Dmap_.leave();
+    }
     ended_ = !stays;
     if (ended_ && endedHandler_) {
         endedHandler_();

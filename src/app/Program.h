@@ -4,12 +4,17 @@
 #include <functional>
 #include <utility>
 
+#include "analysis/clsInjAnalyser.h"
+#include "app/MapWindows.h"
 #include "core/EepromAccess.h"
 #include "core/SharedTables.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/FrmSarn2.h"
 #include "live/LiveUpdate.h"
+#include "maps/Frm3Dmap.h"
+#include "maps/FrmInjScale.h"
+#include "maps/MapContext.h"
 #include "platform/Machine.h"
 #include "trend/MainTrends.h"
 
@@ -38,6 +43,9 @@ public:
     [[nodiscard]] link::Windows& windows() { return windows_; }
     [[nodiscard]] live::LiveUpdate& liveUpdate() { return liveUpdate_; }
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
+    [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
+    [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
+    [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
 
 private:
     void mainWindowLoad();
@@ -54,6 +62,11 @@ private:
     link::Connection connection_;
     trend::MainTrends trends_;
     live::LiveUpdate liveUpdate_;
+    analysis::clsInjAnalyser analyser_;
+    maps::Frm3Dmap frm3Dmap_;
+    maps::FrmInjScale frmInjScale_;
+    maps::MapContext mapContext_;
+    MapWindows mapWindows_;
     bool ended_ = false;
     std::function<void()> endedHandler_;
 };

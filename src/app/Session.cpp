@@ -39,8 +39,8 @@ Session::Session(const Options& options, Surroundings surroundings)
       memoryLine_(options.ecu ? std::make_unique<platform::MemoryLine>(surroundings.pump, ecu_.get()) : nullptr),
       realLine_(memoryLine_ ? nullptr : surroundings.makeRealLine(preferences_)),
       line_(memoryLine_ ? static_cast<platform::SerialLine&>(*memoryLine_) : *realLine_, surroundings.pump,
-            memoryLine_ ? platform::TappedLine::Inject([this](auto bytes) { memoryLine_->inject(bytes); })
-                        : platform::TappedLine::Inject()),
+            memoryLine_ && !ecu_ ? platform::TappedLine::Inject([this](auto bytes) { memoryLine_->inject(bytes); })
+                                 : platform::TappedLine::Inject()),
       dialogs_(surroundings.shownDialogs),
       machine_{surroundings.pump,
                line_,

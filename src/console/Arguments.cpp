@@ -13,7 +13,7 @@ JsonRead readValue(std::string_view text) {
     try {
         return readJson(text);
     } catch (const JsonError& error) {
-        throw ConsoleError(error.what());
+        throw ConsoleError(shown(text) + ": " + error.what());
     }
 }
 

@@ -31,7 +31,10 @@ void ConsoleSession::endOfInput() {
 
 void ConsoleSession::append(std::string_view part) {
     if (open_.tooLong || open_.text.size() + part.size() > kLongestLine) {
-        open_ = {{}, true};
+        const auto line = open_.text.empty() ? part : std::string_view(open_.text);
+        const auto begin = line.find_first_not_of(" \t");
+        const bool comment = begin != std::string_view::npos && line[begin] == '#';
+        open_ = {{}, true, open_.comment || comment};
         return;
     }
     open_.text += part;
@@ -62,6 +65,9 @@ void ConsoleSession::executeAll() {
 }
 
 void ConsoleSession::execute(const Line& line) {
+    if (line.comment) {
+        return;
+    }
     const auto reply = line.tooLong
                            ? std::optional("error the line is longer than " + std::to_string(kLongestLine) + " bytes")
                            : console_.execute(line.text);

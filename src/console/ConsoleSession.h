@@ -31,6 +31,7 @@ private:
     struct Line {
         std::string text;
         bool tooLong = false;
+        bool comment = false;  // of one that is too long
     };
 
     void append(std::string_view part);

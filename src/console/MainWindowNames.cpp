@@ -30,7 +30,7 @@ void registerMainWindow(Names& names, live::FrmSarn2& window) {
     names.add("frmSarn2.rxPayload()", {{0, kLongestPayload - 1}},
               [&receiver](Names::Indices at) { return payloadByte(receiver, at.front()); });
     addVariable(names, "frmSarn2.bytesReceived", window.bytesReceived);
-    addVariable(names, "frmSarn2.isConnected", window.isConnected, Access::ReadOnly);
+    addVariable(names, "frmSarn2.isConnected", window.isConnected);
     addElements(names, "frmSarn2.baudSettings()", window.baudSettings, std::identity());
 }
 

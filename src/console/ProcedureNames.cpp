@@ -4,6 +4,7 @@
 #include "console/Convert.h"
 #include "console/Registry.h"
 #include "core/IniFile.h"
+#include "platform/Texts.h"
 
 namespace korvane::console {
 
@@ -18,7 +19,7 @@ bool flagAt(Arguments arguments, std::size_t index) {
 
 Json readIniSection(const std::filesystem::path& folder, Arguments arguments) {
     std::int16_t error = 0;
-    const auto lines = core::ReadIniSection(folder / text(arguments[0]), text(arguments[1]), error);
+    const auto lines = core::ReadIniSection(folder / platform::trimmed(text(arguments[0])), text(arguments[1]), error);
     return Json::Object{{"error", error}, {"lines", Json::Array(lines.begin(), lines.end())}};
 }
 
@@ -32,7 +33,8 @@ Json writeIniSection(const std::filesystem::path& folder, Arguments arguments) {
         }
     }
     const auto given = array != nullptr ? std::optional(std::span<const std::string>(lines)) : std::nullopt;
-    return static_cast<int>(core::WriteIniSection(folder / text(arguments[0]), text(arguments[1]), given));
+    return static_cast<int>(
+        core::WriteIniSection(folder / platform::trimmed(text(arguments[0])), text(arguments[1]), given));
 }
 
 }  // namespace

@@ -14,14 +14,14 @@ void addIdentity(Names& names, core::SharedTables& tables) {
     addVariable(names, "Features", tables.Features);
     addVariable(names, "HwVersion", tables.HwVersion);
     addVariable(names, "SWType", tables.SWType);
-    addElements(names, "BitMask()", tables.BitMask, std::identity(), Access::ReadOnly);
+    addElements(names, "BitMask()", tables.BitMask, std::identity());
     for (const auto& [name, variable] :
          {std::pair{"TickA", &tables.TickA}, std::pair{"TickB", &tables.TickB}, std::pair{"TickC", &tables.TickC},
           std::pair{"TickD", &tables.TickD}, std::pair{"TickE", &tables.TickE}, std::pair{"TickF", &tables.TickF}}) {
-        addVariable(names, name, *variable, Access::ReadOnly);
+        addVariable(names, name, *variable);
     }
     for (const auto& variable : core::parameterVariables()) {
-        addVariable(names, std::string(variable.name), tables.addresses.*variable.member, Access::ReadOnly);
+        addVariable(names, std::string(variable.name), tables.addresses.*variable.member);
     }
 }
 
@@ -89,7 +89,7 @@ void addDatalog(Names& names, core::SharedTables& tables) {
         "logData()", {{0, LogTable::kColumns - 1}, {0, LogTable::kRows - 1}},
         [&tables](Names::Indices at) { return Json(tables.logData.cell(at[0], at[1])); },
         [&tables](Names::Indices at, const Json& value) { tables.logData.set(at[0], at[1], text(value)); });
-    addVariable(names, "logDataCount", tables.logDataCount, Access::ReadOnly);
+    addVariable(names, "logDataCount", tables.logDataCount);
 }
 
 void addPreferences(Names& names, core::SharedTables& tables) {
@@ -98,7 +98,7 @@ void addPreferences(Names& names, core::SharedTables& tables) {
     addVariable(names, "Inj8ms_mode", tables.Inj8ms_mode);
     addVariable(names, "OldInjectorSize", tables.OldInjectorSize);
     addVariable(names, "NewInjectorSize", tables.NewInjectorSize);
-    addVariable(names, "ignWindowOpen", tables.ignWindowOpen, Access::ReadOnly);
+    addVariable(names, "ignWindowOpen", tables.ignWindowOpen);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace korvane::core {
 inline constexpr std::size_t kEepromSize = 3001;  // addresses 0 to 3000; the last two are no cells of the ECU
 inline constexpr std::size_t kMapSize = 320;      // cells of the large maps; the others use the first 160
 inline constexpr std::size_t kChannelCount = 31;
+inline constexpr float kAssumedHwVersion = 3.1F;  // until the ECU has named its own
 
 // A parameter's last known value, empty until read. A byte from a byte read, 32 bits from a word read; the rows of the
 // firmware version and type hold a float and 32 bits.
@@ -52,7 +53,7 @@ struct SharedTables {
     // The firmware's identity.
     std::array<std::string, 256> SWTypeNames;  // by type; "-" for a type that is unknown
     std::int32_t Features = -1;                // feature word; -1 enables everything until the ECU has answered
-    float HwVersion = 3.1F;
+    float HwVersion = kAssumedHwVersion;
     std::int32_t SWType = 0;
 
     // The PC's shadow of the EEPROM.
@@ -105,6 +106,8 @@ struct SharedTables {
     float OldInjectorSize = 450.0F;  // ccm per minute
     float NewInjectorSize = 550.0F;
     bool ignWindowOpen = false;  // frmMaps_QV_ign serves the dispatcher
+    std::string SaveFileName;    // the settings file chosen last for writing
+    std::string LoadFileName;    // and for reading
 };
 
 }  // namespace korvane::core

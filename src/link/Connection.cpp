@@ -31,6 +31,19 @@ constexpr std::array<std::uint8_t, 2> kRestart{'X', 0xA7};
 constexpr int kDeepestReceive = 40;
 
 constexpr int kErrorLineLost = 8012;
+constexpr std::uint8_t kIdentityCommand = 'y';
+
+// One more for as long as it lives.
+class Count {
+public:
+    explicit Count(int& count) : count_(count) { ++count_; }
+    Count(const Count&) = delete;
+    Count& operator=(const Count&) = delete;
+    ~Count() { --count_; }
+
+private:
+    int& count_;
+};
 
 // A remembered row of a list; 0 for what is no row of it.
 int rowOr0(std::int32_t row, const platform::ComboBox& list) {
@@ -191,24 +204,31 @@ void Connection::onComm() {
     if (receiveDepth_ >= kDeepestReceive) {
         return;
     }
-    ++receiveDepth_;
-    try {
-        while (panel_.MSComm1.InBufferCount() > 0) {
-            takeBytes();
-            if (panel_.receiver.rxReady()) {
-                dispatch();
-            }
-        }
-    } catch (...) {
-        --receiveDepth_;
-        throw;
+    {
+        const Count deeper(receiveDepth_);
+        receiveAll();
     }
-    --receiveDepth_;
     // An event that this look runs, and that ends here as well, needs no look of its own.
-    if (!pumping_) {
-        pumping_ = true;
+    if (looks_ == 0) {
+        const Count looking(looks_);
         machine_.pump.pump();
-        pumping_ = false;
+    }
+}
+
+// An identity blocks the program for a moment. What lies behind it comes with an event of its own, so that a line that
+// sends nothing else leaves the windows alive.
+void Connection::receiveAll() {
+    while (panel_.MSComm1.InBufferCount() > 0) {
+        takeBytes();
+        if (!panel_.receiver.rxReady()) {
+            continue;
+        }
+        const bool blocks = panel_.receiver.rxCommand() == kIdentityCommand;
+        dispatch();
+        if (blocks && panel_.MSComm1.InBufferCount() > 0) {
+            panel_.MSComm1.raiseOnCommLater();
+            return;
+        }
     }
 }
 

@@ -31,6 +31,7 @@ public:
 private:
     void onComm();
     void dispatch();
+    void receiveAll();
     void takeBytes();
     void comboRefreshClick();
     void openPort();
@@ -48,7 +49,7 @@ private:
     ConnectionPanel& panel_;
     Dispatcher& dispatcher_;
     int receiveDepth_ = 0;
-    bool pumping_ = false;
+    int looks_ = 0;  // at pending events, after the bytes of an event
     std::array<std::uint8_t, 19> offlineFrame_{};
 };
 

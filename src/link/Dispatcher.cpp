@@ -20,12 +20,8 @@ using core::checked;
 
 constexpr std::size_t kHalf = 160;  // cells that one map frame carries
 constexpr int kFlashMilliseconds = 100;
-constexpr int kVersionRow = 2999;
 constexpr int kIdentityPause = 300;
 constexpr std::size_t kCaptionWidth = 30;
-// Identity frames that arrive inside the pause of another one pause as well; a line that sends nothing else must not
-// pile them up without end.
-constexpr int kNestedIdentityPauses = 8;
 
 constexpr bool hasLargeMaps(std::int32_t swType) {
     return swType == 14 || swType == 213 || swType == 15;
@@ -259,19 +255,14 @@ void Dispatcher::identity(Payload payload) {
     }
     tables_.SWType = payload[4];
     showFirmwareType();
-    // Events run meanwhile: a line that sends identities without end would otherwise freeze the window for good.
-    if (identityWaits_ < kNestedIdentityPauses) {
-        ++identityWaits_;
-        machine_.pump.wait(kIdentityPause);
-        --identityWaits_;
-    }
+    machine_.pump.sleep(kIdentityPause);
     core::InitParams(tables_, tables_.SWType);
 }
 
 void Dispatcher::showIdentity(Payload payload) {
     tables_.Features = checked(payload, 0) * 256 + checked(payload, 1);
     tables_.HwVersion = static_cast<float>((checked(payload, 2) * 256 + checked(payload, 3)) / 1000.0);
-    checked(tables_.EEParams, kVersionRow).value = tables_.HwVersion;
+    checked(tables_.EEParams, tables_.addresses.SW_VER).value = tables_.HwVersion;
     panel_.lblHWVer.Caption = "hwVer: " + core::textOf(tables_.HwVersion);
     panel_.lblHWVer.Visible = true;
     core::InitTimeUnits(tables_);

@@ -70,7 +70,6 @@ private:
     core::SharedTables& tables_;
     Windows& windows_;
     LiveDecoder* decoder_ = nullptr;
-    int identityWaits_ = 0;
 };
 
 }  // namespace korvane::link

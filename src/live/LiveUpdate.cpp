@@ -176,7 +176,6 @@ void LiveUpdate::showWords() {
     skippingErrors([&] { tables_.AccelWord = core::toInt16(value(20)); });
     window_.lblAccel.Caption = core::numberText(tables_.AccelWord).view();
     skippingErrors([&] { tables_.MapPlace = core::toInt16(value(21)); });
-    skippingErrors([&] { liveFlags_ = core::toInt32(value(22)); });
     tables_.liveValues[kSpeedChannel].value = kSpeedConstant;
 }
 
@@ -199,9 +198,12 @@ void LiveUpdate::pushSamples() {
     trends_.pushTrendSample(tables_.BoostPidWord, 4, 2);
 }
 
+// Flags that 32 bits can't hold light none.
 void LiveUpdate::lightLamps() {
+    std::int32_t flags = 0;
+    skippingErrors([&] { flags = core::toInt32(value(22)); });
     for (int n = 0; n < window_.imgLed.count(); ++n) {
-        const bool lit = (liveFlags_ & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
+        const bool lit = (flags & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
         window_.imgLed(n).Shown = lit ? platform::Picture::Green : platform::Picture::Grey;
     }
 }

@@ -77,7 +77,6 @@ private:
     TrendSink& trends_;
     InjectionAnalyser* analyser_ = nullptr;
     RowWriter* rowWriter_ = nullptr;
-    std::int32_t liveFlags_ = 0;
     int trendCounter_ = 0;
     int packetCount_ = 0;
     int packetSecond_ = 0;

@@ -81,6 +81,18 @@ void Frm3Dmap::open() {
     Update3D(kSameTable);
 }
 
+void Frm3Dmap::leave() {
+    leaves_ = true;
+    static_cast<void>(unload());
+}
+
+bool Frm3Dmap::Form_Unload() {
+    if (!leaves_) {
+        Visible = false;
+    }
+    return leaves_;
+}
+
 void Frm3Dmap::Form_Load() {
     columns_ = kColumns;
     rows_ = kRows;

@@ -25,9 +25,12 @@ public:
     void Update3D(std::int32_t mapNumber);
     // What btnShow3D does.
     void open();
+    // The program ends: the window is unloaded. The close box only hides it.
+    void leave();
 
 protected:
     void Form_Load() override;
+    bool Form_Unload() override;
     void Form_Resize() override;
 
 private:
@@ -38,6 +41,7 @@ private:
     std::int16_t columns_ = 0;
     std::int16_t rows_ = 0;
     std::int32_t mapNumber_ = 0;
+    bool leaves_ = false;
 };
 
 }  // namespace korvane::maps

@@ -30,11 +30,6 @@ constexpr int kWideScreen = 15700;    // above, there is room for bold text
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
 
-constexpr std::int32_t kIgnitionBit = 1 << 5;
-constexpr std::int32_t kInjectionBit = 1 << 3;
-constexpr std::int32_t kRpmLimitBit = 1 << 15;
-constexpr std::int32_t kShiftLightBit = 1 << 14;
-
 }  // namespace
 
 MapControls::MapControls(platform::Machine& machine, std::string_view name, std::string caption, MapGeometry shape)

@@ -1,7 +1,7 @@
 // The controls that both map windows have, under their own names.
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,6 +11,12 @@
 #include "platform/Window.h"
 
 namespace korvane::maps {
+
+// Bits of the feature word.
+inline constexpr std::int32_t kInjectionBit = 1 << 3;
+inline constexpr std::int32_t kIgnitionBit = 1 << 5;
+inline constexpr std::int32_t kShiftLightBit = 1 << 14;
+inline constexpr std::int32_t kRpmLimitBit = 1 << 15;
 
 // Which grid stands behind which names, frames and bits; holds no logic. The large window shows its grids on pages of a
 // tab strip; the other swaps its frames.

@@ -12,7 +12,7 @@
 
 namespace korvane::maps {
 
-// What differs between the two.
+// What differs between the two as data.
 struct MapVariant {
     std::string_view name;
     const char* caption;
@@ -29,10 +29,10 @@ public:
 
     // For the dispatcher and the live update.
     void setCaption(std::string_view caption) override { Caption = caption; }
-    void populateFuel() override { display_.populateFuel(); }
-    void populateIGN() override { display_.populateIGN(); }
-    void populatePWMOUT() override { display_.populatePWMOUT(); }
-    void LoadMisc(bool skipTimer) override { transfer_.LoadMisc(skipTimer); }
+    void populateFuel() override;
+    void populateIGN() override;
+    void populatePWMOUT() override;
+    void LoadMisc(bool skipTimer) override;
     // The 16-bit limits of the EEPROM onto txtMisc.
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
     // Marks the cell that the ECU runs in. A MapPlace outside the grid marks none.
@@ -42,8 +42,8 @@ public:
     void setSetpointToolTip(int cell, std::string_view text) override;
     void setOnlineChanges(bool ticked) override { chkOnlineChanges.Value = ticked ? 1 : 0; }
     void setAgentLamp(platform::Picture lamp) override { imgAgentLed.Shown = lamp; }
-    void pressFuelKey(int cell, int keyCode, int shift) override { editing_.fuelKeyDown(cell, keyCode, shift); }
-    void populateFuelOUT() override { display_.populateFuelOUT(); }
+    void pressFuelKey(int cell, int keyCode, int shift) override;
+    void populateFuelOUT() override;
 
     // Called when the window goes.
     std::function<void()> Closed;

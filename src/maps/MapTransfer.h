@@ -1,9 +1,10 @@
 // Moves the tables between the PC and the ECU.
 #pragma once
 
-#include "maps/MapContext.h"
-#include "maps/MapControls.h"
-#include "maps/MapDisplay.h"
+#include "maps/MapLine.h"
+#include "maps/MapWriter.h"
+#include "maps/MiscTransfer.h"
+#include "maps/PwmTransfer.h"
 
 namespace korvane::maps {
 
@@ -11,24 +12,26 @@ namespace korvane::maps {
 // pulled, while one waits.
 class MapTransfer {
 public:
-    // How many halves a map goes out in; two need an acknowledgement each.
-    enum class Halves { One, Two };
+    using Halves = maps::Halves;
 
-    MapTransfer(MapControls& window, const MapContext& context, MapDisplay& display, Halves halves);
+    MapTransfer(MapControls& window, const MapContext& context, Halves halves);
 
     // The first reads after the load: misc, fuel, ignition, PWM.
     void initialReads();
 
     // Brings MiscBlock onto the controls. False is how a reply of the ECU calls it: the poll stands still meanwhile.
-    void LoadMisc(bool skipTimer);
+    void LoadMisc(bool skipTimer) { misc_.LoadMisc(skipTimer); }
     // The same display work after a file load, without timers; ends with its own caption.
-    void showMiscOfFile();
+    void showMiscOfFile() { misc_.showMiscOfFile(); }
 
 private:
-    MapControls& window_;
-    const MapContext& context_;
-    MapDisplay& display_;
-    Halves halves_;
+    // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
+    void request(std::uint8_t letter);
+
+    MapLine line_;
+    MapWriter writer_;
+    MiscTransfer misc_;
+    PwmTransfer pwm_;
 };
 
 }  // namespace korvane::maps

@@ -20,7 +20,8 @@ struct FileDialog {
     enum class Kind { Open, Save };
     Kind kind = Kind::Open;
     std::string title;
-    std::string filter;  // "All Files (*.txt)|*.txt"
+    std::string filter;            // "All Files (*.txt)|*.txt"
+    bool confirmOverwrite = true;  // saving over an existing file asks first
 };
 
 class Dialogs {

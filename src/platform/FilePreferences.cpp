@@ -17,9 +17,7 @@ constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool isText(std::string_view content) {
-    return std::none_of(content.begin(), content.end(), [](char character) {
-        return character >= '\0' && character < ' ' && character != '\t' && character != '\r' && character != '\n';
-    });
+    return content.find('\0') == std::string_view::npos;
 }
 
 Lines linesOf(std::string_view content) {

@@ -25,6 +25,8 @@ public:
 
     // Raised after bytes came in, once for all that are there; again if more come while it runs.
     Event<> OnComm;
+    // Raises it once more with an event of its own, if bytes are still there by then.
+    void raiseOnCommLater() { arrival_->callAt(pump_.now()); }
     // The device went away; the port is closed by then. Carries a sentence for the user.
     Event<const std::string&> LineLost;
 

@@ -46,12 +46,18 @@ void Window::load() {
     }
     loaded_ = true;
     enter(name_, [this] { Form_Load(); });
-    machine_.windows.add(*this);
+    // The load event may have unloaded it again.
+    if (loaded_) {
+        machine_.windows.add(*this);
+    }
 }
 
 void Window::show() {
     load();
-    Visible = true;
+    if (loaded_) {
+        Visible = true;
+        changed(shownProperty());
+    }
 }
 
 bool Window::unload() {

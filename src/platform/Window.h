@@ -29,9 +29,11 @@ public:
     [[nodiscard]] Machine& machine() const { return machine_; }
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
 
-    // Loading puts the window among the loaded ones and runs its load event once; showing it loads it first.
+    // Loading puts the window among the loaded ones and runs its load event once. Showing it loads it first, and brings
+    // it before the others if it is shown already.
     void load();
     void show();
+    [[nodiscard]] const void* shownProperty() const { return &loaded_; }
     [[nodiscard]] bool isLoaded() const { return loaded_; }
 
     // The close box, or the program's own unload. Returns false if the window stays: its unload event may refuse.
@@ -51,15 +53,25 @@ public:
     // The door for events: what a handler throws ends here, with a line in the debug log.
     template <class Handler>
     void enter(std::string_view what, Handler&& handler) {
-        ++depth_;
+        const Stay stay(*this);
         try {
             handler();
         } catch (const std::exception& error) {
             logFailure(what, error);
         }
-        --depth_;
     }
-    // True while a handler of this window runs, also inside its waits.
+    // Marks the window as in use by code that does not come in through the door.
+    class Stay {
+    public:
+        explicit Stay(Window& window) : window_(window) { ++window_.depth_; }
+        Stay(const Stay&) = delete;
+        Stay& operator=(const Stay&) = delete;
+        ~Stay() { --window_.depth_; }
+
+    private:
+        Window& window_;
+    };
+    // True while a handler of this window runs, also inside its waits: it must not be destroyed.
     [[nodiscard]] bool isBusy() const { return depth_ > 0; }
 
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;

@@ -63,6 +63,9 @@ void WindowView::propertyChanged(platform::Object&, const void* property) {
         showSize();
     } else if (property == &window_.Visible) {
         showVisible();
+    } else if (property == window_.shownProperty()) {
+        raise();
+        activateWindow();
     } else if (property == window_.focusProperty()) {
         binder_.showFocus();
     }

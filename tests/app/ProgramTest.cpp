@@ -89,6 +89,22 @@ TEST(ProgramStart, LaysTheLampsOutAllGrey) {
     EXPECT_GE(program.window.Height.get(), program.window.FrameLeds.Height.get());
 }
 
+// Timers and the serial control are not seen.
+TEST(ProgramStart, EveryControlThatIsSeenHasASizeInsideTheWindow) {
+    VirtualProgram program;
+    for (auto* control : program.window.controls()) {
+        if (control->kind() == "timer" || control->kind() == "serial control") {
+            continue;
+        }
+        EXPECT_GT(control->Width.get(), 0) << control->path();
+        EXPECT_GT(control->Height.get(), 0) << control->path();
+        const auto* const frame = control->container();
+        const int room = frame != nullptr ? frame->Width.get() : program.window.Width.get();
+        EXPECT_LE(control->Left + control->Width, room) << control->path();
+        EXPECT_GE(control->Left.get(), 0) << control->path();
+    }
+}
+
 TEST(ProgramStart, LampsAreGreyUntilTheFirstLiveFrame) {
     VirtualProgram program;
     program.connect();

@@ -42,6 +42,13 @@ TEST_F(Session, ALineTooLongGetsOneErrorAndTheNextIsServed) {
     EXPECT_THAT(replies, ElementsAre("error the line is longer than 1048576 bytes\n", "ok 0\n"));
 }
 
+TEST_F(Session, ACommentOfAnyLengthGetsNoReply) {
+    session.feed("  # " + std::string(2 << 20, 'x') + "\nnow\n");
+    session.feed("#");
+    session.feed(std::string(2 << 20, 'x') + "\nnow\n");
+    EXPECT_THAT(replies, ElementsAre("ok 0\n", "ok 0\n"));
+}
+
 TEST_F(Session, TheLongestLineIsStillExecuted) {
     const std::string command = "set frmTest.Tag \"";
     session.feed(command + std::string((1 << 20) - command.size() - 1, 'x') + "\"\n");

@@ -93,8 +93,11 @@ TEST_F(ProgramNames, TablesTakeValuesInTheirRangeOnly) {
     EXPECT_EQ(run("set useSound 1"), "error useSound: the value must be true or false");
     EXPECT_EQ(run("set HwVersion 1.13"), "ok");
     EXPECT_EQ(run("get HwVersion"), "ok 1.13");
-    EXPECT_EQ(run("set LAUNCHCONTROL_LO 5"), "error LAUNCHCONTROL_LO can only be read");
-    EXPECT_EQ(run("set BitMask(3) 5"), "error BitMask(3) can only be read");
+    EXPECT_EQ(run("set LAUNCHCONTROL_LO 5"), "ok");
+    EXPECT_EQ(program->tables().addresses.LAUNCHCONTROL_LO, 5);
+    EXPECT_EQ(run("set ignWindowOpen true"), "ok");
+    EXPECT_TRUE(program->tables().ignWindowOpen);
+    EXPECT_EQ(run("set SWTypeNames(3) \"x\""), "error SWTypeNames(3) can only be read");
     EXPECT_EQ(program->tables().FuelMapOut[0], 255);
 }
 

@@ -43,7 +43,7 @@ TEST(Words, ThatBeginAsJsonRunToTheEndOfTheValue) {
 }
 
 TEST(Words, ReportBrokenJson) {
-    EXPECT_EQ(failure([] { words("a \"b"); }), "the JSON text lacks its closing quote");
+    EXPECT_EQ(failure([] { words("a \"b"); }), "\"b: the JSON text lacks its closing quote");
     EXPECT_EQ(failure([] { words("\"a\"b"); }), "a blank must follow \"a\"");
 }
 

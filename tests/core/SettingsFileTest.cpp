@@ -1,126 +1,28 @@
 #include <algorithm>
-#include <gmock/gmock.h>
-#include <memory>
+#include <initializer_list>
 #include <numeric>
+#include <utility>
 
-#include "core/Checked.h"
+#include "SettingsBench.h"
 #include "core/Module1.h"
 #include "core/Numbers.h"
 #include "core/SettingsFile.h"
 #include "core/TextFile.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "support/FileSizeLimit.h"
-#include "support/TempFolder.h"
 
 namespace korvane::core {
 namespace {
 
 using testing::Each;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr const char* kParameterFault = " Error while reading parameter data";
-constexpr const char* kTooFewParameters = "error: parameter data not valid";
-
-struct Applied {
-    std::int32_t value;
-    std::int32_t addr;
-    bool is16;
-    bool operator==(const Applied&) const = default;
-};
-
-// `lines` lines, each of `perLine` times " `number` ".
-std::string table(int lines, int perLine, std::string_view number) {
-    std::string text;
-    for (int line = 0; line < lines; ++line) {
-        for (int i = 0; i < perLine; ++i) {
-            (text += ' ').append(number) += ' ';
-        }
-        text += "\r\n";
-    }
-    return text;
-}
-
-std::string smallMap(const std::string& header, std::string_view number) {
-    return header + "\r\n" + table(10, 16, number);
-}
-
-std::string largeMap(const std::string& header, std::string_view number) {
-    return header + "_320\r\n" + table(16, 20, number);
-}
-
-const std::string kFuel = smallMap("Injection", "11");
-const std::string kIgnition = smallMap("Ignition", "22");
-const std::string kMisc = "Misc\r\n 1  2  3  4  5  6  7  8  9 \r\n";
-const std::string kPwm = smallMap("PWM", "44");
-const std::string kTables = kFuel + kIgnition + kMisc + kPwm;
-
-// `count` rows of parameters that each have a value.
-std::string rows(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += "100#0#7#\r\n";
-    }
-    return text;
-}
-
-class SettingsFile : public testing::Test {
-protected:
-    // Every cell of the In tables holds 255 before a load.
-    SettingsFile() {
-        tables_->FuelMapIn.fill(255);
-        tables_->IgnMapIn.fill(255);
-        tables_->PwmMapIn.fill(255);
-        tables_->MiscBlock.fill(255);
-    }
-
-    std::string saved(std::int16_t mapSize) {
-        SaveSettingsFile(folder_ / "tune.txt", *tables_, mapSize, dialogs_);
-        EXPECT_THAT(texts(), IsEmpty());
-        return folder_.read("tune.txt");
-    }
-
-    int load(std::string_view content) {
-        return LoadSettingsFile(folder_.write("tune.txt", content), *tables_, nullptr, dialogs_);
-    }
-
-    // With the parameters, which land in applied_.
-    int loadAll(std::string_view content) {
-        const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) {
-            static_cast<void>(checked(tables_->EEImage, addr));
-            applied_.push_back({value, addr, is16});
-        };
-        return LoadSettingsFile(folder_.write("tune.txt", content), *tables_, take, dialogs_);
-    }
-
-    std::vector<std::string> texts() {
-        std::vector<std::string> texts;
-        for (const auto& message : dialogs_.takeMessages()) {
-            EXPECT_EQ(message.title, "");
-            EXPECT_EQ(message.icon, platform::MessageIcon::None);
-            texts.push_back(message.text);
-        }
-        return texts;
-    }
-
-    [[nodiscard]] static std::vector<int> cells(const MapImage& map, std::size_t first, std::size_t last) {
-        return {map.begin() + static_cast<std::ptrdiff_t>(first), map.begin() + static_cast<std::ptrdiff_t>(last) + 1};
-    }
-
-    [[nodiscard]] std::vector<int> misc() const { return {tables_->MiscBlock.begin(), tables_->MiscBlock.end()}; }
-
-    support::TempFolder folder_;
-    platform::QueuedDialogs dialogs_;
-    std::unique_ptr<SharedTables> tables_ = std::make_unique<SharedTables>();
-    std::vector<Applied> applied_;
-};
-
-using SettingsFileWriting = SettingsFile;
-using SettingsFileReading = SettingsFile;
-using SettingsFileParameters = SettingsFile;
+using SettingsFileWriting = SettingsBench;
+using SettingsFileReading = SettingsBench;
 
 // What a program writes whose fuel cells hold their index, whose ignition cells hold 200, and so on.
 TEST_F(SettingsFileWriting, ASmallMapStandsByteForByte) {
@@ -175,14 +77,14 @@ TEST_F(SettingsFileWriting, RowsAreWrittenForTheirNameOrTheirValueInRisingOrder)
     tables_->EEParams[2].value = std::uint8_t{0};
     tables_->EEParams[2].reserved = 4;
     tables_->EEParams[3000].value = std::int32_t{213};
-    EXPECT_THAT(saved(160), testing::EndsWith("PARAMS\r\n1#0##named\r\n2#4#0#both\r\n3#0#-70000#\r\n3000#0#213#\r\n"));
+    EXPECT_THAT(saved(160), EndsWith("PARAMS\r\n1#0##named\r\n2#4#0#both\r\n3#0#-70000#\r\n3000#0#213#\r\n"));
 }
 
 TEST_F(SettingsFileWriting, TheFirmwaresRowsStandWithVersionAndType) {
     InitParams(*tables_, 11);
     tables_->EEParams[2999].value = 3.386F;
     const std::string file = saved(160);
-    EXPECT_THAT(file, testing::EndsWith("\r\n1960#0##CYL_COUNT_OFF\r\n2999#0#3.386#SW_VER\r\n3000#0#11#SW_TYPE\r\n"));
+    EXPECT_THAT(file, EndsWith("\r\n1960#0##CYL_COUNT_OFF\r\n2999#0#3.386#SW_VER\r\n3000#0#11#SW_TYPE\r\n"));
     EXPECT_THAT(file, HasSubstr("\r\n512#0##LAUNCHCONTROL_HI\r\n513#0## IGNORDER_OFF\r\n514#0##"));
 }
 
@@ -390,149 +292,6 @@ TEST_F(SettingsFileReading, WhatTheProgramWroteComesBackToTheSameTables) {
 
 TEST_F(SettingsFileReading, WithoutASinkParametersAreNotLookedAt) {
     EXPECT_EQ(load(kTables + "nonsense"), kSettingsRead);
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, RowsAreAppliedByTheirAddressWhateverTheirNameAndNeverAsWords) {
-    EXPECT_EQ(loadAll(kTables +
-                      "PARAMS\r\n"
-                      "1#0#5#MISC2_OFF\r\n"
-                      "2#0#7500#RPM_LIMIT_LOW_OFF\r\n"
-                      "13#77#9#another name\r\n"
-                      "14#0#-3\r\n"
-                      "2999#0#3.386#SW_VER#more\r\n" +
-                      rows(4)),
-              kSettingsRead);
-    applied_.resize(5);
-    EXPECT_THAT(applied_, ElementsAre(Applied{5, 1, false}, Applied{7500, 2, false}, Applied{9, 13, false},
-                                      Applied{-3, 14, false}, Applied{3, 2999, false}));
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, ARowWithoutAValueIsSkippedButCounts) {
-    std::string file = kTables + "PARAMS\r\n";
-    for (int i = 0; i < 9; ++i) {
-        file += "365#0##MINTHR_OFF\r\n";
-    }
-    EXPECT_EQ(loadAll(file), kSettingsRead);
-    EXPECT_THAT(applied_, IsEmpty());
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, ABlankValueAtTheEndOfARowIsNone) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n5#0# \r\n6#0# #named\r\n  7#0# 12 #named\r\n"), kSettingsRead);
-    EXPECT_THAT(applied_, ElementsAre(Applied{0, 6, false}, Applied{12, 7, false}));
-}
-
-TEST_F(SettingsFileParameters, NumbersAreWhatTheirTextsBeginWith) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n10x#0#3,7#\r\nabc#0#text#\r\n2.5#0#1E2#\r\n3.5#0#-0.5#\r\n"), kSettingsRead);
-    EXPECT_THAT(applied_,
-                ElementsAre(Applied{3, 10, false}, Applied{0, 0, false}, Applied{100, 2, false}, Applied{0, 4, false}));
-}
-
-TEST_F(SettingsFileParameters, ARowWithFewerThanThreeFieldsIsAFaultAndWhatCameBeforeStays) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n1#0#5#\r\n2#0\r\n3#0#6#\r\n"), kSettingsRead);
-    EXPECT_THAT(applied_, ElementsAre(Applied{5, 1, false}));
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-}
-
-TEST_F(SettingsFileParameters, AnEmptyLineIsAFaultToo) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n" + rows(20) + "\r\n"), kSettingsRead);
-    EXPECT_EQ(applied_.size(), 20U);
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-}
-
-TEST_F(SettingsFileParameters, ANumberBeyond32BitsIsAFault) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n1#0#2147483647#\r\n1#0#2147483648#\r\n"), kSettingsRead);
-    EXPECT_THAT(applied_, ElementsAre(Applied{2147483647, 1, false}));
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-
-    applied_.clear();
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n1E99#0#5#\r\n" + rows(20)), kSettingsRead);
-    EXPECT_THAT(applied_, IsEmpty());
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-}
-
-TEST_F(SettingsFileParameters, AnAddressThatNobodyTakesIsAFault) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n3000#0#1#\r\n3001#0#1#\r\n" + rows(20)), kSettingsRead);
-    EXPECT_THAT(applied_, ElementsAre(Applied{1, 3000, false}));
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n-1#0#1#\r\n" + rows(20)), kSettingsRead);
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-}
-
-TEST_F(SettingsFileParameters, FewerThanNineRowsAreToldAndStayApplied) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n" + rows(8)), kSettingsRead);
-    EXPECT_EQ(applied_.size(), 8U);
-    EXPECT_THAT(texts(), ElementsAre(kTooFewParameters));
-}
-
-TEST_F(SettingsFileParameters, NineRowsAreEnough) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n" + rows(9)), kSettingsRead);
-    EXPECT_EQ(applied_.size(), 9U);
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, TheLastRowNeedsNoLineEnd) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\r\n" + rows(8) + "9#0#8#last"), kSettingsRead);
-    EXPECT_EQ(applied_.back(), (Applied{8, 9, false}));
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, AFileThatEndsAfterItsTablesHasTooFew) {
-    EXPECT_EQ(loadAll(kTables), kSettingsRead);
-    EXPECT_THAT(texts(), ElementsAre(kTooFewParameters));
-}
-
-TEST_F(SettingsFileParameters, TheFirstLineIsSkippedWhateverItSays) {
-    EXPECT_EQ(loadAll(kTables + "1#0#99#\r\n" + rows(9)), kSettingsRead);
-    EXPECT_THAT(applied_, Each(Applied{7, 100, false}));
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, TheFirstLineIsTheRestOfTheLastTableLineIfThatHasOne) {
-    const std::string tables = kTables.substr(0, kTables.size() - 2);
-    EXPECT_EQ(loadAll(tables + "200  201 \r\n" + rows(9)), kSettingsRead);
-    EXPECT_EQ(applied_.size(), 9U);
-    EXPECT_THAT(texts(), IsEmpty());
-    // The header is a row like any other then, and has too few fields.
-    EXPECT_EQ(loadAll(tables + "200 \r\nPARAMS\r\n" + rows(9)), kSettingsRead);
-    EXPECT_THAT(texts(), ElementsAre(kParameterFault));
-}
-
-TEST_F(SettingsFileParameters, TheHeaderIsFoundWithAndWithoutABlankBeforeIt) {
-    const std::string tables = kTables.substr(0, kTables.size() - 3);
-    for (const std::string end : {"\r\n", " \r\n", "   \r\n", "\n", " \r", ",", " , "}) {
-        applied_.clear();
-        EXPECT_EQ(loadAll(tables + end + "PARAMS\r\n" + rows(9)), kSettingsRead);
-        EXPECT_EQ(applied_.size(), 9U) << end;
-        EXPECT_THAT(texts(), IsEmpty()) << end;
-    }
-}
-
-TEST_F(SettingsFileParameters, RowsEndAtAnyLineEnd) {
-    EXPECT_EQ(loadAll(kTables + "PARAMS\n1#0#2#\r3#0#4#\r\n5#0#6#\n" + rows(6)), kSettingsRead);
-    applied_.resize(3);
-    EXPECT_THAT(applied_, ElementsAre(Applied{2, 1, false}, Applied{4, 3, false}, Applied{6, 5, false}));
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, AFaultInATableLeavesThemAlone) {
-    EXPECT_EQ(loadAll(kFuel + kIgnition + kMisc + "PARAMS\r\n" + rows(20)), kSettingsNoPwm);
-    EXPECT_EQ(loadAll(kFuel + kIgnition + kMisc + "PWM\r\n 256 "), kSettingsBadPwm);
-    EXPECT_THAT(applied_, IsEmpty());
-    EXPECT_THAT(texts(), IsEmpty());
-}
-
-TEST_F(SettingsFileParameters, WhatTheProgramWroteIsAppliedRowByRow) {
-    InitParams(*tables_, 30);
-    tables_->EEParams[1].value = std::uint8_t{255};
-    tables_->EEParams[2].value = std::int32_t{65535};
-    tables_->EEParams[700].value = std::uint8_t{0};
-    tables_->EEParams[2999].value = 3.1F;
-    EXPECT_EQ(loadAll(saved(160)), kSettingsRead);
-    EXPECT_THAT(applied_, ElementsAre(Applied{255, 1, false}, Applied{65535, 2, false}, Applied{0, 700, false},
-                                      Applied{3, 2999, false}, Applied{30, 3000, false}));
     EXPECT_THAT(texts(), IsEmpty());
 }
 

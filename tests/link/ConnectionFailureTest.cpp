@@ -35,6 +35,7 @@ public:
     [[nodiscard]] int baud() const override { return baud_; }
     [[nodiscard]] bool setBaud(int baud) override {
         forced.push_back(baud);
+        baud_ = fallsSilentWhenForced ? 0 : baud_;
         return !refusesRate;
     }
 
@@ -42,6 +43,7 @@ public:
     std::string openText;
     bool silentAboutRate = false;
     bool refusesRate = false;
+    bool fallsSilentWhenForced = false;
     std::vector<int> opened;
     std::vector<int> forced;
     int closings = 0;
@@ -127,6 +129,26 @@ TEST_F(StubbornPortTest, ARateThatCantBeReadIsToldAndNotForced) {
     EXPECT_THAT(line_.forced, IsEmpty());
 }
 
+// The rate is read also where nothing has to be forced.
+TEST_F(StubbornPortTest, ARateThatCantBeReadIsToldForSlowSpeedsToo) {
+    line_.silentAboutRate = true;
+    window_.ComboBaud.choose(0);
+    window_.btnConnect.press();
+    EXPECT_THAT(onlyMessage(), HasSubstr("8021"));
+    EXPECT_TRUE(window_.MSComm1.PortOpen());
+    EXPECT_THAT(line_.forced, IsEmpty());
+}
+
+TEST_F(StubbornPortTest, TheRateIsReadAgainAfterItWasForced) {
+    line_.fallsSilentWhenForced = true;
+    window_.ComboBaud.choose(6);
+    window_.btnConnect.press();
+    EXPECT_THAT(onlyMessage(), HasSubstr("8021"));
+    EXPECT_THAT(line_.forced, ElementsAre(230400));
+    EXPECT_TRUE(window_.MSComm1.PortOpen());
+    EXPECT_EQ(window_.btnConnect.Caption.get(), "Disconnect");
+}
+
 TEST_F(StubbornPortTest, TheStateLineWithoutARateHurtsNobody) {
     line_.silentAboutRate = true;
     window_.btnConnect.press();
@@ -136,15 +158,18 @@ TEST_F(StubbornPortTest, TheStateLineWithoutARateHurtsNobody) {
 }
 
 TEST_F(StubbornPortTest, RateRoutinesNeedAnOpenPort) {
-    const auto numberOf = [](auto call) {
+    std::string text;
+    const auto numberOf = [&](auto call) {
         try {
             call();
         } catch (const RuntimeError& error) {
+            text = error.what();
             return error.number();
         }
         return 0;
     };
     EXPECT_EQ(numberOf([&] { static_cast<void>(GetPortBaud(window_.MSComm1)); }), 8018);
+    EXPECT_EQ(text, "Operation valid only when the port is open");
     EXPECT_EQ(numberOf([&] { SetCustomBaud(window_.MSComm1, 57600); }), 8018);
     window_.btnConnect.press();
     EXPECT_EQ(GetPortBaud(window_.MSComm1), 57600);

@@ -140,16 +140,24 @@ TEST_F(IdentityTest, Type30MovesTheLaunchLimitAndType10PutsItBack) {
 
 // The pause lies between the caption and the layout.
 TEST_F(IdentityTest, TheLayoutFollowsTheCaptionAfter300Milliseconds) {
-    const auto alarm = pump_.makeAlarm([&] {
+    bool handlerRan = false;
+    const auto handler = pump_.makeAlarm([&] { handlerRan = true; });
+    handler->callAt(100 * platform::kMicrosPerMilli);
+    bool looked = false;
+    const auto look = [&] {
+        looked = true;
+        EXPECT_FALSE(handlerRan) << "the program blocks";
         EXPECT_EQ(tables_.SWType, 30);
         EXPECT_EQ(caption(), "Korvane Tuner v1.3 by Dulmer  Mirel Ignition");
         EXPECT_FALSE(panel_.TimerGetSettings.Enabled);
         EXPECT_EQ(tables_.addresses.LAUNCHCONTROL_LO, 511);
         EXPECT_EQ(tables_.EEParams[3000].value, core::ParameterValue(std::int32_t{0}));
-    });
+    };
+    const auto alarm = pump_.makeAlarm(look, platform::AlarmKind::Device);
     alarm->callAt(299 * platform::kMicrosPerMilli);
     command('y', {0, 0, 0, 0, 30});
     EXPECT_EQ(pump_.now(), 300 * platform::kMicrosPerMilli);
+    EXPECT_TRUE(looked);
     EXPECT_EQ(tables_.addresses.LAUNCHCONTROL_LO, 500);
     EXPECT_EQ(tables_.EEParams[3000].value, core::ParameterValue(std::int32_t{30}));
 }

@@ -223,10 +223,10 @@ protected:
     std::vector<std::unique_ptr<platform::Alarm>> alarms_;
 };
 
-// The layout is that of the type which counts when the pause is over.
-TEST_F(NestedFrames, AnIdentityInsideThePauseOfAnotherDecidesTheLayout) {
+TEST_F(NestedFrames, OfTwoIdentitiesTheLaterDecidesTheLayout) {
     injectAfter(100, support::frame('y', {0, 0, 0, 0, 30}));
     program_.receiveFrame('y', {0, 0, 0, 0, 10});
+    program_.pump.wait(300);
     EXPECT_EQ(program_.tables.SWType, 30);
     EXPECT_EQ(program_.tables.addresses.LAUNCHCONTROL_LO, 500);
 }

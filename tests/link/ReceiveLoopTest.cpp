@@ -36,6 +36,12 @@ protected:
     void injectAfter(int milliseconds, const Bytes& bytes) {
         after(milliseconds, [this, bytes] { program_.line.inject(bytes); });
     }
+    // Also while the program blocks.
+    void injectFromDeviceAfter(int milliseconds, const Bytes& bytes) {
+        alarms_.push_back(
+            program_.pump.makeAlarm([this, bytes] { program_.line.inject(bytes); }, platform::AlarmKind::Device));
+        alarms_.back()->callAt(program_.pump.now() + milliseconds * kMicrosPerMilli);
+    }
     [[nodiscard]] const ReceiveMachine& receiver() const { return program_.window.receiver; }
     [[nodiscard]] int storedType() const { return std::get<std::int32_t>(program_.tables.EEParams.at(3000).value); }
 
@@ -140,23 +146,41 @@ TEST_F(ReceiveLoopTest, AnOverflowInMidFrameLeavesTheReceiveStateAsItStood) {
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 3U);
 }
 
-TEST_F(ReceiveLoopTest, AFrameInsideTheIdentityPauseIsDispatchedThere) {
-    injectAfter(100, frame('T', {7, 1, 0}));
-    bool seen = false;
-    after(200, [&] {
-        seen = true;
-        EXPECT_EQ(program_.tables.EEImage[1], 7);
-        EXPECT_EQ(storedType(), 0) << "the identity is not through yet";
-    });
+TEST_F(ReceiveLoopTest, WhatComesInTheIdentityPauseWaitsForItsEnd) {
+    injectFromDeviceAfter(100, frame('T', {7, 1, 0}));
+    int pollsInThePause = 0;
+    program_.window.TimerRequestData.restart(10);
+    program_.window.TimerRequestData.Tick = [&] {
+        pollsInThePause += program_.pump.now() < 300 * kMicrosPerMilli ? 1 : 0;
+    };
     program_.receiveFrame('y', kIdentity);
-    EXPECT_TRUE(seen);
+    EXPECT_EQ(program_.pump.now(), 300 * kMicrosPerMilli);
     EXPECT_EQ(storedType(), 11);
+    program_.pump.pump();
+    EXPECT_EQ(program_.tables.EEImage[1], 7);
+    EXPECT_EQ(pollsInThePause, 0);
 }
 
-TEST_F(ReceiveLoopTest, AFrameBegunInThePauseAndUnfinishedAtItsEndIsLost) {
-    injectAfter(100, {'T', 3, 7});
-    program_.receiveFrame('y', kIdentity);
-    EXPECT_EQ(storedType(), 11);
+// A live decoder that lets events run, as handlers of some frames do.
+class WaitingDecoder : public LiveDecoder {
+public:
+    explicit WaitingDecoder(platform::EventPump& pump) : pump_(pump) {}
+    void decodeLivePacket(std::span<std::uint8_t> payload) override {
+        before.assign(payload.begin(), payload.end());
+        pump_.wait(100);
+        afterwards.assign(payload.begin(), payload.end());
+    }
+    Bytes before, afterwards;
+
+private:
+    platform::EventPump& pump_;
+};
+
+TEST_F(ReceiveLoopTest, AFrameBegunInAHandlersWaitAndUnfinishedAtItsEndIsLost) {
+    WaitingDecoder decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    injectAfter(50, {'T', 3, 7});
+    program_.receiveFrame('R', {5, 6});
     EXPECT_EQ(receiver().rxPosition(), 3);
     EXPECT_EQ(receiver().rxCommand(), 0);
     program_.receive({1, 0, 0xAB});
@@ -175,20 +199,7 @@ TEST_F(ReceiveLoopTest, AFrameThatLiesBehindTheIdentityWaitsForThePause) {
 }
 
 TEST_F(ReceiveLoopTest, APayloadSurvivesTheFramesThatAreHandledMeanwhile) {
-    class Waiting : public LiveDecoder {
-    public:
-        explicit Waiting(platform::EventPump& pump) : pump_(pump) {}
-        void decodeLivePacket(std::span<std::uint8_t> payload) override {
-            before.assign(payload.begin(), payload.end());
-            pump_.wait(100);
-            afterwards.assign(payload.begin(), payload.end());
-        }
-        Bytes before, afterwards;
-
-    private:
-        platform::EventPump& pump_;
-    };
-    Waiting decoder(program_.pump);
+    WaitingDecoder decoder(program_.pump);
     program_.program.dispatcher().setLiveDecoder(decoder);
     injectAfter(50, frame('T', {7, 1, 0}));
     program_.receiveFrame('R', {5, 6, 7, 8});
@@ -197,11 +208,13 @@ TEST_F(ReceiveLoopTest, APayloadSurvivesTheFramesThatAreHandledMeanwhile) {
     EXPECT_THAT(decoder.afterwards, ElementsAre(5, 6, 7, 8));
 }
 
-TEST_F(ReceiveLoopTest, ALineLostInsideThePauseEndsInAClosedPort) {
-    after(100, [&] { program_.line.pullOut(); });
-    program_.receiveFrame('y', kIdentity);
+TEST_F(ReceiveLoopTest, ALineLostInsideAHandlersWaitEndsInAClosedPort) {
+    WaitingDecoder decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    after(50, [&] { program_.line.pullOut(); });
+    program_.receiveFrame('R', {5, 6});
     EXPECT_FALSE(program_.window.MSComm1.PortOpen());
-    EXPECT_EQ(storedType(), 11);
+    EXPECT_THAT(decoder.afterwards, ElementsAre(5, 6));
     EXPECT_EQ(program_.dialogs.takeMessages().size(), 1U);
 }
 
@@ -259,30 +272,39 @@ TEST(ReceiveLoop, WhileARefusalStandsBytesQueueAndAreHandledAfterwards) {
     EXPECT_EQ(program.tables().IgnSendAcks, 0);
 }
 
-TEST_F(ReceiveLoopTest, AFloodOfIdentitiesInOneGoEnds) {
+// Each identity blocks for its pause; between two of them everything else has its turn.
+TEST_F(ReceiveLoopTest, AFloodOfIdentitiesLeavesRoomForOtherEvents) {
+    constexpr int kFrames = 3000;
     Bytes flood;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < kFrames; ++i) {
         const auto bytes = frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(i % 200)});
         flood.insert(flood.end(), bytes.begin(), bytes.end());
     }
+    int ticks = 0;
+    program_.window.TimerRequestData.restart(10);
+    program_.window.TimerRequestData.Tick = [&] { ++ticks; };
     program_.receive(flood);
-    EXPECT_EQ(program_.window.bytesReceived, 3000 * 8);
-    EXPECT_EQ(program_.tables.SWType, 2999 % 200);
+    program_.pump.wait(kFrames * 300);
+    EXPECT_GE(ticks, kFrames - 1);
+    EXPECT_EQ(program_.window.bytesReceived, kFrames * 8);
+    EXPECT_EQ(program_.tables.SWType, (kFrames - 1) % 200);
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
 }
 
-// Each of these comes inside the pauses of those before it.
-TEST_F(ReceiveLoopTest, AFloodOfIdentitiesInsideEachOthersPausesEnds) {
+// A new one comes while the last is still blocking, faster than they can be served.
+TEST_F(ReceiveLoopTest, AFloodOfIdentitiesThatArriveInThePausesEnds) {
     constexpr int kFrames = 30000;
     int sent = 0;
-    std::unique_ptr<platform::Alarm> alarm = program_.pump.makeAlarm([&] {
-        program_.line.inject(frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(sent % 200)}));
-        if (++sent < kFrames) {
-            alarm->callAt(program_.pump.now() + kMicrosPerMilli);
-        }
-    });
+    std::unique_ptr<platform::Alarm> alarm = program_.pump.makeAlarm(
+        [&] {
+            program_.line.inject(frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(sent % 200)}));
+            if (++sent < kFrames) {
+                alarm->callAt(program_.pump.now() + kMicrosPerMilli);
+            }
+        },
+        platform::AlarmKind::Device);
     alarm->callAt(program_.pump.now());
-    program_.pump.wait(60'000'000);
+    program_.pump.wait(kFrames * 300 + 1000);
     EXPECT_EQ(sent, kFrames);
     EXPECT_EQ(program_.window.bytesReceived, kFrames * 8);
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);

@@ -126,7 +126,7 @@ TEST_F(FilePreferencesTest, KeepsBytesThatAreNoUtf8) {
 
 TEST_F(FilePreferencesTest, AnyOneLineTextComesBackAsItWas) {
     for (const std::string text :
-         {"", " ", " a ", "\"", "\"\"", "\"a\"", "a\"", "=", "[x]", "; c", "\tx", "\xC3\xA4"}) {
+         {"", " ", " a ", "\"", "\"\"", "\"a\"", "a\"", "=", "[x]", "; c", "\tx", "\x01", "\xC3\xA4"}) {
         open().write("A", "B", text);
         EXPECT_EQ(open().read("A", "B"), text);
     }

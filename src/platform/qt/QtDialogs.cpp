@@ -77,6 +77,7 @@ std::string QtDialogs::choose(const FileDialog& dialog) {
     shown->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     shown->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     shown->setNameFilters(filters);
+    shown->setOption(QFileDialog::DontConfirmOverwrite, !dialog.confirmOverwrite);
     shown->setDefaultSuffix(saves && !filters.isEmpty() ? endingOf(filters.first()) : QString());
     const QStringList files = execute(shown) ? shown->selectedFiles() : QStringList();
     if (files.isEmpty()) {

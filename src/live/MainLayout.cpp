@@ -1,0 +1,109 @@
+#include "live/MainLayout.h"
+
+#include <array>
+#include <initializer_list>
+
+namespace korvane::live {
+
+namespace {
+
+using platform::Control;
+
+constexpr int kGap = 120;
+constexpr int kLine = 255;    // height of a label
+constexpr int kButton = 375;  // height of a button or box
+constexpr int kColumn = 1800;
+constexpr int kInstrumentsTop = 600;
+constexpr int kValuesLeft = 2 * kGap + kColumn;
+constexpr int kValuesTop = 3600;
+constexpr int kTrendsLeft = 6000;
+constexpr int kStatusLeft = 15400;
+
+void place(Control& control, int left, int top, int width, int height) {
+    control.Left = left;
+    control.Top = top;
+    control.Width = width;
+    control.Height = height;
+}
+
+void placeConnection(FrmSarn2& window) {
+    int left = kGap;
+    for (Control* control : std::initializer_list<Control*>{&window.ComboPort, &window.ComboBaud, &window.ComboRefresh,
+                                                            &window.btnConnect}) {
+        place(*control, left, kGap, 1200, kButton);
+        left += 1200 + kGap;
+    }
+    for (Control* control : std::initializer_list<Control*>{&window.lblState, &window.lblBytesRec, &window.lblPackets,
+                                                            &window.lblHWVer, &window.lblFeatures}) {
+        place(*control, left, 180, kColumn, kLine);
+        left += kColumn + kGap;
+    }
+}
+
+void placeButtons(FrmSarn2& window) {
+    int top = kInstrumentsTop;
+    for (Control* control : std::initializer_list<Control*>{
+             &window.btnKartat, &window.btnAsetukset, &window.btnBackup, &window.btnUploadEEPROM,
+             &window.btnDatalogTrend, &window.btnTuningHelp, &window.Command1, &window.Command2, &window.Command5,
+             &window.Command6, &window.Command7, &window.Command8}) {
+        place(*control, kGap, top, kColumn, kButton);
+        top += kButton + kGap;
+    }
+    place(window.FrameOptTest, kGap, top, kColumn, 2 * kButton + 4 * kGap);
+    place(window.Command3, kGap, 2 * kGap, kColumn - 2 * kGap, kButton);
+    place(window.Command4, kGap, 3 * kGap + kButton, kColumn - 2 * kGap, kButton);
+}
+
+void placeValues(FrmSarn2& window) {
+    constexpr int kPitch = kLine + 150;
+    const auto row = [](Control& name, Control& value, int number) {
+        place(name, kGap, 2 * kGap + number * kPitch, 1300, kLine);
+        place(value, 1500, 2 * kGap + number * kPitch, 1500, kLine);
+    };
+    place(window.FrameValues, kValuesLeft, kValuesTop, 3300, 3 * kGap + 12 * kPitch);
+    for (int i = 0; i < window.lblValue.count(); ++i) {
+        row(window.lblValueName(i), window.lblValue(i), i);
+    }
+    place(window.FrameMux, kStatusLeft, 5600, 3300, 3 * kGap + 8 * kPitch);
+    for (int i = 0; i < window.lblValueMux.count(); ++i) {
+        row(window.lblValueMuxName(i), window.lblValueMux(i), i);
+    }
+}
+
+// The dials are as high as their type says: only their places are set here.
+void placeInstruments(FrmSarn2& window) {
+    int left = kValuesLeft;
+    for (Control* control :
+         std::initializer_list<Control*>{&window.SarnMeterRpm, &window.SarnMeterboost, &window.SarnGauge3}) {
+        control->Left = left;
+        control->Top = kInstrumentsTop;
+        left += control->Width + kGap;
+    }
+    place(window.lblAccel, left, kInstrumentsTop, kColumn, kLine);
+}
+
+void placeTrends(FrmSarn2& window) {
+    window.picTrend.Left = window.picTrend2.Left = kTrendsLeft;
+    window.picTrend.Top = 3400;
+    window.picTrend2.Top = 6900;
+    int left = kTrendsLeft;
+    for (Control* control : std::initializer_list<Control*>{&window.chkSlowTrend, &window.chkUseSound,
+                                                            &window.chkDatalog, &window.txtDatalogFile}) {
+        place(*control, left, 9900, 2100, kButton);
+        left += 2100 + kGap;
+    }
+}
+
+}  // namespace
+
+void layOutControls(FrmSarn2& window) {
+    placeConnection(window);
+    placeButtons(window);
+    placeInstruments(window);
+    placeValues(window);
+    placeTrends(window);
+    window.FrameLeds.Left = kStatusLeft;
+    window.FrameLeds.Top = kInstrumentsTop;
+}
+
+}  // namespace korvane::live

@@ -1,0 +1,82 @@
+#include "maps/MapConversions.h"
+#include "maps/MapForm.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr MapVariant kVariant{"frmMaps",
+                              "Korvane Tuner, Maps ",
+                              kOrdinaryMaps,
+                              &ordinaryInjectionScale,
+                              MapTransfer::Halves::One,
+                              GridEditing::IgnitionMouse::No,
+                              "Trace map route"};
+
+// Where things stand that are moved away and back, twips.
+constexpr int kAway = -20000;
+constexpr int kFirstButton = 4000;
+constexpr int kSecondButton = 6000;
+constexpr int kFrameTop = 3600;
+constexpr int kFrameWidth = 9600;
+constexpr int kFrameHeight = 3300;
+
+}  // namespace
+
+FrmMaps::FrmMaps(platform::Machine& machine, const MapContext& mapContext)
+    : MapForm(machine, mapContext, kVariant),
+      chkFocusOnFuel(*this, "chkFocusOnFuel"),
+      chkFocusOnIGN(*this, "chkFocusOnIGN"),
+      chkShowPwm(*this, "chkShowPwm") {
+    chkFocusOnFuel.Caption = "Focus on Fuel";
+    chkFocusOnIGN.Caption = "Focus on Ignition";
+    chkShowPwm.Caption = "Show PWM table";
+    chkShowPwm.Click = [this] { chkShowPwm_Click(); };
+}
+
+void FrmMaps::arrangePanes() {
+    const auto features = context().tables.Features;
+    chkFocusOnIGN.Enabled = (features & kIgnitionBit) != 0;
+    chkFocusOnFuel.Enabled = (features & kInjectionBit) != 0;
+    for (auto* frame : {&FrameFuel, &FrameIgn, &FramePWM, &FrameInjAnalys}) {
+        frame->Top = frame == &FrameFuel ? 0 : kFrameTop;
+        frame->Width = kFrameWidth;
+        frame->Height = kFrameHeight;
+    }
+    FrameInjAnalys.Left = kAway;
+    chkShowPwm_Click();
+}
+
+// The PWM pane lies over the ignition grid.
+void FrmMaps::chkShowPwm_Click() {
+    const bool shown = chkShowPwm.Value == 1;
+    FramePWM.Left = shown ? 0 : kAway;
+    btnReadIgn.Left = shown ? -kFirstButton : kFirstButton;
+    btnWriteIgn.Left = shown ? -kSecondButton : kSecondButton;
+    btnReadPWM.Left = shown ? kFirstButton : -kFirstButton;
+    btnSavePWM.Left = shown ? kSecondButton : -kSecondButton;
+    chkInjAnal.Enabled = !shown;
+}
+
+// The analyser takes the place of the ignition grid. When it leaves, all five come back, also what the ECU does not
+// offer.
+void FrmMaps::showAnalyserPane(bool shown) {
+    FrameInjAnalys.Left = shown ? 0 : kAway;
+    FrameIgn.Left = shown ? kAway : 0;
+    FramePWM.Left = shown || chkShowPwm.Value == 0 ? kAway : 0;
+    for (platform::Control* control :
+         std::initializer_list<platform::Control*>{&btnReadIgn, &btnWriteIgn, &btnReadPWM, &btnSavePWM, &chkShowPwm}) {
+        control->Enabled = !shown;
+    }
+}
+
+// The fuel box wins when both are ticked.
+void FrmMaps::followEngine() {
+    if (chkFocusOnFuel.Value == 1) {
+        focusOn(fuel);
+    } else if (chkFocusOnIGN.Value == 1) {
+        focusOn(ign);
+    }
+}
+
+}  // namespace korvane::maps

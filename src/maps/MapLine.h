@@ -1,0 +1,70 @@
+// What the transfers of a map window share: the way to the ECU, the poll timer, the caption and the trap for failures.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "maps/MapContext.h"
+#include "maps/MapControls.h"
+
+namespace korvane::maps {
+
+// A command closes with the complement of the letter that opened it.
+[[nodiscard]] constexpr std::uint8_t complement(std::uint8_t letter) {
+    return static_cast<std::uint8_t>(~letter & 0xFF);
+}
+
+class MapLine {
+public:
+    MapLine(MapControls& window, const MapContext& context) : window_(window), context_(context) {}
+
+    [[nodiscard]] bool isOpen() const { return context_.connection.MSComm1.PortOpen(); }
+    // Whether all that was sent has left the machine.
+    [[nodiscard]] bool isDrained() const { return context_.connection.MSComm1.OutBufferCount() < 1; }
+    // RuntimeError 8018 when the port is closed.
+    void send(std::initializer_list<std::uint8_t> bytes);
+    void sendIfOpen(std::initializer_list<std::uint8_t> bytes);
+
+    // The live poll, which would mix its frames with those of a transfer.
+    void stopPoll() { context_.connection.TimerRequestData.Enabled = false; }
+    void startPoll() { context_.connection.TimerRequestData.Enabled = true; }
+
+    // Events run in both: the port may be closed, the window unloaded and another transfer begun and ended by then.
+    void wait(int milliseconds);
+    void pump();
+
+    void show(std::string_view caption) { window_.Caption = caption; }
+    // With the time of day behind it.
+    void showWithTime(std::string_view caption);
+
+    // Runs a write handler. A failure ends it and shows its description as the caption; the poll timer stays as the
+    // handler has left it.
+    void trapped(const std::function<void()>& handler);
+
+private:
+    MapControls& window_;
+    const MapContext& context_;
+};
+
+// The progress bar for as long as a transfer runs. One that was begun inside another gives the bar back to it.
+class Progress {
+public:
+    Progress(platform::ProgressBar& bar, int steps);
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress();
+
+    void step() { bar_.Value = ++done_; }
+
+private:
+    platform::ProgressBar& bar_;
+    int done_ = 0;
+    bool outerVisible_;
+    int outerMax_;
+    int outerValue_;
+};
+
+}  // namespace korvane::maps

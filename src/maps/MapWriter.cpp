@@ -1,0 +1,124 @@
+#include "maps/MapWriter.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr std::size_t kHalf = 160;
+constexpr int kBytePause = 1;      // ms; the ECU's EEPROM writer keeps up with no more
+constexpr int kCommitPause = 100;  // ms, before and behind the commit letter
+constexpr int kAckPause = 5;       // ms
+constexpr int kFirstAckTurns = 100;
+constexpr int kSecondAckTurns = 200;
+constexpr int kFirstAck = 1;
+constexpr int kBothAcks = 11;
+
+}  // namespace
+
+struct MapWriter::Kind {
+    core::MapImage core::SharedTables::*image;
+    std::int16_t core::SharedTables::*acks;
+    std::uint8_t firstLetter;
+    std::uint8_t secondLetter;
+    std::uint8_t commitLetter;
+    bool pollsBeforeCommit;
+    const char* sending;
+    const char* done;
+};
+
+const MapWriter::Kind MapWriter::kFuel{&core::SharedTables::FuelMapOut,
+                                       &core::SharedTables::FuelSendAcks,
+                                       'F',
+                                       246,
+                                       'c',
+                                       false,
+                                       "Sending  fuel data",
+                                       "Fuel kartta lähetetty ja talletettu autoon"};
+const MapWriter::Kind MapWriter::kIgnition{&core::SharedTables::IgnMapOut,
+                                           &core::SharedTables::IgnSendAcks,
+                                           'A',
+                                           248,
+                                           'b',
+                                           true,
+                                           "Sending  Ignition data",
+                                           "Ignition kartta lähetetty ja talletettu autoon"};
+
+MapWriter::MapWriter(MapControls& window, const MapContext& context, Halves halves)
+    : window_(window), context_(context), line_(window, context), halves_(halves) {
+    window_.btnWriteFuel.Click = [this] { write(kFuel); };
+    window_.btnWriteIgn.Click = [this] { write(kIgnition); };
+}
+
+void MapWriter::write(const Kind& kind) {
+    line_.trapped([&] {
+        if (halves_ == Halves::Two) {
+            writeHalves(kind);
+        } else {
+            writeWhole(kind);
+        }
+    });
+}
+
+void MapWriter::writeWhole(const Kind& kind) {
+    Progress progress(window_.prgTransfer, kHalf);
+    line_.stopPoll();
+    line_.show(kind.sending);
+    sendHalf(kind.firstLetter, kind, 0, progress);
+    if (kind.pollsBeforeCommit) {
+        line_.startPoll();
+        line_.stopPoll();
+    }
+    line_.wait(kCommitPause);
+    line_.send({kind.commitLetter});
+    line_.wait(kCommitPause);
+    line_.startPoll();
+    line_.show(kind.done);
+}
+
+// The second half goes out also when the first was not acknowledged; only the commit depends on both.
+void MapWriter::writeHalves(const Kind& kind) {
+    Progress progress(window_.prgTransfer, 2 * kHalf);
+    line_.stopPoll();
+    line_.show(kind.sending);
+    context_.tables.*kind.acks = 0;
+    sendHalf(kind.firstLetter, kind, 0, progress);
+    static_cast<void>(acknowledged(kind, kFirstAck, kFirstAckTurns));
+    sendHalf(kind.secondLetter, kind, kHalf, progress);
+    if (acknowledged(kind, kBothAcks, kSecondAckTurns)) {
+        line_.stopPoll();
+        line_.wait(kCommitPause);
+        line_.send({kind.commitLetter});
+        line_.show(kind.done);
+    }
+    line_.wait(kCommitPause);
+    line_.startPoll();
+}
+
+void MapWriter::sendHalf(std::uint8_t letter, const Kind& kind, std::size_t first, Progress& progress) {
+    line_.send({letter});
+    for (std::size_t cell = first; cell < first + kHalf;) {
+        line_.pump();
+        if (!line_.isDrained()) {
+            line_.wait(kBytePause);
+            continue;
+        }
+        const std::uint8_t byte = (context_.tables.*kind.image)[cell++];
+        line_.wait(kBytePause);
+        line_.send({byte});
+        progress.step();
+    }
+    line_.send({complement(letter)});
+}
+
+bool MapWriter::acknowledged(const Kind& kind, int count, int turns) {
+    for (int turn = 0; turn < turns; ++turn) {
+        line_.pump();
+        line_.wait(kAckPause);
+        if (context_.tables.*kind.acks == count) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,35 @@
+// The misc block between the window's boxes and the ECU.
+//
+//     'M'  RPM limit (low, high)  shift light (low, high)  enable word (low, high)
+//          injection offset  ignition offset  injector code  ~'M'      then 'd', which stores it
+#pragma once
+
+#include "maps/MapLine.h"
+
+namespace korvane::maps {
+
+// Sets the click of btnSaveMisc and the tick of TimeOutTimer.
+class MiscTransfer {
+public:
+    MiscTransfer(MapControls& window, const MapContext& context);
+
+    // Brings MiscBlock onto the controls. False is how a reply of the ECU calls it: the poll stands still meanwhile.
+    void LoadMisc(bool skipTimer);
+    // The same display work after a file load, without timers; ends with its own caption.
+    void showMiscOfFile();
+
+private:
+    void save();
+    void sendBlock();
+    void sendWord(std::int32_t value);
+    [[nodiscard]] std::int32_t enableWord();
+    void showBlock();
+    void showEnableWord(std::int32_t word);
+
+    MapControls& window_;
+    const MapContext& context_;
+    MapLine line_;
+    int pauses_ = 0;  // of LoadMisc that run now, one inside the other
+};
+
+}  // namespace korvane::maps
