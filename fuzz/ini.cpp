@@ -6,6 +6,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -20,17 +21,26 @@ namespace {
 
 using namespace korvane;
 
-// One folder for the whole run of the target; in memory where the system has such a place.
+// In memory where the system has such a place; gone with its owner.
+class Folder {
+public:
+    Folder() { std::filesystem::create_directories(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+    }
+
+    const std::filesystem::path path = (std::filesystem::exists("/dev/shm") ? std::filesystem::path("/dev/shm")
+                                                                            : std::filesystem::temp_directory_path()) /
+                                       ("korvane-fuzz-ini-" + std::to_string(getpid()));
+};
+
+// One for the whole run of the target.
 const std::filesystem::path& folder() {
-    static const std::filesystem::path path = [] {
-        const std::filesystem::path memory = "/dev/shm";
-        auto made = (std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path()) /
-                    ("korvane-fuzz-ini-" + std::to_string(getpid()));
-        std::filesystem::create_directories(made);
-        std::atexit([] { std::filesystem::remove_all(folder()); });
-        return made;
-    }();
-    return path;
+    static const Folder folder;
+    return folder.path;
 }
 
 void require(bool holds) {

@@ -32,7 +32,7 @@ MapForm::MapForm(platform::Machine& machine, const MapContext& context, const Ma
       context_(context),
       display_(*this, context, variant.scale),
       editing_(*this, context, display_, variant.ignitionMouse),
-      transfer_(*this, context, display_, variant.halves),
+      transfer_(*this, context, variant.halves),
       files_(*this, context, display_, transfer_),
       analyserPane_(*this, context, [this](bool shown) { showAnalyserPane(shown); }) {
     chkTrace.Caption = variant.traceCaption;
