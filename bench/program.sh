@@ -3,10 +3,12 @@
 # its own: processor time, memory, and the time to the first painted window.
 #
 #   bench/program.sh [SECONDS]      build/release must be built; default 20 seconds
+#   bench/program.sh SECONDS maps   with the map window open and its trace on
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=${1:-20}
+scene=${2:-}
 bin=build/release/bin
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   export QT_QPA_PLATFORM=offscreen
@@ -33,6 +35,10 @@ exec 3>"$work/commands"
 ticks() { awk '{ print $14 + $15 }' "/proc/$tuner/stat"; }
 
 sleep 3
+if [ "$scene" = maps ]; then
+  printf '%s\n' "click frmSarn2.btnKartat" "click frmMaps.chkTrace" >&3
+  sleep 3
+fi
 before=$(ticks)
 sleep "$seconds"
 after=$(ticks)
@@ -46,5 +52,5 @@ wait "$tuner"
 hertz=$(getconf CLK_TCK)
 awk -v t=$((after - before)) -v hz="$hertz" -v s="$seconds" -v kb="$memory" 'BEGIN {
   printf "processor: %.1f %% of one core\nresident memory: %.1f MB\n", 100 * t / hz / s, kb / 1024 }'
-echo "packets a second: $(sed -n 1p "$work/replies")"
+echo "packets a second: $(tail -n 2 "$work/replies" | head -n 1)"
 grep "first window" "$work/log" || true

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
 #include <string_view>
 
 #include "core/SharedTables.h"
@@ -24,9 +23,79 @@ struct CellStatistics {
     float LambdaBase = 0.0F;     // written by nothing
 };
 
+// All arithmetic is in single precision; what it can't hold raises RuntimeError 6. Indices outside 0 to 320 raise
+// RuntimeError 9.
 class clsInjAnalyser : public maps::Analyser, public live::InjectionAnalyser {
 public:
     clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, platform::MSComm& port);
+
+    void setMapWindow(maps::TunedMap* window) override;
+
+    void Setpoint(float value, std::int32_t index) override;
+    [[nodiscard]] float Setpointget(std::int32_t index) const override;
+    [[nodiscard]] float Proposal(std::int32_t index) const override;
+    [[nodiscard]] float LambdaAvg(std::int32_t index) const override;
+    [[nodiscard]] float Hajonta(std::int32_t index) const;
+
+    void setSimpleMode(bool on) override { simpleMode_ = on; }
+    void setLogData(bool on) override { logData_ = on; }
+    void setAgentEnable(bool on) override;
+    [[nodiscard]] bool simpleMode() const { return simpleMode_; }
+    [[nodiscard]] bool LogData() const { return logData_; }
+    [[nodiscard]] bool AgentEnable() const { return agentEnable_; }
+
+    float LambdaScale = 1.0F;  // multiplies a reading for the mean
+
+    // One sample: lambda, the map cell, rpm, load in bar. Only while LogData is on and above 1000 rpm.
+    void addValues(float lambda, float cell, float rpm, float load) override;
+    // Means and counts become 0; sums of squares, variances, offsets and proposals stay.
+    void ClearTables() override;
+    // 160 gives 16 columns and 10 rows, any other size 20 and 16.
+    void setMapSize(std::int16_t size);
+
+    // Appends a line to the log of the minute, "FuelTunerhh_mm.txt" in the program's folder.
+    void SaveControlToFile(std::string_view line);
+
+    // The state for each cell, as scripts read it.
+    std::array<CellStatistics, kAnalysedCells> CellStats;
+    std::array<float, kAnalysedCells> SampleCount{};
+    std::array<float, kAnalysedCells> SquareSum{};
+    std::array<float, kAnalysedCells> LastCount{};
+    std::int16_t mapSize = 0;
+    std::int16_t columns = 0;
+    std::int16_t rows = 0;
+    platform::clsTimer timerAgent;
+
+    // One look of the agent at all cells; the timer's event does both.
+    void CorrectAllCells();
+    void SmoothFuelMap();
+
+private:
+    void timerAgent_Timer();
+    [[nodiscard]] float weightOf(int cell) const;
+    [[nodiscard]] float neighbourWeight(int cell) const;
+    void correct(int cell, int direction);
+    void SimpleCorrection(int cell, int steps);
+    void SplitByRpm(int cell, int steps);
+    void SplitByLoad(int cell, int steps);
+    void ApplyCellCorrection(int cell, int steps, float weight);
+    void pressKey(int cell, int keyCode);
+    void logCorrection(int cell, int steps, float weight);
+    bool smoothAlongRow(int column, int cell);
+    bool smoothDownColumn(int row, int cell);
+    void SendFuelCell(int index);
+
+    platform::Machine& machine_;
+    core::SharedTables& tables_;
+    platform::MSComm& port_;
+    maps::TunedMap* window_ = nullptr;
+    std::array<float, kAnalysedCells> setpoints_{};
+    std::array<float, kAnalysedCells> proposals_{};
+    std::array<float, kAnalysedCells> hajonta_{};
+    bool logData_ = false;
+    bool simpleMode_ = false;
+    bool agentEnable_ = false;
+    int depth_ = 0;  // of the agent's looks inside each other's waits
 };
 
 }  // namespace korvane::analysis

@@ -89,6 +89,8 @@ console::ConsoleContext Session::makeContext(const Surroundings& surroundings) {
 void Session::registerNames() {
     console::registerSharedTables(names_, program_.tables());
     console::registerMainWindow(names_, program_.frmSarn2());
+    console::registerAnalyser(names_, program_.analyser());
+    console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

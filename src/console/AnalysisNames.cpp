@@ -12,6 +12,9 @@ using Arguments = std::span<const Json>;
 using Answer = std::optional<Json>;
 using analysis::CellStatistics;
 using analysis::clsInjAnalyser;
+using analysis::kAnalysedCells;
+
+constexpr int kLastCell = static_cast<int>(kAnalysedCells) - 1;
 
 // A procedure of the analyser, by its bare name and as a member of the analyser.
 void addMember(Names& names, const std::string& name, std::string_view arguments, const Names::Procedure& procedure) {
@@ -35,10 +38,48 @@ void addProcedures(Names& names, clsInjAnalyser& analyser) {
     });
 }
 
+void addCellNames(Names& names, clsInjAnalyser& analyser) {
+    const std::string object = "clsInjAnalyser.";
+    addElements(names, object + "CellStats().LambdaAvg", analyser.CellStats, &CellStatistics::LambdaAvg);
+    addElements(names, object + "CellStats().RpmOffsetAvg", analyser.CellStats, &CellStatistics::RpmOffsetAvg);
+    addElements(names, object + "CellStats().LoadOffsetAvg", analyser.CellStats, &CellStatistics::LoadOffsetAvg);
+    addElements(names, object + "CellStats().LambdaBase", analyser.CellStats, &CellStatistics::LambdaBase);
+    addElements(names, object + "SampleCount()", analyser.SampleCount, std::identity());
+    addElements(names, object + "SquareSum()", analyser.SquareSum, std::identity());
+    const auto computed = [&](const char* form, float (clsInjAnalyser::*member)(std::int32_t) const) {
+        names.add(object + form, {{0, kLastCell}},
+                  [&analyser, member](Names::Indices at) { return Json((analyser.*member)(at.front())); });
+    };
+    computed("LambdaAvg()", &clsInjAnalyser::LambdaAvg);
+    computed("Proposal()", &clsInjAnalyser::Proposal);
+    computed("Hajonta()", &clsInjAnalyser::Hajonta);
+    computed("Setpointget()", &clsInjAnalyser::Setpointget);
+    names.add(
+        object + "Setpoint()", {{0, kLastCell}},
+        [&analyser](Names::Indices at) { return Json(analyser.Setpointget(at.front())); },
+        [&analyser](Names::Indices at, const Json& value) { analyser.Setpoint(singleNumber(value), at.front()); });
+}
+
+void addSwitches(Names& names, clsInjAnalyser& analyser) {
+    const auto add = [&](const std::string& name, bool (clsInjAnalyser::*get)() const,
+                         void (clsInjAnalyser::*set)(bool)) {
+        names.add(
+            "clsInjAnalyser." + name, {}, [&analyser, get](Names::Indices) { return Json((analyser.*get)()); },
+            [&analyser, set](Names::Indices, const Json& value) { (analyser.*set)(truth(value)); });
+    };
+    add("simpleMode", &clsInjAnalyser::simpleMode, &clsInjAnalyser::setSimpleMode);
+    add("LogData", &clsInjAnalyser::LogData, &clsInjAnalyser::setLogData);
+    add("AgentEnable", &clsInjAnalyser::AgentEnable, &clsInjAnalyser::setAgentEnable);
+    addVariable(names, "clsInjAnalyser.LambdaScale", analyser.LambdaScale);
+    addVariable(names, "clsInjAnalyser.timerAgent.Interval", analyser.timerAgent.Interval, Access::ReadOnly);
+}
+
 }  // namespace
 
 void registerAnalyser(Names& names, clsInjAnalyser& analyser) {
     addProcedures(names, analyser);
+    addCellNames(names, analyser);
+    addSwitches(names, analyser);
 }
 
 void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables) {
@@ -51,7 +92,7 @@ void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& ta
         return {};
     });
     names.addProcedure("CalcPower", "PULSE AVAILABLE", [&tables](Arguments arguments) -> Answer {
-        const auto power = maps::CalcPower(realNumber(arguments[0]), realNumber(arguments[1]), tables.NewInjectorSize);
+        const auto power = maps::CalcPower(tables.NewInjectorSize, realNumber(arguments[0]), realNumber(arguments[1]));
         return power ? Json(*power) : Json();
     });
 }

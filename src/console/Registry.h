@@ -5,10 +5,12 @@
 #include <filesystem>
 #include <functional>
 
+#include "analysis/clsInjAnalyser.h"
 #include "console/Names.h"
 #include "core/EepromAccess.h"
 #include "core/SharedTables.h"
 #include "live/FrmSarn2.h"
+#include "maps/Frm3Dmap.h"
 
 namespace korvane::console {
 
@@ -18,6 +20,12 @@ void registerSharedTables(Names& names, core::SharedTables& tables);
 
 // The members of frmSarn2 that are no controls: the state of the receive machine and of the connection.
 void registerMainWindow(Names& names, live::FrmSarn2& window);
+
+// The members and procedures of the one clsInjAnalyser; its procedures also by their bare names.
+void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
+
+// CalcPower, and the procedures of frm3Dmap.
+void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);
 
 struct Procedures {
     core::EepromAccess& eeprom;

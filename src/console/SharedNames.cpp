@@ -99,6 +99,8 @@ void addPreferences(Names& names, core::SharedTables& tables) {
     addVariable(names, "OldInjectorSize", tables.OldInjectorSize);
     addVariable(names, "NewInjectorSize", tables.NewInjectorSize);
     addVariable(names, "ignWindowOpen", tables.ignWindowOpen);
+    addVariable(names, "SaveFileName", tables.SaveFileName);
+    addVariable(names, "LoadFileName", tables.LoadFileName);
 }
 
 }  // namespace

@@ -236,7 +236,8 @@ void Dispatcher::pwmCell(Payload payload) {
 
 void Dispatcher::settingsBlock(Payload payload) {
     if (windows_.frmMisc != nullptr) {
-        windows_.frmMisc->LoadMisc2(payload);
+        bool handled = false;
+        windows_.frmMisc->LoadMisc2(payload, handled);
     }
 }
 

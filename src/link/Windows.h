@@ -27,7 +27,8 @@ class SettingsWindow {
 public:
     virtual ~SettingsWindow() = default;
 
-    virtual void LoadMisc2(std::span<const std::uint8_t> payload) = 0;
+    // `handled` becomes true once the whole block has been taken.
+    virtual void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) = 0;
     virtual void UpdateReadEE(std::int32_t value, int addr, bool is16) = 0;
     virtual void setTextArvo(std::string_view text) = 0;
     virtual void setLambdaSetpoint(int row, std::uint8_t value) = 0;

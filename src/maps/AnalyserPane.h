@@ -20,6 +20,15 @@ public:
     void paint();
 
 private:
+    void begin();
+    void end();
+    void showBoxes(bool shown);
+    void enableFiles(bool enabled);
+    void showTarget(platform::TextBox& box);
+    void showMean(platform::TextBox& box, int cell);
+    void keyDown(int cell, int keyCode);
+    void stepTarget(int cell, bool up);
+
     MapControls& window_;
     const MapContext& context_;
     std::function<void(bool)> showFrames_;

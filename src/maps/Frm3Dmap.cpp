@@ -48,6 +48,10 @@ void Frm3Dmap::Update3D(std::int32_t mapNumber) {
     if (mapNumber != kSameTable) {
         mapNumber_ = mapNumber;
     }
+    enter("Update3D", [this] { redraw(); });
+}
+
+void Frm3Dmap::redraw() {
     MSChart1.RowCount = rows_;
     MSChart1.ColumnCount = columns_;
     writeLabels();
@@ -55,13 +59,14 @@ void Frm3Dmap::Update3D(std::int32_t mapNumber) {
     MSChart1.Refresh();
 }
 
+// A column's label is the same in every row.
 void Frm3Dmap::writeLabels() {
+    for (int column = 1; column <= columns_; ++column) {
+        MSChart1.Column = column;
+        MSChart1.setColumnLabel(std::to_string(column * 500 + 1000 - 500) + " RPM");
+    }
     for (int row = 1; row <= rows_; ++row) {
         MSChart1.Row = row;
-        for (int column = 1; column <= columns_; ++column) {
-            MSChart1.Column = column;
-            MSChart1.setColumnLabel(std::to_string(column * 500 + 1000 - 500) + " RPM");
-        }
         MSChart1.setRowLabel(std::to_string(row * 10 - 10) + " - " + std::to_string(row * 10) + " %");
     }
 }
@@ -104,8 +109,8 @@ void Frm3Dmap::Form_Load() {
 void Frm3Dmap::Form_Resize() {
     MSChart1.Left = kMargin / 2;
     MSChart1.Top = kMargin / 2;
-    MSChart1.Width = std::max(0, Width - kMargin);
-    MSChart1.Height = std::max(0, Height - kMargin);
+    MSChart1.Width = std::max(kMargin, Width.get()) - kMargin;
+    MSChart1.Height = std::max(kMargin, Height.get()) - kMargin;
 }
 
 }  // namespace korvane::maps

@@ -21,8 +21,10 @@ public:
 
     // Stored for the next Update3D.
     void setMapSizes(std::int16_t columns, std::int16_t rows);
-    // 1 fuel, 2 ignition, 3 PWM; 99 keeps the table on show.
+    // 1 fuel, 3 PWM, any other value ignition; 99 keeps the table on show. A failure ends in the debug log.
     void Update3D(std::int32_t mapNumber);
+    // The table on show, as Update3D had it; 0 before the first.
+    [[nodiscard]] std::int32_t mapNumber() const { return mapNumber_; }
     // What btnShow3D does.
     void open();
     // The program ends: the window is unloaded. The close box only hides it.
@@ -34,6 +36,7 @@ protected:
     void Form_Resize() override;
 
 private:
+    void redraw();
     void writeLabels();
     void writeData(const core::MapImage& image);
 

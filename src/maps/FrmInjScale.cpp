@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 
 #include "core/IniFile.h"
@@ -19,11 +20,18 @@ constexpr double kLargestCell = 250.0;
 constexpr int kErrorDivisionByZero = 11;
 constexpr const char* kIniFile = "Settings.ini";
 
+double finite(double value) {
+    if (!std::isfinite(value)) {
+        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+    }
+    return value;
+}
+
 double quotient(double dividend, double divisor) {
     if (divisor == 0.0) {
         throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
     }
-    return dividend / divisor;
+    return finite(dividend / divisor);
 }
 
 }  // namespace
@@ -101,7 +109,7 @@ float FrmInjScale::store(std::string_view section, const platform::TextBox& box)
 void FrmInjScale::scaleMap() {
     for (std::size_t cell = 0; cell < kScaledCells; ++cell) {
         const double ratio = quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
-        const double scaled = core::toInt(tables_.FuelMapOut[cell] * ratio);
+        const double scaled = core::toInt(finite(tables_.FuelMapOut[cell] * ratio));
         tables_.FuelMapOut[cell] = core::toByte(std::clamp(scaled, 0.0, kLargestCell));
     }
     if (populateFuelOUT) {

@@ -30,7 +30,19 @@ constexpr int kWideScreen = 15700;    // above, there is room for bold text
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
 
+platform::Value scaleOf(const platform::Object& object) {
+    return static_cast<double>(dynamic_cast<const MapControls&>(object).InjTimeScale);
+}
+
+constexpr std::array kMembers{platform::readOnlyProperty<&scaleOf>("InjTimeScale")};
+
 }  // namespace
+
+std::vector<std::span<const platform::PropertyInfo>> MapControls::propertyTables() const {
+    auto tables = Window::propertyTables();
+    tables.emplace_back(kMembers);
+    return tables;
+}
 
 MapControls::MapControls(platform::Machine& machine, std::string_view name, std::string caption, MapGeometry shape)
     : Window(machine, name),

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "maps/MapGrid.h"
 #include "platform/Controls.h"
@@ -63,6 +65,8 @@ public:
     // Small cells on a small screen, bold ones on a wide one.
     void sizeFonts(int screenWidth);
     void placeGrids();
+
+    [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
 
 private:
     void describeButtons();

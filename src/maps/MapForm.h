@@ -9,6 +9,7 @@
 #include "maps/MapDisplay.h"
 #include "maps/MapFiles.h"
 #include "maps/MapTransfer.h"
+#include "platform/PictureBox.h"
 
 namespace korvane::maps {
 

@@ -1,12 +1,11 @@
 #include "platform/Chart.h"
 
+#include <algorithm>
 #include <array>
 
 namespace korvane::platform {
 
 namespace {
-
-constexpr int kMostRows = 1000;
 
 const Chart& chart(const Object& object) {
     return dynamic_cast<const Chart&>(object);
@@ -16,21 +15,9 @@ Chart& chart(Object& object) {
     return dynamic_cast<Chart&>(object);
 }
 
-template <Property<int> Chart::*Member>
-constexpr PropertyInfo size(std::string_view name) {
-    return {name, [](const Object& object) -> Value { return std::int64_t{(chart(object).*Member).get()}; },
-            [](Object& object, const Value& value) {
-                const auto count = detail::fromValue<int>(value);
-                if (count < 0 || count > kMostRows) {
-                    detail::wrongKind("a number from 0 to 1000");
-                }
-                chart(object).*Member = count;
-            }};
-}
-
 constexpr std::array kChart{
-    size<&Chart::RowCount>("RowCount"),
-    size<&Chart::ColumnCount>("ColumnCount"),
+    property<&Chart::RowCount>("RowCount"),
+    property<&Chart::ColumnCount>("ColumnCount"),
     property<&Chart::Row>("Row"),
     property<&Chart::Column>("Column"),
     PropertyInfo{
@@ -45,47 +32,49 @@ constexpr std::array kChart{
                  }},
 };
 
-std::size_t place(int number, int count) {
-    if (number < 1 || number > count) {
+int inside(int place, int count) {
+    if (place < 0 || place >= count) {
         throw RuntimeError(kErrorSubscript, "Subscript out of range");
     }
-    return static_cast<std::size_t>(number) - 1;
+    return place;
+}
+
+int fromOne(int number, int count) {
+    return inside(std::max(number, 0) - 1, count);
+}
+
+void cut(std::map<int, std::string>& labels, int count) {
+    labels.erase(labels.lower_bound(count), labels.end());
 }
 
 }  // namespace
 
 const std::string& Chart::dataAt(int row, int column) const {
-    return data_[place(row + 1, RowCount) * static_cast<std::size_t>(ColumnCount) + place(column + 1, ColumnCount)];
+    return written(data_, {inside(row, RowCount), inside(column, ColumnCount)});
 }
 
 const std::string& Chart::rowLabelAt(int row) const {
-    return rowLabels_[place(row + 1, RowCount)];
+    return written(rowLabels_, inside(row, RowCount));
 }
 
 const std::string& Chart::columnLabelAt(int column) const {
-    return columnLabels_[place(column + 1, ColumnCount)];
+    return written(columnLabels_, inside(column, ColumnCount));
 }
 
-std::size_t Chart::row() const {
-    return place(Row, RowCount);
+int Chart::row() const {
+    return fromOne(Row, RowCount);
 }
 
-std::size_t Chart::column() const {
-    return place(Column, ColumnCount);
-}
-
-std::size_t Chart::cell() const {
-    return row() * static_cast<std::size_t>(ColumnCount) + column();
+int Chart::column() const {
+    return fromOne(Column, ColumnCount);
 }
 
 // A chart of another size starts with empty cells.
 void Chart::afterChange(const void* property) {
     if (property == &RowCount || property == &ColumnCount) {
-        const auto rows = static_cast<std::size_t>(RowCount);
-        const auto columns = static_cast<std::size_t>(ColumnCount);
-        data_.assign(rows * columns, {});
-        rowLabels_.resize(rows);
-        columnLabels_.resize(columns);
+        data_.clear();
+        cut(rowLabels_, RowCount);
+        cut(columnLabels_, ColumnCount);
     }
 }
 

@@ -1,7 +1,9 @@
 // A chart of rows by columns, each with a label, as the window's code fills it cell by cell.
 #pragma once
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Control.h"
@@ -9,7 +11,7 @@
 namespace korvane::platform {
 
 // Row and Column, counted from 1, select the cell that Data and the labels are about. RuntimeError 9 for what lies
-// outside RowCount by ColumnCount.
+// outside RowCount by ColumnCount. Any size is allowed: only what was written takes room, the rest is empty.
 class Chart : public Control {
 public:
     using Control::Control;
@@ -20,9 +22,9 @@ public:
     void setData(std::string text) { data_[cell()] = std::move(text); }
     void setRowLabel(std::string text) { rowLabels_[row()] = std::move(text); }
     void setColumnLabel(std::string text) { columnLabels_[column()] = std::move(text); }
-    [[nodiscard]] const std::string& Data() const { return data_[cell()]; }
-    [[nodiscard]] const std::string& RowLabel() const { return rowLabels_[row()]; }
-    [[nodiscard]] const std::string& ColumnLabel() const { return columnLabels_[column()]; }
+    [[nodiscard]] const std::string& Data() const { return written(data_, cell()); }
+    [[nodiscard]] const std::string& RowLabel() const { return written(rowLabels_, row()); }
+    [[nodiscard]] const std::string& ColumnLabel() const { return written(columnLabels_, column()); }
 
     // The same by place, counted from 0, for whoever shows the whole chart.
     [[nodiscard]] const std::string& dataAt(int row, int column) const;
@@ -42,12 +44,22 @@ protected:
     void afterChange(const void* property) override;
 
 private:
-    [[nodiscard]] std::size_t row() const;
-    [[nodiscard]] std::size_t column() const;
-    [[nodiscard]] std::size_t cell() const;
+    using Cell = std::pair<int, int>;
 
-    std::vector<std::string> data_;  // row by row
-    std::vector<std::string> rowLabels_, columnLabels_;
+    [[nodiscard]] int row() const;
+    [[nodiscard]] int column() const;
+    [[nodiscard]] Cell cell() const { return {row(), column()}; }
+
+    template <class Texts>
+    [[nodiscard]] const std::string& written(const Texts& texts, const typename Texts::key_type& place) const {
+        const auto found = texts.find(place);
+        return found != texts.end() ? found->second : empty_;
+    }
+
+    // By row and column, counted from 0.
+    std::map<Cell, std::string> data_;
+    std::map<int, std::string> rowLabels_, columnLabels_;
+    const std::string empty_;
 };
 
 }  // namespace korvane::platform

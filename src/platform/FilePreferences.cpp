@@ -16,8 +16,12 @@ using Lines = std::vector<std::string>;
 constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+bool isControl(char character) {
+    return character >= '\0' && character < ' ' && character != '\t' && character != '\r' && character != '\n';
+}
+
 bool isText(std::string_view content) {
-    return content.find('\0') == std::string_view::npos;
+    return std::none_of(content.begin(), content.end(), isControl);
 }
 
 Lines linesOf(std::string_view content) {
@@ -140,7 +144,10 @@ std::optional<std::string> FilePreferences::read(std::string_view key, std::stri
 }
 
 void FilePreferences::write(std::string_view key, std::string_view name, std::string_view text) {
-    remember(key, name, text.substr(0, text.find_first_of(std::string_view("\r\n\0", 3))));
+    const auto* const end = std::find_if(text.begin(), text.end(), [](char character) {
+        return character == '\r' || character == '\n' || isControl(character);
+    });
+    remember(key, name, text.substr(0, static_cast<std::size_t>(end - text.begin())));
     const FileState found = reload();
     for (const Entry& entry : written_) {
         setValue(lines_, entry.key, entry.name, entry.text);

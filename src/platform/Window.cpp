@@ -45,10 +45,11 @@ void Window::load() {
         return;
     }
     loaded_ = true;
+    machine_.windows.add(*this);
     enter(name_, [this] { Form_Load(); });
     // The load event may have unloaded it again.
     if (loaded_) {
-        machine_.windows.add(*this);
+        machine_.windows.announce(*this);
     }
 }
 
@@ -119,6 +120,9 @@ void Window::remove(Control& control) {
 
 void WindowList::add(Window& window) {
     loaded_.push_back(&window);
+}
+
+void WindowList::announce(Window& window) {
     if (listener_ != nullptr) {
         listener_->windowLoaded(window);
     }

@@ -111,7 +111,9 @@ public:
     // At most one listener: the one that shows windows on a display.
     void setListener(WindowListener* listener) { listener_ = listener; }
 
+    // A window enters the list before its load event, and the listener learns of it behind that.
     void add(Window& window);
+    void announce(Window& window);
     void remove(Window& window);
 
 private:

@@ -1,8 +1,12 @@
 #include "platform/clsTimer.h"
 
+#include <exception>
+#include <string>
+
 namespace korvane::platform {
 
-clsTimer::clsTimer(EventPump& pump) : pump_(pump), alarm_(pump.makeAlarm([this] { elapse(); })) {}
+clsTimer::clsTimer(EventPump& pump, DebugLog& log)
+    : pump_(pump), log_(log), alarm_(pump.makeAlarm([this] { elapse(); })) {}
 
 void clsTimer::StartTimer() {
     if (running_ || Interval <= 0) {
@@ -19,8 +23,15 @@ void clsTimer::StopTimer() {
 
 void clsTimer::elapse() {
     alarm_->callAt(pump_.now() + Interval * kMicrosPerMilli);
-    if (TimerElapsed) {
-        TimerElapsed();
+    // A copy: the handler may end the timer, and what follows must not touch it.
+    const auto handler = TimerElapsed;
+    DebugLog& log = log_;
+    try {
+        if (handler) {
+            handler();
+        }
+    } catch (const std::exception& error) {
+        log.write(std::string("clsTimer: ") + error.what());
     }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include "platform/DebugLog.h"
 #include "platform/EventPump.h"
 
 namespace korvane::platform {
@@ -12,7 +13,11 @@ namespace korvane::platform {
 // does nothing, nor does starting one whose Interval is not above zero.
 class clsTimer {  // NOLINT(readability-identifier-naming)
 public:
-    explicit clsTimer(EventPump& pump);
+    // A failure of the handler ends its event with a line in `log`.
+    clsTimer(EventPump& pump, DebugLog& log);
+    clsTimer(const clsTimer&) = delete;
+    clsTimer& operator=(const clsTimer&) = delete;
+    ~clsTimer() { StopTimer(); }
 
     int Interval = 0;
     std::function<void()> TimerElapsed;
@@ -25,6 +30,7 @@ private:
     void elapse();
 
     EventPump& pump_;
+    DebugLog& log_;
     std::unique_ptr<Alarm> alarm_;
     bool running_ = false;
 };

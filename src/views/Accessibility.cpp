@@ -8,6 +8,8 @@
 #include "views/Dial.h"
 #include "views/Gauge.h"
 #include "views/Lamp.h"
+#include "views/MapGridSpeech.h"
+#include "views/MapGridView.h"
 #include "views/PictureView.h"
 #include "views/Readout.h"
 
@@ -59,6 +61,9 @@ QAccessibleInterface* speak(const QString&, QObject* object) {
     }
     if (dynamic_cast<Dial*>(object) != nullptr || dynamic_cast<Gauge*>(object) != nullptr) {
         return spoken(QAccessible::Dial);
+    }
+    if (auto* const grid = dynamic_cast<MapGridView*>(object); grid != nullptr) {
+        return speakGrid(*grid);
     }
     return dynamic_cast<PictureView*>(object) != nullptr ? spoken(QAccessible::Chart) : nullptr;
 }

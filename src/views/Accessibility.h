@@ -3,8 +3,8 @@
 
 namespace korvane::views {
 
-// Readouts speak as texts, lamps as indicators that are on or off, dials and gauges as dials, pictures as charts. Once
-// for the application; again does nothing.
+// Readouts speak as texts, lamps as indicators that are on or off, dials and gauges as dials, pictures as charts, map
+// grids as tables. Once for the application; again does nothing.
 void installAccessibility();
 
 }  // namespace korvane::views

@@ -1,7 +1,6 @@
 #include "views/Binder.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace korvane::views {
 
@@ -15,9 +14,9 @@ Binder::~Binder() {
 }
 
 void Binder::add(std::unique_ptr<Binding> binding) {
-    byControl_[&binding->control()] = binding.get();
+    byControl_[&binding->control()] = &binding->widget();
     binding->show();
-    bindings_.push_back(std::move(binding));
+    parts_.push_back(std::move(binding));
 }
 
 void Binder::setTabOrder(const std::vector<platform::Control*>& controls) {
@@ -33,7 +32,7 @@ void Binder::setTabOrder(const std::vector<platform::Control*>& controls) {
 
 QWidget* Binder::widgetOf(const platform::Control* control) const {
     const auto found = byControl_.find(control);
-    return found != byControl_.end() ? &found->second->widget() : nullptr;
+    return found != byControl_.end() ? found->second : nullptr;
 }
 
 // A window that is being destroyed has lost its controls before it says that it goes.
@@ -43,16 +42,16 @@ void Binder::detach() {
     }
     attached_ = false;
     clock_.remove(*this);
-    const std::unordered_set<const platform::Control*> alive(window_.controls().begin(), window_.controls().end());
-    for (const auto& [control, binding] : byControl_) {
-        binding->detach(alive.contains(control));
+    const ControlSet alive(window_.controls().begin(), window_.controls().end());
+    for (const auto& part : parts_) {
+        part->detach(alive);
     }
     byControl_.clear();
     marked_.clear();
 }
 
-void Binder::marked(Binding& binding) {
-    marked_.push_back(&binding);
+void Binder::marked(BoundPart& part) {
+    marked_.push_back(&part);
     wake();
 }
 
@@ -76,8 +75,8 @@ void Binder::showAll() {
     showing_ = true;
     while (!marked_.empty()) {
         shown_.swap(marked_);
-        for (auto* binding : shown_) {
-            binding->show();
+        for (auto* part : shown_) {
+            part->show();
         }
         shown_.clear();
     }
@@ -85,8 +84,8 @@ void Binder::showAll() {
 }
 
 void Binder::showColorsAgain() {
-    for (const auto& binding : bindings_) {
-        binding->showColorsAgain();
+    for (const auto& part : parts_) {
+        part->showColorsAgain();
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "live/SarnGauge.h"
 #include "live/SarnMeter.h"
+#include "platform/Chart.h"
 #include "platform/Controls.h"
 #include "platform/PictureBox.h"
 #include "platform/Window.h"
@@ -20,14 +21,23 @@ class QCheckBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QProgressBar;
 class QPushButton;
+class QRadioButton;
+class QTabBar;
+
+namespace korvane::maps {
+class MapGrid;
+}
 
 namespace korvane::views {
 
+class ChartWidget;
 class Dial;
 class DropDown;
 class Gauge;
 class Lamp;
+class MapGridView;
 class PictureView;
 class Readout;
 
@@ -46,11 +56,20 @@ public:
     // `mnemonic` is a letter of the caption, 0 for none.
     void bind(platform::CommandButton& button, QPushButton& widget, char mnemonic = 0);
     void bind(platform::CheckBox& box, QCheckBox& widget, char mnemonic = 0);
+    // The toolkit's own grouping is switched off: which options exclude each other is the program's.
+    void bind(platform::OptionButton& option, QRadioButton& widget, char mnemonic = 0);
+    void bind(platform::TabStrip& strip, QTabBar& widget);
+    void bind(platform::ProgressBar& bar, QProgressBar& widget);
     void bind(platform::ComboBox& box, DropDown& widget);
     void bind(platform::TextBox& box, QLineEdit& widget);
     void bind(platform::Frame& frame, QGroupBox& widget);
     void bind(platform::Image& image, Lamp& widget);
     void bind(platform::PictureBox& picture, PictureView& widget);
+    void bind(platform::Chart& chart, ChartWidget& widget);
+    // What stands in `container` stands in the widget and goes with it.
+    void bindContainer(platform::Control& container, QWidget& widget);
+    // All cells of the grid and the labels at its edges; the widget is named for the cells.
+    void bind(maps::MapGrid& grid, MapGridView& widget);
     void bind(live::SarnMeter& meter, Dial& widget);
     void bind(live::SarnGauge& gauge, Gauge& widget);
 
@@ -74,7 +93,7 @@ public:
     void showFocus();
     void focusArrived(platform::Control& control);
 
-    void marked(Binding& binding);
+    void marked(BoundPart& part);
 
     // The view calls the model: what the model does meanwhile must not delete the view.
     class Visit {
@@ -89,16 +108,29 @@ public:
     };
     [[nodiscard]] bool isVisiting() const { return visits_ > 0; }
 
+    // Something the user has done: `action` goes to the model, and what it changed is shown at once.
+    template <class Action>
+    void act(Action action) {
+        if (!attached_) {
+            return;
+        }
+        const Visit visit(*this);
+        action();
+        if (attached_) {
+            showAll();
+        }
+    }
+
 private:
     void add(std::unique_ptr<Binding> binding);
 
     platform::Window& window_;
     QWidget& view_;
     FrameClock& clock_;
-    std::vector<std::unique_ptr<Binding>> bindings_;
-    std::vector<Binding*> marked_;
-    std::vector<Binding*> shown_;
-    std::unordered_map<const platform::Control*, Binding*> byControl_;
+    std::vector<std::unique_ptr<BoundPart>> parts_;
+    std::vector<BoundPart*> marked_;
+    std::vector<BoundPart*> shown_;
+    std::unordered_map<const platform::Control*, QWidget*> byControl_;
     bool attached_ = true;
     bool showing_ = false;
     int visits_ = 0;
@@ -109,14 +141,7 @@ private:
 
 template <class Action>
 void Binding::act(Action action) {
-    if (!binder_.isAttached()) {
-        return;
-    }
-    const Binder::Visit visit(binder_);
-    action();
-    if (binder_.isAttached()) {
-        binder_.showAll();
-    }
+    binder_.act(std::move(action));
 }
 
 }  // namespace korvane::views

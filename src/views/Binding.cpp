@@ -1,7 +1,10 @@
 #include "views/Binding.h"
 
+#include <QFontInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
+
+#include <algorithm>
 
 #include "platform/Controls.h"
 #include "views/Binder.h"
@@ -15,10 +18,7 @@ namespace {
 constexpr int kTwipsPerPixel = 15;
 // A control further left than this has been moved away, which is how pages and panes are hidden.
 constexpr int kOutOfView = -3000;
-
-int buttonNumber(Qt::MouseButton button) {
-    return button == Qt::RightButton ? 2 : button == Qt::MiddleButton ? 4 : 1;
-}
+constexpr int kUsualFontSize = 8;  // points, of all controls by design
 
 }  // namespace
 
@@ -29,9 +29,9 @@ Binding::Binding(Binder& binder, platform::Control& control, QWidget& widget)
     control_.addObserver(*this);
 }
 
-void Binding::detach(bool alive) {
+void Binding::detach(const ControlSet& alive) {
     widget_.removeEventFilter(this);
-    if (alive) {
+    if (alive.contains(&control_)) {
         control_.removeObserver(*this);
     }
 }
@@ -63,14 +63,33 @@ void Binding::propertyChanged(platform::Object&, const void* property) {
 bool Binding::isCommon(const void* property) const {
     return property == &control_.Enabled || property == &control_.Visible || property == &control_.Left ||
            property == &control_.BackColor || property == &control_.ForeColor || property == &control_.ToolTipText ||
-           property == &control_.Tag;
+           property == &control_.Tag || property == &control_.FontBold || property == &control_.FontSize;
 }
 
 void Binding::showCommon() {
     widget_.setEnabled(control_.Enabled);
     widget_.setVisible(control_.Visible && control_.Left >= kOutOfView);
     widget_.setToolTip(toolTip());
+    showFont();
     showColors();
+}
+
+// A control of another size keeps its proportion to the texts around it.
+void Binding::showFont() {
+    const bool usual = !control_.FontBold && control_.FontSize == kUsualFontSize;
+    if (usual && !widget_.testAttribute(Qt::WA_SetFont)) {
+        return;
+    }
+    QFont font;
+    font.setResolveMask(0);
+    if (control_.FontBold) {
+        font.setBold(true);
+    }
+    if (control_.FontSize != kUsualFontSize) {
+        const QFont around = widget_.parentWidget() != nullptr ? widget_.parentWidget()->font() : QFont();
+        font.setPixelSize(std::max(QFontInfo(around).pixelSize() * control_.FontSize / kUsualFontSize, 1));
+    }
+    widget_.setFont(font);
 }
 
 void Binding::showColors() {

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "platform/Control.h"
+#include "views/BoundPart.h"
 
 namespace korvane::views {
 
@@ -16,21 +17,16 @@ class Binder;
 
 // Shows what the control is and turns the toolkit's events into the control's. Changes of the control only mark the
 // binding; show() brings the widget up to date.
-class Binding : public QObject, private platform::Observer {
+class Binding : public QObject, public BoundPart, private platform::Observer {
 public:
     Binding(Binder& binder, platform::Control& control, QWidget& widget);
-    Binding(const Binding&) = delete;
-    Binding& operator=(const Binding&) = delete;
-    ~Binding() override = default;
 
     [[nodiscard]] platform::Control& control() const { return control_; }
     [[nodiscard]] QWidget& widget() const { return widget_; }
 
-    void show();
-    // The palette has changed under colours that were taken from it.
-    void showColorsAgain();
-    // The control goes, or has gone already (`alive` false): it is not touched again.
-    void detach(bool alive);
+    void show() override;
+    void showColorsAgain() override;
+    void detach(const ControlSet& alive) override;
 
 protected:
     // Brings everything but the properties that all controls share up to date.
@@ -51,7 +47,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     [[nodiscard]] Binder& binder() const { return binder_; }
 
-    // Something the user has done: `action` goes to the model, and what it changed is shown at once.
+    // As Binder::act().
     template <class Action>
     void act(Action action);
 
@@ -59,6 +55,7 @@ private:
     void propertyChanged(platform::Object& object, const void* property) override;
     [[nodiscard]] bool isCommon(const void* property) const;
     void showCommon();
+    void showFont();
     void showColors();
     bool keyPressed(QKeyEvent& event);
     void keyReleased(const QKeyEvent& event);

@@ -4,7 +4,11 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QTabBar>
 
 #include "views/Binder.h"
 #include "views/Dial.h"
@@ -105,7 +109,9 @@ public:
 protected:
     void showContent() override {
         check_.setText(captionText(box_.Caption, mnemonic_));
-        check_.setAccessibleName(QString::fromStdString(box_.Caption));
+        if (!box_.Caption.get().empty()) {
+            check_.setAccessibleName(QString::fromStdString(box_.Caption));
+        }
         check_.setChecked(box_.Value == 1);
     }
 
@@ -125,6 +131,95 @@ private:
     platform::CheckBox& box_;
     QCheckBox& check_;
     char mnemonic_;
+};
+
+class OptionBinding : public Binding {
+public:
+    OptionBinding(Binder& binder, platform::OptionButton& option, QRadioButton& widget, char mnemonic)
+        : Binding(binder, option, widget), option_(option), radio_(widget), mnemonic_(mnemonic) {
+        radio_.setAutoExclusive(false);
+        connect(&radio_, &QRadioButton::clicked, this, [this] { pressed(); });
+    }
+
+protected:
+    void showContent() override {
+        radio_.setText(captionText(option_.Caption, mnemonic_));
+        radio_.setAccessibleName(QString::fromStdString(option_.Caption));
+        radio_.setChecked(option_.Value);
+    }
+
+private:
+    // As with a check box; and a press on the chosen option must not take it away.
+    void pressed() {
+        act([this] {
+            if (option_.usable()) {
+                option_.press();
+            }
+        });
+        if (binder().isAttached()) {
+            showContent();
+        }
+    }
+
+    platform::OptionButton& option_;
+    QRadioButton& radio_;
+    char mnemonic_;
+};
+
+class TabStripBinding : public Binding {
+public:
+    TabStripBinding(Binder& binder, platform::TabStrip& strip, QTabBar& widget)
+        : Binding(binder, strip, widget), strip_(strip), bar_(widget) {
+        for (int tab = 1; tab <= strip_.tabCount(); ++tab) {
+            bar_.addTab(captionText(strip_.tabCaption(tab), 0));
+        }
+        connect(&bar_, &QTabBar::currentChanged, this, [this](int index) { chosen(index + 1); });
+    }
+
+protected:
+    void showContent() override {
+        const QSignalBlocker quiet(bar_);
+        bar_.setCurrentIndex(strip_.SelectedItem - 1);
+    }
+
+private:
+    void chosen(int tab) {
+        act([&] {
+            if (strip_.usable()) {
+                strip_.choose(tab);
+            }
+        });
+        if (binder().isAttached()) {
+            showContent();
+        }
+    }
+
+    platform::TabStrip& strip_;
+    QTabBar& bar_;
+};
+
+class ProgressBinding : public Binding {
+public:
+    ProgressBinding(Binder& binder, platform::ProgressBar& progress, QProgressBar& widget)
+        : Binding(binder, progress, widget), progress_(progress), bar_(widget) {}
+
+protected:
+    void showContent() override {
+        bar_.setRange(0, progress_.Max);
+        bar_.setValue(progress_.Value);
+    }
+
+private:
+    platform::ProgressBar& progress_;
+    QProgressBar& bar_;
+};
+
+class ContainerBinding : public Binding {
+public:
+    using Binding::Binding;
+
+protected:
+    void showContent() override {}
 };
 
 class FrameBinding : public Binding {
@@ -233,6 +328,22 @@ void Binder::bind(platform::CommandButton& button, QPushButton& widget, char mne
 
 void Binder::bind(platform::CheckBox& box, QCheckBox& widget, char mnemonic) {
     add(std::make_unique<CheckBoxBinding>(*this, box, widget, mnemonic));
+}
+
+void Binder::bind(platform::OptionButton& option, QRadioButton& widget, char mnemonic) {
+    add(std::make_unique<OptionBinding>(*this, option, widget, mnemonic));
+}
+
+void Binder::bind(platform::TabStrip& strip, QTabBar& widget) {
+    add(std::make_unique<TabStripBinding>(*this, strip, widget));
+}
+
+void Binder::bind(platform::ProgressBar& bar, QProgressBar& widget) {
+    add(std::make_unique<ProgressBinding>(*this, bar, widget));
+}
+
+void Binder::bindContainer(platform::Control& container, QWidget& widget) {
+    add(std::make_unique<ContainerBinding>(*this, container, widget));
 }
 
 void Binder::bind(platform::Frame& frame, QGroupBox& widget) {

@@ -69,6 +69,10 @@ int shiftOf(const QKeyEvent& event) {
     return sign ? shift & ~platform::kShiftMask : shift;
 }
 
+int buttonNumber(Qt::MouseButton button) {
+    return button == Qt::RightButton ? 2 : button == Qt::MiddleButton ? 4 : 1;
+}
+
 int characterOf(const QKeyEvent& event) {
     if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
         return 0;

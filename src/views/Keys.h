@@ -12,6 +12,9 @@ namespace korvane::views {
 [[nodiscard]] int shiftOf(const QKeyEvent& event);
 [[nodiscard]] int shiftOf(Qt::KeyboardModifiers modifiers);
 
+// As the Button argument names them: 1 left, 2 right, 4 middle.
+[[nodiscard]] int buttonNumber(Qt::MouseButton button);
+
 // The character that the key makes, backspace, return and escape among them; 0 for a key that makes none.
 [[nodiscard]] int characterOf(const QKeyEvent& event);
 

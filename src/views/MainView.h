@@ -3,25 +3,17 @@
 #pragma once
 
 #include "live/FrmSarn2.h"
-#include "views/WindowView.h"
+#include "views/FittedView.h"
 
 namespace korvane::views {
 
-// Texts grow with a window that is larger than they need; one that is too small scrolls.
-class MainView : public WindowView {
+class MainView : public FittedView {
 public:
     MainView(live::FrmSarn2& window, FrameClock& clock);
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     void build(live::FrmSarn2& window);
     void orderTabs(live::FrmSarn2& window);
-    void fitTexts();
-
-    QWidget& content_;
 };
 
 }  // namespace korvane::views

@@ -21,10 +21,9 @@ protected:
     // The replies to a script in virtual time against the virtual ECU.
     std::vector<std::string> run(const std::string& script, const std::string& ecu = "type=11,drive=idle") {
         folder_.write("Settings_par.ini", "");
-        const auto outcome = runProgram("korvane-tuner",
-                                        {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu",
-                                         ecu},
-                                        script);
+        const auto outcome =
+            runProgram("korvane-tuner",
+                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
         EXPECT_EQ(outcome.status, 0) << outcome.errors;
         std::istringstream stream(outcome.output);
         std::vector<std::string> replies;
@@ -41,39 +40,43 @@ protected:
 
 TEST_F(MapScript, ABlockIsRaisedSentSavedAndLoadedBack) {
     const auto file = (folder_.path() / "tune.txt").string();
-    const auto replies = run(
-        "click frmSarn2.btnConnect\n"
-        "wait 2000\n"
-        "click frmSarn2.btnKartat\n"
-        "wait 1000\n"
-        "get FuelMapOut(17)\n"  // 4
-        "get FuelMapOut(35)\n"
-        "get FuelMapOut(36)\n"
-        "mouse frmMaps.txtFuel(17) 1\n"  // 7
-        "mouse frmMaps.txtFuel(35) 1\n"
-        "key frmMaps.txtFuel(35) 187\n"
-        "get FuelMapOut(17)\n"  // 10
-        "get FuelMapOut(35)\n"
-        "get FuelMapOut(36)\n"
-        "get frmMaps.txtFuel(17).ForeColor\n"  // 13
-        "click frmMaps.btnWriteFuel\n"
-        "get frmMaps.Caption\n"  // 15
-        "get frmSarn2.TimerRequestData.Enabled\n"
-        "file " + file + "\n"
-        "click frmMaps.btnSave\n"
-        "close frmMaps\n"
-        "set FuelMapOut(17) 0\n"
-        "click frmSarn2.btnKartat\n"
-        "wait 1000\n"
-        "get FuelMapIn(17)\n"  // 23: what the ECU kept
-        "set FuelMapOut(17) 1\n"
-        "file " + file + "\n"
-        "click frmMaps.btnLoad\n"
-        "get FuelMapOut(17)\n"  // 27
-        "get FuelMapOut(36)\n"
-        "get frmMaps.txtFuel(17).ForeColor\n"
-        "messages\n"
-        "dialogs\n");
+    const auto replies =
+        run("click frmSarn2.btnConnect\n"
+            "wait 2000\n"
+            "click frmSarn2.btnKartat\n"
+            "wait 1000\n"
+            "get FuelMapOut(17)\n"  // 4
+            "get FuelMapOut(35)\n"
+            "get FuelMapOut(36)\n"
+            "mouse frmMaps.txtFuel(17) 1\n"  // 7
+            "mouse frmMaps.txtFuel(35) 1\n"
+            "key frmMaps.txtFuel(35) 187\n"
+            "get FuelMapOut(17)\n"  // 10
+            "get FuelMapOut(35)\n"
+            "get FuelMapOut(36)\n"
+            "get frmMaps.txtFuel(17).ForeColor\n"  // 13
+            "click frmMaps.btnWriteFuel\n"
+            "get frmMaps.Caption\n"  // 15
+            "get frmSarn2.TimerRequestData.Enabled\n"
+            "file " +
+            file +
+            "\n"
+            "click frmMaps.btnSave\n"
+            "close frmMaps\n"
+            "set FuelMapOut(17) 0\n"
+            "click frmSarn2.btnKartat\n"
+            "wait 1000\n"
+            "get FuelMapIn(17)\n"  // 23: what the ECU kept
+            "set FuelMapOut(17) 1\n"
+            "file " +
+            file +
+            "\n"
+            "click frmMaps.btnLoad\n"
+            "get FuelMapOut(17)\n"  // 27
+            "get FuelMapOut(36)\n"
+            "get frmMaps.txtFuel(17).ForeColor\n"
+            "messages\n"
+            "dialogs\n");
     ASSERT_EQ(replies.size(), 32U);
     const int first = number(replies[4]);
     const int last = number(replies[5]);
@@ -95,22 +98,22 @@ TEST_F(MapScript, ABlockIsRaisedSentSavedAndLoadedBack) {
 
 // Two halves, both acknowledged, and only then the letter that stores them.
 TEST_F(MapScript, ALargeMapGoesOutInTwoHalves) {
-    const auto replies = run(
-        "click frmSarn2.btnConnect\n"
-        "wait 2000\n"
-        "click frmSarn2.btnKartat\n"
-        "wait 1500\n"
-        "get frmMaps_Large.Caption\n"  // 4
-        "get FuelMapIn(319)\n"
-        "key frmMaps_Large.txtFuel(319) 187\n"
-        "get FuelMapOut(319)\n"  // 7
-        "click frmMaps_Large.btnWriteFuel\n"
-        "get frmMaps_Large.Caption\n"  // 9
-        "get FuelSendAcks\n"
-        "click frmMaps_Large.btnReadFuel\n"
-        "wait 1000\n"
-        "get FuelMapIn(319)\n",  // 13
-        "type=14,drive=idle");
+    const auto replies =
+        run("click frmSarn2.btnConnect\n"
+            "wait 2000\n"
+            "click frmSarn2.btnKartat\n"
+            "wait 1500\n"
+            "get frmMaps_Large.Caption\n"  // 4
+            "get FuelMapIn(319)\n"
+            "key frmMaps_Large.txtFuel(319) 187\n"
+            "get FuelMapOut(319)\n"  // 7
+            "click frmMaps_Large.btnWriteFuel\n"
+            "get frmMaps_Large.Caption\n"  // 9
+            "get FuelSendAcks\n"
+            "click frmMaps_Large.btnReadFuel\n"
+            "wait 1000\n"
+            "get FuelMapIn(319)\n",  // 13
+            "type=14,drive=idle");
     ASSERT_EQ(replies.size(), 14U);
     EXPECT_EQ(number(replies[7]), number(replies[5]) + 1);
     EXPECT_EQ(replies[9], "ok \"Fuel kartta lähetetty ja talletettu autoon\"");
@@ -119,19 +122,19 @@ TEST_F(MapScript, ALargeMapGoesOutInTwoHalves) {
 }
 
 TEST_F(MapScript, ARefusedHalfIsToldAndNothingIsStored) {
-    const auto replies = run(
-        "click frmSarn2.btnConnect\n"
-        "wait 2000\n"
-        "click frmSarn2.btnKartat\n"
-        "wait 1500\n"
-        "messages\n"
-        "ecu refuse 246\n"
-        "sent\n"
-        "click frmMaps_Large.btnWriteFuel\n"
-        "messages\n"  // 8
-        "get frmMaps_Large.Caption\n"
-        "get frmSarn2.TimerRequestData.Enabled\n",
-        "type=15,drive=idle");
+    const auto replies =
+        run("click frmSarn2.btnConnect\n"
+            "wait 2000\n"
+            "click frmSarn2.btnKartat\n"
+            "wait 1500\n"
+            "messages\n"
+            "ecu refuse 246\n"
+            "sent\n"
+            "click frmMaps_Large.btnWriteFuel\n"
+            "messages\n"  // 8
+            "get frmMaps_Large.Caption\n"
+            "get frmSarn2.TimerRequestData.Enabled\n",
+            "type=15,drive=idle");
     ASSERT_EQ(replies.size(), 11U);
     EXPECT_THAT(replies[8], HasSubstr("Tiedon lähetys epäonnistui. Lähetä data uudelleen"));
     EXPECT_THAT(replies[9], StartsWith("ok \"Sent 50% of Inj map "));

@@ -313,7 +313,8 @@ TEST_F(ValueCommands, AProgramThatHasEndedByItselfTakesNoMoreCommands) {
 TEST_F(ValueCommands, BadInputGetsOneErrorLine) {
     EXPECT_EQ(run(std::string_view("get frmTest.Caption\0", 20)), "error the line is no text in UTF-8");
     EXPECT_EQ(run("set frmTest.Caption \"\xFF\""), "error the line is no text in UTF-8");
-    EXPECT_EQ(run("set frmTest.Caption " + std::string(100'000, '[')), "error the JSON value is nested too deep");
+    EXPECT_EQ(run("set frmTest.Caption " + std::string(100'000, '[')),
+              "error " + std::string(200, '[') + "...: the JSON value is nested too deep");
     EXPECT_EQ(run("get " + std::string(1'000'000, 'x')),
               "error no open window, table or value is named " + std::string(200, 'x') + "...");
     EXPECT_EQ(run("get fr\x01m"), "error no open window, table or value is named fr?m");

@@ -65,9 +65,10 @@ class NotingSettingsWindow : public SettingsWindow {
 public:
     explicit NotingSettingsWindow(Journal& journal) : journal_(journal) {}
 
-    void LoadMisc2(std::span<const std::uint8_t> payload) override {
-        note("LoadMisc2");
+    void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) override {
+        note(handled ? "LoadMisc2 handled" : "LoadMisc2");
         block.assign(payload.begin(), payload.end());
+        handled = true;
     }
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override {
         note("UpdateReadEE " + std::to_string(value) + " " + std::to_string(addr) + (is16 ? " word" : " byte"));

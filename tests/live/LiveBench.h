@@ -82,7 +82,7 @@ public:
 
 class NotingMisc : public link::SettingsWindow {
 public:
-    void LoadMisc2(std::span<const std::uint8_t>) override {}
+    void LoadMisc2(std::span<const std::uint8_t>, bool&) override {}
     void UpdateReadEE(std::int32_t, int, bool) override {}
     void setTextArvo(std::string_view) override {}
     void setLambdaSetpoint(int, std::uint8_t) override {}

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "platform/RuntimeError.h"
 #include "platform/clsTimer.h"
+#include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/VirtualPump.h"
 
 namespace korvane::platform {
@@ -18,7 +20,8 @@ protected:
     }
 
     VirtualPump pump_;
-    clsTimer timer_{pump_};
+    MemoryLog log_;
+    clsTimer timer_{pump_, log_};
     std::vector<std::int64_t> ticks_;
 };
 
@@ -59,6 +62,31 @@ TEST_F(ClsTimerTest, NeedsAnIntervalAboveZero) {
     timer_.StartTimer();
     pump_.wait(100);
     EXPECT_THAT(ticks_, IsEmpty());
+}
+
+TEST_F(ClsTimerTest, AFailingHandlerIsLoggedAndElapsesAgain) {
+    int calls = 0;
+    timer_.Interval = 100;
+    timer_.TimerElapsed = [&] {
+        ++calls;
+        throw RuntimeError(kErrorOverflow, "Overflow");
+    };
+    timer_.StartTimer();
+    pump_.wait(250);
+    EXPECT_EQ(calls, 2);
+    EXPECT_THAT(log_.lines, ElementsAre("clsTimer: Overflow", "clsTimer: Overflow"));
+}
+
+TEST_F(ClsTimerTest, OneThatHasGoneTicksNoMore) {
+    int calls = 0;
+    {
+        clsTimer gone(pump_, log_);
+        gone.Interval = 100;
+        gone.TimerElapsed = [&] { ++calls; };
+        gone.StartTimer();
+    }
+    pump_.wait(1000);
+    EXPECT_EQ(calls, 0);
 }
 
 }  // namespace

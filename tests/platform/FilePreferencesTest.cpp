@@ -126,17 +126,19 @@ TEST_F(FilePreferencesTest, KeepsBytesThatAreNoUtf8) {
 
 TEST_F(FilePreferencesTest, AnyOneLineTextComesBackAsItWas) {
     for (const std::string text :
-         {"", " ", " a ", "\"", "\"\"", "\"a\"", "a\"", "=", "[x]", "; c", "\tx", "\x01", "\xC3\xA4"}) {
+         {"", " ", " a ", "\"", "\"\"", "\"a\"", "a\"", "=", "[x]", "; c", "\tx", "\xC3\xA4"}) {
         open().write("A", "B", text);
         EXPECT_EQ(open().read("A", "B"), text);
     }
 }
 
-TEST_F(FilePreferencesTest, ATextEndsAtItsFirstLineBreakOrNul) {
+TEST_F(FilePreferencesTest, ATextEndsAtItsFirstLineBreakOrControlCharacter) {
     open().write("A", "B", "one\n[C]\nD=2");
     EXPECT_EQ(content(), "[A]\nB=one\n");
     open().write("A", "B", std::string_view("t\0wo", 4));
     EXPECT_EQ(content(), "[A]\nB=t\n");
+    open().write("A", "B", "x\x01y");
+    EXPECT_EQ(open().read("A", "B"), "x");
 }
 
 TEST_F(FilePreferencesTest, ADamagedFileIsKeptBesideTheNewOne) {

@@ -152,6 +152,16 @@ TEST_F(QtDialogsTest, NextDialogStartsWhereTheLastChoiceWas) {
     EXPECT_EQ(dialogs.choose({FileDialog::Kind::Save, "Save", "All Files (*.txt)|*.txt"}), "");
 }
 
+TEST_F(QtDialogsTest, SavingOverAFileAsksFirstUnlessItIsNotWanted) {
+    for (const bool confirm : {true, false}) {
+        whenOpen<QFileDialog>([&](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.testOption(QFileDialog::DontConfirmOverwrite), !confirm);
+            dialog.reject();
+        });
+        EXPECT_EQ(dialogs.choose({FileDialog::Kind::Save, "Save", "All Files (*.lam)|*.lam", confirm}), "");
+    }
+}
+
 TEST_F(QtDialogsTest, HandlersRunWhileAFileIsChosen) {
     int handled = 0;
     const auto handler = pump.makeAlarm([&] { ++handled; });

@@ -1,0 +1,228 @@
+// The tuning agent: what the analyser does to the fuel map by itself.
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "analysis/clsInjAnalyser.h"
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "core/TextFile.h"
+#include "core/TimeText.h"
+#include "platform/Control.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+
+namespace korvane::analysis {
+
+namespace {
+
+constexpr int kColumns = 16;  // of the arithmetic here, also for the large maps
+constexpr int kLimit = 320;   // cells
+
+// A look waits with each correction, and the next tick comes inside the wait. While corrections go on the looks stack
+// up; the deepest ones are left out, and the ticks go on when the stack has come down.
+constexpr int kDeepestLook = 20;
+
+constexpr int kHalfTurn = 25;  // ms, twice for each step
+
+constexpr float kLean = 0.3F;  // above: more fuel; below: less
+constexpr float kEnoughWeight = 20.0F;
+
+// One more for as long as it lives.
+class Deeper {
+public:
+    explicit Deeper(int& depth) : depth_(depth) { ++depth_; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+    ~Deeper() { --depth_; }
+
+private:
+    int& depth_;
+};
+
+int directionOf(float proposal, float weight) {
+    if (weight <= kEnoughWeight) {
+        return 0;
+    }
+    return proposal > kLean ? 1 : proposal < kLean ? -1 : 0;
+}
+
+// How far a cell is lifted towards one that lies well above it.
+int lift(int from, int to) {
+    constexpr int kMost = 10;
+    const int half = core::toInt32((from - to) / 2.0);
+    return half > kMost ? kMost : half;
+}
+
+}  // namespace
+
+void clsInjAnalyser::timerAgent_Timer() {
+    if (window_ == nullptr || depth_ >= kDeepestLook) {
+        return;
+    }
+    const Deeper deeper(depth_);
+    window_->setAgentLamp(platform::Picture::Green);
+    CorrectAllCells();
+    SmoothFuelMap();
+}
+
+void clsInjAnalyser::CorrectAllCells() {
+    for (int cell = 0; cell < static_cast<int>(kAnalysedCells); ++cell) {
+        const int direction = directionOf(Proposal(cell), std::fabs(weightOf(cell)));
+        if (direction != 0) {
+            correct(cell, direction);
+        }
+        core::checked(LastCount, cell) = core::checked(SampleCount, cell);
+    }
+}
+
+void clsInjAnalyser::correct(int cell, int direction) {
+    if (simpleMode_) {
+        SimpleCorrection(cell, direction);
+    } else {
+        SplitByRpm(cell, direction);
+        SplitByLoad(cell, direction);
+    }
+}
+
+float clsInjAnalyser::weightOf(int cell) const {
+    return core::checked(SampleCount, cell) * Proposal(cell);
+}
+
+// A neighbour without samples of its own follows all the same.
+float clsInjAnalyser::neighbourWeight(int cell) const {
+    const float weight = weightOf(cell);
+    return weight != 0.0F ? weight : 1.0F;
+}
+
+void clsInjAnalyser::SimpleCorrection(int cell, int steps) {
+    ApplyCellCorrection(cell, steps, weightOf(cell));
+}
+
+void clsInjAnalyser::SplitByRpm(int cell, int steps) {
+    constexpr float kNear = 125.0F;  // rpm; the columns lie 500 apart
+    constexpr float kFar = 375.0F;
+    const float offset = core::checked(CellStats, cell).RpmOffsetAvg;
+    const bool lastColumn = cell % kColumns >= kColumns - 1;
+    if (offset <= kFar || lastColumn) {
+        ApplyCellCorrection(cell, steps, weightOf(cell));
+    }
+    if (offset >= kNear && !lastColumn) {
+        ApplyCellCorrection(cell + 1, steps, neighbourWeight(cell + 1));
+    }
+    core::checked(CellStats, cell).RpmOffsetAvg = 0.0F;
+}
+
+void clsInjAnalyser::SplitByLoad(int cell, int steps) {
+    constexpr float kNear = 0.03F;  // bar; the rows lie 0.1 apart
+    constexpr float kFar = 0.07F;
+    const float offset = core::checked(CellStats, cell).LoadOffsetAvg;
+    const bool lastRow = cell + kColumns >= kLimit;
+    if (offset <= kFar || lastRow) {
+        ApplyCellCorrection(cell, steps, weightOf(cell));
+    }
+    if (offset >= kNear && !lastRow) {
+        ApplyCellCorrection(cell + kColumns, steps, neighbourWeight(cell + kColumns));
+    }
+    core::checked(CellStats, cell).LoadOffsetAvg = 0.0F;
+}
+
+// The agent presses the tuner's own keys, so that stops, redraw and sending are those of the keys. The window may close
+// in the waits.
+void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
+    if (window_ == nullptr) {
+        return;
+    }
+    window_->setOnlineChanges(true);
+    window_->setAgentLamp(platform::Picture::Red);
+    if (weight != 0.0F) {
+        auto& stats = core::checked(CellStats, cell);
+        stats.LambdaAvg = stats.LambdaBase;
+        core::checked(SampleCount, cell) = 0.0F;
+        logCorrection(cell, steps, weight);
+        for (int turn = 0; turn < std::abs(steps) && window_ != nullptr; ++turn) {
+            pressKey(cell, steps > 0 ? platform::kKeyPlus : platform::kKeyMinus);
+        }
+    }
+    if (window_ != nullptr) {
+        window_->setOnlineChanges(false);
+    }
+}
+
+void clsInjAnalyser::pressKey(int cell, int keyCode) {
+    window_->pressFuelKey(cell, keyCode, 0);
+    machine_.pump.wait(kHalfTurn);
+    machine_.pump.pump();
+    machine_.pump.wait(kHalfTurn);
+}
+
+void clsInjAnalyser::logCorrection(int cell, int steps, float weight) {
+    const auto& stats = core::checked(CellStats, cell);
+    const float cut = std::floor(weight * 100.0F) / 100.0F;
+    SaveControlToFile("INDX " + core::textOf(cell) + " " + core::textOf(steps) + " " + core::textOf(cut) + " " +
+                      core::textOf(stats.RpmOffsetAvg) + " " + core::textOf(stats.LoadOffsetAvg) + " " +
+                      core::timeText(machine_.pump.wallTime()));
+}
+
+void clsInjAnalyser::SaveControlToFile(std::string_view line) {
+    const auto name = "FuelTuner" + core::hourMinuteFileText(machine_.pump.wallTime()) + ".txt";
+    try {
+        core::OutputFile file(machine_.folder / name, core::OutputFile::Mode::Append);
+        file.writeLine(line);
+        file.close();
+    } catch (const platform::RuntimeError& failure) {
+        machine_.dialogs.show({"", std::string("Error saveFuelTunerData: ") + failure.what()});
+    }
+}
+
+// Fuel rises with load everywhere and falls with speed only by little. The bounds hold for the large maps too.
+void clsInjAnalyser::SmoothFuelMap() {
+    constexpr int kRows = 9;
+    bool changed = false;
+    for (int row = 0; row < kRows; ++row) {
+        for (int column = 0; column < kColumns - 1; ++column) {
+            const int cell = row * kColumns + column;
+            changed = smoothAlongRow(column, cell) || changed;
+            changed = smoothDownColumn(row, cell) || changed;
+        }
+    }
+    if (changed && window_ != nullptr) {
+        window_->populateFuelOUT();
+    }
+}
+
+bool clsInjAnalyser::smoothAlongRow(int column, int cell) {
+    constexpr int kLowColumns = 5;
+    const int here = core::checked(tables_.FuelMapOut, cell);
+    auto& next = core::checked(tables_.FuelMapOut, cell + 1);
+    if (column < kLowColumns ? here <= next + 5 : here <= next + 3) {
+        return false;
+    }
+    next = core::toByte(column < kLowColumns ? next + lift(here, next) : here);
+    SendFuelCell(cell + 1);
+    return true;
+}
+
+bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
+    constexpr int kFirstRows = 2;
+    const int here = core::checked(tables_.FuelMapOut, cell);
+    auto& below = core::checked(tables_.FuelMapOut, cell + kColumns);
+    if (row < kFirstRows ? here <= below + 5 : here <= below) {
+        return false;
+    }
+    below = core::toByte(row < kFirstRows ? below + lift(here, below) : here + 5);
+    SendFuelCell(cell + kColumns);
+    return true;
+}
+
+// Cell and value go twice, so that the ECU can check them.
+void clsInjAnalyser::SendFuelCell(int index) {
+    if (!port_.PortOpen()) {
+        return;
+    }
+    const auto cell = core::toByte(index);
+    const auto value = core::checked(tables_.FuelMapOut, index);
+    port_.Output(std::array<std::uint8_t, 6>{'g', cell, cell, value, value, static_cast<std::uint8_t>(0xFF - 'g')});
+}
+
+}  // namespace korvane::analysis

@@ -1,0 +1,117 @@
+#include "analysis/clsInjAnalyser.h"
+
+#include <cmath>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
+
+namespace korvane::analysis {
+
+namespace {
+
+constexpr float kDefaultSetpoint = 12.5F;
+constexpr float kSlowest = 1000.0F;  // rpm: at or below it nothing is gathered
+constexpr int kColumns = 16;         // of the arithmetic here, also for the large maps
+constexpr std::int16_t kOrdinarySize = 160;
+
+// A result as a Single holds it.
+float single(float value) {
+    if (!std::isfinite(value)) {
+        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+    }
+    return value;
+}
+
+// The mean of `count` samples with one more.
+float withSample(float mean, float count, float sample) {
+    return single((mean * count + sample) / (count + 1.0F));
+}
+
+}  // namespace
+
+clsInjAnalyser::clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, platform::MSComm& port)
+    : timerAgent(machine.pump, machine.log), machine_(machine), tables_(tables), port_(port) {
+    setMapSize(kOrdinarySize);
+    setpoints_.fill(kDefaultSetpoint);
+    ClearTables();
+    timerAgent.Interval = 300;
+    timerAgent.TimerElapsed = [this] { timerAgent_Timer(); };
+}
+
+void clsInjAnalyser::setMapWindow(maps::TunedMap* window) {
+    window_ = window;
+    if (window_ == nullptr) {
+        setAgentEnable(false);
+    }
+}
+
+void clsInjAnalyser::Setpoint(float value, std::int32_t index) {
+    core::checked(setpoints_, index) = value;
+    if (window_ != nullptr) {
+        window_->setSetpointToolTip(index, core::numberText(value).view());
+    }
+}
+
+float clsInjAnalyser::Setpointget(std::int32_t index) const {
+    return core::checked(setpoints_, index);
+}
+
+float clsInjAnalyser::Proposal(std::int32_t index) const {
+    return core::checked(proposals_, index);
+}
+
+float clsInjAnalyser::LambdaAvg(std::int32_t index) const {
+    return core::checked(CellStats, index).LambdaAvg;
+}
+
+float clsInjAnalyser::Hajonta(std::int32_t index) const {
+    return core::checked(hajonta_, index);
+}
+
+void clsInjAnalyser::setAgentEnable(bool on) {
+    agentEnable_ = on;
+    if (on) {
+        timerAgent.StartTimer();
+        return;
+    }
+    timerAgent.StopTimer();
+    if (window_ != nullptr) {
+        window_->setAgentLamp(platform::Picture::Grey);
+    }
+}
+
+void clsInjAnalyser::addValues(float lambda, float cell, float rpm, float load) {
+    if (rpm <= kSlowest || !logData_) {
+        return;
+    }
+    const std::int32_t c = core::toInt32(static_cast<double>(cell));
+    auto& stats = core::checked(CellStats, c);
+    const float count = core::checked(SampleCount, c);
+    stats.LambdaAvg = withSample(stats.LambdaAvg, count, single(lambda * LambdaScale));
+    const float above = rpm - static_cast<float>(1000 + 500 * (c % kColumns));
+    stats.RpmOffsetAvg = withSample(stats.RpmOffsetAvg, count, std::fmax(above, 0.0F));
+    const float below = load - (static_cast<float>(c) / static_cast<float>(kColumns) + 1.0F) * 0.1F;
+    stats.LoadOffsetAvg = withSample(stats.LoadOffsetAvg, count, below);
+    core::checked(SampleCount, c) = count + 1.0F;
+    auto& squares = core::checked(SquareSum, c);
+    squares = single(squares + single(lambda * lambda));
+    core::checked(hajonta_, c) = single(squares / (count + 1.0F) - stats.LambdaAvg * stats.LambdaAvg);
+    core::checked(proposals_, c) = single(stats.LambdaAvg - core::checked(setpoints_, c));
+}
+
+void clsInjAnalyser::ClearTables() {
+    for (auto& stats : CellStats) {
+        stats.LambdaAvg = 0.0F;
+    }
+    SampleCount.fill(0.0F);
+}
+
+void clsInjAnalyser::setMapSize(std::int16_t size) {
+    mapSize = size;
+    columns = static_cast<std::int16_t>(size == kOrdinarySize ? 16 : 20);
+    rows = static_cast<std::int16_t>(size == kOrdinarySize ? 10 : 16);
+}
+
+}  // namespace korvane::analysis

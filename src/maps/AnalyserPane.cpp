@@ -1,0 +1,137 @@
+#include "maps/AnalyserPane.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "core/Numbers.h"
+
+namespace korvane::maps {
+
+namespace {
+
+using platform::CheckBox;
+
+constexpr const char* kDefaultTarget = "12.5";
+constexpr int kLampPlace = 200;  // twips, left and top
+constexpr double kTargetStep = 0.1;
+constexpr double kHighestTarget = 16.0;
+constexpr double kLowestTarget = 10.0;
+constexpr float kOffTarget = 0.75F;  // from here on a cell turns from yellow to red
+
+platform::Color colorOf(double red, double green) {
+    const auto part = [](double value) { return static_cast<platform::Color>(std::clamp(value, 0.0, 255.0)); };
+    return part(red) | part(green) << 8U;
+}
+
+// Green on target, through yellow, to red.
+platform::Color colorOf(float proposal) {
+    const float distance = std::fabs(proposal);
+    return distance < kOffTarget ? colorOf(std::floor(distance * 250.0F + 23.0F), 255)
+                                 : colorOf(255, std::floor(255.0F - distance * 70.0F));
+}
+
+}  // namespace
+
+AnalyserPane::AnalyserPane(MapControls& window, const MapContext& context, std::function<void(bool)> showFrames)
+    : window_(window), context_(context), showFrames_(std::move(showFrames)) {
+    window_.chkInjAnal.Click = [this] { window_.chkInjAnal.Value == 1 ? begin() : end(); };
+    window_.chkUseTuningAgent.Click = [this] {
+        context_.analyser.setAgentEnable(window_.chkUseTuningAgent.Value == 1);
+    };
+    window_.chkSimplemode.Click = [this] { context_.analyser.setSimpleMode(window_.chkSimplemode.Value == 1); };
+    for (int cell = 0; cell < window_.analys.geometry.cells(); ++cell) {
+        window_.analys(cell).KeyDown = [this, cell](int keyCode, int) { keyDown(cell, keyCode); };
+    }
+}
+
+void AnalyserPane::fillTargets() {
+    for (auto& cell : window_.analys.cells) {
+        cell.Text = kDefaultTarget;
+        cell.ToolTipText = kDefaultTarget;
+    }
+}
+
+void AnalyserPane::begin() {
+    context_.analyser.ClearTables();
+    showFrames_(true);
+    showBoxes(true);
+    window_.imgAgentLed.Shown = platform::Picture::Grey;
+    window_.imgAgentLed.Left = kLampPlace;
+    window_.imgAgentLed.Top = kLampPlace;
+    context_.analyser.setLogData(true);
+    enableFiles(true);
+}
+
+void AnalyserPane::end() {
+    showFrames_(false);
+    showBoxes(false);
+    window_.chkUseTuningAgent.Value = 0;
+    context_.analyser.setAgentEnable(false);
+    context_.analyser.setLogData(false);
+    enableFiles(false);
+}
+
+void AnalyserPane::showBoxes(bool shown) {
+    window_.chkModifyInjSetpoint.Visible = shown;
+    window_.chkUseTuningAgent.Visible = shown;
+    window_.chkSimplemode.Visible = shown;
+    window_.imgAgentLed.Visible = shown;
+}
+
+void AnalyserPane::enableFiles(bool enabled) {
+    window_.btnloadLambdaSetpoint.Enabled = enabled;
+    window_.btnSaveLambdaSetpoint.Enabled = enabled;
+}
+
+void AnalyserPane::paint() {
+    const bool targets = window_.chkModifyInjSetpoint.Value == 1;
+    for (int cell = 0; cell < window_.analys.geometry.cells(); ++cell) {
+        if (targets) {
+            showTarget(window_.analys(cell));
+        } else {
+            showMean(window_.analys(cell), cell);
+        }
+    }
+}
+
+void AnalyserPane::showTarget(platform::TextBox& box) {
+    box.Text = box.ToolTipText.get();
+    box.BackColor = platform::kWhite;
+}
+
+// A cell without samples stays white.
+void AnalyserPane::showMean(platform::TextBox& box, int cell) {
+    const double mean = static_cast<double>(std::floor(context_.analyser.LambdaAvg(cell) * 100.0F)) / 100.0;
+    box.Text = core::numberText(mean).view();
+    box.BackColor = mean == 0.0 ? platform::kWhite : colorOf(context_.analyser.Proposal(cell));
+}
+
+void AnalyserPane::keyDown(int cell, int keyCode) {
+    const int columns = window_.analys.geometry.columns;
+    if (keyCode == platform::kKeyLeft && cell % columns != 0) {
+        window_.setFocus(&window_.analys(cell - 1));
+    } else if (keyCode == platform::kKeyRight && (cell + 1) % columns != 0) {
+        window_.setFocus(&window_.analys(cell + 1));
+    } else if (keyCode == platform::kKeyUp && cell >= columns) {
+        window_.setFocus(&window_.analys(cell - columns));
+    } else if (keyCode == platform::kKeyDown && cell < window_.analys.geometry.cells() - columns) {
+        window_.setFocus(&window_.analys(cell + columns));
+    } else if (keyCode == platform::kKeyPlus || keyCode == platform::kKeyMinus) {
+        stepTarget(cell, keyCode == platform::kKeyPlus);
+    }
+}
+
+void AnalyserPane::stepTarget(int cell, bool up) {
+    auto& box = window_.analys(cell);
+    const double old = core::val(box.ToolTipText.get());
+    const double target = up ? (old >= kHighestTarget ? kHighestTarget : old + kTargetStep)
+                             : (old <= kLowestTarget ? kLowestTarget : old - kTargetStep);
+    box.Locked = false;
+    box.ToolTipText = core::numberText(target).view();
+    box.Text = box.ToolTipText.get();
+    context_.analyser.Setpoint(static_cast<float>(target), cell);
+    box.Locked = true;
+}
+
+}  // namespace korvane::maps

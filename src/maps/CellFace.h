@@ -1,0 +1,37 @@
+// How a cell of a map grid looks.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/Controls.h"
+
+namespace korvane::maps {
+
+struct CellFace {
+    platform::Color color;  // of the text
+    std::string_view text;
+    std::string_view toolTip;
+};
+
+// Whether a cell can be typed into while its face is rewritten, as those of an edited image can.
+enum class Rewrite { Locked, Unlocked };
+
+// Blue for a byte that was edited since it was received.
+[[nodiscard]] constexpr platform::Color editColor(std::uint8_t received, std::uint8_t edited) {
+    return received == edited ? platform::kBlack : platform::kBlue;
+}
+
+inline void showFace(platform::TextBox& cell, const CellFace& face, Rewrite rewrite) {
+    if (rewrite == Rewrite::Unlocked) {
+        cell.Locked = false;
+    }
+    cell.ForeColor = face.color;
+    cell.Text = face.text;
+    cell.ToolTipText = face.toolTip;
+    if (rewrite == Rewrite::Unlocked) {
+        cell.Locked = true;
+    }
+}
+
+}  // namespace korvane::maps

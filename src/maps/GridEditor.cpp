@@ -1,0 +1,235 @@
+#include "maps/GridEditor.h"
+
+#include <utility>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "maps/Selection.h"
+
+namespace korvane::maps {
+
+namespace {
+
+using platform::kControlMask;
+using platform::kKeyDown;
+using platform::kKeyLeft;
+using platform::kKeyMinus;
+using platform::kKeyPlus;
+using platform::kKeyRight;
+using platform::kKeyUp;
+using platform::kShiftMask;
+
+constexpr int kReleased = 0;     // key code for the release of a key
+constexpr int kMouseButton = 1;  // for that of a mouse button
+constexpr int kKeyControl = 17;
+constexpr int kKeyA = 65;
+constexpr int kKeyL = 76;
+
+// Control turns the vertical arrows into + and -.
+int withControl(int keyCode, int shift) {
+    if (shift != kControlMask) {
+        return keyCode;
+    }
+    return keyCode == kKeyUp ? kKeyPlus : keyCode == kKeyDown ? kKeyMinus : keyCode;
+}
+
+bool movesOn(int key) {
+    return key == kReleased || (key >= kKeyLeft && key <= kKeyDown);
+}
+
+std::uint8_t lowered(std::uint8_t byte) {
+    return byte == 0 ? byte : static_cast<std::uint8_t>(byte - 1);
+}
+
+// Lets a cell be typed into while it lives.
+class Unlocked {
+public:
+    explicit Unlocked(platform::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+    ~Unlocked() { cell_.Locked = true; }
+
+private:
+    platform::TextBox& cell_;
+};
+
+}  // namespace
+
+GridEditor::GridEditor(platform::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules)
+    : window_(window), grid_(grid), tables_(tables), rules_(std::move(rules)) {
+    for (int index = 0; index < grid_.geometry.cells(); ++index) {
+        connect(index);
+    }
+}
+
+void GridEditor::connect(int index) {
+    auto& cell = grid_(index);
+    cell.GotFocus = [this, index] { gotFocus(index); };
+    cell.LostFocus = [&cell] { cell.BackColor = platform::kWhite; };
+    cell.KeyDown = [this, index](int keyCode, int shift) { keyDown(index, keyCode, shift); };
+    if (rules_.mouseSelects) {
+        cell.KeyUp = [this, index](int keyCode, int shift) { keyUp(index, keyCode, shift); };
+        cell.MouseUp = [this, index](int, int shift, double, double) { mouseUp(index, shift); };
+    }
+}
+
+std::uint8_t& GridEditor::byteOf(int cell) {
+    return core::checked(tables_.*rules_.image, cell);
+}
+
+void GridEditor::gotFocus(int index) {
+    if (rules_.focusClears) {
+        beforeFocus_ = {grid_.SelFirst, grid_.SelLast};
+        if (!stepping_) {
+            if (hasBlock(grid_)) {
+                whitenRun(grid_);
+            }
+            forgetBlock(grid_);
+        } else if (extendRunByStep(grid_, index)) {
+            rules_.paint(grid_);
+        }
+    }
+    grid_(index).BackColor = platform::kYellow;
+}
+
+void GridEditor::keyUp(int index, int keyCode, int shift) {
+    if (keyCode != platform::kKeyShift && shift != 0) {
+        keyDown(index, kReleased, shift);
+    }
+}
+
+// With a mouse the focus comes before the button tells of Shift.
+void GridEditor::mouseUp(int index, int shift) {
+    if (shift == kShiftMask && rules_.focusClears && grid_.SelFirst == 0) {
+        grid_.SelFirst = beforeFocus_.first;
+        grid_.SelLast = beforeFocus_.last;
+        if (hasBlock(grid_)) {
+            rules_.paint(grid_);
+        }
+    }
+    keyDown(index, kMouseButton, shift);
+    grid_(index).BackColor = platform::kYellow;
+}
+
+void GridEditor::keyDown(int index, int keyCode, int shift) {
+    static_cast<void>(grid_(index));
+    if (keyCode == kKeyControl) {
+        return;  // on the way to an arrow, whose command needs the block
+    }
+    beforeFocus_ = {};
+    const int key = withControl(keyCode, shift);
+    tellSelection();
+    if (actOnBlock(key, shift)) {
+        return;
+    }
+    select(index, key, shift);
+    moveOrStep(index, key, shift);
+}
+
+bool GridEditor::actOnBlock(int key, int shift) {
+    if (!hasBlock(grid_) || (rules_.shiftOnlySelects && shift == kShiftMask)) {
+        return false;
+    }
+    if (blockCommand(key)) {
+        rules_.redraw();
+        return true;
+    }
+    if (rules_.mouseSelects && key == kReleased && shift != kShiftMask) {
+        return true;
+    }
+    if (rules_.plainKeyWhitens) {
+        whitenAll(grid_);
+    }
+    return false;
+}
+
+bool GridEditor::blockCommand(int key) {
+    switch (key) {
+        case kKeyA:
+            changeBlock([first = byteOfNumber(grid_.SelFirst)](auto) { return first; });
+            return true;
+        case kKeyPlus:
+            changeBlock(rules_.blockUp);
+            return true;
+        case kKeyMinus:
+            changeBlock(&lowered);
+            return true;
+        case kKeyL:
+            levelBlock();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void GridEditor::changeBlock(const std::function<std::uint8_t(std::uint8_t)>& change) {
+    for (int number = grid_.SelFirst; number <= grid_.SelLast; ++number) {
+        byteOfNumber(number) = change(byteOfNumber(number));
+    }
+}
+
+void GridEditor::levelBlock() {
+    const int first = byteOfNumber(grid_.SelFirst);
+    const int last = byteOfNumber(grid_.SelLast);
+    const int steps = grid_.SelLast - grid_.SelFirst;
+    for (int n = 1; n < steps; ++n) {
+        const double slope = static_cast<double>(last - first) / steps;
+        byteOfNumber(grid_.SelFirst + n) = core::toByte(core::toInt(n * slope) + first);
+    }
+}
+
+void GridEditor::select(int index, int key, int shift) {
+    if (shift == kShiftMask) {
+        // The cell that a step reached ends the block already; it must not become its start when the next one leaves
+        // it.
+        const bool reached = rules_.focusClears && movesOn(key) && hasBlock(grid_) && grid_.SelLast == index + 1;
+        if (!reached && rules_.extend(grid_, index)) {
+            rules_.paint(grid_);
+        }
+    } else if (key != kReleased || !rules_.mouseSelects) {
+        forgetBlock(grid_);
+    }
+    tellSelection();
+}
+
+void GridEditor::tellSelection() {
+    if (rules_.tellsSelection) {
+        window_.Caption = "alku " + core::textOf(grid_.SelFirst) + " Loppu " + core::textOf(grid_.SelLast) + " ";
+    }
+}
+
+void GridEditor::moveOrStep(int index, int key, int shift) {
+    const int columns = grid_.geometry.columns;
+    if (key == kKeyLeft && index % columns != 0) {
+        moveFocus(index - 1, shift);
+    } else if (key == kKeyUp && index >= columns) {
+        moveFocus(index - columns, shift);
+    } else if (key == kKeyRight && (index + 1) % columns != 0) {
+        moveFocus(index + 1, shift);
+    } else if (key == kKeyDown && index < grid_.geometry.cells() - columns) {
+        moveFocus(index + columns, shift);
+    } else if (key == kKeyPlus) {
+        stepCell(index, rules_.cellUp);
+    } else if (key == kKeyMinus) {
+        stepCell(index, &lowered);
+    }
+}
+
+void GridEditor::moveFocus(int cell, int shift) {
+    stepping_ = shift == kShiftMask;
+    window_.setFocus(&grid_(cell));
+    stepping_ = false;
+}
+
+void GridEditor::stepCell(int cell, const std::function<std::uint8_t(std::uint8_t)>& step) {
+    {
+        const Unlocked unlocked(grid_(cell));
+        byteOf(cell) = step(byteOf(cell));
+        rules_.redrawCell(cell);
+    }
+    if (rules_.cellEdited) {
+        rules_.cellEdited(cell);
+    }
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,27 @@
+// Sends the edit of a single cell to the running engine at once. It lives in the ECU's working memory only.
+//
+//     command  cell  cell  value  value  ~command
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Controls.h"
+#include "platform/MSComm.h"
+
+namespace korvane::maps {
+
+class RealtimeChanges {
+public:
+    // `enabled` is the box that the tuner ticks.
+    RealtimeChanges(const platform::CheckBox& enabled, platform::MSComm& port) : enabled_(enabled), port_(port) {}
+
+    // Sends nothing while the box is unticked or the port closed, and nothing for a cell past 255, which the frame
+    // can't name: that one goes out with the whole map.
+    void send(std::uint8_t command, int cell, std::uint8_t value) const;
+
+private:
+    const platform::CheckBox& enabled_;
+    platform::MSComm& port_;
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,13 @@
+// What screen readers hear of a map grid: a table of cells, each with its name, value and state.
+#pragma once
+
+#include <QAccessibleInterface>
+
+namespace korvane::views {
+
+class MapGridView;
+
+// For the toolkit, which owns the result.
+[[nodiscard]] QAccessibleInterface* speakGrid(MapGridView& grid);
+
+}  // namespace korvane::views

@@ -1,0 +1,32 @@
+// Panes that take turns in one place.
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+class QStackedLayout;
+
+namespace korvane::views {
+
+// Shows the page of the first of its panes that is in sight; panes lie over those that were added after them.
+class PaneStack : public QWidget {
+public:
+    explicit PaneStack(QWidget* parent);
+
+    // A new page at the bottom. `pane`, which stands somewhere in it, must be given to watch() before the next one.
+    [[nodiscard]] QWidget& addPage();
+    // The page added last is shown as long as `pane` is not hidden.
+    void watch(QWidget& pane);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void showFirst();
+
+    QStackedLayout& pages_;
+    std::vector<QWidget*> panes_;
+};
+
+}  // namespace korvane::views
