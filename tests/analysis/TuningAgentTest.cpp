@@ -1,0 +1,326 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "AnalysisBench.h"
+
+namespace korvane::analysis {
+namespace {
+
+using support::Bytes;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+// Neighbours stand far enough below each other that no smoothing comes in between unless a test asks for it: rising
+// down the columns, level along the rows.
+class TuningAgentTest : public AnalysisBench {
+protected:
+    TuningAgentTest() {
+        for (std::size_t cell = 0; cell < 320; ++cell) {
+            tables_.FuelMapOut.at(cell) = static_cast<std::uint8_t>(50 + cell / 16 * 6);
+        }
+        analyser_.setMapWindow(&window_);
+        analyser_.setLogData(true);
+    }
+
+    // `count` readings of `lambda`, so far above column and row of the cell.
+    void gather(int cell, int count, float lambda, float rpmOffset = 0.0F, float loadOffset = 0.0F) {
+        const auto rpm = static_cast<float>(1000 + 500 * (cell % 16)) + rpmOffset;
+        const float load = (static_cast<float>(cell) / 16.0F + 1.0F) * 0.1F + loadOffset;
+        for (int i = 0; i < count; ++i) {
+            analyser_.addValues(lambda, static_cast<float>(cell), rpm, load);
+        }
+    }
+    void tick() {
+        analyser_.CorrectAllCells();
+        analyser_.SmoothFuelMap();
+    }
+    std::vector<std::string> keys() const {
+        std::vector<std::string> keys;
+        for (const auto& line : window_.journal) {
+            if (line.starts_with("key")) {
+                keys.push_back(line);
+            }
+        }
+        return keys;
+    }
+    std::uint8_t& map(int cell) { return tables_.FuelMapOut.at(static_cast<std::size_t>(cell)); }
+};
+
+// Cell 20 is column 4: 3000 rpm.
+TEST_F(TuningAgentTest, ALeanCellGetsOneStepOfFuel) {
+    gather(20, 41, 13.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+    EXPECT_EQ(analyser_.SampleCount[20], 0.0F);
+    EXPECT_EQ(analyser_.LambdaAvg(20), 0.0F);
+}
+
+// 40 samples of 0.5 weigh 20, which is not enough.
+TEST_F(TuningAgentTest, TheWeightHasToBeMoreThanTwenty) {
+    gather(20, 40, 13.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), IsEmpty());
+    EXPECT_EQ(analyser_.LastCount[20], 40.0F);
+}
+
+// 0.25 above the target and 100 samples weigh 25: less fuel, although the cell is lean.
+TEST_F(TuningAgentTest, ASlightlyLeanCellLosesFuel) {
+    gather(20, 100, 12.75F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 189 0"));
+}
+
+TEST_F(TuningAgentTest, ARichCellLosesFuel) {
+    gather(20, 50, 12.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 189 0"));
+}
+
+// A target of 0 makes the difference the reading itself.
+TEST_F(TuningAgentTest, JustThreeTenthsIsNeither) {
+    analyser_.Setpoint(0.0F, 20);
+    analyser_.setSimpleMode(true);
+    gather(20, 1, 0.3F);
+    analyser_.SampleCount[20] = 1000.0F;
+    window_.journal.clear();
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), IsEmpty());
+}
+
+TEST_F(TuningAgentTest, AWholeCorrectionTicksRealtimeChangesAndTakesItsTime) {
+    gather(20, 41, 13.0F);
+    analyser_.setSimpleMode(true);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(window_.journal, ElementsAre("online", "key 20 187 0", "offline"));
+    EXPECT_THAT(window_.lamps, ElementsAre("red"));
+    EXPECT_EQ(machine_.pump.milliseconds(), 50);
+}
+
+TEST_F(TuningAgentTest, WritesALineForEachCorrection) {
+    gather(20, 42, 13.0F, 100.0F, -0.05F);
+    analyser_.setSimpleMode(true);
+    analyser_.CellStats[20].LoadOffsetAvg = -0.5F;
+    analyser_.CellStats[20].RpmOffsetAvg = 100.0F;
+    analyser_.CorrectAllCells();
+    // 42 * 0.5 = 21.
+    EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"), "INDX 20 1 21 100 -0.5 12:00:00\r\n");
+}
+
+TEST_F(TuningAgentTest, ALogThatCantBeWrittenIsToldAndStopsNothing) {
+    std::filesystem::create_directory(machine_.folder / "FuelTuner12_00.txt");
+    gather(20, 41, 13.0F);
+    analyser_.CorrectAllCells();
+    const auto messages = machine_.dialogs.takeMessages();
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_TRUE(messages[0].text.starts_with("Error saveFuelTunerData: "));
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+}
+
+TEST_F(TuningAgentTest, InSimpleModeNeighboursAndOffsetsStay) {
+    analyser_.setSimpleMode(true);
+    gather(20, 41, 13.0F, 200.0F, 0.05F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+    EXPECT_NEAR(analyser_.CellStats[20].RpmOffsetAvg, 200.0, 0.01);
+    EXPECT_NEAR(analyser_.CellStats[20].LoadOffsetAvg, 0.05, 1e-3);
+}
+
+TEST_F(TuningAgentTest, BetweenTwoColumnsBothAreCorrected) {
+    gather(20, 41, 13.0F, 125.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 21 187 0"));
+    EXPECT_EQ(analyser_.CellStats[20].RpmOffsetAvg, 0.0F);
+    window_.journal.clear();
+    gather(20, 41, 13.0F, 375.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 21 187 0"));
+    window_.journal.clear();
+    gather(20, 41, 13.0F, 124.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+}
+
+// The cell itself is then corrected by its load share, with all its weight.
+TEST_F(TuningAgentTest, NearTheNextColumnTheRpmShareGoesThere) {
+    gather(20, 41, 13.0F, 376.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 21 187 0", "key 20 187 0"));
+}
+
+TEST_F(TuningAgentTest, TheLastColumnPassesItsShareToNobody) {
+    gather(31, 41, 13.0F, 200.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 31 187 0"));
+    window_.journal.clear();
+    gather(31, 41, 13.0F, 450.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 31 187 0"));
+}
+
+TEST_F(TuningAgentTest, BetweenTwoRowsTheOneBelowFollows) {
+    gather(20, 41, 13.0F, 0.0F, 0.05F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 36 187 0"));
+    EXPECT_EQ(analyser_.CellStats[20].LoadOffsetAvg, 0.0F);
+    window_.journal.clear();
+    gather(20, 41, 13.0F, 0.0F, 0.02F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+    window_.journal.clear();
+    gather(20, 41, 13.0F, 0.0F, 0.08F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 36 187 0"));
+}
+
+// Row 19 of the arithmetic is the last: 305 + 16 is beyond 319.
+TEST_F(TuningAgentTest, TheLastRowPassesItsShareToNobody) {
+    gather(305, 41, 13.0F, 0.0F, 0.08F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 305 187 0"));
+}
+
+TEST_F(TuningAgentTest, ANeighbourWithDataOfItsOwnLosesThem) {
+    gather(21, 10, 13.0F);
+    gather(20, 41, 13.0F, 200.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_EQ(analyser_.SampleCount[21], 0.0F);
+    EXPECT_THAT(keys(), Contains("key 21 187 0"));
+}
+
+TEST_F(TuningAgentTest, TheClockRunsEvery300MillisecondsWhileItIsOn) {
+    analyser_.setAgentEnable(true);
+    EXPECT_TRUE(analyser_.AgentEnable());
+    machine_.pump.wait(299);
+    EXPECT_THAT(window_.lamps, IsEmpty());
+    machine_.pump.wait(301);
+    EXPECT_THAT(window_.lamps, ElementsAre("green", "green"));
+    analyser_.setAgentEnable(false);
+    machine_.pump.wait(1000);
+    EXPECT_THAT(window_.lamps, ElementsAre("green", "green", "grey"));
+}
+
+TEST_F(TuningAgentTest, AClosedWindowStopsIt) {
+    analyser_.setAgentEnable(true);
+    analyser_.setMapWindow(nullptr);
+    EXPECT_FALSE(analyser_.AgentEnable());
+    EXPECT_TRUE(analyser_.LogData());
+    machine_.pump.wait(1000);
+    EXPECT_THAT(window_.lamps, IsEmpty());
+}
+
+TEST_F(TuningAgentTest, AWindowThatClosesInTheWaitIsNotTouchedAgain) {
+    gather(20, 41, 13.0F, 200.0F);
+    const auto alarm = machine_.pump.makeAlarm([&] { analyser_.setMapWindow(nullptr); });
+    alarm->callAt(10'000);
+    tick();
+    EXPECT_THAT(window_.journal, ElementsAre("online", "key 20 187 0"));
+}
+
+// Ticks come inside the waits of the looks before them.
+TEST_F(TuningAgentTest, LooksInsideEachOthersWaitsEnd) {
+    analyser_.setSimpleMode(true);
+    for (int cell = 0; cell < 150; ++cell) {
+        gather(cell, 100, 14.0F, 50.0F);
+    }
+    analyser_.setAgentEnable(true);
+    machine_.pump.wait(60'000);
+    EXPECT_EQ(keys().size(), 150U);
+}
+
+TEST_F(TuningAgentTest, AnOverflowEndsTheTickAndTheNextOneComes) {
+    map(132) = 254;  // row 8: the cell below, at 104, would get 254 + 5
+    analyser_.setAgentEnable(true);
+    machine_.pump.wait(650);
+    EXPECT_THAT(machine_.log.lines, ElementsAre("clsTimer: Overflow", "clsTimer: Overflow"));
+}
+
+class SmoothingTest : public TuningAgentTest {};
+
+TEST_F(SmoothingTest, ASaneMapStays) {
+    const auto before = tables_.FuelMapOut;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(tables_.FuelMapOut, before);
+    EXPECT_THAT(window_.journal, IsEmpty());
+}
+
+// Column 1 of row 3 stands at 68; the cell before it 6 above: half of 6 goes on top of it. Both then stand below what
+// the row beneath has.
+TEST_F(SmoothingTest, LowColumnsMeetHalfWay) {
+    map(48) = 74;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(49), 71);
+    EXPECT_THAT(window_.journal, ElementsAre("draw"));
+}
+
+TEST_F(SmoothingTest, FiveIsNotTooMuch) {
+    map(48) = 73;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(49), 68);
+    EXPECT_THAT(window_.journal, IsEmpty());
+}
+
+// 7 / 2 = 3.5 goes to 4; 9 / 2 = 4.5 goes to 4 as well.
+TEST_F(SmoothingTest, HalvesGoToTheEvenNumber) {
+    map(48) = 75;
+    map(80) = 89;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(49), 72);
+    EXPECT_EQ(map(81), 84);
+}
+
+// 22 / 2 = 11 becomes 10, 20 / 2 stays 10. The cell below is lifted too, being lower by then.
+TEST_F(SmoothingTest, NoCellRisesByMoreThanTen) {
+    map(48) = 68 + 22;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(49), 78);
+}
+
+// Column 5 on: more than 3 below its left neighbour becomes equal to it.
+TEST_F(SmoothingTest, HighColumnsBecomeEqual) {
+    map(53) = 68 + 4;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(54), 72);
+    EXPECT_EQ(map(55), 72) << "and so on along the row";
+    map(85) = 80 + 3;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(86), 80);
+}
+
+// Rows 0 and 1 meet half-way down, the others put 5 more below. Row 0 stands at 50, row 1 at 56.
+TEST_F(SmoothingTest, DownTheColumnsFuelRises) {
+    map(15) = 0;
+    map(0) = 64;  // 8 above row 1
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(16), 60);
+    map(52) = 75;  // row 3 above row 4 at 74, within 5 of its right neighbour no more
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(68), 80);
+}
+
+TEST_F(SmoothingTest, TheLastColumnAndTheLastRowsAreNoStartingPoints) {
+    map(15) = 200;   // column 15 of row 0: nothing right of it, and columns end at 14
+    map(144) = 200;  // row 9
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(31), 56);
+    EXPECT_EQ(map(145), 104);
+    EXPECT_EQ(map(160), 110);
+}
+
+TEST_F(SmoothingTest, EachChangedCellIsSent) {
+    main_.MSComm1.Settings = "57600,N,8,1";
+    main_.MSComm1.setPortOpen(true);
+    map(48) = 74;
+    analyser_.SmoothFuelMap();
+    machine_.pump.wait(100);
+    Bytes bytes;
+    for (const auto& arrival : machine_.recorder.arrivals) {
+        bytes.push_back(arrival.byte);
+    }
+    EXPECT_THAT(bytes, ElementsAre('g', 49, 49, 71, 71, 0x98));
+}
+
+}  // namespace
+}  // namespace korvane::analysis
