@@ -31,7 +31,7 @@ constexpr std::array<std::uint8_t, 2> kRestart{'X', 0xA7};
 constexpr int kDeepestReceive = 40;
 
 constexpr int kErrorLineLost = 8012;
-constexpr std::uint8_t kIdentityCommand = 'y';
+constexpr platform::Micros kLongHandler = 50 * platform::kMicrosPerMilli;
 
 // One more for as long as it lives.
 class Count {
@@ -215,17 +215,17 @@ void Connection::onComm() {
     }
 }
 
-// An identity blocks the program for a moment. What lies behind it comes with an event of its own, so that a line that
-// sends nothing else leaves the windows alive.
+// Some handlers block the program for a moment. What lies behind their frame comes with an event of its own, so that a
+// line that sends nothing else leaves the windows alive.
 void Connection::receiveAll() {
     while (panel_.MSComm1.InBufferCount() > 0) {
         takeBytes();
         if (!panel_.receiver.rxReady()) {
             continue;
         }
-        const bool blocks = panel_.receiver.rxCommand() == kIdentityCommand;
+        const auto begin = machine_.pump.now();
         dispatch();
-        if (blocks && panel_.MSComm1.InBufferCount() > 0) {
+        if (machine_.pump.now() - begin >= kLongHandler && panel_.MSComm1.InBufferCount() > 0) {
             panel_.MSComm1.raiseOnCommLater();
             return;
         }

@@ -12,6 +12,9 @@ namespace {
 
 constexpr int kFirstEditedPwmCell = 64;  // those before it are no cells that the ECU uses
 
+constexpr int kWidth = 1340 * 15;  // twips; fits a laptop of 1366 by 768
+constexpr int kHeight = 690 * 15;
+
 constexpr const char* kHelp =
     "Valitse haluamasi 'laatikko', josta lähtien haluat vaihtaa arvoja.\r\n"
     "Paina Ctrl-painike pohjaan ja valitse toinen laatikko, johon asti haluat muuttaa arvoja.\r\n"
@@ -35,6 +38,8 @@ MapForm::MapForm(platform::Machine& machine, const MapContext& context, const Ma
       transfer_(*this, context, variant.halves),
       files_(*this, context, display_, transfer_),
       analyserPane_(*this, context, [this](bool shown) { showAnalyserPane(shown); }) {
+    Width = kWidth;
+    Height = kHeight;
     chkTrace.Caption = variant.traceCaption;
     chkTrace.Click = [this] {
         if (chkTrace.Value == 0) {

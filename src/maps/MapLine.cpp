@@ -22,6 +22,10 @@ void MapLine::wait(int milliseconds) {
     window_.machine().pump.wait(milliseconds);
 }
 
+void MapLine::block(int milliseconds) {
+    window_.machine().pump.sleep(milliseconds);
+}
+
 void MapLine::pump() {
     window_.machine().pump.pump();
 }

@@ -35,6 +35,8 @@ public:
     // Events run in both: the port may be closed, the window unloaded and another transfer begun and ended by then.
     void wait(int milliseconds);
     void pump();
+    // Nothing runs: for handlers of replies, in whose waits the next reply would be cut in two.
+    void block(int milliseconds);
 
     void show(std::string_view caption) { window_.Caption = caption; }
     // With the time of day behind it.

@@ -7,9 +7,6 @@ namespace korvane::maps {
 namespace {
 
 constexpr int kPause = 100;  // ms, around the send and behind the display
-// Blocks that arrive inside the pause of another one pause as well; a line that sends nothing else must not pile them
-// up.
-constexpr int kNestedPauses = 8;
 
 // From this bit on the ECU's enable word is inverted: a set bit is a box without its tick.
 constexpr int kFirstInvertedBit = 14;
@@ -73,11 +70,7 @@ void MiscTransfer::LoadMisc(bool skipTimer) {
     line_.show("Misc datan haku onnistui");
     window_.TimeOutTimer.Enabled = false;
     window_.timeOutCounter = 0;
-    if (pauses_ < kNestedPauses) {
-        ++pauses_;
-        line_.wait(kPause);
-        --pauses_;
-    }
+    line_.block(kPause);
     line_.startPoll();
 }
 

@@ -29,7 +29,6 @@ private:
     MapControls& window_;
     const MapContext& context_;
     MapLine line_;
-    int pauses_ = 0;  // of LoadMisc that run now, one inside the other
 };
 
 }  // namespace korvane::maps

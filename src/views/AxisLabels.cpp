@@ -13,9 +13,9 @@ namespace {
 constexpr double kGap = 7;  // between floor and text, logical pixels
 constexpr double kAir = 1.15;
 constexpr double kTooClose = 1e-6;
-constexpr double kMostLines = 6;
-constexpr double kSmallestTop = 10;
-constexpr double kLargestByte = 255;
+constexpr int kMostLines = 6;
+constexpr int kSmallestTop = 10;
+constexpr int kLargestByte = 255;
 
 Place onEdge(Axis axis, const Projection& projection, double along, double out) {
     const double x = projection.nearX() + (projection.nearX() == 0 ? -out : out);
@@ -62,10 +62,10 @@ AxisLabels labelsOf(Axis axis, const Projection& projection, int count, QSizeF l
 }
 
 HeightScale heightScaleFor(double largest) {
-    constexpr std::array kSteps{2.0, 5.0, 10.0, 20.0, 25.0, 50.0};
+    constexpr std::array kSteps{2, 5, 10, 20, 25, 50};
     const auto* const found =
-        std::find_if(kSteps.begin(), kSteps.end() - 1, [largest](double step) { return largest <= step * kMostLines; });
-    return {*found, std::clamp(std::ceil(largest / *found) * *found, kSmallestTop, kLargestByte)};
+        std::find_if(kSteps.begin(), kSteps.end() - 1, [largest](int step) { return largest <= step * kMostLines; });
+    return {*found, std::clamp(static_cast<int>(std::ceil(largest / *found)) * *found, kSmallestTop, kLargestByte)};
 }
 
 }  // namespace korvane::views

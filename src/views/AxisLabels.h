@@ -28,10 +28,10 @@ struct AxisLabels {
 
 // The lines and numbers of the height axis.
 struct HeightScale {
-    double step = 1;
-    double top = 1;
+    int step = 1;
+    int top = 1;
 };
-// For bytes up to `largest`: at most seven lines with round numbers.
+// For bytes up to `largest`: at most six lines with round numbers.
 [[nodiscard]] HeightScale heightScaleFor(double largest);
 
 }  // namespace korvane::views

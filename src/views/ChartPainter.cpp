@@ -97,8 +97,8 @@ void ChartPainter::paintHeightLines() {
     painter_.setPen(QPen(ink(kGridShare * 1.5), kLine));
     const double farX = 1 - projection_.nearX();
     const double farY = 1 - projection_.nearY();
-    for (double value = scene_.scale.step; value < scene_.scale.top; value += scene_.scale.step) {
-        const double z = value / scene_.scale.top;
+    for (int value = scene_.scale.step; value < scene_.scale.top; value += scene_.scale.step) {
+        const double z = static_cast<double>(value) / scene_.scale.top;
         line({farX, 0, z}, {farX, 1, z});
         line({0, farY, z}, {1, farY, z});
     }
@@ -158,7 +158,7 @@ void ChartPainter::paintHeightAxis() {
     const QFontMetricsF metrics(painter_.font());
     painter_.setPen(ink(kTextShare));
     double free = low.y() - metrics.height();
-    for (double value = scene_.scale.step; value <= scene_.scale.top; value += scene_.scale.step) {
+    for (int value = scene_.scale.step; value <= scene_.scale.top; value += scene_.scale.step) {
         const double y = low.y() + (high.y() - low.y()) * value / scene_.scale.top;
         if (y <= free) {
             const QString text = QString::number(value);

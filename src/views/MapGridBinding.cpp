@@ -111,6 +111,7 @@ private:
     void propertyChanged(platform::Object& object, const void* property) override {
         if (&object == &window_) {
             if (property == window_.focusProperty()) {
+                lastCell_ = focusCell().value_or(lastCell_);
                 mark();
             }
             return;
@@ -157,7 +158,6 @@ private:
     void showFocus() {
         const auto cell = focusCell();
         if (cell && cell != view_.focusCell()) {
-            lastCell_ = *cell;
             reveal(view_, view_.cellRect(*cell));
         }
         view_.setFocusCell(cell);

@@ -15,8 +15,8 @@ namespace korvane::views {
 
 namespace {
 
-constexpr double kTextOfHeight = 0.62;  // of a cell's height, for the text's pixel size
-constexpr int kTextMargin = 3;
+constexpr double kTextOfHeight = 0.58;  // of a cell's height, for the text's pixel size
+constexpr int kTextMargin = 5;
 constexpr double kLargestText = 2.2;  // of the usual size
 constexpr int kSmallestPixels = 7;
 constexpr double kNarrowest = 0.5;  // of its width, for a text that is too long
@@ -27,12 +27,14 @@ constexpr double kSmallestCellHeight = 1.45;
 constexpr double kUsualCellWidth = 4.0;
 constexpr double kSmallestCellWidth = 3.0;
 constexpr double kDimGround = 0.62;
-constexpr double kDimText = 0.55;
+constexpr double kDimText = 0.3;
 constexpr double kLineShare = 0.24;
 constexpr double kMarkedLabelShare = 0.22;
 constexpr int kMark = 2;
-constexpr int kManyChanges = 24;  // from here on the whole grid is painted at once
-constexpr const char* kWidestText = "00.000";
+constexpr int kManyChanges = 24;         // from here on the whole grid is painted at once
+constexpr std::size_t kShortestFit = 4;  // characters
+constexpr double kLowContrast = 3;
+constexpr int kPlateMargin = 4;
 constexpr const char* kWidestLabel = "150-160";
 
 template <class Element>
@@ -80,10 +82,14 @@ void MapGridView::setCell(int cell, Cell look) {
     if (kept == look) {
         return;
     }
-    const bool spoken = kept.text != look.text;
+    const bool newText = kept.text != look.text;
+    if (newText) {
+        countText(kept.text, -1);
+        countText(look.text, 1);
+    }
     kept = std::move(look);
     repaintCell(cell);
-    if (spoken && focusCell_ == cell) {
+    if (newText && focusCell_ == cell) {
         announce(cell);
     }
 }
@@ -205,7 +211,25 @@ void MapGridView::layOut() {
     fitText();
 }
 
-// As large as the usual number and the height of a cell allow.
+void MapGridView::countText(const QString& text, int change) {
+    const auto before = longestText();
+    lengths_[std::min(static_cast<std::size_t>(text.size()), lengths_.size() - 1)] += change;
+    if (longestText() != before) {
+        fitText();
+        update();
+    }
+}
+
+// Characters, within the lengths that the size of the text follows; longer texts are drawn narrower.
+int MapGridView::longestText() const {
+    std::size_t longest = lengths_.size() - 1;
+    while (longest > kShortestFit && lengths_[longest] == 0) {
+        --longest;
+    }
+    return static_cast<int>(longest);
+}
+
+// As large as the longest number and the height of a cell allow.
 void MapGridView::fitText() {
     const QSize room = cellRect(0).size();
     QFont sized = font();
@@ -213,8 +237,8 @@ void MapGridView::fitText() {
     sized.setBold(true);
     TabularText usual;
     usual.setFont(sized);
-    const double byWidth =
-        usualPixels() * (room.width() - 2 * kTextMargin) / std::max(usual.width(QLatin1String(kWidestText)), 1.0);
+    const QString widest = QStringLiteral(".").leftJustified(longestText(), u'0');
+    const double byWidth = usualPixels() * (room.width() - 2 * kTextMargin) / std::max(usual.width(widest), 1.0);
     const double byHeight = room.height() * kTextOfHeight;
     const double pixels = std::min({byWidth, byHeight, usualPixels() * kLargestText}) * textScale_;
     sized.setPixelSize(std::max(kSmallestPixels, static_cast<int>(pixels)));
@@ -289,6 +313,15 @@ void MapGridView::paintCell(QPainter& painter, int index) const {
     if (look.text.isEmpty()) {
         return;
     }
+    // Blue or red on the red of the running cell can't be read: the number stands on a plate then.
+    if (look.enabled && contrast(colors.fore, colors.back) < kLowContrast) {
+        painter.fillRect(place.adjusted(kPlateMargin, kPlateMargin, -kPlateMargin, -kPlateMargin),
+                         colorOf(platform::kWhite, palette()));
+    }
+    paintText(painter, place, look, colors);
+}
+
+void MapGridView::paintText(QPainter& painter, const QRect& place, const Cell& look, const Colors& colors) const {
     const auto& text = look.bold ? bold_ : plain_;
     const qreal width = text.width(look.text);
     const qreal squeeze = std::clamp((place.width() - 2.0) / std::max(width, 1.0), kNarrowest, 1.0);

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -81,11 +82,14 @@ private:
 
     void layOut();
     void fitText();
+    void countText(const QString& text, int change);
+    [[nodiscard]] int longestText() const;
     void repaintCell(int cell);
     void repaintMark();
     void announce(int cell) const;
 
     void paintCell(QPainter& painter, int cell) const;
+    void paintText(QPainter& painter, const QRect& place, const Cell& cell, const Colors& colors) const;
     void paintMark(QPainter& painter) const;
     void paintLabels(QPainter& painter, const QRegion& region) const;
     void paintLabel(QPainter& painter, const QRect& place, const Label& label, Qt::Alignment alignment,
@@ -97,6 +101,8 @@ private:
     std::vector<Label> rowLabels_;
     double textScale_ = 1;
     std::optional<int> focusCell_;
+    // How many cells have a text of each length; longer ones count as the last.
+    std::array<int, 7> lengths_{};
 
     // Where columns and rows begin, with the end of the last.
     std::vector<int> columns_;

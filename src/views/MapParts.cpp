@@ -129,17 +129,19 @@ PairCard::PairCard(const QString& title, Binder& binder, QWidget* parent)
 void PairCard::addButtons(platform::CommandButton& left, char leftMnemonic, platform::CommandButton& right,
                           char rightMnemonic) {
     ++row_;
+    for (int column = 0; column < 2; ++column) {
+        auto& place = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+        place.setSpacing(0);
+        rows_.addLayout(&place, row_, column);
+        pair_.at(static_cast<std::size_t>(column)) = &place;
+    }
     addInstead(left, leftMnemonic, right, rightMnemonic);
 }
 
 void PairCard::addInstead(platform::CommandButton& left, char leftMnemonic, platform::CommandButton& right,
                           char rightMnemonic) {
-    place(left, leftMnemonic, 0);
-    place(right, rightMnemonic, 1);
-}
-
-void PairCard::place(platform::CommandButton& button, char mnemonic, int column) {
-    rows_.addWidget(&makeButton(button, mnemonic, binder_, &card_), row_, column);
+    pair_.front()->addWidget(&makeButton(left, leftMnemonic, binder_, &card_));
+    pair_.back()->addWidget(&makeButton(right, rightMnemonic, binder_, &card_));
 }
 
 void PairCard::addBox(platform::CheckBox& box, char mnemonic, int column) {

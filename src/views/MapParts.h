@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QString>
 #include <QWidget>
+
+#include <array>
 
 #include "maps/MapControls.h"
 #include "views/Binder.h"
@@ -35,7 +38,7 @@ public:
 
     [[nodiscard]] Card& card() { return card_; }
 
-    // Both at the next row. Buttons of several pairs may share a row of which only one pair is in sight.
+    // A row of two. Pairs that are in sight by turns share one.
     void addButtons(platform::CommandButton& left, char leftMnemonic, platform::CommandButton& right,
                     char rightMnemonic);
     void addInstead(platform::CommandButton& left, char leftMnemonic, platform::CommandButton& right,
@@ -44,12 +47,12 @@ public:
     void addWideBox(platform::CheckBox& box, char mnemonic);
 
 private:
-    void place(platform::CommandButton& button, char mnemonic, int column);
     QWidget& make(platform::CheckBox& box, char mnemonic);
 
     Binder& binder_;
     Card& card_;
     QGridLayout& rows_;
+    std::array<QHBoxLayout*, 2> pair_{};  // of the last row of buttons
     int row_ = -1;
 };
 

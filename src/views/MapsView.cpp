@@ -45,8 +45,7 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
 
 void MapsView::addLowerCards() {
     right_.addWidget(&makeAnalyserCard(maps_, binder(), &content()));
-    right_.addWidget(&makeMiscCard(maps_, binder(), &content()));
-    right_.addStretch(1);
+    right_.addWidget(&makeMiscCard(maps_, binder(), &content()), 1);
 }
 
 void MapsView::orderTabs(std::vector<platform::Control*> first) {
@@ -89,7 +88,7 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
         auto& page = stack.addPage();
         auto& rows = layoutIn<QVBoxLayout>(&page);
         if (boxes) {
-            rows.addWidget(&makeAgentBoxes(window, binder(), &page));
+            rows.addWidget(&makeAgentBoxes(window, binder(), &page), 0, Qt::AlignLeft);
         }
         auto& pane = card(frame, grid, name, &page);
         rows.addWidget(&pane, 1);

@@ -19,7 +19,19 @@ namespace {
 constexpr int kRowGap = 5;
 constexpr int kBitGap = 2;
 constexpr int kColumnGap = 6;
-constexpr int kLongestNumber = 6;  // characters
+constexpr int kLongestNumber = 6;  // digits
+
+// As narrow as the numbers that it takes.
+class NumberBox : public QLineEdit {
+public:
+    explicit NumberBox(QWidget* parent) : QLineEdit(parent) { setAlignment(Qt::AlignRight); }
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const QFontMetrics metrics = fontMetrics();
+        return {metrics.horizontalAdvance(u'0') * kLongestNumber + metrics.height(), QLineEdit::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
 
 // Labels and boxes in two columns: the limits, then the offsets.
 QLayout& makeNumbers(maps::MapControls& window, Binder& binder, QWidget* parent) {
@@ -28,9 +40,7 @@ QLayout& makeNumbers(maps::MapControls& window, Binder& binder, QWidget* parent)
     grid.setHorizontalSpacing(kColumnGap);
     for (int i = 0; i < window.txtMisc.count(); ++i) {
         auto& name = child<Readout>(parent);
-        auto& box = child<QLineEdit>(parent);
-        box.setMinimumWidth(box.fontMetrics().averageCharWidth() * kLongestNumber + box.fontMetrics().height());
-        box.setAlignment(Qt::AlignRight);
+        auto& box = child<NumberBox>(parent);
         binder.bind(window.txtMisc(i), box);
         binder.bind(window.lblMisc(i), name, &box);
         grid.addWidget(&name, i % 2, i / 2 * 2);
@@ -84,6 +94,7 @@ QLayout& makeBits(maps::MapControls& window, Binder& binder, QWidget* parent) {
 
 Card& makeOpenTime(maps::MapControls& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&card);
     row.setSpacing(kColumnGap);
     binder.bind(window.FrameINJMaxOpen, card);

@@ -2,6 +2,9 @@
 
 #include <QApplication>
 
+#include <algorithm>
+#include <cmath>
+
 namespace korvane::views {
 
 namespace {
@@ -57,6 +60,18 @@ QColor colorOf(platform::Color color, const QPalette& palette) {
 QColor mixed(const QColor& color, const QColor& other, double share) {
     const auto part = [share](int one, int two) { return qRound(one + (two - one) * share); };
     return {part(color.red(), other.red()), part(color.green(), other.green()), part(color.blue(), other.blue())};
+}
+
+// The ratio of their luminances as the web's accessibility guidelines define it.
+double contrast(const QColor& one, const QColor& other) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](const QColor& color) {
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
 }
 
 namespace shades {

@@ -16,6 +16,9 @@ namespace korvane::views {
 // `share` of `other` (0 to 1) in `color`.
 [[nodiscard]] QColor mixed(const QColor& color, const QColor& other, double share);
 
+// How well one can be read on the other: from 1, not at all, to 21, black on white.
+[[nodiscard]] double contrast(const QColor& one, const QColor& other);
+
 // Derived from the window's colour, so that a window that changes its colour changes it everywhere.
 namespace shades {
 [[nodiscard]] bool isDark(const QPalette& palette);

@@ -36,6 +36,9 @@ protected:
         pane_.fillTargets();
     }
 
+    // No key asks for a cell that does not exist.
+    ~AnalyserPaneBench() override { EXPECT_THAT(machine_.log.lines, IsEmpty()); }
+
     std::vector<std::string>& journal() { return noting_.journal; }
     platform::TextBox& box(int cell) { return window_.analys(cell); }
     void gathered(int cell, float mean, float proposal) {

@@ -28,6 +28,11 @@ protected:
         alarms_.push_back(machine_.pump.makeAlarm(std::move(action)));
         alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
     }
+    // Also while the program blocks.
+    void whileBlocked(int milliseconds, std::function<void()> action) {
+        alarms_.push_back(machine_.pump.makeAlarm(std::move(action), platform::AlarmKind::Device));
+        alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
+    }
     [[nodiscard]] std::int64_t now() const { return machine_.pump.milliseconds(); }
 
     // When byte `index` had arrived, in microseconds. A byte takes 173 of them at 57600 baud.

@@ -270,6 +270,104 @@ TEST_F(BindingTest, AFrameShowsItsCaption) {
     EXPECT_EQ(find<QGroupBox>("fraGroup").title(), "R && D");
 }
 
+TEST_F(BindingTest, OptionsExcludeEachOtherAsTheProgramSays) {
+    std::vector<int> clicks;
+    for (int i = 0; i < 2; ++i) {
+        form.optChoice(i).Click = [&clicks, i] { clicks.push_back(i); };
+    }
+    auto& first = find<QRadioButton>("optChoice(0)");
+    auto& second = find<QRadioButton>("optChoice(1)");
+    first.click();
+    EXPECT_TRUE(form.optChoice(0).Value);
+    second.click();
+    EXPECT_FALSE(form.optChoice(0).Value);
+    EXPECT_FALSE(first.isChecked());
+    EXPECT_TRUE(second.isChecked());
+    EXPECT_THAT(clicks, ElementsAre(0, 1));
+    form.optChoice(1).Value = false;
+    frame();
+    EXPECT_FALSE(first.isChecked());
+    EXPECT_FALSE(second.isChecked());
+}
+
+TEST_F(BindingTest, PressingTheChosenOptionLeavesItChosen) {
+    auto& option = find<QRadioButton>("optChoice(0)");
+    option.click();
+    option.click();
+    EXPECT_TRUE(form.optChoice(0).Value);
+    EXPECT_TRUE(option.isChecked());
+}
+
+TEST_F(BindingTest, AnOptionThatTheProgramHasJustDisabledStaysAsItIs) {
+    form.optChoice(0).Enabled = false;
+    auto& option = find<QRadioButton>("optChoice(0)");
+    option.click();
+    EXPECT_FALSE(form.optChoice(0).Value);
+    EXPECT_FALSE(option.isChecked());
+}
+
+TEST_F(BindingTest, ATabIsChosenByKeysAndByTheProgram) {
+    int clicks = 0;
+    form.tabPages.SelectedItem = 1;
+    form.tabPages.Click = [&] { ++clicks; };
+    frame();
+    auto& tabs = find<QTabBar>("tabPages");
+    ASSERT_EQ(tabs.count(), 2);
+    EXPECT_EQ(tabs.tabText(1), "Ignition");
+    key(tabs, Qt::Key_Right);
+    EXPECT_EQ(form.tabPages.SelectedItem, 2);
+    EXPECT_EQ(clicks, 1);
+    form.tabPages.SelectedItem = 1;
+    frame();
+    EXPECT_EQ(tabs.currentIndex(), 0);
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(BindingTest, ATabThatTheProgramSetsBackIsShownSo) {
+    form.tabPages.SelectedItem = 1;
+    form.tabPages.Click = [this] { form.tabPages.SelectedItem = 1; };
+    frame();
+    auto& tabs = find<QTabBar>("tabPages");
+    tabs.setCurrentIndex(1);
+    EXPECT_EQ(form.tabPages.SelectedItem, 1);
+    EXPECT_EQ(tabs.currentIndex(), 0);
+}
+
+TEST_F(BindingTest, AContainerGoesOutOfSightWithItsControl) {
+    EXPECT_TRUE(find("picPage").isVisible());
+    form.picPage.Left = -20000;
+    frame();
+    EXPECT_FALSE(find("picPage").isVisible());
+}
+
+TEST_F(BindingTest, AProgressBarIsSeenOnlyWhileSomethingGoesOn) {
+    auto& bar = find<QProgressBar>("prgDone");
+    EXPECT_FALSE(bar.isVisible());
+    form.prgDone.start(160);
+    form.prgDone.Value = 40;
+    frame();
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.maximum(), 160);
+    EXPECT_EQ(bar.value(), 40);
+    form.prgDone.stop();
+    frame();
+    EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(BindingTest, FontsOfTheProgramAreInProportionToTheTextsAround) {
+    const int usual = QFontInfo(view().font()).pixelSize();
+    form.btnPress.FontSize = 16;
+    form.btnPress.FontBold = true;
+    frame();
+    EXPECT_EQ(QFontInfo(find("btnPress").font()).pixelSize(), 2 * usual);
+    EXPECT_TRUE(find("btnPress").font().bold());
+    form.btnPress.FontSize = 8;
+    form.btnPress.FontBold = false;
+    frame();
+    EXPECT_EQ(QFontInfo(find("btnPress").font()).pixelSize(), usual);
+    EXPECT_FALSE(find("btnPress").font().bold());
+}
+
 TEST_F(BindingTest, ALampShowsItsPicture) {
     form.imgLamp.Shown = platform::Picture::Green;
     frame();

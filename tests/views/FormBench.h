@@ -5,7 +5,10 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include <gmock/gmock.h>
@@ -32,6 +35,9 @@ public:
             cboList.AddItem(row);
         }
         btnInside.setContainer(&fraGroup);
+        for (const char* tab : {"Fuel", "Ignition"}) {
+            tabPages.addTab(tab);
+        }
     }
 
     void Form_KeyDown(int keyCode, int) override { formKeys.push_back(keyCode); }
@@ -46,6 +52,10 @@ public:
     platform::CommandButton btnInside{*this, "btnInside"};
     platform::Image imgLamp{*this, "imgLamp"};
     platform::PictureBox picPlot{*this, "picPlot"};
+    platform::ControlArray<platform::OptionButton> optChoice{*this, "optChoice", 2};
+    platform::TabStrip tabPages{*this, "tabPages"};
+    platform::PictureBox picPage{*this, "picPage"};
+    platform::ProgressBar prgDone{*this, "prgDone"};
 
     std::vector<int> formKeys;
     bool stays = false;
@@ -77,6 +87,12 @@ public:
         binder().bind(form.btnInside, child<QPushButton>(static_cast<QWidget*>(&group)));
         binder().bind(form.imgLamp, lamp);
         binder().bind(form.picPlot, put(child<PictureView>(self)));
+        for (auto& option : form.optChoice) {
+            binder().bind(option, put(child<QRadioButton>(self)), 'o');
+        }
+        binder().bind(form.tabPages, put(child<QTabBar>(self)));
+        binder().bindContainer(form.picPage, put(child<QWidget>(self)));
+        binder().bind(form.prgDone, put(child<QProgressBar>(self)));
     }
 };
 

@@ -56,8 +56,13 @@ struct Map3DViewTest : ToolBench<maps::Frm3Dmap> {
     void move(QPointF at, Qt::MouseButtons buttons = {}) {
         send(chart(), QMouseEvent(QEvent::MouseMove, at, chart().mapToGlobal(at), Qt::NoButton, buttons, {}));
     }
-    // Over a cell, a little off its middle, where the pieces of a surface meet.
-    void pointAt(int cell) { move(chart().placeOf(cell) + QPointF(1, 1)); }
+    // On a cell: off its middle, where the pieces of a surface meet or end, and towards a cell in the middle of the
+    // map.
+    [[nodiscard]] QPointF on(int cell) const {
+        const QPointF place = chart().placeOf(cell);
+        return place + (chart().placeOf(16 * 5 + 8) - place) * 0.02 + QPointF(0.1, 0.1);
+    }
+    void pointAt(int cell) { move(on(cell)); }
     void drag(QPointF from, QPointF way) {
         send(chart(), QMouseEvent(QEvent::MouseButtonPress, from, chart().mapToGlobal(from), Qt::LeftButton,
                                   Qt::LeftButton, {}));
@@ -121,7 +126,7 @@ TEST_F(Map3DViewTest, TheNameFollowsTheData) {
     frame();
     pointAt(83);
     EXPECT_EQ(cellName(), "2500 RPM,  50 - 60 %:  0");
-    const QPointF at = chart().placeOf(83) + QPointF(1, 1);
+    const QPointF at = on(83);
     tables.IgnMapOut[20] = 10;
     tables.IgnMapOut[83] = 1;
     window.Update3D(2);
@@ -164,13 +169,13 @@ TEST_F(Map3DViewTest, AHiddenViewWaits) {
     static_cast<void>(window.unload());
     settle();
     EXPECT_FALSE(host.viewOf(window)->isVisible());
-    tables.FuelMapOut[83] = 77;
+    tables.FuelMapOut[83] = 130;
     window.Update3D(1);
     EXPECT_FALSE(host.clock().isAwake());
     window.open();
     frame();
     pointAt(83);
-    EXPECT_EQ(cellName(), "2500 RPM,  50 - 60 %:  77");
+    EXPECT_EQ(cellName(), "2500 RPM,  50 - 60 %:  130");
 }
 
 // Half a degree for each pixel.
@@ -263,6 +268,7 @@ TEST_F(Map3DViewTest, ATextThatIsNoNumberStandsOnTheFloor) {
     window.MSChart1.setData("no number");
     window.MSChart1.Refresh();
     frame();
+    find<QRadioButton>("optBars").click();
     pointAt(0);
     EXPECT_EQ(cellName(), "1000 RPM,  0 - 10 %:  no number");
 }
@@ -270,11 +276,10 @@ TEST_F(Map3DViewTest, ATextThatIsNoNumberStandsOnTheFloor) {
 // Row 9 is the highest, 200 of 200: red. Row 0 is at a tenth of it: blue.
 TEST_F(Map3DViewTest, HeightsHaveColours) {
     const QImage picture = chart().grab().toImage();
-    const auto colorOfCell = [&](int cell) {
-        return picture.pixelColor((chart().placeOf(cell) + QPointF(0, 5)).toPoint());
-    };
-    EXPECT_GT(colorOfCell(9 * 16 + 8).red(), colorOfCell(9 * 16 + 8).blue());
-    EXPECT_GT(colorOfCell(8).blue(), colorOfCell(8).red());
+    const QColor high = picture.pixelColor(on(9 * 16 + 8).toPoint());
+    const QColor low = picture.pixelColor(on(8).toPoint());
+    EXPECT_GT(high.red(), high.blue());
+    EXPECT_GT(low.blue(), low.red());
 }
 
 TEST_F(Map3DViewTest, FollowsThePalette) {
@@ -323,9 +328,14 @@ TEST_F(InjScaleViewTest, BothSizesAreTypedAndTheButtonScales) {
 }
 
 TEST_F(InjScaleViewTest, TabGoesFromSizeToSizeToTheButton) {
-    auto* const oldSize = &find<QLineEdit>("txtInjectorOld");
-    EXPECT_EQ(oldSize->nextInFocusChain(), &find<QLineEdit>("txtInjectorNew"));
-    EXPECT_EQ(oldSize->nextInFocusChain()->nextInFocusChain(), &find<QPushButton>("btnInjectorChange"));
+    auto& view = *host.viewOf(window);
+    view.activateWindow();
+    find<QLineEdit>("txtInjectorOld").setFocus();
+    settle();
+    key(*view.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(view.focusWidget(), &find<QLineEdit>("txtInjectorNew"));
+    key(*view.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(view.focusWidget(), &find<QPushButton>("btnInjectorChange"));
 }
 
 }  // namespace

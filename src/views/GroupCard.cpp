@@ -1,0 +1,211 @@
+#include "views/GroupCard.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "views/Caption.h"
+#include "views/Child.h"
+#include "views/DropDown.h"
+#include "views/MainParts.h"
+#include "views/ValueBox.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kRowGap = 6;
+constexpr int kColumnGap = 6;
+constexpr int kCellGap = 3;
+constexpr int kLineColumns = 4;  // name, field, unit, and what is left
+constexpr int kBlockGap = 36;
+
+QWidget* const kNobody = nullptr;
+
+QLabel& makeLabel(const QString& text, QWidget* parent) {
+    auto& label = child<QLabel>(parent, text);
+    label.setTextFormat(Qt::PlainText);
+    return label;
+}
+
+Caption& makeCaption(const QString& text, QWidget* parent) {
+    auto& caption = child<Caption>(parent, text, kNobody);
+    caption.setTextFormat(Qt::PlainText);
+    return caption;
+}
+
+}  // namespace
+
+GroupCard::GroupCard(platform::Frame& frame, Binder& binder, QWidget* parent)
+    : binder_(binder), card_(child<Card>(parent)), rows_(child<QVBoxLayout>(&card_)) {
+    rows_.setSpacing(kRowGap);
+    binder.bind(frame, card_);
+    card_.fitMargins();
+}
+
+QGridLayout& GroupCard::lines() {
+    if (lines_ == nullptr) {
+        lines_ = &child<QGridLayout>(kNobody);
+        lines_->setVerticalSpacing(kRowGap);
+        lines_->setHorizontalSpacing(kColumnGap);
+        lines_->setColumnStretch(kLineColumns - 1, 1);
+        rows_.addLayout(lines_);
+    }
+    return *lines_;
+}
+
+void GroupCard::startColumn() {
+    lines().setColumnStretch(lineColumn_ + kLineColumns - 1, 0);
+    lines().setColumnMinimumWidth(lineColumn_ + kLineColumns - 1, kBlockGap);
+    lineColumn_ += kLineColumns;
+    lines().setColumnStretch(lineColumn_ + kLineColumns - 1, 1);
+    line_ = 0;
+}
+
+void GroupCard::startLines() {
+    lines_ = nullptr;
+    line_ = 0;
+    lineColumn_ = 0;
+}
+
+void GroupCard::addLine(const QString& name, QWidget& field, const QString& spoken) {
+    auto& label = makeLabel(name, &card_);
+    label.setBuddy(&field);
+    field.setAccessibleName(spoken);
+    lines().addWidget(&label, line_, lineColumn_);
+    lines().addWidget(&field, line_, lineColumn_ + 1);
+    ++line_;
+}
+
+void GroupCard::addValue(const QString& name, platform::TextBox& box, int digits, const QString& unit) {
+    auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
+    edit.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    binder_.bind(box, edit);
+    if (!unit.isEmpty()) {
+        lines().addWidget(&makeLabel(unit, &card_), line_, lineColumn_ + 2);
+    }
+    addLine(name, edit, name.isEmpty() ? card_.title() : name);
+}
+
+void GroupCard::addText(const QString& name, platform::TextBox& box) {
+    auto& edit = child<QLineEdit>(static_cast<QWidget*>(&card_));
+    binder_.bind(box, edit);
+    addLine(name, edit, name);
+}
+
+void GroupCard::addChoice(const QString& name, platform::ComboBox& box) {
+    auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
+    list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    binder_.bind(box, list);
+    addLine(name, list, name.isEmpty() ? card_.title() : name);
+}
+
+void GroupCard::addHeads(const QString& word, const QStringList& heads) {
+    heads_ = heads;
+    word_ = word;
+    cells_ = &child<QGridLayout>(kNobody);
+    cells_->setVerticalSpacing(kCellGap);
+    cells_->setHorizontalSpacing(kCellGap);
+    rows_.addLayout(cells_);
+    if (!word.isEmpty()) {
+        cells_->addWidget(&makeCaption(word, &card_), 0, 0);
+    }
+    for (int i = 0; i < heads.size(); ++i) {
+        cells_->addWidget(&makeCaption(heads[i], &card_), 0, i + 1, Qt::AlignHCenter);
+        cells_->setColumnStretch(i + 1, 1);
+    }
+    cellRow_ = 0;
+}
+
+void GroupCard::addCells(const QString& name, const QString& spoken, const std::vector<platform::TextBox*>& boxes,
+                         int digits) {
+    ++cellRow_;
+    if (!name.isEmpty()) {
+        cells_->addWidget(&makeLabel(name, &card_), cellRow_, 0);
+    }
+    int column = 0;
+    for (auto* box : boxes) {
+        auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
+        binder_.bind(*box, edit);
+        edit.setAccessibleName((spoken + u' ' + heads_.value(column) + u' ' + word_).trimmed());
+        cells_->addWidget(&edit, cellRow_, ++column);
+    }
+}
+
+void GroupCard::addCells(const QString& name, const QString& spoken, platform::ControlArray<platform::TextBox>& boxes,
+                         int digits) {
+    std::vector<platform::TextBox*> all;
+    for (auto& box : boxes) {
+        all.push_back(&box);
+    }
+    addCells(name, spoken, all, digits);
+}
+
+void GroupCard::addNote(const QString& text) {
+    rows_.addWidget(&makeCaption(text, &card_));
+}
+
+void GroupCard::addOptions(platform::ControlArray<platform::OptionButton>& options, Qt::Orientation direction) {
+    auto& place = child<QBoxLayout>(
+        kNobody, direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    place.setSpacing(direction == Qt::Horizontal ? 2 * kColumnGap : kRowGap / 2);
+    for (auto& option : options) {
+        auto& radio = child<QRadioButton>(static_cast<QWidget*>(&card_));
+        binder_.bind(option, radio);
+        place.addWidget(&radio);
+    }
+    if (direction == Qt::Horizontal) {
+        place.addStretch(1);
+    }
+    rows_.addLayout(&place);
+}
+
+void GroupCard::addButton(platform::CommandButton& button, char mnemonic) {
+    if (buttons_ == nullptr) {
+        rows_.addStretch(1);
+        buttons_ = &child<QHBoxLayout>(kNobody);
+        buttons_->setSpacing(kColumnGap);
+        buttons_->addStretch(1);
+        rows_.addLayout(buttons_);
+    }
+    auto& push = child<QPushButton>(static_cast<QWidget*>(&card_));
+    binder_.bind(button, push, mnemonic);
+    buttons_->addWidget(&push);
+}
+
+PageRows::PageRows(QWidget* page) : page_(page), rows_(child<QVBoxLayout>(page)) {
+    rows_.setContentsMargins(0, 0, 0, 0);
+    rows_.setSpacing(kSpacing);
+}
+
+void PageRows::add(std::initializer_list<Place> row) {
+    auto& places = child<QHBoxLayout>(kNobody);
+    places.setSpacing(kSpacing);
+    bool shared = false;
+    for (const Place& place : row) {
+        places.addWidget(&place.widget, place.share);
+        shared = shared || place.share > 0;
+    }
+    if (!shared) {
+        places.addStretch(1);
+    }
+    rows_.addLayout(&places);
+}
+
+void PageRows::addNote(const QString& text) {
+    rows_.addWidget(&makeCaption(text, page_));
+}
+
+QStringList thousands(int first, int step, int count) {
+    QStringList texts;
+    for (int i = 0; i < count; ++i) {
+        texts += QString::number((first + i * step) / 1000.0, 'f', 1);
+    }
+    return texts;
+}
+
+QString steppedLegend() {
+    return QStringLiteral("\u00B1  changes by the keys + and -");
+}
+
+}  // namespace korvane::views

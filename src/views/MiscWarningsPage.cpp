@@ -1,0 +1,50 @@
+#include "views/GroupCard.h"
+#include "views/MiscPages.h"
+
+namespace korvane::views {
+
+// The names over the air and the fourth temperature are crossed, as they have always been.
+void fillWarningsPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    const QString measured = QStringLiteral("meas");
+    GroupCard group(window.FrameWarnings, binder, page);
+    group.addNote(QStringLiteral("HUOM arvo 0 poistaa hälytyksen käytöstä."));
+    group.addValue(QStringLiteral("Boost Ignition CUT"), window.txtBoostIgnCut, kByteDigits);
+    group.addValue(QStringLiteral("cold RPM limit, active while choke is ON"), window.txtColdRPMlimit, kWordDigits);
+    group.addValue(QStringLiteral("Water temperature, forced RPM-limiter (2500)"), window.txtWaterWarning, kByteDigits);
+    group.addValue(QStringLiteral("Oil temperature, forced RPM-limiter (2500)"), window.txtOilWarning, kByteDigits);
+    group.addValue(QStringLiteral("Temperature4 Warning"), window.txtAirWarning, kByteDigits);
+    group.addValue(QStringLiteral("Air temperatureWarning"), window.txtTemp4Warning, kByteDigits);
+    group.startColumn();
+    group.addValue(QStringLiteral("Volt1 Warning"), window.txtVolt1Warning, kByteDigits, measured);
+    group.addValue(QStringLiteral("Volt2 Warning"), window.txtVolt2Warning, kByteDigits, measured);
+    group.addValue(QStringLiteral("Volt3 Warning"), window.txtVolt3Warning, kByteDigits, measured);
+    group.addValue(QStringLiteral("Volt4 Warning"), window.txtVolt4Warning, kByteDigits, measured);
+    group.addButton(window.btnSaveWarnings, 's');
+    PageRows rows(page);
+    rows.add({{group.card(), 0}});
+    rows.close();
+}
+
+void fillLaunchPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameLaunch, binder, page);
+    group.addValue(QStringLiteral("Launch control rpm limit"), window.txtLaunchcontrol, kWordDigits,
+                   QStringLiteral("rpm"));
+    group.addChoice(QStringLiteral("Mode"), window.Combolaunchmode);
+    group.addValue(QStringLiteral("Launch stop delay"), window.txtlaunchdelay, kByteDigits);
+    group.addValue(QStringLiteral("Flat shift start delay"), window.txtflatshiftstartdelay, kByteDigits);
+    group.addValue(QStringLiteral("Flat shift stop delay"), window.txtflatshiftstopdelay, kByteDigits);
+    group.startColumn();
+    group.addValue(QStringLiteral("ALS, Fuel enrichment (%)"), window.txtALS_fuel, kScaledDigits);
+    group.addValue(QStringLiteral("ALS, ignition advance  (degrees) after TDC"), window.txtALS_ign_retard,
+                   kScaledDigits);
+    group.addValue(QStringLiteral("Acceleration limiter mode"), window.txtAccelLimiterMode, kByteDigits);
+    group.addValue(QStringLiteral("Acceleration limiter value"), window.txtAccelLimiterValue, kByteDigits);
+    group.addButton(window.btnLaunchHelp, 'p');
+    group.addButton(window.btnSaveALSsettings, 's');
+    PageRows rows(page);
+    rows.add({{group.card(), 0}});
+    rows.addNote(steppedLegend());
+    rows.close();
+}
+
+}  // namespace korvane::views

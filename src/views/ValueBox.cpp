@@ -1,0 +1,74 @@
+#include "views/ValueBox.h"
+
+#include <QEvent>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+#include "views/Palette.h"
+
+namespace korvane::views {
+
+namespace {
+constexpr QChar kMark(0x00B1);  // plus-minus
+constexpr int kMarkLeft = 4;
+constexpr double kMarkScale = 0.85;
+constexpr int kSmallestPixels = 8;
+constexpr double kPaddingOfText = 0.85;
+}  // namespace
+
+ValueBox::ValueBox(int digits, QWidget* parent) : QLineEdit(parent), digits_(digits) {
+    setAlignment(Qt::AlignRight);
+}
+
+QSize ValueBox::sizeHint() const {
+    const QFontMetrics metrics = fontMetrics();
+    const int padding = static_cast<int>(metrics.height() * kPaddingOfText);
+    const int mark = isReadOnly() ? markWidth() : 0;
+    return {metrics.horizontalAdvance(u'0') * digits_ + padding + mark, QLineEdit::sizeHint().height()};
+}
+
+QFont ValueBox::markFont() const {
+    QFont small = font();
+    small.setPixelSize(std::max(static_cast<int>(QFontInfo(font()).pixelSize() * kMarkScale), kSmallestPixels));
+    return small;
+}
+
+int ValueBox::markWidth() const {
+    return QFontMetrics(markFont()).horizontalAdvance(kMark);
+}
+
+void ValueBox::fitMark() {
+    setTextMargins(isReadOnly() ? markWidth() : 0, 0, 0, 0);
+    updateGeometry();
+}
+
+void ValueBox::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::FontChange) {
+        fitMark();
+    }
+}
+
+void ValueBox::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (isReadOnly()) {
+        QPainter painter(this);
+        painter.setFont(markFont());
+        painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+        painter.drawText(rect().adjusted(kMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, QString(kMark));
+    }
+}
+
+// An arrow that has stepped the number must not scroll what the box stands in.
+void ValueBox::keyPressEvent(QKeyEvent* event) {
+    QLineEdit::keyPressEvent(event);
+    if (isReadOnly() && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+        event->accept();
+    }
+}
+
+}  // namespace korvane::views
