@@ -40,6 +40,22 @@ private:
     int& depth_;
 };
 
+// Realtime changes, ticked for as long as it lives; the window may go meanwhile.
+class Realtime {
+public:
+    explicit Realtime(maps::TunedMap*& window) : window_(window) { window_->setOnlineChanges(true); }
+    Realtime(const Realtime&) = delete;
+    Realtime& operator=(const Realtime&) = delete;
+    ~Realtime() {
+        if (window_ != nullptr) {
+            window_->setOnlineChanges(false);
+        }
+    }
+
+private:
+    maps::TunedMap*& window_;
+};
+
 int directionOf(float proposal, float weight) {
     if (weight <= kEnoughWeight) {
         return 0;
@@ -133,7 +149,7 @@ void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
     if (window_ == nullptr) {
         return;
     }
-    window_->setOnlineChanges(true);
+    const Realtime realtime(window_);
     window_->setAgentLamp(platform::Picture::Red);
     if (weight != 0.0F) {
         auto& stats = core::checked(CellStats, cell);
@@ -143,9 +159,6 @@ void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
         for (int turn = 0; turn < std::abs(steps) && window_ != nullptr; ++turn) {
             pressKey(cell, steps > 0 ? platform::kKeyPlus : platform::kKeyMinus);
         }
-    }
-    if (window_ != nullptr) {
-        window_->setOnlineChanges(false);
     }
 }
 
@@ -159,8 +172,9 @@ void clsInjAnalyser::pressKey(int cell, int keyCode) {
 void clsInjAnalyser::logCorrection(int cell, int steps, float weight) {
     const auto& stats = core::checked(CellStats, cell);
     const float cut = std::floor(weight * 100.0F) / 100.0F;
-    SaveControlToFile("INDX " + core::textOf(cell) + " " + core::textOf(steps) + " " + core::textOf(cut) + " " +
-                      core::textOf(stats.RpmOffsetAvg) + " " + core::textOf(stats.LoadOffsetAvg) + " " +
+    const auto number = [this](float value) { return core::withDecimal(core::textOf(value), machine_.decimal); };
+    SaveControlToFile("INDX " + core::textOf(cell) + " " + core::textOf(steps) + " " + number(cut) + " " +
+                      number(stats.RpmOffsetAvg) + " " + number(stats.LoadOffsetAvg) + " " +
                       core::timeText(machine_.pump.wallTime()));
 }
 

@@ -29,6 +29,7 @@ FrmSarn2::FrmSarn2(platform::Machine& machine)
       btnUploadEEPROM(*this, "btnUploadEEPROM"),
       btnDatalogTrend(*this, "btnDatalogTrend"),
       btnTuningHelp(*this, "btnTuningHelp"),
+      prgEeprom(*this, "prgEeprom"),
       Command1(*this, "Command1"),
       Command5(*this, "Command5"),
       Command6(*this, "Command6"),

@@ -19,6 +19,7 @@ public:
     platform::Event<bool&> Unload;  // the argument starts false; true keeps the window open
 
     platform::CommandButton btnKartat, btnAsetukset, btnBackup, btnUploadEEPROM, btnDatalogTrend, btnTuningHelp;
+    platform::ProgressBar prgEeprom;  // of an EEPROM image's backup or upload
     platform::CommandButton Command1, Command5, Command6, Command7, Command8;
 
     platform::Frame FrameValues;                              // around the value labels

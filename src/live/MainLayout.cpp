@@ -50,6 +50,7 @@ void placeButtons(FrmSarn2& window) {
         top += kButton + kGap;
     }
     place(window.FrameOptTest, kGap, top, kColumn, 2 * kButton + 4 * kGap);
+    place(window.prgEeprom, kGap, top + 2 * kButton + 5 * kGap, kColumn, kLine);
     place(window.Command3, kGap, 2 * kGap, kColumn - 2 * kGap, kButton);
     place(window.Command4, kGap, 3 * kGap + kButton, kColumn - 2 * kGap, kButton);
 }

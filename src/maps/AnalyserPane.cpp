@@ -10,8 +10,6 @@ namespace korvane::maps {
 
 namespace {
 
-using platform::CheckBox;
-
 constexpr const char* kDefaultTarget = "12.5";
 constexpr int kLampPlace = 200;  // twips, left and top
 constexpr double kTargetStep = 0.1;
@@ -55,6 +53,7 @@ void AnalyserPane::fillTargets() {
 void AnalyserPane::begin() {
     context_.analyser.ClearTables();
     showFrames_(true);
+    enableMapButtons(false);
     showBoxes(true);
     window_.imgAgentLed.Shown = platform::Picture::Grey;
     window_.imgAgentLed.Left = kLampPlace;
@@ -65,6 +64,7 @@ void AnalyserPane::begin() {
 
 void AnalyserPane::end() {
     showFrames_(false);
+    enableMapButtons(true);
     showBoxes(false);
     window_.chkUseTuningAgent.Value = 0;
     context_.analyser.setAgentEnable(false);
@@ -77,6 +77,13 @@ void AnalyserPane::showBoxes(bool shown) {
     window_.chkUseTuningAgent.Visible = shown;
     window_.chkSimplemode.Visible = shown;
     window_.imgAgentLed.Visible = shown;
+}
+
+// When the analyser goes all four come back, also what the ECU does not offer.
+void AnalyserPane::enableMapButtons(bool enabled) {
+    for (auto* button : {&window_.btnReadIgn, &window_.btnWriteIgn, &window_.btnReadPWM, &window_.btnSavePWM}) {
+        button->Enabled = enabled;
+    }
 }
 
 void AnalyserPane::enableFiles(bool enabled) {

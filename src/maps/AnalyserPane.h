@@ -23,6 +23,7 @@ private:
     void begin();
     void end();
     void showBoxes(bool shown);
+    void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
     void showTarget(platform::TextBox& box);
     void showMean(platform::TextBox& box, int cell);

@@ -8,12 +8,13 @@
 
 namespace korvane::maps {
 
-// The open map window, as the analyser and its agent act on it.
+// The open map window, as the analyser and its agent act on it. The analyser has more cells than any window: a cell
+// that the window has not got is passed over.
 class TunedMap {
 public:
     virtual ~TunedMap() = default;
 
-    // The tool-tip of txtInjAnalys(cell). RuntimeError 9 for a cell that the window has not got.
+    // The tool-tip of txtInjAnalys(cell).
     virtual void setSetpointToolTip(int cell, std::string_view text) = 0;
     virtual void setOnlineChanges(bool ticked) = 0;  // chkOnlineChanges
     virtual void setAgentLamp(platform::Picture lamp) = 0;

@@ -58,16 +58,12 @@ void FrmMaps::chkShowPwm_Click() {
     chkInjAnal.Enabled = !shown;
 }
 
-// The analyser takes the place of the ignition grid. When it leaves, all five come back, also what the ECU does not
-// offer.
+// The analyser takes the place of the ignition grid.
 void FrmMaps::showAnalyserPane(bool shown) {
     FrameInjAnalys.Left = shown ? 0 : kAway;
     FrameIgn.Left = shown ? kAway : 0;
     FramePWM.Left = shown || chkShowPwm.Value == 0 ? kAway : 0;
-    for (platform::Control* control :
-         std::initializer_list<platform::Control*>{&btnReadIgn, &btnWriteIgn, &btnReadPWM, &btnSavePWM, &chkShowPwm}) {
-        control->Enabled = !shown;
-    }
+    chkShowPwm.Enabled = !shown;
 }
 
 // The fuel box wins when both are ticked.

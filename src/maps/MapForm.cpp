@@ -115,7 +115,9 @@ void MapForm::LoadMisc(bool skipTimer) {
 
 void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);
-    editing_.fuelKeyDown(cell, keyCode, shift);
+    if (cell >= 0 && cell < fuel.geometry.cells()) {
+        editing_.fuelKeyDown(cell, keyCode, shift);
+    }
 }
 
 // Of the EEPROM's words only the two limits stand in the window.
@@ -157,7 +159,9 @@ void MapForm::clearTrace() {
 }
 
 void MapForm::setSetpointToolTip(int cell, std::string_view text) {
-    analys(cell).ToolTipText = text;
+    if (cell >= 0 && cell < analys.geometry.cells()) {
+        analys(cell).ToolTipText = text;
+    }
 }
 
 void MapForm::focusOn(MapGrid& grid) {

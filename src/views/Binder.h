@@ -12,6 +12,7 @@
 #include "live/SarnMeter.h"
 #include "platform/Chart.h"
 #include "platform/Controls.h"
+#include "platform/ListView.h"
 #include "platform/PictureBox.h"
 #include "platform/Window.h"
 #include "views/Binding.h"
@@ -37,6 +38,7 @@ class Dial;
 class DropDown;
 class Gauge;
 class Lamp;
+class ListTable;
 class MapGridView;
 class PictureView;
 class Readout;
@@ -61,6 +63,7 @@ public:
     void bind(platform::TabStrip& strip, QTabBar& widget);
     void bind(platform::ProgressBar& bar, QProgressBar& widget);
     void bind(platform::ComboBox& box, DropDown& widget);
+    void bind(platform::ListView& list, ListTable& widget);
     void bind(platform::TextBox& box, QLineEdit& widget);
     void bind(platform::Frame& frame, QGroupBox& widget);
     void bind(platform::Image& image, Lamp& widget);

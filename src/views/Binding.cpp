@@ -19,6 +19,15 @@ constexpr int kTwipsPerPixel = 15;
 // A control further left than this has been moved away, which is how pages and panes are hidden.
 constexpr int kOutOfView = -3000;
 constexpr int kUsualFontSize = 8;  // points, of all controls by design
+constexpr double kLegible = 4.5;   // the least contrast for a text of usual size
+
+// What can be read on `ground`: `usual` if that will do.
+QColor legibleOn(const QColor& ground, const QColor& usual) {
+    if (contrast(ground, usual) >= kLegible) {
+        return usual;
+    }
+    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
+}
 
 }  // namespace
 
@@ -106,6 +115,8 @@ void Binding::showColors() {
     }
     if (!usualFore) {
         palette.setColor(where.fore, colorOf(control_.ForeColor, QPalette()));
+    } else if (!usualBack && !platform::isSystemColor(control_.BackColor)) {
+        palette.setColor(where.fore, legibleOn(palette.color(where.back), QPalette().color(where.fore)));
     }
     widget_.setPalette(palette);
 }

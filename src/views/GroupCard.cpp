@@ -1,8 +1,10 @@
 #include "views/GroupCard.h"
 
 #include <QLabel>
-#include <QPushButton>
+#include <QLineEdit>
 #include <QRadioButton>
+
+#include <algorithm>
 
 #include "views/Caption.h"
 #include "views/Child.h"
@@ -17,10 +19,25 @@ namespace {
 constexpr int kRowGap = 6;
 constexpr int kColumnGap = 6;
 constexpr int kCellGap = 3;
-constexpr int kLineColumns = 4;  // name, field, unit, and what is left
+constexpr int kLineColumns = 3;         // name, field, and what is left
+constexpr double kButtonPadding = 1.6;  // of the text's height
+constexpr int kManyCells = 10;          // share the card's width; fewer stand close together
 constexpr int kBlockGap = 36;
 
 QWidget* const kNobody = nullptr;
+
+class Command : public QPushButton {
+public:
+    explicit Command(QWidget* parent) : QPushButton(parent) {}
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const QSize usual = QPushButton::sizeHint();
+        const int words = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+        const int padding = static_cast<int>(fontMetrics().height() * kButtonPadding);
+        return {std::max(usual.width(), words + padding), usual.height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
 
 QLabel& makeLabel(const QString& text, QWidget* parent) {
     auto& label = child<QLabel>(parent, text);
@@ -36,9 +53,16 @@ Caption& makeCaption(const QString& text, QWidget* parent) {
 
 }  // namespace
 
+QPushButton& makeCommand(platform::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
+    auto& push = child<Command>(parent);
+    binder.bind(button, push, mnemonic);
+    return push;
+}
+
 GroupCard::GroupCard(platform::Frame& frame, Binder& binder, QWidget* parent)
     : binder_(binder), card_(child<Card>(parent)), rows_(child<QVBoxLayout>(&card_)) {
     rows_.setSpacing(kRowGap);
+    rows_.addStretch(1);
     binder.bind(frame, card_);
     card_.fitMargins();
 }
@@ -49,7 +73,7 @@ QGridLayout& GroupCard::lines() {
         lines_->setVerticalSpacing(kRowGap);
         lines_->setHorizontalSpacing(kColumnGap);
         lines_->setColumnStretch(kLineColumns - 1, 1);
-        rows_.addLayout(lines_);
+        add(*lines_);
     }
     return *lines_;
 }
@@ -68,36 +92,41 @@ void GroupCard::startLines() {
     lineColumn_ = 0;
 }
 
-void GroupCard::addLine(const QString& name, QWidget& field, const QString& spoken) {
+void GroupCard::addName(const QString& name, QWidget& field) {
     auto& label = makeLabel(name, &card_);
     label.setBuddy(&field);
-    field.setAccessibleName(spoken);
+    field.setAccessibleName(name);
     lines().addWidget(&label, line_, lineColumn_);
-    lines().addWidget(&field, line_, lineColumn_ + 1);
-    ++line_;
 }
 
 void GroupCard::addValue(const QString& name, platform::TextBox& box, int digits, const QString& unit) {
     auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
     edit.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     binder_.bind(box, edit);
+    addName(name, edit);
+    auto& field = child<QHBoxLayout>(kNobody);
+    field.setSpacing(kColumnGap);
+    field.addWidget(&edit);
     if (!unit.isEmpty()) {
-        lines().addWidget(&makeLabel(unit, &card_), line_, lineColumn_ + 2);
+        field.addWidget(&makeLabel(unit, &card_));
     }
-    addLine(name, edit, name.isEmpty() ? card_.title() : name);
+    field.addStretch(1);
+    lines().addLayout(&field, line_++, lineColumn_ + 1);
 }
 
 void GroupCard::addText(const QString& name, platform::TextBox& box) {
     auto& edit = child<QLineEdit>(static_cast<QWidget*>(&card_));
     binder_.bind(box, edit);
-    addLine(name, edit, name);
+    addName(name, edit);
+    lines().addWidget(&edit, line_++, lineColumn_ + 1, 1, 2);
 }
 
 void GroupCard::addChoice(const QString& name, platform::ComboBox& box) {
     auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
     list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     binder_.bind(box, list);
-    addLine(name, list, name.isEmpty() ? card_.title() : name);
+    addName(name, list);
+    lines().addWidget(&list, line_++, lineColumn_ + 1);
 }
 
 void GroupCard::addHeads(const QString& word, const QStringList& heads) {
@@ -106,14 +135,15 @@ void GroupCard::addHeads(const QString& word, const QStringList& heads) {
     cells_ = &child<QGridLayout>(kNobody);
     cells_->setVerticalSpacing(kCellGap);
     cells_->setHorizontalSpacing(kCellGap);
-    rows_.addLayout(cells_);
+    add(*cells_);
     if (!word.isEmpty()) {
         cells_->addWidget(&makeCaption(word, &card_), 0, 0);
     }
     for (int i = 0; i < heads.size(); ++i) {
         cells_->addWidget(&makeCaption(heads[i], &card_), 0, i + 1, Qt::AlignHCenter);
-        cells_->setColumnStretch(i + 1, 1);
+        cells_->setColumnStretch(i + 1, heads.size() < kManyCells ? 0 : 1);
     }
+    cells_->setColumnStretch(static_cast<int>(heads.size()) + 1, heads.size() < kManyCells ? 1 : 0);
     cellRow_ = 0;
 }
 
@@ -121,11 +151,14 @@ void GroupCard::addCells(const QString& name, const QString& spoken, const std::
                          int digits) {
     ++cellRow_;
     if (!name.isEmpty()) {
-        cells_->addWidget(&makeLabel(name, &card_), cellRow_, 0);
+        auto& label = makeLabel(name, &card_);
+        label.setContentsMargins(0, 0, kColumnGap, 0);
+        cells_->addWidget(&label, cellRow_, 0);
     }
     int column = 0;
     for (auto* box : boxes) {
         auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
+        edit.setAlignment(Qt::AlignCenter);
         binder_.bind(*box, edit);
         edit.setAccessibleName((spoken + u' ' + heads_.value(column) + u' ' + word_).trimmed());
         cells_->addWidget(&edit, cellRow_, ++column);
@@ -142,12 +175,12 @@ void GroupCard::addCells(const QString& name, const QString& spoken, platform::C
 }
 
 void GroupCard::addNote(const QString& text) {
-    rows_.addWidget(&makeCaption(text, &card_));
+    add(makeCaption(text, &card_));
 }
 
 void GroupCard::addOptions(platform::ControlArray<platform::OptionButton>& options, Qt::Orientation direction) {
-    auto& place = child<QBoxLayout>(
-        kNobody, direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    auto& place =
+        child<QBoxLayout>(kNobody, direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     place.setSpacing(direction == Qt::Horizontal ? 2 * kColumnGap : kRowGap / 2);
     for (auto& option : options) {
         auto& radio = child<QRadioButton>(static_cast<QWidget*>(&card_));
@@ -157,20 +190,17 @@ void GroupCard::addOptions(platform::ControlArray<platform::OptionButton>& optio
     if (direction == Qt::Horizontal) {
         place.addStretch(1);
     }
-    rows_.addLayout(&place);
+    add(place);
 }
 
 void GroupCard::addButton(platform::CommandButton& button, char mnemonic) {
     if (buttons_ == nullptr) {
-        rows_.addStretch(1);
         buttons_ = &child<QHBoxLayout>(kNobody);
         buttons_->setSpacing(kColumnGap);
         buttons_->addStretch(1);
         rows_.addLayout(buttons_);
     }
-    auto& push = child<QPushButton>(static_cast<QWidget*>(&card_));
-    binder_.bind(button, push, mnemonic);
-    buttons_->addWidget(&push);
+    buttons_->addWidget(&makeCommand(button, mnemonic, binder_, &card_));
 }
 
 PageRows::PageRows(QWidget* page) : page_(page), rows_(child<QVBoxLayout>(page)) {

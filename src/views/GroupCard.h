@@ -3,6 +3,7 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <QString>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -18,6 +19,9 @@ namespace korvane::views {
 inline constexpr int kByteDigits = 3;
 inline constexpr int kWordDigits = 5;
 inline constexpr int kScaledDigits = 6;  // "2.7778"
+
+// A button whose caption has air around it.
+[[nodiscard]] QPushButton& makeCommand(platform::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent);
 
 class GroupCard {
 public:
@@ -43,14 +47,16 @@ public:
 
     void addNote(const QString& text);
     void addOptions(platform::ControlArray<platform::OptionButton>& options, Qt::Orientation direction);
-    void add(QWidget& widget) { rows_.addWidget(&widget); }
-    void add(QLayout& layout) { rows_.addLayout(&layout); }
+    void add(QWidget& widget) { rows_.insertWidget(end(), &widget); }
+    void add(QLayout& layout) { rows_.insertLayout(end(), &layout); }
     // At the lower right; several stand side by side.
     void addButton(platform::CommandButton& button, char mnemonic);
 
 private:
-    void addLine(const QString& name, QWidget& field, const QString& spoken);
+    // Behind what has been added, above the free room and the buttons.
+    [[nodiscard]] int end() const { return rows_.count() - (buttons_ != nullptr ? 2 : 1); }
     QGridLayout& lines();
+    void addName(const QString& name, QWidget& field);
 
     Binder& binder_;
     Card& card_;

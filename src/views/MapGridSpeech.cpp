@@ -103,6 +103,7 @@ public:
         }
         auto& id = cells_[static_cast<std::size_t>(cell)];
         if (id == 0) {
+            // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
             id = QAccessible::registerAccessibleInterface(std::make_unique<SpokenCell>(grid_, cell).release());
         }
         return QAccessible::accessibleInterface(id);

@@ -11,8 +11,7 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{105, 56};     // text sizes
-constexpr QSizeF kFirstSize{98, 53};  // of a window that has not said how large it is
+constexpr QSizeF kUsual{105, 56};  // text sizes
 
 template <class Layout, class Parent>
 Layout& layoutIn(Parent* parent) {
@@ -40,7 +39,6 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     rows.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);
     columns.addLayout(&right_);
-    resize((kFirstSize * QFontInfo(font()).pixelSize()).toSize());
 }
 
 void MapsView::addLowerCards() {

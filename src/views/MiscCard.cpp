@@ -118,6 +118,7 @@ Card& makeMiscCard(maps::MapControls& window, Binder& binder, QWidget* parent) {
     rows.addLayout(&makeNumbers(window, binder, inside));
     rows.addLayout(&makeBits(window, binder, inside));
     rows.addWidget(&makeOpenTime(window, binder, inside));
+    rows.addStretch(1);
     card.fitMargins();
     return card;
 }

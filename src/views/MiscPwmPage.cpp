@@ -1,5 +1,3 @@
-#include <QPushButton>
-
 #include "views/Child.h"
 #include "views/GroupCard.h"
 #include "views/MainParts.h"
@@ -24,9 +22,7 @@ Card& makeOutputs(settings::MiscControls& window, Binder& binder, QWidget* page)
     grid.setSpacing(kSpacing);
     grid.addWidget(&makeOutput(window.FramePWM1, window.OptionPWM1, binder, inside), 0, 0);
     grid.addWidget(&makeOutput(window.FramePWM2, window.OptionPWM2, binder, inside), 0, 1);
-    auto& save = child<QPushButton>(inside);
-    binder.bind(window.btnPWMmode, save, 's');
-    grid.addWidget(&save, 1, 1, Qt::AlignRight);
+    grid.addWidget(&makeCommand(window.btnPWMmode, 's', binder, inside), 1, 1, Qt::AlignRight);
     card.fitMargins();
     return card;
 }

@@ -1,7 +1,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "views/Child.h"
@@ -24,12 +23,10 @@ Card& makeMapSensor(settings::MiscControls& window, Binder& binder, QWidget* pag
 void addEnd(GroupCard& group, QGridLayout& grid, platform::CommandButton& button, char mnemonic, platform::Label& value,
             Binder& binder) {
     QWidget* const parent = &group.card();
-    auto& push = child<QPushButton>(parent);
     auto& shown = child<QLabel>(parent);
-    binder.bind(button, push, mnemonic);
     binder.bind(value, shown);
     const int row = grid.rowCount();
-    grid.addWidget(&push, row, 0);
+    grid.addWidget(&makeCommand(button, mnemonic, binder, parent), row, 0);
     grid.addWidget(&shown, row, 1);
 }
 
@@ -47,9 +44,11 @@ Card& makeThrottle(settings::MiscControls& window, Binder& binder, QWidget* page
 Card& makeTemperature(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameNTC, binder, page);
     group.addHeads({}, {"NTC1, water", "NTC2, air", "NTC3, oil", "NTC4", "Multiplier"});
-    group.addCells({}, {}, {&window.txtNTC1, &window.txtNTC2, &window.txtNTC3, &window.txtNTC4, &window.txtNTCMultiplier},
-                   kByteDigits);
-    group.addNote(QStringLiteral("Measure the sensor at 25 C and enter ten times the value: 2.2 kOhm is entered as 22"));
+    group.addCells({}, {},
+                   {&window.txtNTC1, &window.txtNTC2, &window.txtNTC3, &window.txtNTC4, &window.txtNTCMultiplier},
+                   kWordDigits);
+    group.addNote(QStringLiteral("Measure the sensor at 25 C and enter ten times the value:"));
+    group.addNote(QStringLiteral("2.2 kOhm is entered as 22"));
     group.addButton(window.btnSaveNTCCal, 's');
     return group.card();
 }

@@ -18,16 +18,10 @@ namespace {
 
 constexpr int kGap = 6;
 constexpr int kNumberDigits = 7;
-constexpr int kListShare = 2;
-constexpr int kToolShare = 3;
+constexpr int kListShare = 1;
+constexpr int kToolShare = 1;
 
 QWidget* const kNobody = nullptr;
-
-QPushButton& makeButton(platform::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& push = child<QPushButton>(parent);
-    binder.bind(button, push, mnemonic);
-    return push;
-}
 
 // A text in whose gap one box stands, and another behind it.
 QLayout& makePair(const QString& text, platform::TextBox& inGap, const QString& gapName, platform::TextBox& behind,
@@ -69,10 +63,11 @@ Card& makeRawTools(settings::MiscControls& window, Binder& binder, QWidget* page
                        window.TextArvo, QStringLiteral("arvo"), binder, inside));
     auto& grid = child<QGridLayout>(kNobody);
     grid.setSpacing(kGap);
-    grid.addWidget(&makeButton(window.Command2, 'r', binder, inside), 0, 0);
-    grid.addWidget(&makeButton(window.Command1, 'w', binder, inside), 0, 1);
-    grid.addWidget(&makeButton(window.btnEEread16bit, '1', binder, inside), 1, 0);
-    grid.addWidget(&makeButton(window.btnWriteEE16bit, '6', binder, inside), 1, 1);
+    grid.setColumnStretch(2, 1);
+    grid.addWidget(&makeCommand(window.Command2, 'r', binder, inside), 0, 0);
+    grid.addWidget(&makeCommand(window.Command1, 'w', binder, inside), 0, 1);
+    grid.addWidget(&makeCommand(window.btnEEread16bit, '1', binder, inside), 1, 0);
+    grid.addWidget(&makeCommand(window.btnWriteEE16bit, '6', binder, inside), 1, 1);
     group.add(grid);
     return group.card();
 }
@@ -86,7 +81,7 @@ Card& makeProgramSettings(settings::MiscControls& window, Binder& binder, QWidge
     offset.addOptions(window.opt_injofftype, Qt::Horizontal);
     rows.addWidget(&offset.card());
     rows.addStretch(1);
-    rows.addWidget(&makeButton(window.Command3, 'g', binder, inside), 0, Qt::AlignRight);
+    rows.addWidget(&makeCommand(window.Command3, 'g', binder, inside), 0, Qt::AlignRight);
     card.fitMargins();
     return card;
 }

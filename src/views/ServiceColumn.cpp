@@ -1,5 +1,6 @@
 #include <QEvent>
 #include <QGridLayout>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -155,6 +156,9 @@ Card& makeService(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Group group(QStringLiteral("Service"), binder, parent);
     group.add(window.btnBackup, 'b');
     group.add(window.btnUploadEEPROM, 'u');
+    auto& progress = child<QProgressBar>(static_cast<QWidget*>(&group.card()));
+    binder.bind(window.prgEeprom, progress);
+    group.add(progress);
     group.add(window.Command2, 'd');
     Group test(QString(), binder, &group.card());
     binder.bind(window.FrameOptTest, test.card());

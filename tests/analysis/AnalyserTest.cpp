@@ -104,6 +104,8 @@ TEST_F(AnalyserTest, Cell320IsTheLast) {
 
 TEST_F(AnalyserTest, WhatASingleCantHoldIsAnOverflow) {
     EXPECT_EQ(errorOf([&] { analyser_.addValues(3e38F, 5, 3000.0F, 0.2F); }), 6);
+    EXPECT_EQ(analyser_.SquareSum[5], 0.0F) << "the square, which does not fit, is not stored";
+    EXPECT_EQ(analyser_.SampleCount[5], 1.0F) << "what came before it is";
     EXPECT_EQ(errorOf([&] { analyser_.addValues(NAN, 6, 3000.0F, 0.2F); }), 6);
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -109,6 +110,19 @@ TEST_F(TuningAgentTest, WritesALineForEachCorrection) {
     EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"), "INDX 20 1 21 100 -0.5 12:00:00\r\n");
 }
 
+// 41 * 0.5625 = 23.0625, cut downwards also below zero.
+TEST_F(TuningAgentTest, CorrectionsOfOneMinuteShareAFile) {
+    analyser_.setSimpleMode(true);
+    gather(20, 41, 13.0625F);
+    analyser_.CellStats[20].LoadOffsetAvg = 0.0F;
+    gather(40, 41, 11.9375F);
+    analyser_.CellStats[40].LoadOffsetAvg = 0.0F;
+    analyser_.CorrectAllCells();
+    EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"),
+              "INDX 20 1 23.06 0 0 12:00:00\r\n"
+              "INDX 40 -1 -23.07 0 0 12:00:00\r\n");
+}
+
 TEST_F(TuningAgentTest, ALogThatCantBeWrittenIsToldAndStopsNothing) {
     std::filesystem::create_directory(machine_.folder / "FuelTuner12_00.txt");
     gather(20, 41, 13.0F);
@@ -175,11 +189,15 @@ TEST_F(TuningAgentTest, BetweenTwoRowsTheOneBelowFollows) {
     EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 36 187 0"));
 }
 
-// Row 19 of the arithmetic is the last: 305 + 16 is beyond 319.
+// Row 19 of the arithmetic is the last: 304 + 16 is beyond 319, 303 + 16 is not.
 TEST_F(TuningAgentTest, TheLastRowPassesItsShareToNobody) {
-    gather(305, 41, 13.0F, 0.0F, 0.08F);
+    gather(304, 41, 13.0F, 10.0F, 0.08F);
     analyser_.CorrectAllCells();
-    EXPECT_THAT(keys(), ElementsAre("key 305 187 0"));
+    EXPECT_THAT(keys(), ElementsAre("key 304 187 0"));
+    window_.journal.clear();
+    gather(303, 41, 13.0F, 0.0F, 0.08F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 303 187 0", "key 319 187 0"));
 }
 
 TEST_F(TuningAgentTest, ANeighbourWithDataOfItsOwnLosesThem) {
@@ -228,6 +246,21 @@ TEST_F(TuningAgentTest, LooksInsideEachOthersWaitsEnd) {
     analyser_.setAgentEnable(true);
     machine_.pump.wait(60'000);
     EXPECT_EQ(keys().size(), 150U);
+}
+
+// 150 corrections of 50 ms each last from 300 to 7800 ms: by 7400 ms 24 ticks have come.
+TEST_F(TuningAgentTest, NoMoreThanTwentyLooksRunInsideEachOther) {
+    analyser_.setSimpleMode(true);
+    for (int cell = 0; cell < 150; ++cell) {
+        gather(cell, 100, 14.0F, 50.0F);
+    }
+    std::ptrdiff_t looks = 0;
+    const auto alarm = machine_.pump.makeAlarm(
+        [&] { looks = std::count(window_.lamps.begin(), window_.lamps.end(), std::string("green")); });
+    alarm->callAt(7'400'000);
+    analyser_.setAgentEnable(true);
+    machine_.pump.wait(10'000);
+    EXPECT_EQ(looks, 20);
 }
 
 TEST_F(TuningAgentTest, AnOverflowEndsTheTickAndTheNextOneComes) {
@@ -300,6 +333,32 @@ TEST_F(SmoothingTest, DownTheColumnsFuelRises) {
     EXPECT_EQ(map(68), 80);
 }
 
+// Column 4 meets half-way: half of 8. The same step from column 5 to 6 makes them equal.
+TEST_F(SmoothingTest, ColumnFourIsTheLastLowOne) {
+    map(52) = 68 + 8;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(53), 72);
+    map(85) = 80 + 8;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(86), 88);
+}
+
+// Column 14 is compared downwards; the row above it is kept from following.
+TEST_F(SmoothingTest, RowOneIsTheLastThatMeetsHalfWay) {
+    map(14) = 50 + 11;  // 5 above row 1 at 56 stays
+    map(31) = 56 + 5;   // keeps its row level
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(30), 56);
+    map(30) = 62 + 6;  // row 1, 6 above row 2: half of 6
+    map(31) = 62 + 5;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(46), 65);
+    map(46) = 68 + 1;  // row 2, 1 above row 3 at 68
+    map(47) = 68;
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(62), 74);
+}
+
 TEST_F(SmoothingTest, TheLastColumnAndTheLastRowsAreNoStartingPoints) {
     map(15) = 200;   // column 15 of row 0: nothing right of it, and columns end at 14
     map(144) = 200;  // row 9
@@ -312,14 +371,16 @@ TEST_F(SmoothingTest, TheLastColumnAndTheLastRowsAreNoStartingPoints) {
 TEST_F(SmoothingTest, EachChangedCellIsSent) {
     main_.MSComm1.Settings = "57600,N,8,1";
     main_.MSComm1.setPortOpen(true);
-    map(48) = 74;
+    map(48) = 74;    // column 1 follows
+    map(142) = 106;  // column 14 of row 8: row 9, at 104, gets 5 more than it
+    map(143) = 104;
     analyser_.SmoothFuelMap();
     machine_.pump.wait(100);
     Bytes bytes;
     for (const auto& arrival : machine_.recorder.arrivals) {
         bytes.push_back(arrival.byte);
     }
-    EXPECT_THAT(bytes, ElementsAre('g', 49, 49, 71, 71, 0x98));
+    EXPECT_THAT(bytes, ElementsAre('g', 49, 49, 71, 71, 0x98, 'g', 158, 158, 111, 111, 0x98));
 }
 
 }  // namespace

@@ -1,0 +1,240 @@
+#include "live/EepromImage.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "core/TableFile.h"
+#include "core/TimeText.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/Machine.h"
+#include "platform/Texts.h"
+
+namespace korvane::live {
+
+namespace {
+
+constexpr int kLastTens = 100;  // a pass goes over tens from 0 to 100, and over 0 to 10 from each of them
+constexpr int kLastStep = 10;
+constexpr int kLastChecked = 1000;
+constexpr int kBytePause = 125;  // ms: an EEPROM write in the ECU has ended, and the reply of a read has come
+constexpr int kEdgePause = 100;
+constexpr int kOldestReply = 240;         // seconds
+constexpr std::size_t kTableSize = 1050;  // lines of a file that are looked at, from index 1 on
+
+constexpr std::string_view kDigits = "0123456789";
+
+// What stands still during a transfer.
+class Quiet {
+public:
+    Quiet(FrmSarn2& window, bool pollAfterwards) : window_(window), pollAfterwards_(pollAfterwards) {
+        window.TimerRequestData.Enabled = false;
+        enableButtons(false);
+        window.prgEeprom.start(kLastTens + 1);
+    }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+    ~Quiet() {
+        window_.prgEeprom.stop();
+        enableButtons(true);
+        window_.TimerRequestData.Enabled = pollAfterwards_;
+    }
+
+private:
+    void enableButtons(bool enabled) {
+        for (auto* button : {&window_.btnKartat, &window_.btnAsetukset, &window_.btnBackup, &window_.btnUploadEEPROM}) {
+            button->Enabled = enabled;
+        }
+    }
+
+    FrmSarn2& window_;
+    bool pollAfterwards_;
+};
+
+// Passes boxes on and notes whether there was one.
+class NotingDialogs : public platform::Dialogs {
+public:
+    explicit NotingDialogs(platform::Dialogs& dialogs) : dialogs_(dialogs) {}
+
+    void show(const platform::MessageBox& box) override {
+        shown_ = true;
+        dialogs_.show(box);
+    }
+    [[nodiscard]] std::string choose(const platform::FileDialog& dialog) override { return dialogs_.choose(dialog); }
+    [[nodiscard]] bool shown() const { return shown_; }
+
+private:
+    platform::Dialogs& dialogs_;
+    bool shown_ = false;
+};
+
+// The number in plain digits, from 0 to `highest`; nothing for any other text.
+std::optional<int> wholeNumber(std::string_view digits, int highest) {
+    if (digits.empty() || digits.find_first_not_of(kDigits) != std::string_view::npos) {
+        return {};
+    }
+    const double number = core::val(digits);
+    return number <= highest ? std::optional(core::toInt32(number)) : std::nullopt;
+}
+
+std::optional<std::uint8_t> byteOf(std::string_view line) {
+    const auto number = wholeNumber(platform::trimmed(line), 255);
+    return number ? std::optional(core::toByte(*number)) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<int> secondsSince(std::string_view time, const platform::WallTime& now) {
+    constexpr int kDay = 24 * 60 * 60;
+    if (time.size() != 8 || time[2] != ':' || time[5] != ':') {
+        return {};
+    }
+    const auto hour = wholeNumber(time.substr(0, 2), 23);
+    const auto minute = wholeNumber(time.substr(3, 2), 59);
+    const auto second = wholeNumber(time.substr(6, 2), 59);
+    if (!hour || !minute || !second) {
+        return {};
+    }
+    const int passed = ((now.hour - *hour) * 60 + now.minute - *minute) * 60 + now.second - *second;
+    return passed < 0 ? passed + kDay : passed;
+}
+
+EepromImage::EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom)
+    : window_(window), tables_(tables), eeprom_(eeprom) {
+    window.btnBackup.Click = [this] { backup(); };
+    window.btnUploadEEPROM.Click = [this] { upload(); };
+}
+
+void EepromImage::backup() {
+    bool complete = false;
+    {
+        const Quiet quiet(window_, true);
+        if (!readAll()) {
+            return;
+        }
+        complete = readLately();
+        window_.btnBackup.Caption = "BackUp EEPROM";
+    }
+    if (complete) {
+        save();
+    } else {
+        tell(" EEPROM read error. Save not possible ", platform::MessageIcon::Exclamation);
+    }
+}
+
+bool EepromImage::readAll() {
+    pause();
+    const bool whole = pass(window_.btnBackup, [this](int address) {
+        send([&] { eeprom_.ReadEE(core::toInt16(address)); });
+        return true;
+    });
+    if (whole) {
+        pause();
+    }
+    return whole && window_.isLoaded();
+}
+
+template <class Transfer>
+bool EepromImage::pass(platform::CommandButton& button, Transfer&& transfer) {
+    auto& pump = window_.machine().pump;
+    for (int tens = 0; tens <= kLastTens; ++tens) {
+        for (int step = 0; step <= kLastStep; ++step) {
+            if (!window_.isLoaded() || !transfer(tens * 10 + step)) {
+                return false;
+            }
+            pump.wait(kBytePause);
+        }
+        button.Caption = core::textOf(tens) + "%";
+        window_.prgEeprom.Value = tens + 1;
+        pump.pump();
+    }
+    return true;
+}
+
+// The device may go between two bytes of a frame. The tuner has been told by then, and the rest is that of a closed
+// port.
+template <class Frame>
+void EepromImage::send(Frame&& frame) {
+    try {
+        frame();
+    } catch (const platform::RuntimeError&) {
+        if (window_.MSComm1.PortOpen()) {
+            throw;
+        }
+    }
+}
+
+void EepromImage::pause() {
+    auto& pump = window_.machine().pump;
+    pump.pump();
+    pump.wait(kEdgePause);
+    pump.pump();
+}
+
+bool EepromImage::readLately() const {
+    const auto now = window_.machine().pump.wallTime();
+    const auto checked = std::span(tables_.EETime).first(kLastChecked + 1);
+    return std::all_of(checked.begin(), checked.end(), [&](const std::string& time) {
+        const auto age = secondsSince(time, now);
+        return age && *age <= kOldestReply;
+    });
+}
+
+// The writer leaves the last element out, so the table is one longer than the image.
+void EepromImage::save() {
+    const auto& machine = window_.machine();
+    const auto path = machine.folder / ("EEPROM_" + core::timeFileText(machine.pump.wallTime()) + ".txt");
+    std::vector<std::uint8_t> table(tables_.EEImage.begin(), tables_.EEImage.end());
+    table.push_back(0);
+    NotingDialogs dialogs(machine.dialogs);
+    core::SaveByteTable(path, table, dialogs);
+    if (!dialogs.shown()) {
+        tell(" EEPROM saved to file \r\n" + path.string(), platform::MessageIcon::Information);
+    }
+}
+
+void EepromImage::upload() {
+    const std::string path = window_.machine().dialogs.choose(
+        {platform::FileDialog::Kind::Open, "Open EEPROM file", "All Files (*.txt)|*.txt"});
+    if (path.empty()) {
+        return;
+    }
+    std::array<std::string, kTableSize> lines;
+    // A file with more lines than an upload takes is as good as any: a backup is longer.
+    const auto load = core::LoadTextTable(path, lines);
+    if (load.error != 0 && load.error != platform::kErrorSubscript) {
+        tell("The EEPROM file can't be read:\r\n" + path, platform::MessageIcon::Exclamation);
+        return;
+    }
+    if (const auto line = writeAll(std::span(lines).first(static_cast<std::size_t>(load.lastIndex) + 1))) {
+        tell("Line " + std::to_string(*line) + " of the EEPROM file is not a number from 0 to 255." +
+                 "\r\nThe upload ended there. The lines before it have been sent.",
+             platform::MessageIcon::Exclamation);
+    }
+}
+
+std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> lines) {
+    const Quiet quiet(window_, window_.TimerRequestData.Enabled);
+    std::optional<std::size_t> failed;
+    pass(window_.btnUploadEEPROM, [&](int address) {
+        const auto line = static_cast<std::size_t>(address) + 1;
+        const auto byte = line < lines.size() ? byteOf(lines[line]) : std::nullopt;
+        if (!byte) {
+            failed = line;
+            return false;
+        }
+        send([&] { eeprom_.WriteEE(core::toInt16(address), *byte); });
+        return true;
+    });
+    window_.btnUploadEEPROM.Caption = "Upload EEPROM";
+    return failed;
+}
+
+void EepromImage::tell(const std::string& text, platform::MessageIcon icon) {
+    window_.machine().dialogs.show({"Korvane Tuner", text, icon});
+}
+
+}  // namespace korvane::live

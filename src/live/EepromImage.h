@@ -1,0 +1,59 @@
+// Backup of the first addresses of the ECU's EEPROM to a text file, and their upload from one.
+//
+//     " 12 \r\n"     address 0, a number from 0 to 255 between blanks
+//     " 255 \r\n"    address 1
+//     ...            one line for each address; a backup writes all 3001 of EEImage
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "live/FrmSarn2.h"
+#include "platform/Dialogs.h"
+#include "platform/WallTime.h"
+
+namespace korvane::live {
+
+// Sets the clicks of btnBackup and btnUploadEEPROM. Each takes addresses 0 to 1010 byte by byte, 125 ms for each; every
+// tenth address comes up twice. Meanwhile the buttons that would mix their own frames with these are disabled and the
+// poll stands still; they are released on every way out. A main window that is closed ends either at the next byte.
+class EepromImage {
+public:
+    EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom);
+
+private:
+    // Writes "EEPROM_hh_mm_ss.txt" into the program's folder if all of addresses 0 to 1000 were read within the last
+    // 240 seconds, and says in a message box what has come of it.
+    void backup();
+    // Asks for a file and writes it. The first line that is no number from 0 to 255, or is not there, ends it with a
+    // message box; the bytes before it have been written. Nothing is read back.
+    void upload();
+
+    [[nodiscard]] bool readAll();
+    // The line that ended the upload, counted from 1; nothing if all went out.
+    [[nodiscard]] std::optional<std::size_t> writeAll(std::span<const std::string> lines);
+    // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
+    template <class Transfer>
+    bool pass(platform::CommandButton& button, Transfer&& transfer);
+    template <class Frame>
+    void send(Frame&& frame);
+    [[nodiscard]] bool readLately() const;
+    void save();
+    void pause();
+    void tell(const std::string& text, platform::MessageIcon icon);
+
+    FrmSarn2& window_;
+    core::SharedTables& tables_;
+    core::EepromAccess& eeprom_;
+};
+
+// The seconds from `time`, a text "hh:mm:ss" of the last 24 hours, to `now`, which may lie behind midnight. Nothing for
+// any other text.
+[[nodiscard]] std::optional<int> secondsSince(std::string_view time, const platform::WallTime& now);
+
+}  // namespace korvane::live

@@ -1,0 +1,170 @@
+#include "settings/FrmMisc.h"
+
+#include <array>
+#include <limits>
+#include <string>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "core/SettingsFile.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "platform/RuntimeError.h"
+#include "settings/MiscLayout.h"
+
+namespace korvane::settings {
+
+namespace {
+
+constexpr int kBesideMain = 600;  // twips, right of and below the main window's corner
+constexpr int kAccelBit = 4;      // of the feature word
+constexpr int kVoltBit = 8;
+constexpr int kLambdaBit = 9;
+
+constexpr std::uint8_t kThrottleClosed = '(';
+constexpr std::uint8_t kThrottleOpen = ')';
+
+constexpr const char* kLaunchHelp =
+    "Launch: Enabloi Launch kartta sivulta, aseta Lauch rpm limit. Launch voidaan laittaa kytkeytymään pois viiveen "
+    "kanssa (MODE fixed ja launch stop delay)\r\n"
+    "Launch kytkeytyy päälle maadoittamalla IN1 nasta\r\n"
+    "ALS: aseta ensin Launch käyttöön kuten edellä. Tämän lisäksi enabloi Antilag Misc2 välilehdeltä. Asettele "
+    "sytytyksen ja bensan rikastukset kohdilleen.\r\n"
+    "Launch + ALS kytkeytyvät nyt IN1 liittimestä.\r\n"
+    "IN2 liittimestä kytkeytyy Flat Shift toimito päälle, tämäkin voidaan asetella viiveelliseksi\r\n"
+    "ALS ollessa aktiivinen Idle ohjaus avaa tyhjäkäyntiventtiilin täysin auki (jos PWM1 ohjaa Idle venttiiliä)";
+
+}  // namespace
+
+FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,
+                 core::EepromAccess& eeprom)
+    : MiscControls(machine),
+      context_{*this, tables, connection, eeprom},
+      scaled_(*this, tables),
+      replies_(context_, scaled_),
+      fullRead_(context_),
+      saveGroups_(context_) {
+    tbsOptions.Click = [this] { tbsOptions_Click(); };
+    btnLoad.Click = [this] { fullRead_.run(); };
+    btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };
+    btn0thr.Click = [this] { calibrateThrottle(kThrottleClosed); };
+    btn100thr.Click = [this] { calibrateThrottle(kThrottleOpen); };
+    btnLaunchHelp.Click = [this] { btnLaunchHelp_Click(); };
+    TimeOutTimer.Tick = [this] {
+        if (TimeOutCount < std::numeric_limits<std::int16_t>::max()) {
+            ++TimeOutCount;
+        }
+    };
+    TimerInitialGetData.Tick = [this] {
+        TimerInitialGetData.Enabled = false;
+        fullRead_.run();
+    };
+}
+
+void FrmMisc::Form_Load() {
+    place();
+    tbsOptions.SelectedItem = 1;
+    tbsOptions_Click();
+    FrameMisc2.Visible = true;
+    ListView1.Visible = true;
+    applyFeatures();
+    context_.eeprom.ReadEE(core::toInt16(context_.tables.addresses.WBO2_MODE_OFF));
+    opt_injofftype(0).Value = context_.tables.InjOff_type != 0;
+    opt_injofftype(1).Value = context_.tables.InjOff_type == 0;
+    Combolaunchmode.ListIndex = 0;
+    ComboMapSensorType.ListIndex = 0;
+    TimerInitialGetData.Enabled = true;
+}
+
+void FrmMisc::place() {
+    Width = kMiscWidth;
+    Height = kMiscHeight;
+    Left = context_.connection.window.Left + kBesideMain;
+    Top = context_.connection.window.Top + kBesideMain;
+}
+
+void FrmMisc::applyFeatures() {
+    enable(txtLambdaTav, kLambdaBit);
+    enable(txtLambdaVaik, kLambdaBit);
+    enable(txtAccel, kAccelBit);
+    enable(txtVolt, kVoltBit);
+}
+
+void FrmMisc::enable(platform::ControlArray<platform::TextBox>& boxes, int bit) {
+    const bool offered = (context_.tables.Features & core::checked(context_.tables.BitMask, bit)) != 0;
+    for (auto& box : boxes) {
+        box.Enabled = offered;
+    }
+}
+
+bool FrmMisc::Form_Unload() {
+    if (!leaves_) {
+        Visible = false;
+    }
+    return leaves_;
+}
+
+void FrmMisc::leave() {
+    leaves_ = true;
+    static_cast<void>(unload());
+}
+
+void FrmMisc::tbsOptions_Click() {
+    showPage(*this, tbsOptions.SelectedItem - 1);
+}
+
+void FrmMisc::Form_KeyDown(int keyCode, int shift) {
+    if (keyCode == platform::kKeyTab && shift == platform::kControlMask) {
+        tbsOptions.SelectedItem = tbsOptions.SelectedItem % tbsOptions.tabCount() + 1;
+    }
+}
+
+// Others call these two past the window's door, and events run in the first.
+void FrmMisc::LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) {
+    const Stay stay(*this);
+    replies_.LoadMisc2(payload, handled);
+}
+
+void FrmMisc::UpdateReadEE(std::int32_t value, int addr, bool is16) {
+    const Stay stay(*this);
+    replies_.UpdateReadEE(value, addr, is16);
+}
+
+template <class Handler>
+void FrmMisc::trapped(const std::string& text, Handler&& handler) {
+    try {
+        handler();
+    } catch (const platform::RuntimeError& failure) {
+        machine().dialogs.show({"Korvane Tuner", text + failure.what(), platform::MessageIcon::Exclamation});
+    }
+}
+
+void FrmMisc::btnReadFromFile_Click() {
+    const std::string path =
+        machine().dialogs.choose({platform::FileDialog::Kind::Open, "Open Settings file", "All Files (*.txt)|*.txt"});
+    if (!path.empty()) {
+        context_.tables.LoadFileName = path;
+        trapped("Error loadfile: ", [&] { loadFile(path); });
+    }
+}
+
+// The values are only shown: the maps' windows stay as they are, and each group's button sends its own.
+void FrmMisc::loadFile(const std::string& path) {
+    const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) { UpdateReadEE(value, addr, is16); };
+    const int status = core::LoadSettingsFile(path, context_.tables, take, machine().dialogs);
+    if (status != core::kSettingsRead) {
+        machine().dialogs.show({"", "Error loading data:\r\n" + core::settingsStatusText(status)});
+    }
+}
+
+// The ECU takes the throttle's present value by itself. A closed port is the serial control's own failure.
+void FrmMisc::calibrateThrottle(std::uint8_t command) {
+    const std::array<std::uint8_t, 2> bytes{command, static_cast<std::uint8_t>(~command & 0xFF)};
+    trapped("", [&] { context_.connection.MSComm1.Output(bytes); });
+}
+
+void FrmMisc::btnLaunchHelp_Click() {
+    machine().dialogs.show({"Help", kLaunchHelp, platform::MessageIcon::Information});
+}
+
+}  // namespace korvane::settings

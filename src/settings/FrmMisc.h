@@ -1,0 +1,59 @@
+// The settings of the ECU on nine pages.
+#pragma once
+
+#include "link/Windows.h"
+#include "settings/FullRead.h"
+#include "settings/MiscContext.h"
+#include "settings/Replies.h"
+#include "settings/SaveGroups.h"
+#include "settings/ScaledFields.h"
+
+namespace korvane::settings {
+
+// One for the whole run: its close box hides it. It takes replies from its creation on, also before it is loaded; a
+// full read begins 100 ms after its load.
+class FrmMisc : public MiscControls, public link::SettingsWindow {
+public:
+    FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,
+            core::EepromAccess& eeprom);
+
+    // For the dispatcher, the live update and settings files.
+    void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) override;
+    void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
+    void setTextArvo(std::string_view text) override { replies_.setTextArvo(text); }
+    void setLambdaSetpoint(int row, std::uint8_t value) override { replies_.setLambdaSetpoint(row, value); }
+    void setLambdaAuthority(int row, std::uint8_t value) override { replies_.setLambdaAuthority(row, value); }
+    void MarkAccelCell(int index) override { replies_.MarkAccelCell(index); }
+
+    // Ctrl+Tab goes to the next tab, and from the last one to the first.
+    void Form_KeyDown(int keyCode, int shift) override;
+
+    // Unloads it, at the end of the program.
+    void leave();
+
+protected:
+    void Form_Load() override;
+    bool Form_Unload() override;
+
+private:
+    void place();
+    void tbsOptions_Click();
+    void applyFeatures();
+    void enable(platform::ControlArray<platform::TextBox>& boxes, int bit);
+    void btnReadFromFile_Click();
+    void loadFile(const std::string& path);
+    void calibrateThrottle(std::uint8_t command);
+    void btnLaunchHelp_Click();
+    // Shows a failure of `handler` in a message box that begins with `text`.
+    template <class Handler>
+    void trapped(const std::string& text, Handler&& handler);
+
+    MiscContext context_;
+    ScaledFields scaled_;
+    Replies replies_;
+    FullRead fullRead_;
+    SaveGroups saveGroups_;
+    bool leaves_ = false;
+};
+
+}  // namespace korvane::settings

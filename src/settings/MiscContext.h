@@ -1,0 +1,19 @@
+// What the parts of the settings window work on.
+#pragma once
+
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "settings/MiscControls.h"
+
+namespace korvane::settings {
+
+// All of it lives as long as the window.
+struct MiscContext {
+    MiscControls& window;
+    core::SharedTables& tables;
+    link::ConnectionPanel& connection;  // MSComm1 and the poll timer, TimerRequestData
+    core::EepromAccess& eeprom;
+};
+
+}  // namespace korvane::settings

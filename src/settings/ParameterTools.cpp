@@ -1,0 +1,145 @@
+#include "settings/ParameterTools.h"
+
+#include "core/ChannelFile.h"
+#include "core/Checked.h"
+#include "core/ModuleReg.h"
+#include "core/Numbers.h"
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "platform/RuntimeError.h"
+#include "settings/ColumnSort.h"
+
+namespace korvane::settings {
+
+namespace {
+
+constexpr int kAddressColumn = 2;
+constexpr std::size_t kAddressDigits = 4;
+
+constexpr const char* kAddressRange = "an address from 0 to 3000";
+constexpr const char* kNoSuchAddress = "The EEPROM has no such address: it must be from 0 to 3000.";
+
+std::string addressText(std::size_t address) {
+    const std::string digits = std::to_string(address);
+    return std::string(kAddressDigits - digits.size(), '0') + digits;
+}
+
+// The number that `box` begins with, as `convert` makes it.
+template <class Number>
+Number numberOf(const platform::TextBox& box, Number (*convert)(double), const std::string& range) {
+    try {
+        return convert(core::val(box.Text.get()));
+    } catch (const platform::RuntimeError&) {
+        throw platform::RuntimeError(platform::kErrorOverflow,
+                                     box.path() + " holds a value that does not fit: it must be " + range + '.');
+    }
+}
+
+std::int16_t wholeAddress(double number) {
+    return core::toInt16(core::toInt(number));
+}
+
+}  // namespace
+
+ParameterTools::ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom)
+    : window_(window), tables_(tables), eeprom_(eeprom) {
+    window.ListView1.addColumn("Parameter name", "ParName");
+    window.ListView1.addColumn("address", "Address");
+    window.ListView1.ItemClick = [this](int row) { ListView1_ItemClick(row); };
+    window.ListView1.ColumnClick = [this](int column) { sortByColumn(window_.ListView1, column); };
+    window.Command2.Click = [this] { read(&core::EepromAccess::ReadEE); };
+    window.btnEEread16bit.Click = [this] { read(&core::EepromAccess::ReadEE16); };
+    window.Command1.Click = [this] { Command1_Click(); };
+    window.btnWriteEE16bit.Click = [this] { btnWriteEE16bit_Click(); };
+    window.Combo1.Click = [this] { Combo1_Click(); };
+    window.btnSaveParam.Click = [this] { btnSaveParam_Click(); };
+    window.Command3.Click = [this] { Command3_Click(); };
+}
+
+void ParameterTools::fill() {
+    window_.ListView1.clearRows();
+    for (std::size_t i = 0; i < tables_.EEParams.size(); ++i) {
+        if (const std::string& name = tables_.EEParams[i].name; !name.empty()) {
+            window_.ListView1.addRow({name, addressText(i)});
+        }
+    }
+    window_.Combo1.Clear();
+    for (const core::LiveValue& channel : tables_.liveValues) {
+        window_.Combo1.AddItem(channel.name);
+    }
+    window_.Combo1.ListIndex = 0;
+}
+
+void ParameterTools::ListView1_ItemClick(int row) {
+    window_.TextOs.Text = core::textOf(core::val(window_.ListView1.Cell(row, kAddressColumn)));
+}
+
+std::int16_t ParameterTools::address() const {
+    return numberOf(window_.TextOs, wholeAddress, kAddressRange);
+}
+
+template <class Tool>
+void ParameterTools::trapped(Tool&& tool) {
+    try {
+        tool();
+    } catch (const platform::RuntimeError& failure) {
+        const std::string text = failure.number() == platform::kErrorSubscript ? kNoSuchAddress : failure.what();
+        window_.machine().dialogs.show({"Korvane Tuner", text, platform::MessageIcon::Exclamation});
+    }
+}
+
+void ParameterTools::read(void (core::EepromAccess::*ask)(std::int16_t, std::int32_t, bool)) {
+    trapped([&] { (eeprom_.*ask)(address(), 0, false); });
+}
+
+void ParameterTools::Command1_Click() {
+    trapped([this] {
+        const auto value = numberOf(window_.TextArvo, core::toInt32, "from -2147483648 to 2147483647");
+        eeprom_.WriteEE(address(), value);
+    });
+}
+
+// A reply may change the boxes between the two calls, as a row with the mark of a word lets events run.
+void ParameterTools::btnWriteEE16bit_Click() {
+    trapped([this] {
+        const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");
+        const auto bits = static_cast<std::uint16_t>(value);
+        const auto low = address();
+        eeprom_.WriteEE(low, bits & 0xFFU);
+        eeprom_.WriteEE(core::toInt16(low + 1), bits >> 8U);
+    });
+}
+
+void ParameterTools::Combo1_Click() {
+    if (window_.Combo1.ListIndex < 0) {
+        return;
+    }
+    const core::LiveValue& channel = core::checked(tables_.liveValues, window_.Combo1.ListIndex.get());
+    window_.txtParName.Text = channel.name;
+    window_.txtParDesc.Text = channel.description;
+    window_.txtParOffset.Text = core::textOf(channel.offset);
+    window_.txtParScale.Text = core::textOf(channel.gain);
+    window_.txtParWarning.Text = core::textOf(channel.limit);
+}
+
+void ParameterTools::btnSaveParam_Click() {
+    const int row = window_.Combo1.ListIndex;
+    if (row < 0) {
+        return;
+    }
+    core::LiveValue& channel = core::checked(tables_.liveValues, row);
+    channel.name = window_.txtParName.Text;
+    channel.description = window_.txtParDesc.Text;
+    channel.offset = core::val(window_.txtParOffset.Text.get());
+    channel.gain = core::val(window_.txtParScale.Text.get());
+    channel.limit = core::val(window_.txtParWarning.Text.get());
+    core::SaveParDef(tables_, window_.machine().folder, row);
+}
+
+void ParameterTools::Command3_Click() {
+    tables_.InjOff_type = window_.opt_injofftype(0).Value ? 1 : 0;
+    core::RegWriteString(window_.machine().preferences, core::kSettingsKey, "InjOff_type",
+                         core::textOf(tables_.InjOff_type));
+}
+
+}  // namespace korvane::settings

@@ -1,0 +1,43 @@
+// The service tools of the settings window: the list of parameters, the raw EEPROM tools, the editor of the live
+// channels, and the program's own option.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "settings/MiscControls.h"
+
+namespace korvane::settings {
+
+// Sets the handlers of its controls. The raw tools test nothing: what does not fit its target ends in one message box,
+// and what was sent before stays so.
+class ParameterTools {
+public:
+    ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom);
+
+    // Fills the lists of parameters and of channels and picks the first channel. Called when the window loads.
+    void fill();
+
+private:
+    void ListView1_ItemClick(int row);
+    void read(void (core::EepromAccess::*ask)(std::int16_t, std::int32_t, bool));
+    void Command1_Click();
+    void btnWriteEE16bit_Click();
+    void Combo1_Click();
+    void btnSaveParam_Click();
+    void Command3_Click();
+
+    // RuntimeError 6, with a sentence for the user, for a number that its target can't hold.
+    [[nodiscard]] std::int16_t address() const;
+    // Runs one of the raw tools; a failure of it shows the message box.
+    template <class Tool>
+    void trapped(Tool&& tool);
+
+    MiscControls& window_;
+    core::SharedTables& tables_;
+    core::EepromAccess& eeprom_;
+};
+
+}  // namespace korvane::settings

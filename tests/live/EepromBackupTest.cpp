@@ -1,0 +1,239 @@
+// A backup of the EEPROM: what it asks for and when, what it saves, and how it ends when something goes wrong.
+#include "EepromImageBench.h"
+#include "support/FileSizeLimit.h"
+
+namespace korvane::live {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kReadError = " EEPROM read error. Save not possible ";
+constexpr const char* kFileName = "EEPROM_12_02_19.txt";  // the run ends 139.075 s behind noon
+
+class EepromBackup : public EepromImageBench {
+protected:
+    void backup() { main_.btnBackup.press(); }
+    // Every address has an old reply of this time, and the ECU gives no new ones.
+    void readAt(const char* time) {
+        tables_.EETime.fill(time);
+        ecu_.silent = true;
+    }
+    [[nodiscard]] std::string savedTo(const char* name) const {
+        return " EEPROM saved to file \r\n" + (virtual_.folder / name).string();
+    }
+};
+
+TEST_F(EepromBackup, AsksForElevenAddressesFromEachTenEvery125Ms) {
+    backup();
+    EXPECT_EQ(now(), 100 + 1111 * 125 + 100);
+    const auto frames = sent();
+    ASSERT_EQ(frames.size(), 1111U);
+    for (int i = 0; i <= 100; ++i) {
+        for (int j = 0; j <= 10; ++j) {
+            const int k = i * 11 + j;
+            EXPECT_EQ(frames[static_cast<std::size_t>(k)], (Sent{100 + k * 125, 'R', i * 10 + j, -1}));
+        }
+    }
+    EXPECT_EQ(frames[10], (Sent{1350, 'R', 10, -1}));
+    EXPECT_EQ(frames[11], (Sent{1475, 'R', 10, -1}));
+    EXPECT_EQ(frames[1110], (Sent{138850, 'R', 1010, -1}));
+}
+
+TEST_F(EepromBackup, SavesAllRowsOfTheImage) {
+    std::string expected;
+    for (int address = 0; address <= 3000; ++address) {
+        const int value = address <= 1010 ? address * 7 % 256 : address == 2000 ? 77 : address == 3000 ? 30 : 0;
+        if (address <= 1010) {
+            ecu_.memory.at(static_cast<std::size_t>(address)) = static_cast<std::uint8_t>(value);
+        }
+        expected += " " + std::to_string(value) + " \r\n";
+    }
+    ecu_.memory[2000] = 1;  // not read
+    tables_.EEImage[2000] = 77;
+    tables_.EEImage[3000] = 30;
+    backup();
+    EXPECT_EQ(virtual_.folder.read(kFileName), expected);
+    EXPECT_THAT(messages(), ElementsAre(savedTo(kFileName)));
+    EXPECT_THAT(virtual_.folder.names(), ElementsAre(kFileName));
+}
+
+TEST_F(EepromBackup, ShowsHowFarItIs) {
+    EXPECT_EQ(captions(main_.btnBackup, [this] { backup(); }), percents("BackUp EEPROM"));
+    EXPECT_EQ(main_.btnUploadEEPROM.Caption, "Upload EEPROM");
+}
+
+TEST_F(EepromBackup, TheBarGoesAlong) {
+    EXPECT_FALSE(main_.prgEeprom.Visible);
+    at(100 + 11 * 125 - 1, [this] { EXPECT_EQ(main_.prgEeprom.Value.get(), 0); });
+    at(100 + 11 * 125 + 1, [this] {
+        EXPECT_EQ(main_.prgEeprom.Value.get(), 1);
+        EXPECT_EQ(main_.prgEeprom.Max.get(), 101);
+    });
+    backup();
+    EXPECT_EQ(main_.prgEeprom.Value.get(), 101);
+    EXPECT_FALSE(main_.prgEeprom.Visible);
+}
+
+TEST_F(EepromBackup, ButtonsAndPollStandStillFromTheClickToTheEnd) {
+    for (const int moment : {0, 50, 70000, 139074}) {
+        at(moment, [this] {
+            expectButtons(false);
+            EXPECT_FALSE(polls());
+        });
+    }
+    backup();
+    expectButtons(true);
+    EXPECT_TRUE(polls());
+}
+
+TEST_F(EepromBackup, ButtonsAreReleasedBeforeTheBoxShows) {
+    struct LookingDialogs : platform::QueuedDialogs {
+        void show(const platform::MessageBox& box) override {
+            enabled.push_back(button->Enabled);
+            QueuedDialogs::show(box);
+        }
+        platform::CommandButton* button = nullptr;
+        std::vector<bool> enabled;
+    };
+    LookingDialogs dialogs;
+    platform::Machine machine{virtual_.pump,          line_,        dialogs,
+                              virtual_.preferences,   virtual_.log, virtual_.windows,
+                              virtual_.folder.path(), '.',          {}};
+    FrmSarn2 window(machine);
+    window.load();
+    dialogs.button = &window.btnKartat;
+    const EepromImage image(window, tables_, eeprom_);
+    window.btnBackup.press();
+    EXPECT_THAT(dialogs.enabled, ElementsAre(true));
+}
+
+TEST_F(EepromBackup, OnAClosedPortRunsItsTimeAndFails) {
+    main_.btnConnect.press();
+    backup();
+    EXPECT_EQ(now(), 139075);
+    EXPECT_THAT(sent(), IsEmpty());
+    EXPECT_THAT(messages(), ElementsAre(kReadError));
+    EXPECT_THAT(virtual_.folder.names(), IsEmpty());
+    expectButtons(true);
+    EXPECT_TRUE(polls());
+    EXPECT_EQ(main_.btnBackup.Caption, "BackUp EEPROM");
+}
+
+TEST_F(EepromBackup, OneMissingReplyUpTo1000FailsIt) {
+    for (const int address : {0, 507, 1000}) {
+        tables_.EETime.fill("");
+        ecu_.deaf = {address};
+        backup();
+        EXPECT_THAT(messages(), ElementsAre(kReadError)) << address;
+        expectButtons(true);
+        EXPECT_TRUE(polls());
+    }
+    EXPECT_THAT(virtual_.folder.names(), IsEmpty());
+}
+
+TEST_F(EepromBackup, AddressesBehind1000AreNotChecked) {
+    for (int address = 1001; address <= 1010; ++address) {
+        ecu_.deaf.insert(address);
+    }
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo(kFileName)));
+}
+
+TEST_F(EepromBackup, RepliesOfTheLast240SecondsCount) {
+    readAt("11:58:19");
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo(kFileName)));
+}
+
+TEST_F(EepromBackup, ReplyOlderThan240SecondsFailsIt) {
+    readAt("11:58:19");
+    tables_.EETime[333] = "11:58:18";
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(kReadError));
+}
+
+TEST_F(EepromBackup, ASilentEcuIsSeenInTheNextRunAtTheLatest) {
+    backup();
+    EXPECT_EQ(messages().size(), 1U);
+    ecu_.silent = true;
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(kReadError));
+}
+
+TEST_F(EepromBackup, RunsOverMidnight) {
+    main_.TimerRequestData.Enabled = false;
+    virtual_.pump.wait((11 * 3600 + 59 * 60) * 1000);  // 23:59:00
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo("EEPROM_00_01_19.txt")));
+}
+
+TEST_F(EepromBackup, APulledCableEndsInAReadError) {
+    at(50000, [this] { line_.pullOut(); });
+    backup();
+    EXPECT_EQ(now(), 139075);
+    EXPECT_EQ(sent().size(), 400U);  // the first at 100 ms, 399 more up to 49975
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("The device is gone"), kReadError));
+    EXPECT_THAT(virtual_.folder.names(), IsEmpty());
+    expectButtons(true);
+}
+
+TEST_F(EepromBackup, ACableThatGoesInTheMiddleOfAFrameIsNoOtherThing) {
+    line_.bytesToLive = 4 * 7 + 2;
+    backup();
+    EXPECT_EQ(now(), 139075);
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("The device is gone"), kReadError));
+    EXPECT_THAT(virtual_.log.lines, IsEmpty());
+    expectButtons(true);
+    EXPECT_EQ(main_.btnBackup.Caption, "BackUp EEPROM");
+}
+
+TEST_F(EepromBackup, AWindowThatGoesTakesItAlong) {
+    for (const int moment : {50, 70000, 139000}) {
+        const auto start = now();
+        at(static_cast<int>(start) + moment, [this] { EXPECT_TRUE(main_.unload()); });
+        backup();
+        EXPECT_LE(now(), start + moment + 125);
+        EXPECT_THAT(messages(), IsEmpty()) << moment;
+        expectButtons(true);
+        main_.load();
+        main_.Visible = true;
+    }
+    EXPECT_THAT(virtual_.folder.names(), IsEmpty());
+}
+
+TEST_F(EepromBackup, AFolderThatIsNotThereIsToldAndNothingElse) {
+    machine_.folder /= "gone";
+    backup();
+    EXPECT_THAT(messages(), ElementsAre("Error tablesave: Path not found"));
+    expectButtons(true);
+    EXPECT_TRUE(polls());
+}
+
+TEST_F(EepromBackup, AFullDiskIsToldAndNothingElse) {
+    const support::FileSizeLimit limit(1000);
+    backup();
+    EXPECT_THAT(messages(), ElementsAre("Error tablesave: Disk full"));
+    expectButtons(true);
+}
+
+TEST(SecondsSince, CountsToTheNextTimeOfThatText) {
+    const platform::WallTime noon{2026, 1, 5, 12, 0, 0};
+    EXPECT_EQ(secondsSince("12:00:00", noon), 0);
+    EXPECT_EQ(secondsSince("11:58:59", noon), 61);
+    EXPECT_EQ(secondsSince("00:00:00", noon), 43200);
+    EXPECT_EQ(secondsSince("12:00:01", noon), 86399);
+    EXPECT_EQ(secondsSince("23:59:58", {2026, 1, 6, 0, 0, 3}), 5);
+}
+
+TEST(SecondsSince, KnowsNoOtherText) {
+    const platform::WallTime noon{2026, 1, 5, 12, 0, 0};
+    for (const char* text : {"", "12:00", "12-00-00", "24:00:00", "11:60:00", "11:00:60", "aa:00:00", "-1:00:00",
+                             "11:00:00 ", " 1:00:00"}) {
+        EXPECT_EQ(secondsSince(text, noon), std::nullopt) << text;
+    }
+}
+
+}  // namespace
+}  // namespace korvane::live

@@ -1,0 +1,71 @@
+// The settings window with its view, on a virtual machine without a port.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+#include "core/EepromAccess.h"
+#include "core/Module1.h"
+#include "live/FrmSarn2.h"
+#include "settings/FrmMisc.h"
+#include "support/VirtualProgram.h"
+#include "views/Events.h"
+#include "views/MiscView.h"
+#include "views/ViewHost.h"
+
+namespace korvane::views {
+
+// Every optional feature is there; the read that follows a load has not begun.
+struct MiscViewBench : support::VirtualMachine {
+    MiscViewBench() {
+        core::InitModule(tables, preferences);
+        core::InitTimeUnits(tables);
+        tables.Features = 0xFFFF;
+        host.add<MiscView, settings::FrmMisc>("frmMisc");
+        window.show();
+        window.TimerInitialGetData.Enabled = false;
+        view().activateWindow();
+        settle();
+    }
+
+    [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
+    template <class Widget = QWidget>
+    [[nodiscard]] Widget& find(const std::string& name) const {
+        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromStdString(name)));
+        if (widget == nullptr) {
+            throw std::runtime_error("no widget " + name);
+        }
+        return *widget;
+    }
+
+    // In logical pixels.
+    void resize(int width, int height) {
+        window.resize(width * 15, height * 15);
+        settle();
+    }
+    void showTab(int tab) {
+        window.tbsOptions.choose(tab);
+        frame();
+    }
+    // The next frame of the clock, and what the toolkit has put off.
+    void frame() {
+        host.clock().tick();
+        settle();
+    }
+    static void settle() {
+        for (int turn = 0; turn < 3; ++turn) {
+            QApplication::sendPostedEvents();
+            QApplication::processEvents();
+        }
+    }
+
+    core::SharedTables tables;
+    live::FrmSarn2 frmSarn2{machine};
+    core::EepromAccess eeprom{frmSarn2.MSComm1, pump, tables};
+    settings::FrmMisc window{machine, tables, frmSarn2, eeprom};
+    ViewHost host{windows};
+};
+
+}  // namespace korvane::views

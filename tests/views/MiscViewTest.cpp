@@ -1,0 +1,424 @@
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabBar>
+
+#include <set>
+
+#include "core/Checked.h"
+#include "views/MiscViewBench.h"
+#include "views/Palette.h"
+#include "views/Readout.h"
+
+namespace korvane::views {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+
+struct MiscViewTest : testing::Test, MiscViewBench {
+    [[nodiscard]] static bool isShown(const platform::Control& control) { return control.kind() != "timer"; }
+    [[nodiscard]] std::string text(const std::string& box) const { return find<QLineEdit>(box).text().toStdString(); }
+    void press(QWidget& box, Qt::Key code, const QString& character) { key(box, code, {}, character); }
+    // A label's own texts, page by page or all.
+    [[nodiscard]] std::vector<std::string> labels(const QWidget& inside) const {
+        std::vector<std::string> texts;
+        for (const auto* label : inside.findChildren<QLabel*>()) {
+            texts.push_back(label->text().toStdString());
+        }
+        return texts;
+    }
+    // A click on the mark, at the left.
+    void choose(const char* option) {
+        auto& radio = find(option);
+        click(radio, {radio.height() / 2, radio.height() / 2});
+    }
+    [[nodiscard]] QWidget& page(int tab) const { return find("picOptions(" + std::to_string(tab - 1) + ")"); }
+    [[nodiscard]] bool belongsTo(const platform::Control& control, int tab) {
+        const platform::Control* container = &control;
+        while (container != nullptr && container != &window.picOptions(tab - 1)) {
+            container = container->container();
+        }
+        return container != nullptr;
+    }
+    [[nodiscard]] std::vector<std::string> cutTexts() const {
+        std::vector<std::string> cut;
+        for (const auto* widget : view().findChildren<QWidget*>()) {
+            const bool inside = widget->parentWidget()->rect().contains(widget->geometry()) ||
+                                widget->parentWidget()->objectName() == "qt_scrollarea_viewport" ||
+                                widget->inherits("QHeaderView");
+            if (widget->isVisible() && !(inside && fits(*widget))) {
+                cut.push_back(widget->objectName().toStdString() + "/" + widget->metaObject()->className());
+            }
+        }
+        return cut;
+    }
+    [[nodiscard]] static bool fits(const QWidget& widget) {
+        const bool hasText =
+            qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+            qobject_cast<const QLabel*>(&widget) != nullptr || qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+            qobject_cast<const QTabBar*>(&widget) != nullptr || qobject_cast<const QComboBox*>(&widget) != nullptr;
+        const QSize needed = widget.minimumSizeHint();
+        return !hasText || (widget.width() >= needed.width() && widget.height() >= needed.height());
+    }
+    void expectNothingCut() {
+        for (int tab = 1; tab <= settings::kPages; ++tab) {
+            showTab(tab);
+            EXPECT_THAT(cutTexts(), IsEmpty()) << tab;
+            const auto* const scroll = view().findChild<QScrollArea*>();
+            EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0) << tab;
+            EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0) << tab;
+        }
+    }
+    // Every kind of number as long as it gets.
+    void fill() {
+        for (auto* control : window.controls()) {
+            if (auto* const box = dynamic_cast<platform::TextBox*>(control); box != nullptr) {
+                box->Text = box->Locked ? "2.7778" : "255";
+            }
+        }
+        window.prgLoad.start(100);
+        window.Caption = "Receiving data from target device!:  Loading.. 70.5%";
+        frame();
+    }
+};
+
+TEST_F(MiscViewTest, EveryControlHasOneWidgetOfItsName) {
+    for (const auto* control : window.controls()) {
+        const auto found = view().findChildren<QWidget*>(QString::fromStdString(control->path()));
+        EXPECT_EQ(found.size(), isShown(*control) ? 1 : 0) << control->path();
+    }
+}
+
+TEST_F(MiscViewTest, WhatStandsInAFrameStandsInItsWidget) {
+    for (const auto* control : window.controls()) {
+        if (control->container() != nullptr) {
+            EXPECT_TRUE(find(control->container()->path()).isAncestorOf(&find(control->path()))) << control->path();
+        }
+    }
+}
+
+TEST_F(MiscViewTest, EveryWidgetThatAUserReachesHasAnAccessibleName) {
+    for (const auto* control : window.controls()) {
+        if (isShown(*control) && control->canFocus()) {
+            auto* const spoken = QAccessible::queryAccessibleInterface(&find(control->path()));
+            ASSERT_NE(spoken, nullptr);
+            EXPECT_FALSE(spoken->text(QAccessible::Name).trimmed().isEmpty()) << control->path();
+        }
+    }
+    const auto name = [this](const char* box) { return find(box).accessibleName(); };
+    EXPECT_EQ(name("txtIdleAdv(4)"), "Idle Ignition 900 RPM");
+    EXPECT_EQ(name("txtInjAdv(15)"), "Injection advance 8.5 RPM");
+    EXPECT_EQ(name("txtAirWarning"), "Temperature4 Warning");
+}
+
+TEST_F(MiscViewTest, ThePagesBringTheirTextsToTheLetter) {
+    EXPECT_THAT(labels(page(1)), IsSupersetOf({"RPM", "500", "900", "1 = Rising edge (hamlin), others = falling edge ",
+                                               "Latausaika 13.5 Voltilla", "Motorbrake start RPM", "Stop RPM"}));
+    EXPECT_THAT(labels(page(2)),
+                IsSupersetOf({"Information only.", "Start help", "Choke", "ms", "<13.5", "<13", "<12", "<10", "0", "90",
+                              "1.0", "8.5", "delay                               engine rounds"}));
+    EXPECT_THAT(labels(page(3)), IsSupersetOf({"rpm Setpoint", "% min", "% max", "1.0", "8.5",
+                                               "MPX sensor: value in 10mbars --> 1bar boost = 200, 1.25bar=225",
+                                               "Other sensors:  max boost = 250, smaller value = lowerboost"}));
+    EXPECT_THAT(labels(page(4)), IsSupersetOf({"0.5", "0.6", "2.0"}));
+    EXPECT_THAT(labels(page(7)), IsSupersetOf({"HUOM arvo 0 poistaa hälytyksen käytöstä.", "Boost Ignition CUT",
+                                               "cold RPM limit, active while choke is ON",
+                                               "Water temperature, forced RPM-limiter (2500)",
+                                               "Oil temperature, forced RPM-limiter (2500)", "Temperature4 Warning",
+                                               "Air temperatureWarning", "Volt1 Warning", "Volt4 Warning", "meas"}));
+    EXPECT_THAT(labels(page(8)),
+                IsSupersetOf({"ALS, Fuel enrichment (%)", "ALS, ignition advance  (degrees) after TDC"}));
+    EXPECT_THAT(labels(page(9)), IsSupersetOf({"Nimi", "Selite", "Math:(val +                         ) *", "Warning",
+                                               "Osote                 arvo"}));
+}
+
+TEST_F(MiscViewTest, FinnishToolTipsAreKept) {
+    EXPECT_EQ(find("chkMisc2(3)").toolTip(), QStringLiteral("sytys myöhästetty"));
+    EXPECT_EQ(find("btn0thr").toolTip(), QStringLiteral("Nosta kaasu kokonaan pois ja paina tätä nappia."));
+    EXPECT_EQ(find("btn100thr").toolTip(), QStringLiteral("Paina kaasu pohjaan ja paina tätä nappia."));
+}
+
+TEST_F(MiscViewTest, NameAndBoxOfAWarningShareALine) {
+    showTab(7);
+    for (const auto* label : page(7).findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            const int middle = label->mapTo(&view(), label->rect().center()).y();
+            const auto* const box = label->buddy();
+            EXPECT_NEAR(box->mapTo(&view(), box->rect().center()).y(), middle, 2) << label->text().toStdString();
+        }
+    }
+}
+
+TEST_F(MiscViewTest, HeadsStandOverTheirBoxes) {
+    showTab(2);
+    for (const auto* label : page(2).findChildren<QLabel*>()) {
+        if (label->text() == "8.5") {
+            const auto& box = find("txtInjAdv(15)");
+            EXPECT_NEAR(label->mapTo(&view(), label->rect().center()).x(), box.mapTo(&view(), box.rect().center()).x(),
+                        2);
+        }
+    }
+}
+
+TEST_F(MiscViewTest, TypingGoesIntoAPlainBox) {
+    auto& box = find<QLineEdit>("txtIdleAdv(2)");
+    box.setFocus();
+    box.selectAll();
+    type(box, "12.5x");
+    EXPECT_EQ(window.txtIdleAdv(2).Text.get(), "12.5x");
+    press(box, Qt::Key_Backspace, "\b");
+    EXPECT_EQ(window.txtIdleAdv(2).Text.get(), "12.5");
+}
+
+TEST_F(MiscViewTest, PlusAndMinusStepAScaledBoxAtOnce) {
+    window.UpdateReadEE(198, tables.addresses.START_HELP_OFF, false);
+    showTab(2);
+    auto& box = find<QLineEdit>("txtStart");
+    box.setFocus();
+    EXPECT_EQ(text("txtStart"), "2.75");
+    press(box, Qt::Key_Plus, "+");
+    EXPECT_EQ(text("txtStart"), "2.7639");
+    press(box, Qt::Key_Plus, "+");
+    press(box, Qt::Key_Plus, "+");
+    EXPECT_EQ(text("txtStart"), "2.7778");
+    press(box, Qt::Key_Minus, "-");
+    EXPECT_EQ(text("txtStart"), "2.7639");
+    EXPECT_EQ(window.txtStart.Tag.get(), "199");
+}
+
+TEST_F(MiscViewTest, AScaledBoxTakesNoLetters) {
+    window.UpdateReadEE(50, tables.addresses.CHARGE_TIME_OFF, false);
+    frame();
+    auto& box = find<QLineEdit>("txtchargetime");
+    box.setFocus();
+    type(box, "7");
+    press(box, Qt::Key_Backspace, "\b");
+    press(box, Qt::Key_Delete, "");
+    EXPECT_EQ(text("txtchargetime"), "1");
+    EXPECT_EQ(window.txtchargetime.Text.get(), "1");
+}
+
+TEST_F(MiscViewTest, ArrowsStepARowOfScaledBoxesAndGoRoundIt) {
+    showTab(2);
+    window.UpdateReadEE(10, tables.addresses.ACCEL_OFF + 9, false);
+    auto& box = find<QLineEdit>("txtAccel(9)");
+    box.setFocus();
+    key(box, Qt::Key_Up);
+    EXPECT_EQ(text("txtAccel(9)"), "0.1528");
+    key(box, Qt::Key_Right);
+    EXPECT_EQ(view().focusWidget()->objectName(), "txtAccel(0)");
+    key(*view().focusWidget(), Qt::Key_Left);
+    EXPECT_EQ(view().focusWidget()->objectName(), "txtAccel(9)");
+}
+
+TEST_F(MiscViewTest, ScaledBoxesLookDifferentFromPlainOnes) {
+    for (const auto* control : window.controls()) {
+        const auto* const box = dynamic_cast<const platform::TextBox*>(control);
+        if (box != nullptr) {
+            const auto& edit = find<QLineEdit>(box->path());
+            EXPECT_EQ(edit.isReadOnly(), box->Locked.get()) << box->path();
+            const bool own = edit.palette().color(QPalette::Active, QPalette::Base) !=
+                             QPalette().color(QPalette::Active, QPalette::Base);
+            EXPECT_EQ(own, box->Locked.get()) << box->path();
+        }
+    }
+    std::set<std::string> scaled;
+    for (const auto* edit : view().findChildren<QLineEdit*>()) {
+        if (edit->isReadOnly()) {
+            scaled.insert(edit->objectName().section(u'(', 0, 0).toStdString());
+        }
+    }
+    EXPECT_THAT(scaled, ElementsAre("txtALS_fuel", "txtALS_ign_retard", "txtAccel", "txtRyyppy", "txtStart", "txtVolt",
+                                    "txtchargetime"));
+}
+
+TEST_F(MiscViewTest, MarkedAccelerationCellCanBeReadInLightAndDark) {
+    for (const auto& palette : {Palette::dark(), Palette::light()}) {
+        QApplication::setPalette(palette);
+        window.MarkAccelCell(3);
+        window.MarkAccelCell(4);
+        frame();
+        for (const char* name : {"txtAccel(3)", "txtAccel(4)", "txtAccel(5)"}) {
+            const auto& shown = find(name).palette();
+            EXPECT_GT(contrast(shown.color(QPalette::Base), shown.color(QPalette::Text)), 4.5) << name;
+        }
+    }
+    EXPECT_EQ(find("txtAccel(4)").palette().color(QPalette::Base), QColor(255, 0, 0));
+}
+
+TEST_F(MiscViewTest, TheMouseChangesTheTab) {
+    auto& tabs = find<QTabBar>("tbsOptions");
+    ASSERT_EQ(tabs.count(), 9);
+    for (int tab = 9; tab >= 1; --tab) {
+        click(tabs, tabs.tabRect(tab - 1).center());
+        EXPECT_EQ(window.tbsOptions.SelectedItem, tab);
+        for (int other = 1; other <= 9; ++other) {
+            EXPECT_EQ(page(other).isVisible(), other == tab) << other;
+        }
+    }
+}
+
+TEST_F(MiscViewTest, ControlAndTabGoThroughTheTabsFromAnywhere) {
+    find("txtIgnEdge").setFocus();
+    for (int step = 1; step <= 10; ++step) {
+        auto* const focused = view().focusWidget();
+        key(focused != nullptr ? *focused : view(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(window.tbsOptions.SelectedItem, step % 9 + 1);
+        EXPECT_EQ(find<QTabBar>("tbsOptions").currentIndex(), step % 9);
+        EXPECT_TRUE(page(step % 9 + 1).isVisible());
+    }
+}
+
+// What Tab goes through from the tab strip until it is back there.
+std::vector<std::string> tabChain(const MiscViewBench& bench) {
+    auto& tabs = bench.find("tbsOptions");
+    tabs.setFocus();
+    std::vector<std::string> visited;
+    do {
+        visited.push_back(bench.view().focusWidget()->objectName().toStdString());
+        key(*bench.view().focusWidget(), Qt::Key_Tab);
+    } while (bench.view().focusWidget() != &tabs && visited.size() < 200);
+    return visited;
+}
+
+TEST_F(MiscViewTest, TabReachesAllThatAPersonNeeds) {
+    for (int tab = 1; tab <= settings::kPages; ++tab) {
+        showTab(tab);
+        std::vector<std::string> expected{"tbsOptions", "btnLoad", "btnReadFromFile"};
+        for (const auto* control : window.controls()) {
+            if (belongsTo(*control, tab) && control->canFocus() && control->usable()) {
+                expected.push_back(control->path());
+            }
+        }
+        EXPECT_THAT(tabChain(*this), testing::UnorderedElementsAreArray(expected)) << tab;
+    }
+}
+
+TEST_F(MiscViewTest, TabGoesThroughThePageAsItIsRead) {
+    const std::vector<std::vector<std::string>> pages{
+        {"FrameIdleAdv", "FrameIgnEdge", "FrameChargeTime", "FrameMotorbrake"},
+        {"FrameInjMode", "FrameStartHelp", "FrameVolt", "FrameInjAdv", "FrameAccel"},
+        {"FramePWM1", "FramePWM2", "picOptions(2)", "FrameIdleValve", "FrameBoost"},
+        {"FrameLambdaType", "FrameLambda", "FrameIdlemap"},
+        {"FrameMapSensor", "FrameThrottle", "FrameNTC", "FrameLoadCalc"},
+        {"FrameFlags"},
+        {"FrameWarnings"},
+        {"FrameLaunch"},
+        {"FrameParams", "FrameMisc2", "Frame13", "picOptions(8)"}};
+    for (int tab = 1; tab <= settings::kPages; ++tab) {
+        showTab(tab);
+        std::vector<std::string> groups{""};
+        for (const auto& name : tabChain(*this)) {
+            for (const auto* control : window.controls()) {
+                if (control->path() == name && control->container() != nullptr &&
+                    control->container()->path() != groups.back()) {
+                    groups.push_back(control->container()->path());
+                }
+            }
+        }
+        groups.erase(groups.begin());
+        EXPECT_EQ(groups, pages.at(static_cast<std::size_t>(tab) - 1)) << tab;
+    }
+}
+
+TEST_F(MiscViewTest, EveryPageFitsALaptop) {
+    resize(1366, 768);
+    fill();
+    expectNothingCut();
+    const int usual = QFontInfo(view().font()).pixelSize();
+    EXPECT_GT(QFontInfo(find("btnLoad").font()).pixelSize(), usual);
+}
+
+TEST_F(MiscViewTest, EveryPageFitsWithFontsTwiceAsLarge) {
+    QFont large = view().font();
+    large.setPixelSize(QFontInfo(large).pixelSize() * 2);
+    view().setFont(large);
+    resize(1366 * 2, 768 * 2);
+    fill();
+    expectNothingCut();
+}
+
+TEST_F(MiscViewTest, OpensAsLargeAsItsPagesNeedAndCanBeMadeSmaller) {
+    EXPECT_GT(view().width(), 520);
+    EXPECT_LE(view().width(), 1366);
+    EXPECT_LE(view().height(), 728);
+    fill();
+    expectNothingCut();
+    resize(520, 453);
+    EXPECT_EQ(view().size(), QSize(520, 453));
+    window.Visible = false;
+    window.show();
+    settle();
+    EXPECT_EQ(view().size(), QSize(520, 453));
+}
+
+TEST_F(MiscViewTest, NoNumberIsWiderThanItsBox) {
+    resize(866, 560);
+    fill();
+    for (int tab = 1; tab <= settings::kPages; ++tab) {
+        showTab(tab);
+        for (const auto* edit : page(tab).findChildren<QLineEdit*>()) {
+            const int needed = edit->fontMetrics().horizontalAdvance(edit->text()) + edit->textMargins().left();
+            EXPECT_GE(edit->width() - 6, needed) << edit->objectName().toStdString();
+        }
+    }
+}
+
+TEST_F(MiscViewTest, StatusLineRepeatsTheCaption) {
+    EXPECT_EQ(find<Readout>("status").text(), "Misc");
+    window.Caption = "Receiving data from target device!:  Loading.. 70.5%";
+    EXPECT_EQ(find<Readout>("status").text(), "Receiving data from target device!:  Loading.. 70.5%");
+}
+
+TEST_F(MiscViewTest, ProgressStandsBesideTheStatusWhileAReadRuns) {
+    auto& bar = find<QProgressBar>("prgLoad");
+    EXPECT_FALSE(bar.isVisible());
+    const int at = find("btnLoad").x();
+    window.prgLoad.start(135);
+    window.prgLoad.Value = 27;
+    frame();
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.value(), 27);
+    EXPECT_EQ(bar.maximum(), 135);
+    EXPECT_EQ(find("btnLoad").x(), at);
+}
+
+TEST_F(MiscViewTest, AFullReadFillsThePageOnShowAndLeavesTheTabsUsable) {
+    click(find("btnLoad"));
+    EXPECT_EQ(find<Readout>("status").text(), "Receiving data from target device!:  Received 100%");
+    EXPECT_FALSE(find("prgLoad").isVisible());
+    auto& tabs = find<QTabBar>("tbsOptions");
+    click(tabs, tabs.tabRect(4).center());
+    EXPECT_TRUE(page(5).isVisible());
+}
+
+TEST_F(MiscViewTest, TheLongestTimeIsShownAndCannotBeChosen) {
+    core::checked(tables.EEParams, tables.addresses.INJ_MODE_OFFSET).value = std::uint8_t{1};
+    window.UpdateReadEE(3, tables.addresses.INJ_MULTIPLIER_OFF, false);
+    showTab(2);
+    auto& shown = find<QRadioButton>("optInj8ms(3)");
+    EXPECT_TRUE(shown.isChecked());
+    EXPECT_FALSE(shown.isEnabled());
+}
+
+TEST_F(MiscViewTest, BothOutputsAreChosenByThemselves) {
+    showTab(3);
+    choose("OptionPWM1(2)");
+    choose("OptionPWM2(0)");
+    EXPECT_TRUE(window.OptionPWM1(2).Value);
+    EXPECT_TRUE(window.OptionPWM2(0).Value);
+    choose("OptionPWM1(0)");
+    EXPECT_FALSE(find<QRadioButton>("OptionPWM1(2)").isChecked());
+    EXPECT_TRUE(find<QRadioButton>("OptionPWM2(0)").isChecked());
+}
+
+}  // namespace
+}  // namespace korvane::views
