@@ -24,6 +24,8 @@ Program::Program(platform::Machine& machine)
     : machine_(machine),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      eepromImage_(frmSarn2_, tables_, eeprom_),
+      frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
       connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
@@ -33,11 +35,14 @@ Program::Program(platform::Machine& machine)
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
       mapWindows_(machine, mapContext_, windows_) {
+    windows_.frmMisc = &frmMisc_;
+    connection_.loadSettings = [this] { frmMisc_.load(); };
     dispatcher_.setLiveDecoder(liveUpdate_);
     liveUpdate_.setAnalyser(&analyser_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -94,8 +99,7 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnAsetukset, &frmSarn2_.btnBackup, &frmSarn2_.btnUploadEEPROM,
-                         &frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
+    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
                          &frmSarn2_.Command7, &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
@@ -107,6 +111,7 @@ void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
+        frmMisc_.leave();
         frm3Dmap_.leave();
     }
     ended_ = !stays;

@@ -10,12 +10,14 @@
 #include "core/SharedTables.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
+#include "live/EepromImage.h"
 #include "live/FrmSarn2.h"
 #include "live/LiveUpdate.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/MapContext.h"
 #include "platform/Machine.h"
+#include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
 namespace korvane::app {
@@ -44,6 +46,7 @@ public:
     [[nodiscard]] live::LiveUpdate& liveUpdate() { return liveUpdate_; }
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
+    [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
 
@@ -58,6 +61,8 @@ private:
     link::Windows windows_;
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
+    live::EepromImage eepromImage_;
+    settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;
     link::Connection connection_;
     trend::MainTrends trends_;

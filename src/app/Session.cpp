@@ -91,6 +91,7 @@ void Session::registerNames() {
     console::registerMainWindow(names_, program_.frmSarn2());
     console::registerAnalyser(names_, program_.analyser());
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
+    console::registerSettings(names_, program_.frmMisc());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

@@ -11,6 +11,7 @@
 #include "core/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
+#include "settings/FrmMisc.h"
 
 namespace korvane::console {
 
@@ -26,6 +27,9 @@ void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
 
 // CalcPower, and the procedures of frm3Dmap.
 void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);
+
+// The members of frmMisc that are no controls, and its procedure UpdateReadEE.
+void registerSettings(Names& names, settings::FrmMisc& window);
 
 struct Procedures {
     core::EepromAccess& eeprom;

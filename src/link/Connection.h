@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -27,6 +28,9 @@ public:
     // The close of the main window, first part: remembers the choices and `useSound`, the box's value. True if the
     // window has to stay open for now, because the port is only just being closed; TimerExit unloads it a second later.
     [[nodiscard]] bool closing(int useSound);
+
+    // Loads the settings window, so that replies always reach it. Called behind each connect and each disconnect.
+    std::function<void()> loadSettings;
 
 private:
     void onComm();

@@ -8,6 +8,7 @@ ConnectionPanel::ConnectionPanel(platform::Window& owner)
       ComboBaud(owner, "ComboBaud"),
       ComboRefresh(owner, "ComboRefresh"),
       btnConnect(owner, "btnConnect"),
+      prgSettings(owner, "prgSettings"),
       lblState(owner, "lblState"),
       lblBytesRec(owner, "lblBytesRec"),
       lblPackets(owner, "lblPackets"),

@@ -20,6 +20,7 @@ struct ConnectionPanel {
 
     platform::ComboBox ComboPort, ComboBaud, ComboRefresh;
     platform::CommandButton btnConnect;
+    platform::ProgressBar prgSettings;  // of the read of all settings
     platform::Label lblState, lblBytesRec, lblPackets, lblHWVer, lblFeatures;
     platform::CommandButton Command2;            // "Restart device"
     platform::Frame FrameOptTest;                // "Opt test"

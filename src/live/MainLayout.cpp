@@ -38,6 +38,7 @@ void placeConnection(FrmSarn2& window) {
         place(*control, left, 180, kColumn, kLine);
         left += kColumn + kGap;
     }
+    place(window.prgSettings, left, 180, kColumn, kLine);
 }
 
 void placeButtons(FrmSarn2& window) {

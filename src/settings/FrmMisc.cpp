@@ -43,7 +43,8 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       scaled_(*this, tables),
       replies_(context_, scaled_),
       fullRead_(context_),
-      saveGroups_(context_) {
+      saveGroups_(context_),
+      parameterTools_(*this, tables, eeprom) {
     tbsOptions.Click = [this] { tbsOptions_Click(); };
     btnLoad.Click = [this] { fullRead_.run(); };
     btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };
@@ -71,6 +72,7 @@ void FrmMisc::Form_Load() {
     context_.eeprom.ReadEE(core::toInt16(context_.tables.addresses.WBO2_MODE_OFF));
     opt_injofftype(0).Value = context_.tables.InjOff_type != 0;
     opt_injofftype(1).Value = context_.tables.InjOff_type == 0;
+    parameterTools_.fill();
     Combolaunchmode.ListIndex = 0;
     ComboMapSensorType.ListIndex = 0;
     TimerInitialGetData.Enabled = true;

@@ -4,6 +4,7 @@
 #include "link/Windows.h"
 #include "settings/FullRead.h"
 #include "settings/MiscContext.h"
+#include "settings/ParameterTools.h"
 #include "settings/Replies.h"
 #include "settings/SaveGroups.h"
 #include "settings/ScaledFields.h"
@@ -53,6 +54,7 @@ private:
     Replies replies_;
     FullRead fullRead_;
     SaveGroups saveGroups_;
+    ParameterTools parameterTools_;
     bool leaves_ = false;
 };
 

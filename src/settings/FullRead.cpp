@@ -41,6 +41,7 @@ void FullRead::run() {
 
 void FullRead::readAll() {
     maps::Progress progress(context_.window.prgLoad, readCount());
+    maps::Progress mainProgress(context_.connection.prgSettings, readCount());
     showPercent(0);
     context_.window.machine().pump.wait(kFirstPause);
     context_.window.machine().pump.pump();
@@ -48,8 +49,12 @@ void FullRead::readAll() {
     for (const ReadRow& row : readList()) {
         for (int cell = 0; cell < row.cells; ++cell) {
             if (row.first != nullptr) {
+                if (!context_.window.isLoaded()) {
+                    return;
+                }
                 read(row, cell);
                 progress.step();
+                mainProgress.step();
             }
             if (row.percent >= 0) {
                 showPercent(row.percent + cell * row.percentStep);

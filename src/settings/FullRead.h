@@ -11,8 +11,9 @@ public:
     explicit FullRead(const MiscContext& context) : context_(context) {}
 
     // Asks for the settings block and then for one address after the other, 150 ms apart, whether or not an answer
-    // comes; with the port closed it takes as long and sends nothing. The poll stands still meanwhile. It cannot be
-    // broken off: one that is started inside another runs to its end, and then the outer one goes on.
+    // comes; with the port closed it takes as long and sends nothing. The poll stands still meanwhile. Nothing but the
+    // end of the program breaks it off: one that is started inside another runs to its end, and then the outer one
+    // goes on.
     void run();
 
 private:

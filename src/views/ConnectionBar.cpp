@@ -1,5 +1,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -9,6 +10,7 @@
 #include "views/DropDown.h"
 #include "views/MainParts.h"
 #include "views/Readout.h"
+#include "views/TransferBar.h"
 
 namespace korvane::views {
 
@@ -53,22 +55,44 @@ public:
         addColumn(child<Caption>(static_cast<QWidget*>(&card_), QString(), nullptr), push);
     }
 
-    void addReadout(platform::Label& label, const QString& caption, const QString& longest, bool bold) {
-        auto& readout = child<Readout>(static_cast<QWidget*>(&card_), Readout::Look{.bold = bold});
+    void addReadout(platform::Label& label, const QString& caption, const QString& longest) {
+        auto& readout = child<Readout>(static_cast<QWidget*>(&card_));
         readout.setReserve(longest);
         binder_.bind(label, readout);
         addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &readout), readout);
     }
 
+    // The bar stands beside the caption, where it takes no room from the texts.
+    void addState(platform::Label& state, platform::ProgressBar& progress) {
+        QWidget* const inside = &card_;
+        auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
+        readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
+        binder_.bind(state, readout);
+        auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
+                                    QStringLiteral("Settings %p%"));
+        bar.setMinimumWidth(0);
+        auto& line = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+        line.addWidget(&child<Caption>(inside, QStringLiteral("Connection"), &readout));
+        line.addWidget(&bar, 1);
+        auto& column = makeColumn();
+        column.addLayout(&line);
+        column.addWidget(&readout, 1);
+    }
+
     void addSpace() { row_.addStretch(1); }
 
 private:
-    void addColumn(Caption& caption, QWidget& field) {
+    QVBoxLayout& makeColumn() {
         auto& column = child<QVBoxLayout>(static_cast<QWidget*>(nullptr));
         column.setSpacing(kCaptionGap);
+        row_.addLayout(&column);
+        return column;
+    }
+
+    void addColumn(Caption& caption, QWidget& field) {
+        auto& column = makeColumn();
         column.addWidget(&caption);
         column.addWidget(&field, 1);
-        row_.addLayout(&column);
     }
 
     Binder& binder_;
@@ -84,12 +108,12 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
     bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
     bar.addButton(window.btnConnect, 'c');
-    bar.addReadout(window.lblState, QStringLiteral("Connection"), QStringLiteral("COM15; 230400 Connected"), true);
+    bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
-    bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"), false);
-    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100"), false);
-    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"), false);
-    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"), false);
+    bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
+    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100"));
+    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
+    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));
     bar.card().fitMargins();
     return bar.card();
 }

@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -11,6 +10,7 @@
 #include "views/MainParts.h"
 #include "views/MapGridView.h"
 #include "views/Readout.h"
+#include "views/TransferBar.h"
 #include "views/WindowView.h"
 
 namespace korvane::views {
@@ -21,7 +21,6 @@ constexpr int kRowGap = 5;
 constexpr int kColumnGap = 6;
 constexpr int kBoxGap = 16;
 constexpr int kGroupGap = 14;
-constexpr int kProgressWidth = 12;  // text sizes
 
 QPushButton& makeButton(platform::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
     auto& push = child<QPushButton>(parent);
@@ -34,20 +33,6 @@ QCheckBox& makeBox(platform::CheckBox& box, char mnemonic, Binder& binder, QWidg
     auto& check = child<QCheckBox>(parent);
     binder.bind(box, check, mnemonic);
     return check;
-}
-
-// Keeps its place while nothing is under way, so that nothing else moves.
-QProgressBar& makeProgress(platform::ProgressBar& progress, Binder& binder, QWidget* parent) {
-    auto& bar = child<QProgressBar>(parent);
-    bar.setTextVisible(false);
-    bar.setFixedWidth(bar.fontMetrics().height() * kProgressWidth);
-    bar.setMaximumHeight(bar.fontMetrics().height());
-    bar.setAccessibleName(QStringLiteral("Transfer"));
-    QSizePolicy policy = bar.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    bar.setSizePolicy(policy);
-    binder.bind(progress, bar);
-    return bar;
 }
 
 }  // namespace
@@ -77,7 +62,7 @@ QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent
     status.setReserve(QStringLiteral("PWM table have been sent to ECU 00:00:00"));
     QObject::connect(&view, &QWidget::windowTitleChanged, &status, &Readout::setText);
     row.addWidget(&status, 1);
-    row.addWidget(&makeProgress(window.prgTransfer, binder, inside));
+    row.addWidget(&makeTransferBar(window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
     row.addSpacing(kGroupGap);
     row.addWidget(&makeButton(window.btnLoad, 'h', binder, inside));
     row.addWidget(&makeButton(window.btnSave, 't', binder, inside));

@@ -1,6 +1,5 @@
 #include <QEvent>
 #include <QGridLayout>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -12,6 +11,7 @@
 #include "views/Child.h"
 #include "views/Icons.h"
 #include "views/MainParts.h"
+#include "views/TransferBar.h"
 
 namespace korvane::views {
 
@@ -156,8 +156,9 @@ Card& makeService(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Group group(QStringLiteral("Service"), binder, parent);
     group.add(window.btnBackup, 'b');
     group.add(window.btnUploadEEPROM, 'u');
-    auto& progress = child<QProgressBar>(static_cast<QWidget*>(&group.card()));
-    binder.bind(window.prgEeprom, progress);
+    auto& progress = makeTransferBar(window.prgEeprom, binder, &group.card(), QStringLiteral("EEPROM transfer"));
+    progress.setMinimumWidth(0);
+    progress.setMaximumSize(QWIDGETSIZE_MAX, progress.fontMetrics().height() / 2);
     group.add(progress);
     group.add(window.Command2, 'd');
     Group test(QString(), binder, &group.card());

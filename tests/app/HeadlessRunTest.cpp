@@ -83,8 +83,8 @@ TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
             {"--ecu", "none"});
     const auto replies = lines(outcome.output);
     ASSERT_EQ(replies.size(), 8U);
-    EXPECT_EQ(replies[1], "ok \"\"");
-    EXPECT_EQ(replies[3], "ok \"78\"");  // one poll
+    EXPECT_EQ(replies[1], "ok \"520602ad\"");  // the settings window asks for the lambda sensor's type
+    EXPECT_EQ(replies[3], "ok \"78\"");        // one poll
     EXPECT_EQ(replies[4], "ok");
     EXPECT_THAT(replies[5], StartsWith("error "));
     EXPECT_EQ(replies[6], "ok \"hwVer: 3.386\"");

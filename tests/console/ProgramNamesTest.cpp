@@ -21,6 +21,7 @@ protected:
                                    }});
         console.emplace(ConsoleContext{machine, dialogs, tap, names, nullptr, nullptr, errors,
                                        [this] { program->quit(); }, [this] { return program->ended(); }});
+        program->connection().loadSettings = nullptr;  // its read would mix with what a test sends
         program->start();
         static_cast<void>(run("messages"));
     }

@@ -218,11 +218,13 @@ TEST_F(FullReadTest, GoesOnBehindTheCloseBox) {
     EXPECT_FALSE(frmMisc_.Visible);
 }
 
-TEST_F(FullReadTest, GoesOnWhenTheProgramEnds) {
+// Up to the end of the pause that it stands in.
+TEST_F(FullReadTest, EndsWithTheProgram) {
     showOnOpenPort();
     at(1000, [&] { frmMisc_.leave(); });
     frmMisc_.btnLoad.press();
-    EXPECT_EQ(now(), kPass);
+    EXPECT_EQ(now(), 1080);
+    EXPECT_FALSE(main_.prgSettings.Visible);
     EXPECT_FALSE(frmMisc_.isLoaded());
 }
 

@@ -34,6 +34,7 @@ VirtualMachine::VirtualMachine(platform::LineDevice* lineDevice)
 
 VirtualProgram::VirtualProgram(platform::LineDevice* lineDevice) : VirtualMachine(lineDevice), program(machine) {
     folder.write("Settings_par.ini", namelessChannels());
+    program.connection().loadSettings = nullptr;
     program.start();
 }
 

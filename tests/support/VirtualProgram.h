@@ -53,7 +53,8 @@ struct VirtualMachine {
     platform::Machine machine;
 };
 
-// Started, with a "Settings_par.ini" of defaults in its folder so that no message box stands in the way.
+// Started, with a "Settings_par.ini" of defaults in its folder so that no message box stands in the way. A connect does
+// not load the settings window: its read would mix with what a test looks at.
 struct VirtualProgram : VirtualMachine {
     explicit VirtualProgram(platform::LineDevice* lineDevice = nullptr);
 

@@ -136,8 +136,8 @@ TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
         visited.push_back(view().focusWidget()->objectName().toStdString());
         key(*view().focusWidget(), Qt::Key_Tab);
     }
-    EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat", "Command1",
-                                     "Command2", "Command3", "Command4"));
+    EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
+                                     "btnAsetukset", "Command1", "btnBackup", "btnUploadEEPROM"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {
