@@ -92,9 +92,10 @@ void cTrendline::draw(const TrendTable& table, bool rightScale) {
     drawMinutes(plot);
     PicBox->surface().box(pointAt(plot.left, plot.top), pointAt(plot.right, plot.bottom), kFrameColor);
     drawLegend(plot, table, rightScale ? kLegendGapRightScale : kLegendGap);
+    const Columns xs = columns(plot);
     for (int series = 0; series < kLines; ++series) {
         if (!table.name(series).empty()) {
-            drawLine(plot, table, series);
+            drawLine(plot, xs, table, series);
         }
     }
 }
@@ -177,7 +178,16 @@ void cTrendline::drawLegend(const Geometry& plot, const TrendTable& table, int o
     }
 }
 
-void cTrendline::drawLine(const Geometry& plot, const TrendTable& table, int series) {
+cTrendline::Columns cTrendline::columns(const Geometry& plot) const {
+    const double step = static_cast<double>(plot.width()) / maxX;
+    Columns xs;
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        xs[i] = rounded(plot.right - static_cast<double>(static_cast<int>(i)) * step);
+    }
+    return xs;
+}
+
+void cTrendline::drawLine(const Geometry& plot, const Columns& xs, const TrendTable& table, int series) {
     if (maxX - 2 < TrendTable::kNewestRow) {
         return;
     }
@@ -188,12 +198,9 @@ void cTrendline::drawLine(const Geometry& plot, const TrendTable& table, int ser
     const double scale = maxY;
     const double top = plot.top;
     const double bottom = plot.bottom;
-    const double step = static_cast<double>(plot.width()) / maxX;
-    std::array<std::int16_t, TrendTable::kLastRow> xs;
     std::array<std::int16_t, TrendTable::kLastRow> ys;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const double y = zero - values[i] * height / scale;
-        xs[i] = rounded(plot.right - static_cast<double>(static_cast<int>(i)) * step);
         ys[i] = rounded(y < top ? top : y > bottom ? bottom : y);
     }
     for (std::size_t i = 0; i < values.size(); ++i) {

@@ -1,6 +1,7 @@
 // Draws a trend table on a picture box: value grid, minutes, legend and five lines, the newest sample at the right.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "platform/PictureBox.h"
@@ -39,7 +40,10 @@ private:
     void drawRightScale(const Geometry& plot);
     void drawMinutes(const Geometry& plot);
     void drawLegend(const Geometry& plot, const TrendTable& table, int offset);
-    void drawLine(const Geometry& plot, const TrendTable& table, int series);
+    // The place of each row, the newest on the right; the same for all series.
+    using Columns = std::array<std::int16_t, TrendTable::kLastRow>;
+    [[nodiscard]] Columns columns(const Geometry& plot) const;
+    void drawLine(const Geometry& plot, const Columns& xs, const TrendTable& table, int series);
     [[nodiscard]] platform::Color colorOf(int series) const;
 };
 
