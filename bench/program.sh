@@ -34,6 +34,8 @@ exec 3>"$work/commands"
 # User and system time of the program so far, in clock ticks.
 ticks() { awk '{ print $14 + $15 }' "/proc/$tuner/stat"; }
 
+# The read of all settings would slow the poll down.
+echo "set frmMisc.TimerInitialGetData.Enabled false" >&3
 sleep 3
 if [ "$scene" = maps ]; then
   printf '%s\n' "click frmSarn2.btnKartat" "click frmMaps.chkTrace" >&3

@@ -1,4 +1,5 @@
 // The tuning agent: what the analyser does to the fuel map by itself.
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <string>
@@ -8,6 +9,8 @@
 #include "core/Numbers.h"
 #include "core/TextFile.h"
 #include "core/TimeText.h"
+#include "maps/MapGeometry.h"
+#include "maps/RealtimeChanges.h"
 #include "platform/Control.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -16,8 +19,8 @@ namespace korvane::analysis {
 
 namespace {
 
-constexpr int kColumns = 16;  // of the arithmetic here, also for the large maps
-constexpr int kLimit = 320;   // cells
+constexpr int kColumns = maps::kOrdinaryMaps.columns;  // of the arithmetic here, also for the large maps
+constexpr int kLimit = maps::kLargeMaps.cells();
 
 // A look waits with each correction, and the next tick comes inside the wait. While corrections go on the looks stack
 // up; the deepest ones are left out, and the ticks go on when the stack has come down.
@@ -66,8 +69,7 @@ int directionOf(float proposal, float weight) {
 // How far a cell is lifted towards one that lies well above it.
 int lift(int from, int to) {
     constexpr int kMost = 10;
-    const int half = core::toInt32((from - to) / 2.0);
-    return half > kMost ? kMost : half;
+    return std::min(core::toInt32((from - to) / 2.0), kMost);
 }
 
 }  // namespace
@@ -191,9 +193,8 @@ void clsInjAnalyser::SaveControlToFile(std::string_view line) {
 
 // Fuel rises with load everywhere and falls with speed only by little. The bounds hold for the large maps too.
 void clsInjAnalyser::SmoothFuelMap() {
-    constexpr int kRows = 9;
     bool changed = false;
-    for (int row = 0; row < kRows; ++row) {
+    for (int row = 0; row < maps::kOrdinaryMaps.rows - 1; ++row) {
         for (int column = 0; column < kColumns - 1; ++column) {
             const int cell = row * kColumns + column;
             changed = smoothAlongRow(column, cell) || changed;
@@ -229,14 +230,10 @@ bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
     return true;
 }
 
-// Cell and value go twice, so that the ECU can check them.
 void clsInjAnalyser::SendFuelCell(int index) {
-    if (!port_.PortOpen()) {
-        return;
+    if (port_.PortOpen()) {
+        port_.Output(maps::cellFrame('g', core::toByte(index), core::checked(tables_.FuelMapOut, index)));
     }
-    const auto cell = core::toByte(index);
-    const auto value = core::checked(tables_.FuelMapOut, index);
-    port_.Output(std::array<std::uint8_t, 6>{'g', cell, cell, value, value, static_cast<std::uint8_t>(0xFF - 'g')});
 }
 
 }  // namespace korvane::analysis

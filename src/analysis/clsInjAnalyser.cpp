@@ -4,6 +4,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
+#include "maps/MapGeometry.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 
@@ -13,8 +14,8 @@ namespace {
 
 constexpr float kDefaultSetpoint = 12.5F;
 constexpr float kSlowest = 1000.0F;  // rpm: at or below it nothing is gathered
-constexpr int kColumns = 16;         // of the arithmetic here, also for the large maps
-constexpr std::int16_t kOrdinarySize = 160;
+constexpr std::int16_t kOrdinarySize = maps::kOrdinaryMaps.cells();
+constexpr maps::MapGeometry kGrid = maps::kOrdinaryMaps;  // of the arithmetic here, also for the large maps
 
 // A result as a Single holds it.
 float single(float value) {
@@ -35,7 +36,7 @@ clsInjAnalyser::clsInjAnalyser(platform::Machine& machine, core::SharedTables& t
     : timerAgent(machine.pump, machine.log), machine_(machine), tables_(tables), port_(port) {
     setMapSize(kOrdinarySize);
     setpoints_.fill(kDefaultSetpoint);
-    ClearTables();
+    clsInjAnalyser::ClearTables();
     timerAgent.Interval = 300;
     timerAgent.TimerElapsed = [this] { timerAgent_Timer(); };
 }
@@ -90,9 +91,9 @@ void clsInjAnalyser::addValues(float lambda, float cell, float rpm, float load) 
     auto& stats = core::checked(CellStats, c);
     const float count = core::checked(SampleCount, c);
     stats.LambdaAvg = withSample(stats.LambdaAvg, count, single(lambda * LambdaScale));
-    const float above = rpm - static_cast<float>(1000 + 500 * (c % kColumns));
+    const float above = rpm - static_cast<float>(kGrid.rpmOf(c));
     stats.RpmOffsetAvg = withSample(stats.RpmOffsetAvg, count, std::fmax(above, 0.0F));
-    const float below = load - (static_cast<float>(c) / static_cast<float>(kColumns) + 1.0F) * 0.1F;
+    const float below = load - (static_cast<float>(c) / static_cast<float>(kGrid.columns) + 1.0F) * 0.1F;
     stats.LoadOffsetAvg = withSample(stats.LoadOffsetAvg, count, below);
     core::checked(SampleCount, c) = count + 1.0F;
     auto& squares = core::checked(SquareSum, c);
@@ -110,8 +111,9 @@ void clsInjAnalyser::ClearTables() {
 
 void clsInjAnalyser::setMapSize(std::int16_t size) {
     mapSize = size;
-    columns = static_cast<std::int16_t>(size == kOrdinarySize ? 16 : 20);
-    rows = static_cast<std::int16_t>(size == kOrdinarySize ? 10 : 16);
+    const auto& grid = size == kOrdinarySize ? maps::kOrdinaryMaps : maps::kLargeMaps;
+    columns = static_cast<std::int16_t>(grid.columns);
+    rows = static_cast<std::int16_t>(grid.rows);
 }
 
 }  // namespace korvane::analysis

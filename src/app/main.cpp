@@ -1,8 +1,10 @@
 // korvane-tuner: the program.
 #include <cstdlib>
 #include <exception>
+#include <fcntl.h>
 #include <iostream>
 #include <string>
+#include <unistd.h>
 #include <variant>
 #include <vector>
 
@@ -26,6 +28,15 @@ bool hasDisplay() {
         }
     }
     return false;
+}
+
+// A program that was started without them would get the next files that it opens in their place.
+void occupyStandardStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) == -1) {
+            static_cast<void>(::open("/dev/null", O_RDWR));
+        }
+    }
 }
 
 int start(const korvane::app::Options& options, int& argc, char** argv) {
@@ -63,6 +74,7 @@ int run(int& argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
+        occupyStandardStreams();
         return run(argc, argv);
     } catch (const std::exception& error) {
         return complain(error.what());

@@ -60,6 +60,12 @@ void addCellNames(Names& names, clsInjAnalyser& analyser) {
         [&analyser](Names::Indices at, const Json& value) { analyser.Setpoint(singleNumber(value), at.front()); });
 }
 
+void addMapSize(Names& names, clsInjAnalyser& analyser) {
+    addVariable(names, "clsInjAnalyser.mapSize", analyser.mapSize, Access::ReadOnly);
+    addVariable(names, "clsInjAnalyser.columns", analyser.columns, Access::ReadOnly);
+    addVariable(names, "clsInjAnalyser.rows", analyser.rows, Access::ReadOnly);
+}
+
 void addSwitches(Names& names, clsInjAnalyser& analyser) {
     const auto add = [&](const std::string& name, bool (clsInjAnalyser::*get)() const,
                          void (clsInjAnalyser::*set)(bool)) {
@@ -78,6 +84,7 @@ void addSwitches(Names& names, clsInjAnalyser& analyser) {
 
 void registerAnalyser(Names& names, clsInjAnalyser& analyser) {
     addProcedures(names, analyser);
+    addMapSize(names, analyser);
     addCellNames(names, analyser);
     addSwitches(names, analyser);
 }

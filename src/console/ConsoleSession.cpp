@@ -30,11 +30,14 @@ void ConsoleSession::endOfInput() {
 }
 
 void ConsoleSession::append(std::string_view part) {
-    if (open_.tooLong || open_.text.size() + part.size() > kLongestLine) {
-        const auto line = open_.text.empty() ? part : std::string_view(open_.text);
-        const auto begin = line.find_first_not_of(" \t");
-        const bool comment = begin != std::string_view::npos && line[begin] == '#';
-        open_ = {{}, true, open_.comment || comment};
+    if (open_.tooLong) {
+        return;
+    }
+    if (open_.text.empty()) {
+        part.remove_prefix(std::min(part.find_first_not_of(" \t"), part.size()));
+    }
+    if (open_.text.size() + part.size() > kLongestLine) {
+        open_ = {{}, true, (open_.text.empty() ? part : std::string_view(open_.text)).front() == '#'};
         return;
     }
     open_.text += part;

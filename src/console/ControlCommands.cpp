@@ -23,10 +23,14 @@ void requireNumber(const std::string& sentence, int number, int first, int count
     }
 }
 
-void leftButton(Control& control, int shift) {
+void giveFocus(Control& control) {
     if (control.canFocus()) {
         control.window().setFocus(&control);
     }
+}
+
+void leftButton(Control& control, int shift) {
+    giveFocus(control);
     control.mouseUp(1, shift, control.Width / 2.0, control.Height / 2.0);
 }
 
@@ -40,6 +44,8 @@ Console::Answer Console::click(Arguments& arguments) {
     if (!control.canClick()) {
         cannot(control, "can't be clicked");
     }
+    requireReach(control);
+    giveFocus(control);
     requireReach(control);
     control.press();
     return {};

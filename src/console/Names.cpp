@@ -114,7 +114,8 @@ std::optional<Json> Names::call(const std::string& name, std::span<const Json> a
     }
     const ProcedureEntry& entry = found->second;
     if (arguments.size() < entry.least || arguments.size() > entry.most) {
-        throw ConsoleError(name + " takes the arguments " + entry.arguments);
+        throw ConsoleError(name +
+                           (entry.most == 0 ? " takes no arguments" : " takes the arguments " + entry.arguments));
     }
     return named(name, [&] { return entry.procedure(arguments); });
 }

@@ -52,12 +52,12 @@ void EepromAccess::writeByte(std::int32_t addr, std::uint8_t data) {
 }
 
 void EepromAccess::send(std::initializer_list<std::uint8_t> frame) {
-    // Events run between the two halves of a word, so the port may have been closed since.
-    if (!port_.PortOpen()) {
-        return;
-    }
+    // The port may have been closed since the frame before, and the device may go between two bytes of this one: the
+    // tuner has been told of that, and the rest is that of a closed port.
     for (const std::uint8_t byte : frame) {
-        port_.Output(byte);
+        if (port_.PortOpen()) {
+            port_.Output(byte);
+        }
     }
 }
 

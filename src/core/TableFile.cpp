@@ -1,9 +1,11 @@
 #include "core/TableFile.h"
 
 #include <functional>
+#include <system_error>
 
 #include "core/Numbers.h"
 #include "core/TextFile.h"
+#include "platform/Files.h"
 
 namespace korvane::core {
 
@@ -12,14 +14,42 @@ namespace {
 namespace fs = std::filesystem;
 using platform::RuntimeError;
 
+void writeTable(const fs::path& path, std::size_t size, const std::function<std::string(std::size_t)>& lineOf) {
+    OutputFile file(path, OutputFile::Mode::Replace);
+    for (std::size_t i = 0; i + 1 < size; ++i) {
+        file.writeLine(lineOf(i));
+    }
+    file.close();
+}
+
+// The old file stays whole if `write` fails.
+void replaceThrough(const fs::path& old, const std::function<void(const fs::path&)>& write) {
+    OutputFile(old, OutputFile::Mode::Append).close();  // raises what a write to it would raise
+    const fs::path place = fs::canonical(old);
+    const fs::path made = platform::unusedName(place.parent_path(), place.filename().string() + ".");
+    std::error_code failed;
+    try {
+        write(made);
+        fs::permissions(made, fs::status(place).permissions(), failed);
+        fs::rename(made, place);
+    } catch (...) {
+        fs::remove(made, failed);
+        throw;
+    }
+}
+
 void saveTable(const fs::path& path, std::size_t size, const std::function<std::string(std::size_t)>& lineOf,
                platform::Dialogs& dialogs) {
+    const auto write = [&](const fs::path& file) { writeTable(file, size, lineOf); };
     try {
-        OutputFile file(path, OutputFile::Mode::Replace);
-        for (std::size_t i = 0; i + 1 < size; ++i) {
-            file.writeLine(lineOf(i));
+        std::error_code missing;
+        if (fs::is_regular_file(path, missing)) {
+            replaceThrough(path, write);
+        } else {
+            write(path);
         }
-        file.close();
+    } catch (const fs::filesystem_error& failure) {
+        dialogs.show({"", "Error tablesave: " + failure.code().message()});
     } catch (const RuntimeError& failure) {
         dialogs.show({"", std::string("Error tablesave: ") + failure.what()});
     }

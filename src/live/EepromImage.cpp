@@ -128,7 +128,7 @@ void EepromImage::backup() {
 bool EepromImage::readAll() {
     pause();
     const bool whole = pass(window_.btnBackup, [this](int address) {
-        send([&] { eeprom_.ReadEE(core::toInt16(address)); });
+        eeprom_.ReadEE(core::toInt16(address));
         return true;
     });
     if (whole) {
@@ -152,19 +152,6 @@ bool EepromImage::pass(platform::CommandButton& button, Transfer&& transfer) {
         pump.pump();
     }
     return true;
-}
-
-// The device may go between two bytes of a frame. The tuner has been told by then, and the rest is that of a closed
-// port.
-template <class Frame>
-void EepromImage::send(Frame&& frame) {
-    try {
-        frame();
-    } catch (const platform::RuntimeError&) {
-        if (window_.MSComm1.PortOpen()) {
-            throw;
-        }
-    }
 }
 
 void EepromImage::pause() {
@@ -210,8 +197,10 @@ void EepromImage::upload() {
         return;
     }
     if (const auto line = writeAll(std::span(lines).first(static_cast<std::size_t>(load.lastIndex) + 1))) {
+        const bool open = window_.MSComm1.PortOpen();
         tell("Line " + std::to_string(*line) + " of the EEPROM file is not a number from 0 to 255." +
-                 "\r\nThe upload ended there. The lines before it have been sent.",
+                 "\r\nThe upload ended there." +
+                 (open ? " The lines before it have been sent." : " The port is closed."),
              platform::MessageIcon::Exclamation);
     }
 }
@@ -226,7 +215,7 @@ std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> li
             failed = line;
             return false;
         }
-        send([&] { eeprom_.WriteEE(core::toInt16(address), *byte); });
+        eeprom_.WriteEE(core::toInt16(address), *byte);
         return true;
     });
     window_.btnUploadEEPROM.Caption = "Upload EEPROM";

@@ -40,8 +40,6 @@ private:
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
     template <class Transfer>
     bool pass(platform::CommandButton& button, Transfer&& transfer);
-    template <class Frame>
-    void send(Frame&& frame);
     [[nodiscard]] bool readLately() const;
     void save();
     void pause();

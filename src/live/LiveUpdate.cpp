@@ -128,7 +128,7 @@ void LiveUpdate::decodeNewerPart(std::span<const std::uint8_t> payload) {
     }
     if (upper > 17) {
         const int selector = checked(payload, 17);
-        setStandard(static_cast<std::size_t>(12 + selector / 16), (selector % 16) * 256 + checked(payload, 18));
+        setStandard(12 + static_cast<std::size_t>(selector / 16), (selector % 16) * 256 + checked(payload, 18));
     }
 }
 
@@ -168,7 +168,7 @@ void LiveUpdate::showValues() {
     showText(window_.lblValue(10), 10);
     showText(window_.lblValue(11), 11);
     for (int i = 0; i < window_.lblValueMux.count(); ++i) {
-        showText(window_.lblValueMux(i), static_cast<std::size_t>(12 + i));
+        showText(window_.lblValueMux(i), 12 + static_cast<std::size_t>(i));
     }
 }
 
@@ -200,10 +200,10 @@ void LiveUpdate::pushSamples() {
 
 // Flags that 32 bits can't hold light none.
 void LiveUpdate::lightLamps() {
-    std::int32_t flags = 0;
-    skippingErrors([&] { flags = core::toInt32(value(22)); });
+    std::int32_t liveFlags = 0;
+    skippingErrors([&] { liveFlags = core::toInt32(value(22)); });
     for (int n = 0; n < window_.imgLed.count(); ++n) {
-        const bool lit = (flags & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
+        const bool lit = (liveFlags & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
         window_.imgLed(n).Shown = lit ? platform::Picture::Green : platform::Picture::Grey;
     }
 }

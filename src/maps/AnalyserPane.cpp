@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/Numbers.h"
+#include "maps/CellFace.h"
 
 namespace korvane::maps {
 
@@ -115,15 +116,8 @@ void AnalyserPane::showMean(platform::TextBox& box, int cell) {
 }
 
 void AnalyserPane::keyDown(int cell, int keyCode) {
-    const int columns = window_.analys.geometry.columns;
-    if (keyCode == platform::kKeyLeft && cell % columns != 0) {
-        window_.setFocus(&window_.analys(cell - 1));
-    } else if (keyCode == platform::kKeyRight && (cell + 1) % columns != 0) {
-        window_.setFocus(&window_.analys(cell + 1));
-    } else if (keyCode == platform::kKeyUp && cell >= columns) {
-        window_.setFocus(&window_.analys(cell - columns));
-    } else if (keyCode == platform::kKeyDown && cell < window_.analys.geometry.cells() - columns) {
-        window_.setFocus(&window_.analys(cell + columns));
+    if (const auto next = window_.analys.beside(cell, keyCode)) {
+        window_.setFocus(&window_.analys(*next));
     } else if (keyCode == platform::kKeyPlus || keyCode == platform::kKeyMinus) {
         stepTarget(cell, keyCode == platform::kKeyPlus);
     }
@@ -134,11 +128,10 @@ void AnalyserPane::stepTarget(int cell, bool up) {
     const double old = core::val(box.ToolTipText.get());
     const double target = up ? (old >= kHighestTarget ? kHighestTarget : old + kTargetStep)
                              : (old <= kLowestTarget ? kLowestTarget : old - kTargetStep);
-    box.Locked = false;
+    const Unlocked unlocked(box);
     box.ToolTipText = core::numberText(target).view();
     box.Text = box.ToolTipText.get();
     context_.analyser.Setpoint(static_cast<float>(target), cell);
-    box.Locked = true;
 }
 
 }  // namespace korvane::maps

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "platform/Controls.h"
@@ -14,6 +15,18 @@ struct CellFace {
     std::string_view toolTip;
 };
 
+// Lets a cell be typed into while it lives.
+class Unlocked {
+public:
+    explicit Unlocked(platform::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+    ~Unlocked() { cell_.Locked = true; }
+
+private:
+    platform::TextBox& cell_;
+};
+
 // Whether a cell can be typed into while its face is rewritten, as those of an edited image can.
 enum class Rewrite { Locked, Unlocked };
 
@@ -23,15 +36,13 @@ enum class Rewrite { Locked, Unlocked };
 }
 
 inline void showFace(platform::TextBox& cell, const CellFace& face, Rewrite rewrite) {
+    std::optional<Unlocked> unlocked;
     if (rewrite == Rewrite::Unlocked) {
-        cell.Locked = false;
+        unlocked.emplace(cell);
     }
     cell.ForeColor = face.color;
     cell.Text = face.text;
     cell.ToolTipText = face.toolTip;
-    if (rewrite == Rewrite::Unlocked) {
-        cell.Locked = true;
-    }
 }
 
 }  // namespace korvane::maps

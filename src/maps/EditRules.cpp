@@ -11,6 +11,12 @@ namespace korvane::maps {
 namespace {
 
 constexpr std::uint8_t kHighest = 255;
+constexpr std::uint8_t kHighestPwmStep = 225;  // for single steps; on a block + goes to 255
+
+// One more, stopping at `highest`; what is above it stays.
+std::uint8_t raised(std::uint8_t byte, std::uint8_t highest) {
+    return byte < highest ? static_cast<std::uint8_t>(byte + 1) : byte;
+}
 
 std::uint8_t raisedToTop(std::uint8_t byte) {
     return raised(byte, kHighest);
@@ -21,10 +27,6 @@ std::uint8_t restOf(double offset) {
 }
 
 }  // namespace
-
-std::uint8_t raised(std::uint8_t byte, std::uint8_t highest) {
-    return byte < highest ? static_cast<std::uint8_t>(byte + 1) : byte;
-}
 
 std::uint8_t raisedWithOffset(std::uint8_t byte, double offset) {
     return byte + offset >= kHighest ? restOf(offset) : raisedToTop(byte);

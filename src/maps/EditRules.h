@@ -9,12 +9,6 @@
 
 namespace korvane::maps {
 
-// The highest count of a PWM cell that + reaches by single steps; on a block it goes to 255.
-inline constexpr std::uint8_t kHighestPwmStep = 225;
-
-// One more, stopping at `highest`; what is above it stays.
-[[nodiscard]] std::uint8_t raised(std::uint8_t byte, std::uint8_t highest);
-
 // + on a fuel cell where the injection offset counts as map counts. In a block what comes to 255 counts or more with
 // the offset becomes what comes to just 255, even if that is less; a single step asks for exactly 255.
 [[nodiscard]] std::uint8_t raisedWithOffset(std::uint8_t byte, double offset);

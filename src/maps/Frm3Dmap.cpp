@@ -4,21 +4,20 @@
 #include <string>
 
 #include "core/Checked.h"
+#include "maps/MapGeometry.h"
 
 namespace korvane::maps {
 
 namespace {
 
-constexpr std::int16_t kColumns = 16;
-constexpr std::int16_t kRows = 10;
 constexpr std::int32_t kSameTable = 99;
 constexpr int kMargin = 200;  // twips
 
 const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t mapNumber) {
     switch (mapNumber) {
-        case 1:
+        case kFuelTable:
             return tables.FuelMapOut;
-        case 3:
+        case kPwmTable:
             return tables.PwmMapOut;
         default:
             return tables.IgnMapOut;
@@ -63,11 +62,11 @@ void Frm3Dmap::redraw() {
 void Frm3Dmap::writeLabels() {
     for (int column = 1; column <= columns_; ++column) {
         MSChart1.Column = column;
-        MSChart1.setColumnLabel(std::to_string(column * 500 + 1000 - 500) + " RPM");
+        MSChart1.setColumnLabel(std::to_string((column + 1) * 500) + " RPM");
     }
     for (int row = 1; row <= rows_; ++row) {
         MSChart1.Row = row;
-        MSChart1.setRowLabel(std::to_string(row * 10 - 10) + " - " + std::to_string(row * 10) + " %");
+        MSChart1.setRowLabel(std::to_string((row - 1) * 10) + " - " + std::to_string(row * 10) + " %");
     }
 }
 
@@ -99,8 +98,8 @@ bool Frm3Dmap::Form_Unload() {
 }
 
 void Frm3Dmap::Form_Load() {
-    columns_ = kColumns;
-    rows_ = kRows;
+    columns_ = kOrdinaryMaps.columns;
+    rows_ = kOrdinaryMaps.rows;
     Tag = "";
     Command1.press();
     Form_Resize();

@@ -10,6 +10,11 @@
 
 namespace korvane::maps {
 
+// The tables by the number that Update3D takes.
+inline constexpr std::int32_t kFuelTable = 1;
+inline constexpr std::int32_t kIgnitionTable = 2;
+inline constexpr std::int32_t kPwmTable = 3;
+
 // Loaded hidden at the program's start, one for the whole run. Refreshes only once it has been opened: while its Tag is
 // empty Update3D does nothing.
 class Frm3Dmap : public platform::Window {
@@ -21,7 +26,7 @@ public:
 
     // Stored for the next Update3D.
     void setMapSizes(std::int16_t columns, std::int16_t rows);
-    // 1 fuel, 3 PWM, any other value ignition; 99 keeps the table on show. A failure ends in the debug log.
+    // Any number that is not fuel's or PWM's is ignition; 99 keeps the table on show. A failure ends in the debug log.
     void Update3D(std::int32_t mapNumber);
     // The table on show, as Update3D had it; 0 before the first.
     [[nodiscard]] std::int32_t mapNumber() const { return mapNumber_; }

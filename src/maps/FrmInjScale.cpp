@@ -105,10 +105,10 @@ float FrmInjScale::store(std::string_view section, const platform::TextBox& box)
     return size;
 }
 
-// The texts are read again at each cell: a fraction typed into a box counts, though the stored sizes are whole.
+// A fraction typed into a box counts, though the stored sizes are whole.
 void FrmInjScale::scaleMap() {
+    const double ratio = quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
     for (std::size_t cell = 0; cell < kScaledCells; ++cell) {
-        const double ratio = quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
         const double scaled = core::toInt(finite(tables_.FuelMapOut[cell] * ratio));
         tables_.FuelMapOut[cell] = core::toByte(std::clamp(scaled, 0.0, kLargestCell));
     }

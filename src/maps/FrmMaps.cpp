@@ -5,13 +5,15 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr MapVariant kVariant{"frmMaps",
-                              "Korvane Tuner, Maps ",
-                              kOrdinaryMaps,
-                              &ordinaryInjectionScale,
-                              MapTransfer::Halves::One,
-                              GridEditing::IgnitionMouse::No,
-                              "Trace map route"};
+constexpr MapVariant kVariant{
+    .name = "frmMaps",
+    .caption = "Korvane Tuner, Maps ",
+    .geometry = kOrdinaryMaps,
+    .scale = &ordinaryInjectionScale,
+    .halves = Halves::One,
+    .ignitionMouse = GridEditing::IgnitionMouse::No,
+    .traceCaption = "Trace map route",
+};
 
 // Where things stand that are moved away and back, twips.
 constexpr int kAway = -20000;

@@ -6,9 +6,15 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr MapVariant kVariant{"frmMaps_Large",      "Korvane Tuner, Maps, Large ", kLargeMaps,
-                              &largeInjectionScale, MapTransfer::Halves::Two,      GridEditing::IgnitionMouse::Yes,
-                              "Trace map"};
+constexpr MapVariant kVariant{
+    .name = "frmMaps_Large",
+    .caption = "Korvane Tuner, Maps, Large ",
+    .geometry = kLargeMaps,
+    .scale = &largeInjectionScale,
+    .halves = Halves::Two,
+    .ignitionMouse = GridEditing::IgnitionMouse::Yes,
+    .traceCaption = "Trace map",
+};
 
 constexpr int kPages = 4;
 constexpr int kPageLeft = 50;  // twips, of the page on show
@@ -59,8 +65,7 @@ void FrmMaps_Large::followEngine() {
 }
 
 void FrmMaps_Large::prepare3D() {
-    auto columns = static_cast<std::int16_t>(fuel.geometry.columns);
-    context().frm3Dmap.setMapSizes(columns, static_cast<std::int16_t>(fuel.geometry.rows));
+    context().frm3Dmap.setMapSizes(kLargeMaps.columns, kLargeMaps.rows);
 }
 
 }  // namespace korvane::maps

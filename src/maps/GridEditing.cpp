@@ -14,8 +14,6 @@ namespace {
 
 constexpr std::uint8_t kFuelChange = 'g';
 constexpr std::uint8_t kIgnitionChange = 'i';
-constexpr int kInjectionOffset = 2;  // of txtMisc
-constexpr int kPwmTable = 3;         // of the 3D view
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
+#include "maps/CellFace.h"
 #include "maps/Selection.h"
 
 namespace korvane::maps {
@@ -15,7 +16,6 @@ using platform::kKeyDown;
 using platform::kKeyLeft;
 using platform::kKeyMinus;
 using platform::kKeyPlus;
-using platform::kKeyRight;
 using platform::kKeyUp;
 using platform::kShiftMask;
 
@@ -40,18 +40,6 @@ bool movesOn(int key) {
 std::uint8_t lowered(std::uint8_t byte) {
     return byte == 0 ? byte : static_cast<std::uint8_t>(byte - 1);
 }
-
-// Lets a cell be typed into while it lives.
-class Unlocked {
-public:
-    explicit Unlocked(platform::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
-    Unlocked(const Unlocked&) = delete;
-    Unlocked& operator=(const Unlocked&) = delete;
-    ~Unlocked() { cell_.Locked = true; }
-
-private:
-    platform::TextBox& cell_;
-};
 
 }  // namespace
 
@@ -112,7 +100,7 @@ void GridEditor::mouseUp(int index, int shift) {
 }
 
 void GridEditor::keyDown(int index, int keyCode, int shift) {
-    static_cast<void>(grid_(index));
+    static_cast<void>(grid_(index));  // fails before anything has changed
     if (keyCode == kKeyControl) {
         return;  // on the way to an arrow, whose command needs the block
     }
@@ -199,15 +187,8 @@ void GridEditor::tellSelection() {
 }
 
 void GridEditor::moveOrStep(int index, int key, int shift) {
-    const int columns = grid_.geometry.columns;
-    if (key == kKeyLeft && index % columns != 0) {
-        moveFocus(index - 1, shift);
-    } else if (key == kKeyUp && index >= columns) {
-        moveFocus(index - columns, shift);
-    } else if (key == kKeyRight && (index + 1) % columns != 0) {
-        moveFocus(index + 1, shift);
-    } else if (key == kKeyDown && index < grid_.geometry.cells() - columns) {
-        moveFocus(index + columns, shift);
+    if (const auto next = grid_.beside(index, key)) {
+        moveFocus(*next, shift);
     } else if (key == kKeyPlus) {
         stepCell(index, rules_.cellUp);
     } else if (key == kKeyMinus) {

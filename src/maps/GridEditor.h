@@ -44,9 +44,6 @@ public:
 
     // RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
     void keyDown(int index, int keyCode, int shift);
-    void keyUp(int index, int keyCode, int shift);
-    void mouseUp(int index, int shift);
-    void gotFocus(int index);
 
 private:
     struct Ends {
@@ -55,6 +52,9 @@ private:
     };
 
     void connect(int index);
+    void keyUp(int index, int keyCode, int shift);
+    void mouseUp(int index, int shift);
+    void gotFocus(int index);
     [[nodiscard]] std::uint8_t& byteOf(int cell);
     [[nodiscard]] std::uint8_t& byteOfNumber(int number) { return byteOf(number - 1); }
 

@@ -7,12 +7,6 @@
 
 namespace korvane::maps {
 
-namespace {
-
-constexpr int kIgnitionTable = 2;  // of the 3D view
-
-}  // namespace
-
 void IgnitionDisplay::show(const core::MapImage& image, Rewrite rewrite) {
     for (int cell = 0; cell < grid_.geometry.cells(); ++cell) {
         const std::uint8_t count = core::checked(image, cell);

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "core/Numbers.h"
+
 namespace korvane::maps {
 
 namespace {
@@ -31,7 +33,7 @@ constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
 
 platform::Value scaleOf(const platform::Object& object) {
-    return static_cast<double>(dynamic_cast<const MapControls&>(object).InjTimeScale);
+    return core::val(core::textOf(dynamic_cast<const MapControls&>(object).InjTimeScale));
 }
 
 constexpr std::array kMembers{platform::readOnlyProperty<&scaleOf>("InjTimeScale")};
@@ -44,7 +46,7 @@ std::vector<std::span<const platform::PropertyInfo>> MapControls::propertyTables
     return tables;
 }
 
-MapControls::MapControls(platform::Machine& machine, std::string_view name, std::string caption, MapGeometry shape)
+MapControls::MapControls(platform::Machine& machine, std::string_view name, std::string_view caption, MapGeometry shape)
     : Window(machine, name),
       FrameFuel(*this, "FrameFuel"),
       FrameIgn(*this, "FrameIgn"),
@@ -86,7 +88,7 @@ MapControls::MapControls(platform::Machine& machine, std::string_view name, std:
       Timer1(*this, "Timer1", true, 333),
       TimerInitialGetData(*this, "TimerInitialGetData", false, 100),
       TimeOutTimer(*this, "TimeOutTimer", false, 1000) {
-    Caption = std::move(caption);
+    Caption = caption;
     FrameFuel.Caption = "Fuel [ms]";
     FrameIgn.Caption = "Ignition [deg]";
     FramePWM.Caption = "PWM [ms]";
@@ -141,28 +143,19 @@ void MapControls::describeAnalyser() {
     btnSaveLambdaSetpoint.Caption = "Save Lambda";
     btnloadLambdaSetpoint.Caption = "Load Lambda";
     imgAgentLed.Shown = platform::Picture::Grey;
-    for (platform::Control* hidden :
-         {static_cast<platform::Control*>(&chkUseTuningAgent), static_cast<platform::Control*>(&chkSimplemode),
-          static_cast<platform::Control*>(&chkModifyInjSetpoint), static_cast<platform::Control*>(&imgAgentLed)}) {
-        hidden->Visible = false;
-    }
+    chkUseTuningAgent.Visible = chkSimplemode.Visible = chkModifyInjSetpoint.Visible = imgAgentLed.Visible = false;
     btnSaveLambdaSetpoint.Enabled = false;
     btnloadLambdaSetpoint.Enabled = false;
 }
 
 void MapControls::applyFeatures(std::int32_t features) {
-    for (auto* control : {static_cast<platform::Control*>(&btnReadIgn), static_cast<platform::Control*>(&btnWriteIgn),
-                          static_cast<platform::Control*>(&txtMisc(3))}) {
-        control->Enabled = (features & kIgnitionBit) != 0;
-    }
-    for (auto* control : {static_cast<platform::Control*>(&btnReadFuel), static_cast<platform::Control*>(&btnWriteFuel),
-                          static_cast<platform::Control*>(&txtMisc(2))}) {
-        control->Enabled = (features & kInjectionBit) != 0;
-    }
-    txtMisc(0).Enabled = (features & kRpmLimitBit) != 0;
-    txtMisc(1).Enabled = (features & kShiftLightBit) != 0;
+    const auto offers = [features](std::int32_t bit) { return (features & bit) != 0; };
+    btnReadIgn.Enabled = btnWriteIgn.Enabled = txtMisc(kIgnitionOffset).Enabled = offers(kIgnitionBit);
+    btnReadFuel.Enabled = btnWriteFuel.Enabled = txtMisc(kInjectionOffset).Enabled = offers(kInjectionBit);
+    txtMisc(kRpmLimit).Enabled = offers(kRpmLimitBit);
+    txtMisc(kRpmShift).Enabled = offers(kShiftLightBit);
     for (int bit = 0; bit < kMiscBits; ++bit) {
-        CheckMisc(bit).Enabled = (features & (1 << bit)) != 0;
+        CheckMisc(bit).Enabled = offers(1 << bit);
     }
 }
 

@@ -20,12 +20,17 @@ inline constexpr std::int32_t kIgnitionBit = 1 << 5;
 inline constexpr std::int32_t kShiftLightBit = 1 << 14;
 inline constexpr std::int32_t kRpmLimitBit = 1 << 15;
 
-// Which grid stands behind which names, frames and bits; holds no logic. The large window shows its grids on pages of a
-// tab strip; the other swaps its frames.
+// The boxes of txtMisc.
+inline constexpr int kRpmLimit = 0;
+inline constexpr int kRpmShift = 1;
+inline constexpr int kInjectionOffset = 2;
+inline constexpr int kIgnitionOffset = 3;
+
+// The large window shows its grids on pages of a tab strip; the other swaps its frames.
 class MapControls : public platform::Window {
 public:
     // `name` must outlive the window.
-    MapControls(platform::Machine& machine, std::string_view name, std::string caption, MapGeometry shape);
+    MapControls(platform::Machine& machine, std::string_view name, std::string_view caption, MapGeometry shape);
 
     platform::Frame FrameFuel, FrameIgn, FramePWM, FrameInjAnalys;
     MapGrid fuel;    // txtFuel, lblRpmF, lblMapF
@@ -39,10 +44,10 @@ public:
     platform::ProgressBar prgTransfer;  // of a map on its way to the ECU
 
     platform::Frame FrameMisc;
-    platform::ControlArray<platform::Label> lblMisc;       // 4, the names beside txtMisc
-    platform::ControlArray<platform::TextBox> txtMisc;     // 4: RPM limit, RPM shift, injection and ignition offset
-    platform::ControlArray<platform::CheckBox> CheckMisc;  // 16, the bits of the enable word
-    platform::Frame FrameINJMaxOpen;                       // "Suutin max aukiolo"
+    platform::ControlArray<platform::Label> lblMisc;               // 4, the names beside txtMisc
+    platform::ControlArray<platform::TextBox> txtMisc;             // 4: kRpmLimit to kIgnitionOffset
+    platform::ControlArray<platform::CheckBox> CheckMisc;          // 16, the bits of the enable word
+    platform::Frame FrameINJMaxOpen;                               // "Suutin max aukiolo"
     platform::ControlArray<platform::OptionButton> optINJMaxOpen;  // 2: "4.4ms", "2.2ms"
 
     platform::CheckBox chkOnlineChanges, chkTrace;

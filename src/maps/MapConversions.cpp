@@ -13,9 +13,6 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr double kMode1 = 1.0;
-constexpr double kMode2 = 2.0;
-constexpr double kMode4 = 4.0;
 constexpr int kLargestCount = 255;
 
 constexpr double kFlowPerHorsepower = 10.51;  // ccm per minute
@@ -31,7 +28,7 @@ double injectionMultiplier(const core::SharedTables& tables) {
 }
 
 double scaleOfOtherModes(core::SharedTables& tables) {
-    if (injectionMode(tables) != kMode4) {
+    if (injectionMode(tables) != 4.0) {
         core::checked(tables.EEParams, tables.addresses.INJ_MODE_OFFSET).value = std::uint8_t{2};
     }
     return tables.TickD;
@@ -63,15 +60,15 @@ constexpr double kSevenDigits = 1e6;
 
 double ordinaryInjectionScale(core::SharedTables& tables) {
     const double mode = injectionMode(tables);
-    if (mode == kMode2) {
+    if (mode == 2.0) {
         return injectionMultiplier(tables) == 3.0 ? tables.TickC : tables.TickB;
     }
-    return mode == kMode1 ? tables.TickA : scaleOfOtherModes(tables);
+    return mode == 1.0 ? tables.TickA : scaleOfOtherModes(tables);
 }
 
 double largeInjectionScale(core::SharedTables& tables) {
     const double mode = injectionMode(tables);
-    if (mode != kMode1 && mode != kMode2) {
+    if (mode != 1.0 && mode != 2.0) {
         return scaleOfOtherModes(tables);
     }
     const double multiplier = injectionMultiplier(tables);

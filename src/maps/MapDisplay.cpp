@@ -12,13 +12,10 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr int kFuelTable = 1;  // of the 3D view
-constexpr int kPwmTable = 3;
-constexpr int kOffsetBox = 2;  // of txtMisc, the injection offset
 constexpr double kPwmPulsesPerCycle = 4.0;
 
 FuelModel fuelModel(MapControls& window, const core::SharedTables& tables) {
-    return {tables.InjOff_type != 0, core::val(window.txtMisc(kOffsetBox).Text.get()), window.InjTimeScale,
+    return {tables.InjOff_type != 0, core::val(window.txtMisc(kInjectionOffset).Text.get()), window.InjTimeScale,
             tables.TickF};
 }
 

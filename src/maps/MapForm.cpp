@@ -115,7 +115,7 @@ void MapForm::LoadMisc(bool skipTimer) {
 
 void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);
-    if (cell >= 0 && cell < fuel.geometry.cells()) {
+    if (fuel.geometry.has(cell)) {
         editing_.fuelKeyDown(cell, keyCode, shift);
     }
 }
@@ -124,9 +124,9 @@ void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
 void MapForm::UpdateReadEE(std::int32_t value, int addr, bool) {
     const auto& addresses = context_.tables.addresses;
     if (addr == addresses.RPM_LIMIT_LOW_OFF) {
-        txtMisc(0).Text = core::numberText(value).view();
+        txtMisc(kRpmLimit).Text = core::numberText(value).view();
     } else if (addr == addresses.RPM_SHIFT_LOW_OFF) {
-        txtMisc(1).Text = core::numberText(value).view();
+        txtMisc(kRpmShift).Text = core::numberText(value).view();
     }
 }
 
@@ -140,7 +140,7 @@ void MapForm::updateMapPlace() {
 }
 
 void MapForm::markCell(int cell, platform::Color color) {
-    if (cell < 0 || cell >= fuel.geometry.cells()) {
+    if (!fuel.geometry.has(cell)) {
         return;
     }
     for (auto* grid : {&fuel, &ign, &pwm}) {
@@ -159,14 +159,14 @@ void MapForm::clearTrace() {
 }
 
 void MapForm::setSetpointToolTip(int cell, std::string_view text) {
-    if (cell >= 0 && cell < analys.geometry.cells()) {
+    if (analys.geometry.has(cell)) {
         analys(cell).ToolTipText = text;
     }
 }
 
 void MapForm::focusOn(MapGrid& grid) {
     const int place = context_.tables.MapPlace;
-    if (place >= 0 && place < grid.geometry.cells()) {
+    if (grid.geometry.has(place)) {
         setFocus(&grid(place));
     }
 }

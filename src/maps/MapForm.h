@@ -19,7 +19,7 @@ struct MapVariant {
     const char* caption;
     MapGeometry geometry;
     InjectionScale scale;
-    MapTransfer::Halves halves;
+    Halves halves;
     GridEditing::IgnitionMouse ignitionMouse;
     const char* traceCaption;
 };
@@ -58,7 +58,7 @@ protected:
     virtual void showAnalyserPane(bool shown) = 0;
     // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
     virtual void followEngine() = 0;
-    // Before the 3D view opens.
+    // Before the 3D view opens. The ordinary window leaves the view's sizes as they are, also those of a large one.
     virtual void prepare3D() {}
 
     void focusOn(MapGrid& grid);

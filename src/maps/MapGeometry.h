@@ -10,6 +10,7 @@ struct MapGeometry {
     int columns;
 
     [[nodiscard]] constexpr int cells() const { return rows * columns; }
+    [[nodiscard]] constexpr bool has(int cell) const { return cell >= 0 && cell < cells(); }
     [[nodiscard]] constexpr int rpmOf(int cell) const { return 1000 + 500 * (cell % columns); }
 };
 

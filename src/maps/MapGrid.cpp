@@ -38,6 +38,23 @@ MapGrid::MapGrid(platform::Window& window, const MapGridNames& names, MapGeometr
     rowLabels(0).Caption = "kuorma";
 }
 
+std::optional<int> MapGrid::beside(int cell, int keyCode) const {
+    const int columns = geometry.columns;
+    if (keyCode == platform::kKeyLeft && cell % columns != 0) {
+        return cell - 1;
+    }
+    if (keyCode == platform::kKeyRight && (cell + 1) % columns != 0) {
+        return cell + 1;
+    }
+    if (keyCode == platform::kKeyUp && cell >= columns) {
+        return cell - columns;
+    }
+    if (keyCode == platform::kKeyDown && cell < geometry.cells() - columns) {
+        return cell + columns;
+    }
+    return {};
+}
+
 void MapGrid::place() {
     for (int column = 0; column < geometry.columns; ++column) {
         auto& label = columnLabels(column);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "maps/MapGeometry.h"
@@ -22,6 +23,8 @@ public:
     MapGrid(platform::Window& window, const MapGridNames& names, MapGeometry shape, platform::Control& frame);
 
     platform::TextBox& operator()(int cell) { return cells(cell); }
+    // The cell that an arrow key leads to; nothing at the edge, and for another key.
+    [[nodiscard]] std::optional<int> beside(int cell, int keyCode) const;
 
     const MapGeometry geometry;
     platform::ControlArray<platform::TextBox> cells;

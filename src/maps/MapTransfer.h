@@ -12,8 +12,6 @@ namespace korvane::maps {
 // pulled, while one waits.
 class MapTransfer {
 public:
-    using Halves = maps::Halves;
-
     MapTransfer(MapControls& window, const MapContext& context, Halves halves);
 
     // The first reads after the load: misc, fuel, ignition, PWM.

@@ -21,27 +21,31 @@ struct MapWriter::Kind {
     std::uint8_t firstLetter;
     std::uint8_t secondLetter;
     std::uint8_t commitLetter;
-    bool pollsBeforeCommit;
+    bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
     const char* sending;
     const char* done;
 };
 
-const MapWriter::Kind MapWriter::kFuel{&core::SharedTables::FuelMapOut,
-                                       &core::SharedTables::FuelSendAcks,
-                                       'F',
-                                       246,
-                                       'c',
-                                       false,
-                                       "Sending  fuel data",
-                                       "Fuel kartta lähetetty ja talletettu autoon"};
-const MapWriter::Kind MapWriter::kIgnition{&core::SharedTables::IgnMapOut,
-                                           &core::SharedTables::IgnSendAcks,
-                                           'A',
-                                           248,
-                                           'b',
-                                           true,
-                                           "Sending  Ignition data",
-                                           "Ignition kartta lähetetty ja talletettu autoon"};
+const MapWriter::Kind MapWriter::kFuel{
+    .image = &core::SharedTables::FuelMapOut,
+    .acks = &core::SharedTables::FuelSendAcks,
+    .firstLetter = 'F',
+    .secondLetter = 246,
+    .commitLetter = 'c',
+    .pollsBeforeCommit = false,
+    .sending = "Sending  fuel data",
+    .done = "Fuel kartta lähetetty ja talletettu autoon",
+};
+const MapWriter::Kind MapWriter::kIgnition{
+    .image = &core::SharedTables::IgnMapOut,
+    .acks = &core::SharedTables::IgnSendAcks,
+    .firstLetter = 'A',
+    .secondLetter = 248,
+    .commitLetter = 'b',
+    .pollsBeforeCommit = true,
+    .sending = "Sending  Ignition data",
+    .done = "Ignition kartta lähetetty ja talletettu autoon",
+};
 
 MapWriter::MapWriter(MapControls& window, const MapContext& context, Halves halves)
     : window_(window), context_(context), line_(window, context), halves_(halves) {

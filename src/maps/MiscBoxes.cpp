@@ -1,15 +1,13 @@
 #include "maps/MiscBoxes.h"
 
 #include "core/Numbers.h"
+#include "maps/MapControls.h"
 
 namespace korvane::maps {
 
 namespace {
 
 using platform::TextBox;
-
-constexpr int kIgnitionOffset = 3;
-constexpr int kFirstOffset = 2;  // the boxes before it hold engine speeds
 
 constexpr double kHighestSpeed = 10000.0;
 constexpr double kHighestByte = 255.0;
@@ -56,7 +54,7 @@ void describeMiscBoxes(platform::ControlArray<TextBox>& txtMisc) {
     for (int i = 0; i < txtMisc.count(); ++i) {
         auto& box = txtMisc(i);
         box.KeyPress = [](int& character) { character = miscCharacter(character); };
-        box.LostFocus = [&box, i] { limit(box, i < kFirstOffset ? kHighestSpeed : kHighestByte); };
+        box.LostFocus = [&box, i] { limit(box, i < kInjectionOffset ? kHighestSpeed : kHighestByte); };
     }
     txtMisc(kIgnitionOffset).KeyUp = [&box = txtMisc(kIgnitionOffset)](int, int) {
         limitAdvance(box);

@@ -35,11 +35,11 @@ void MiscTransfer::save() {
 void MiscTransfer::sendBlock() {
     const std::int32_t enabled = enableWord();
     line_.send({'M'});
-    sendWord(core::toInt16(core::val(window_.txtMisc(0).Text.get())));
-    sendWord(core::toInt16(core::val(window_.txtMisc(1).Text.get())));
+    sendWord(core::toInt16(core::val(window_.txtMisc(kRpmLimit).Text.get())));
+    sendWord(core::toInt16(core::val(window_.txtMisc(kRpmShift).Text.get())));
     sendWord(enabled);
-    line_.send({core::toByte(core::val(window_.txtMisc(2).Text.get()))});
-    line_.send({core::toByte(core::val(window_.txtMisc(3).ToolTipText.get()))});
+    line_.send({core::toByte(core::val(window_.txtMisc(kInjectionOffset).Text.get()))});
+    line_.send({core::toByte(core::val(window_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
     line_.send({window_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
     line_.send({complement('M'), 'd'});
 }
@@ -82,12 +82,12 @@ void MiscTransfer::showMiscOfFile() {
 void MiscTransfer::showBlock() {
     const auto& block = context_.tables.MiscBlock;
     const auto word = [&](std::size_t low) { return block.at(low) + 256 * block.at(low + 1); };
-    window_.txtMisc(0).Text = core::numberText(static_cast<std::int16_t>(word(1))).view();
-    window_.txtMisc(1).Text = core::numberText(static_cast<std::int16_t>(word(3))).view();
+    window_.txtMisc(kRpmLimit).Text = core::numberText(static_cast<std::int16_t>(word(1))).view();
+    window_.txtMisc(kRpmShift).Text = core::numberText(static_cast<std::int16_t>(word(3))).view();
     showEnableWord(word(5));
-    window_.txtMisc(2).Text = core::numberText(block[7]).view();
-    window_.txtMisc(3).Text = core::numberText((block[8] - kIgnitionZero) / kIgnitionSteps).view();
-    window_.txtMisc(3).ToolTipText = core::numberText(block[8]).view();
+    window_.txtMisc(kInjectionOffset).Text = core::numberText(block[7]).view();
+    window_.txtMisc(kIgnitionOffset).Text = core::numberText((block[8] - kIgnitionZero) / kIgnitionSteps).view();
+    window_.txtMisc(kIgnitionOffset).ToolTipText = core::numberText(block[8]).view();
     window_.optINJMaxOpen(0).Value = block[9] == kOpen4ms4;
     window_.optINJMaxOpen(1).Value = block[9] == kOpen2ms2;
 }

@@ -1,6 +1,5 @@
 #include "maps/RealtimeChanges.h"
 
-#include <array>
 #include <limits>
 
 namespace korvane::maps {
@@ -10,9 +9,7 @@ void RealtimeChanges::send(std::uint8_t command, int cell, std::uint8_t value) c
     if (enabled_.Value != 1 || !port_.PortOpen() || cell > kLastCell) {
         return;
     }
-    const auto index = static_cast<std::uint8_t>(cell);
-    const auto end = static_cast<std::uint8_t>(~command);
-    port_.Output(std::array{command, index, index, value, value, end});
+    port_.Output(cellFrame(command, static_cast<std::uint8_t>(cell), value));
 }
 
 }  // namespace korvane::maps

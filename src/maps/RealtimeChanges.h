@@ -3,12 +3,19 @@
 //     command  cell  cell  value  value  ~command
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "platform/Controls.h"
 #include "platform/MSComm.h"
 
 namespace korvane::maps {
+
+// Cell and value go twice, so that the ECU can check them.
+[[nodiscard]] constexpr std::array<std::uint8_t, 6> cellFrame(std::uint8_t command, std::uint8_t cell,
+                                                              std::uint8_t value) {
+    return {command, cell, cell, value, value, static_cast<std::uint8_t>(~command & 0xFF)};
+}
 
 class RealtimeChanges {
 public:

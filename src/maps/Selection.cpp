@@ -25,6 +25,22 @@ void forRun(MapGrid& grid, Paint paint) {
     }
 }
 
+// A block that grows before its first cell ends at `endBehind`.
+bool extendTo(MapGrid& grid, int cell, std::int16_t endBehind) {
+    const auto number = numberOf(cell);
+    if (grid.SelFirst == 0 || grid.SelFirst == number) {
+        grid.SelFirst = number;
+        return false;
+    }
+    if (number > grid.SelFirst) {
+        grid.SelLast = number;
+    } else {
+        grid.SelLast = endBehind;
+        grid.SelFirst = number;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool hasBlock(const MapGrid& grid) {
@@ -45,33 +61,11 @@ bool extendRun(MapGrid& grid, int cell) {
 }
 
 bool extendRunByStep(MapGrid& grid, int cell) {
-    const auto number = numberOf(cell);
-    if (grid.SelFirst == 0 || grid.SelFirst == number) {
-        grid.SelFirst = number;
-        return false;
-    }
-    if (number > grid.SelFirst) {
-        grid.SelLast = number;
-    } else {
-        grid.SelLast = grid.SelFirst;
-        grid.SelFirst = number;
-    }
-    return true;
+    return extendTo(grid, cell, grid.SelFirst);
 }
 
 bool extendRectangle(MapGrid& grid, int cell) {
-    const auto number = numberOf(cell);
-    if (grid.SelFirst == 0 || grid.SelFirst == number) {
-        grid.SelFirst = number;
-        return false;
-    }
-    if (number > grid.SelFirst) {
-        grid.SelLast = number;
-    } else {
-        grid.SelLast = grid.SelLast == 0 ? grid.SelFirst : grid.SelLast;
-        grid.SelFirst = number;
-    }
-    return true;
+    return extendTo(grid, cell, grid.SelLast == 0 ? grid.SelFirst : grid.SelLast);
 }
 
 void paintRun(MapGrid& grid) {

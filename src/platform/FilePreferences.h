@@ -27,7 +27,7 @@ public:
     // Also puts the value into the file at once, and makes the folder if there is none. The file is read again first:
     // what a user wrote into it meanwhile, comments and unknown lines stay. A file that can't be understood is kept
     // beside the new one, with ".damaged" behind its name and more if that is taken. If the file can't be replaced it
-    // stays as it was. A text ends at its first line break or NUL; a name holds no "=".
+    // stays as it was. A text ends at its first control character but tab; a name holds no "=".
     void write(std::string_view key, std::string_view name, std::string_view text) override;
 
 private:

@@ -45,7 +45,7 @@ std::optional<int> partOf(std::string_view digits, std::size_t most) {
 }
 
 // `number` with zeros before it.
-std::string padded(std::string number, std::size_t width) {
+std::string padded(const std::string& number, std::size_t width) {
     return std::string(width - std::min(width, number.size()), '0') + number;
 }
 

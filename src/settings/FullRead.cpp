@@ -23,19 +23,26 @@ constexpr const char* kReceiving = "Receiving data from target device!:  ";
 
 }  // namespace
 
+FullRead::Pass::Pass(int& passes, platform::Timer& poll) : passes_(passes), poll_(poll), interval_(poll.Interval) {
+    ++passes_;
+    poll_.Enabled = false;
+    poll_.Interval = kPollInterval;
+}
+
+FullRead::Pass::~Pass() {
+    --passes_;
+    poll_.Enabled = true;
+    poll_.Interval = interval_;
+}
+
 void FullRead::run() {
     if (passes_ == kNestedPasses) {
         return;
     }
-    auto& poll = context_.connection.TimerRequestData;
-    poll.Enabled = false;
-    const int interval = poll.Interval;
-    poll.Interval = kPollInterval;
-    ++passes_;
-    readAll();
-    --passes_;
-    poll.Enabled = true;
-    poll.Interval = interval;
+    {
+        const Pass pass(passes_, context_.connection.TimerRequestData);
+        readAll();
+    }
     context_.window.Caption = std::string(kReceiving) + "Received 100%";
 }
 

@@ -17,6 +17,20 @@ public:
     void run();
 
 private:
+    // A pass under way, with the poll as it has to be meanwhile.
+    class Pass {
+    public:
+        Pass(int& passes, platform::Timer& poll);
+        Pass(const Pass&) = delete;
+        Pass& operator=(const Pass&) = delete;
+        ~Pass();
+
+    private:
+        int& passes_;
+        platform::Timer& poll_;
+        int interval_;
+    };
+
     void readAll();
     void read(const ReadRow& row, int cell);
     void showPercent(double percent);

@@ -39,6 +39,10 @@ std::int16_t wholeAddress(double number) {
     return core::toInt16(core::toInt(number));
 }
 
+std::int16_t addressBehind(double number) {
+    return core::toInt16(core::toInt(number) + 1);
+}
+
 }  // namespace
 
 ParameterTools::ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom)
@@ -105,8 +109,9 @@ void ParameterTools::btnWriteEE16bit_Click() {
         const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");
         const auto bits = static_cast<std::uint16_t>(value);
         const auto low = address();
+        const auto high = numberOf(window_.TextOs, addressBehind, kAddressRange);
         eeprom_.WriteEE(low, bits & 0xFFU);
-        eeprom_.WriteEE(core::toInt16(low + 1), bits >> 8U);
+        eeprom_.WriteEE(high, bits >> 8U);
     });
 }
 

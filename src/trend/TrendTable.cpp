@@ -40,7 +40,7 @@ std::span<const double> TrendTable::rows(int series, int first, int last) const 
         throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
     }
     return std::span(row.room).subspan(row.head + static_cast<std::size_t>(first - kNewestRow),
-                                       static_cast<std::size_t>(last - first + 1));
+                                       static_cast<std::size_t>(last - first) + 1);
 }
 
 const TrendTable::Series& TrendTable::at(int series) const {

@@ -84,6 +84,17 @@ void Binding::showCommon() {
 }
 
 // A control of another size keeps its proportion to the texts around it.
+void Binding::press() {
+    act([this] {
+        if (control_.canFocus()) {
+            control_.window().setFocus(&control_);
+        }
+        if (control_.usable()) {
+            control_.press();
+        }
+    });
+}
+
 void Binding::showFont() {
     const bool usual = !control_.FontBold && control_.FontSize == kUsualFontSize;
     if (usual && !widget_.testAttribute(Qt::WA_SetFont)) {

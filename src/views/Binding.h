@@ -51,6 +51,10 @@ protected:
     template <class Action>
     void act(Action action);
 
+    // The user presses the control, with the mouse, a key or its letter. By its letter too it gets the focus first, so
+    // that what has been typed elsewhere is taken before.
+    void press();
+
 private:
     void propertyChanged(platform::Object& object, const void* property) override;
     [[nodiscard]] bool isCommon(const void* property) const;

@@ -62,7 +62,7 @@ class ButtonBinding : public Binding {
 public:
     ButtonBinding(Binder& binder, platform::CommandButton& button, QPushButton& widget, char mnemonic)
         : Binding(binder, button, widget), button_(button), push_(widget), mnemonic_(mnemonic) {
-        connect(&push_, &QPushButton::clicked, this, [this] { pressed(); });
+        connect(&push_, &QPushButton::clicked, this, [this] { press(); });
     }
 
 protected:
@@ -86,14 +86,6 @@ protected:
     }
 
 private:
-    void pressed() {
-        act([this] {
-            if (button_.usable()) {
-                button_.press();
-            }
-        });
-    }
-
     platform::CommandButton& button_;
     QPushButton& push_;
     char mnemonic_;
@@ -118,11 +110,7 @@ protected:
 private:
     // The toolkit has toggled the box already; what the program makes of it counts.
     void pressed() {
-        act([this] {
-            if (box_.usable()) {
-                box_.press();
-            }
-        });
+        press();
         if (binder().isAttached()) {
             showContent();
         }
@@ -151,11 +139,7 @@ protected:
 private:
     // As with a check box; and a press on the chosen option must not take it away.
     void pressed() {
-        act([this] {
-            if (option_.usable()) {
-                option_.press();
-            }
-        });
+        press();
         if (binder().isAttached()) {
             showContent();
         }

@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include <algorithm>
 
@@ -19,10 +21,12 @@ namespace {
 constexpr int kRowGap = 6;
 constexpr int kColumnGap = 6;
 constexpr int kCellGap = 3;
+constexpr int kWideCellGap = 8;
 constexpr int kLineColumns = 3;         // name, field, and what is left
 constexpr double kButtonPadding = 1.6;  // of the text's height
 constexpr int kManyCells = 10;          // share the card's width; fewer stand close together
 constexpr int kBlockGap = 36;
+constexpr int kLeastChoice = 14;  // letters
 
 QWidget* const kNobody = nullptr;
 
@@ -37,6 +41,25 @@ public:
         return {std::max(usual.width(), words + padding), usual.height()};
     }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+// Of options that are only shown, the one that holds can be read like any text.
+class Option : public QRadioButton {
+public:
+    explicit Option(QWidget* parent) : QRadioButton(parent) {}
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (isEnabled() || !isChecked()) {
+            QRadioButton::paintEvent(event);
+            return;
+        }
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.state |= QStyle::State_Enabled;
+        option.palette.setCurrentColorGroup(QPalette::Active);
+        QStylePainter(this).drawControl(QStyle::CE_RadioButton, option);
+    }
 };
 
 QLabel& makeLabel(const QString& text, QWidget* parent) {
@@ -124,6 +147,7 @@ void GroupCard::addText(const QString& name, platform::TextBox& box) {
 void GroupCard::addChoice(const QString& name, platform::ComboBox& box) {
     auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
     list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    list.setMinimumContentsLength(kLeastChoice);
     binder_.bind(box, list);
     addName(name, list);
     lines().addWidget(&list, line_++, lineColumn_ + 1);
@@ -134,7 +158,7 @@ void GroupCard::addHeads(const QString& word, const QStringList& heads) {
     word_ = word;
     cells_ = &child<QGridLayout>(kNobody);
     cells_->setVerticalSpacing(kCellGap);
-    cells_->setHorizontalSpacing(kCellGap);
+    cells_->setHorizontalSpacing(heads.size() < kManyCells ? kWideCellGap : kCellGap);
     add(*cells_);
     if (!word.isEmpty()) {
         cells_->addWidget(&makeCaption(word, &card_), 0, 0);
@@ -183,7 +207,7 @@ void GroupCard::addOptions(platform::ControlArray<platform::OptionButton>& optio
         child<QBoxLayout>(kNobody, direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     place.setSpacing(direction == Qt::Horizontal ? 2 * kColumnGap : kRowGap / 2);
     for (auto& option : options) {
-        auto& radio = child<QRadioButton>(static_cast<QWidget*>(&card_));
+        auto& radio = child<Option>(static_cast<QWidget*>(&card_));
         binder_.bind(option, radio);
         place.addWidget(&radio);
     }

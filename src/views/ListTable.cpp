@@ -12,6 +12,10 @@
 
 namespace korvane::views {
 
+namespace {
+constexpr double kRowOfText = 1.25;
+}
+
 class ListTable::Rows : public QAbstractTableModel {
 public:
     explicit Rows(QObject* parent) : QAbstractTableModel(parent) {}
@@ -25,6 +29,9 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
         if (role == Qt::TextAlignmentRole) {
             return alignment(index.column());
+        }
+        if (role == Qt::SizeHintRole) {
+            return QSize(0, rowHeight);
         }
         return role == Qt::DisplayRole ? QVariant(text(index.row(), index.column())) : QVariant();
     }
@@ -49,6 +56,7 @@ public:
     QStringList heads;
     std::vector<QStringList> rows;
     int rightAligned = -1;
+    int rowHeight = 0;
 
 private:
     [[nodiscard]] QVariant alignment(int column) const {
@@ -57,6 +65,7 @@ private:
 };
 
 ListTable::ListTable(QWidget* parent) : QTreeView(parent), rows_(child<Rows>(static_cast<QObject*>(this))) {
+    fitRows();
     setModel(&rows_);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -95,6 +104,10 @@ void ListTable::setRows(std::vector<QStringList> rows) {
     }
 }
 
+void ListTable::fitRows() {
+    rows_.rowHeight = static_cast<int>(fontMetrics().height() * kRowOfText);
+}
+
 void ListTable::fitNarrow() {
     const int columns = rows_.columnCount();
     if (narrow_ < 0 || narrow_ >= columns) {
@@ -111,8 +124,12 @@ void ListTable::fitNarrow() {
 }
 
 void ListTable::changeEvent(QEvent* event) {
+    const bool sized = event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange;
+    if (sized) {
+        fitRows();
+    }
     QTreeView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    if (sized) {
         fitNarrow();
     }
 }

@@ -42,6 +42,7 @@ private:
     class Rows;
 
     void tell(int row);
+    void fitRows();
     void fitNarrow();
     [[nodiscard]] int find(const QString& start, int from) const;
 

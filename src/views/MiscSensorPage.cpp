@@ -80,7 +80,7 @@ void fillFlagsPage(settings::MiscControls& window, Binder& binder, QWidget* page
     }
     group.addButton(window.btnSaveMisc3, 's');
     PageRows rows(page);
-    rows.add({{group.card(), 0}});
+    rows.add({{group.card(), 1}, {child<QWidget>(page), 1}});
     rows.close();
 }
 

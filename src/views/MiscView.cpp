@@ -1,7 +1,6 @@
 #include "views/MiscView.h"
 
 #include <QGuiApplication>
-#include <QProgressBar>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -15,13 +14,13 @@
 #include "views/PaneStack.h"
 #include "views/Readout.h"
 #include "views/TabRow.h"
+#include "views/TransferBar.h"
 
 namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{72, 44};    // text sizes
-constexpr int kProgressWidth = 12;  // text sizes
+constexpr QSizeF kUsual{72, 44};  // text sizes
 
 using Fill = void (*)(settings::MiscControls&, Binder&, QWidget*);
 constexpr std::array<Fill, settings::kPages> kFills{&fillIgnitionPage, &fillInjectionPage, &fillPwmPage,
@@ -32,17 +31,6 @@ void keepPlace(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget.setSizePolicy(policy);
-}
-
-QProgressBar& makeProgress(platform::ProgressBar& progress, Binder& binder, QWidget* parent) {
-    auto& bar = child<QProgressBar>(parent);
-    bar.setTextVisible(false);
-    bar.setFixedWidth(bar.fontMetrics().height() * kProgressWidth);
-    bar.setMaximumHeight(bar.fontMetrics().height());
-    bar.setAccessibleName(QStringLiteral("Reading"));
-    keepPlace(bar);
-    binder.bind(progress, bar);
-    return bar;
 }
 
 }  // namespace
@@ -93,8 +81,9 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     status.setText(QString::fromStdString(window.Caption));
     status.setReserve(QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"));
     connect(this, &QWidget::windowTitleChanged, &status, &Readout::setText);
-    row.addWidget(&status, 1);
-    row.addWidget(&makeProgress(window.prgLoad, binder(), inside));
+    row.addWidget(&status);
+    row.addWidget(&makeTransferBar(window.prgLoad, binder(), inside, QStringLiteral("Reading")));
+    row.addStretch(1);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
     card.fitMargins();

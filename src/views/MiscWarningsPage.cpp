@@ -3,6 +3,10 @@
 
 namespace korvane::views {
 
+namespace {
+constexpr int kAlsDigits = 4;  // "67.5"
+}
+
 // The names over the air and the fourth temperature are crossed, as they have always been.
 void fillWarningsPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
     const QString measured = QStringLiteral("meas");
@@ -21,7 +25,7 @@ void fillWarningsPage(settings::MiscControls& window, Binder& binder, QWidget* p
     group.addValue(QStringLiteral("Volt4 Warning"), window.txtVolt4Warning, kWordDigits, measured);
     group.addButton(window.btnSaveWarnings, 's');
     PageRows rows(page);
-    rows.add({{group.card(), 0}});
+    rows.add({{group.card(), 1}});
     rows.close();
 }
 
@@ -34,14 +38,14 @@ void fillLaunchPage(settings::MiscControls& window, Binder& binder, QWidget* pag
     group.addValue(QStringLiteral("Flat shift start delay"), window.txtflatshiftstartdelay, kWordDigits);
     group.addValue(QStringLiteral("Flat shift stop delay"), window.txtflatshiftstopdelay, kWordDigits);
     group.startColumn();
-    group.addValue(QStringLiteral("ALS, Fuel enrichment (%)"), window.txtALS_fuel, kWordDigits);
-    group.addValue(QStringLiteral("ALS, ignition advance  (degrees) after TDC"), window.txtALS_ign_retard, kWordDigits);
+    group.addValue(QStringLiteral("ALS, Fuel enrichment (%)"), window.txtALS_fuel, kAlsDigits);
+    group.addValue(QStringLiteral("ALS, ignition advance  (degrees) after TDC"), window.txtALS_ign_retard, kAlsDigits);
     group.addValue(QStringLiteral("Acceleration limiter mode"), window.txtAccelLimiterMode, kWordDigits);
     group.addValue(QStringLiteral("Acceleration limiter value"), window.txtAccelLimiterValue, kWordDigits);
     group.addButton(window.btnLaunchHelp, 'p');
     group.addButton(window.btnSaveALSsettings, 's');
     PageRows rows(page);
-    rows.add({{group.card(), 0}});
+    rows.add({{group.card(), 1}});
     rows.addNote(steppedLegend());
     rows.close();
 }

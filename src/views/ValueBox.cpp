@@ -18,6 +18,7 @@ constexpr int kMarkLeft = 4;
 constexpr double kMarkScale = 0.85;
 constexpr int kSmallestPixels = 8;
 constexpr double kPaddingOfText = 0.85;
+constexpr int kRing = 2;
 }  // namespace
 
 ValueBox::ValueBox(int digits, QWidget* parent) : QLineEdit(parent), digits_(digits) {
@@ -51,6 +52,24 @@ void ValueBox::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::FontChange) {
         fitMark();
     }
+    if (event->type() == QEvent::ReadOnlyChange) {
+        setAccessibleDescription(isReadOnly() ? QStringLiteral("changes by the keys + and -") : QString());
+    }
+    if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::PaletteChange) {
+        keepGround();
+    }
+}
+
+// A cell that is marked no longer gets the white of a box to type into, which dark windows don't have either.
+void ValueBox::keepGround() {
+    const QPalette usual;
+    const QColor ground = usual.color(QPalette::Window);
+    if (isReadOnly() && ground != Qt::white && palette().color(QPalette::Base) == Qt::white) {
+        QPalette mended;
+        mended.setResolveMask(0);
+        mended.setColor(QPalette::Base, ground);
+        setPalette(mended);
+    }
 }
 
 void ValueBox::paintEvent(QPaintEvent* event) {
@@ -60,6 +79,10 @@ void ValueBox::paintEvent(QPaintEvent* event) {
         painter.setFont(markFont());
         painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
         painter.drawText(rect().adjusted(kMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, QString(kMark));
+        if (hasFocus()) {
+            painter.setPen(QPen(palette().color(QPalette::Highlight), kRing));
+            painter.drawRect(rect().adjusted(1, 1, -1, -1));
+        }
     }
 }
 

@@ -1,5 +1,5 @@
-// A narrow box for a number. One that is locked says that only keys step it: a sign before the number, a ground of its
-// own, no cursor.
+// A narrow box for a number. One that is locked says that only keys step it: a sign before the number, never a white
+// ground, no cursor but a ring around the box that has the focus.
 #pragma once
 
 #include <QLineEdit>
@@ -23,6 +23,7 @@ private:
     [[nodiscard]] QFont markFont() const;
     [[nodiscard]] int markWidth() const;
     void fitMark();
+    void keepGround();
 
     int digits_;
 };

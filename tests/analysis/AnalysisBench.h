@@ -12,7 +12,7 @@
 
 namespace korvane::analysis {
 
-// A key changes the map as that of a grid does.
+// A key changes the map as that of a grid does. What lies beyond the window's cells is passed over.
 class NotingMap : public maps::TunedMap {
 public:
     explicit NotingMap(core::SharedTables& tables) : tables_(tables) {}
@@ -23,12 +23,16 @@ public:
     void setOnlineChanges(bool ticked) override { journal.emplace_back(ticked ? "online" : "offline"); }
     void setAgentLamp(platform::Picture lamp) override { lamps.emplace_back(platform::nameOf(lamp)); }
     void pressFuelKey(int cell, int keyCode, int shift) override {
+        if (cell >= cells) {
+            return;
+        }
         journal.push_back("key " + std::to_string(cell) + " " + std::to_string(keyCode) + " " + std::to_string(shift));
         auto& byte = tables_.FuelMapOut.at(static_cast<std::size_t>(cell));
         byte = static_cast<std::uint8_t>(keyCode == platform::kKeyPlus ? byte + 1 : byte - 1);
     }
     void populateFuelOUT() override { journal.emplace_back("draw"); }
 
+    int cells = 320;
     std::vector<std::string> journal;
     std::vector<std::string> lamps;
 

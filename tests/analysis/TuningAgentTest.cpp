@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "AnalysisBench.h"
+#include "support/FileSizeLimit.h"
 
 namespace korvane::analysis {
 namespace {
@@ -123,6 +124,31 @@ TEST_F(TuningAgentTest, CorrectionsOfOneMinuteShareAFile) {
               "INDX 40 -1 -23.07 0 0 12:00:00\r\n");
 }
 
+TEST_F(TuningAgentTest, TheLogHasTheRegionsDecimalSign) {
+    machine_.machine.decimal = ',';
+    analyser_.setSimpleMode(true);
+    gather(20, 41, 13.0625F);
+    analyser_.CellStats[20].RpmOffsetAvg = 100.0F;
+    analyser_.CellStats[20].LoadOffsetAvg = -0.5F;
+    analyser_.CorrectAllCells();
+    EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"), "INDX 20 1 23,06 100 -0,5 12:00:00\r\n");
+}
+
+TEST_F(TuningAgentTest, AFullDiskKeepsTheLogThatIsThere) {
+    const std::string old = "INDX 20 1 21 100 -0.5 12:00:00\r\n";
+    machine_.folder.write("FuelTuner12_00.txt", old);
+    gather(20, 41, 13.0F);
+    {
+        const support::FileSizeLimit disk(old.size());
+        analyser_.CorrectAllCells();
+    }
+    const auto messages = machine_.dialogs.takeMessages();
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0].text, "Error saveFuelTunerData: Disk full");
+    EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"), old);
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0"));
+}
+
 TEST_F(TuningAgentTest, ALogThatCantBeWrittenIsToldAndStopsNothing) {
     std::filesystem::create_directory(machine_.folder / "FuelTuner12_00.txt");
     gather(20, 41, 13.0F);
@@ -206,6 +232,65 @@ TEST_F(TuningAgentTest, ANeighbourWithDataOfItsOwnLosesThem) {
     analyser_.CorrectAllCells();
     EXPECT_EQ(analyser_.SampleCount[21], 0.0F);
     EXPECT_THAT(keys(), Contains("key 21 187 0"));
+}
+
+// 10 samples of 0.5 are a weight of 5. Without a sample it would be 0, and the neighbour would stay.
+TEST_F(TuningAgentTest, ANeighbourHasTheWeightOfItsOwnSamplesOrOne) {
+    gather(21, 10, 13.0F);
+    gather(20, 41, 13.0F, 200.0F);
+    gather(40, 41, 13.0F, 200.0F);
+    for (const std::size_t cell : {20, 21, 40}) {
+        analyser_.CellStats.at(cell).LoadOffsetAvg = 0.0F;
+    }
+    analyser_.CorrectAllCells();
+    EXPECT_EQ(machine_.folder.read("FuelTuner12_00.txt"),
+              "INDX 20 1 20.5 200 0 12:00:00\r\n"
+              "INDX 21 1 5 0 0 12:00:00\r\n"
+              "INDX 40 1 20.5 200 0 12:00:00\r\n"
+              "INDX 41 1 1 0 0 12:00:00\r\n");
+}
+
+// The rpm share goes to cell 21 alone, so that the step of the cell itself comes from its load share.
+TEST_F(TuningAgentTest, TheRowBelowFollowsFromThreeHundredthsToSevenAndAbove) {
+    const auto keysAt = [this](float loadOffset) {
+        window_.journal.clear();
+        gather(20, 41, 13.0F, 376.0F);
+        analyser_.CellStats[20].LoadOffsetAvg = loadOffset;
+        analyser_.CorrectAllCells();
+        return keys();
+    };
+    EXPECT_THAT(keysAt(0.0299F), ElementsAre("key 21 187 0", "key 20 187 0"));
+    EXPECT_THAT(keysAt(0.03F), ElementsAre("key 21 187 0", "key 20 187 0", "key 36 187 0"));
+    EXPECT_THAT(keysAt(0.07F), ElementsAre("key 21 187 0", "key 20 187 0", "key 36 187 0"));
+    EXPECT_THAT(keysAt(0.0701F), ElementsAre("key 21 187 0", "key 36 187 0"));
+}
+
+// Row 9 is the last of an ordinary window, not of the arithmetic.
+TEST_F(TuningAgentTest, AStepBelowTheWindowsLastRowIsPassedOver) {
+    window_.cells = 160;
+    gather(150, 41, 13.0F, 0.0F, 0.05F);
+    gather(155, 41, 13.0F);
+    map(0) = 64;  // 8 above the row below: half of 8 on top
+    tick();
+    EXPECT_THAT(keys(), ElementsAre("key 150 187 0", "key 155 187 0"));
+    EXPECT_EQ(analyser_.CellStats[150].LoadOffsetAvg, 0.0F);
+    EXPECT_EQ(map(16), 60);
+    window_.journal.pop_back();  // the smoothing's "draw"
+    EXPECT_EQ(window_.journal.back(), "offline");
+}
+
+class FailingMap : public NotingMap {
+public:
+    using NotingMap::NotingMap;
+    void pressFuelKey(int, int, int) override { throw platform::RuntimeError(platform::kErrorOverflow, "Overflow"); }
+};
+
+TEST_F(TuningAgentTest, AFailingStepDoesNotLeaveRealtimeChangesTicked) {
+    FailingMap failing(tables_);
+    analyser_.setMapWindow(&failing);
+    gather(20, 41, 13.0F);
+    EXPECT_EQ(errorOf([&] { analyser_.CorrectAllCells(); }), platform::kErrorOverflow);
+    EXPECT_THAT(failing.journal, ElementsAre("online", "offline"));
 }
 
 TEST_F(TuningAgentTest, TheClockRunsEvery300MillisecondsWhileItIsOn) {

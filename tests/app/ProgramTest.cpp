@@ -246,6 +246,30 @@ TEST(ProgramEnd, QuitWaitsForTheOrderlyClose) {
     EXPECT_LE(program.pump.milliseconds(), 1100);
 }
 
+TEST(ProgramEnd, The3DViewIsHiddenByItsOwnCloseAndGoesWithTheMainWindow) {
+    VirtualProgram program;
+    auto& view = program.program.frm3Dmap();
+    EXPECT_TRUE(view.isLoaded());
+    view.open();
+    EXPECT_FALSE(view.unload());
+    EXPECT_TRUE(view.isLoaded());
+    view.open();
+    EXPECT_TRUE(program.window.unload());
+    EXPECT_FALSE(view.isLoaded());
+}
+
+TEST(ProgramEnd, WhileConnectedThe3DViewGoesASecondLater) {
+    VirtualProgram program;
+    auto& view = program.program.frm3Dmap();
+    view.open();
+    program.connect();
+    static_cast<void>(program.window.unload());
+    EXPECT_TRUE(view.isLoaded());
+    program.pump.wait(1000);
+    EXPECT_FALSE(program.window.isLoaded());
+    EXPECT_FALSE(view.isLoaded());
+}
+
 TEST(ProgramEnd, ADestroyedProgramLeavesTheMachineUsable) {
     VirtualMachine machine;
     {

@@ -32,6 +32,11 @@ protected:
           program_(machine_),
           views_(windows_) {
         views::addViews(views_);
+        // Without the read that follows a load: it takes twenty seconds, here by the real clock.
+        program_.connection().loadSettings = [this] {
+            program_.frmMisc().load();
+            program_.frmMisc().TimerInitialGetData.Enabled = false;
+        };
         program_.start();
         auto* const view = views_.viewOf(window_);
         view->activateWindow();

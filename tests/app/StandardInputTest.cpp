@@ -74,6 +74,15 @@ TEST_P(StandardInput, IsWaitedForWhereItHasNothingYet) {
     EXPECT_EQ(answer("get Features"), "ok -1");
 }
 
+TEST(NoStandardInput, EndsTheProgramAtOnce) {
+    const support::TempFolder folder;
+    const char* const bin = std::getenv("KORVANE_BIN");
+    const std::string program = std::string(bin != nullptr ? bin : "bin") + "/korvane-tuner";
+    const std::string command =
+        "timeout 20 '" + program + "' --headless --ecu none --folder '" + folder.path().string() + "' <&- >&-";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(Clocks, StandardInput,
                          testing::Values(std::vector<std::string>{}, std::vector<std::string>{"--virtual-time"}));
 

@@ -49,6 +49,20 @@ TEST_F(Session, ACommentOfAnyLengthGetsNoReply) {
     EXPECT_THAT(replies, ElementsAre("ok 0\n", "ok 0\n"));
 }
 
+TEST_F(Session, WhatAnOverlongLineBeginsWithTellsWhatItIs) {
+    session.feed("x" + std::string(1 << 20, 'x'));
+    session.feed("#" + std::string(2 << 20, '#') + "\nnow\n");
+    EXPECT_THAT(replies, ElementsAre("error the line is longer than 1048576 bytes\n", "ok 0\n"));
+}
+
+TEST_F(Session, ABlankLineOfAnyLengthGetsNoReply) {
+    session.feed(std::string(2 << 20, ' '));
+    session.feed("\t\r\nnow\n");
+    session.feed(std::string(2 << 20, ' '));
+    session.feed("# words\nnow\n");
+    EXPECT_THAT(replies, ElementsAre("ok 0\n", "ok 0\n"));
+}
+
 TEST_F(Session, TheLongestLineIsStillExecuted) {
     const std::string command = "set frmTest.Tag \"";
     session.feed(command + std::string((1 << 20) - command.size() - 1, 'x') + "\"\n");

@@ -172,7 +172,11 @@ TEST_F(ProgramNames, IniProceduresWorkInTheProgramsFolder) {
     EXPECT_EQ(run("call ReadIniSection \"a.ini\" \"Two\""), "ok {\"error\":2,\"lines\":[\"\"]}");
     EXPECT_EQ(run("call WriteIniSection \"a.ini\" \"One\" \"no array\""), "ok 1");
     EXPECT_EQ(run("call WriteIniSection \"a.ini\" \"One\" []"), "ok 2");
+    EXPECT_EQ(run("call ReadIniSection \"  a.ini \" \"one\""),
+              "ok {\"error\":0,\"lines\":[\"first\",\"2\",\"third\"]}");
+    EXPECT_EQ(run("call WriteIniSection \" b.ini  \" \"One\" [\"x\"]"), "ok 0");
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "a.ini"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "b.ini"));
 }
 
 TEST_F(ProgramNames, ComplementDigitsAnswersAText) {

@@ -31,9 +31,13 @@ public:
 
     void write(std::span<const std::uint8_t> bytes) override {
         writes.push_back({pump_.milliseconds(), {bytes.begin(), bytes.end()}});
+        if (afterWrite) {
+            afterWrite();
+        }
     }
 
     std::vector<Write> writes;
+    std::function<void()> afterWrite;
 
 private:
     platform::EventPump& pump_;
@@ -80,6 +84,19 @@ TEST_F(EepromAccessTest, AByteRowTakesTheLowByteTwiceInTheFrame) {
     eeprom_.WriteEE(1, 300);
     EXPECT_THAT(sent(), ElementsAre('W', 1, 0, 44, 44, 0xA8));
     EXPECT_EQ(pump_.milliseconds(), 0);
+}
+
+// The device goes with the third byte; whoever closes the port has told the tuner.
+TEST_F(EepromAccessTest, ADeviceThatGoesInTheMiddleOfAFrameEndsItInSilence) {
+    line_.afterWrite = [this] {
+        if (line_.writes.size() == 3) {
+            port_.setPortOpen(false);
+        }
+    };
+    EXPECT_NO_THROW(eeprom_.WriteEE(1, 300));
+    EXPECT_THAT(sent(), ElementsAre('W', 1, 0));
+    EXPECT_NO_THROW(eeprom_.ReadEE(1));
+    EXPECT_EQ(sent().size(), 3U);
 }
 
 TEST_F(EepromAccessTest, TheAddressGoesLowByteFirst) {

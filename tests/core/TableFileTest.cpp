@@ -4,6 +4,7 @@
 #include "core/TableFile.h"
 #include "core/TextFile.h"
 #include "platform/virtual/QueuedDialogs.h"
+#include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 
 namespace korvane::core {
@@ -61,6 +62,20 @@ TEST_F(TableFile, AFailedSaveTellsWhy) {
 TEST_F(TableFile, AFullDiskIsTold) {
     SaveByteTable("/dev/full", std::array<std::uint8_t, 2>{1, 2}, dialogs_);
     EXPECT_THAT(texts(), ElementsAre("Error tablesave: Disk full"));
+}
+
+TEST_F(TableFile, AFullDiskLeavesTheOldFileWhole) {
+    const auto file = folder_.write("keep.lam", std::string(1280, '7'));
+    const std::vector<std::string> lines(300, "12.5");
+    {
+        const support::FileSizeLimit limit(1024);
+        SaveTextTable(file, lines, dialogs_);
+    }
+    EXPECT_THAT(texts(), ElementsAre("Error tablesave: Disk full"));
+    EXPECT_EQ(folder_.read("keep.lam"), std::string(1280, '7'));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+    SaveTextTable(file, lines, dialogs_);
+    EXPECT_EQ(folder_.read("keep.lam").size(), 299U * 6);
 }
 
 TEST_F(TableFile, LoadingFillsFromIndex1On) {

@@ -7,6 +7,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class EepromUpload : public EepromImageBench {
 protected:
@@ -189,6 +190,16 @@ TEST_F(EepromUpload, OnAClosedPortRunsItsTimeInSilence) {
     EXPECT_THAT(messages(), IsEmpty());
     expectButtons(true);
     EXPECT_FALSE(polls());
+}
+
+TEST_F(EepromUpload, OnAClosedPortABadLineIsToldWithoutSayingThatLinesWereSent) {
+    main_.btnConnect.press();
+    upload("1\n2\nx\n");
+    const auto told = messages();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_THAT(told[0], HasSubstr("Line 3 "));
+    EXPECT_THAT(told[0], HasSubstr("The port is closed."));
+    EXPECT_THAT(told[0], Not(HasSubstr("sent")));
 }
 
 TEST_F(EepromUpload, APulledCableLetsItRunOut) {

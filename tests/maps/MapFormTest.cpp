@@ -1,4 +1,5 @@
 #include "MapsBench.h"
+#include "core/Numbers.h"
 #include "maps/MapForm.h"
 
 namespace korvane::maps {
@@ -250,12 +251,78 @@ TEST_F(MapFormTest, TheAnalyserTakesThePlaceOfTheIgnition) {
     window.chkInjAnal.press();
     EXPECT_TRUE(window.analys(0).inSight());
     EXPECT_FALSE(window.ign(0).inSight());
+    EXPECT_EQ(window.FrameInjAnalys.Left.get(), 0);
+    EXPECT_EQ(window.FrameIgn.Left.get(), -20000);
+    EXPECT_EQ(window.FramePWM.Left.get(), -20000);
     EXPECT_FALSE(window.btnReadIgn.Enabled || window.btnWriteIgn.Enabled || window.chkShowPwm.Enabled);
+    EXPECT_FALSE(window.btnReadPWM.Enabled || window.btnSavePWM.Enabled);
     window.chkInjAnal.press();
     EXPECT_FALSE(window.analys(0).inSight());
     EXPECT_TRUE(window.ign(0).inSight());
     EXPECT_TRUE(window.btnReadIgn.Enabled && window.btnWriteIgn.Enabled && window.chkShowPwm.Enabled);
     EXPECT_TRUE(window.btnReadPWM.Enabled && window.btnSavePWM.Enabled);
+}
+
+// A script can tick the box also while the PWM pane is on show.
+TEST_F(MapFormTest, TheAnalyserTakesThePlaceOfThePwmPaneToo) {
+    auto& window = openMaps();
+    window.chkShowPwm.press();
+    window.chkInjAnal.Value = 1;
+    EXPECT_EQ(window.FrameInjAnalys.Left.get(), 0);
+    EXPECT_EQ(window.FramePWM.Left.get(), -20000);
+    window.chkInjAnal.Value = 0;
+    EXPECT_EQ(window.FramePWM.Left.get(), 0);
+}
+
+TEST_F(MapFormTest, OnTheLargeWindowTheAnalyserHasItsOwnPageButTheButtonsWait) {
+    auto& window = openLarge();
+    window.chkInjAnal.press();
+    EXPECT_FALSE(window.btnReadIgn.Enabled || window.btnWriteIgn.Enabled);
+    EXPECT_FALSE(window.btnReadPWM.Enabled || window.btnSavePWM.Enabled);
+    EXPECT_EQ(window.TabStrip1.SelectedItem.get(), 1) << "the pages stay";
+    window.chkInjAnal.press();
+    EXPECT_TRUE(window.btnReadIgn.Enabled && window.btnWriteIgn.Enabled);
+    EXPECT_TRUE(window.btnReadPWM.Enabled && window.btnSavePWM.Enabled);
+}
+
+// 0.5 * 250 + 23 = 148 = 0x94 of red.
+TEST_F(MapFormTest, TheAnalyserIsPaintedEveryThirdOfASecondWhileItsBoxIsTicked) {
+    auto& window = openMaps();
+    analyser_.averages[17] = 13.0F;
+    analyser_.proposals[17] = 0.5F;
+    machine_.pump.wait(333);
+    EXPECT_EQ(window.analys(17).Text.get(), "12.5") << "not ticked";
+    window.chkInjAnal.press();
+    machine_.pump.wait(332);
+    EXPECT_EQ(window.analys(17).Text.get(), "12.5");
+    machine_.pump.wait(1);
+    EXPECT_EQ(window.analys(17).Text.get(), "13");
+    EXPECT_EQ(window.analys(17).BackColor.get(), 0x00FF94U);
+    window.chkInjAnal.press();
+    analyser_.averages[17] = 14.0F;
+    machine_.pump.wait(1000);
+    EXPECT_EQ(window.analys(17).Text.get(), "13");
+}
+
+// No cell to go to, a cell that takes no focus, a page out of sight.
+TEST_F(MapFormTest, TheAnalyserIsPaintedWhereverTheFocusCantFollow) {
+    auto& window = openLarge();
+    window.chkFocusOnMAP.press();
+    window.chkInjAnal.press();
+    float mean = 10.0F;
+    const auto paintedAt = [&](int place, int tab) {
+        tables_.MapPlace = static_cast<std::int16_t>(place);
+        window.TabStrip1.choose(tab);
+        mean += 1.0F;
+        analyser_.averages[319] = mean;
+        machine_.pump.wait(333);
+        return window.analys(319).Text.get() == core::textOf(mean);
+    };
+    EXPECT_TRUE(paintedAt(500, 1));
+    EXPECT_TRUE(paintedAt(10, 3));
+    EXPECT_TRUE(paintedAt(70, 4));
+    EXPECT_EQ(window.activeControl(), nullptr);
+    EXPECT_THAT(machine_.log.lines, IsEmpty());
 }
 
 TEST_F(MapFormTest, The3DViewOpensWithTheWindowsLayout) {
@@ -302,6 +369,19 @@ TEST_F(MapFormTest, TheAnalyserKnowsTheOpenWindow) {
     EXPECT_EQ(window.chkOnlineChanges.Value.get(), 1);
     window.setAgentLamp(platform::Picture::Red);
     EXPECT_EQ(window.imgAgentLed.Shown.get(), platform::Picture::Red);
+}
+
+// Cells count to 320 for the analyser whatever the map.
+TEST_F(MapFormTest, WhatTheAnalyserAsksOfCellsBeyondTheGridIsPassedOver) {
+    auto& window = openMaps();
+    const auto before = tables_.FuelMapOut;
+    for (const int cell : {-1, 160, 319, 320}) {
+        EXPECT_NO_THROW(window.setSetpointToolTip(cell, "13"));
+        EXPECT_NO_THROW(window.pressFuelKey(cell, platform::kKeyPlus, 0));
+    }
+    EXPECT_EQ(tables_.FuelMapOut, before);
+    window.pressFuelKey(159, platform::kKeyPlus, 0);
+    EXPECT_EQ(tables_.FuelMapOut[159], before[159] + 1);
 }
 
 }  // namespace

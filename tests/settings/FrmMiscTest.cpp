@@ -62,6 +62,53 @@ TEST_F(FrmMiscTest, ListsHaveTheirRows) {
         ElementsAre("Launch -no delay", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
                     "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"));
     EXPECT_THAT(rows(frmMisc_.ComboMapSensorType), ElementsAre("MPX4250", "Bosch 3bar, VW,audi", "Vacuum"));
+    ASSERT_EQ(frmMisc_.Combo1.ListCount(), 31);
+    EXPECT_EQ(frmMisc_.Combo1.List(30), tables_.liveValues[30].name);
+    for (const auto* list : {&frmMisc_.Combolaunchmode, &frmMisc_.ComboMapSensorType, &frmMisc_.Combo1}) {
+        EXPECT_EQ(list->ListIndex.get(), 0) << list->path();
+    }
+    EXPECT_EQ(frmMisc_.ListView1.Cell(1, 1), "MISC2_OFF");
+    EXPECT_EQ(frmMisc_.ListView1.Cell(1, 2), "0001");
+}
+
+TEST_F(FrmMiscTest, AParameterOfTheListIsReadIntoItsBox) {
+    showOnOpenPort();
+    int row = 1;
+    while (frmMisc_.ListView1.Cell(row, 1) != "INJ_OFF") {
+        ++row;
+    }
+    frmMisc_.ListView1.clickRow(row);
+    frmMisc_.Command2.press();
+    EXPECT_THAT(sent(), ElementsAre("0 R 16"));
+    byteReply(16, 99);
+    EXPECT_EQ(frmMisc_.TextOs.Text.get(), "16");
+    EXPECT_EQ(frmMisc_.TextArvo.Text.get(), "99");
+}
+
+TEST_F(FrmMiscTest, FramesHaveTheirTexts) {
+    const auto& w = frmMisc_;
+    EXPECT_EQ(w.FrameIdleAdv.Caption.get(), "Idle Ignition");
+    EXPECT_EQ(w.FrameIgnEdge.Caption.get(), "Ignition sensor type");
+    EXPECT_EQ(w.FrameChargeTime.Caption.get(), "Ignition Charge time");
+    EXPECT_EQ(w.FrameInjMode.Caption.get(), "Injection mode");
+    EXPECT_EQ(w.FrameInj8ms.Caption.get(), "Current Inj max time");
+    EXPECT_EQ(w.FrameInjAdv.Caption.get(), "Injection advance");
+    EXPECT_EQ(w.FrameStartHelp.Caption.get(), "Start help");
+    EXPECT_EQ(w.FrameVolt.Caption.get(), "Voltage correction factor   ms/V");
+    EXPECT_EQ(w.FrameAccel.Caption.get(), "Acceleration pump");
+    EXPECT_EQ(w.FramePWM1.Caption.get(), "PWM1");
+    EXPECT_EQ(w.FramePWM2.Caption.get(), "PWM2");
+    EXPECT_EQ(w.FrameIdleValve.Caption.get(), "Idle valve control (PWM)");
+    EXPECT_EQ(w.FrameBoost.Caption.get(), "Boost regulation");
+    EXPECT_EQ(w.FrameLambda.Caption.get(), "Lambda correction");
+    EXPECT_EQ(w.FrameIdlemap.Caption.get(), "Idle Fuel correction");
+    EXPECT_EQ(w.FrameMapSensor.Caption.get(), "Map sensor type");
+    EXPECT_EQ(w.FrameNTC.Caption.get(), "Temperature sensor calibration");
+    EXPECT_EQ(w.FrameLoadCalc.Caption.get(), "Load calculation");
+    EXPECT_EQ(w.FrameWarnings.Caption.get(), "Warnings");
+    EXPECT_EQ(w.FrameLaunch.Caption.get(), "Launch / Antilag settings");
+    EXPECT_EQ(w.FrameParams.Caption.get(), "Params");
+    EXPECT_EQ(w.Frame13.Caption.get(), "Inj offset type");
 }
 
 TEST_F(FrmMiscTest, FeaturesEnableTheirBoxes) {

@@ -189,6 +189,8 @@ TEST_F(ParameterToolsTest, OnAClosedPortNothingIsSentOrTold) {
     EXPECT_THAT(write("511", "1"), IsEmpty());
     EXPECT_THAT(writeWord("3000", "1"), IsEmpty());
     expectSilence();
+    EXPECT_THAT(writeWord("32767", "1"), IsEmpty());
+    EXPECT_EQ(onlyMessage(), "TextOs holds a value that does not fit: it must be an address from 0 to 3000.");
 }
 
 TEST_F(ParameterToolsTest, TheChannelsStandUnderTheirNamesWithTheFirstPicked) {

@@ -236,7 +236,8 @@ TEST_F(RepliesTest, AnAddressWithNoFieldChangesOnlyTextArvo) {
         return all;
     };
     before = texts();
-    for (const int addr : {0, 8, 360, 362, 370, 380, 500, 513, 556, 1002, 2999, 3000}) {
+    for (const int addr :
+         {0, 8, 349, 360, 362, 370, 380, 391, 397, 500, 506, 513, 539, 556, 557, 574, 949, 966, 1002, 2999, 3000}) {
         update(addr, addr % 250);
         EXPECT_EQ(frmMisc_.TextArvo.Text.get(), std::to_string(addr % 250)) << addr;
     }
@@ -263,8 +264,11 @@ TEST_F(RepliesTest, AWordGoesIntoTheImageOnlyIfItFitsAByte) {
     EXPECT_EQ(frmMisc_.txtColdRPMlimit.Text.get(), "4500");
     update(1005, 255);
     EXPECT_EQ(image(1005), 255);
-    update(540, 256, true);
-    EXPECT_EQ(image(540), 0);
+    tables_.EEImage[540] = 9;
+    update(540, 300, true);
+    EXPECT_EQ(image(540), 9) << "44 would be its low byte";
+    update(540, 200, true);
+    EXPECT_EQ(image(540), 200);
     EXPECT_THROW(update(1005, -1), platform::RuntimeError);
 }
 

@@ -192,6 +192,8 @@ TEST_F(SaveGroupsTest, LoadCalculation) {
     EXPECT_EQ(now(), 400);
     frmMisc_.optLoadMode(1).press();
     EXPECT_THAT(save(frmMisc_.btnLoadCalc).back(), "800 498=1");
+    frmMisc_.optLoadMode(1).Value = false;
+    EXPECT_THAT(save(frmMisc_.btnLoadCalc).back(), "1200 498=1") << "with neither chosen";
 }
 
 // 4500 is 0x1194; its row is a word, written in one call with 50 ms in between.

@@ -42,11 +42,13 @@ TEST_F(SettingsBlock, StopsThePollForTwoPauses) {
         EXPECT_EQ(frmMisc_.TimeOutCount, 0);
         EXPECT_TRUE(frmMisc_.TimeOutTimer.Enabled);
         EXPECT_EQ(frmMisc_.txtStart.Text.get(), "");
+        frmMisc_.TimeOutCount = 3;
     });
     at(301, [&] {
         ++seen;
         EXPECT_FALSE(poll().Enabled);
         EXPECT_FALSE(frmMisc_.TimeOutTimer.Enabled);
+        EXPECT_EQ(frmMisc_.TimeOutCount, 0);
         EXPECT_EQ(frmMisc_.txtStart.Text.get(), "2.7778");
     });
     reply('e', block_);
