@@ -51,9 +51,10 @@ TEST_F(RunModes, TheVirtualClockStartsWhereItIsTold) {
 TEST_F(RunModes, TheEndOfInputClosesTheWindowOnADisplayToo) {
     const auto trace = (folder_.path() / "trace").string();
     const auto outcome = run({"--console", "--ecu", "type=11", "--trace", trace},
-                             "choose frmSarn2.ComboPort 3\nclick frmSarn2.btnConnect\nwait 300\n");
+                             "choose frmSarn2.ComboPort 3\nclick frmSarn2.btnConnect\n"
+                             "set frmMisc.TimerInitialGetData.Enabled false\nwait 300\n");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.output, "ok\nok\nok\n");
+    EXPECT_EQ(outcome.output, "ok\nok\nok\nok\n");
     EXPECT_THAT(folder_.read("preferences.ini"), HasSubstr("Port=3"));
     EXPECT_THAT(folder_.read("trace"), HasSubstr(" > 78\n"));
 }
