@@ -38,7 +38,7 @@ void replaceThrough(const fs::path& old, const std::function<void(const fs::path
     }
 }
 
-void saveTable(const fs::path& path, std::size_t size, const std::function<std::string(std::size_t)>& lineOf,
+bool saveTable(const fs::path& path, std::size_t size, const std::function<std::string(std::size_t)>& lineOf,
                platform::Dialogs& dialogs) {
     const auto write = [&](const fs::path& file) { writeTable(file, size, lineOf); };
     try {
@@ -48,22 +48,24 @@ void saveTable(const fs::path& path, std::size_t size, const std::function<std::
         } else {
             write(path);
         }
+        return true;
     } catch (const fs::filesystem_error& failure) {
         dialogs.show({"", "Error tablesave: " + failure.code().message()});
     } catch (const RuntimeError& failure) {
         dialogs.show({"", std::string("Error tablesave: ") + failure.what()});
     }
+    return false;
 }
 
 }  // namespace
 
-void SaveByteTable(const fs::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs) {
-    saveTable(
+bool SaveByteTable(const fs::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs) {
+    return saveTable(
         path, bytes.size(), [bytes](std::size_t i) { return ' ' + textOf(bytes[i]) + ' '; }, dialogs);
 }
 
-void SaveTextTable(const fs::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs) {
-    saveTable(
+bool SaveTextTable(const fs::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs) {
+    return saveTable(
         path, lines.size(), [lines](std::size_t i) { return lines[i]; }, dialogs);
 }
 

@@ -54,23 +54,6 @@ private:
     bool pollAfterwards_;
 };
 
-// Passes boxes on and notes whether there was one.
-class NotingDialogs : public platform::Dialogs {
-public:
-    explicit NotingDialogs(platform::Dialogs& dialogs) : dialogs_(dialogs) {}
-
-    void show(const platform::MessageBox& box) override {
-        shown_ = true;
-        dialogs_.show(box);
-    }
-    [[nodiscard]] std::string choose(const platform::FileDialog& dialog) override { return dialogs_.choose(dialog); }
-    [[nodiscard]] bool shown() const { return shown_; }
-
-private:
-    platform::Dialogs& dialogs_;
-    bool shown_ = false;
-};
-
 // The number in plain digits, from 0 to `highest`; nothing for any other text.
 std::optional<int> wholeNumber(std::string_view digits, int highest) {
     if (digits.empty() || digits.find_first_not_of(kDigits) != std::string_view::npos) {
@@ -176,9 +159,7 @@ void EepromImage::save() {
     const auto path = machine.folder / ("EEPROM_" + core::timeFileText(machine.pump.wallTime()) + ".txt");
     std::vector<std::uint8_t> table(tables_.EEImage.begin(), tables_.EEImage.end());
     table.push_back(0);
-    NotingDialogs dialogs(machine.dialogs);
-    core::SaveByteTable(path, table, dialogs);
-    if (!dialogs.shown()) {
+    if (core::SaveByteTable(path, table, machine.dialogs)) {
         tell(" EEPROM saved to file \r\n" + path.string(), platform::MessageIcon::Information);
     }
 }
