@@ -10,7 +10,7 @@ constexpr int kErrorReadState = 8021;
 std::int32_t GetPortBaud(const platform::MSComm& port) {
     const int baud = port.lineBaud();
     if (baud <= 0) {
-        throw platform::RuntimeError(kErrorReadState, "Could not read current state of the port");
+        throw platform::RuntimeError(kErrorReadState, "Could not read current state of the port", port.path());
     }
     return baud;
 }
@@ -18,7 +18,7 @@ std::int32_t GetPortBaud(const platform::MSComm& port) {
 void SetCustomBaud(platform::MSComm& port, std::int32_t rate) {
     static_cast<void>(GetPortBaud(port));
     if (!port.setLineBaud(rate)) {
-        throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate");
+        throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate", port.path());
     }
 }
 

@@ -1,4 +1,4 @@
-// The rate of an open port, past the control's Settings.
+// The rate of an open port, past the control's Settings. The source of each failure is the control's name.
 #pragma once
 
 #include <cstdint>

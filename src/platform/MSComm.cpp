@@ -121,7 +121,7 @@ bool MSComm::setLineBaud(int baud) {
 
 void MSComm::requireOpen() const {
     if (!open_) {
-        throw RuntimeError(kErrorPortNotOpen, "Operation valid only when the port is open");
+        throw RuntimeError(kErrorPortNotOpen, "Operation valid only when the port is open", path());
     }
 }
 

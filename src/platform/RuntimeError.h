@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace korvane::platform {
 
@@ -10,12 +11,16 @@ namespace korvane::platform {
 // travels as this type to the handler's own trap, or to the door through which the event came in.
 class RuntimeError : public std::runtime_error {
 public:
-    RuntimeError(int number, const std::string& description) : std::runtime_error(description), number_(number) {}
+    RuntimeError(int number, const std::string& description, std::string source = {})
+        : std::runtime_error(description), number_(number), source_(std::move(source)) {}
 
     [[nodiscard]] int number() const noexcept { return number_; }
+    // The name of the control that failed; empty for all failures but those of the serial control's state and rate.
+    [[nodiscard]] const std::string& source() const noexcept { return source_; }
 
 private:
     int number_;
+    std::string source_;
 };
 
 // The numbers that more than one room raises.

@@ -164,6 +164,7 @@ TEST_F(StubbornPortTest, RateRoutinesNeedAnOpenPort) {
             call();
         } catch (const RuntimeError& error) {
             text = error.what();
+            EXPECT_EQ(error.source(), "MSComm1");
             return error.number();
         }
         return 0;
