@@ -37,6 +37,7 @@ Program::Program(platform::Machine& machine)
       mapWindows_(machine, mapContext_, windows_) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
+    frmMisc_.setRenameHandler([this] { nameChannels(); });
     dispatcher_.setLiveDecoder(liveUpdate_);
     liveUpdate_.setAnalyser(&analyser_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };

@@ -1,6 +1,9 @@
 // The settings of the ECU on nine pages.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "link/Windows.h"
 #include "settings/FullRead.h"
 #include "settings/MiscContext.h"
@@ -25,6 +28,9 @@ public:
     void setLambdaSetpoint(int row, std::uint8_t value) override { replies_.setLambdaSetpoint(row, value); }
     void setLambdaAuthority(int row, std::uint8_t value) override { replies_.setLambdaAuthority(row, value); }
     void MarkAccelCell(int index) override { replies_.MarkAccelCell(index); }
+
+    // Called when the editor of the channels has saved one: the live display shows its name.
+    void setRenameHandler(std::function<void()> handler) { parameterTools_.channelRenamed = std::move(handler); }
 
     // Ctrl+Tab goes to the next tab, and from the last one to the first.
     void Form_KeyDown(int keyCode, int shift) override;

@@ -138,6 +138,9 @@ void ParameterTools::btnSaveParam_Click() {
     channel.offset = core::val(window_.txtParOffset.Text.get());
     channel.gain = core::val(window_.txtParScale.Text.get());
     channel.limit = core::val(window_.txtParWarning.Text.get());
+    if (channelRenamed) {
+        channelRenamed();
+    }
     core::SaveParDef(tables_, window_.machine().folder, row);
 }
 

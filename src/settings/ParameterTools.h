@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/EepromAccess.h"
@@ -16,6 +17,9 @@ namespace korvane::settings {
 class ParameterTools {
 public:
     ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom);
+
+    // A channel has got another name.
+    std::function<void()> channelRenamed;
 
     // Fills the lists of parameters and of channels and picks the first channel. Called when the window loads.
     void fill();

@@ -197,13 +197,14 @@ void ListTable::keyboardSearch(const QString& search) {
     }
 }
 
-// The next row from `from` on, round the end, in which a column begins so; the first column goes before the others.
+// The next row from `from` on, round the end, in which a column begins so, blanks left aside; the first column goes
+// before the others.
 int ListTable::find(const QString& start, int from) const {
     const int count = rows_.rowCount();
     for (int column = 0; column < rows_.columnCount(); ++column) {
         for (int step = 0; step < count; ++step) {
             const int row = (from + step) % count;
-            if (rows_.text(row, column).startsWith(start, Qt::CaseInsensitive)) {
+            if (rows_.text(row, column).trimmed().startsWith(start, Qt::CaseInsensitive)) {
                 return row;
             }
         }

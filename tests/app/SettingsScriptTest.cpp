@@ -277,6 +277,7 @@ TEST_F(SettingsScript, AValueOfEachGroupGoesIntoTheEepromAndComesBack) {
     expect("frmSarn2.isConnected", "true");
     say("messages");
     const auto replies = run("type=11,drive=2000:50:50,save=" + path("after.txt"));
+    ASSERT_FALSE(replies.empty());
     EXPECT_THAT(replies.back(), HasSubstr("Settings_par.ini file not found."));
     const auto before = cells("before.txt");
     const auto saved = cells("saved.txt");
@@ -309,7 +310,7 @@ protected:
         saveAll();
         sayAll({"click frmSarn2.btnBackup", "messages"});
         const auto replies = run("type=11,drive=2000:50:50,save=" + path("ecu.txt"));
-        EXPECT_THAT(replies.back(), HasSubstr(" EEPROM saved to file "));
+        EXPECT_THAT(replies.empty() ? "" : replies.back(), HasSubstr(" EEPROM saved to file "));
         for (const auto& name : folder_.names()) {
             if (name.starts_with("EEPROM_")) {
                 return name;

@@ -171,6 +171,24 @@ TEST_F(SettingsWindow, TheMapWindowTakesTheInjectionModeOfTheRead) {
     EXPECT_EQ(maps->InjTimeScale, static_cast<float>(program_.tables().TickD));
 }
 
+TEST_F(SettingsWindow, AChannelIsRenamedAndRescaledAtOnce) {
+    main_.btnConnect.press();
+    frmMisc_.TimerInitialGetData.Enabled = false;
+    frmMisc_.Combo1.choose(12);
+    frmMisc_.txtParName.Text = "Oil bar";
+    frmMisc_.txtParScale.Text = "2";
+    frmMisc_.txtParOffset.Text = "1";
+    frmMisc_.btnSaveParam.press();
+    EXPECT_EQ(main_.lblValueMuxName(0).Caption.get(), "Oil bar");
+    EXPECT_NE(frmMisc_.Combo1.List(12), "Oil bar") << "until the next start";
+    support::Bytes live(19, 0);
+    live[17] = 0;
+    live[18] = 20;
+    line.inject(support::frame('R', live));
+    pump.pump();
+    EXPECT_EQ(main_.lblValueMux(0).Caption.get(), "42");
+}
+
 TEST_F(SettingsWindow, TheImagesButtonsAnswer) {
     main_.btnUploadEEPROM.press();
     EXPECT_EQ(pump.now(), 0) << "no file chosen";

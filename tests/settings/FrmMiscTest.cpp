@@ -109,6 +109,7 @@ TEST_F(FrmMiscTest, FramesHaveTheirTexts) {
     EXPECT_EQ(w.FrameLaunch.Caption.get(), "Launch / Antilag settings");
     EXPECT_EQ(w.FrameParams.Caption.get(), "Params");
     EXPECT_EQ(w.Frame13.Caption.get(), "Inj offset type");
+    EXPECT_EQ(w.FrameMisc2.Caption.get(), "Älä käytä!");
 }
 
 TEST_F(FrmMiscTest, FeaturesEnableTheirBoxes) {
