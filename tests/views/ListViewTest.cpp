@@ -192,6 +192,16 @@ TEST_F(ListViewTest, TheSelectedRowStaysInViewWhenTheListIsSorted) {
     EXPECT_TRUE(table().viewport()->rect().contains(table().visualRect(selected.front())));
 }
 
+TEST_F(ListViewTest, TypingPassesOverTheBlankAtTheHeadOfAName) {
+    form.lvwParams.addRow({" IGNORDER", "0513"});
+    frame();
+    QApplication::setKeyboardInputInterval(60000);
+    table().setFocus();
+    type(table(), "ignord");
+    frame();
+    EXPECT_EQ(highlighted(), " IGNORDER");
+}
+
 TEST_F(ListViewTest, TypingFindsARow) {
     QApplication::setKeyboardInputInterval(60000);
     table().setFocus();
