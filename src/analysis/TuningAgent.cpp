@@ -79,9 +79,14 @@ void clsInjAnalyser::timerAgent_Timer() {
         return;
     }
     const Deeper deeper(depth_);
-    window_->setAgentLamp(platform::Picture::Green);
+    showLamp(platform::Picture::Green);
     CorrectAllCells();
     SmoothFuelMap();
+}
+
+// Grey while the agent is stopped, also for what is left of a look then.
+void clsInjAnalyser::showLamp(platform::Picture lamp) {
+    window_->setAgentLamp(agentEnable_ ? lamp : platform::Picture::Grey);
 }
 
 void clsInjAnalyser::CorrectAllCells() {
@@ -152,7 +157,7 @@ void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
         return;
     }
     const Realtime realtime(window_);
-    window_->setAgentLamp(platform::Picture::Red);
+    showLamp(platform::Picture::Red);
     if (weight != 0.0F) {
         auto& stats = core::checked(CellStats, cell);
         stats.LambdaAvg = stats.LambdaBase;

@@ -79,7 +79,7 @@ void clsInjAnalyser::setAgentEnable(bool on) {
     }
     timerAgent.StopTimer();
     if (window_ != nullptr) {
-        window_->setAgentLamp(platform::Picture::Grey);
+        showLamp(platform::Picture::Grey);
     }
 }
 

@@ -72,6 +72,7 @@ public:
 
 private:
     void timerAgent_Timer();
+    void showLamp(platform::Picture lamp);
     [[nodiscard]] float weightOf(int cell) const;
     [[nodiscard]] float neighbourWeight(int cell) const;
     void correct(int cell, int direction);

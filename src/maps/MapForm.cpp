@@ -3,6 +3,7 @@
 #include "core/Numbers.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
+#include "maps/Selection.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
@@ -113,10 +114,12 @@ void MapForm::LoadMisc(bool skipTimer) {
     transfer_.LoadMisc(skipTimer);
 }
 
+// A block takes the key instead of the cell, whether the grid has the cell or not.
 void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);
-    if (fuel.geometry.has(cell)) {
-        editing_.fuelKeyDown(cell, keyCode, shift);
+    const int pressed = hasBlock(fuel) ? fuel.SelFirst - 1 : cell;
+    if (fuel.geometry.has(pressed)) {
+        editing_.fuelKeyDown(pressed, keyCode, shift);
     }
 }
 

@@ -95,6 +95,7 @@ TEST_F(TuningAgentTest, JustThreeTenthsIsNeither) {
 TEST_F(TuningAgentTest, AWholeCorrectionTicksRealtimeChangesAndTakesItsTime) {
     gather(20, 41, 13.0F);
     analyser_.setSimpleMode(true);
+    analyser_.setAgentEnable(true);
     analyser_.CorrectAllCells();
     EXPECT_THAT(window_.journal, ElementsAre("online", "key 20 187 0", "offline"));
     EXPECT_THAT(window_.lamps, ElementsAre("red"));
@@ -239,7 +240,7 @@ TEST_F(TuningAgentTest, ANeighbourHasTheWeightOfItsOwnSamplesOrOne) {
     gather(21, 10, 13.0F);
     gather(20, 41, 13.0F, 200.0F);
     gather(40, 41, 13.0F, 200.0F);
-    for (const std::size_t cell : {20, 21, 40}) {
+    for (const std::size_t cell : {20U, 21U, 40U}) {
         analyser_.CellStats.at(cell).LoadOffsetAvg = 0.0F;
     }
     analyser_.CorrectAllCells();
@@ -303,6 +304,19 @@ TEST_F(TuningAgentTest, TheClockRunsEvery300MillisecondsWhileItIsOn) {
     analyser_.setAgentEnable(false);
     machine_.pump.wait(1000);
     EXPECT_THAT(window_.lamps, ElementsAre("green", "green", "grey"));
+}
+
+// 300 ms to the look, whose second step begins 50 ms later: it is made, under the grey lamp.
+TEST_F(TuningAgentTest, StoppedInTheMiddleOfALookItFinishesTheLookUnderTheGreyLamp) {
+    analyser_.setSimpleMode(true);
+    gather(20, 41, 13.0F);
+    gather(21, 41, 13.0F);
+    analyser_.setAgentEnable(true);
+    const auto alarm = machine_.pump.makeAlarm([&] { analyser_.setAgentEnable(false); });
+    alarm->callAt(320'000);
+    machine_.pump.wait(1000);
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 21 187 0"));
+    EXPECT_THAT(window_.lamps, ElementsAre("green", "red", "grey", "grey"));
 }
 
 TEST_F(TuningAgentTest, AClosedWindowStopsIt) {

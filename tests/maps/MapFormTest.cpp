@@ -384,5 +384,18 @@ TEST_F(MapFormTest, WhatTheAnalyserAsksOfCellsBeyondTheGridIsPassedOver) {
     EXPECT_EQ(tables_.FuelMapOut[159], before[159] + 1);
 }
 
+TEST_F(MapFormTest, ABlockTakesTheAnalysersKeyWhateverTheCell) {
+    auto& window = openMaps();
+    window.fuel.SelFirst = 11;
+    window.fuel.SelLast = 12;
+    auto expected = tables_.FuelMapOut;
+    for (const int cell : {50, 166}) {
+        window.pressFuelKey(cell, platform::kKeyPlus, 0);
+    }
+    expected[10] = static_cast<std::uint8_t>(expected[10] + 2);
+    expected[11] = static_cast<std::uint8_t>(expected[11] + 2);
+    EXPECT_EQ(tables_.FuelMapOut, expected);
+}
+
 }  // namespace
 }  // namespace korvane::maps
