@@ -285,6 +285,29 @@ TEST_F(SettingsScript, AValueOfEachGroupGoesIntoTheEepromAndComesBack) {
     EXPECT_EQ(saved, cells("after.txt")) << "a full read writes nothing";
 }
 
+// One that the map window saved: words, bytes and boxes that are stepped by keys.
+TEST_F(SettingsScript, ATuneFileGoesIntoThePagesAndNotIntoTheEcu) {
+    const std::map<std::string, std::string> values{
+        {"txtInjMode.Text", "\"2\""},   {"txtMotorBrakeLow.Text", "\"1500\""}, {"txtLaunchcontrol.Text", "\"4500\""},
+        {"txtALS_fuel.Text", "\"15\""}, {"txtStart.Text", "\"0.8333\""},       {"txtNTC3.Text", "\"22\""},
+    };
+    say("messages");
+    connect();
+    sayAll({"click frmSarn2.btnKartat", "wait 3000", "file " + path("tune.txt"), "click frmMaps.btnSave",
+            "click frmSarn2.btnAsetukset", "ecu save " + path("before.txt")});
+    for (const auto& [property, text] : values) {
+        say("set frmMisc." + property + " \"77\"");
+    }
+    sayAll({"choose frmMisc.tbsOptions 9", "file " + path("tune.txt"), "click frmMisc.btnReadFromFile"});
+    for (const auto& [property, text] : values) {
+        expect("frmMisc." + property, text);
+    }
+    say("messages");
+    const auto replies = run("type=11,drive=2000:50:50,save=" + path("after.txt"));
+    EXPECT_EQ(replies.empty() ? "" : replies.back(), "ok []");
+    EXPECT_EQ(cells("before.txt"), cells("after.txt"));
+}
+
 // Every group saved as it has been read: nothing in the EEPROM moves.
 TEST_F(SettingsScript, GroupsSavedAsTheyWereReadChangeNothing) {
     connect();

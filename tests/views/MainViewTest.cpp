@@ -232,6 +232,36 @@ TEST_F(MainViewTest, ButtonsOfTheServiceColumnAreOfOneHeight) {
     EXPECT_LE(*heights.rbegin() - *heights.begin(), 2);
 }
 
+// Over the state line, whose place and texts stay as they are.
+TEST_F(MainViewTest, TheReadOfTheSettingsShowsABarAtTheStateLine) {
+    connect();
+    const auto& state = *find("lblState");
+    auto& bar = *find("prgSettings");
+    const QRect place = state.geometry();
+    EXPECT_FALSE(bar.isVisible());
+    window.prgSettings.start(100);
+    frame();
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.parentWidget(), state.parentWidget());
+    EXPECT_LE(bar.geometry().bottom(), state.y());
+    EXPECT_LT(state.y() - bar.geometry().bottom(), bar.height());
+    EXPECT_GE(bar.x(), state.x());
+    EXPECT_LE(bar.geometry().right(), state.geometry().right() + 1);
+    EXPECT_EQ(state.geometry(), place);
+}
+
+TEST_F(MainViewTest, AnImagesTransferShowsABarBelowItsButtons) {
+    const auto& button = *find("btnUploadEEPROM");
+    auto& bar = *find("prgEeprom");
+    EXPECT_FALSE(bar.isVisible());
+    window.prgEeprom.start(102);
+    frame();
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.parentWidget(), button.parentWidget());
+    EXPECT_GT(bar.y(), button.geometry().bottom());
+    EXPECT_LT(bar.geometry().bottom(), find("Command2")->y());
+}
+
 TEST_F(MainViewTest, LampsStandInTheirOrderFromTopToBottom) {
     for (int n = 1; n < 16; ++n) {
         const auto* const above = find("imgLed(" + std::to_string(n - 1) + ")");
