@@ -201,7 +201,8 @@ void cTrendline::drawLine(const Geometry& plot, const Columns& xs, const TrendTa
     std::array<std::int16_t, TrendTable::kLastRow> ys;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const double y = zero - values[i] * height / scale;
-        ys[i] = rounded(y < top ? top : y > bottom ? bottom : y);
+        const double below = top > y ? top : y;
+        ys[i] = rounded(bottom < below ? bottom : below);
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         points[i] = {xs[i], ys[i]};
