@@ -1,9 +1,13 @@
 // The program as users' scripts run it.
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/Process.h"
@@ -168,6 +172,69 @@ TEST(RealRun, TalksToTheVirtualEcuOverAPseudoTerminal) {
     EXPECT_THAT(lines(outcome.output),
                 ElementsAre("ok", "ok", "ok", "ok", "ok", "ok", "ok \"COM2; 230400 Connected\"", "ok 11", "ok true"));
     EXPECT_THAT(folder.read("trace"), HasSubstr(" < 52\n"));
+}
+
+// COM9 is row 8 of the list. What is fixed stays in the file.
+TEST(RealRun, ALineInThePreferencesFixesAPort) {
+    const TempFolder folder;
+    const auto port = (folder.path() / "ecu").string();
+    folder.write("preferences.ini", "[Ports]\nCOM9=" + port + "\n");
+    const BackgroundProgram ecu("korvane-ecu", {"--pty", port, "--with-parent", "--drive", "idle"});
+    const auto outcome = runProgram("korvane-tuner", {"--headless", "--folder", folder.path().string()},
+                                    "wait 300\nchoose frmSarn2.ComboPort 8\nchoose frmSarn2.ComboBaud 3\n"
+                                    "click frmSarn2.btnConnect\nset frmMisc.TimerInitialGetData.Enabled false\n"
+                                    "wait 1800\nget frmSarn2.lblState.Caption\nget SWType\n");
+    EXPECT_THAT(lines(outcome.output),
+                ElementsAre("ok", "ok", "ok", "ok", "ok", "ok", "ok \"COM9; 57600 Connected\"", "ok 11"));
+    EXPECT_THAT(folder.read("preferences.ini"), HasSubstr("COM9=" + port));
+}
+
+// A home of its own for the programs that a test starts.
+class Home {
+public:
+    explicit Home(const TempFolder& folder) {
+        set("HOME", folder / "home");
+        set("XDG_CONFIG_HOME", folder / "config");
+        set("XDG_DATA_HOME", folder / "data");
+    }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+    ~Home() {
+        for (const auto& [name, value] : before_) {
+            value ? setenv(name, value->c_str(), 1) : unsetenv(name);
+        }
+    }
+
+private:
+    void set(const char* name, const std::filesystem::path& path) {
+        const char* const now = std::getenv(name);
+        before_.emplace_back(name, now != nullptr ? std::optional<std::string>(now) : std::nullopt);
+        setenv(name, path.c_str(), 1);
+    }
+    std::vector<std::pair<const char*, std::optional<std::string>>> before_;
+};
+
+TEST(RealRun, WithoutAFolderItKeepsItsFilesInTheHome) {
+    const TempFolder folder;
+    const Home home(folder);
+    const auto outcome = runProgram("korvane-tuner", {"--headless", "--virtual-time", "--ecu", "type=11"},
+                                    "choose frmSarn2.ComboPort 3\nwait 10\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(folder.read("config/korvane-tuner/preferences.ini"), HasSubstr("Port=3"));
+    EXPECT_THAT(folder.read("data/korvane-tuner/Settings_par.ini"), HasSubstr("["));
+    EXPECT_FALSE(std::filesystem::exists(folder / "home"));
+}
+
+TEST(RealRun, PreferencesAreKeptWhereTheOptionSays) {
+    const TempFolder folder;
+    const auto other = folder / "other.ini";
+    const auto outcome = runProgram("korvane-tuner",
+                                    {"--headless", "--virtual-time", "--ecu", "type=11", "--folder",
+                                     folder.path().string(), "--preferences", other.string()},
+                                    "choose frmSarn2.ComboPort 3\nwait 10\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(folder.read("other.ini"), HasSubstr("Port=3"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "preferences.ini"));
 }
 
 }  // namespace

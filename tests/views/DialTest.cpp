@@ -64,6 +64,46 @@ TEST_F(DialTest, TheNeedleEndsAtItsLength) {
     EXPECT_FALSE(isNeedle(at(dial, 0.5, 0.12)));
 }
 
+// The plate is a quarter of the side wide and a tenth high, from 0.35 and 0.75 on. The needle is above the centre.
+TEST_F(DialTest, TheNumberStandsOnItsPlateBelowTheHub) {
+    auto& dial = find<Dial>("SarnMeterRpm");
+    const QRect square = dial.square();
+    window.SarnMeterRpm.setValue(5000);
+    frame();
+    const QImage before = dial.grab().toImage();
+    window.SarnMeterRpm.setValue(5008);
+    frame();
+    const QImage after = dial.grab().toImage();
+    QRect changed;
+    for (int y = square.y() + square.height() * 6 / 10; y < square.bottom(); ++y) {
+        for (int x = square.x(); x < square.right(); ++x) {
+            if (before.pixel(x, y) != after.pixel(x, y)) {
+                changed |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    const double side = square.width();
+    EXPECT_FALSE(changed.isEmpty());
+    EXPECT_GE((changed.left() - square.x()) / side, 0.35);
+    EXPECT_LE((changed.right() - square.x()) / side, 0.60);
+    EXPECT_GE((changed.top() - square.y()) / side, 0.75);
+    EXPECT_LE((changed.bottom() - square.y()) / side, 0.85);
+}
+
+// 255 twips are 17 pixels, whatever the dial's size.
+TEST_F(DialTest, TheHubIsADiscOfItsOwnSize) {
+    auto& dial = find<Dial>("SarnMeterRpm");
+    window.SarnMeterRpm.setValue(5000);
+    frame();
+    const QPoint centre = dial.square().center();
+    const QImage image = dial.grab().toImage();
+    const QRgb ink = image.pixel(centre);
+    EXPECT_EQ(image.pixel(centre + QPoint(7, 0)), ink);
+    EXPECT_EQ(image.pixel(centre + QPoint(0, 7)), ink);
+    EXPECT_NE(image.pixel(centre + QPoint(10, 0)), ink);
+    EXPECT_NE(image.pixel(centre + QPoint(0, 10)), ink);
+}
+
 TEST_F(DialTest, ThePeakMarkerStaysWhereTheNeedleWas) {
     auto& dial = find<Dial>("SarnMeterRpm");
     window.SarnMeterRpm.setValue(5000);
