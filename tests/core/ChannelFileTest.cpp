@@ -146,6 +146,29 @@ TEST_F(ChannelFile, SavingReplacesOnlyItsOwnSection) {
     expectRead(30);
 }
 
+// Empty lines are none: the gain takes the place of the description, and each of the others moves up.
+TEST_F(ChannelFile, AnEmptyDescriptionShiftsWhatFollows) {
+    load(channelFile(31));
+    tables_.liveValues.at(3).description.clear();
+    SaveParDef(tables_, folder_.path(), 3);
+    load();
+    const LiveValue& values = tables_.liveValues.at(3);
+    EXPECT_EQ(values.name, "channel 3");
+    EXPECT_EQ(values.description, "2.5");
+    EXPECT_EQ(values.gain, -3.0);
+    EXPECT_EQ(values.offset, 900.0);
+    EXPECT_EQ(values.limit, 10000.0);
+    expectRead(4);
+}
+
+TEST_F(ChannelFile, TheNextStartAfterAFileMadeAnewFindsNoFirstChannel) {
+    SaveParDef(tables_, folder_.path(), 3);
+    load();
+    expectDefaults(0);
+    expectDefaults(3);
+    EXPECT_THAT(texts(), testing::ElementsAre(kDefaultsMessage));
+}
+
 TEST_F(ChannelFile, AFolderThatCannotBeWrittenIsPassedOver) {
     SaveParDef(tables_, folder_ / "missing", 0);
     EXPECT_THAT(folder_.names(), testing::IsEmpty());
