@@ -121,7 +121,8 @@ std::optional<Json> Names::call(const std::string& name, std::span<const Json> a
 }
 
 std::string Names::missing(const Path& path) const {
-    const std::string root = path.segments.front().name + '.';
+    const std::string& name = path.segments.front().name;
+    const std::string root = name + '.';
     std::string members;
     for (auto entry = entries_.lower_bound(root); entry != entries_.end() && entry->first.starts_with(root); ++entry) {
         members += (members.empty() ? "" : ", ") + entry->first.substr(root.size());
@@ -129,7 +130,10 @@ std::string Names::missing(const Path& path) const {
     if (members.empty()) {
         return "no open window, table or value is named " + shown(written(std::span(path.segments).first(1)));
     }
-    return shown(path.text) + " does not exist (" + path.segments.front().name + " has " + members + ")";
+    if (name.starts_with("frm")) {
+        return "no open window is named " + name + " (without one there is " + members + ")";
+    }
+    return shown(path.text) + " does not exist (" + name + " has " + members + ")";
 }
 
 }  // namespace korvane::console

@@ -24,6 +24,7 @@ MapGrid::MapGrid(platform::Window& window, const MapGridNames& names, MapGeometr
     for (auto& cell : cells) {
         cell.setContainer(&frame);
         cell.Locked = true;
+        cell.BackColor = platform::kWhite;
         cell.Width = kCellWidth;
         cell.Height = kCellHeight;
     }

@@ -23,12 +23,18 @@ PwmTransfer::PwmTransfer(MapControls& window, const MapContext& context)
 
 void PwmTransfer::read() {
     line_.showWithTime("Receiving data from Device...");
+    if (line_.isOpen()) {
+        request();
+    }
+    line_.showWithTime("PWM table Received ");
+}
+
+void PwmTransfer::request() {
     line_.stopPoll();
     line_.wait(kQuietPause);
     line_.sendIfOpen({'p', 0, complement('p')});
     line_.pump();
     line_.startPoll();
-    line_.showWithTime("PWM table Received ");
 }
 
 void PwmTransfer::save() {

@@ -12,6 +12,7 @@ public:
 
     // What btnReadPWM does. The caption speaks of the end at once; the cells come later, at the dispatcher's pace.
     void read();
+    void request();
 
 private:
     void save();

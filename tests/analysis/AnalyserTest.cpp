@@ -77,6 +77,7 @@ TEST_F(AnalyserTest, ColumnsAreThoseOfTheOrdinaryMapAlsoForALargeOne) {
     analyser_.setMapSize(320);
     analyser_.addValues(12.5F, 36, 3100.0F, 0.2F);
     EXPECT_EQ(analyser_.CellStats[36].RpmOffsetAvg, 100.0F);
+    EXPECT_NEAR(analyser_.CellStats[36].LoadOffsetAvg, 0.2F - (36 / 16.0F + 1) * 0.1F, 1e-6F);
 }
 
 TEST_F(AnalyserTest, TheScaleMultipliesTheMeanAndNotTheSquares) {

@@ -266,6 +266,25 @@ TEST_F(TuningAgentTest, TheRowBelowFollowsFromThreeHundredthsToSevenAndAbove) {
     EXPECT_THAT(keysAt(0.0701F), ElementsAre("key 21 187 0", "key 36 187 0"));
 }
 
+// Cell 31 ends the second row of 16, cell 39 that of 20. The shares of load go 16 cells on.
+TEST_F(TuningAgentTest, ColumnsAreThoseOfTheOrdinaryMapAlsoForALargeOne) {
+    analyser_.setMapSize(320);
+    gather(20, 41, 13.0F, 0.0F, 0.05F);
+    gather(31, 41, 13.0F, 200.0F);
+    gather(39, 41, 13.0F, 200.0F);
+    analyser_.CorrectAllCells();
+    EXPECT_THAT(keys(), ElementsAre("key 20 187 0", "key 36 187 0", "key 31 187 0", "key 39 187 0", "key 40 187 0"));
+}
+
+TEST_F(TuningAgentTest, SmoothingALargeMapLooksSixteenCellsOn) {
+    analyser_.setMapSize(320);
+    map(0) = 64;  // 8 above cell 16: half of it on top
+    const auto below = map(20);
+    analyser_.SmoothFuelMap();
+    EXPECT_EQ(map(16), 60);
+    EXPECT_EQ(map(20), below);
+}
+
 // Row 9 is the last of an ordinary window, not of the arithmetic.
 TEST_F(TuningAgentTest, AStepBelowTheWindowsLastRowIsPassedOver) {
     window_.cells = 160;

@@ -7,7 +7,6 @@
 #include <optional>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/Process.h"
@@ -19,6 +18,7 @@ namespace {
 using support::TempFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 std::vector<std::string> lines(const std::string& text) {
@@ -189,40 +189,62 @@ TEST(RealRun, ALineInThePreferencesFixesAPort) {
     EXPECT_THAT(folder.read("preferences.ini"), HasSubstr("COM9=" + port));
 }
 
-// A home of its own for the programs that a test starts.
-class Home {
+// A variable of the environment for the programs that a test starts.
+class Variable {
 public:
-    explicit Home(const TempFolder& folder) {
-        set("HOME", folder / "home");
-        set("XDG_CONFIG_HOME", folder / "config");
-        set("XDG_DATA_HOME", folder / "data");
+    Variable(const char* name, const std::string& value) : name_(name) {
+        const char* const now = std::getenv(name);
+        before_ = now != nullptr ? std::optional<std::string>(now) : std::nullopt;
+        setenv(name, value.c_str(), 1);
     }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
-    ~Home() {
-        for (const auto& [name, value] : before_) {
-            value ? setenv(name, value->c_str(), 1) : unsetenv(name);
-        }
-    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+    ~Variable() { before_ ? setenv(name_, before_->c_str(), 1) : unsetenv(name_); }
 
 private:
-    void set(const char* name, const std::filesystem::path& path) {
-        const char* const now = std::getenv(name);
-        before_.emplace_back(name, now != nullptr ? std::optional<std::string>(now) : std::nullopt);
-        setenv(name, path.c_str(), 1);
-    }
-    std::vector<std::pair<const char*, std::optional<std::string>>> before_;
+    const char* name_;
+    std::optional<std::string> before_;
 };
 
 TEST(RealRun, WithoutAFolderItKeepsItsFilesInTheHome) {
     const TempFolder folder;
-    const Home home(folder);
+    const Variable home("HOME", folder / "home");
+    const Variable config("XDG_CONFIG_HOME", folder / "config");
+    const Variable data("XDG_DATA_HOME", folder / "data");
     const auto outcome = runProgram("korvane-tuner", {"--headless", "--virtual-time", "--ecu", "type=11"},
                                     "choose frmSarn2.ComboPort 3\nwait 10\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(folder.read("config/korvane-tuner/preferences.ini"), HasSubstr("Port=3"));
     EXPECT_THAT(folder.read("data/korvane-tuner/Settings_par.ini"), HasSubstr("["));
     EXPECT_FALSE(std::filesystem::exists(folder / "home"));
+}
+
+// The lines of the agent's log after a minute of driving.
+std::string agentLog(const std::vector<std::string>& options) {
+    const TempFolder folder;
+    std::vector<std::string> words{"--headless",           "--virtual-time", "--folder",
+                                   folder.path().string(), "--ecu",          "type=11,drive=lap,seed=1"};
+    words.insert(words.end(), options.begin(), options.end());
+    const auto outcome = runProgram("korvane-tuner", words,
+                                    "click frmSarn2.btnConnect\nset frmMisc.TimerInitialGetData.Enabled false\n"
+                                    "wait 2000\nclick frmSarn2.btnKartat\nwait 500\nset frmMaps.chkInjAnal.Value 1\n"
+                                    "set clsInjAnalyser.AgentEnable true\nwait 60000\n");
+    EXPECT_EQ(outcome.status, 0);
+    std::string log;
+    for (const auto& name : folder.names()) {
+        log += name.starts_with("FuelTuner") ? folder.read(name) : "";
+    }
+    return log;
+}
+
+TEST(RealRun, LogFilesHaveTheDecimalSeparatorOfTheOptionOrTheSystem) {
+    const auto comma = agentLog({"--decimal", ","});
+    EXPECT_THAT(comma, HasSubstr(","));
+    EXPECT_THAT(comma, Not(HasSubstr(".")));
+    const Variable locale("LC_ALL", "C");
+    const auto point = agentLog({});
+    EXPECT_THAT(point, HasSubstr("."));
+    EXPECT_THAT(point, Not(HasSubstr(",")));
 }
 
 TEST(RealRun, PreferencesAreKeptWhereTheOptionSays) {

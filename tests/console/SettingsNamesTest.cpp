@@ -30,6 +30,13 @@ protected:
     std::optional<Console> console;
 };
 
+TEST_F(SettingsNames, AWindowThatIsNotOpenIsCalledSo) {
+    static_cast<void>(program->frmMisc().unload());
+    EXPECT_EQ(run("get frmMisc.Caption"),
+              "error no open window is named frmMisc (without one there is LambdaType, TimeOutCount)");
+    EXPECT_EQ(run("get frmMisc.TimeOutCount"), "ok 0");
+}
+
 TEST_F(SettingsNames, UpdateReadEEFillsTheFieldOfItsAddress) {
     EXPECT_EQ(run("call frmMisc.UpdateReadEE 17 540"), "ok");
     EXPECT_EQ(run("get frmMisc.txtBoostTav(0).Text"), "ok \"17\"");

@@ -121,6 +121,18 @@ TEST_F(StubbornPortTest, ARateThatIsRefusedIsToldAndThePortStaysOpen) {
     EXPECT_TRUE(window_.TimerGetSettings.Enabled);
 }
 
+// The settings come behind the rate, and so with the press that closes the port.
+TEST_F(StubbornPortTest, SettingsAreNotLoadedBeforeTheRateIsSet) {
+    line_.refusesRate = true;
+    window_.ComboBaud.choose(6);
+    window_.btnConnect.press();
+    EXPECT_TRUE(window_.isConnected);
+    EXPECT_FALSE(program_.frmMisc().isLoaded());
+    window_.btnConnect.press();
+    EXPECT_FALSE(window_.isConnected);
+    EXPECT_TRUE(program_.frmMisc().isLoaded());
+}
+
 TEST_F(StubbornPortTest, ARateThatCantBeReadIsToldAndNotForced) {
     line_.silentAboutRate = true;
     window_.ComboBaud.choose(4);

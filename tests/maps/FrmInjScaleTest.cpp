@@ -47,6 +47,11 @@ protected:
 
 TEST_F(FrmInjScaleTest, ShowsTheSharedSizes) {
     EXPECT_EQ(frmInjScale_.Caption.get(), "Injection map rescaling");
+    EXPECT_EQ(frmInjScale_.FrameInjectorSize.Caption.get(), "Injector size scaling");
+    EXPECT_EQ(frmInjScale_.FrameFuelPressure.Caption.get(), "Fuel pressure scaling");
+    EXPECT_EQ(frmInjScale_.lblInjectorOld.Caption.get(), "Old injector");
+    EXPECT_EQ(frmInjScale_.lblInjectorNew.Caption.get(), "New injector");
+    EXPECT_EQ(frmInjScale_.btnInjectorChange.Caption.get(), "Change");
     EXPECT_EQ(frmInjScale_.txtInjectorOld.Text.get(), "450");
     EXPECT_EQ(frmInjScale_.txtInjectorNew.Text.get(), "550");
     EXPECT_EQ(frmInjScale_.unload(), true);

@@ -74,7 +74,7 @@ TEST_F(MapCaptions, EachBoxSaysWhatItTurnsOn) {
     const std::vector<std::pair<platform::CheckBox*, std::string_view>> boxes{
         {&window_.chkTrace, "Trace map route"},        {&window_.chkFocusOnFuel, "Focus on Fuel"},
         {&window_.chkFocusOnIGN, "Focus on Ignition"}, {&window_.chkModifyInjSetpoint, "Modify lambda setpoints"},
-        {&window_.chkShowPwm, "Show PWM table"},
+        {&window_.chkShowPwm, "Show PWM table"},       {&window_.chkInjAnal, "Show Injection analyser"},
     };
     for (const auto& [box, caption] : boxes) {
         EXPECT_EQ(box->Caption.get(), caption) << box->path();

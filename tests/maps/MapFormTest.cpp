@@ -38,6 +38,9 @@ TEST_F(MapFormTest, TheGridsHaveTheirLabels) {
     EXPECT_EQ(window.fuel.rowLabels(1).Caption.get(), "10-20");
     EXPECT_EQ(window.pwm.rowLabels(9).Caption.get(), "90-100");
     EXPECT_TRUE(window.fuel(0).Locked);
+    for (auto* grid : {&window.fuel, &window.ign, &window.pwm}) {
+        EXPECT_EQ((*grid)(159).BackColor.get(), kWhite);
+    }
 }
 
 TEST_F(MapFormTest, TheLargeGridsHaveTwentyColumnsAndSixteenRows) {
@@ -134,10 +137,10 @@ TEST_F(MapFormTest, OneRedCellWandersWithoutATrace) {
     window.updateMapPlace();
     tables_.MapPlace = 18;
     window.updateMapPlace();
-    EXPECT_EQ(window.fuel(17).BackColor.get(), kWhite);
-    EXPECT_EQ(window.fuel(18).BackColor.get(), kRed);
-    EXPECT_EQ(window.ign(18).BackColor.get(), kRed);
-    EXPECT_EQ(window.pwm(18).BackColor.get(), kRed);
+    for (auto* grid : {&window.fuel, &window.ign, &window.pwm}) {
+        EXPECT_EQ((*grid)(17).BackColor.get(), kWhite);
+        EXPECT_EQ((*grid)(18).BackColor.get(), kRed);
+    }
     EXPECT_EQ(tables_.PrevMapPlace, 18);
 }
 
@@ -180,6 +183,7 @@ TEST_F(MapFormTest, APlaceOutsideTheGridIsSurvived) {
 TEST_F(MapFormTest, TheLastCellOfALargeMapIsMarked) {
     auto& window = openLarge();
     EXPECT_EQ(window.chkTrace.Caption.get(), "Trace map");
+    EXPECT_EQ(window.chkFocusOnMAP.Caption.get(), "Lock focus");
     tables_.MapPlace = 319;
     window.updateMapPlace();
     EXPECT_EQ(window.fuel(319).BackColor.get(), kRed);

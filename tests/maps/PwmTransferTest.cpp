@@ -26,10 +26,14 @@ TEST_F(PwmRead, AsksOnceTheLineIsQuiet) {
     EXPECT_THAT(sent(), ElementsAre('p', 0, 0x8F));
 }
 
-TEST_F(PwmRead, SendsNothingOnAClosedPort) {
-    window_.btnReadPWM.press();
-    EXPECT_EQ(window_.Caption.get(), "PWM table Received 12:00:00");
-    EXPECT_TRUE(poll().Enabled);
+TEST_F(PwmRead, ChangesTheCaptionAloneOnAClosedPort) {
+    for (const bool polls : {true, false}) {
+        poll().Enabled = polls;
+        window_.btnReadPWM.press();
+        EXPECT_EQ(window_.Caption.get(), "PWM table Received 12:00:00");
+        EXPECT_EQ(poll().Enabled.get(), polls);
+    }
+    EXPECT_EQ(now(), 0);
     EXPECT_THAT(sent(), IsEmpty());
 }
 

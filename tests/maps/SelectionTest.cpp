@@ -126,6 +126,14 @@ TEST_F(SelectionTest, FuelBlockActsOnTheRunAndNotOnlyOnTheRectangle) {
     EXPECT_EQ(block(window_.fuel), (Block{17, 34}));
 }
 
+TEST_F(SelectionTest, EveryFuelKeyTellsTheBlockThatStands) {
+    click(window_.fuel, 17, kShift);
+    click(window_.fuel, 34, kShift);
+    window_.Caption = "x";
+    key(window_.fuel, 34, kKeyPlus);
+    EXPECT_EQ(window_.Caption.get(), "alku 18 Loppu 35 ");
+}
+
 TEST_F(SelectionTest, FuelBlockIsChosenWithShiftAndArrows) {
     key(window_.fuel, 17, kKeyShift, kShift);
     key(window_.fuel, 17, kKeyRight, kShift);
