@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/Module1.h"
 #include "platform/Dialogs.h"
 
 namespace korvane::app {
@@ -10,10 +11,6 @@ namespace korvane::app {
 namespace {
 
 constexpr platform::Micros kSweep = 100 * platform::kMicrosPerMilli;
-
-constexpr bool hasLargeMaps(std::int32_t swType) {
-    return swType == 14 || swType == 15 || swType == 213;
-}
 
 constexpr bool hasIgnitionOnly(std::int32_t swType) {
     return swType == 30 || swType == 32 || swType == 112;
@@ -26,7 +23,7 @@ MapWindows::MapWindows(platform::Machine& machine, const maps::MapContext& conte
 
 void MapWindows::open() {
     const auto swType = context_.tables.SWType;
-    if (hasLargeMaps(swType)) {
+    if (core::hasLargeMaps(swType)) {
         openLarge();
     } else if (hasIgnitionOnly(swType)) {
         machine_.dialogs.show({"Korvane Tuner",

@@ -43,7 +43,6 @@ public:
     [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
     [[nodiscard]] link::Connection& connection() { return connection_; }
     [[nodiscard]] link::Windows& windows() { return windows_; }
-    [[nodiscard]] live::LiveUpdate& liveUpdate() { return liveUpdate_; }
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }

@@ -70,13 +70,10 @@ int characterOf(int keyCode, int shift) {
     if (keyCode >= 'A' && keyCode <= 'Z') {
         return (shift & platform::kShiftMask) != 0 ? keyCode : keyCode - 'A' + 'a';
     }
-    if (keyCode == platform::kKeyPlus || keyCode == platform::kKeyMinus) {
-        return keyCode == platform::kKeyPlus ? '+' : '-';
-    }
-    constexpr int kComma = 188;
-    constexpr int kPoint = 190;
-    if (keyCode == kComma || keyCode == kPoint) {
-        return keyCode == kComma ? ',' : '.';
+    for (const char sign : {'+', ',', '-', '.'}) {
+        if (keyCode == platform::keyCodeOf(sign)) {
+            return sign;
+        }
     }
     const bool itself = (keyCode >= '0' && keyCode <= '9') || keyCode == platform::kKeySpace ||
                         keyCode == platform::kKeyBackspace || keyCode == platform::kKeyReturn ||

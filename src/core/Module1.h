@@ -14,6 +14,11 @@ void InitModule(SharedTables& tables, const platform::PreferencesStore& preferen
 // rows. Values, images and times stay. Called at the start with 0 and for each identity that names a type.
 void InitParams(SharedTables& tables, std::int32_t swType);
 
+// Firmware types whose maps have 320 cells.
+[[nodiscard]] constexpr bool hasLargeMaps(std::int32_t swType) {
+    return swType == 14 || swType == 15 || swType == 213;
+}
+
 // TickA to TickF.
 void InitTimeUnits(SharedTables& tables);
 

@@ -163,32 +163,10 @@ NumberText numberText(float value) {
     return generalText(static_cast<double>(value), 7);
 }
 
-std::string textOf(double value) {
-    return std::string(numberText(value).view());
-}
-
-std::string textOf(float value) {
-    return std::string(numberText(value).view());
-}
-
 NumberText numberText(int value) {
-    std::array<char, 12> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
     NumberText text;
-    text.append(std::string_view(digits.data(), end));
+    appendInteger(text, value);
     return text;
-}
-
-std::string textOf(int value) {
-    return std::string(numberText(value).view());
-}
-
-NumberText withDecimal(NumberText text, char separator) {
-    NumberText result;
-    for (const char character : text.view()) {
-        result.append(character == '.' ? separator : character);
-    }
-    return result;
 }
 
 std::string withDecimal(std::string text, char separator) {

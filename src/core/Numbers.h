@@ -47,12 +47,12 @@ private:
 [[nodiscard]] NumberText numberText(float value);
 [[nodiscard]] NumberText numberText(int value);
 
-[[nodiscard]] std::string textOf(double value);
-[[nodiscard]] std::string textOf(float value);
-[[nodiscard]] std::string textOf(int value);
+template <class Number>
+[[nodiscard]] std::string textOf(Number value) {
+    return std::string(numberText(value).view());
+}
 
 // The text of a number with `separator` in the place of the point.
-[[nodiscard]] NumberText withDecimal(NumberText text, char separator);
 [[nodiscard]] std::string withDecimal(std::string text, char separator);
 
 }  // namespace korvane::core

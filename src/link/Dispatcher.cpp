@@ -23,8 +23,11 @@ constexpr int kFlashMilliseconds = 100;
 constexpr int kIdentityPause = 300;
 constexpr std::size_t kCaptionWidth = 30;
 
-constexpr bool hasLargeMaps(std::int32_t swType) {
-    return swType == 14 || swType == 213 || swType == 15;
+MapWindow& open(MapWindow* window) {
+    if (window == nullptr) {
+        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+    }
+    return *window;
 }
 
 // The first `count` characters of a UTF-8 text.
@@ -135,7 +138,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
         windows_.frmMisc->UpdateReadEE(value, address, is16);
     }
     if (tables_.ignWindowOpen) {
-        ignitionWindow().UpdateReadEE(value, address, is16);
+        open(windows_.frmMaps_QV_ign).UpdateReadEE(value, address, is16);
     }
     if (is16 && windows_.curMapWindow != nullptr) {
         windows_.curMapWindow->UpdateReadEE(value, address, true);
@@ -170,13 +173,13 @@ void Dispatcher::ignitionSecondHalf(Payload payload) {
 }
 
 void Dispatcher::showIgnitionMap() {
-    auto& window = tables_.ignWindowOpen ? ignitionWindow() : mapWindow();
+    auto& window = replyWindow();
     window.populateIGN();
     window.setCaption("Received Ignition map " + timeText());
 }
 
 void Dispatcher::requestSecondHalf(std::uint8_t command) {
-    if (hasLargeMaps(tables_.SWType)) {
+    if (core::hasLargeMaps(tables_.SWType)) {
         panel_.MSComm1.Output(command);
     }
 }
@@ -223,7 +226,7 @@ void Dispatcher::miscBlock(Payload payload) {
     for (int i = 0; i < 9; ++i) {
         checked(tables_.MiscBlock, i + 1) = checked(payload, i);
     }
-    (tables_.ignWindowOpen ? ignitionWindow() : mapWindow()).LoadMisc(false);
+    replyWindow().LoadMisc(false);
 }
 
 void Dispatcher::pwmCell(Payload payload) {
@@ -282,17 +285,11 @@ void Dispatcher::ignitionDebug(Payload payload) {
 }
 
 MapWindow& Dispatcher::mapWindow() const {
-    if (windows_.curMapWindow == nullptr) {
-        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
-    }
-    return *windows_.curMapWindow;
+    return open(windows_.curMapWindow);
 }
 
-MapWindow& Dispatcher::ignitionWindow() const {
-    if (windows_.frmMaps_QV_ign == nullptr) {
-        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
-    }
-    return *windows_.frmMaps_QV_ign;
+MapWindow& Dispatcher::replyWindow() const {
+    return open(tables_.ignWindowOpen ? windows_.frmMaps_QV_ign : windows_.curMapWindow);
 }
 
 void Dispatcher::setMapCaption(std::string_view text) {

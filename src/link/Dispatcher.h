@@ -55,7 +55,7 @@ private:
     void ignitionDebug(Payload payload);
 
     MapWindow& mapWindow() const;
-    MapWindow& ignitionWindow() const;
+    MapWindow& replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();
     void showEepromValue(std::int32_t value, int address, bool is16);

@@ -24,10 +24,6 @@ constexpr std::int32_t kFirstPayloadPosition = 2;
 
 }  // namespace
 
-bool ReceiveMachine::isCommand(std::uint8_t byte) {
-    return kIsCommand[byte];
-}
-
 std::size_t ReceiveMachine::consume(std::span<const std::uint8_t> bytes) {
     std::size_t taken = 0;
     ready_ = false;

@@ -16,9 +16,6 @@ namespace korvane::link {
 
 class ReceiveMachine {
 public:
-    // True if the ECU may send frames with this command byte: one of twenty.
-    [[nodiscard]] static bool isCommand(std::uint8_t byte);
-
     // Takes bytes from the front until a frame is whole (rxReady) or all are taken. Returns how many it took.
     std::size_t consume(std::span<const std::uint8_t> bytes);
 

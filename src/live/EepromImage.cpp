@@ -4,13 +4,13 @@
 #include <array>
 #include <vector>
 
-#include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TableFile.h"
 #include "core/TimeText.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
+#include "platform/RuntimeError.h"
 #include "platform/Texts.h"
 
 namespace korvane::live {

@@ -1,7 +1,6 @@
 #include "settings/ColumnSort.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <vector>
 

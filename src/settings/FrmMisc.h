@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "link/Windows.h"
@@ -24,9 +26,10 @@ public:
     // For the dispatcher, the live update and settings files.
     void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) override;
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
-    void setTextArvo(std::string_view text) override { replies_.setTextArvo(text); }
-    void setLambdaSetpoint(int row, std::uint8_t value) override { replies_.setLambdaSetpoint(row, value); }
-    void setLambdaAuthority(int row, std::uint8_t value) override { replies_.setLambdaAuthority(row, value); }
+    void setTextArvo(std::string_view text) override { TextArvo.Text = text; }
+    // RuntimeError 9 for a row that does not exist.
+    void setLambdaSetpoint(int row, std::uint8_t value) override { txtLambdaTav(row).Text = std::to_string(value); }
+    void setLambdaAuthority(int row, std::uint8_t value) override { txtLambdaVaik(row).Text = std::to_string(value); }
     void MarkAccelCell(int index) override { replies_.MarkAccelCell(index); }
 
     // Called when the editor of the channels has saved one: the live display shows its name.

@@ -55,14 +55,12 @@ void FullRead::readAll() {
     requestBlock();
     for (const ReadRow& row : readList()) {
         for (int cell = 0; cell < row.cells; ++cell) {
-            if (row.first != nullptr) {
-                if (!context_.window.isLoaded()) {
-                    return;
-                }
-                read(row, cell);
-                progress.step();
-                mainProgress.step();
+            if (!context_.window.isLoaded()) {
+                return;
             }
+            read(row, cell);
+            progress.step();
+            mainProgress.step();
             if (row.percent >= 0) {
                 showPercent(row.percent + cell * row.percentStep);
             }

@@ -2,6 +2,8 @@
 
 #include <initializer_list>
 
+#include "settings/SaveTable.h"
+
 namespace korvane::settings {
 
 namespace {
@@ -22,13 +24,8 @@ void describeWindow(MiscControls& window) {
     }
     window.btnLoad.Caption = "Hae arvot";
     window.btnReadFromFile.Caption = "load from FILE";
-    for (auto* save :
-         {&window.btnSaveIdleAdv,    &window.btnIgnEdge,    &window.btnSaveChargeTime, &window.btnSaveMotorbrake,
-          &window.btnInjMode,        &window.btnSaveInjAdv, &window.btnStartHelp,      &window.btnSaveVolt,
-          &window.btnAccel,          &window.btnPWMmode,    &window.btnSaveIdleValve,  &window.btnSaveBoost,
-          &window.btnSaveLambdaType, &window.btnSaveLambda, &window.btnSaveIdlemap,    &window.btnSaveNTCCal,
-          &window.btnLoadCalc,       &window.btnSaveMisc3,  &window.btnSaveWarnings,   &window.btnSaveALSsettings}) {
-        save->Caption = "Save";
+    for (const SaveGroup& group : saveGroups()) {
+        (window.*group.button).Caption = "Save";
     }
 }
 
@@ -92,10 +89,10 @@ void describeFlags(MiscControls& window) {
     window.chkMisc2(3).ToolTipText = "sytys myöhästetty";
     window.chkMisc2(4).ToolTipText = "Teoreettisesti laskettu";
     window.chkMisc2(5).ToolTipText = "IAT correction /2";
-    window.FrameWarnings.Caption = "Warnings";
 }
 
-void describeLaunch(MiscControls& window) {
+void describeWarnings(MiscControls& window) {
+    window.FrameWarnings.Caption = "Warnings";
     window.FrameLaunch.Caption = "Launch / Antilag settings";
     for (const char* row :
          {"Launch -no delay", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
@@ -130,7 +127,7 @@ void describeControls(MiscControls& window) {
     describeLambda(window);
     describeMisc(window);
     describeFlags(window);
-    describeLaunch(window);
+    describeWarnings(window);
     describeTools(window);
 }
 

@@ -41,7 +41,6 @@ constexpr std::array kList{
     one(&A::LAUNCH_MODE_OFF),
     one(&A::IGN_EDGE_OFFSET),
     range(&A::IDLE_ADV0, 5, 16, 1),
-    one(nullptr, 20),
     one(&A::ACCEL_DELAY_OFF),
     one(&A::STARTHELP_LEN_OFF_8),
     one(&A::RYYPPY_END),
@@ -115,7 +114,7 @@ std::span<const ReadRow> readList() {
 
 int readCount() {
     return std::accumulate(kList.begin(), kList.end(), 0,
-                           [](int sum, const ReadRow& row) { return row.first == nullptr ? sum : sum + row.cells; });
+                           [](int sum, const ReadRow& row) { return sum + row.cells; });
 }
 
 }  // namespace korvane::settings

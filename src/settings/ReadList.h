@@ -7,10 +7,9 @@
 
 namespace korvane::settings {
 
-// `cells` addresses from `first` + `offset` on, each asked for by itself. A row without an address asks for nothing and
-// shows its percentage at once.
+// `cells` addresses from `first` + `offset` on, each asked for by itself.
 struct ReadRow {
-    int core::ParameterAddresses::*first = nullptr;
+    int core::ParameterAddresses::*first;
     int offset = 0;
     int cells = 1;
     bool word = false;

@@ -41,6 +41,7 @@ struct Doubled {
 struct Word {
     platform::TextBox C::*box;
 };
+struct AccelCells {};
 
 template <class... Handlers>
 struct Overloaded : Handlers... {
@@ -53,10 +54,10 @@ Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 // The addresses from `first` on, `cells` of them, and what shows their values.
 struct Replies::Row {
-    using Handler = void (Replies::*)(std::int32_t value, int cell);
+    using Handler = void (Replies::*)(std::int32_t value);
 
     int A::*first;
-    std::variant<Text, Texts, Caption, Scaled, Doubled, Word, Handler> target;
+    std::variant<Text, Texts, Caption, Scaled, Doubled, Word, AccelCells, Handler> target;
     int cells = 1;
 };
 
@@ -65,7 +66,7 @@ std::span<const Replies::Row> Replies::rows() {
         Row{&A::CHARGE_TIME_OFF, Scaled{&C::txtchargetime}},
         Row{&A::VOLT_OFF, &Replies::showVolt},
         Row{&A::MISC2_OFF, &Replies::showFlags},
-        Row{&A::ACCEL_OFF, &Replies::showAccelCell, 10},
+        Row{&A::ACCEL_OFF, AccelCells{}, 10},
         Row{&A::RYYPPY_OFF, Scaled{&C::txtRyyppy}},
         Row{&A::START_HELP_OFF, Scaled{&C::txtStart}},
         Row{&A::STARTHELP_LEN_OFF_8, &C::txtStartHelpLen},
@@ -129,7 +130,7 @@ void Replies::UpdateReadEE(std::int32_t value, int addr, bool is16) {
     if (const auto row = std::find_if(all.begin(), all.end(), holds); row != all.end()) {
         dispatch(*row, value, addr - addresses.*row->first);
     } else {
-        setTextArvo(core::numberText(value).view());
+        context_.window.TextArvo.Text = core::numberText(value).view();
     }
 }
 
@@ -154,7 +155,8 @@ void Replies::dispatch(const Row& row, std::int32_t value, int cell) {
                    [&](Scaled scaled) { scaled_.show(window.*scaled.box, value); },
                    [&](Doubled doubled) { (window.*doubled.box).Text = core::numberText(value * kVoltScale).view(); },
                    [&](Word word) { showWord(window.*word.box, context_.tables.addresses.*row.first); },
-                   [&](Row::Handler handler) { (this->*handler)(value, cell); },
+                   [&](AccelCells) { scaled_.showAccel(cell, value); },
+                   [&](Row::Handler handler) { (this->*handler)(value); },
                },
                row.target);
 }
@@ -168,29 +170,25 @@ bool Replies::bit(std::int32_t value, int number) const {
     return (value & checked(context_.tables.BitMask, number)) != 0;
 }
 
-void Replies::showVolt(std::int32_t value, int) {
+void Replies::showVolt(std::int32_t value) {
     scaled_.show(context_.window.txtVolt(0), value);
 }
 
-void Replies::showFlags(std::int32_t value, int) {
+void Replies::showFlags(std::int32_t value) {
     for (int i = 0; i < context_.window.chkMisc2.count(); ++i) {
         context_.window.chkMisc2(i).Value = bit(value, i) ? 1 : 0;
     }
 }
 
-void Replies::showAccelCell(std::int32_t value, int cell) {
-    scaled_.showAccel(cell, value);
-}
-
-void Replies::showLoadMode(std::int32_t value, int) {
+void Replies::showLoadMode(std::int32_t value) {
     context_.window.optLoadMode(value == 0 ? 0 : 1).Value = true;
 }
 
-void Replies::showLaunchMode(std::int32_t value, int) {
+void Replies::showLaunchMode(std::int32_t value) {
     context_.window.Combolaunchmode.choose(value);
 }
 
-void Replies::showMultiplier(std::int32_t value, int) {
+void Replies::showMultiplier(std::int32_t value) {
     auto& window = context_.window;
     window.txtInjMultiplier.Text = core::numberText(value).view();
     window.optInj8ms(longestInjection(value)).Value = true;
@@ -207,7 +205,7 @@ int Replies::longestInjection(std::int32_t multiplier) const {
     return mode == 2 && multiplier == 3 ? 2 : 1;
 }
 
-void Replies::showPwmMode(std::int32_t value, int) {
+void Replies::showPwmMode(std::int32_t value) {
     auto& window = context_.window;
     for (int i = 0; i < kNibble; ++i) {
         window.OptionPWM1(i).Value = bit(value, i);
@@ -215,13 +213,13 @@ void Replies::showPwmMode(std::int32_t value, int) {
     }
 }
 
-void Replies::showLambdaType(std::int32_t value, int) {
+void Replies::showLambdaType(std::int32_t value) {
     context_.window.LambdaType = value;
     context_.window.optLambdaType(value != 0 ? 0 : 1).Value = true;
 }
 
 // The low byte is there already: the full read asks for it first.
-void Replies::addSetpointHigh(std::int32_t value, int) {
+void Replies::addSetpointHigh(std::int32_t value) {
     auto& box = context_.window.txtIdleValveSetpoint;
     box.Text = core::numberText(core::val(box.Text.get()) + double{kByteValues} * value).view();
 }
@@ -264,14 +262,6 @@ void Replies::pause() {
         context_.window.machine().pump.wait(kBlockPause);
         --pauses_;
     }
-}
-
-void Replies::setLambdaSetpoint(int row, std::uint8_t value) {
-    context_.window.txtLambdaTav(row).Text = core::numberText(value).view();
-}
-
-void Replies::setLambdaAuthority(int row, std::uint8_t value) {
-    context_.window.txtLambdaVaik(row).Text = core::numberText(value).view();
 }
 
 void Replies::MarkAccelCell(int index) {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
 
 #include "settings/MiscContext.h"
 #include "settings/ScaledFields.h"
@@ -27,12 +26,6 @@ public:
     // Takes 600 ms in which the poll stands still. RuntimeError 9 at the first byte that is missing.
     void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled);
 
-    // The lambda setpoint block, byte by byte. RuntimeError 9 for a row that does not exist.
-    void setLambdaSetpoint(int row, std::uint8_t value);
-    void setLambdaAuthority(int row, std::uint8_t value);
-
-    void setTextArvo(std::string_view text) { context_.window.TextArvo.Text = text; }
-
     // Marks the acceleration cell in use, 0 to 9; any other index leaves the mark where it is.
     void MarkAccelCell(int index);
 
@@ -43,16 +36,14 @@ private:
     void keepImage(std::int32_t value, int addr, bool is16);
     void dispatch(const Row& row, std::int32_t value, int cell);
 
-    // `cell` counts from the first address of the row.
-    void showVolt(std::int32_t value, int cell);
-    void showFlags(std::int32_t value, int cell);
-    void showAccelCell(std::int32_t value, int cell);
-    void showLoadMode(std::int32_t value, int cell);
-    void showLaunchMode(std::int32_t value, int cell);
-    void showMultiplier(std::int32_t value, int cell);
-    void showPwmMode(std::int32_t value, int cell);
-    void showLambdaType(std::int32_t value, int cell);
-    void addSetpointHigh(std::int32_t value, int cell);
+    void showVolt(std::int32_t value);
+    void showFlags(std::int32_t value);
+    void showLoadMode(std::int32_t value);
+    void showLaunchMode(std::int32_t value);
+    void showMultiplier(std::int32_t value);
+    void showPwmMode(std::int32_t value);
+    void showLambdaType(std::int32_t value);
+    void addSetpointHigh(std::int32_t value);
 
     [[nodiscard]] bool bit(std::int32_t value, int number) const;
     void showWord(platform::TextBox& box, int addr);

@@ -83,23 +83,19 @@ void SaveGroups::write(const SaveRow& row) {
     if (const auto* const boxes = std::get_if<SavedBoxes>(&row.source)) {
         auto& cells = window.*(*boxes);
         for (int i = 0; i < cells.count(); ++i) {
-            writeBox(row, cells(i), i);
+            writeValue(address + i, valueOf(cells(i), row.taken), row.taken);
             wait(row.pause, i, cells.count());
         }
         return;
     }
     if (const auto* const box = std::get_if<SavedBox>(&row.source)) {
-        writeBox(row, window.*(*box), 0);
+        writeValue(address, valueOf(window.*(*box), row.taken), row.taken);
     } else if (const auto* const list = std::get_if<SavedList>(&row.source)) {
         writeValue(address, rowOf(window.*(*list)), row.taken);
     } else if (const auto* const choice = std::get_if<SavedChoice>(&row.source)) {
         writeValue(address, (*choice)(window, context_.tables), row.taken);
     }
     wait(row.pause, 0, 1);
-}
-
-void SaveGroups::writeBox(const SaveRow& row, const platform::TextBox& box, int cell) {
-    writeValue(context_.tables.addresses.*row.address + cell, valueOf(box, row.taken), row.taken);
 }
 
 void SaveGroups::wait(const Pause& pause, int cell, int cells) {

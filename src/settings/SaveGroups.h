@@ -1,7 +1,7 @@
 // The save buttons of the groups.
 #pragma once
 
-#include <functional>
+#include <cstdint>
 
 #include "settings/MiscContext.h"
 #include "settings/SaveTable.h"
@@ -19,7 +19,6 @@ private:
     // again.
     void save(const SaveGroup& group);
     void write(const SaveRow& row);
-    void writeBox(const SaveRow& row, const platform::TextBox& box, int cell);
     void wait(const Pause& pause, int cell, int cells);
     // RuntimeError 6, with a sentence for the user, for a number that does not fit.
     [[nodiscard]] std::int32_t valueOf(const platform::TextBox& box, Taken taken) const;

@@ -235,13 +235,8 @@ PageRows::PageRows(QWidget* page) : page_(page), rows_(child<QVBoxLayout>(page))
 void PageRows::add(std::initializer_list<Place> row) {
     auto& places = child<QHBoxLayout>(kNobody);
     places.setSpacing(kSpacing);
-    bool shared = false;
     for (const Place& place : row) {
         places.addWidget(&place.widget, place.share);
-        shared = shared || place.share > 0;
-    }
-    if (!shared) {
-        places.addStretch(1);
     }
     rows_.addLayout(&places);
 }

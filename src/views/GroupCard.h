@@ -78,7 +78,7 @@ public:
 
     struct Place {
         QWidget& widget;
-        int share;  // 0: as wide as it needs
+        int share;
     };
     void add(std::initializer_list<Place> row);
     void addNote(const QString& text);

@@ -55,12 +55,12 @@ public:
 
     QStringList heads;
     std::vector<QStringList> rows;
-    int rightAligned = -1;
+    int narrow = -1;
     int rowHeight = 0;
 
 private:
     [[nodiscard]] QVariant alignment(int column) const {
-        return static_cast<int>((column == rightAligned ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return static_cast<int>((column == narrow ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
 };
 
@@ -85,8 +85,7 @@ ListTable::ListTable(QWidget* parent) : QTreeView(parent), rows_(child<Rows>(sta
 }
 
 void ListTable::setNarrow(int column) {
-    narrow_ = column;
-    rows_.rightAligned = column;
+    rows_.narrow = column;
     fitNarrow();
 }
 
@@ -110,17 +109,17 @@ void ListTable::fitRows() {
 
 void ListTable::fitNarrow() {
     const int columns = rows_.columnCount();
-    if (narrow_ < 0 || narrow_ >= columns) {
+    if (rows_.narrow < 0 || rows_.narrow >= columns) {
         return;
     }
     for (int column = 0; column < columns; ++column) {
-        header()->setSectionResizeMode(column, column == narrow_ ? QHeaderView::Fixed : QHeaderView::Stretch);
+        header()->setSectionResizeMode(column, column == rows_.narrow ? QHeaderView::Fixed : QHeaderView::Stretch);
     }
-    int texts = header()->sectionSizeHint(narrow_);
+    int texts = header()->sectionSizeHint(rows_.narrow);
     for (int row = 0; row < rows_.rowCount(); ++row) {
-        texts = std::max(texts, fontMetrics().horizontalAdvance(rows_.text(row, narrow_)) + fontMetrics().height());
+        texts = std::max(texts, fontMetrics().horizontalAdvance(rows_.text(row, rows_.narrow)) + fontMetrics().height());
     }
-    header()->resizeSection(narrow_, texts);
+    header()->resizeSection(rows_.narrow, texts);
 }
 
 void ListTable::changeEvent(QEvent* event) {

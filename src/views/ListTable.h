@@ -51,7 +51,6 @@ private:
     std::function<void(int column)> headClicked_;
     QElapsedTimer sinceTyped_;
     QString typed_;
-    int narrow_ = -1;
     bool quiet_ = false;
     bool told_ = false;
 };

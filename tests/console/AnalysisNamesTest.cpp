@@ -1,34 +1,12 @@
 // The analyser, the 3D view and the power estimate, by their names.
 #include <gtest/gtest.h>
 
-#include "app/Program.h"
-#include "console/Registry.h"
-#include "console/TestWindow.h"
-#include "support/TempFolder.h"
+#include "console/ProgramBench.h"
 
 namespace korvane::console {
 namespace {
 
-class AnalysisNames : public testing::Test, public ConsoleMachine {
-protected:
-    AnalysisNames() {
-        machine.folder = folder.path();
-        program.emplace(machine);
-        registerSharedTables(names, program->tables());
-        registerAnalyser(names, program->analyser());
-        registerMapTools(names, program->frm3Dmap(), program->tables());
-        console.emplace(ConsoleContext{machine, dialogs, tap, names, nullptr, nullptr, errors,
-                                       [this] { program->quit(); }, [this] { return program->ended(); }});
-        program->start();
-        static_cast<void>(run("messages"));
-    }
-
-    std::string run(std::string_view line) { return console->execute(line).value_or("(none)"); }
-
-    support::TempFolder folder;
-    std::optional<app::Program> program;
-    std::optional<Console> console;
-};
+class AnalysisNames : public testing::Test, public ProgramBench {};
 
 // Cell 17 is column 1, 1500 rpm. Readings 12 and 14: mean 13, sum of squares 340, variance 340 / 2 - 169 = 1.
 TEST_F(AnalysisNames, SamplesGoInByBothNamesAndComeOutPerCell) {

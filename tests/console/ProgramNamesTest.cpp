@@ -1,37 +1,12 @@
 // The program itself behind the console: its tables, members and procedures by name.
 #include <gtest/gtest.h>
 
-#include "app/Program.h"
-#include "console/Registry.h"
-#include "console/TestWindow.h"
-#include "support/TempFolder.h"
+#include "console/ProgramBench.h"
 
 namespace korvane::console {
 namespace {
 
-class ProgramNames : public testing::Test, public ConsoleMachine {
-protected:
-    ProgramNames() {
-        machine.folder = folder.path();
-        program.emplace(machine);
-        registerSharedTables(names, program->tables());
-        registerMainWindow(names, program->frmSarn2());
-        registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
-                                       program->trends().pushTrendSample(value, series, trend);
-                                   }});
-        console.emplace(ConsoleContext{machine, dialogs, tap, names, nullptr, nullptr, errors,
-                                       [this] { program->quit(); }, [this] { return program->ended(); }});
-        program->connection().loadSettings = nullptr;  // its read would mix with what a test sends
-        program->start();
-        static_cast<void>(run("messages"));
-    }
-
-    std::string run(std::string_view line) { return console->execute(line).value_or("(none)"); }
-
-    support::TempFolder folder;
-    std::optional<app::Program> program;
-    std::optional<Console> console;
-};
+class ProgramNames : public testing::Test, public ProgramBench {};
 
 TEST_F(ProgramNames, SharedTablesAreReadByIndex) {
     auto& tables = program->tables();
@@ -219,6 +194,12 @@ TEST_F(ProgramNames, QuitInsideAWaitEndsTheProgram) {
     EXPECT_EQ(run("wait 5000"), "ok");
     EXPECT_TRUE(console->ended());
     EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(ProgramNames, AWindowThatIsNotOpenIsCalledSo) {
+    EXPECT_EQ(run("get frmMisc.Caption"),
+              "error no open window is named frmMisc (without one there is LambdaType, TimeOutCount)");
+    EXPECT_EQ(run("get frmMisc.TimeOutCount"), "ok 0");
 }
 
 }  // namespace

@@ -1,41 +1,18 @@
 // The settings window's members and procedure by their names.
 #include <gtest/gtest.h>
 
-#include "app/Program.h"
-#include "console/Registry.h"
-#include "console/TestWindow.h"
-#include "support/TempFolder.h"
+#include "console/ProgramBench.h"
 
 namespace korvane::console {
 namespace {
 
-class SettingsNames : public testing::Test, public ConsoleMachine {
+class SettingsNames : public testing::Test, public ProgramBench {
 protected:
     SettingsNames() {
-        machine.folder = folder.path();
-        program.emplace(machine);
-        registerSharedTables(names, program->tables());
-        registerSettings(names, program->frmMisc());
-        console.emplace(ConsoleContext{machine, dialogs, tap, names, nullptr, nullptr, errors,
-                                       [this] { program->quit(); }, [this] { return program->ended(); }});
-        program->start();
         program->frmMisc().load();
         program->frmMisc().TimerInitialGetData.Enabled = false;
     }
-
-    std::string run(std::string_view line) { return console->execute(line).value_or("(none)"); }
-
-    support::TempFolder folder;
-    std::optional<app::Program> program;
-    std::optional<Console> console;
 };
-
-TEST_F(SettingsNames, AWindowThatIsNotOpenIsCalledSo) {
-    static_cast<void>(program->frmMisc().unload());
-    EXPECT_EQ(run("get frmMisc.Caption"),
-              "error no open window is named frmMisc (without one there is LambdaType, TimeOutCount)");
-    EXPECT_EQ(run("get frmMisc.TimeOutCount"), "ok 0");
-}
 
 TEST_F(SettingsNames, UpdateReadEEFillsTheFieldOfItsAddress) {
     EXPECT_EQ(run("call frmMisc.UpdateReadEE 17 540"), "ok");

@@ -195,8 +195,6 @@ TEST(NumberText, TheShortWayForTenThousandthsGivesTheSameText) {
 }
 
 TEST(WithDecimal, PutsTheSeparatorInThePlaceOfThePoint) {
-    EXPECT_EQ(withDecimal(numberText(-12.5), ',').view(), "-12,5");
-    EXPECT_EQ(withDecimal(numberText(12.0), ',').view(), "12");
     EXPECT_EQ(withDecimal(std::string("1.5E-20"), ','), "1,5E-20");
     EXPECT_EQ(withDecimal(std::string("1.5"), '.'), "1.5");
 }

@@ -120,14 +120,6 @@ TEST(FixedPorts, OptionsWinOverPreferences) {
                 ElementsAre(Pair(1, "/dev/one"), Pair(2, "/dev/two"), Pair(3, "/dev/option")));
 }
 
-TEST(PortNumber, IsThatOfCom1ToCom15InEitherCase) {
-    EXPECT_EQ(portNumber("COM1"), 1);
-    EXPECT_EQ(portNumber("com15"), 15);
-    for (const auto* name : {"", "CO", "COM", "COM0", "COM16", "COM-1", "COM+1", "COM1 ", "COM1x", "LPT1", "1"}) {
-        EXPECT_EQ(portNumber(name), std::nullopt) << name;
-    }
-}
-
 class SerialLinks : public testing::Test {
 protected:
     SerialLinks() : folder(std::filesystem::temp_directory_path() / ("korvane-links-" + std::to_string(getpid()))) {

@@ -94,7 +94,7 @@ TEST_F(FullReadTest, CountsInTheCaption) {
     };
     percents(0, 0, 1);
     percents(10, 12, 2);
-    percents(16, 20, 1);  // the row that asks for nothing says 20 again
+    percents(16, 20, 1);
     percents(45, 60, 1);
     percents(12, 12, 1);
     percents(20, 22, 2);
@@ -106,13 +106,6 @@ TEST_F(FullReadTest, CountsInTheCaption) {
     percents(95.5, 99.5, 0.5);  // 95 stands there already when the acceleration cells begin
     expected.push_back(kReceived);
     EXPECT_THAT(observer.texts, ElementsAreArray(expected));
-}
-
-TEST_F(FullReadTest, ShowsTheFractionInTheIdleMap) {
-    show();
-    TextObserver observer(frmMisc_, frmMisc_.Caption);
-    frmMisc_.btnLoad.press();
-    EXPECT_THAT(observer.texts, testing::Contains(kLoading + "70.5%"));
 }
 
 TEST_F(FullReadTest, TakesAsLongOnAClosedPortAndChangesNoField) {
@@ -280,16 +273,6 @@ TEST_F(FullReadTest, BeginsATenthOfASecondBehindTheLoad) {
     virtual_.pump.wait(1000);
     EXPECT_THAT(sent(), IsEmpty());
     EXPECT_FALSE(frmMisc_.TimerInitialGetData.Enabled);
-}
-
-TEST_F(FullReadTest, WithoutAConnectionTheOpeningRunsToItsEndAllTheSame) {
-    frmMisc_.show();
-    virtual_.pump.wait(100);
-    EXPECT_EQ(now(), 100 + kPass);
-    EXPECT_EQ(frmMisc_.Caption.get(), kReceived);
-    EXPECT_THAT(sent(), IsEmpty());
-    EXPECT_EQ(frmMisc_.txtInjMode.Text.get(), "");
-    EXPECT_EQ(frmMisc_.txtMotorBrakeLow.Text.get(), "");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <QSerialPortInfo>
 
 #include <algorithm>
-#include <charconv>
 #include <system_error>
 #include <tuple>
 #include <utility>
@@ -41,18 +40,6 @@ bool isUsb(const std::string& name) {
 }
 
 }  // namespace
-
-std::optional<int> portNumber(std::string_view name) {
-    constexpr std::size_t kPrefix = 3;
-    if (!sameText(name.substr(0, kPrefix), "COM")) {
-        return {};
-    }
-    int number = 0;
-    const auto* const end = name.data() + name.size();
-    const auto result = std::from_chars(name.data() + kPrefix, end, number);
-    const bool whole = result.ec == std::errc() && result.ptr == end;
-    return whole && number >= 1 && number <= kPortCount ? std::optional(number) : std::nullopt;
-}
 
 FixedPorts fixedPorts(const PreferencesStore& preferences, FixedPorts options) {
     for (int port = 1; port <= kPortCount; ++port) {

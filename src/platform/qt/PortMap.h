@@ -26,9 +26,6 @@ struct FoundPort {
 // Device paths by port number.
 using FixedPorts = std::map<int, std::string>;
 
-// The port number of "COM3" in either case, or nothing for what is no name of COM1 to COM15.
-[[nodiscard]] std::optional<int> portNumber(std::string_view name);
-
 // `options`, and for the numbers that they leave out what the preferences name under "Ports".
 [[nodiscard]] FixedPorts fixedPorts(const PreferencesStore& preferences, FixedPorts options);
 
