@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "console/Utf8.h"
+#include "core/TextEncoding.h"
 
 namespace korvane::console {
 
@@ -58,7 +58,7 @@ void appendText(std::string& out, std::string_view text) {
             i += plain;
             continue;
         }
-        const auto length = characterLength(text, i);
+        const auto length = core::characterSize(std::string_view(text).substr(i));
         const auto first = static_cast<unsigned char>(text[i]);
         if (length == 0) {
             out += "\xEF\xBF\xBD";
@@ -93,6 +93,14 @@ void appendObject(std::string& out, const Json::Object& object) {
 }
 
 }  // namespace
+
+std::size_t plainLength(std::string_view text, std::size_t position) {
+    std::size_t end = position;
+    while (end < text.size() && text[end] >= ' ' && text[end] < '\x7F' && text[end] != '"' && text[end] != '\\') {
+        ++end;
+    }
+    return end - position;
+}
 
 Json::Json(double value) {
     if (std::isfinite(value)) {

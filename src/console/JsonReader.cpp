@@ -2,7 +2,7 @@
 #include <charconv>
 
 #include "console/Json.h"
-#include "console/Utf8.h"
+#include "core/TextEncoding.h"
 
 namespace korvane::console {
 
@@ -128,7 +128,7 @@ private:
     }
 
     void character(std::string& out) {
-        const auto length = characterLength(text_, position_);
+        const auto length = core::characterSize(std::string_view(text_).substr(position_));
         if (length == 0 || static_cast<unsigned char>(text_[position_]) < 0x20) {
             throw JsonError(position_ < text_.size() ? "the JSON text holds a character that must be escaped"
                                                      : "the JSON text lacks its closing quote");
@@ -141,7 +141,7 @@ private:
         constexpr std::string_view kLetters = "\"\\/bfnrt";
         constexpr std::string_view kMeanings = "\"\\/\b\f\n\r\t";
         if (take('u')) {
-            appendCodePoint(out, escapedCodePoint());
+            core::appendCodePoint(out, escapedCodePoint());
             return;
         }
         const auto which = peek() == '\0' ? std::string_view::npos : kLetters.find(peek());

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "console/Utf8.h"
+#include "core/TextEncoding.h"
 
 namespace korvane::console {
 
@@ -33,7 +33,7 @@ void enterCharacter(TextBox& box, int character) {
     if (character == platform::kKeyBackspace) {
         takeLastCharacter(text);
     } else if (character >= platform::kKeySpace && character != platform::kKeyDelete) {
-        appendCodePoint(text, static_cast<char32_t>(character));
+        core::appendCodePoint(text, static_cast<char32_t>(character));
     }
     box.Text = text;
 }
@@ -103,8 +103,8 @@ void typeText(TextBox& box, std::string_view text) {
         box.Text = "";
     }
     for (std::size_t i = 0; i < text.size() && stands(window, &box);) {
-        const auto length = std::max<std::size_t>(characterLength(text, i), 1);
-        typeCharacter(box, codePointOf(text.substr(i, length)));
+        const auto length = std::max<std::size_t>(core::characterSize(std::string_view(text).substr(i)), 1);
+        typeCharacter(box, core::codePointOf(text.substr(i, length)));
         i += length;
     }
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 namespace korvane::core {
@@ -33,6 +32,7 @@ struct Lead {
 };
 
 constexpr std::size_t kNoLead = 4;
+constexpr char32_t kPayloadBits = 0x3F;  // of a byte that follows
 
 Lead leadOf(std::uint8_t byte) {
     if (byte < 0x80) {
@@ -52,8 +52,12 @@ Lead leadOf(std::uint8_t byte) {
     return {kNoLead};
 }
 
-// Bytes of the character at the front of `bytes`, 0 if it is malformed.
+}  // namespace
+
 std::size_t characterSize(std::string_view bytes) {
+    if (bytes.empty()) {
+        return 0;
+    }
     const Lead lead = leadOf(byteAt(bytes, 0));
     if (lead.following == kNoLead || lead.following >= bytes.size()) {
         return 0;
@@ -67,21 +71,36 @@ std::size_t characterSize(std::string_view bytes) {
     return lead.following + 1;
 }
 
-void appendCharacter(std::string& text, std::uint32_t character) {
-    const auto tail = [character](unsigned shift) { return static_cast<char>(0x80U | ((character >> shift) & 0x3FU)); };
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-    } else if (character < 0x800) {
-        text += static_cast<char>(0xC0U | (character >> 6U));
-        text += tail(0);
-    } else {
-        text += static_cast<char>(0xE0U | (character >> 12U));
-        text += tail(6);
-        text += tail(0);
+char32_t codePointOf(std::string_view bytes) {
+    const std::uint8_t lead = byteAt(bytes, 0);
+    if (bytes.size() == 1) {
+        return lead;
     }
+    char32_t codePoint = lead & (0x7FU >> bytes.size());
+    for (const char byte : bytes.substr(1)) {
+        codePoint = (codePoint << 6U) | (static_cast<unsigned char>(byte) & kPayloadBits);
+    }
+    return codePoint;
 }
 
-}  // namespace
+void appendCodePoint(std::string& text, char32_t codePoint) {
+    const auto append = [&](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (codePoint < 0x80) {
+        append(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        append(0xC0 | (codePoint >> 6U));
+    } else if (codePoint < 0x10000) {
+        append(0xE0 | (codePoint >> 12U));
+        append(0x80 | ((codePoint >> 6U) & kPayloadBits));
+    } else {
+        append(0xF0 | (codePoint >> 18U));
+        append(0x80 | ((codePoint >> 12U) & kPayloadBits));
+        append(0x80 | ((codePoint >> 6U) & kPayloadBits));
+    }
+    append(0x80 | (codePoint & kPayloadBits));
+}
 
 bool isUtf8(std::string_view bytes) {
     while (!bytes.empty()) {
@@ -99,7 +118,7 @@ std::string fromWindows1252(std::string_view bytes) {
     text.reserve(bytes.size());
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const std::uint8_t byte = byteAt(bytes, i);
-        appendCharacter(text, isBetween(byte, 0x80, 0x9F) ? kWindowsCharacters.at(byte - 0x80U) : byte);
+        appendCodePoint(text, isBetween(byte, 0x80, 0x9F) ? kWindowsCharacters.at(byte - 0x80U) : byte);
     }
     return text;
 }

@@ -1,10 +1,19 @@
 // Text inside the program is UTF-8; files from older machines may be Windows-1252.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace korvane::core {
+
+// The length of the well-formed character at the front of `bytes` (1 to 4), or 0 if there is none.
+[[nodiscard]] std::size_t characterSize(std::string_view bytes);
+
+// The number of the well-formed character `bytes`.
+[[nodiscard]] char32_t codePointOf(std::string_view bytes);
+
+void appendCodePoint(std::string& text, char32_t codePoint);
 
 // Whether `bytes` is well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 [[nodiscard]] bool isUtf8(std::string_view bytes);

@@ -8,6 +8,7 @@
 #include "analysis/clsInjAnalyser.h"
 #include "core/Module1.h"
 #include "live/FrmSarn2.h"
+#include "support/ErrorOf.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::analysis {
@@ -40,15 +41,7 @@ private:
     core::SharedTables& tables_;
 };
 
-template <class Call>
-int errorOf(Call call) {
-    try {
-        call();
-    } catch (const platform::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using support::errorOf;
 
 class AnalysisBench : public testing::Test {
 protected:

@@ -25,17 +25,9 @@ protected:
         static_cast<void>(dialogs.takeMessages());
     }
 
-    void at(int milliseconds, std::function<void()> action) {
-        alarms_.push_back(pump.makeAlarm(std::move(action)));
-        alarms_.back()->callAt(milliseconds * kMicrosPerMilli);
-    }
-
     Program program_{machine};
     live::FrmSarn2& main_ = program_.frmSarn2();
     settings::FrmMisc& frmMisc_ = program_.frmMisc();
-
-private:
-    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
 };
 
 TEST_F(SettingsWindow, ComesWithTheFirstConnectAndStaysOutOfSight) {

@@ -107,10 +107,7 @@ protected:
         main_.TimerGetSettings.Enabled = false;
     }
 
-    void at(int milliseconds, std::function<void()> action) {
-        alarms_.push_back(virtual_.pump.makeAlarm(std::move(action)));
-        alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
-    }
+    void at(int milliseconds, std::function<void()> action) { virtual_.at(milliseconds, std::move(action)); }
     [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
     [[nodiscard]] bool polls() { return main_.TimerRequestData.Enabled; }
 
@@ -190,7 +187,6 @@ protected:
     link::Dispatcher dispatcher_{machine_, main_, tables_, windows_};
     link::Connection connection_{machine_, main_, dispatcher_};
     EepromImage image_{main_, tables_, eeprom_};
-    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
 };
 
 }  // namespace korvane::live

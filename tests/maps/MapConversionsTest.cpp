@@ -8,21 +8,14 @@
 #include "maps/MapConversions.h"
 #include "platform/RuntimeError.h"
 #include "platform/virtual/MemoryPreferences.h"
+#include "support/ErrorOf.h"
 
 namespace korvane::maps {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-template <class Call>
-int errorOf(Call call) {
-    try {
-        static_cast<void>(call());
-    } catch (const platform::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using support::errorOf;
 
 struct Scales : testing::Test {
     Scales() {

@@ -24,14 +24,11 @@ protected:
 
     platform::Timer& poll() { return main_.TimerRequestData; }
 
-    void at(int milliseconds, std::function<void()> action) {
-        alarms_.push_back(machine_.pump.makeAlarm(std::move(action)));
-        alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
-    }
+    void at(int milliseconds, std::function<void()> action) { machine_.at(milliseconds, std::move(action)); }
     // Also while the program blocks.
     void whileBlocked(int milliseconds, std::function<void()> action) {
-        alarms_.push_back(machine_.pump.makeAlarm(std::move(action), platform::AlarmKind::Device));
-        alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
+        machine_.alarms.push_back(machine_.pump.makeAlarm(std::move(action), platform::AlarmKind::Device));
+        machine_.alarms.back()->callAt(milliseconds * platform::kMicrosPerMilli);
     }
     [[nodiscard]] std::int64_t now() const { return machine_.pump.milliseconds(); }
 
@@ -56,9 +53,6 @@ protected:
 
     MapControls window_;
     MapTransfer transfer_;
-
-private:
-    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
 };
 
 class SmallTransferBench : public TransferBench {

@@ -13,6 +13,7 @@
 #include "platform/virtual/MemoryPreferences.h"
 #include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
+#include "support/ErrorOf.h"
 
 namespace korvane::platform {
 
@@ -58,16 +59,7 @@ private:
     Object& object_;
 };
 
-// The number of the RuntimeError that `call` raises; 0 for none.
-template <class Call>
-int errorOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using support::errorOf;
 
 class ModelBench : public testing::Test {
 protected:

@@ -104,10 +104,7 @@ protected:
         dispatcher_.DoCommand(static_cast<std::uint8_t>(command), bytes);
     }
 
-    void at(int milliseconds, std::function<void()> action) {
-        alarms_.push_back(virtual_.pump.makeAlarm(std::move(action)));
-        alarms_.back()->callAt(milliseconds * platform::kMicrosPerMilli);
-    }
+    void at(int milliseconds, std::function<void()> action) { virtual_.at(milliseconds, std::move(action)); }
     [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
     platform::Timer& poll() { return main_.TimerRequestData; }
 
@@ -156,8 +153,6 @@ private:
         const std::string addr = std::to_string(bytes[1].byte + 256 * bytes[2].byte);
         return command == 'W' ? addr + "=" + std::to_string(bytes[3].byte) : static_cast<char>(command) + (" " + addr);
     }
-
-    std::vector<std::unique_ptr<platform::Alarm>> alarms_;
 };
 
 }  // namespace korvane::settings

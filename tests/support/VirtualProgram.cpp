@@ -32,6 +32,11 @@ VirtualMachine::VirtualMachine(platform::LineDevice* lineDevice)
                                                                           preferences,   log,  windows,
                                                                           folder.path(), '.',  {}} {}
 
+void VirtualMachine::at(int milliseconds, std::function<void()> action) {
+    alarms.push_back(pump.makeAlarm(std::move(action)));
+    alarms.back()->callAt(milliseconds * platform::kMicrosPerMilli);
+}
+
 VirtualProgram::VirtualProgram(platform::LineDevice* lineDevice) : VirtualMachine(lineDevice), program(machine) {
     folder.write("Settings_par.ini", namelessChannels());
     program.connection().loadSettings = nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +43,9 @@ using Bytes = std::vector<std::uint8_t>;
 struct VirtualMachine {
     explicit VirtualMachine(platform::LineDevice* lineDevice = nullptr);
 
+    // Runs `action` so many milliseconds behind the start.
+    void at(int milliseconds, std::function<void()> action);
+
     TempFolder folder;
     RecordingDevice recorder;
     platform::VirtualPump pump;
@@ -51,6 +55,7 @@ struct VirtualMachine {
     platform::MemoryLog log;
     platform::WindowList windows;
     platform::Machine machine;
+    std::vector<std::unique_ptr<platform::Alarm>> alarms;  // of at()
 };
 
 // Started, with a "Settings_par.ini" of defaults in its folder so that no message box stands in the way. A connect does

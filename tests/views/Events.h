@@ -8,6 +8,14 @@
 
 namespace korvane::views {
 
+// What the toolkit has put off happens now.
+inline void settle() {
+    for (int turn = 0; turn < 3; ++turn) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
+
 inline void send(QWidget& widget, QEvent&& event) {
     QApplication::sendEvent(&widget, &event);
 }

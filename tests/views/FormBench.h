@@ -125,12 +125,6 @@ struct FormBench : support::VirtualMachine {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
 
     Form form{machine};
     ViewHost host{windows};

@@ -52,7 +52,7 @@ struct ListViewTest : testing::Test, support::VirtualMachine {
         form.Height = 300 * 15;
         form.show();
         view().activateWindow();
-        FormBench::settle();
+        settle();
     }
 
     [[nodiscard]] WindowView& view() const { return *host.viewOf(form); }
@@ -61,7 +61,7 @@ struct ListViewTest : testing::Test, support::VirtualMachine {
     }
     void frame() {
         host.clock().tick();
-        FormBench::settle();
+        settle();
     }
     [[nodiscard]] std::vector<std::string> shown(int column) const {
         std::vector<std::string> texts;

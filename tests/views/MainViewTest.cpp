@@ -47,12 +47,6 @@ struct MainViewTest : testing::Test, support::VirtualProgram {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
 
     // A running engine behind a connected line.
     void drive() {

@@ -25,10 +25,6 @@ struct ToolBench : testing::Test, support::VirtualMachine {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        QApplication::sendPostedEvents();
-        QApplication::processEvents();
-    }
     template <class Widget>
     [[nodiscard]] Widget& find(const char* name) const {
         return dynamic_cast<Widget&>(*host.viewOf(window)->template findChild<QWidget*>(QString::fromLatin1(name)));

@@ -99,12 +99,6 @@ struct MapGridViewTest : testing::Test, support::VirtualMachine {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
 
     // A pixel of the cell's ground, off its text and its mark.
     [[nodiscard]] QColor ground(int cell) const {

@@ -77,12 +77,6 @@ struct MapsViewTest : testing::Test, support::VirtualProgram {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
         views::key(*view().focusWidget(), key, modifiers, text);
     }

@@ -54,12 +54,6 @@ struct MiscViewBench : support::VirtualMachine {
         host.clock().tick();
         settle();
     }
-    static void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QApplication::sendPostedEvents();
-            QApplication::processEvents();
-        }
-    }
 
     core::SharedTables tables;
     live::FrmSarn2 frmSarn2{machine};
