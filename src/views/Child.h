@@ -4,7 +4,12 @@
 #include <memory>
 #include <utility>
 
+class QWidget;
+
 namespace korvane::views {
+
+// The parent of what finds its owner later, when it is added to a layout.
+inline constexpr QWidget* kNobody = nullptr;
 
 // A new widget inside `parent`, which deletes it. Further arguments come before the parent in the widget's constructor.
 template <class Widget, class Parent, class... Arguments>

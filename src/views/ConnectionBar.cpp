@@ -43,23 +43,23 @@ public:
     [[nodiscard]] Card& card() { return card_; }
 
     void addList(platform::ComboBox& box, const QString& caption) {
-        auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
+        auto& list = child<DropDown>(&card_);
         list.setMinimumContentsLength(kListCharacters);
         binder_.bind(box, list);
-        addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &list), list);
+        addColumn(child<Caption>(&card_, caption, &list), list);
     }
 
     void addButton(platform::CommandButton& button, char mnemonic) {
-        auto& push = child<ConnectButton>(static_cast<QWidget*>(&card_));
+        auto& push = child<ConnectButton>(&card_);
         binder_.bind(button, push, mnemonic);
-        addColumn(child<Caption>(static_cast<QWidget*>(&card_), QString(), nullptr), push);
+        addColumn(child<Caption>(&card_, QString(), nullptr), push);
     }
 
     void addReadout(platform::Label& label, const QString& caption, const QString& longest) {
-        auto& readout = child<Readout>(static_cast<QWidget*>(&card_));
+        auto& readout = child<Readout>(&card_);
         readout.setReserve(longest);
         binder_.bind(label, readout);
-        addColumn(child<Caption>(static_cast<QWidget*>(&card_), caption, &readout), readout);
+        addColumn(child<Caption>(&card_, caption, &readout), readout);
     }
 
     // The bar stands beside the caption, where it takes no room from the texts.
@@ -71,7 +71,7 @@ public:
         auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
                                     QStringLiteral("Settings %p%"));
         bar.setMinimumWidth(0);
-        auto& line = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+        auto& line = child<QHBoxLayout>(kNobody);
         line.addWidget(&child<Caption>(inside, QStringLiteral("Connection"), &readout));
         line.addWidget(&bar, 1);
         auto& column = makeColumn();
@@ -83,7 +83,7 @@ public:
 
 private:
     QVBoxLayout& makeColumn() {
-        auto& column = child<QVBoxLayout>(static_cast<QWidget*>(nullptr));
+        auto& column = child<QVBoxLayout>(kNobody);
         column.setSpacing(kCaptionGap);
         row_.addLayout(&column);
         return column;

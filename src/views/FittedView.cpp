@@ -19,13 +19,13 @@ constexpr QSize kSmallest{480, 320};
 }  // namespace
 
 FittedView::FittedView(platform::Window& window, FrameClock& clock, QSizeF usual)
-    : WindowView(window, clock), usual_(usual), content_(child<QWidget>(static_cast<QWidget*>(nullptr))) {
-    auto& scroll = child<QScrollArea>(static_cast<QWidget*>(this));
+    : WindowView(window, clock), usual_(usual), content_(child<QWidget>(kNobody)) {
+    auto& scroll = child<QScrollArea>(this);
     scroll.setFrameShape(QFrame::NoFrame);
     scroll.setWidgetResizable(true);
     scroll.setFocusPolicy(Qt::NoFocus);
     scroll.setWidget(&content_);
-    auto& whole = child<QVBoxLayout>(static_cast<QWidget*>(this));
+    auto& whole = child<QVBoxLayout>(this);
     whole.setContentsMargins(0, 0, 0, 0);
     whole.addWidget(&scroll);
     setMinimumSize(kSmallest);

@@ -28,8 +28,6 @@ constexpr int kManyCells = 10;          // share the card's width; fewer stand c
 constexpr int kBlockGap = 36;
 constexpr int kLeastChoice = 14;  // letters
 
-QWidget* const kNobody = nullptr;
-
 class Command : public QPushButton {
 public:
     explicit Command(QWidget* parent) : QPushButton(parent) {}
@@ -123,7 +121,7 @@ void GroupCard::addName(const QString& name, QWidget& field) {
 }
 
 void GroupCard::addValue(const QString& name, platform::TextBox& box, int digits, const QString& unit) {
-    auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
+    auto& edit = child<ValueBox>(&card_, digits);
     edit.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     binder_.bind(box, edit);
     addName(name, edit);
@@ -138,14 +136,14 @@ void GroupCard::addValue(const QString& name, platform::TextBox& box, int digits
 }
 
 void GroupCard::addText(const QString& name, platform::TextBox& box) {
-    auto& edit = child<QLineEdit>(static_cast<QWidget*>(&card_));
+    auto& edit = child<QLineEdit>(&card_);
     binder_.bind(box, edit);
     addName(name, edit);
     lines().addWidget(&edit, line_++, lineColumn_ + 1, 1, 2);
 }
 
 void GroupCard::addChoice(const QString& name, platform::ComboBox& box) {
-    auto& list = child<DropDown>(static_cast<QWidget*>(&card_));
+    auto& list = child<DropDown>(&card_);
     list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list.setMinimumContentsLength(kLeastChoice);
     binder_.bind(box, list);
@@ -181,7 +179,7 @@ void GroupCard::addCells(const QString& name, const QString& spoken, const std::
     }
     int column = 0;
     for (auto* box : boxes) {
-        auto& edit = child<ValueBox>(static_cast<QWidget*>(&card_), digits);
+        auto& edit = child<ValueBox>(&card_, digits);
         edit.setAlignment(Qt::AlignCenter);
         binder_.bind(*box, edit);
         edit.setAccessibleName((spoken + u' ' + heads_.value(column) + u' ' + word_).trimmed());
@@ -207,7 +205,7 @@ void GroupCard::addOptions(platform::ControlArray<platform::OptionButton>& optio
         child<QBoxLayout>(kNobody, direction == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     place.setSpacing(direction == Qt::Horizontal ? 2 * kColumnGap : kRowGap / 2);
     for (auto& option : options) {
-        auto& radio = child<Option>(static_cast<QWidget*>(&card_));
+        auto& radio = child<Option>(&card_);
         binder_.bind(option, radio);
         place.addWidget(&radio);
     }

@@ -34,25 +34,25 @@ void addSize(Binder& binder, Card& card, QGridLayout& grid, platform::Label& nam
 }  // namespace
 
 InjScaleView::InjScaleView(maps::FrmInjScale& window, FrameClock& clock) : WindowView(window, clock) {
-    auto& rows = child<QVBoxLayout>(static_cast<QWidget*>(this));
+    auto& rows = child<QVBoxLayout>(this);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addWidget(&makeSizes(window));
-    auto& pressure = child<Card>(static_cast<QWidget*>(this));
+    auto& pressure = child<Card>(this);
     binder().bind(window.FrameFuelPressure, pressure);
     rows.addWidget(&pressure, 1);
     binder().setTabOrder({&window.txtInjectorOld, &window.txtInjectorNew, &window.btnInjectorChange});
 }
 
 Card& InjScaleView::makeSizes(maps::FrmInjScale& window) {
-    auto& card = child<Card>(static_cast<QWidget*>(this));
+    auto& card = child<Card>(this);
     auto& grid = child<QGridLayout>(&card);
     grid.setSpacing(kSpacing);
     grid.setColumnStretch(1, 1);
     binder().bind(window.FrameInjectorSize, card);
     addSize(binder(), card, grid, window.lblInjectorOld, window.txtInjectorOld);
     addSize(binder(), card, grid, window.lblInjectorNew, window.txtInjectorNew);
-    auto& change = child<QPushButton>(static_cast<QWidget*>(&card));
+    auto& change = child<QPushButton>(&card);
     binder().bind(window.btnInjectorChange, change, 'c');
     grid.addWidget(&change, grid.rowCount(), 1);
     card.fitMargins();

@@ -22,7 +22,7 @@ constexpr double kNameScale = 0.88;
 constexpr double kValueScale = 1.55;
 
 QLayout& makeAccel(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
-    auto& row = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& row = child<QHBoxLayout>(kNobody);
     auto& accel = child<Readout>(parent, Readout::Look{.scale = 1.2, .bold = true});
     accel.setReserve(QStringLiteral("255"));
     binder.bind(window.lblAccel, accel);
@@ -35,14 +35,12 @@ QLayout& makeAccel(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
 
 Tile& makeValue(platform::Label& name, platform::Label& value, Binder& binder, QWidget* parent) {
     auto& tile = child<Tile>(parent);
-    auto& rows = child<QVBoxLayout>(static_cast<QWidget*>(&tile));
+    auto& rows = child<QVBoxLayout>(&tile);
     rows.setContentsMargins(9, 4, 6, 4);
     rows.setSpacing(0);
-    auto& nameText = child<Readout>(static_cast<QWidget*>(&tile),
-                                    Readout::Look{.scale = kNameScale, .muted = true, .ground = Ground::Tile});
-    auto& valueText =
-        child<Readout>(static_cast<QWidget*>(&tile),
-                       Readout::Look{.scale = kValueScale, .bold = true, .growing = true, .ground = Ground::Tile});
+    auto& nameText = child<Readout>(&tile, Readout::Look{.scale = kNameScale, .muted = true, .ground = Ground::Tile});
+    auto& valueText = child<Readout>(
+        &tile, Readout::Look{.scale = kValueScale, .bold = true, .growing = true, .ground = Ground::Tile});
     valueText.setReserve(QStringLiteral("14.7266"));
     nameText.setReserve(QStringLiteral("Throttle"));
     binder.bind(value, valueText);
@@ -56,16 +54,16 @@ Tile& makeValue(platform::Label& name, platform::Label& value, Binder& binder, Q
 
 QWidget& makeInstruments(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
-    auto& row = child<QHBoxLayout>(static_cast<QWidget*>(&card));
-    auto& rpm = child<Dial>(static_cast<QWidget*>(&card));
-    auto& boost = child<Dial>(static_cast<QWidget*>(&card));
-    auto& throttle = child<Gauge>(static_cast<QWidget*>(&card));
+    auto& row = child<QHBoxLayout>(&card);
+    auto& rpm = child<Dial>(&card);
+    auto& boost = child<Dial>(&card);
+    auto& throttle = child<Gauge>(&card);
     binder.bind(window.SarnMeterRpm, rpm);
     binder.bind(window.SarnMeterboost, boost);
     binder.bind(window.SarnGauge3, throttle);
     row.addWidget(&rpm, kDialStretch);
     row.addWidget(&boost, kDialStretch);
-    auto& side = child<QVBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& side = child<QVBoxLayout>(kNobody);
     side.addWidget(&throttle, 1);
     side.addLayout(&makeAccel(window, binder, &card));
     row.addLayout(&side, kGaugeStretch);
@@ -75,7 +73,7 @@ QWidget& makeInstruments(live::FrmSarn2& window, Binder& binder, QWidget* parent
 
 QWidget& makeValues(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(&card));
+    auto& grid = child<QGridLayout>(&card);
     grid.setSpacing(kTileGap);
     binder.bind(window.FrameValues, card);
     for (int i = 0; i < window.lblValue.count(); ++i) {

@@ -29,11 +29,11 @@ void MainView::build(live::FrmSarn2& window) {
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addWidget(&makeConnectionBar(window, binder(), inside));
-    auto& columns = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& columns = child<QHBoxLayout>(kNobody);
     columns.setSpacing(kSpacing);
     rows.addLayout(&columns, 1);
     columns.addWidget(&makeServiceColumn(window, binder(), inside));
-    auto& middle = child<QVBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& middle = child<QVBoxLayout>(kNobody);
     middle.setSpacing(kSpacing);
     columns.addLayout(&middle, 1);
     middle.addWidget(&makeInstruments(window, binder(), inside), kInstrumentStretch);

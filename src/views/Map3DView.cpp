@@ -36,10 +36,10 @@ QString tableName(std::int32_t mapNumber) {
 Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
     : WindowView(window, clock),
       window_(window),
-      chart_(child<ChartWidget>(static_cast<QWidget*>(this))),
-      table_(child<QLabel>(static_cast<QWidget*>(this))),
-      cell_(child<QLabel>(static_cast<QWidget*>(this))) {
-    auto& rows = child<QVBoxLayout>(static_cast<QWidget*>(this));
+      chart_(child<ChartWidget>(this)),
+      table_(child<QLabel>(this)),
+      cell_(child<QLabel>(this)) {
+    auto& rows = child<QVBoxLayout>(this);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addLayout(&makeBar());
@@ -64,7 +64,7 @@ QHBoxLayout& Map3DView::makeBar() {
     cell_.setMinimumWidth(cell_.fontMetrics().horizontalAdvance(QLatin1String(kLongestName)));
     cell_.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     bar.addWidget(&cell_);
-    auto& update = child<QPushButton>(static_cast<QWidget*>(this));
+    auto& update = child<QPushButton>(this);
     binder().bind(window_.Command1, update, 'u');
     bar.addWidget(&update);
     setTabOrder(&update, &chart_);
@@ -73,7 +73,7 @@ QHBoxLayout& Map3DView::makeBar() {
 
 void Map3DView::addPresentations(QHBoxLayout& bar) {
     const auto add = [&](const char* name, const QString& caption, ChartWidget::Presentation presentation) -> auto& {
-        auto& button = child<QRadioButton>(static_cast<QWidget*>(this), caption);
+        auto& button = child<QRadioButton>(this, caption);
         button.setObjectName(QString::fromLatin1(name));
         connect(&button, &QRadioButton::toggled, this, [this, presentation](bool chosen) {
             if (chosen) {

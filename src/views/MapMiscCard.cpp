@@ -35,7 +35,7 @@ public:
 
 // Labels and boxes in two columns: the limits, then the offsets.
 QLayout& makeNumbers(maps::MapControls& window, Binder& binder, QWidget* parent) {
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(nullptr));
+    auto& grid = child<QGridLayout>(kNobody);
     grid.setVerticalSpacing(kRowGap);
     grid.setHorizontalSpacing(kColumnGap);
     for (int i = 0; i < window.txtMisc.count(); ++i) {
@@ -59,7 +59,7 @@ QCheckBox& makeBit(platform::CheckBox& bit, Binder& binder, QWidget* parent) {
 
 // A bit without a caption is known by its number.
 QLayout& makeNamelessBits(maps::MapControls& window, const std::vector<int>& bits, Binder& binder, QWidget* parent) {
-    auto& row = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kColumnGap);
     row.addWidget(&child<Caption>(parent, QStringLiteral("Bits"), nullptr));
     for (const int bit : bits) {
@@ -80,7 +80,7 @@ QLayout& makeBits(maps::MapControls& window, Binder& binder, QWidget* parent) {
     for (int bit = 0; bit < window.CheckMisc.count(); ++bit) {
         (window.CheckMisc(bit).Caption.get().empty() ? nameless : named).push_back(bit);
     }
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(nullptr));
+    auto& grid = child<QGridLayout>(kNobody);
     grid.setVerticalSpacing(kBitGap);
     grid.setHorizontalSpacing(kColumnGap);
     const int rows = static_cast<int>(named.size() + 1) / 2;
@@ -99,7 +99,7 @@ Card& makeOpenTime(maps::MapControls& window, Binder& binder, QWidget* parent) {
     row.setSpacing(kColumnGap);
     binder.bind(window.FrameINJMaxOpen, card);
     for (auto& option : window.optINJMaxOpen) {
-        auto& radio = child<QRadioButton>(static_cast<QWidget*>(&card));
+        auto& radio = child<QRadioButton>(&card);
         binder.bind(option, radio);
         row.addWidget(&radio);
     }

@@ -40,7 +40,7 @@ QCheckBox& makeBox(platform::CheckBox& box, char mnemonic, Binder& binder, QWidg
 Card& makeGridCard(platform::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
     auto& inside = child<QVBoxLayout>(&card);
-    auto& view = child<MapGridView>(static_cast<QWidget*>(&card), grid.geometry);
+    auto& view = child<MapGridView>(&card, grid.geometry);
     view.setAccessibleName(name);
     inside.addWidget(&view);
     binder.bind(frame, card);
@@ -84,7 +84,7 @@ QWidget& makeAgentBoxes(maps::MapControls& window, Binder& binder, QWidget* pare
     row.addWidget(&makeBox(window.chkModifyInjSetpoint, 'd', binder, &strip));
     auto& lamp = child<Lamp>(&strip);
     lamp.setAccessibleName(QStringLiteral("Tuning Agent"));
-    auto& agent = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& agent = child<QHBoxLayout>(kNobody);
     agent.setSpacing(kColumnGap);
     agent.addWidget(&lamp);
     agent.addWidget(&makeBox(window.chkUseTuningAgent, 'u', binder, &strip));
@@ -115,7 +115,7 @@ void PairCard::addButtons(platform::CommandButton& left, char leftMnemonic, plat
                           char rightMnemonic) {
     ++row_;
     for (int column = 0; column < 2; ++column) {
-        auto& place = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+        auto& place = child<QHBoxLayout>(kNobody);
         place.setSpacing(0);
         rows_.addLayout(&place, row_, column);
         pair_.at(static_cast<std::size_t>(column)) = &place;

@@ -21,8 +21,6 @@ Layout& layoutIn(Parent* parent) {
     return layout;
 }
 
-QWidget* const kNobody = nullptr;
-
 }  // namespace
 
 MapsView::MapsView(maps::MapForm& window, FrameClock& clock)

@@ -53,9 +53,8 @@ Card& makePump(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameAccel, binder, page);
     group.addHeads({}, {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90"});
     group.addCells({}, QStringLiteral("Acceleration pump"), window.txtAccel, kScaledDigits);
-    auto& delay = child<GapLabel>(static_cast<QWidget*>(&group.card()),
-                                  QStringLiteral("delay                               engine rounds"));
-    auto& box = child<ValueBox>(static_cast<QWidget*>(&delay), kByteDigits);
+    auto& delay = child<GapLabel>(&group.card(), QStringLiteral("delay                               engine rounds"));
+    auto& box = child<ValueBox>(&delay, kByteDigits);
     box.setAccessibleName(QStringLiteral("delay, engine rounds"));
     binder.bind(window.txtAccelDelay, box);
     delay.setBox(box);

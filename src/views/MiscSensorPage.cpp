@@ -32,7 +32,7 @@ void addEnd(GroupCard& group, QGridLayout& grid, platform::CommandButton& button
 
 Card& makeThrottle(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameThrottle, binder, page);
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(nullptr));
+    auto& grid = child<QGridLayout>(kNobody);
     grid.setSpacing(kGap);
     grid.setColumnStretch(1, 1);
     addEnd(group, grid, window.btn0thr, '0', window.lblMINTHR, binder);
@@ -74,7 +74,7 @@ void fillMiscPage(settings::MiscControls& window, Binder& binder, QWidget* page)
 void fillFlagsPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameFlags, binder, page);
     for (auto& flag : window.chkMisc2) {
-        auto& check = child<QCheckBox>(static_cast<QWidget*>(&group.card()));
+        auto& check = child<QCheckBox>(&group.card());
         binder.bind(flag, check);
         group.add(check);
     }

@@ -21,15 +21,13 @@ constexpr int kNumberDigits = 7;
 constexpr int kListShare = 1;
 constexpr int kToolShare = 1;
 
-QWidget* const kNobody = nullptr;
-
 // A text in whose gap one box stands, and another behind it.
 QLayout& makePair(const QString& text, platform::TextBox& inGap, const QString& gapName, platform::TextBox& behind,
                   const QString& behindName, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kGap);
     auto& label = child<GapLabel>(parent, text);
-    auto& first = child<ValueBox>(static_cast<QWidget*>(&label), kNumberDigits);
+    auto& first = child<ValueBox>(&label, kNumberDigits);
     auto& second = child<ValueBox>(parent, kNumberDigits);
     second.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     first.setAccessibleName(gapName);

@@ -9,12 +9,12 @@
 
 namespace korvane::views {
 
-PaneStack::PaneStack(QWidget* parent) : QWidget(parent), pages_(child<QStackedLayout>(static_cast<QWidget*>(this))) {
+PaneStack::PaneStack(QWidget* parent) : QWidget(parent), pages_(child<QStackedLayout>(this)) {
     pages_.setContentsMargins(0, 0, 0, 0);
 }
 
 QWidget& PaneStack::addPage() {
-    auto& page = child<QWidget>(static_cast<QWidget*>(this));
+    auto& page = child<QWidget>(this);
     pages_.addWidget(&page);
     return page;
 }

@@ -38,7 +38,7 @@ public:
 // Gives the buttons of all its groups one height.
 class Column : public QWidget {
 public:
-    explicit Column(QWidget* parent) : QWidget(parent), groups_(child<QVBoxLayout>(static_cast<QWidget*>(this))) {
+    explicit Column(QWidget* parent) : QWidget(parent), groups_(child<QVBoxLayout>(this)) {
         setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
         groups_.setContentsMargins(0, 0, 0, 0);
         groups_.setSpacing(kSpacing);
@@ -120,7 +120,7 @@ public:
 
 private:
     QPushButton& make(platform::CommandButton& button, char mnemonic) {
-        auto& push = child<ServiceButton>(static_cast<QWidget*>(&card_));
+        auto& push = child<ServiceButton>(&card_);
         binder_.bind(button, push, mnemonic);
         push.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
         return push;

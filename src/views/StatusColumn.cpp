@@ -17,14 +17,14 @@ constexpr double kNameScale = 0.92;
 
 Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent, QStringLiteral("Status"));
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(&card));
+    auto& grid = child<QGridLayout>(&card);
     grid.setVerticalSpacing(kRowGap);
     grid.setHorizontalSpacing(kColumnGap);
     grid.setColumnStretch(1, 1);
     binder.bind(window.FrameLeds, card);
     for (int n = 0; n < window.imgLed.count(); ++n) {
-        auto& lamp = child<Lamp>(static_cast<QWidget*>(&card));
-        auto& name = child<Readout>(static_cast<QWidget*>(&card));
+        auto& lamp = child<Lamp>(&card);
+        auto& name = child<Readout>(&card);
         name.setReserve(QStringLiteral("IgnChargeError"));
         binder.bind(window.imgLed(n), lamp);
         binder.bind(window.lblLED(n), name, &lamp);
@@ -37,15 +37,14 @@ Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
 
 Card& makeInputs(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
-    auto& grid = child<QGridLayout>(static_cast<QWidget*>(&card));
+    auto& grid = child<QGridLayout>(&card);
     grid.setVerticalSpacing(kRowGap);
     grid.setHorizontalSpacing(kColumnGap);
     grid.setColumnStretch(0, 1);
     binder.bind(window.FrameMux, card);
     for (int i = 0; i < window.lblValueMux.count(); ++i) {
-        auto& name = child<Readout>(static_cast<QWidget*>(&card), Readout::Look{.scale = kNameScale, .muted = true});
-        auto& value =
-            child<Readout>(static_cast<QWidget*>(&card), Readout::Look{.bold = true, .alignment = Qt::AlignRight});
+        auto& name = child<Readout>(&card, Readout::Look{.scale = kNameScale, .muted = true});
+        auto& value = child<Readout>(&card, Readout::Look{.bold = true, .alignment = Qt::AlignRight});
         name.setReserve(QStringLiteral("Oil pressure"));
         value.setReserve(QStringLiteral("4095"));
         binder.bind(window.lblValueMux(i), value);

@@ -21,7 +21,7 @@ QCheckBox& makeBox(platform::CheckBox& box, char mnemonic, Binder& binder, QWidg
 }
 
 QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
-    auto& row = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kOptionGap);
     row.addWidget(&makeBox(window.chkSlowTrend, 'w', binder, parent));
     row.addWidget(&makeBox(window.chkUseSound, 'n', binder, parent));
@@ -38,11 +38,11 @@ QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
 
 QWidget& makeTrends(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
-    auto& rows = child<QVBoxLayout>(static_cast<QWidget*>(&card));
-    auto& pictures = child<QHBoxLayout>(static_cast<QWidget*>(nullptr));
+    auto& rows = child<QVBoxLayout>(&card);
+    auto& pictures = child<QHBoxLayout>(kNobody);
     pictures.setSpacing(kSpacing);
     for (auto* picture : {&window.picTrend, &window.picTrend2}) {
-        auto& view = child<PictureView>(static_cast<QWidget*>(&card));
+        auto& view = child<PictureView>(&card);
         view.setAccessibleName(picture == &window.picTrend ? QStringLiteral("Engine trend")
                                                            : QStringLiteral("Supply and temperature trend"));
         binder.bind(*picture, view);

@@ -225,7 +225,6 @@ TEST_F(RepliesTest, TheModeAloneDoesNotMoveTheLongestInjection) {
 }
 
 TEST_F(RepliesTest, AnAddressWithNoFieldChangesOnlyTextArvo) {
-    std::string before;
     const auto texts = [&] {
         std::string all;
         for (const auto* control : frmMisc_.controls()) {
@@ -235,7 +234,7 @@ TEST_F(RepliesTest, AnAddressWithNoFieldChangesOnlyTextArvo) {
         }
         return all;
     };
-    before = texts();
+    const auto before = texts();
     for (const int addr :
          {0, 8, 349, 360, 362, 370, 380, 391, 397, 500, 506, 513, 539, 556, 557, 574, 949, 966, 1002, 2999, 3000}) {
         update(addr, addr % 250);
@@ -279,7 +278,6 @@ TEST_F(RepliesTest, EveryReplyOfTheEcuEndsInTextArvo) {
     EXPECT_EQ(frmMisc_.TextArvo.Text.get(), "4500");
 }
 
-// The word is at home in another field than the byte of the same address.
 TEST_F(RepliesTest, AReplyInTheWrongWidthStandsInTheFieldOfItsAddress) {
     wordReply(540, 4500);
     EXPECT_EQ(frmMisc_.txtBoostTav(0).Text.get(), "4500");

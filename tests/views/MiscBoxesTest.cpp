@@ -166,7 +166,7 @@ TEST_F(MiscBoxesTest, BothOutputsAreChosenByThemselves) {
     EXPECT_TRUE(find<QRadioButton>("OptionPWM2(0)").isChecked());
 }
 
-// What a box shows after + and after a second one, its number having been 2.
+// What a box shows after +, and after - and + again, its number having been 2.
 TEST_F(MiscBoxesTest, KeysReachEveryScaledBox) {
     const auto& at = tables.addresses;
     const std::map<std::string, std::pair<int, std::string>> boxes{
