@@ -14,7 +14,7 @@ std::string shown(std::string_view name) {
         if (out.size() >= kLongest) {
             return out + "...";
         }
-        const auto length = core::characterSize(std::string_view(name).substr(i));
+        const auto length = core::characterSize(name.substr(i));
         const auto first = static_cast<unsigned char>(name[i]);
         out += length == 0 || first < 0x20 || first == 0x7F ? std::string_view("?") : name.substr(i, length);
         i += length == 0 ? 1 : length;

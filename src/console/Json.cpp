@@ -58,7 +58,7 @@ void appendText(std::string& out, std::string_view text) {
             i += plain;
             continue;
         }
-        const auto length = core::characterSize(std::string_view(text).substr(i));
+        const auto length = core::characterSize(text.substr(i));
         const auto first = static_cast<unsigned char>(text[i]);
         if (length == 0) {
             out += "\xEF\xBF\xBD";

@@ -128,7 +128,7 @@ private:
     }
 
     void character(std::string& out) {
-        const auto length = core::characterSize(std::string_view(text_).substr(position_));
+        const auto length = core::characterSize(text_.substr(position_));
         if (length == 0 || static_cast<unsigned char>(text_[position_]) < 0x20) {
             throw JsonError(position_ < text_.size() ? "the JSON text holds a character that must be escaped"
                                                      : "the JSON text lacks its closing quote");

@@ -103,7 +103,7 @@ void typeText(TextBox& box, std::string_view text) {
         box.Text = "";
     }
     for (std::size_t i = 0; i < text.size() && stands(window, &box);) {
-        const auto length = std::max<std::size_t>(core::characterSize(std::string_view(text).substr(i)), 1);
+        const auto length = std::max<std::size_t>(core::characterSize(text.substr(i)), 1);
         typeCharacter(box, core::codePointOf(text.substr(i, length)));
         i += length;
     }

@@ -11,10 +11,11 @@ public:
     PwmTransfer(MapControls& window, const MapContext& context);
 
     // What btnReadPWM does. The caption speaks of the end at once; the cells come later, at the dispatcher's pace.
+    // With the port closed nothing else happens.
     void read();
-    void request();
 
 private:
+    void request();
     void save();
     void sendCell(int cell);
 

@@ -212,19 +212,6 @@ TextBox::TextBox(Window& window, std::string_view name, std::optional<int> index
     ForeColor = kWindowText;
 }
 
-void TextBox::typeCharacter(char character) {
-    const int code = static_cast<unsigned char>(character);
-    keyDown(keyCodeOf(character), 0);
-    if (const int passed = keyPress(code); passed != 0 && !Locked) {
-        if (passed == kKeyBackspace) {
-            Text = Text.get().substr(0, Text.get().empty() ? 0 : Text.get().size() - 1);
-        } else {
-            Text = Text.get() + static_cast<char>(passed);
-        }
-    }
-    keyUp(keyCodeOf(character), 0);
-}
-
 void TextBox::afterChange(const void* property) {
     if (property == &Text) {
         raise(Change);

@@ -159,10 +159,6 @@ public:
     Property<bool> Locked{*this};
     Event<> Change;
 
-    // One typed character: key down, press and up, with the text changed in between unless the box is locked or a
-    // handler drops the key. Characters go to the end of the text.
-    void typeCharacter(char character);
-
     [[nodiscard]] std::string_view kind() const override { return "text box"; }
     [[nodiscard]] std::string_view mainProperty() const override { return "Text"; }
     [[nodiscard]] bool canFocus() const override { return true; }

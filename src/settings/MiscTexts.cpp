@@ -91,7 +91,7 @@ void describeFlags(MiscControls& window) {
     window.chkMisc2(5).ToolTipText = "IAT correction /2";
 }
 
-void describeWarnings(MiscControls& window) {
+void describeWarningsAndLaunch(MiscControls& window) {
     window.FrameWarnings.Caption = "Warnings";
     window.FrameLaunch.Caption = "Launch / Antilag settings";
     for (const char* row :
@@ -127,7 +127,7 @@ void describeControls(MiscControls& window) {
     describeLambda(window);
     describeMisc(window);
     describeFlags(window);
-    describeWarnings(window);
+    describeWarningsAndLaunch(window);
     describeTools(window);
 }
 

@@ -113,8 +113,7 @@ std::span<const ReadRow> readList() {
 }
 
 int readCount() {
-    return std::accumulate(kList.begin(), kList.end(), 0,
-                           [](int sum, const ReadRow& row) { return sum + row.cells; });
+    return std::accumulate(kList.begin(), kList.end(), 0, [](int sum, const ReadRow& row) { return sum + row.cells; });
 }
 
 }  // namespace korvane::settings

@@ -117,7 +117,8 @@ void ListTable::fitNarrow() {
     }
     int texts = header()->sectionSizeHint(rows_.narrow);
     for (int row = 0; row < rows_.rowCount(); ++row) {
-        texts = std::max(texts, fontMetrics().horizontalAdvance(rows_.text(row, rows_.narrow)) + fontMetrics().height());
+        texts =
+            std::max(texts, fontMetrics().horizontalAdvance(rows_.text(row, rows_.narrow)) + fontMetrics().height());
     }
     header()->resizeSection(rows_.narrow, texts);
 }

@@ -237,7 +237,7 @@ std::string agentLog(const std::vector<std::string>& options) {
     return log;
 }
 
-TEST(RealRun, LogFilesHaveTheDecimalSeparatorOfTheOptionOrTheSystem) {
+TEST(RealRun, LogFilesHaveTheDecimalSeparatorOfTheOptionOrElseAPoint) {
     const auto comma = agentLog({"--decimal", ","});
     EXPECT_THAT(comma, HasSubstr(","));
     EXPECT_THAT(comma, Not(HasSubstr(".")));

@@ -7,7 +7,6 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <set>
 #include <span>
 #include <string>

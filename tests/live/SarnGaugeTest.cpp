@@ -2,6 +2,7 @@
 
 #include "LiveBench.h"
 #include "live/SarnGauge.h"
+#include "platform/ModelBench.h"
 
 namespace korvane::live {
 namespace {
@@ -9,21 +10,13 @@ namespace {
 constexpr double kTolerance = 4e-9;  // the face's angles have ten digits or fewer, which moves a point by up to 3e-9
 const double kHalfRoot2 = std::sqrt(0.5);
 
-class SarnGaugeTest : public testing::Test {
+class SarnGaugeTest : public platform::ModelBench {
 protected:
     static void expectPoint(const DialPoint& point, double x, double y) {
         EXPECT_NEAR(point.x, x, kTolerance);
         EXPECT_NEAR(point.y, y, kTolerance);
     }
 
-    platform::VirtualPump pump_;
-    platform::MemoryLine line_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    platform::WindowList windows_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
-    platform::Window window_{machine_, "frmSarn2"};
     SarnGauge gauge_{window_, "SarnGauge3"};
 };
 

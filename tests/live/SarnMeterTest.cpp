@@ -3,6 +3,7 @@
 
 #include "LiveBench.h"
 #include "live/SarnMeter.h"
+#include "platform/ModelBench.h"
 
 namespace korvane::live {
 namespace {
@@ -13,7 +14,7 @@ using testing::UnorderedElementsAre;
 constexpr double kTolerance = 4e-9;  // the face's angles have ten digits or fewer, which moves a point by up to 3e-9
 const double kHalfRoot2 = std::sqrt(0.5);
 
-class SarnMeterTest : public testing::Test {
+class SarnMeterTest : public platform::ModelBench {
 protected:
     void ticks(int count) { pump_.runUntil(pump_.now() + count * 50 * platform::kMicrosPerMilli); }
 
@@ -24,14 +25,6 @@ protected:
         EXPECT_NEAR(line.outer.y, outerY, kTolerance);
     }
 
-    platform::VirtualPump pump_;
-    platform::MemoryLine line_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    platform::WindowList windows_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
-    platform::Window window_{machine_, "frmMeter"};
     SarnMeter meter_{window_, "SarnMeter1"};
 };
 

@@ -1,5 +1,6 @@
 #include "MapsBench.h"
 #include "maps/MiscBoxes.h"
+#include "support/Typing.h"
 
 namespace korvane::maps {
 namespace {
@@ -15,7 +16,7 @@ protected:
         window_.setFocus(&window_.txtMisc(box));
         window_.txtMisc(box).Text = "";
         for (const char character : text) {
-            window_.txtMisc(box).typeCharacter(character);
+            support::typeCharacter(window_.txtMisc(box), character);
         }
         return window_.txtMisc(box).Text;
     }

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <numeric>
-#include <vector>
 
 #include "MapsBench.h"
 #include "maps/MapTransfer.h"

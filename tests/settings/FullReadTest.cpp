@@ -275,5 +275,15 @@ TEST_F(FullReadTest, BeginsATenthOfASecondBehindTheLoad) {
     EXPECT_FALSE(frmMisc_.TimerInitialGetData.Enabled);
 }
 
+TEST_F(FullReadTest, WithoutAConnectionTheOpeningRunsToItsEndAllTheSame) {
+    frmMisc_.show();
+    virtual_.pump.wait(100);
+    EXPECT_EQ(now(), 100 + kPass);
+    EXPECT_EQ(frmMisc_.Caption.get(), kReceived);
+    EXPECT_THAT(sent(), IsEmpty());
+    EXPECT_EQ(frmMisc_.txtInjMode.Text.get(), "");
+    EXPECT_EQ(frmMisc_.txtMotorBrakeLow.Text.get(), "");
+}
+
 }  // namespace
 }  // namespace korvane::settings

@@ -5,7 +5,6 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>

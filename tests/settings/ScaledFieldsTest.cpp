@@ -1,4 +1,5 @@
 #include "MiscBench.h"
+#include "support/Typing.h"
 
 namespace korvane::settings {
 namespace {
@@ -161,7 +162,7 @@ TEST_F(ScaledFieldsTest, CannotBeTypedInto) {
         EXPECT_NE(box->BackColor.get(), w.txtInjMode.BackColor.get()) << box->path();
     }
     w.txtStart.Tag = "72";
-    w.txtStart.typeCharacter('5');
+    support::typeCharacter(w.txtStart, '5');
     EXPECT_EQ(w.txtStart.Text.get(), "1");
     EXPECT_TRUE(w.txtStart.Locked);
 }

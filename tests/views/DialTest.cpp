@@ -90,7 +90,7 @@ TEST_F(DialTest, TheNumberStandsOnItsPlateBelowTheHub) {
     EXPECT_LE((changed.bottom() - square.y()) / side, 0.85);
 }
 
-// 255 twips are 17 pixels, whatever the dial's size.
+// 255 twips are 17 pixels.
 TEST_F(DialTest, TheHubIsADiscOfItsOwnSize) {
     auto& dial = find<Dial>("SarnMeterRpm");
     window.SarnMeterRpm.setValue(5000);
