@@ -8,15 +8,11 @@
 #include <chrono>
 #include <vector>
 
-#include "app/Program.h"
+#include "WindowRig.h"
 #include "core/Checked.h"
 #include "maps/MapForm.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "support/VirtualProgram.h"
 #include "views/Events.h"
 #include "views/MapGridView.h"
-#include "views/ViewHost.h"
 
 namespace {
 
@@ -27,11 +23,8 @@ constexpr int kWarmUp = 20;
 constexpr int kWidth = 1366 * 15;  // twips
 constexpr int kHeight = 728 * 15;
 
-// The real windows on the real event loop; the port is closed.
-struct Rig {
+struct Rig : WindowRig {
     explicit Rig(bool large) {
-        views::addViews(host);
-        program.start();
         large ? program.mapWindows().openLarge() : program.mapWindows().open();
         maps = dynamic_cast<maps::MapForm*>(machineBelow.windows.loaded().back());
         for (int cell = 0; cell < maps->fuel.geometry.cells(); ++cell) {
@@ -47,29 +40,12 @@ struct Rig {
         host.clock().tick();
         QApplication::processEvents();
     }
-    Rig(const Rig&) = delete;
-    Rig& operator=(const Rig&) = delete;
-    ~Rig() { program.quit(); }
 
     void press(Qt::Key key) {
         QKeyEvent down(QEvent::KeyPress, key, {}, key == Qt::Key_Plus ? QStringLiteral("+") : QStringLiteral("-"));
         QApplication::sendEvent(grid, &down);
     }
 
-    support::VirtualMachine machineBelow;
-    platform::QtPump pump;
-    platform::QtSerialLine line{pump, platform::PortMap(pump, {})};
-    platform::Machine machine{pump,
-                              line,
-                              machineBelow.dialogs,
-                              machineBelow.preferences,
-                              machineBelow.log,
-                              machineBelow.windows,
-                              machineBelow.folder.path(),
-                              '.',
-                              {}};
-    app::Program program{machine};
-    views::ViewHost host{machineBelow.windows};
     maps::MapForm* maps = nullptr;
     views::MapGridView* grid = nullptr;
 };

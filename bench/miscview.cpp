@@ -11,12 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "app/Program.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "support/VirtualProgram.h"
+#include "WindowRig.h"
 #include "views/Events.h"
-#include "views/ViewHost.h"
 
 namespace {
 
@@ -28,31 +24,8 @@ constexpr int kWidth = 1366 * 15;  // twips
 constexpr int kHeight = 728 * 15;
 constexpr int kFilled = 255;
 
-// The real windows on the real event loop; the port is closed.
-struct Rig {
-    Rig() {
-        views::addViews(host);
-        program.start();
-        pump.wait(200);
-    }
-    Rig(const Rig&) = delete;
-    Rig& operator=(const Rig&) = delete;
-    ~Rig() { program.quit(); }
-
-    support::VirtualMachine machineBelow;
-    platform::QtPump pump;
-    platform::QtSerialLine line{pump, platform::PortMap(pump, {})};
-    platform::Machine machine{pump,
-                              line,
-                              machineBelow.dialogs,
-                              machineBelow.preferences,
-                              machineBelow.log,
-                              machineBelow.windows,
-                              machineBelow.folder.path(),
-                              '.',
-                              {}};
-    app::Program program{machine};
-    views::ViewHost host{machineBelow.windows};
+struct Rig : WindowRig {
+    Rig() { pump.wait(200); }
 };
 
 // A settings window of its own, which is made while the clock runs. Its full read never begins.

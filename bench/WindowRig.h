@@ -1,0 +1,37 @@
+// The program with its real windows on the real event loop, with no port open.
+#pragma once
+
+#include "app/Program.h"
+#include "platform/qt/QtPump.h"
+#include "platform/qt/QtSerialLine.h"
+#include "support/VirtualProgram.h"
+#include "views/ViewHost.h"
+
+namespace korvane {
+
+struct WindowRig {
+    WindowRig() {
+        views::addViews(host);
+        program.start();
+    }
+    WindowRig(const WindowRig&) = delete;
+    WindowRig& operator=(const WindowRig&) = delete;
+    ~WindowRig() { program.quit(); }
+
+    support::VirtualMachine machineBelow;
+    platform::QtPump pump;
+    platform::QtSerialLine line{pump, platform::PortMap(pump, {})};
+    platform::Machine machine{pump,
+                              line,
+                              machineBelow.dialogs,
+                              machineBelow.preferences,
+                              machineBelow.log,
+                              machineBelow.windows,
+                              machineBelow.folder.path(),
+                              '.',
+                              {}};
+    app::Program program{machine};
+    views::ViewHost host{machineBelow.windows};
+};
+
+}  // namespace korvane
