@@ -57,7 +57,10 @@ Session::Session(const Options& options, Surroundings surroundings)
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
-    if (options.trace && !line_.traceTo(*options.trace)) {
+    const auto traceFailed = [] {
+        std::cerr << "korvane-tuner: --trace: the file can't be written any more" << std::endl;
+    };
+    if (options.trace && !line_.traceTo(*options.trace, traceFailed)) {
         throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
     }
     registerNames();

@@ -34,6 +34,9 @@ public:
     // Bytes written that have not left the machine yet.
     [[nodiscard]] virtual std::size_t pendingOutput() = 0;
 
+    // Whether bytes come in whether or not the program can follow. What is put on a line in memory is there on purpose.
+    [[nodiscard]] virtual bool mayFlood() const { return true; }
+
     // The line's rate, read from the open device; setBaud returns false if the device refuses the rate.
     [[nodiscard]] virtual int baud() const = 0;
     [[nodiscard]] virtual bool setBaud(int baud) = 0;

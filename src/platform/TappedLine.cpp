@@ -5,38 +5,20 @@
 
 namespace korvane::platform {
 
-namespace {
-
-constexpr std::size_t kKeptBytes = std::size_t{1} << 20U;
-
-}  // namespace
-
 TappedLine::TappedLine(SerialLine& line, const EventPump& pump, Inject inject)
     : line_(line), pump_(pump), inject_(std::move(inject)) {}
 
-bool TappedLine::traceTo(const std::filesystem::path& file) {
+bool TappedLine::traceTo(const std::filesystem::path& file, std::function<void()> failed) {
     trace_.open(file, std::ios::binary | std::ios::trunc);
+    traceFailed_ = std::move(failed);
     return trace_.is_open();
 }
 
-std::vector<TappedLine::Write> TappedLine::takeSent() {
-    std::vector<Write> writes;
-    writes.reserve(marks_.size());
-    auto next = sent_.begin();
-    for (const auto& mark : marks_) {
-        const auto end = next + static_cast<std::ptrdiff_t>(mark.count);
-        writes.push_back({mark.milliseconds, {next, end}});
-        next = end;
-    }
-    marks_.clear();
-    sent_.clear();
-    return writes;
-}
-
 std::vector<std::uint8_t> TappedLine::takeSentBytes() {
-    std::vector<std::uint8_t> bytes(sent_.begin(), sent_.end());
-    marks_.clear();
-    sent_.clear();
+    std::vector<std::uint8_t> bytes;
+    for (const auto& write : sent_.take()) {
+        bytes.insert(bytes.end(), write.bytes.begin(), write.bytes.end());
+    }
     return bytes;
 }
 
@@ -64,7 +46,7 @@ void TappedLine::close() {
 }
 
 void TappedLine::write(std::span<const std::uint8_t> bytes) {
-    record(bytes);
+    sent_.add(pump_.milliseconds(), bytes);
     trace('>', bytes);
     line_.write(bytes);
 }
@@ -82,18 +64,6 @@ void TappedLine::lineLost(const std::string& reason) {
     }
 }
 
-void TappedLine::record(std::span<const std::uint8_t> bytes) {
-    if (bytes.empty()) {
-        return;
-    }
-    sent_.insert(sent_.end(), bytes.begin(), bytes.end());
-    marks_.push_back({pump_.milliseconds(), bytes.size()});
-    while (sent_.size() > kKeptBytes && marks_.size() > 1) {
-        sent_.erase(sent_.begin(), sent_.begin() + static_cast<std::ptrdiff_t>(marks_.front().count));
-        marks_.pop_front();
-    }
-}
-
 // Flushed with each chunk, so that a look at the file shows the line as it is.
 void TappedLine::trace(char direction, std::span<const std::uint8_t> bytes) {
     if (!trace_.is_open() || bytes.empty()) {
@@ -105,6 +75,10 @@ void TappedLine::trace(char direction, std::span<const std::uint8_t> bytes) {
         trace_ << prefix << kDigits[byte >> 4U] << kDigits[byte & 0xFU] << '\n';
     }
     trace_.flush();
+    if (!trace_) {
+        trace_.close();
+        traceFailed_();
+    }
 }
 
 }  // namespace korvane::platform

@@ -1,9 +1,7 @@
 // A serial line with a record of what crosses it.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -13,6 +11,7 @@
 
 #include "platform/EventPump.h"
 #include "platform/SerialLine.h"
+#include "platform/WriteRecord.h"
 
 namespace korvane::platform {
 
@@ -21,21 +20,16 @@ class TappedLine : public SerialLine, private LineListener {
 public:
     using Inject = std::function<void(std::span<const std::uint8_t>)>;
 
-    struct Write {
-        std::int64_t milliseconds;
-        std::vector<std::uint8_t> bytes;
-    };
-
     // `inject` puts bytes on the line as if they arrived; empty for a line that leads to a real device.
     TappedLine(SerialLine& line, const EventPump& pump, Inject inject = {});
 
     // From now on a line for every byte: "123 > 78", time in ms, direction (> to the ECU), two hex digits. False if the
-    // file can't be written.
-    [[nodiscard]] bool traceTo(const std::filesystem::path& file);
+    // file can't be written. A trace that can't go on later ends with one call of `failed`.
+    [[nodiscard]] bool traceTo(const std::filesystem::path& file, std::function<void()> failed);
 
-    // What was written since the last of these calls, oldest first. While nobody asks, the newest 1 MiB is kept, in
-    // whole writes.
-    [[nodiscard]] std::vector<Write> takeSent();
+    // What was written since the last of these calls, oldest first. While nobody asks, the record grows to 1 MiB; then
+    // the oldest writes go. A poll takes four bytes of it.
+    [[nodiscard]] std::vector<WriteRecord::Write> takeSent() { return sent_.take(); }
     [[nodiscard]] std::vector<std::uint8_t> takeSentBytes();
 
     // Bytes arrive on the line. False if it leads to a real device.
@@ -46,27 +40,22 @@ public:
     [[nodiscard]] std::string deviceOf(int port) override { return line_.deviceOf(port); }
     void write(std::span<const std::uint8_t> bytes) override;
     [[nodiscard]] std::size_t pendingOutput() override { return line_.pendingOutput(); }
+    [[nodiscard]] bool mayFlood() const override { return line_.mayFlood(); }
     [[nodiscard]] int baud() const override { return line_.baud(); }
     [[nodiscard]] bool setBaud(int baud) override { return line_.setBaud(baud); }
 
 private:
-    struct Mark {
-        std::int64_t milliseconds;
-        std::size_t count;
-    };
-
     void lineReceived(std::span<const std::uint8_t> bytes) override;
     void lineLost(const std::string& reason) override;
-    void record(std::span<const std::uint8_t> bytes);
     void trace(char direction, std::span<const std::uint8_t> bytes);
 
     SerialLine& line_;
     const EventPump& pump_;
     Inject inject_;
     LineListener* listener_ = nullptr;
-    std::deque<std::uint8_t> sent_;
-    std::deque<Mark> marks_;  // one for each write in sent_
+    WriteRecord sent_;
     std::ofstream trace_;
+    std::function<void()> traceFailed_;
 };
 
 }  // namespace korvane::platform

@@ -83,10 +83,11 @@ TEST_F(Tapped, KeepsTheNewestMebibyteInWholeWrites) {
         tap.write(block);
     }
     const auto writes = tap.takeSent();
-    // 1048576 bytes hold 1048 writes of 1000 bytes: the first 52 of the 1100 are gone.
-    ASSERT_EQ(writes.size(), 1048U);
+    // A write takes its 1000 bytes, one for the time and two for the count: 1048576 bytes hold 1045 of them, and the
+    // first 55 of the 1100 are gone.
+    ASSERT_EQ(writes.size(), 1045U);
     EXPECT_EQ(writes.front().bytes.size(), 1000U);
-    EXPECT_EQ(writes.front().bytes[0], 52);
+    EXPECT_EQ(writes.front().bytes[0], 55);
 }
 
 TEST_F(Tapped, KeepsOneWriteHoweverLarge) {
@@ -121,7 +122,7 @@ TEST_F(Tapped, TracesEachByteOfBothDirections) {
     const support::TempFolder folder;
     const auto file = folder.path() / "trace.txt";
     tap.write(Bytes{0x01});
-    ASSERT_TRUE(tap.traceTo(file));
+    ASSERT_TRUE(tap.traceTo(file, [] {}));
     tap.open(1, 9600, receiver);
     pump.runUntil(123'999);
     tap.write(Bytes{0x78, 0xA8});
@@ -132,8 +133,21 @@ TEST_F(Tapped, TracesEachByteOfBothDirections) {
 
 TEST_F(Tapped, ATraceThatCannotBeWrittenIsTold) {
     const support::TempFolder folder;
-    EXPECT_FALSE(tap.traceTo(folder.path()));
-    EXPECT_FALSE(tap.traceTo(folder.path() / "missing" / "trace.txt"));
+    EXPECT_FALSE(tap.traceTo(folder.path(), [] {}));
+    EXPECT_FALSE(tap.traceTo(folder.path() / "missing" / "trace.txt", [] {}));
+}
+
+// Every write to this device fails, as on a full disk.
+TEST_F(Tapped, ATraceThatCannotGoOnSaysSoOnceAndTheLineWorks) {
+    int told = 0;
+    ASSERT_TRUE(tap.traceTo("/dev/full", [&] { ++told; }));
+    tap.open(1, 9600, receiver);
+    tap.write(Bytes{0x78});
+    tap.write(Bytes{0x78});
+    line.inject(Bytes{0x52});
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(tap.takeSentBytes().size(), 2U);
+    EXPECT_THAT(receiver.received, ElementsAre(0x52));
 }
 
 }  // namespace

@@ -36,11 +36,14 @@ public:
     [[nodiscard]] std::string deviceOf(int port) override;
     void write(std::span<const std::uint8_t> bytes) override;
     [[nodiscard]] std::size_t pendingOutput() override;
+    [[nodiscard]] bool mayFlood() const override { return mayFlood_; }
     [[nodiscard]] int baud() const override { return baud_; }
     [[nodiscard]] bool setBaud(int baud) override;
 
     // Bytes arrive at the PC now, from nowhere. Lost while the line is closed.
     void inject(std::span<const std::uint8_t> bytes);
+    // Makes it a line like that of a real device.
+    void setMayFlood(bool may) { mayFlood_ = may; }
     // The cable is pulled out.
     void pullOut();
     // The device has something new to say: look at its next byte again.
@@ -60,6 +63,7 @@ private:
     EventPump& pump_;
     LineDevice* device_;
     LineListener* listener_ = nullptr;
+    bool mayFlood_ = false;
     int baud_ = 9600;
     Micros busyUntil_ = 0;
     std::deque<Travelling> output_;
