@@ -8,6 +8,7 @@
 #include "core/ModuleReg.h"
 #include "core/Numbers.h"
 #include "link/W32Comms.h"
+#include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -31,7 +32,13 @@ constexpr std::array<std::uint8_t, 2> kRestart{'X', 0xA7};
 constexpr int kDeepestReceive = 40;
 
 constexpr int kErrorLineLost = 8012;
-constexpr platform::Micros kLongHandler = 50 * platform::kMicrosPerMilli;
+
+// On a line that may bring more than the program can handle: how long one event goes on with the bytes that are there
+// before others have their turn, and how far the program may fall behind before what waits is dropped.
+constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
+constexpr platform::Micros kFarthestBehind = 4000 * platform::kMicrosPerMilli;
+// More of one handler is the tuner's time, who reads a message box.
+constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
 
 // One more for as long as it lives.
 class Count {
@@ -218,26 +225,45 @@ void Connection::onComm() {
     }
 }
 
-// Some handlers block the program for a moment. What lies behind their frame comes with an event of its own, so that a
-// line that sends nothing else leaves the windows alive.
 void Connection::receiveAll() {
+    const auto begin = machine_.pump.now();
     while (panel_.MSComm1.InBufferCount() > 0) {
         takeBytes();
         if (!panel_.receiver.rxReady()) {
             continue;
         }
-        const auto begin = machine_.pump.now();
-        dispatch();
-        if (machine_.pump.now() - begin >= kLongHandler && panel_.MSComm1.InBufferCount() > 0) {
-            panel_.MSComm1.raiseOnCommLater();
+        behind_ += std::min(dispatch(), kMostOfOneHandler);
+        if (panel_.MSComm1.mayFlood() && givesWay(begin)) {
             return;
         }
     }
+    behind_ = 0;
+}
+
+// Only the outermost run ends early: inside a handler's wait the order of the frames would change.
+bool Connection::givesWay(platform::Micros begin) {
+    if (behind_ > kFarthestBehind) {
+        dropWhatCameTooFast();
+    }
+    const bool ends = receiveDepth_ == 1 && panel_.MSComm1.InBufferCount() > 0 && machine_.pump.now() - begin >= kSlice;
+    if (ends) {
+        panel_.MSComm1.raiseOnCommLater();
+    }
+    return ends;
+}
+
+void Connection::dropWhatCameTooFast() {
+    const auto waiting = panel_.MSComm1.InBufferCount();
+    panel_.MSComm1.takeInput(waiting);
+    behind_ = 0;
+    machine_.log.write("The line sends faster than its frames can be handled: dropped " + std::to_string(waiting) +
+                       " bytes");
 }
 
 // The count is checked: a byte that it can't hold is lost with the event.
 void Connection::takeBytes() {
-    const auto room = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - panel_.bytesReceived);
+    const auto room =
+        static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - std::int64_t{panel_.bytesReceived});
     if (room == 0) {
         panel_.MSComm1.takeInput(1);
         throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
@@ -248,13 +274,13 @@ void Connection::takeBytes() {
     panel_.bytesReceived += static_cast<std::int32_t>(taken);
 }
 
-// The handler works on a copy of its own: a frame that arrives while it waits overwrites the machine's payload.
-void Connection::dispatch() {
-    std::array<std::uint8_t, 255> copy;
-    const auto payload = panel_.receiver.payload();
-    std::copy(payload.begin(), payload.end(), copy.begin());
-    dispatcher_.DoCommand(panel_.receiver.rxCommand(), std::span(copy).first(payload.size()));
+// Returns how long the handler took.
+platform::Micros Connection::dispatch() {
+    const auto begin = machine_.pump.now();
+    const ReceiveMachine::Loan payload(panel_.receiver);
+    dispatcher_.DoCommand(panel_.receiver.rxCommand(), payload.bytes());
     panel_.receiver.frameDone();
+    return machine_.pump.now() - begin;
 }
 
 void Connection::startSimulation() {

@@ -10,6 +10,7 @@
 #include "core/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "link/Dispatcher.h"
+#include "platform/EventPump.h"
 #include "platform/Machine.h"
 
 namespace korvane::link {
@@ -34,8 +35,10 @@ public:
 
 private:
     void onComm();
-    void dispatch();
+    [[nodiscard]] platform::Micros dispatch();
     void receiveAll();
+    [[nodiscard]] bool givesWay(platform::Micros begin);
+    void dropWhatCameTooFast();
     void takeBytes();
     void comboRefreshClick();
     void openPort();
@@ -54,6 +57,8 @@ private:
     Dispatcher& dispatcher_;
     int receiveDepth_ = 0;
     int looks_ = 0;  // at pending events, after the bytes of an event
+    // Time spent in handlers since the buffer was empty last.
+    platform::Micros behind_ = 0;
     std::array<std::uint8_t, 19> offlineFrame_{};
 };
 

@@ -48,7 +48,7 @@ void ReceiveMachine::frameDone() {
 }
 
 std::span<const std::uint8_t> ReceiveMachine::payload() const {
-    return std::span(payload_).first(payloadSize_);
+    return std::span(current_->bytes).first(current_->size);
 }
 
 std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
@@ -68,14 +68,20 @@ void ReceiveMachine::takeLength(std::uint8_t byte) {
     length_ = byte;
     total_ = static_cast<std::int16_t>(byte + 2);
     position_ = kFirstPayloadPosition;
+    current_ = &freePayload();
     // A handler may read the first byte of an empty payload: it reads zero.
-    payloadSize_ = std::max<std::size_t>(byte, 1);
-    std::fill_n(payload_.begin(), payloadSize_, std::uint8_t{0});
+    current_->size = std::max<std::size_t>(byte, 1);
+    std::fill_n(current_->bytes.begin(), current_->size, std::uint8_t{0});
+}
+
+ReceiveMachine::Payload& ReceiveMachine::freePayload() {
+    const auto found = std::find_if(payloads_.begin(), payloads_.end(), [](const Payload& each) { return !each.lent; });
+    return found == payloads_.end() ? payloads_.emplace_back() : *found;
 }
 
 std::size_t ReceiveMachine::takePayload(std::span<const std::uint8_t> bytes) {
     const auto count = std::min(bytes.size(), static_cast<std::size_t>(total_ - position_));
-    std::copy_n(bytes.data(), count, payload_.data() + (position_ - kFirstPayloadPosition));
+    std::copy_n(bytes.data(), count, current_->bytes.data() + (position_ - kFirstPayloadPosition));
     position_ += static_cast<std::int32_t>(count);
     return count;
 }

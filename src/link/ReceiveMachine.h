@@ -10,12 +10,40 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <span>
 
 namespace korvane::link {
 
 class ReceiveMachine {
+private:
+    struct Payload {
+        std::array<std::uint8_t, 255> bytes{};
+        std::size_t size = 0;
+        bool lent = false;  // to a handler: a new frame takes another place
+    };
+
 public:
+    ReceiveMachine() = default;
+    ReceiveMachine(const ReceiveMachine&) = delete;
+    ReceiveMachine& operator=(const ReceiveMachine&) = delete;
+    ~ReceiveMachine() = default;
+
+    // The payload of a whole frame in the hands of a handler. What the handler changes is seen in payload(). A frame
+    // that arrives while the handler waits leaves these bytes alone.
+    class Loan {
+    public:
+        explicit Loan(ReceiveMachine& machine) : payload_(*machine.current_) { payload_.lent = true; }
+        Loan(const Loan&) = delete;
+        Loan& operator=(const Loan&) = delete;
+        ~Loan() { payload_.lent = false; }
+
+        [[nodiscard]] std::span<std::uint8_t> bytes() const { return std::span(payload_.bytes).first(payload_.size); }
+
+    private:
+        Payload& payload_;
+    };
+
     // Takes bytes from the front until a frame is whole (rxReady) or all are taken. Returns how many it took.
     std::size_t consume(std::span<const std::uint8_t> bytes);
 
@@ -34,6 +62,7 @@ public:
 private:
     std::size_t hunt(std::span<const std::uint8_t> bytes);
     void takeLength(std::uint8_t byte);
+    Payload& freePayload();
     std::size_t takePayload(std::span<const std::uint8_t> bytes);
     void takeComplement(std::uint8_t byte);
 
@@ -42,8 +71,9 @@ private:
     std::int16_t total_ = 0;
     std::uint8_t command_ = 0;
     bool ready_ = false;
-    std::size_t payloadSize_ = 0;
-    std::array<std::uint8_t, 255> payload_{};
+    // One for each handler that waits inside another's wait, and one more. None moves when the row grows.
+    std::deque<Payload> payloads_{1};
+    Payload* current_ = &payloads_.front();
 };
 
 }  // namespace korvane::link

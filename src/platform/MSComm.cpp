@@ -15,7 +15,8 @@ constexpr int kErrorPortNotOpen = 8018;
 constexpr int kErrorBadSettings = 380;
 
 // While nobody reads (a message box is open), the line goes on; what comes beyond this is lost as in any driver.
-constexpr std::size_t kInputLimit = 1 << 20;
+constexpr std::size_t kInputLimit = std::size_t{1} << 20U;
+constexpr std::size_t kFloodLimit = std::size_t{256} << 10U;  // of a device that does not wait for the program
 
 const MSComm& comm(const Object& object) {
     return dynamic_cast<const MSComm&>(object);
@@ -126,9 +127,10 @@ void MSComm::requireOpen() const {
 }
 
 void MSComm::lineReceived(std::span<const std::uint8_t> bytes) {
-    const auto room = kInputLimit - std::min(kInputLimit, InBufferCount());
+    const auto limit = mayFlood() ? kFloodLimit : kInputLimit;
+    const auto room = limit - std::min(limit, InBufferCount());
     const auto kept = bytes.first(std::min(bytes.size(), room));
-    if (taken_ > kInputLimit) {
+    if (taken_ > limit) {
         input_.erase(input_.begin(), input_.begin() + static_cast<std::ptrdiff_t>(taken_));
         taken_ = 0;
     }

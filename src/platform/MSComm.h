@@ -38,6 +38,8 @@ public:
     [[nodiscard]] std::size_t InBufferCount() const { return input_.size() - taken_; }
     [[nodiscard]] std::span<const std::uint8_t> waitingInput() const;
     void takeInput(std::size_t count);
+    // Whether the line may bring more than the program can handle.
+    [[nodiscard]] bool mayFlood() const { return line_.mayFlood(); }
 
     // Sends bytes. RuntimeError 8018 when the port is closed.
     void Output(std::span<const std::uint8_t> bytes);

@@ -193,8 +193,12 @@ TEST_F(ReceiveLoopTest, AFrameThatLiesBehindTheIdentityWaitsForThePause) {
     Bytes bytes = frame('y', kIdentity);
     const auto more = frame('T', {7, 1, 0});
     bytes.insert(bytes.end(), more.begin(), more.end());
-    after(299, [&] { EXPECT_EQ(program_.tables.EEImage[1], 0); });
+    int inThePause = -1;
+    alarms_.push_back(
+        program_.pump.makeAlarm([&] { inThePause = program_.tables.EEImage[1]; }, platform::AlarmKind::Device));
+    alarms_.back()->callAt(program_.pump.now() + 299 * kMicrosPerMilli);
     program_.receive(bytes);
+    EXPECT_EQ(inThePause, 0);
     EXPECT_EQ(program_.tables.EEImage[1], 7);
 }
 
@@ -272,44 +276,118 @@ TEST(ReceiveLoop, WhileARefusalStandsBytesQueueAndAreHandledAfterwards) {
     EXPECT_EQ(program.tables().IgnSendAcks, 0);
 }
 
-// Each identity blocks for its pause; between two of them everything else has its turn.
-TEST_F(ReceiveLoopTest, AFloodOfIdentitiesLeavesRoomForOtherEvents) {
-    constexpr int kFrames = 3000;
-    Bytes flood;
-    for (int i = 0; i < kFrames; ++i) {
-        const auto bytes = frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(i % 200)});
-        flood.insert(flood.end(), bytes.begin(), bytes.end());
-    }
-    int ticks = 0;
-    program_.window.TimerRequestData.restart(10);
-    program_.window.TimerRequestData.Tick = [&] { ++ticks; };
-    program_.receive(flood);
-    program_.pump.wait(kFrames * 300);
-    EXPECT_GE(ticks, kFrames - 1);
-    EXPECT_EQ(program_.window.bytesReceived, kFrames * 8);
-    EXPECT_EQ(program_.tables.SWType, (kFrames - 1) % 200);
+// What a handler writes into the payload stays there to be read.
+TEST_F(ReceiveLoopTest, TheScaledThrottleIsReadBackFromThePayload) {
+    program_.tables.ThrottleMax = 200;
+    Bytes live(19, 0);
+    live[6] = 20;
+    program_.receiveFrame('R', live);
+    // 100 * 20 / 200
+    EXPECT_EQ(program_.tables.liveValues[5].value, 10);
+    EXPECT_EQ(receiver().payload()[6], 10);
+}
+
+Bytes settingsBlock(std::uint8_t value) {
+    return frame('e', Bytes(19, value));
+}
+
+Bytes operator+(Bytes one, const Bytes& other) {
+    one.insert(one.end(), other.begin(), other.end());
+    return one;
+}
+
+// Each block waits 100 ms, shows its values, and waits again. The run inside the first one's wait goes on until nothing
+// is left, so the first one shows its values last.
+TEST_F(ReceiveLoopTest, ARunInsideAWaitTakesAllThatIsThereBeforeTheWaitEnds) {
+    injectAfter(1, settingsBlock(2) + settingsBlock(3) + settingsBlock(4));
+    program_.receive(settingsBlock(1));
+    program_.pump.wait(2000);
+    EXPECT_EQ(program_.program.frmMisc().lblMAXTHR.Caption.get(), "1");
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
 }
 
-// A new one comes while the last is still blocking, faster than they can be served.
-TEST_F(ReceiveLoopTest, AFloodOfIdentitiesThatArriveInThePausesEnds) {
-    constexpr int kFrames = 30000;
-    int sent = 0;
-    std::unique_ptr<platform::Alarm> alarm = program_.pump.makeAlarm(
-        [&] {
-            program_.line.inject(frame('y', {0, 1, 13, 58, static_cast<std::uint8_t>(sent % 200)}));
-            if (++sent < kFrames) {
-                alarm->callAt(program_.pump.now() + kMicrosPerMilli);
+TEST_F(ReceiveLoopTest, FramesBehindAnIdentityAreTakenBeforeOtherEvents) {
+    const Bytes twice = frame('y', kIdentity) + frame('y', kIdentity);
+    std::vector<platform::Micros> ticks;
+    program_.window.TimerRequestData.restart(10);
+    program_.window.TimerRequestData.Tick = [&] { ticks.push_back(program_.pump.now()); };
+    program_.receive(twice);
+    program_.pump.wait(0);
+    ASSERT_FALSE(ticks.empty());
+    EXPECT_EQ(ticks.front(), 600 * kMicrosPerMilli);
+}
+
+TEST_F(ReceiveLoopTest, ACountBelowZeroGoesOnCounting) {
+    program_.window.bytesReceived = std::numeric_limits<std::int32_t>::min();
+    program_.receive({0, 0, 0});
+    EXPECT_EQ(program_.window.bytesReceived, std::numeric_limits<std::int32_t>::min() + 3);
+    program_.window.bytesReceived = -1;
+    program_.receive({0, 0});
+    EXPECT_EQ(program_.window.bytesReceived, 1);
+}
+
+// A device that sends whether or not the program can follow.
+class ReceiveFlood : public ReceiveLoopTest {
+protected:
+    ReceiveFlood() { program_.line.setMayFlood(true); }
+
+    // One more every `milliseconds`, also while the program blocks, until `end`.
+    void flood(const Bytes& bytes, int milliseconds, platform::Micros end) {
+        const auto index = alarms_.size();
+        alarms_.push_back(program_.pump.makeAlarm(
+            [this, bytes, milliseconds, end, index] {
+                program_.line.inject(bytes);
+                if (program_.pump.now() < end) {
+                    alarms_[index]->callAt(program_.pump.now() + milliseconds * kMicrosPerMilli);
+                }
+            },
+            platform::AlarmKind::Device));
+        alarms_[index]->callAt(program_.pump.now());
+    }
+    // How long it takes until a new value shows.
+    platform::Micros recovery() {
+        const auto begin = program_.pump.now();
+        for (std::uint8_t value = 1; value < 200; ++value) {
+            program_.line.inject(frame('T', {value, 1, 0}));
+            program_.pump.wait(100);
+            if (program_.tables.EEImage[1] == value) {
+                break;
             }
-        },
-        platform::AlarmKind::Device);
-    alarm->callAt(program_.pump.now());
-    program_.pump.wait(kFrames * 300 + 1000);
-    EXPECT_EQ(sent, kFrames);
-    EXPECT_EQ(program_.window.bytesReceived, kFrames * 8);
+        }
+        return program_.pump.now() - begin;
+    }
+};
+
+// Each identity blocks for its pause; between two of them everything else has its turn.
+TEST_F(ReceiveFlood, IdentitiesLeaveRoomForOtherEvents) {
+    int ticks = 0;
+    program_.window.TimerRequestData.restart(10);
+    program_.window.TimerRequestData.Tick = [&] { ++ticks; };
+    program_.receive(frame('y', kIdentity) + frame('y', kIdentity) + frame('y', kIdentity));
+    program_.pump.wait(900);
+    EXPECT_GE(ticks, 3);
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
-    program_.receiveFrame('T', {7, 1, 0});
-    EXPECT_EQ(program_.tables.EEImage[1], 7);
+}
+
+TEST_F(ReceiveFlood, TheProgramFollowsAgainSoonAfterAFloodOfIdentities) {
+    flood(frame('y', kIdentity), 1, 20'000 * kMicrosPerMilli);
+    program_.pump.runUntil(20'001 * kMicrosPerMilli);
+    EXPECT_LE(recovery(), 5000 * kMicrosPerMilli);
+    EXPECT_THAT(program_.log.lines, testing::Contains(StartsWith("The line sends faster")));
+}
+
+TEST_F(ReceiveFlood, TheProgramFollowsAgainSoonAfterAFloodOfBlocksThatWaitInsideEachOther) {
+    flood(settingsBlock(1), 4, 20'000 * kMicrosPerMilli);
+    program_.pump.runUntil(20'001 * kMicrosPerMilli);
+    EXPECT_LE(recovery(), 5000 * kMicrosPerMilli);
+}
+
+// 250 frames a second, all of them handled at once: nothing is dropped, however long it goes on.
+TEST_F(ReceiveFlood, FramesThatTakeNoTimeAreNeverDropped) {
+    flood(frame('T', {7, 1, 0}), 4, 60'000 * kMicrosPerMilli);
+    program_.pump.runUntil(61'000 * kMicrosPerMilli);
+    EXPECT_EQ(program_.window.bytesReceived, 15'001 * 6);
+    EXPECT_THAT(program_.log.lines, IsEmpty());
 }
 
 TEST_F(ReceiveLoopTest, AnyBytesInAnyChunksAreSurvived) {
