@@ -88,12 +88,7 @@ std::optional<std::string> Console::execute(std::string_view line) {
     if (std::exchange(delayedDone_, false)) {
         std::erase_if(delayed_, [](const Delayed& each) { return each.done; });
     }
-    std::string answer = reply(line);
-    if (!ended()) {
-        context_.machine.pump.pump();
-        context_.machine.pump.wait(0);
-    }
-    return answer;
+    return reply(line);
 }
 
 std::string Console::reply(std::string_view line) {

@@ -20,8 +20,9 @@ public:
     explicit Console(ConsoleContext context);
 
     // Executes one line and returns its reply without a line end: "ok", "ok VALUE" or "error TEXT"; nothing for a blank
-    // line or a comment. Returns when every event due by then has run. Never throws.
+    // line or a comment. The command has ended when the pump has settled. Never throws.
     [[nodiscard]] std::optional<std::string> execute(std::string_view line);
+    [[nodiscard]] platform::EventPump& pump() { return context_.machine.pump; }
 
     // Ends the program as `quit` does, if it has not ended.
     void quit();

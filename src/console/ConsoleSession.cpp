@@ -51,18 +51,18 @@ void ConsoleSession::endLine() {
 }
 
 void ConsoleSession::executeAll() {
-    if (std::exchange(executing_, true)) {
+    if (std::exchange(stepping_, true)) {
         return;
     }
-    while (!waiting_.empty() && !console_.ended()) {
+    while (!executing_ && !waiting_.empty() && !console_.ended()) {
         const Line line = std::move(waiting_.front());
         waiting_.pop_front();
         execute(line);
     }
-    executing_ = false;
+    stepping_ = false;
     if (console_.ended()) {
         waiting_.clear();
-    } else if (ended_) {
+    } else if (ended_ && !executing_) {
         console_.quit();
     }
 }
@@ -71,11 +71,24 @@ void ConsoleSession::execute(const Line& line) {
     if (line.comment) {
         return;
     }
+    executing_ = true;
     const auto reply = line.tooLong
                            ? std::optional("error the line is longer than " + std::to_string(kLongestLine) + " bytes")
                            : console_.execute(line.text);
-    if (reply) {
-        sink_(*reply + '\n');
+    if (!reply || console_.ended()) {
+        answer(reply.value_or(std::string()));
+        return;
+    }
+    console_.pump().whenSettled([this, text = *reply] {
+        answer(text);
+        executeAll();
+    });
+}
+
+void ConsoleSession::answer(const std::string& reply) {
+    executing_ = false;
+    if (!reply.empty()) {
+        sink_(reply + '\n');
     }
 }
 

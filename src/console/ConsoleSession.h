@@ -12,7 +12,8 @@
 namespace korvane::console {
 
 // Input may come in any pieces and at any moment, also while a command waits: commands run one after the other, in
-// order, and each reply goes to the sink, with its line end, before the next command begins.
+// order. Each reply goes to the sink, with its line end, when the pump has settled behind its command, and before the
+// next command begins.
 class ConsoleSession {
 public:
     using Sink = std::function<void(std::string_view)>;
@@ -38,13 +39,15 @@ private:
     void endLine();
     void executeAll();
     void execute(const Line& line);
+    void answer(const std::string& reply);
 
     Console& console_;
     Sink sink_;
     Line open_;
     std::deque<Line> waiting_;
-    bool ended_ = false;  // the input
-    bool executing_ = false;
+    bool ended_ = false;      // the input
+    bool executing_ = false;  // a command that has not been answered
+    bool stepping_ = false;   // executeAll() goes on by itself
 };
 
 }  // namespace korvane::console

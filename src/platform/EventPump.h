@@ -38,8 +38,12 @@ public:
     virtual void pump() = 0;
     // Lets events run for `milliseconds`.
     virtual void wait(int milliseconds) = 0;
-    // Blocks: no event runs for `milliseconds`.
+    // Blocks: no handler of the program runs for `milliseconds`. A real machine goes on showing its windows.
     virtual void sleep(int milliseconds) = 0;
+    // Calls once when all events have run that are due by then, those included that fall due while others take their
+    // time. On a real machine, where events never end, that is later, after what is due now; on a virtual one before
+    // the return.
+    virtual void whenSettled(std::function<void()> call) = 0;
 
     [[nodiscard]] virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
                                                            AlarmKind kind = AlarmKind::Program) = 0;

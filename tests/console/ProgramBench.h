@@ -32,7 +32,7 @@ struct ProgramBench : ConsoleMachine {
         static_cast<void>(run("messages"));
     }
 
-    std::string run(std::string_view line) { return console->execute(line).value_or("(none)"); }
+    std::string run(std::string_view line) { return execute(*console, line); }
 
     support::TempFolder folder;
     std::optional<app::Program> program;

@@ -30,6 +30,19 @@ TEST_F(ProgramNames, SharedTablesAreReadByIndex) {
     EXPECT_EQ(run("get SWTypeNames(11)"), "ok \"Korvane3 full engine control\"");
 }
 
+// The first identity blocks the program for 300 ms. Meanwhile the second falls due, which blocks it until 600 ms, and
+// then the single byte: 8 + 8 + 1.
+TEST_F(ProgramNames, ACommandEndsBehindTheEventsThatFallDueWhileOthersTakeTheirTime) {
+    EXPECT_EQ(run("click frmSarn2.btnConnect"), "ok");
+    EXPECT_EQ(run("set frmSarn2.TimerRequestData.Enabled false"), "ok");
+    EXPECT_EQ(run("set frmSarn2.TimerGetSettings.Enabled false"), "ok");
+    EXPECT_EQ(run("at 299 receive 7905000000000086"), "ok");
+    EXPECT_EQ(run("at 598 receive 00"), "ok");
+    EXPECT_EQ(run("receive 7905000000000086"), "ok");
+    EXPECT_EQ(run("get frmSarn2.bytesReceived"), "ok 17");
+    EXPECT_EQ(run("now"), "ok 600");
+}
+
 TEST_F(ProgramNames, AValueNeverReadIsNull) {
     EXPECT_EQ(run("get EEParams(511).value"), "ok null");
     EXPECT_EQ(run("get EEParams(3000).value"), "ok 0");

@@ -117,13 +117,21 @@ struct ConsoleMachine {
     platform::Machine machine{pump, tap, dialogs, preferences, debugLog, windows, {}, '.', {}};
     Names names;
     std::ostringstream errors;
+
+    // The reply, or "(none)", when all that is due behind the command has run.
+    static std::string execute(Console& console, std::string_view line) {
+        const auto reply = console.execute(line);
+        if (!console.ended()) {
+            console.pump().whenSettled([] {});
+        }
+        return reply.value_or("(none)");
+    }
 };
 
 struct ConsoleOnTestWindow : ConsoleMachine {
     ConsoleOnTestWindow() { window->show(); }
 
-    // The reply, or "(none)".
-    std::string run(std::string_view line) { return console.execute(line).value_or("(none)"); }
+    std::string run(std::string_view line) { return execute(console, line); }
 
     FakeEcu ecu;
     FakeScreenshots screenshots;

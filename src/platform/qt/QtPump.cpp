@@ -6,7 +6,7 @@
 #include <QEventLoop>
 
 #include <algorithm>
-#include <thread>
+#include <iterator>
 #include <utility>
 
 namespace korvane::platform {
@@ -92,14 +92,31 @@ void QtPump::pump() {
 }
 
 void QtPump::wait(int milliseconds) {
-    QEventLoop loop;
-    const auto end = makeAlarm([&loop] { loop.quit(); }, AlarmKind::Device);
-    end->callAt(now() + std::max(milliseconds, 0) * kMicrosPerMilli);
-    loop.exec();
+    runLoop(milliseconds, QEventLoop::AllEvents);
 }
 
 void QtPump::sleep(int milliseconds) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(std::max(milliseconds, 0)));
+    const Hold hold(*this);
+    runLoop(milliseconds, QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+}
+
+void QtPump::runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags) {
+    QEventLoop loop;
+    const auto end = makeAlarm([&loop] { loop.quit(); }, AlarmKind::Device);
+    end->callAt(now() + std::max(milliseconds, 0) * kMicrosPerMilli);
+    loop.exec(flags);
+}
+
+// An alarm asked for now comes behind all that are due already.
+void QtPump::whenSettled(std::function<void()> call) {
+    settled_.push_back({std::move(call), nullptr});
+    auto& settled = settled_.back();
+    settled.alarm = makeAlarm([this, at = std::prev(settled_.end())] {
+        const auto done = std::move(at->call);
+        settled_.erase(at);
+        done();
+    });
+    settled.alarm->callAt(now());
 }
 
 std::unique_ptr<Alarm> QtPump::makeAlarm(std::function<void()> call, AlarmKind kind) {

@@ -1,11 +1,13 @@
 // The clock and the events of the real machine, on Qt's event loop.
 #pragma once
 
+#include <QEventLoop>
 #include <QTimer>
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <memory>
 #include <set>
 
@@ -28,7 +30,9 @@ public:
 
     void pump() override;
     void wait(int milliseconds) override;
+    // Windows go on painting; input of the user and of devices waits.
     void sleep(int milliseconds) override;
+    void whenSettled(std::function<void()> call) override;
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
                                                    AlarmKind kind = AlarmKind::Program) override;
 
@@ -58,11 +62,17 @@ private:
 
     // Where the alarm stands that may run first; null when none may run.
     [[nodiscard]] const Entries* nextSource() const;
+    void runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags);
     void schedule();
     void post();
     void deliver();
     // Runs the first alarm if it is due and was asked for before `before`; false if there is none.
     bool runNext(std::uint64_t before);
+
+    struct Settled {
+        std::function<void()> call;
+        std::unique_ptr<Alarm> alarm;
+    };
 
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     QTimer timer_;
@@ -73,6 +83,7 @@ private:
     std::uint64_t orders_ = 0;
     Entries entries_;
     Entries deviceEntries_;
+    std::list<Settled> settled_;
 };
 
 }  // namespace korvane::platform

@@ -6,6 +6,14 @@
 
 namespace korvane::platform {
 
+namespace {
+
+constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
+constexpr Micros kLongestSettling = Micros{600'000} * kMicrosPerMilli;
+constexpr int kMostSettling = 100'000;
+
+}  // namespace
+
 class VirtualPump::VirtualAlarm final : public Alarm {
 public:
     VirtualAlarm(VirtualPump& pump, Entries& entries, std::function<void()> handler)
@@ -57,7 +65,7 @@ void VirtualPump::wait(int milliseconds) {
 }
 
 void VirtualPump::runUntil(Micros moment) {
-    while (runNext(moment, std::numeric_limits<std::uint64_t>::max())) {
+    while (runNext(moment, kAll)) {
     }
     now_ = std::max(now_, moment);
 }
@@ -67,6 +75,13 @@ void VirtualPump::sleep(int milliseconds) {
     const bool outer = std::exchange(blocked_, true);
     runUntil(end);
     blocked_ = outer;
+}
+
+void VirtualPump::whenSettled(std::function<void()> call) {
+    const Micros latest = now_ + kLongestSettling;
+    for (int events = 0; events < kMostSettling && now_ <= latest && runNext(now_, kAll); ++events) {
+    }
+    call();
 }
 
 bool VirtualPump::runNext(Micros limit, std::uint64_t before) {
