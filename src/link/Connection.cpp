@@ -232,24 +232,35 @@ void Connection::receiveAll() {
         if (!panel_.receiver.rxReady()) {
             continue;
         }
-        behind_ += std::min(dispatch(), kMostOfOneHandler);
-        if (panel_.MSComm1.mayFlood() && givesWay(begin)) {
+        const auto taken = dispatch();
+        behind_ += std::min(taken, kMostOfOneHandler);
+        if (panel_.MSComm1.mayFlood() && givesWay(begin, taken)) {
             return;
         }
     }
     behind_ = 0;
 }
 
-// Only the outermost run ends early: inside a handler's wait the order of the frames would change.
-bool Connection::givesWay(platform::Micros begin) {
+// Only the outermost run may end early: inside a handler's wait the order of the frames would change. There others have
+// their turn between two frames.
+bool Connection::givesWay(platform::Micros begin, platform::Micros lastHandler) {
     if (behind_ > kFarthestBehind) {
         dropWhatCameTooFast();
     }
-    const bool ends = receiveDepth_ == 1 && panel_.MSComm1.InBufferCount() > 0 && machine_.pump.now() - begin >= kSlice;
-    if (ends) {
-        panel_.MSComm1.raiseOnCommLater();
+    if (panel_.MSComm1.InBufferCount() == 0) {
+        return false;
     }
-    return ends;
+    if (receiveDepth_ == 1) {
+        const bool ends = machine_.pump.now() - begin >= kSlice;
+        if (ends) {
+            panel_.MSComm1.raiseOnCommLater();
+        }
+        return ends;
+    }
+    if (lastHandler >= kSlice) {
+        machine_.pump.pump();
+    }
+    return false;
 }
 
 void Connection::dropWhatCameTooFast() {

@@ -37,7 +37,7 @@ private:
     void onComm();
     [[nodiscard]] platform::Micros dispatch();
     void receiveAll();
-    [[nodiscard]] bool givesWay(platform::Micros begin);
+    [[nodiscard]] bool givesWay(platform::Micros begin, platform::Micros lastHandler);
     void dropWhatCameTooFast();
     void takeBytes();
     void comboRefreshClick();

@@ -369,6 +369,18 @@ TEST_F(ReceiveFlood, IdentitiesLeaveRoomForOtherEvents) {
     EXPECT_EQ(program_.window.MSComm1.InBufferCount(), 0U);
 }
 
+TEST_F(ReceiveFlood, IdentitiesInsideAWaitLeaveRoomForOtherEventsToo) {
+    WaitingDecoder decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    std::vector<platform::Micros> ticks;
+    program_.window.TimerRequestData.restart(10);
+    program_.window.TimerRequestData.Tick = [&] { ticks.push_back(program_.pump.now()); };
+    injectAfter(1, frame('y', kIdentity) + frame('y', kIdentity));
+    program_.receiveFrame('R', {5, 6});
+    // Between the two, which block from 1 to 301 and to 601 ms.
+    EXPECT_THAT(ticks, testing::Contains(301 * kMicrosPerMilli));
+}
+
 TEST_F(ReceiveFlood, TheProgramFollowsAgainSoonAfterAFloodOfIdentities) {
     flood(frame('y', kIdentity), 1, 20'000 * kMicrosPerMilli);
     program_.pump.runUntil(20'001 * kMicrosPerMilli);
