@@ -12,14 +12,19 @@
 
 namespace korvane::app {
 
-CommandInput::CommandInput(Session& session, const Options& options) : session_(session) {
+using platform::AlarmKind;
+
+CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Options& options)
+    : session_(session),
+      pump_(pump),
+      commands_(pump.makeAlarm([this] { readStandardInput(); }, AlarmKind::Command)),
+      end_(pump.makeAlarm([this] { session_.program().quit(); }, AlarmKind::Command)) {
     std::signal(SIGPIPE, SIG_IGN);
     watchSignals();
     if (options.script) {
         QTimer::singleShot(0, [this, commands = readScript(*options.script)] { runScript(commands); });
     } else if (options.headless || options.console) {
-        standardInput_ = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
-        QObject::connect(standardInput_.get(), &QSocketNotifier::activated, [this] { readStandardInput(); });
+        watchStandardInput();
     }
 }
 
@@ -34,13 +39,23 @@ void CommandInput::runScript(const std::string& commands) {
     session_.commands().endOfInput();
 }
 
+void CommandInput::watchStandardInput() {
+    standardInput_ = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(standardInput_.get(), &QSocketNotifier::activated, [this] {
+        standardInput_->setEnabled(false);
+        commands_->callAt(pump_.now());
+    });
+}
+
+// A command may take long; what comes meanwhile is read and waits its turn.
 void CommandInput::readStandardInput() {
     std::array<char, 65536> buffer;
     const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    const bool ended = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
+    standardInput_->setEnabled(!ended);
     if (count > 0) {
         session_.commands().feed(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
-    } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
-        standardInput_->setEnabled(false);
+    } else if (ended) {
         session_.commands().endOfInput();
     }
 }
@@ -63,7 +78,7 @@ void CommandInput::watchSignals() {
 void CommandInput::quitOnSignal() {
     signalfd_siginfo signal{};
     if (::read(static_cast<int>(signals_->socket()), &signal, sizeof signal) > 0) {
-        session_.program().quit();
+        end_->callAt(pump_.now());
     }
 }
 

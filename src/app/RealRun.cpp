@@ -47,10 +47,10 @@ bool somebodyLooks(const Options& options) {
     return !options.script && QGuiApplication::platformName() != "offscreen";
 }
 
-int runUntilEnded(Session& session, const Options& options) {
+int runUntilEnded(Session& session, platform::EventPump& pump, const Options& options) {
     session.program().setEndedHandler([] { QCoreApplication::quit(); });
     session.start();
-    const CommandInput input(session, options);
+    const CommandInput input(session, pump, options);
     QCoreApplication::exec();
     return reportEnd(session);
 }
@@ -74,14 +74,14 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     views::addViews(views);
     screenshots.setViews(&views);
     const FirstPaint firstPaint(session.log());
-    return runUntilEnded(session, options);
+    return runUntilEnded(session, pump, options);
 }
 
 int runHeadless(const Options& options, int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
     platform::QtPump pump;
     Session session(options, withRealLine({pump, {}, nullptr, nullptr, {}}, options));
-    return runUntilEnded(session, options);
+    return runUntilEnded(session, pump, options);
 }
 
 }  // namespace korvane::app

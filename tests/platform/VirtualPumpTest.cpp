@@ -33,6 +33,43 @@ TEST_F(VirtualPumpTest, TheClockStartsAtZeroAndStandsStill) {
     EXPECT_EQ(pump_.now(), 0);
 }
 
+TEST_F(VirtualPumpTest, SettledComesBehindWhatFallsDueWhileOthersTakeTheirTime) {
+    auto& second = noting("second");
+    auto& later = noting("later");
+    auto& first = calling([&] {
+        calls_.emplace_back("first");
+        pump_.sleep(300);
+    });
+    first.callAt(0);
+    second.callAt(ms(299));
+    later.callAt(ms(301));
+    pump_.whenSettled([&] { calls_.emplace_back("settled"); });
+    EXPECT_THAT(calls_, ElementsAre("first", "second", "settled"));
+    EXPECT_EQ(pump_.now(), ms(300));
+}
+
+// One asks for itself again at once, the other takes longer than its period.
+TEST_F(VirtualPumpTest, EventsThatAlwaysAskForMoreDoNotHoldUpTheSettling) {
+    int calls = 0;
+    auto& restless = calling([&] {
+        ++calls;
+        alarms_.front()->callAt(pump_.now());
+    });
+    restless.callAt(0);
+    bool settled = false;
+    pump_.whenSettled([&] { settled = true; });
+    EXPECT_TRUE(settled);
+    EXPECT_EQ(calls, 100'000);
+    restless.cancel();
+    auto& slow = calling([&] {
+        pump_.sleep(300);
+        alarms_.back()->callAt(pump_.now());
+    });
+    slow.callAt(0);
+    pump_.whenSettled([] {});
+    EXPECT_EQ(pump_.now(), ms(600'300));
+}
+
 TEST_F(VirtualPumpTest, TheWallClockGoesWithIt) {
     EXPECT_EQ(pump_.wallTime(), (WallTime{2026, 1, 5, 12, 0, 0}));
     pump_.wait(999);

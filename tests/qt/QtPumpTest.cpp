@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -155,6 +156,49 @@ TEST_F(QtPumpTest, SleepLastsAndLetsNothingRun) {
     pump.sleep(3);
     EXPECT_GE(pump.now() - start, 3000);
     EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(QtPumpTest, WindowsGoOnPaintingInASleepAndHandlersAndCommandsWait) {
+    int frames = 0;
+    QTimer frame;
+    QObject::connect(&frame, &QTimer::timeout, &frame, [&] { ++frames; });
+    frame.start(1);
+    const auto handler = note("handler");
+    const auto command = note("command", AlarmKind::Command);
+    const auto device = note("device", AlarmKind::Device);
+    for (const auto* alarm : {&handler, &command, &device}) {
+        (*alarm)->callAt(pump.now());
+    }
+    pump.sleep(20);
+    EXPECT_GE(frames, 2);
+    EXPECT_THAT(notes, ElementsAre("device"));
+    pump.wait(1);
+    EXPECT_THAT(notes, ElementsAre("device", "handler", "command"));
+}
+
+TEST_F(QtPumpTest, CommandsAreServedAndSettleDuringAHold) {
+    const auto handler = note("handler");
+    const auto command = note("command", AlarmKind::Command);
+    const QtPump::Hold hold(pump);
+    handler->callAt(pump.now());
+    command->callAt(pump.now());
+    pump.whenSettled([&] { notes.emplace_back("settled"); });
+    pump.wait(2);
+    EXPECT_THAT(notes, ElementsAre("command", "settled"));
+}
+
+TEST_F(QtPumpTest, SettledComesBehindAllThatIsDueAndBeforeWhatTheyAskFor) {
+    std::unique_ptr<Alarm> due;
+    const auto later = note("later");
+    due = pump.makeAlarm([&] {
+        notes.emplace_back("due");
+        later->callAt(pump.now());
+    });
+    due->callAt(pump.now());
+    pump.whenSettled([&] { notes.emplace_back("settled"); });
+    EXPECT_THAT(notes, IsEmpty());
+    pump.wait(2);
+    EXPECT_THAT(notes, ElementsAre("due", "settled", "later"));
 }
 
 TEST_F(QtPumpTest, WaitInsideAnAlarmLetsTheOthersRun) {

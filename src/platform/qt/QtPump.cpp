@@ -96,8 +96,13 @@ void QtPump::wait(int milliseconds) {
 }
 
 void QtPump::sleep(int milliseconds) {
-    const Hold hold(*this);
-    runLoop(milliseconds, QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    if (milliseconds <= 0) {
+        return;
+    }
+    ++sleeps_;
+    runLoop(milliseconds, QEventLoop::ExcludeUserInputEvents);
+    --sleeps_;
+    schedule();
 }
 
 void QtPump::runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags) {
@@ -111,17 +116,17 @@ void QtPump::runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags) {
 void QtPump::whenSettled(std::function<void()> call) {
     settled_.push_back({std::move(call), nullptr});
     auto& settled = settled_.back();
-    settled.alarm = makeAlarm([this, at = std::prev(settled_.end())] {
+    const auto end = [this, at = std::prev(settled_.end())] {
         const auto done = std::move(at->call);
         settled_.erase(at);
         done();
-    });
+    };
+    settled.alarm = makeAlarm(end, AlarmKind::Command);
     settled.alarm->callAt(now());
 }
 
 std::unique_ptr<Alarm> QtPump::makeAlarm(std::function<void()> call, AlarmKind kind) {
-    auto& entries = kind == AlarmKind::Device ? deviceEntries_ : entries_;
-    return std::make_unique<QtAlarm>(*this, entries, std::move(call));
+    return std::make_unique<QtAlarm>(*this, entries_.at(static_cast<std::size_t>(kind)), std::move(call));
 }
 
 QtPump::Hold::Hold(QtPump& pump) : pump_(pump) {
@@ -133,11 +138,17 @@ QtPump::Hold::~Hold() {
     pump_.schedule();
 }
 
+bool QtPump::mayRun(AlarmKind kind) const {
+    return kind == AlarmKind::Device || (sleeps_ == 0 && (kind == AlarmKind::Command || holds_ == 0));
+}
+
 const QtPump::Entries* QtPump::nextSource() const {
-    const Entries* source = deviceEntries_.empty() ? nullptr : &deviceEntries_;
-    const bool programFirst = source == nullptr || (!entries_.empty() && *entries_.begin() < *source->begin());
-    if (holds_ == 0 && !entries_.empty() && programFirst) {
-        source = &entries_;
+    const Entries* source = nullptr;
+    for (const auto kind : {AlarmKind::Program, AlarmKind::Command, AlarmKind::Device}) {
+        const Entries& entries = entries_.at(static_cast<std::size_t>(kind));
+        if (mayRun(kind) && !entries.empty() && (source == nullptr || *entries.begin() < *source->begin())) {
+            source = &entries;
+        }
     }
     return source;
 }

@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -30,7 +31,7 @@ public:
 
     void pump() override;
     void wait(int milliseconds) override;
-    // Windows go on painting; input of the user and of devices waits.
+    // Windows go on painting and devices are read; the user's input waits.
     void sleep(int milliseconds) override;
     void whenSettled(std::function<void()> call) override;
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
@@ -62,6 +63,7 @@ private:
 
     // Where the alarm stands that may run first; null when none may run.
     [[nodiscard]] const Entries* nextSource() const;
+    [[nodiscard]] bool mayRun(AlarmKind kind) const;
     void runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags);
     void schedule();
     void post();
@@ -81,8 +83,8 @@ private:
     bool posted_ = false;
     int holds_ = 0;
     std::uint64_t orders_ = 0;
-    Entries entries_;
-    Entries deviceEntries_;
+    std::array<Entries, 3> entries_;  // by AlarmKind
+    int sleeps_ = 0;
     std::list<Settled> settled_;
 };
 
