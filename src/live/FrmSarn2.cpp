@@ -21,39 +21,7 @@ constexpr int kDialSize = 2700;  // twips
 }  // namespace
 
 FrmSarn2::FrmSarn2(platform::Machine& machine)
-    : Window(machine, "frmSarn2"),
-      ConnectionPanel(static_cast<platform::Window&>(*this)),
-      btnKartat(*this, "btnKartat"),
-      btnAsetukset(*this, "btnAsetukset"),
-      btnBackup(*this, "btnBackup"),
-      btnUploadEEPROM(*this, "btnUploadEEPROM"),
-      btnDatalogTrend(*this, "btnDatalogTrend"),
-      btnTuningHelp(*this, "btnTuningHelp"),
-      prgEeprom(*this, "prgEeprom"),
-      Command1(*this, "Command1"),
-      Command5(*this, "Command5"),
-      Command6(*this, "Command6"),
-      Command7(*this, "Command7"),
-      Command8(*this, "Command8"),
-      FrameValues(*this, "FrameValues"),
-      lblValueName(*this, "lblValueName", 12),
-      lblValue(*this, "lblValue", 12),
-      FrameMux(*this, "FrameMux"),
-      lblValueMuxName(*this, "lblValueMuxName", 8),
-      lblValueMux(*this, "lblValueMux", 8),
-      lblAccel(*this, "lblAccel"),
-      FrameLeds(*this, "FrameLeds"),
-      imgLed(*this, "imgLed", 16),
-      lblLED(*this, "lblLED", 16),
-      SarnMeterboost(*this, "SarnMeterboost"),
-      SarnMeterRpm(*this, "SarnMeterRpm"),
-      SarnGauge3(*this, "SarnGauge3"),
-      picTrend(*this, "picTrend"),
-      picTrend2(*this, "picTrend2"),
-      chkSlowTrend(*this, "chkSlowTrend"),
-      chkUseSound(*this, "chkUseSound"),
-      chkDatalog(*this, "chkDatalog"),
-      txtDatalogFile(*this, "txtDatalogFile") {
+    : Window(machine, "frmSarn2"), ConnectionPanel(static_cast<platform::Window&>(*this)) {
     Caption = "Korvane Tuner v1.3 by Dulmer";
     describeButtons();
     describeValues();

@@ -27,7 +27,7 @@ const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t map
 }  // namespace
 
 Frm3Dmap::Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables)
-    : Window(machine, "frm3Dmap"), MSChart1(*this, "MSChart1"), Command1(*this, "Command1"), tables_(tables) {
+    : Window(machine, "frm3Dmap"), tables_(tables) {
     Caption = "3D map";
     Command1.Caption = "update";
     Command1.Click = [this] { Update3D(kSameTable); };

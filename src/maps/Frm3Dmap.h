@@ -21,8 +21,8 @@ class Frm3Dmap : public platform::Window {
 public:
     Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables);
 
-    platform::Chart MSChart1;
-    platform::CommandButton Command1;  // "update"
+    platform::Chart MSChart1{*this, "MSChart1"};
+    platform::CommandButton Command1{*this, "Command1"};  // "update"
 
     // Stored for the next Update3D.
     void setMapSizes(std::int16_t columns, std::int16_t rows);

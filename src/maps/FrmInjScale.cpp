@@ -37,15 +37,7 @@ double quotient(double dividend, double divisor) {
 }  // namespace
 
 FrmInjScale::FrmInjScale(platform::Machine& machine, core::SharedTables& tables)
-    : Window(machine, "frmInjScale"),
-      FrameInjectorSize(*this, "FrameInjectorSize"),
-      lblInjectorOld(*this, "lblInjectorOld"),
-      lblInjectorNew(*this, "lblInjectorNew"),
-      txtInjectorOld(*this, "txtInjectorOld"),
-      txtInjectorNew(*this, "txtInjectorNew"),
-      btnInjectorChange(*this, "btnInjectorChange"),
-      FrameFuelPressure(*this, "FrameFuelPressure"),
-      tables_(tables) {
+    : Window(machine, "frmInjScale"), tables_(tables) {
     Caption = "Injection map rescaling";
     Width = 420 * 15;
     Height = 300 * 15;

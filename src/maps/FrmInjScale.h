@@ -14,11 +14,13 @@ class FrmInjScale : public platform::Window {
 public:
     FrmInjScale(platform::Machine& machine, core::SharedTables& tables);
 
-    platform::Frame FrameInjectorSize;  // "Injector size scaling"
-    platform::Label lblInjectorOld, lblInjectorNew;
-    platform::TextBox txtInjectorOld, txtInjectorNew;  // ccm per minute
-    platform::CommandButton btnInjectorChange;
-    platform::Frame FrameFuelPressure;  // "Fuel pressure scaling", empty
+    platform::Frame FrameInjectorSize{*this, "FrameInjectorSize"};  // "Injector size scaling"
+    platform::Label lblInjectorOld{*this, "lblInjectorOld"};
+    platform::Label lblInjectorNew{*this, "lblInjectorNew"};
+    platform::TextBox txtInjectorOld{*this, "txtInjectorOld"};
+    platform::TextBox txtInjectorNew{*this, "txtInjectorNew"};  // ccm per minute
+    platform::CommandButton btnInjectorChange{*this, "btnInjectorChange"};
+    platform::Frame FrameFuelPressure{*this, "FrameFuelPressure"};  // "Fuel pressure scaling", empty
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     std::function<void()> populateFuelOUT;

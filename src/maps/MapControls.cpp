@@ -8,7 +8,6 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr int kMiscBits = 16;
 constexpr std::array<std::string_view, kMiscBits> kMiscCaptions{"Enable PWM",
                                                                 "Enable Choke",
                                                                 "Enable StartHelp",
@@ -48,46 +47,10 @@ std::vector<std::span<const platform::PropertyInfo>> MapControls::propertyTables
 
 MapControls::MapControls(platform::Machine& machine, std::string_view name, std::string_view caption, MapGeometry shape)
     : Window(machine, name),
-      FrameFuel(*this, "FrameFuel"),
-      FrameIgn(*this, "FrameIgn"),
-      FramePWM(*this, "FramePWM"),
-      FrameInjAnalys(*this, "FrameInjAnalys"),
       fuel(*this, {"txtFuel", "lblRpmF", "lblMapF"}, shape, FrameFuel),
       ign(*this, {"txtIgn", "lblRpmI", "lblMapI"}, shape, FrameIgn),
       pwm(*this, {"txtPWM", "lblRpmP", "lblMapP"}, shape, FramePWM),
-      analys(*this, {"txtInjAnalys", "lblRpmIA", "lblMapIA"}, shape, FrameInjAnalys),
-      btnReadFuel(*this, "btnReadFuel"),
-      btnWriteFuel(*this, "btnWriteFuel"),
-      btnReadIgn(*this, "btnReadIgn"),
-      btnWriteIgn(*this, "btnWriteIgn"),
-      btnReadPWM(*this, "btnReadPWM"),
-      btnSavePWM(*this, "btnSavePWM"),
-      btnReadMisc(*this, "btnReadMisc"),
-      btnSaveMisc(*this, "btnSaveMisc"),
-      btnSave(*this, "btnSave"),
-      btnLoad(*this, "btnLoad"),
-      btnShow3D(*this, "btnShow3D"),
-      btnInjScale(*this, "btnInjScale"),
-      btnHelp(*this, "btnHelp"),
-      prgTransfer(*this, "prgTransfer"),
-      FrameMisc(*this, "FrameMisc"),
-      lblMisc(*this, "lblMisc", 4),
-      txtMisc(*this, "txtMisc", 4),
-      CheckMisc(*this, "CheckMisc", kMiscBits),
-      FrameINJMaxOpen(*this, "FrameINJMaxOpen"),
-      optINJMaxOpen(*this, "optINJMaxOpen", 2),
-      chkOnlineChanges(*this, "chkOnlineChanges"),
-      chkTrace(*this, "chkTrace"),
-      chkInjAnal(*this, "chkInjAnal"),
-      chkUseTuningAgent(*this, "chkUseTuningAgent"),
-      chkSimplemode(*this, "chkSimplemode"),
-      chkModifyInjSetpoint(*this, "chkModifyInjSetpoint"),
-      imgAgentLed(*this, "imgAgentLed"),
-      btnSaveLambdaSetpoint(*this, "btnSaveLambdaSetpoint"),
-      btnloadLambdaSetpoint(*this, "btnloadLambdaSetpoint"),
-      Timer1(*this, "Timer1", true, 333),
-      TimerInitialGetData(*this, "TimerInitialGetData", false, 100),
-      TimeOutTimer(*this, "TimeOutTimer", false, 1000) {
+      analys(*this, {"txtInjAnalys", "lblRpmIA", "lblMapIA"}, shape, FrameInjAnalys) {
     Caption = caption;
     FrameFuel.Caption = "Fuel [ms]";
     FrameIgn.Caption = "Ignition [deg]";

@@ -26,38 +26,58 @@ inline constexpr int kRpmShift = 1;
 inline constexpr int kInjectionOffset = 2;
 inline constexpr int kIgnitionOffset = 3;
 
+inline constexpr int kMiscBits = 16;  // of the enable word
+
 // The large window shows its grids on pages of a tab strip; the other swaps its frames.
 class MapControls : public platform::Window {
 public:
     // `name` must outlive the window.
     MapControls(platform::Machine& machine, std::string_view name, std::string_view caption, MapGeometry shape);
 
-    platform::Frame FrameFuel, FrameIgn, FramePWM, FrameInjAnalys;
+    platform::Frame FrameFuel{*this, "FrameFuel"};
+    platform::Frame FrameIgn{*this, "FrameIgn"};
+    platform::Frame FramePWM{*this, "FramePWM"};
+    platform::Frame FrameInjAnalys{*this, "FrameInjAnalys"};
     MapGrid fuel;    // txtFuel, lblRpmF, lblMapF
     MapGrid ign;     // txtIgn, lblRpmI, lblMapI
     MapGrid pwm;     // txtPWM, lblRpmP, lblMapP
     MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
 
-    platform::CommandButton btnReadFuel, btnWriteFuel, btnReadIgn, btnWriteIgn, btnReadPWM, btnSavePWM;
-    platform::CommandButton btnReadMisc, btnSaveMisc;
-    platform::CommandButton btnSave, btnLoad, btnShow3D, btnInjScale, btnHelp;
-    platform::ProgressBar prgTransfer;  // of a map on its way to the ECU
+    platform::CommandButton btnReadFuel{*this, "btnReadFuel"};
+    platform::CommandButton btnWriteFuel{*this, "btnWriteFuel"};
+    platform::CommandButton btnReadIgn{*this, "btnReadIgn"};
+    platform::CommandButton btnWriteIgn{*this, "btnWriteIgn"};
+    platform::CommandButton btnReadPWM{*this, "btnReadPWM"};
+    platform::CommandButton btnSavePWM{*this, "btnSavePWM"};
+    platform::CommandButton btnReadMisc{*this, "btnReadMisc"};
+    platform::CommandButton btnSaveMisc{*this, "btnSaveMisc"};
+    platform::CommandButton btnSave{*this, "btnSave"};
+    platform::CommandButton btnLoad{*this, "btnLoad"};
+    platform::CommandButton btnShow3D{*this, "btnShow3D"};
+    platform::CommandButton btnInjScale{*this, "btnInjScale"};
+    platform::CommandButton btnHelp{*this, "btnHelp"};
+    platform::ProgressBar prgTransfer{*this, "prgTransfer"};  // of a map on its way to the ECU
 
-    platform::Frame FrameMisc;
-    platform::ControlArray<platform::Label> lblMisc;               // 4, the names beside txtMisc
-    platform::ControlArray<platform::TextBox> txtMisc;             // 4: kRpmLimit to kIgnitionOffset
-    platform::ControlArray<platform::CheckBox> CheckMisc;          // 16, the bits of the enable word
-    platform::Frame FrameINJMaxOpen;                               // "Suutin max aukiolo"
-    platform::ControlArray<platform::OptionButton> optINJMaxOpen;  // 2: "4.4ms", "2.2ms"
+    platform::Frame FrameMisc{*this, "FrameMisc"};
+    platform::ControlArray<platform::Label> lblMisc{*this, "lblMisc", 4};    // the names beside txtMisc
+    platform::ControlArray<platform::TextBox> txtMisc{*this, "txtMisc", 4};  // kRpmLimit to kIgnitionOffset
+    platform::ControlArray<platform::CheckBox> CheckMisc{*this, "CheckMisc", kMiscBits};  // the bits of the enable word
+    platform::Frame FrameINJMaxOpen{*this, "FrameINJMaxOpen"};                            // "Suutin max aukiolo"
+    platform::ControlArray<platform::OptionButton> optINJMaxOpen{*this, "optINJMaxOpen", 2};  // "4.4ms", "2.2ms"
 
-    platform::CheckBox chkOnlineChanges, chkTrace;
-    platform::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
-    platform::Image imgAgentLed;
-    platform::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
+    platform::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};
+    platform::CheckBox chkTrace{*this, "chkTrace"};
+    platform::CheckBox chkInjAnal{*this, "chkInjAnal"};
+    platform::CheckBox chkUseTuningAgent{*this, "chkUseTuningAgent"};
+    platform::CheckBox chkSimplemode{*this, "chkSimplemode"};
+    platform::CheckBox chkModifyInjSetpoint{*this, "chkModifyInjSetpoint"};
+    platform::Image imgAgentLed{*this, "imgAgentLed"};
+    platform::CommandButton btnSaveLambdaSetpoint{*this, "btnSaveLambdaSetpoint"};
+    platform::CommandButton btnloadLambdaSetpoint{*this, "btnloadLambdaSetpoint"};
 
-    platform::Timer Timer1;               // 333 ms: focus and analyser
-    platform::Timer TimerInitialGetData;  // 100 ms after the load: the first reads
-    platform::Timer TimeOutTimer;         // seconds of a blocking read
+    platform::Timer Timer1{*this, "Timer1", true, 333};                             // focus and analyser
+    platform::Timer TimerInitialGetData{*this, "TimerInitialGetData", false, 100};  // from the load to the first reads
+    platform::Timer TimeOutTimer{*this, "TimeOutTimer", false, 1000};               // seconds of a blocking read
 
     // Milliseconds for one fuel count, rounded to single precision.
     float InjTimeScale = 0.0F;
