@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "app/OneLine.h"
+
 namespace korvane::app {
 
 namespace {
@@ -19,12 +21,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// On one line, whatever the user typed.
 std::string inQuotes(std::string_view text) {
-    std::string out(text);
-    std::replace_if(
-        out.begin(), out.end(), [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
-    return '"' + out + '"';
+    return '"' + onOneLine(text) + '"';
 }
 
 std::optional<int> wholeNumber(std::string_view digits) {
