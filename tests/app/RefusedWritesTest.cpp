@@ -94,6 +94,23 @@ INSTANTIATE_TEST_SUITE_P(Modes, RefusedWrites,
                          testing::Values(Words{"--headless"}, Words{"--headless", "--virtual-time"},
                                          Words{"--console"}));
 
+TEST(RefusedNewFolder, HasTheChannelNamesWholeOrNotAtAll) {
+    const support::TempFolder home;
+    const auto start = [&home](rlim_t limit) {
+        return runProgram("korvane-tuner", {"--headless", "--virtual-time", "--ecu", "none"}, "", [&home, limit] {
+            setenv("XDG_DATA_HOME", home.path().c_str(), 1);
+            setenv("XDG_CONFIG_HOME", (home / "config").c_str(), 1);
+            const rlimit small{limit, limit};
+            setrlimit(RLIMIT_FSIZE, &small);
+        });
+    };
+    EXPECT_EQ(start(500).status, 0);
+    EXPECT_TRUE(std::filesystem::is_empty(home / "korvane-tuner"));
+    std::filesystem::remove(home / "korvane-tuner");
+    EXPECT_EQ(start(100000).status, 0);
+    EXPECT_THAT(home.read("korvane-tuner/Settings_par.ini"), HasSubstr("[Par30]"));
+}
+
 TEST(RefusedHelp, ThatCanNotBeWrittenIsAFailure) {
     const auto outcome =
         runProgram("korvane-tuner", {"--help"}, "", [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
