@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "app/OneLine.h"
+
 namespace korvane::app {
 
 namespace {
@@ -19,12 +21,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// On one line, whatever the user typed.
 std::string inQuotes(std::string_view text) {
-    std::string out(text);
-    std::replace_if(
-        out.begin(), out.end(), [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
-    return '"' + out + '"';
+    return '"' + onOneLine(text) + '"';
 }
 
 std::optional<int> wholeNumber(std::string_view digits) {
@@ -93,12 +91,20 @@ void setScript(Options& options, const std::string& value) {
     if (!std::filesystem::exists(value, error) || std::filesystem::is_directory(value, error)) {
         throw BadOption("there is no file " + inQuotes(value));
     }
+    if (!std::filesystem::is_regular_file(value, error)) {
+        throw BadOption("--script needs a file and not " + inQuotes(value) + "; commands from elsewhere come on " +
+                        "standard input");
+    }
+    if (std::filesystem::file_size(value, error) > kLargestScript || error) {
+        throw BadOption("the script " + inQuotes(value) + " is larger than 64 MiB");
+    }
     options.script = value;
 }
 
 void setPreferences(Options& options, const std::string& value) {
     std::error_code error;
-    if (value.empty() || std::filesystem::is_directory(value, error)) {
+    const auto status = std::filesystem::status(value, error);
+    if (value.empty() || (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))) {
         throw BadOption("--preferences needs a file and not " + inQuotes(value));
     }
     options.preferences = value;
@@ -109,6 +115,17 @@ void setEcu(Options& options, const std::string& value) {
         throw BadOption("--ecu needs none or KEY=VALUE,...");
     }
     options.ecu = value;
+}
+
+// Opening a pipe would wait for somebody who reads it, and a disk is no place for a text.
+void setTrace(Options& options, const std::string& value) {
+    std::error_code error;
+    const auto status = std::filesystem::status(value, error);
+    if (std::filesystem::is_fifo(status) || std::filesystem::is_socket(status) ||
+        std::filesystem::is_block_file(status)) {
+        throw BadOption("--trace needs a file and not " + inQuotes(value));
+    }
+    options.trace = value;
 }
 
 struct Flag {
@@ -134,7 +151,7 @@ constexpr std::array<Setting, 9> kSettings{{
     {"--folder", &setFolder},
     {"--preferences", &setPreferences},
     {"--decimal", &setDecimal},
-    {"--trace", [](Options& options, const std::string& value) { options.trace = value; }},
+    {"--trace", &setTrace},
 }};
 
 struct Given {

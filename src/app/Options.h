@@ -1,6 +1,7 @@
 // The program's command line.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -30,8 +31,11 @@ struct Options {
     std::optional<std::filesystem::path> trace;
 };
 
+// The largest script file in bytes.
+inline constexpr std::size_t kLargestScript = std::size_t{64} << 20U;
+
 struct OptionsError {
-    std::string text;  // one line that says what is wrong
+    std::string text;  // what is wrong
 };
 
 // `arguments` without the program's name. With help or version asked for, nothing else is checked.

@@ -1,13 +1,13 @@
 #include "app/ProgramFolder.h"
 
 #include <cstdlib>
-#include <fstream>
 #include <locale>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 
 #include "app/DefaultChannels.h"
+#include "platform/Files.h"
 
 namespace korvane::app {
 
@@ -29,7 +29,8 @@ std::filesystem::path defaultFolder() {
     auto folder = userFolder("XDG_DATA_HOME", ".local/share");
     std::error_code failed;
     if (std::filesystem::create_directories(folder, failed)) {
-        std::ofstream(folder / "Settings_par.ini", std::ios::binary) << kDefaultChannels;
+        // Without it the program says so and goes on with other names.
+        static_cast<void>(platform::replaceFile(folder / "Settings_par.ini", kDefaultChannels));
     }
     return folder;
 }

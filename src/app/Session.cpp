@@ -1,12 +1,13 @@
 #include "app/Session.h"
 
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <stdexcept>
+#include <unistd.h>
 
+#include "app/OneLine.h"
 #include "app/ProgramFolder.h"
 #include "console/Registry.h"
+#include "platform/Files.h"
 
 namespace korvane::app {
 
@@ -53,7 +54,8 @@ Session::Session(const Options& options, Surroundings surroundings)
                surroundings.screen.value_or(platform::Screen{})},
       program_(machine_),
       console_(makeContext(surroundings)),
-      commands_(console_, [](std::string_view reply) { std::cout << reply << std::flush; }) {
+      replies_(STDOUT_FILENO),
+      commands_(console_, [this](std::string_view reply) { replies_.write(reply); }) {
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
@@ -101,20 +103,19 @@ void Session::registerNames() {
 }
 
 std::string readScript(const std::filesystem::path& file) {
-    std::ifstream script(file, std::ios::binary);
-    std::string commands(std::istreambuf_iterator<char>(script), {});
-    if (!script.is_open() || script.bad()) {
+    auto commands = platform::readFile(file, kLargestScript);
+    if (!commands) {
         throw std::runtime_error("--script: " + file.string() + " can't be read");
     }
-    return commands;
+    return *std::move(commands);
 }
 
 int reportEnd(Session& session) {
     const auto problem = session.finish();
     if (!problem.empty()) {
-        std::cerr << "korvane-tuner: " << problem << '\n';
+        complain(problem);
     }
-    return problem.empty() ? 0 : 1;
+    return problem.empty() && !session.repliesFailed() ? 0 : 1;
 }
 
 }  // namespace korvane::app

@@ -10,6 +10,7 @@
 #include "app/EcuPort.h"
 #include "app/Options.h"
 #include "app/Program.h"
+#include "app/ReplyWriter.h"
 #include "console/Console.h"
 #include "console/ConsoleSession.h"
 #include "console/Names.h"
@@ -40,6 +41,7 @@ public:
     void start();
     // Writes what is to be written at the end of a run. Empty, or one line for the user.
     [[nodiscard]] std::string finish();
+    [[nodiscard]] bool repliesFailed() const { return replies_.failed(); }
 
     [[nodiscard]] Program& program() { return program_; }
     [[nodiscard]] console::ConsoleSession& commands() { return commands_; }
@@ -64,6 +66,7 @@ private:
     Program program_;
     console::Names names_;
     console::Console console_;
+    ReplyWriter replies_;
     console::ConsoleSession commands_;
 };
 

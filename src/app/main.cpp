@@ -1,24 +1,39 @@
 // korvane-tuner: the program.
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <fcntl.h>
-#include <iostream>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <variant>
 #include <vector>
 
+#include "app/OneLine.h"
 #include "app/Options.h"
 #include "app/RealRun.h"
+#include "app/ReplyWriter.h"
 #include "app/VirtualRun.h"
 
 namespace {
 
 constexpr int kUsageError = 2;
 
-int complain(const std::string& text) {
-    std::cerr << "korvane-tuner: " << text << '\n';
+// A write that the system refuses is a failure of that write and not the end of the program.
+void ignoreWriteSignals() {
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+}
+
+int refuse(std::string_view why) {
+    korvane::app::complain(why);
     return kUsageError;
+}
+
+int print(std::string_view text) {
+    korvane::app::ReplyWriter output(STDOUT_FILENO);
+    output.write(text);
+    return output.failed() ? 1 : 0;
 }
 
 bool hasDisplay() {
@@ -47,7 +62,7 @@ int start(const korvane::app::Options& options, int& argc, char** argv) {
         return korvane::app::runHeadless(options, argc, argv);
     }
     if (!hasDisplay()) {
-        return complain("there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); --headless needs none");
+        return refuse("there is no display (neither DISPLAY nor WAYLAND_DISPLAY is set); --headless needs none");
     }
     return korvane::app::runWithDisplay(options, argc, argv);
 }
@@ -56,16 +71,14 @@ int run(int& argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto parsed = korvane::app::parseOptions(arguments);
     if (const auto* const error = std::get_if<korvane::app::OptionsError>(&parsed)) {
-        return complain(error->text);
+        return refuse(error->text);
     }
     const auto& options = std::get<korvane::app::Options>(parsed);
     if (options.help) {
-        std::cout << korvane::app::optionsHelp();
-        return 0;
+        return print(korvane::app::optionsHelp());
     }
     if (options.version) {
-        std::cout << "Korvane Tuner 1.3\n";
-        return 0;
+        return print("Korvane Tuner 1.3\n");
     }
     return start(options, argc, argv);
 }
@@ -73,10 +86,11 @@ int run(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    ignoreWriteSignals();
     try {
         occupyStandardStreams();
         return run(argc, argv);
     } catch (const std::exception& error) {
-        return complain(error.what());
+        return refuse(error.what());
     }
 }

@@ -1,5 +1,6 @@
 #include "core/IniFile.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "core/TextFile.h"
@@ -92,34 +93,22 @@ Lines withSection(const Lines& old, const std::string& header, std::span<const s
     return result;
 }
 
-// The old lines of a file, which is made if it is missing.
-Lines linesToChange(const fs::path& file) {
-    std::error_code code;
-    if (!fs::exists(file, code)) {
-        OutputFile(file, OutputFile::Mode::Append).close();
-    }
-    return readLines(file, kLargestIniFile);
-}
-
-void writeLines(OutputFile& file, const Lines& lines) {
-    for (const std::string& line : lines) {
-        file.writeLine(line);
-    }
-    file.close();
-}
-
-IniStatus copyThrough(const fs::path& temporary, const fs::path& file, const std::string& header,
-                      std::span<const std::string> lines) {
-    IniStatus failure = IniStatus::CannotOpen;
+IniStatus replaceSection(const fs::path& file, const std::string& header, std::span<const std::string> lines) {
+    std::error_code error;
+    IniStatus failed = IniStatus::CannotOpen;
     try {
-        const Lines old = linesToChange(file);
-        OutputFile output(temporary, OutputFile::Mode::Replace);
-        failure = IniStatus::CopyFailed;
-        writeLines(output, withSection(old, header, lines));
-    } catch (const RuntimeError&) {
-        return failure;
+        Lines old;
+        if (fs::exists(file, error)) {
+            old = readLines(file, kLargestIniFile);
+            failed = IniStatus::CopyFailed;
+        }
+        replaceLines(file, [content = withSection(old, header, lines)](const LineSink& write) {
+            std::for_each(content.begin(), content.end(), write);
+        });
+        return IniStatus::Done;
+    } catch (const RuntimeError& failure) {
+        return failure.number() == kErrorDiskFull ? IniStatus::CopyFailed : failed;
     }
-    return platform::replaceFileByCopy(file, temporary) ? IniStatus::Done : IniStatus::CopyFailed;
 }
 
 }  // namespace
@@ -152,11 +141,7 @@ IniStatus WriteIniSection(const fs::path& file, std::string_view section,
     if (lines->empty()) {
         return IniStatus::NoLines;
     }
-    const fs::path temporary = TempFileName();
-    KillFile(temporary);
-    const IniStatus status = copyThrough(temporary, trimmedPath(file), headerOf(section), *lines);
-    KillFile(temporary);
-    return status;
+    return replaceSection(trimmedPath(file), headerOf(section), *lines);
 }
 
 fs::path TempFileName() {

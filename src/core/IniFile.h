@@ -31,10 +31,12 @@ inline constexpr std::int16_t kIniSectionMissing = 2;
 [[nodiscard]] std::vector<std::string> ReadIniSection(const std::filesystem::path& file, std::string_view section,
                                                       std::int16_t& error);
 
+// CannotOpen: the file can't be read, or is missing and can't be made. CopyFailed: the new content can't be written.
 enum class IniStatus : int { Done = 0, NoArray = 1, NoLines = 2, CannotOpen = 3, CopyFailed = 4 };
 
 // Replaces the section or adds it behind an empty line at the end, and leaves the other sections as they are, trimmed.
-// `lines` is empty where a caller's value is no array. With every status but Done the file keeps its old content.
+// `lines` is empty where a caller's value is no array. With every status but Done the file keeps its old content,
+// or stays missing. It is replaced in one step.
 [[nodiscard]] IniStatus WriteIniSection(const std::filesystem::path& file, std::string_view section,
                                         std::optional<std::span<const std::string>> lines);
 

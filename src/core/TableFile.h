@@ -7,14 +7,18 @@
 #include <string>
 
 #include "platform/Dialogs.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::core {
 
 // Write the elements from the first to the last but one: callers size their arrays one longer than the data. A number
-// stands with a blank before and behind it. An old file is replaced in one step at the end. False: a failure, which the
-// message box "Error tablesave: " and its description has told.
+// stands with a blank before and behind it. The file appears, or is replaced, in one step at the end. False: a failure,
+// which the message box "Error tablesave: " and its description has told.
 bool SaveByteTable(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs);
 bool SaveTextTable(const std::filesystem::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs);
+
+// Shows that message box.
+void tellFailedTable(const platform::RuntimeError& failure, platform::Dialogs& dialogs);
 
 struct TableLoad {
     int lastIndex = 0;  // of the entries filled, 0 for none

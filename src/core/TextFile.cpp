@@ -13,9 +13,31 @@ namespace {
 namespace fs = std::filesystem;
 using platform::RuntimeError;
 
-// The failure behind an errno value.
-RuntimeError fileError(int code) {
-    switch (code) {
+[[noreturn]] void fail() {
+    throw fileError({errno, std::generic_category()});
+}
+
+std::FILE* open(const fs::path& path, OutputFile::Mode mode) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        throw fileError(std::make_error_code(std::errc::invalid_argument));
+    }
+    return std::fopen(path.string().c_str(), mode == OutputFile::Mode::Replace ? "wb" : "ab");
+}
+
+RuntimeError readError(const fs::path& path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        return {kErrorFileNotFound, "File not found"};
+    }
+    return {kErrorPathFileAccess, "Path/File access error"};
+}
+
+}  // namespace
+
+RuntimeError fileError(const std::error_code& failure) {
+    switch (failure.value()) {
         case ENOENT:
         case ENOTDIR:
             return {kErrorPathNotFound, "Path not found"};
@@ -39,26 +61,15 @@ RuntimeError fileError(int code) {
     }
 }
 
-RuntimeError readError(const fs::path& path) {
-    std::error_code error;
-    if (!fs::exists(path, error)) {
-        return {kErrorFileNotFound, "File not found"};
-    }
-    return {kErrorPathFileAccess, "Path/File access error"};
-}
-
-}  // namespace
-
-OutputFile::OutputFile(const fs::path& path, Mode mode)
-    : file_(std::fopen(path.string().c_str(), mode == Mode::Replace ? "wb" : "ab")) {
+OutputFile::OutputFile(const fs::path& path, Mode mode) : file_(open(path, mode)) {
     if (!file_) {
-        throw fileError(errno);
+        fail();
     }
 }
 
 void OutputFile::write(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size()) {
-        throw fileError(errno);
+        fail();
     }
 }
 
@@ -69,7 +80,19 @@ void OutputFile::writeLine(std::string_view text) {
 
 void OutputFile::close() {
     if (std::fclose(file_.release()) != 0) {
-        throw fileError(errno);
+        fail();
+    }
+}
+
+void replaceLines(const fs::path& path, const std::function<void(const LineSink&)>& lines) {
+    const auto failure = platform::replaceFile(path, [&lines](const platform::FileSink& write) {
+        lines([&write](std::string_view line) {
+            write(line);
+            write(kLineEnd);
+        });
+    });
+    if (failure) {
+        throw fileError(failure);
     }
 }
 

@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/RuntimeError.h"
@@ -26,11 +28,15 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 // The largest text file that the program takes in; what is larger is no file of its own.
 inline constexpr std::size_t kLargestTextFile = std::size_t{16} << 20U;
 
-// A file open for writing.
+// The failure behind an errno value.
+[[nodiscard]] platform::RuntimeError fileError(const std::error_code& failure);
+
+// A file that is written as it goes, open for it.
 class OutputFile {
 public:
     enum class Mode { Replace, Append };  // both create a missing file
 
+    // Raises RuntimeError 75 for what is there and is no regular file: opening it may take for ever.
     OutputFile(const std::filesystem::path& path, Mode mode);
 
     void write(std::string_view text);
@@ -44,6 +50,11 @@ private:
     };
     std::unique_ptr<std::FILE, Closer> file_;
 };
+
+using LineSink = std::function<void(std::string_view)>;
+
+// Replaces the file in one step (platform/Files.h) by the lines that `lines` gives. Raises RuntimeError on failure.
+void replaceLines(const std::filesystem::path& path, const std::function<void(const LineSink&)>& lines);
 
 // The lines of a file in UTF-8, without their ends. Raises RuntimeError if it can't be read or is larger than `limit`.
 [[nodiscard]] std::vector<std::string> readLines(const std::filesystem::path& path,

@@ -15,6 +15,10 @@ std::string timeText(const platform::WallTime& time) {
     return twoDigits(time.hour) + ':' + twoDigits(time.minute) + ':' + twoDigits(time.second);
 }
 
+std::string dateText(const platform::WallTime& time) {
+    return twoDigits(time.year / 100) + twoDigits(time.year) + '-' + twoDigits(time.month) + '-' + twoDigits(time.day);
+}
+
 std::string dateStamp(const platform::WallTime& time) {
     return twoDigits(time.year) + twoDigits(time.month) + twoDigits(time.day);
 }

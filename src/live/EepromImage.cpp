@@ -6,7 +6,7 @@
 
 #include "core/Numbers.h"
 #include "core/TableFile.h"
-#include "core/TimeText.h"
+#include "live/BackupFile.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
@@ -54,6 +54,24 @@ private:
     bool pollAfterwards_;
 };
 
+// The wall clock as it would go on from now if nobody set it.
+class UnsetClock {
+public:
+    explicit UnsetClock(const platform::EventPump& pump)
+        : pump_(pump), startTime_(platform::secondsOf(pump.wallTime())), start_(pump.now()) {}
+
+    // In the second that it shows, or one late: what has been read is never ahead of it.
+    [[nodiscard]] platform::WallTime time() const {
+        constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
+        return platform::wallTimeOf(startTime_ + (pump_.now() - start_) / kSecond + 1);
+    }
+
+private:
+    const platform::EventPump& pump_;
+    std::int64_t startTime_;
+    platform::Micros start_;
+};
+
 // The number in plain digits, from 0 to `highest`; nothing for any other text.
 std::optional<int> wholeNumber(std::string_view digits, int highest) {
     if (digits.empty() || digits.find_first_not_of(kDigits) != std::string_view::npos) {
@@ -66,6 +84,11 @@ std::optional<int> wholeNumber(std::string_view digits, int highest) {
 std::optional<std::uint8_t> byteOf(std::string_view line) {
     const auto number = wholeNumber(platform::trimmed(line), 255);
     return number ? std::optional(core::toByte(*number)) : std::nullopt;
+}
+
+bool isRecent(std::string_view time, const platform::WallTime& now) {
+    const auto age = secondsSince(time, now);
+    return age && *age <= kOldestReply;
 }
 
 }  // namespace
@@ -93,12 +116,13 @@ EepromImage::EepromImage(FrmSarn2& window, core::SharedTables& tables, core::Eep
 
 void EepromImage::backup() {
     bool complete = false;
+    const UnsetClock clock(window_.machine().pump);
     {
         const Quiet quiet(window_, true);
         if (!readAll()) {
             return;
         }
-        complete = readLately();
+        complete = readLately(clock.time());
         window_.btnBackup.Caption = "BackUp EEPROM";
     }
     if (complete) {
@@ -144,23 +168,25 @@ void EepromImage::pause() {
     pump.pump();
 }
 
-bool EepromImage::readLately() const {
+bool EepromImage::readLately(const platform::WallTime& unsetClock) const {
     const auto now = window_.machine().pump.wallTime();
     const auto checked = std::span(tables_.EETime).first(kLastChecked + 1);
-    return std::all_of(checked.begin(), checked.end(), [&](const std::string& time) {
-        const auto age = secondsSince(time, now);
-        return age && *age <= kOldestReply;
-    });
+    return std::all_of(checked.begin(), checked.end(),
+                       [&](const std::string& time) { return isRecent(time, now) || isRecent(time, unsetClock); });
 }
 
 // The writer leaves the last element out, so the table is one longer than the image.
 void EepromImage::save() {
     const auto& machine = window_.machine();
-    const auto path = machine.folder / ("EEPROM_" + core::timeFileText(machine.pump.wallTime()) + ".txt");
     std::vector<std::uint8_t> table(tables_.EEImage.begin(), tables_.EEImage.end());
     table.push_back(0);
-    if (core::SaveByteTable(path, table, machine.dialogs)) {
-        tell(" EEPROM saved to file \r\n" + path.string(), platform::MessageIcon::Information);
+    try {
+        const auto path = takeBackupPath(machine.folder, machine.pump.wallTime());
+        if (core::SaveByteTable(path, table, machine.dialogs)) {
+            tell(" EEPROM saved to file \r\n" + path.string(), platform::MessageIcon::Information);
+        }
+    } catch (const platform::RuntimeError& failure) {
+        core::tellFailedTable(failure, machine.dialogs);
     }
 }
 

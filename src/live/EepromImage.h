@@ -28,7 +28,8 @@ public:
 
 private:
     // Writes "EEPROM_hh_mm_ss.txt" into the program's folder if all of addresses 0 to 1000 were read within the last
-    // 240 seconds, and says in a message box what has come of it.
+    // 240 seconds, by the wall clock or by what it would show had nobody set it since the click, and says in a message
+    // box what has come of it. An older file of that name gets another (BackupFile.h).
     void backup();
     // Asks for a file and writes it. The first line that is no number from 0 to 255, or is not there, ends it with a
     // message box; the bytes before it have been written. Nothing is read back.
@@ -40,7 +41,7 @@ private:
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
     template <class Transfer>
     bool pass(platform::CommandButton& button, Transfer&& transfer);
-    [[nodiscard]] bool readLately() const;
+    [[nodiscard]] bool readLately(const platform::WallTime& unsetClock) const;
     void save();
     void pause();
     void tell(const std::string& text, platform::MessageIcon icon);

@@ -139,6 +139,7 @@ void MapFiles::loadSetpoints() {
     std::array<std::string, kReadEntries> lines;
     const auto load = core::LoadTextTable(path, lines);
     if (load.error != 0 && load.lastIndex == 0) {
+        tell("The lambda file can't be read:\r\n" + path);
         return;
     }
     for (int entry = 1; entry <= kSetpoints; ++entry) {

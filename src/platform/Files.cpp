@@ -1,11 +1,14 @@
 #include "platform/Files.h"
 
 #include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
 #include <fstream>
-#include <functional>
 #include <random>
-#include <system_error>
-#include <utility>
+
+#include "platform/NewFile.h"
 
 namespace korvane::platform {
 
@@ -13,58 +16,72 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kMostLinks = 40;
+constexpr int kTries = 3;
 constexpr fs::perms kWritable = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 
 std::string randomDigits() {
-    constexpr std::string_view kDigits = "0123456789abcdef";
     std::random_device source;
-    std::uniform_int_distribution<std::size_t> digit(0, kDigits.size() - 1);
-    std::string name;
-    for (int i = 0; i < 12; ++i) {
-        name += kDigits.at(digit(source));
+    std::uniform_int_distribution<std::size_t> digit(0, kHexDigits.size() - 1);
+    std::string digits;
+    for (std::size_t i = 0; i < kUnusedDigits; ++i) {
+        digits += kHexDigits.at(digit(source));
     }
-    return name;
+    return digits;
 }
 
-bool writeAll(const fs::path& path, std::string_view content) {
-    std::ofstream file(path, std::ios::binary);
-    file.write(content.data(), static_cast<std::streamsize>(content.size()));
-    file.close();
-    return file.good();
+// Where a write to `path` arrives: the end of the links, whether there is a file or not.
+fs::path withoutLinks(fs::path path, std::error_code& error) {
+    for (int link = 0; link < kMostLinks; ++link) {
+        if (!fs::is_symlink(fs::symlink_status(path, error))) {
+            error.clear();
+            return path;
+        }
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) {
+            return path;
+        }
+        path = path.parent_path() / target;
+    }
+    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+    return path;
 }
 
-fs::path withoutLinks(const fs::path& path) {
-    std::error_code error;
-    fs::path place = fs::canonical(path, error);
-    return error ? path : place;
+// Why the regular file at `place` must stay as it is.
+std::error_code whyNotWritten(const fs::path& place, const fs::file_status& status) {
+    if ((status.permissions() & kWritable) == fs::perms::none) {
+        return std::make_error_code(std::errc::permission_denied);
+    }
+    std::FILE* const file = std::fopen(place.string().c_str(), "r+b");
+    if (file == nullptr) {
+        return {errno, std::generic_category()};
+    }
+    std::fclose(file);
+    return {};
 }
 
-bool mayBeReplaced(const fs::file_status& status) {
-    return !fs::exists(status) ||
-           (fs::is_regular_file(status) && (status.permissions() & kWritable) != fs::perms::none);
-}
-
-// Has `write` make the new content under another name in the same folder, then gives that file the name.
-bool replaceThrough(const fs::path& path, const std::function<bool(const fs::path&)>& write) {
-    const fs::path place = withoutLinks(path);
+std::error_code whyNotReplaced(const fs::path& place) {
     std::error_code error;
     const fs::file_status status = fs::status(place, error);
-    if (!mayBeReplaced(status)) {
-        return false;
+    switch (status.type()) {
+        case fs::file_type::regular:
+            return whyNotWritten(place, status);
+        case fs::file_type::not_found:
+            return place.has_filename() ? std::error_code()
+                                        : std::make_error_code(std::errc::no_such_file_or_directory);
+        case fs::file_type::none:
+            return error;
+        case fs::file_type::directory:
+            return std::make_error_code(std::errc::is_a_directory);
+        default:
+            return std::make_error_code(std::errc::invalid_argument);
     }
-    const fs::path made = unusedName(place.parent_path(), place.filename().string() + ".");
-    bool done = write(made);
-    if (done && fs::exists(status)) {
-        fs::permissions(made, status.permissions(), error);
-    }
-    if (done) {
-        fs::rename(made, place, error);
-        done = !error;
-    }
-    if (!done) {
-        fs::remove(made, error);
-    }
-    return done;
+}
+
+std::error_code replaceOnce(const fs::path& place, const FileContent& content) {
+    NewFile file(place);
+    content([&file](std::string_view bytes) { file.write(bytes); });
+    return file.takePlace();
 }
 
 }  // namespace
@@ -87,15 +104,63 @@ std::optional<std::string> readFile(const fs::path& path, std::size_t limit) {
     return content;
 }
 
-bool replaceFile(const fs::path& path, std::string_view content) {
-    return replaceThrough(path, [content](const fs::path& made) { return writeAll(made, content); });
+std::error_code replaceFile(const fs::path& path, const FileContent& content) {
+    std::error_code error;
+    const fs::path place = withoutLinks(path, error);
+    if (!error) {
+        error = whyNotReplaced(place);
+    }
+    if (error) {
+        return error;
+    }
+    NewFile::removeLeftovers(place);
+    for (int turn = 1; turn <= kTries; ++turn) {
+        error = replaceOnce(place, content);
+        if (error != std::errc::no_such_file_or_directory) {
+            break;
+        }
+    }
+    return error;
 }
 
-bool replaceFileByCopy(const fs::path& path, const fs::path& source) {
-    return replaceThrough(path, [&source](const fs::path& made) {
-        std::error_code error;
-        return fs::copy_file(source, made, error);
-    });
+std::error_code replaceFile(const fs::path& path, std::string_view content) {
+    return replaceFile(path, [content](const FileSink& write) { write(content); });
+}
+
+std::error_code moveFile(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    if (const auto status = fs::status(from, error); !fs::is_regular_file(status)) {
+        return fs::exists(status) ? std::make_error_code(std::errc::invalid_argument) : error;
+    }
+    if (fs::exists(fs::symlink_status(to, error))) {
+        return std::make_error_code(std::errc::file_exists);
+    }
+    fs::create_hard_link(from, to, error);
+    if (!error) {
+        if (!fs::remove(from, error)) {
+            std::error_code kept;
+            fs::remove(to, kept);
+        }
+    } else if (error != std::errc::file_exists) {
+        // Not every disk has a second name for a file, nor every user the right to one.
+        fs::rename(from, to, error);
+    }
+    return error;
+}
+
+WallTime lastWrite(const fs::path& path, std::error_code& error) {
+    const auto written = fs::last_write_time(path, error);
+    if (error) {
+        return {};
+    }
+    const auto moment = std::chrono::floor<std::chrono::seconds>(std::chrono::file_clock::to_sys(written));
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(moment);
+    const std::tm* const local = std::localtime(&seconds);
+    if (local == nullptr) {
+        error = std::make_error_code(std::errc::value_too_large);
+        return {};
+    }
+    return {local->tm_year + 1900, local->tm_mon + 1, local->tm_mday, local->tm_hour, local->tm_min, local->tm_sec};
 }
 
 fs::path unusedName(const fs::path& folder, std::string_view stem) {

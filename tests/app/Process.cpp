@@ -1,5 +1,6 @@
 #include "app/Process.h"
 
+#include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -37,7 +38,8 @@ void redirect(const std::string& file, int flags, int descriptor) {
 
 }  // namespace
 
-Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments, const std::string& input) {
+Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments, const std::string& input,
+                   const std::function<void()>& prepare) {
     const support::TempFolder folder;
     folder.write("input", input);
     const pid_t child = fork();
@@ -45,11 +47,22 @@ Outcome runProgram(const std::string& name, const std::vector<std::string>& argu
         redirect((folder.path() / "input").string(), O_RDONLY, STDIN_FILENO);
         redirect((folder.path() / "output").string(), O_WRONLY | O_CREAT, STDOUT_FILENO);
         redirect((folder.path() / "errors").string(), O_WRONLY | O_CREAT, STDERR_FILENO);
+        if (prepare) {
+            prepare();
+        }
         become(name, arguments);
     }
     int status = 0;
     waitpid(child, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder.read("output"), folder.read("errors")};
+}
+
+int brokenPipe() {
+    std::array<int, 2> ends{-1, -1};
+    if (pipe2(ends.data(), O_CLOEXEC) == 0) {
+        close(ends[0]);
+    }
+    return ends[1];
 }
 
 BackgroundProgram::BackgroundProgram(const std::string& name, const std::vector<std::string>& arguments)

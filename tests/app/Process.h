@@ -1,6 +1,7 @@
 // Running the built programs as users do.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,9 +13,13 @@ struct Outcome {
     std::string errors;
 };
 
-// Runs the program of this name from the build with `arguments` and `input` on standard input until it ends.
+// Runs the program of this name from the build with `arguments` and `input` on standard input until it ends. `prepare`
+// runs in the new process before the program.
 [[nodiscard]] Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments,
-                                 const std::string& input = {});
+                                 const std::string& input = {}, const std::function<void()>& prepare = {});
+
+// The end for writing of a pipe that nobody reads. The caller closes it.
+[[nodiscard]] int brokenPipe();
 
 // A program that runs beside the test and is ended with it.
 class BackgroundProgram {

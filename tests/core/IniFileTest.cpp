@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "core/IniFile.h"
 #include "support/FileSizeLimit.h"
@@ -230,13 +231,29 @@ TEST_F(IniFile, LeavesNothingBehindInTheTemporaryFolder) {
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 
-TEST_F(IniFile, WithoutATemporaryFolderTheStatusIs3) {
+TEST_F(IniFile, NeedsNoTemporaryFolder) {
     const std::string old = fs::temp_directory_path().string();
     setContent("[Par0]\nRPM\n");
     setenv("TMPDIR", (folder_ / "missing").c_str(), 1);
-    EXPECT_EQ(write("Par0", {"new"}), IniStatus::CannotOpen);
+    EXPECT_EQ(write("Par0", {"new"}), IniStatus::Done);
+    EXPECT_EQ(TempFileName(), fs::path());
     setenv("TMPDIR", old.c_str(), 1);
-    EXPECT_EQ(content(), "[Par0]\nRPM\n");
+    EXPECT_EQ(content(), "[Par0]\r\nnew\r\n");
+}
+
+TEST_F(IniFile, AFullDiskIsStatus4AndLeavesNoBeginningOfANewFile) {
+    {
+        const support::FileSizeLimit full(1000);
+        EXPECT_EQ(write("Par1", {std::string(2000, 'x')}), IniStatus::CopyFailed);
+    }
+    EXPECT_THAT(folder_.names(), IsEmpty());
+}
+
+TEST_F(IniFile, APipeIsStatus3AndNobodyWaitsForIt) {
+    ASSERT_EQ(mkfifo((folder_ / "a.ini").c_str(), 0600), 0);
+    EXPECT_EQ(write("Par0", {"RPM"}), IniStatus::CannotOpen);
+    EXPECT_THAT(read("Par0"), ElementsAre(""));
+    EXPECT_EQ(error_, 2);
 }
 
 TEST(KillFile, DeletesAReadOnlyFileAndMindsNoMissingOne) {

@@ -1,5 +1,6 @@
 #include <array>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "core/TableFile.h"
 #include "core/TextFile.h"
@@ -59,9 +60,31 @@ TEST_F(TableFile, AFailedSaveTellsWhy) {
     EXPECT_THAT(texts(), ElementsAre("Error tablesave: Path/File access error"));
 }
 
-TEST_F(TableFile, AFullDiskIsTold) {
-    SaveByteTable("/dev/full", std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+TEST_F(TableFile, AFullDiskIsToldAndLeavesNoBeginning) {
+    {
+        const support::FileSizeLimit limit(1024);
+        SaveTextTable(folder_ / "new.lam", std::vector<std::string>(300, "12.5"), dialogs_);
+    }
     EXPECT_THAT(texts(), ElementsAre("Error tablesave: Disk full"));
+    EXPECT_THAT(folder_.names(), IsEmpty());
+}
+
+TEST_F(TableFile, WhatIsNoFileIsRefusedAtOnce) {
+    ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    for (const std::filesystem::path& path : {folder_ / "pipe", std::filesystem::path("/dev/full")}) {
+        SaveByteTable(path, std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+        EXPECT_THAT(texts(), ElementsAre("Error tablesave: Path/File access error"));
+        std::array<std::string, 3> lines;
+        EXPECT_EQ(LoadTextTable(path, lines).error, kErrorPathFileAccess);
+    }
+}
+
+TEST_F(TableFile, AReadOnlyFileIsNotReplaced) {
+    const auto file = folder_.write("keep.lam", "old");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+    SaveByteTable(file, std::array<std::uint8_t, 2>{1, 2}, dialogs_);
+    EXPECT_THAT(texts(), ElementsAre("Error tablesave: Permission denied"));
+    EXPECT_EQ(folder_.read("keep.lam"), "old");
 }
 
 TEST_F(TableFile, AFullDiskLeavesTheOldFileWhole) {
@@ -113,6 +136,22 @@ TEST(OutputFile, AppendsToAnExistingFile) {
     file.writeLine("two");
     file.close();
     EXPECT_EQ(folder.read("log.txt"), "one\r\ntwo\r\n");
+}
+
+TEST(OutputFile, DoesNotWaitForTheOtherEndOfAPipe) {
+    const support::TempFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const auto mode : {OutputFile::Mode::Replace, OutputFile::Mode::Append}) {
+        for (const std::filesystem::path& path : {folder / "pipe", std::filesystem::path("/dev/null"), folder.path()}) {
+            try {
+                const OutputFile file(path, mode);
+                ADD_FAILURE() << path;
+            } catch (const platform::RuntimeError& failure) {
+                EXPECT_EQ(failure.number(), kErrorPathFileAccess);
+                EXPECT_STREQ(failure.what(), "Path/File access error");
+            }
+        }
+    }
 }
 
 }  // namespace

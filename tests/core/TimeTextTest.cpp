@@ -12,6 +12,7 @@ TEST(TimeText, CaptionsShowTheTimeWithColons) {
 }
 
 TEST(TimeText, FileNamesHoldNoColons) {
+    EXPECT_EQ(dateText(kMorning), "2026-11-05");
     EXPECT_EQ(dateStamp(kMorning), "261105");
     EXPECT_EQ(hourMinuteStamp(kMorning), "_0651");
     EXPECT_EQ(hourMinuteFileText(kMorning), "06_51");

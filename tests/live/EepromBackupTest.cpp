@@ -1,4 +1,9 @@
 // A backup of the EEPROM: what it asks for and when, what it saves, and how it ends when something goes wrong.
+#include <chrono>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+
 #include "EepromImageBench.h"
 #include "support/FileSizeLimit.h"
 
@@ -8,6 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 constexpr const char* kReadError = " EEPROM read error. Save not possible ";
 constexpr const char* kFileName = "EEPROM_12_02_19.txt";  // the run ends 139.075 s behind noon
@@ -167,6 +173,97 @@ TEST_F(EepromBackup, RunsOverMidnight) {
     virtual_.pump.wait((11 * 3600 + 59 * 60) * 1000);  // 23:59:00
     backup();
     EXPECT_THAT(messages(), ElementsAre(savedTo("EEPROM_00_01_19.txt")));
+}
+
+TEST_F(EepromBackup, AClockThatIsSetMeanwhileDoesNotMatter) {
+    struct Jump {
+        int moment;
+        int seconds;
+        const char* name;
+    };
+    for (const Jump& jump : {Jump{50, 3600, "EEPROM_13_02_19.txt"}, Jump{70000, 3600, "EEPROM_13_02_19.txt"},
+                             Jump{139070, 3600, "EEPROM_13_02_19.txt"}, Jump{70000, -3600, "EEPROM_11_02_19.txt"},
+                             Jump{139070, -3600, "EEPROM_11_02_19.txt"}, Jump{139070, 300, "EEPROM_12_07_19.txt"}}) {
+        tables_.EETime.fill("");
+        const auto start = now();
+        at(static_cast<int>(start) + jump.moment, [&] { virtual_.pump.shiftWallTime(jump.seconds); });
+        backup();
+        EXPECT_EQ(now(), start + 139075);
+        EXPECT_THAT(messages(), ElementsAre(savedTo(jump.name)));
+        virtual_.pump.wait(1000 - 75);
+        virtual_.pump.shiftWallTime(-jump.seconds - 140);
+    }
+}
+
+// The clock was almost a second on when it showed the time that the run begins with.
+TEST_F(EepromBackup, AReplyInTheLastSecondBeforeTheClockIsSetCounts) {
+    virtual_.pump.wait(930);
+    at(930 + 139070, [this] { virtual_.pump.shiftWallTime(3600); });
+    at(930 + 139071, [this] { tables_.EETime[7] = "12:02:20"; });
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo("EEPROM_13_02_20.txt")));
+}
+
+TEST_F(EepromBackup, AClockThatIsSetHidesNoMissingReply) {
+    ecu_.deaf = {507};
+    at(70000, [this] { virtual_.pump.shiftWallTime(-3600); });
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(kReadError));
+}
+
+class EepromBackupOfThatName : public EepromBackup {
+protected:
+    EepromBackupOfThatName() {
+        setenv("TZ", "XYZ-10", 1);  // 10 hours ahead
+        tzset();
+    }
+    ~EepromBackupOfThatName() override {
+        unsetenv("TZ");
+        tzset();
+    }
+
+    // Written on the 3rd at 15:00 of the clock that the files' times count from.
+    void writeOld(const char* content) {
+        const auto file = virtual_.folder.write(kFileName, content);
+        const platform::WallTime written{2026, 1, 3, 15, 0, 0};
+        const auto moment = std::chrono::sys_seconds(std::chrono::seconds(platform::secondsOf(written)));
+        std::filesystem::last_write_time(file, std::chrono::file_clock::from_sys(moment));
+    }
+};
+
+TEST_F(EepromBackupOfThatName, AnOlderOneGetsItsLocalDate) {
+    writeOld("old");
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo(kFileName)));
+    EXPECT_THAT(virtual_.folder.names(), UnorderedElementsAre(kFileName, "EEPROM_2026-01-04_12_02_19.txt"));
+    EXPECT_EQ(virtual_.folder.read("EEPROM_2026-01-04_12_02_19.txt"), "old");
+    EXPECT_THAT(virtual_.folder.read(kFileName), HasSubstr(" 0 \r\n"));
+}
+
+TEST_F(EepromBackupOfThatName, ANumberFollowsWhereTheDateIsTaken) {
+    writeOld("old");
+    virtual_.folder.write("EEPROM_2026-01-04_12_02_19.txt", "older");
+    std::filesystem::create_symlink("nothing", virtual_.folder / "EEPROM_2026-01-04_12_02_19_2.txt");
+    backup();
+    EXPECT_EQ(virtual_.folder.read("EEPROM_2026-01-04_12_02_19.txt"), "older");
+    EXPECT_EQ(virtual_.folder.read("EEPROM_2026-01-04_12_02_19_3.txt"), "old");
+    EXPECT_EQ(virtual_.folder.names().size(), 4U);
+}
+
+TEST_F(EepromBackupOfThatName, ALinkToABackupIsMovedAndTheBackupStays) {
+    virtual_.folder.write("mine", "old");
+    std::filesystem::create_symlink("mine", virtual_.folder / kFileName);
+    backup();
+    EXPECT_EQ(virtual_.folder.read("mine"), "old");
+    EXPECT_EQ(virtual_.folder.names().size(), 3U);
+}
+
+TEST_F(EepromBackupOfThatName, WhatCanNotBeMovedStaysAndTheMessageSaysWhy) {
+    std::filesystem::create_directory(virtual_.folder / kFileName);
+    backup();
+    EXPECT_THAT(messages(), ElementsAre("Error tablesave: Path/File access error"));
+    EXPECT_THAT(virtual_.folder.names(), ElementsAre(kFileName));
+    expectButtons(true);
 }
 
 TEST_F(EepromBackup, APulledCableEndsInAReadError) {

@@ -342,9 +342,13 @@ TEST_F(SetpointFile, IsTakenAsItStands) {
     EXPECT_EQ(analyser_.setpoints[4], std::numeric_limits<float>::max());
 }
 
-TEST_F(SetpointFile, ThatCanNotBeReadLeavesTheTargetsAlone) {
-    press(window_.btnloadLambdaSetpoint, machine_.folder / "targets.lam");
-    EXPECT_THAT(analyser_.setpoints, Each(12.5F));
+TEST_F(SetpointFile, ThatCanNotBeReadIsReportedAndLeavesTheTargetsAlone) {
+    for (const std::filesystem::path& path :
+         {machine_.folder / "targets.lam", machine_.folder.path(), std::filesystem::path("/dev/zero")}) {
+        press(window_.btnloadLambdaSetpoint, path);
+        EXPECT_THAT(analyser_.setpoints, Each(12.5F));
+        EXPECT_EQ(message(), "The lambda file can't be read:\r\n" + path.string());
+    }
 }
 
 }  // namespace

@@ -1,4 +1,9 @@
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "platform/Files.h"
 #include "support/FileSizeLimit.h"
@@ -9,6 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+const std::error_code kDone;
 
 class Files : public testing::Test {
 protected:
@@ -30,53 +39,181 @@ TEST_F(Files, ReadsNothingButRegularFiles) {
 
 TEST_F(Files, ReplacesAFileAndLeavesNothingElse) {
     const auto file = folder_.write("a", "old");
-    EXPECT_TRUE(replaceFile(file, "new"));
+    EXPECT_EQ(kDone, replaceFile(file, "new"));
     EXPECT_EQ(folder_.read("a"), "new");
-    EXPECT_TRUE(replaceFile(folder_ / "b", "made"));
+    EXPECT_EQ(kDone, replaceFile(folder_ / "b", "made"));
     EXPECT_EQ(folder_.read("b"), "made");
     EXPECT_THAT(folder_.names(), testing::UnorderedElementsAre("a", "b"));
-}
-
-TEST_F(Files, ReplacesByACopy) {
-    const auto file = folder_.write("a", "old");
-    EXPECT_TRUE(replaceFileByCopy(file, folder_.write("b", "new")));
-    EXPECT_EQ(folder_.read("a"), "new");
-    EXPECT_EQ(folder_.read("b"), "new");
-    EXPECT_FALSE(replaceFileByCopy(file, folder_ / "missing"));
-    EXPECT_EQ(folder_.read("a"), "new");
 }
 
 TEST_F(Files, AFullDiskLeavesTheOldFileWhole) {
     const auto file = folder_.write("a", "old");
     {
         const support::FileSizeLimit full(100);
-        EXPECT_FALSE(replaceFile(file, std::string(101, 'x')));
+        EXPECT_EQ(replaceFile(file, std::string(101, 'x')), std::errc::file_too_large);
     }
     EXPECT_EQ(folder_.read("a"), "old");
     EXPECT_THAT(folder_.names(), ElementsAre("a"));
 }
 
+TEST_F(Files, AFullDiskLeavesNoBeginningOfANewFile) {
+    {
+        const support::FileSizeLimit full(100);
+        EXPECT_EQ(replaceFile(folder_ / "a", std::string(101, 'x')), std::errc::file_too_large);
+    }
+    EXPECT_THAT(folder_.names(), IsEmpty());
+}
+
+// At any moment of the making there is nothing of that name, also in the last one.
+TEST_F(Files, ANewFileAppearsWhole) {
+    std::vector<std::string> seen;
+    EXPECT_EQ(kDone, replaceFile(folder_ / "a", [&](const FileSink& write) {
+                  write(std::string(100000, 'x'));
+                  seen = folder_.names();
+              }));
+    EXPECT_THAT(seen, ElementsAre(MatchesRegex("a\\.korvane-[0-9a-f]{12}")));
+    EXPECT_THAT(folder_.names(), ElementsAre("a"));
+    EXPECT_EQ(folder_.read("a"), std::string(100000, 'x'));
+}
+
 TEST_F(Files, AReadOnlyFileIsNotReplaced) {
     const auto file = folder_.write("a", "old");
     fs::permissions(file, fs::perms::owner_read);
-    EXPECT_FALSE(replaceFile(file, "new"));
+    EXPECT_EQ(replaceFile(file, "new"), std::errc::permission_denied);
     EXPECT_EQ(folder_.read("a"), "old");
+    EXPECT_THAT(folder_.names(), ElementsAre("a"));
 }
 
 TEST_F(Files, NothingButAFileIsReplaced) {
     fs::create_directory(folder_ / "d");
-    EXPECT_FALSE(replaceFile(folder_ / "d", "new"));
+    EXPECT_EQ(replaceFile(folder_ / "d", "new"), std::errc::is_a_directory);
     EXPECT_TRUE(fs::is_directory(folder_ / "d"));
-    EXPECT_FALSE(replaceFile(folder_ / "missing" / "a", "new"));
-    EXPECT_FALSE(replaceFile("/dev/null", "new"));
+    EXPECT_EQ(replaceFile(folder_ / "missing" / "a", "new"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(replaceFile("", "new"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(replaceFile(folder_.write("a", "old") / "b", "new"), std::errc::not_a_directory);
+    EXPECT_EQ(replaceFile("/dev/null", "new"), std::errc::invalid_argument);
     EXPECT_FALSE(fs::is_regular_file("/dev/null"));
+}
+
+TEST_F(Files, NeitherReadingNorReplacingWaitsForTheOtherEndOfAPipe) {
+    const auto pipe = folder_ / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(readFile(pipe, 100));
+    EXPECT_EQ(replaceFile(pipe, "new"), std::errc::invalid_argument);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(Files, ALinkToNoFileStaysAndTheFileIsMade) {
+    fs::create_directory(folder_ / "real");
+    fs::create_symlink("real/a", folder_ / "link");
+    EXPECT_EQ(kDone, replaceFile(folder_ / "link", "new"));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+    EXPECT_EQ(folder_.read("real/a"), "new");
+}
+
+TEST_F(Files, LinksInARingAreNoFile) {
+    fs::create_symlink("one", folder_ / "two");
+    fs::create_symlink("two", folder_ / "one");
+    EXPECT_EQ(replaceFile(folder_ / "one", "new"), std::errc::too_many_symbolic_link_levels);
+    EXPECT_TRUE(fs::is_symlink(folder_ / "one"));
+}
+
+TEST_F(Files, TheLongestNameHasRoomForTheFileInTheMaking) {
+    std::string name = "a";
+    for (int i = 0; i < 127; ++i) {
+        name += "\xC3\xA4";  // 2 bytes
+    }
+    std::vector<std::string> seen;
+    EXPECT_EQ(kDone, replaceFile(folder_ / name, [&](const FileSink&) { seen = folder_.names(); }));
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen.front().substr(0, seen.front().size() - 12), name.substr(0, 233) + ".korvane-");
+    EXPECT_THAT(folder_.names(), ElementsAre(name));
+}
+
+TEST_F(Files, ACutNameEndsWithAWholeCharacter) {
+    std::string name;
+    for (int i = 0; i < 127; ++i) {
+        name += "\xC3\xA4";
+    }
+    std::vector<std::string> seen;
+    EXPECT_EQ(kDone, replaceFile(folder_ / name, [&](const FileSink&) { seen = folder_.names(); }));
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_EQ(seen.front().substr(0, seen.front().size() - 12), name.substr(0, 232) + ".korvane-");
+}
+
+TEST_F(Files, WhatKilledProgramsLeftBehindIsRemovedBefore) {
+    folder_.write("a.korvane-0123456789ab", "half");
+    folder_.write("a.korvane-ffffffffffff", "");
+    EXPECT_EQ(kDone, replaceFile(folder_ / "a", "new"));
+    EXPECT_THAT(folder_.names(), ElementsAre("a"));
+}
+
+TEST_F(Files, NothingElseIsRemoved) {
+    const std::vector<std::string> kept = {
+        "a.korvane-0123456789a", "a.korvane-0123456789abc",    "a.korvane-0123456789aB", "a.korvane-0123456789a.",
+        "a.0123456789ab",        "a.korvane-0123456789ab.txt", "b.korvane-0123456789ab", "a.kORVANE-0123456789ab",
+    };
+    for (const auto& name : kept) {
+        folder_.write(name, "mine");
+    }
+    fs::create_directory(folder_ / "a.korvane-00000000000d");
+    fs::create_symlink("b.korvane-0123456789ab", folder_ / "a.korvane-00000000000e");
+    EXPECT_EQ(kDone, replaceFile(folder_ / "a", "new"));
+    for (const auto& name : kept) {
+        EXPECT_EQ(folder_.read(name), "mine");
+    }
+    EXPECT_TRUE(fs::is_directory(folder_ / "a.korvane-00000000000d"));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "a.korvane-00000000000e"));
+}
+
+// As another program's clean-up does it.
+TEST_F(Files, AFileThatIsTakenAwayInTheMakingIsMadeAnew) {
+    for (int taken = 0; taken <= 3; ++taken) {
+        int turns = 0;
+        const auto result = replaceFile(folder_ / "a", [&](const FileSink& write) {
+            write(std::to_string(taken));
+            if (++turns <= taken) {
+                fs::remove(folder_ / folder_.names().at(0));
+            }
+        });
+        EXPECT_EQ(turns, std::min(taken + 1, 3));
+        if (taken < 3) {
+            EXPECT_EQ(kDone, result);
+            EXPECT_EQ(folder_.read("a"), std::to_string(taken));
+            fs::remove(folder_ / "a");
+        } else {
+            EXPECT_EQ(result, std::errc::no_such_file_or_directory);
+            EXPECT_THAT(folder_.names(), IsEmpty());
+        }
+    }
+}
+
+// The signal ends the process in the middle of its write, as a kill does.
+TEST_F(Files, AKillLeavesTheOldFileAndTheNextWriteNothingElse) {
+    const auto file = folder_.write("a", "old");
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit none{0, 0};
+        const rlimit small{5000, 5000};
+        setrlimit(RLIMIT_CORE, &none);
+        setrlimit(RLIMIT_FSIZE, &small);
+        static_cast<void>(replaceFile(file, std::string(20000, 'x')));
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(folder_.names().size(), 2U);
+    EXPECT_EQ(folder_.read("a"), "old");
+    EXPECT_EQ(kDone, replaceFile(file, "new"));
+    EXPECT_THAT(folder_.names(), ElementsAre("a"));
 }
 
 TEST_F(Files, ALinkStaysAndItsFileIsReplaced) {
     fs::create_directory(folder_ / "real");
     const auto file = folder_.write("real/a", "old");
     fs::create_symlink(file, folder_ / "link");
-    EXPECT_TRUE(replaceFile(folder_ / "link", "new"));
+    EXPECT_EQ(kDone, replaceFile(folder_ / "link", "new"));
     EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
     EXPECT_EQ(folder_.read("real/a"), "new");
 }
@@ -84,14 +221,28 @@ TEST_F(Files, ALinkStaysAndItsFileIsReplaced) {
 TEST_F(Files, TheNewFileMayBeReadByWhomTheOldOneWas) {
     const auto file = folder_.write("a", "old");
     fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_TRUE(replaceFile(file, "new"));
+    EXPECT_EQ(kDone, replaceFile(file, "new"));
     EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(Files, MovesAFileAndReplacesNone) {
+    const auto file = folder_.write("a", "one");
+    EXPECT_EQ(kDone, moveFile(file, folder_ / "b"));
+    EXPECT_THAT(folder_.names(), ElementsAre("b"));
+    EXPECT_EQ(folder_.read("b"), "one");
+    folder_.write("c", "other");
+    EXPECT_EQ(moveFile(folder_ / "b", folder_ / "c"), std::errc::file_exists);
+    EXPECT_EQ(moveFile(folder_ / "b", folder_ / "missing" / "c"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(moveFile(folder_ / "missing", folder_ / "d"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(moveFile(folder_.path(), folder_ / "d"), std::errc::invalid_argument);
+    EXPECT_EQ(folder_.read("b"), "one");
+    EXPECT_EQ(folder_.read("c"), "other");
 }
 
 TEST_F(Files, APlainNameLiesInTheWorkingFolder) {
     const fs::path before = fs::current_path();
     fs::current_path(folder_.path());
-    EXPECT_TRUE(replaceFile("plain", "new"));
+    EXPECT_EQ(kDone, replaceFile("plain", "new"));
     fs::current_path(before);
     EXPECT_EQ(folder_.read("plain"), "new");
 }

@@ -81,6 +81,19 @@ TEST_F(VirtualPumpTest, TheWallClockGoesWithIt) {
     EXPECT_EQ(other.wallTime(), (WallTime{2028, 1, 1, 0, 0, 0}));
 }
 
+TEST_F(VirtualPumpTest, AJumpOfTheWallClockMovesNoEvent) {
+    calling([this] { pump_.shiftWallTime(-3600); }).callAt(ms(500));
+    noting("a").callAt(ms(1000));
+    pump_.wait(999);
+    EXPECT_EQ(pump_.wallTime(), (WallTime{2026, 1, 5, 11, 0, 0}));
+    EXPECT_THAT(calls_, IsEmpty());
+    pump_.wait(1);
+    EXPECT_THAT(calls_, ElementsAre("a"));
+    EXPECT_EQ(pump_.now(), ms(1000));
+    pump_.shiftWallTime(7200);
+    EXPECT_EQ(pump_.wallTime(), (WallTime{2026, 1, 5, 13, 0, 1}));
+}
+
 TEST_F(VirtualPumpTest, AWaitPassesItsTimeAndRunsWhatIsDue) {
     noting("a").callAt(ms(50));
     noting("b").callAt(ms(100));

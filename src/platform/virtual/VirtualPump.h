@@ -29,6 +29,8 @@ public:
 
     // Lets events run until `moment` (a wait in microseconds), for tests that look at single bytes.
     void runUntil(Micros moment);
+    // Sets the clock on the wall, and nothing else, forward or (below 0) back.
+    void shiftWallTime(std::int64_t seconds) { wallStart_ += seconds; }
 
 private:
     class VirtualAlarm;

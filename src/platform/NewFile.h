@@ -1,0 +1,41 @@
+// A file in the making, beside the one whose place it takes when it is whole.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+namespace korvane::platform {
+
+// The first failure ends the making; takePlace() tells it. A file that has not taken its place goes away with the
+// object.
+class NewFile {
+public:
+    // `place` is no link, and what is there, if anything, is a regular file.
+    explicit NewFile(const std::filesystem::path& place);
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+    ~NewFile();
+
+    void write(std::string_view bytes);
+    [[nodiscard]] std::error_code takePlace();
+
+    // Removes what programs that were killed have left behind of files for `place`.
+    static void removeLeftovers(const std::filesystem::path& place);
+
+private:
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    void keepPermissions();
+
+    std::filesystem::path place_;
+    std::filesystem::path made_;
+    std::unique_ptr<std::FILE, Closer> file_;
+    std::error_code failure_;
+};
+
+}  // namespace korvane::platform
