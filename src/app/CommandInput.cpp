@@ -19,7 +19,6 @@ CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Op
       pump_(pump),
       commands_(pump.makeAlarm([this] { readStandardInput(); }, AlarmKind::Command)),
       end_(pump.makeAlarm([this] { session_.program().quit(); }, AlarmKind::Command)) {
-    std::signal(SIGPIPE, SIG_IGN);
     watchSignals();
     if (options.script) {
         QTimer::singleShot(0, [this, commands = readScript(*options.script)] { runScript(commands); });

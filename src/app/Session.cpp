@@ -59,9 +59,7 @@ Session::Session(const Options& options, Surroundings surroundings)
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
-    const auto traceFailed = [] {
-        std::cerr << "korvane-tuner: --trace: the file can't be written any more" << std::endl;
-    };
+    const auto traceFailed = [] { complain("--trace: the file can't be written any more"); };
     if (options.trace && !line_.traceTo(*options.trace, traceFailed)) {
         throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
     }

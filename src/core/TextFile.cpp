@@ -20,7 +20,7 @@ using platform::RuntimeError;
 std::FILE* open(const fs::path& path, OutputFile::Mode mode) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
+    if (fs::is_fifo(status) || fs::is_socket(status) || fs::is_block_file(status)) {
         throw fileError(std::make_error_code(std::errc::invalid_argument));
     }
     return std::fopen(path.string().c_str(), mode == OutputFile::Mode::Replace ? "wb" : "ab");

@@ -36,7 +36,7 @@ class OutputFile {
 public:
     enum class Mode { Replace, Append };  // both create a missing file
 
-    // Raises RuntimeError 75 for what is there and is no regular file: opening it may take for ever.
+    // Raises RuntimeError 75 for a pipe, whose opening may take for ever, and for a disk.
     OutputFile(const std::filesystem::path& path, Mode mode);
 
     void write(std::string_view text);
