@@ -51,8 +51,9 @@ Descriptor endSignals() {
 }
 
 void EcuServer::run(const Descriptor& end) {
-    std::array<pollfd, 2> watched = {
-        {{.fd = end.number(), .events = POLLIN, .revents = 0}, {.fd = -1, .events = POLLIN, .revents = 0}}};
+    std::array<pollfd, 3> watched = {{{.fd = end.number(), .events = POLLIN, .revents = 0},
+                                      {.fd = -1, .events = POLLIN, .revents = 0},
+                                      {.fd = others_.descriptor(), .events = POLLIN, .revents = 0}}};
     lineFree_ = clockTime();
     while (watched[0].revents == 0) {
         work(clockTime());
@@ -60,6 +61,9 @@ void EcuServer::run(const Descriptor& end) {
         waitFor(watched, nextWork());
         if ((watched[1].revents & POLLIN) != 0) {
             hear(clockTime());
+        }
+        if (watched[2].revents != 0 && others_.lastOneLeft()) {
+            pty_.clearExclusiveMark();
         }
     }
 }

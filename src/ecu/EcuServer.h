@@ -6,7 +6,9 @@
 #include <optional>
 #include <vector>
 
+#include "ecu/Descriptor.h"
 #include "ecu/Micros.h"
+#include "ecu/OpenWatch.h"
 #include "ecu/Pty.h"
 #include "ecu/VirtualEcu.h"
 
@@ -19,7 +21,7 @@ namespace korvane::ecu {
 // once a millisecond, as a serial adapter does.
 class EcuServer {
 public:
-    EcuServer(VirtualEcu& ecu, const Pty& pty) : ecu_(ecu), pty_(pty) {}
+    EcuServer(VirtualEcu& ecu, const Pty& pty) : ecu_(ecu), pty_(pty), others_(pty.slavePath()) {}
 
     // Serves until `end` becomes readable. Throws std::system_error when the system fails.
     void run(const Descriptor& end);
@@ -36,6 +38,7 @@ private:
 
     VirtualEcu& ecu_;
     const Pty& pty_;
+    OpenWatch others_;
     std::deque<Incoming> incoming_;
     Micros lineFree_ = 0;
     std::vector<std::uint8_t> bytes_;

@@ -12,10 +12,11 @@ namespace korvane::ecu {
 inline constexpr int kEepromCells = 3001;
 
 // Reads `path` into `cells`: as many cells as the file has lines, 3001 at most; blanks around a number and empty lines
-// at the end are skipped. Returns an empty text, or one sentence that says what is wrong (`cells` is unchanged then).
+// at the end are skipped. Only a regular file is opened. Returns an empty text, or one sentence that says what is wrong
+// (`cells` is unchanged then).
 [[nodiscard]] std::string readEepromFile(const std::filesystem::path& path, std::vector<std::uint8_t>& cells);
 
-// Writes all of `cells`. A write that fails leaves what was there before. Returns as above.
+// Writes all of `cells` as replaceFile() does. A write that fails leaves what was there before. Returns as above.
 [[nodiscard]] std::string writeEepromFile(const std::filesystem::path& path, std::span<const std::uint8_t> cells);
 
 }  // namespace korvane::ecu

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <system_error>
 #include <termios.h>
 #include <unistd.h>
@@ -50,21 +51,6 @@ void makeRaw(int descriptor) {
 
 }  // namespace
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-}
-
-Descriptor::~Descriptor() {
-    if (number_ >= 0) {
-        ::close(number_);
-    }
-}
-
-int Descriptor::release() {
-    return std::exchange(number_, -1);
-}
-
 Pty::Pty() : master_(openMaster()), slavePath_(slaveOf(master_)) {
     slave_ = Descriptor(::open(slavePath_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (slave_.number() < 0) {
@@ -93,6 +79,10 @@ void Pty::write(std::span<const std::uint8_t> bytes) const {
 
 int Pty::baud() const {
     return terminalSpeed(slave_.number());
+}
+
+void Pty::clearExclusiveMark() const {
+    ioctl(slave_.number(), TIOCNXCL);
 }
 
 DeviceLink::DeviceLink(std::filesystem::path path, std::string target)

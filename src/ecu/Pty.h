@@ -7,26 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "ecu/Descriptor.h"
+
 namespace korvane::ecu {
-
-// A file descriptor that closes itself.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor();
-
-    [[nodiscard]] int number() const { return number_; }
-
-private:
-    [[nodiscard]] int release();
-
-    int number_ = -1;
-};
 
 // Opened in raw mode, and held open at both ends, so that the other side may come and go.
 class Pty {
@@ -43,6 +26,9 @@ public:
     void write(std::span<const std::uint8_t> bytes) const;
     // The speed that the other side has set last, also one that has no name in the system; 0 if none is known.
     [[nodiscard]] int baud() const;
+    // Takes away the mark that lets nobody else open the terminal. It outlives a program that is killed, because the
+    // terminal stays open here.
+    void clearExclusiveMark() const;
 
 private:
     Descriptor master_;

@@ -1,14 +1,19 @@
 // korvane-ecu: the virtual ECU on a pseudo-terminal.
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
+#include <fcntl.h>
 #include <iostream>
 #include <memory>
 #include <string_view>
 #include <sys/prctl.h>
+#include <system_error>
+#include <unistd.h>
 #include <vector>
 
 #include "ecu/EcuServer.h"
+#include "ecu/OneLine.h"
 #include "ecu/Options.h"
 #include "ecu/Pty.h"
 #include "ecu/VirtualEcu.h"
@@ -20,8 +25,24 @@ using namespace korvane::ecu;
 constexpr int kUsageError = 2;
 
 int complain(std::string_view what, int status) {
-    std::cerr << "korvane-ecu: " << what << '\n';
+    std::cerr << "korvane-ecu: " << oneLine(what) << '\n';
     return status;
+}
+
+// Without this a descriptor that is closed at the start would become the terminal's, which would then get the texts.
+void fillStandardDescriptors() {
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(number, F_GETFD) < 0) {
+            static_cast<void>(open("/dev/null", number == STDERR_FILENO ? O_WRONLY : O_RDONLY));
+        }
+    }
+}
+
+void say(std::string_view text) {
+    errno = 0;
+    if (!(std::cout << text << std::flush)) {
+        throw std::system_error(errno, std::generic_category(), "standard output can't be written");
+    }
 }
 
 int serve(const Options& options) {
@@ -33,7 +54,7 @@ int serve(const Options& options) {
     const auto link = options.link.empty() ? nullptr : std::make_unique<DeviceLink>(options.link, pty.slavePath());
     VirtualEcu ecu(options.ecu);
     EcuServer server(ecu, pty);
-    std::cout << pty.slavePath() << std::endl;
+    say(pty.slavePath() + "\n");
     server.run(end);
     const std::string error = ecu.finish();
     return error.empty() ? EXIT_SUCCESS : complain(error, EXIT_FAILURE);
@@ -42,6 +63,10 @@ int serve(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    fillStandardDescriptors();
+    // A reader that is gone and a file that must not grow are errors of a write, and no end of the program.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         Options options;
         const std::vector<std::string_view> arguments(argv + 1, argv + argc);
@@ -49,7 +74,7 @@ int main(int argc, char** argv) {
             return complain(error, kUsageError);
         }
         if (options.help) {
-            std::cout << helpText();
+            say(helpText());
             return EXIT_SUCCESS;
         }
         return serve(options);

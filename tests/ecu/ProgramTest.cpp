@@ -2,14 +2,20 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
+#include "ecu/Descriptor.h"
 #include "ecu/EepromFile.h"
 #include "support/TempFolder.h"
 
@@ -24,6 +30,73 @@ std::filesystem::path program() {
     return std::filesystem::path(folder == nullptr ? "." : folder) / "korvane-ecu";
 }
 
+// A run of the program.
+class Running {
+public:
+    // `prepare` runs in the new process before the program does.
+    explicit Running(
+        const std::vector<std::string>& arguments, void (*prepare)() = [] {}) {
+        std::array<int, 2> output{};
+        std::array<int, 2> errors{};
+        EXPECT_EQ(::pipe2(output.data(), O_CLOEXEC), 0);
+        EXPECT_EQ(::pipe2(errors.data(), O_CLOEXEC), 0);
+        output_ = Descriptor(output[0]);
+        errors_ = Descriptor(errors[0]);
+        child_ = ::fork();
+        if (child_ == 0) {
+            ::dup2(output[1], STDOUT_FILENO);
+            ::dup2(errors[1], STDERR_FILENO);
+            prepare();
+            become(arguments);
+        }
+        ::close(output[1]);
+        ::close(errors[1]);
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running() {
+        if (child_ > 0) {
+            end(SIGKILL);
+        }
+    }
+
+    [[nodiscard]] std::string outputLine() const { return textOf(output_, '\n'); }
+    [[nodiscard]] std::string errors() const { return textOf(errors_, '\0'); }
+    // Sends the signal, 0 for none. Returns the exit status; -1 where a signal was the end.
+    int end(int signal = 0) {
+        if (signal != 0) {
+            ::kill(child_, signal);
+        }
+        int status = -1;
+        ::waitpid(std::exchange(child_, -1), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    [[noreturn]] static void become(const std::vector<std::string>& arguments) {
+        std::string name = program().string();
+        std::vector<std::string> texts = arguments;
+        std::vector<char*> words = {name.data()};
+        for (std::string& text : texts) {
+            words.push_back(text.data());
+        }
+        words.push_back(nullptr);
+        ::execv(name.c_str(), words.data());
+        ::_exit(127);
+    }
+    static std::string textOf(const Descriptor& file, char last) {
+        std::string text;
+        for (char c = 0; ::read(file.number(), &c, 1) == 1 && c != last;) {
+            text += c;
+        }
+        return text;
+    }
+
+    Descriptor output_;
+    Descriptor errors_;
+    pid_t child_ = -1;
+};
+
 class Program : public testing::Test {
 protected:
     void SetUp() override {
@@ -32,14 +105,13 @@ protected:
         }
     }
 
-    // What a shell command prints, and its exit status.
-    static std::string shell(const std::string& command, int& status) {
-        std::FILE* pipe = ::popen(command.c_str(), "r");
-        std::string text;
-        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-            text += static_cast<char>(c);
-        }
-        status = WEXITSTATUS(::pclose(pipe));
+    // Runs to the end: one line of errors, without the line feed.
+    static std::string onlyError(const std::vector<std::string>& arguments, int wantedStatus) {
+        Running run(arguments);
+        std::string text = run.errors();
+        EXPECT_EQ(run.end(), wantedStatus) << text;
+        EXPECT_TRUE(text.ends_with("\n"));
+        text.resize(text.size() - (text.empty() ? 0 : 1));
         return text;
     }
 
@@ -50,28 +122,11 @@ TEST_F(Program, RunsUntilItIsToldToEnd) {
     for (const int signal : {SIGTERM, SIGINT}) {
         const std::string link = folder_ / "link";
         const std::string save = folder_ / "save.txt";
-        std::array<int, 2> out{};
-        ASSERT_EQ(::pipe(out.data()), 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::dup2(out[1], STDOUT_FILENO);
-            ::execl(program().c_str(), "korvane-ecu", "--pty", link.c_str(), "--save", save.c_str(), "--with-parent",
-                    nullptr);
-            ::_exit(127);
-        }
-        ::close(out[1]);
-        std::string line;
-        for (char c = 0; ::read(out[0], &c, 1) == 1 && c != '\n';) {
-            line += c;
-        }
+        Running run({"--pty", link, "--save", save, "--with-parent"});
+        const std::string line = run.outputLine();
         EXPECT_THAT(line, StartsWith("/dev/"));
         EXPECT_EQ(std::filesystem::read_symlink(link), line);
-        ::kill(child, signal);
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        ::close(out[0]);
-        EXPECT_TRUE(WIFEXITED(status));
-        EXPECT_EQ(WEXITSTATUS(status), 0);
+        EXPECT_EQ(run.end(signal), 0);
         EXPECT_FALSE(std::filesystem::is_symlink(std::filesystem::symlink_status(link)));
         std::vector<std::uint8_t> cells;
         EXPECT_EQ(readEepromFile(save, cells), "");
@@ -80,24 +135,100 @@ TEST_F(Program, RunsUntilItIsToldToEnd) {
 }
 
 TEST_F(Program, AMistakeIsOneLineAndStatus2) {
-    int status = 0;
-    const std::string text = shell(program().string() + " --lose 2 2>&1 >/dev/null", status);
-    EXPECT_EQ(text, "korvane-ecu: lose takes 0 to 1, not \"2\"\n");
-    EXPECT_EQ(status, 2);
+    EXPECT_EQ(onlyError({"--lose", "2"}, 2), "korvane-ecu: lose takes 0 to 1, not \"2\"");
+}
+
+TEST_F(Program, AMistakeIsOneLineWhateverIsInIt) {
+    const std::vector<std::vector<std::string>> mistakes = {{"a\nb"},
+                                                            {"--a\rb\n", "1"},
+                                                            {"--type", "1\n2\x1B[2J"},
+                                                            {"--eeprom", "/nonexistent\n/x\n"},
+                                                            {"--type"},
+                                                            {"--drive", "\xFF\n"},
+                                                            {"\n"},
+                                                            {"--\n"},
+                                                            {""},
+                                                            {"--\n"},
+                                                            {"--pty", "a", "\x7F"}};
+    for (const auto& mistake : mistakes) {
+        const std::string text = onlyError(mistake, 2);
+        EXPECT_THAT(text, StartsWith("korvane-ecu: "));
+        EXPECT_TRUE(std::ranges::none_of(text, [](unsigned char c) { return c < 0x20 || c == 0x7F; })) << text;
+    }
 }
 
 TEST_F(Program, ALinkThatCantBeMadeIsOneLineAndStatus1) {
-    int status = 0;
-    const std::string text = shell(program().string() + " --pty /nonexistent/x 2>&1 >/dev/null", status);
-    EXPECT_THAT(text, HasSubstr("/nonexistent/x"));
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
-    EXPECT_EQ(status, 1);
+    EXPECT_THAT(onlyError({"--pty", folder_ / "no\nfolder/x"}, 1), HasSubstr("no?folder/x"));
+}
+
+TEST_F(Program, AnEepromThatIsNoFileIsAMistake) {
+    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0666), 0);
+    for (const std::filesystem::path& path : {std::filesystem::path("/dev/zero"), folder_ / "pipe", folder_.path()}) {
+        EXPECT_THAT(onlyError({"--eeprom", path}, 2), HasSubstr("no regular file"));
+    }
+}
+
+TEST_F(Program, AFileThatMayNotGrowIsOneLineAndStatus1) {
+    const auto save = folder_.write("save.txt", "old");
+    Running run({"--save", save}, [] {
+        const rlimit limit{1024, 1024};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    EXPECT_THAT(run.outputLine(), StartsWith("/dev/"));
+    EXPECT_EQ(run.end(SIGTERM), 1);
+    EXPECT_THAT(run.errors(), testing::MatchesRegex("korvane-ecu: the EEPROM can't be saved to [^\n]*\n"));
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"save.txt"});
+    EXPECT_EQ(folder_.read("save.txt"), "old");
+}
+
+// A standard output that fails.
+class ProgramOutput : public Program, public testing::WithParamInterface<void (*)()> {};
+
+TEST_P(ProgramOutput, ThatCantBeWrittenIsOneLineAndStatus1) {
+    const std::string link = folder_ / "link";
+    for (const std::vector<std::string>& options : {std::vector<std::string>{"--pty", link}, {"--help"}}) {
+        Running run(options, GetParam());
+        EXPECT_THAT(run.errors(), testing::MatchesRegex("korvane-ecu: standard output can't be written: [^\n]*\n"));
+        EXPECT_EQ(run.end(), 1);
+        EXPECT_FALSE(std::filesystem::is_symlink(std::filesystem::symlink_status(link)));
+    }
+}
+
+void fullOutput() {
+    ::dup2(::open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+}
+
+// Both numbers are free then, the second one for the terminal.
+void closedInputAndOutput() {
+    ::close(STDIN_FILENO);
+    ::close(STDOUT_FILENO);
+}
+
+void outputWithoutReader() {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) == 0) {
+        ::dup2(ends[1], STDOUT_FILENO);
+        ::close(ends[0]);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ProgramOutput, testing::Values(fullOutput, closedInputAndOutput, outputWithoutReader));
+
+TEST_F(Program, ServesWithoutStandardInputAndErrors) {
+    Running run({}, [] {
+        ::close(STDIN_FILENO);
+        ::close(STDERR_FILENO);
+    });
+    const std::string path = run.outputLine();
+    EXPECT_THAT(path, StartsWith("/dev/"));
+    EXPECT_EQ(run.end(SIGTERM), 0);
 }
 
 TEST_F(Program, HelpIsOnStandardOutput) {
-    int status = 1;
-    EXPECT_THAT(shell(program().string() + " --help 2>/dev/null", status), HasSubstr("--pty PATH"));
-    EXPECT_EQ(status, 0);
+    Running run({"--help"});
+    EXPECT_THAT(run.outputLine(), HasSubstr("korvane-ecu"));
+    EXPECT_EQ(run.errors(), "");
+    EXPECT_EQ(run.end(), 0);
 }
 
 }  // namespace
