@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -45,11 +46,13 @@ bool hasDisplay() {
     return false;
 }
 
-// A program that was started without them would get the next files that it opens in their place.
+// A program that was started without them would get the next files that it opens in their place. A write to standard
+// output that is not there stays a failure; what is said on standard error is lost.
 void occupyStandardStreams() {
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    for (const auto& [stream, mode] :
+         {std::pair{STDIN_FILENO, O_RDONLY}, std::pair{STDOUT_FILENO, O_RDONLY}, std::pair{STDERR_FILENO, O_WRONLY}}) {
         if (::fcntl(stream, F_GETFD) == -1) {
-            static_cast<void>(::open("/dev/null", O_RDWR));
+            static_cast<void>(::open("/dev/null", mode));
         }
     }
 }
