@@ -1,11 +1,11 @@
 // The program with its real windows on the real event loop, with no port open.
 #pragma once
 
-#include "app/Program.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
+#include "program/Program.h"
 #include "support/VirtualProgram.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
 
 namespace korvane {
 
@@ -30,7 +30,7 @@ struct WindowRig {
                               machineBelow.folder.path(),
                               '.',
                               {}};
-    app::Program program{machine};
+    program::Program program{machine};
     views::ViewHost host{machineBelow.windows};
 };
 

@@ -2,7 +2,7 @@
 // 50 ms of real time.
 #include <benchmark/benchmark.h>
 
-#include "app/Program.h"
+#include "program/Program.h"
 #include "support/EcuDevice.h"
 #include "support/VirtualProgram.h"
 
@@ -13,7 +13,7 @@ using namespace korvane;
 void FullReadOfTheSettings(benchmark::State& state) {
     support::EcuDevice device;
     support::VirtualMachine host(&device);
-    app::Program program(host.machine);
+    program::Program program(host.machine);
     program.start();
     program.connectTo(1);
     host.pump.wait(1000);  // with the window's own first read

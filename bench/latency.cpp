@@ -11,7 +11,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "platform/Object.h"
+#include "controls/Object.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
 #include "support/VirtualProgram.h"
@@ -24,11 +24,11 @@ using Clock = std::chrono::steady_clock;
 constexpr int kFrames = 2000;
 
 // Notes when the first value label gets a new text.
-class Watcher : public platform::Observer {
+class Watcher : public controls::Observer {
 public:
-    explicit Watcher(platform::Label& label) : label_(label) { label_.addObserver(*this); }
+    explicit Watcher(controls::Label& label) : label_(label) { label_.addObserver(*this); }
     ~Watcher() override { label_.removeObserver(*this); }
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &label_.Caption) {
             seen = Clock::now();
             ++changes;
@@ -38,7 +38,7 @@ public:
     int changes = 0;
 
 private:
-    platform::Label& label_;
+    controls::Label& label_;
 };
 
 int openMaster() {
@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
     platform::QtSerialLine line(pump, platform::PortMap(pump, {{1, ptsname(master)}}));
     platform::Machine machine{pump, line, host.dialogs, host.preferences, host.log, host.windows, host.folder.path(),
                               '.',  {}};
-    app::Program program(machine);
+    program::Program program(machine);
     program.start();
     program.connectTo(1);
     program.frmSarn2().TimerRequestData.Enabled = false;

@@ -12,7 +12,7 @@
 #include "core/Checked.h"
 #include "maps/MapForm.h"
 #include "views/Events.h"
-#include "views/MapGridView.h"
+#include "views/maps/MapGridView.h"
 
 namespace {
 

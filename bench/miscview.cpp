@@ -1,6 +1,6 @@
 // The settings window on the screen: opened, its model made, loaded and its view built with all nine pages, and
 // painted; then from a click on a tab to the painted page, one page after another.
-#include "views/MiscView.h"
+#include "views/settings/MiscView.h"
 
 #include <QApplication>
 #include <QTabBar>
@@ -94,7 +94,7 @@ void ChangeOfPage(benchmark::State& state) {
     Opened opened(rig);
     opened.window.resize(kWidth, kHeight);
     for (auto* const control : opened.window.controls()) {
-        if (auto* const box = dynamic_cast<platform::TextBox*>(control)) {
+        if (auto* const box = dynamic_cast<controls::TextBox*>(control)) {
             box->Text = std::to_string(kFilled);
         }
     }

@@ -8,7 +8,7 @@
 
 #include "core/Module1.h"
 #include "core/SharedTables.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "platform/QueuedDialogs.h"
 #include "support/TempFolder.h"
 
 namespace {

@@ -22,11 +22,11 @@
 #include <string>
 #include <vector>
 
+#include "controls/clsTimer.h"
 #include "core/ParameterNames.h"
 #include "ecu/EngineNeed.h"
 #include "ecu/VirtualEcu.h"
 #include "maps/MapForm.h"
-#include "platform/clsTimer.h"
 #include "support/VirtualProgram.h"
 
 namespace {
@@ -232,7 +232,7 @@ private:
     const Mode& mode_;
     Device device_;
     support::VirtualProgram rig_;
-    platform::clsTimer correcting_{rig_.pump, rig_.log};  // in the place of the agent's clock
+    controls::clsTimer correcting_{rig_.pump, rig_.log};  // in the place of the agent's clock
     maps::FrmMaps* window_ = nullptr;
     std::vector<int> visited_;
 };

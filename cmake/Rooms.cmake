@@ -15,24 +15,16 @@ function(korvane_flags target)
   endif()
 endfunction()
 
-# korvane_room(NAME [DIR folder] [ROOMS rooms above] [QT modules] [ONLY files] [EXCEPT files])
+# korvane_room(NAME [DIR folder] [ROOMS rooms above] [QT modules])
 # One static library for each room of the house: korvane_NAME from the sources in src/DIR. main.cpp belongs to the
-# room's program and is left out. ROOMS are the rooms whose headers this one may include. A room of which a part has to
-# do without the toolkit is two libraries: ONLY names the files of the one, EXCEPT takes them out of the other.
+# room's program and is left out. ROOMS are the rooms whose headers this one may include.
 function(korvane_room name)
-  cmake_parse_arguments(arg "" "DIR" "ROOMS;QT;ONLY;EXCEPT" ${ARGN})
+  cmake_parse_arguments(arg "" "DIR" "ROOMS;QT" ${ARGN})
   if(NOT arg_DIR)
     set(arg_DIR ${name})
   endif()
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${arg_DIR}/*.cpp ${PROJECT_SOURCE_DIR}/src/${arg_DIR}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  foreach(file IN LISTS arg_EXCEPT)
-    list(FILTER sources EXCLUDE REGEX "/${file}\\.(cpp|h)$")
-  endforeach()
-  if(arg_ONLY)
-    list(JOIN arg_ONLY "|" only)
-    list(FILTER sources INCLUDE REGEX "/(${only})\\.(cpp|h)$")
-  endif()
   if(NOT sources)
     file(WRITE ${CMAKE_BINARY_DIR}/empty_${name}.cpp "")
     set(sources ${CMAKE_BINARY_DIR}/empty_${name}.cpp)

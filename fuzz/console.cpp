@@ -9,16 +9,16 @@
 #include <string>
 #include <string_view>
 
-#include "app/Program.h"
 #include "console/ConsoleSession.h"
 #include "console/Registry.h"
 #include "core/TextEncoding.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/TappedLine.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
+#include "program/Program.h"
 
 namespace {
 
@@ -79,9 +79,9 @@ struct Run {
     platform::QueuedDialogs dialogs;
     platform::MemoryPreferences preferences;
     platform::MemoryLog log;
-    platform::WindowList windows;
+    controls::WindowList windows;
     platform::Machine machine{pump, tap, dialogs, preferences, log, windows, "/nonexistent", '.', {}};
-    app::Program program{machine};
+    program::Program program{machine};
     AnyEcu ecu;
     console::Names names;
     std::ostringstream errors;

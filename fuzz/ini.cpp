@@ -15,7 +15,7 @@
 #include "core/Module1.h"
 #include "core/SharedTables.h"
 #include "platform/FilePreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "platform/QueuedDialogs.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <cstdlib>
 #include <vector>
 
-#include "app/Program.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
+#include "program/Program.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ void require(bool holds) {
 }
 
 // A frame that fails ends its event; what lies behind it waits for the next one.
-void takeAll(app::Program& program, platform::MemoryLine& line, platform::VirtualPump& pump) {
+void takeAll(program::Program& program, platform::MemoryLine& line, platform::VirtualPump& pump) {
     for (int event = 0; event < 5000 && program.frmSarn2().MSComm1.InBufferCount() > 0; ++event) {
         line.inject(std::array<std::uint8_t, 1>{0});
         pump.wait(1000);
@@ -70,9 +70,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     platform::QueuedDialogs dialogs;
     platform::MemoryPreferences preferences;
     platform::MemoryLog log;
-    platform::WindowList windows;
+    controls::WindowList windows;
     platform::Machine machine{pump, line, dialogs, preferences, log, windows, "/nonexistent", '.', {}};
-    app::Program program(machine);
+    program::Program program(machine);
     program.start();
     program.connectTo(1);
 

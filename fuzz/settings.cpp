@@ -17,8 +17,8 @@
 #include "core/SettingsFile.h"
 #include "core/SharedTables.h"
 #include "core/TableFile.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"
-#include "platform/virtual/QueuedDialogs.h"
 
 namespace {
 

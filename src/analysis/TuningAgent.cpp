@@ -5,13 +5,13 @@
 #include <string>
 
 #include "analysis/clsInjAnalyser.h"
+#include "controls/Control.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TextFile.h"
 #include "core/TimeText.h"
 #include "maps/MapGeometry.h"
 #include "maps/RealtimeChanges.h"
-#include "platform/Control.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -79,14 +79,14 @@ void clsInjAnalyser::timerAgent_Timer() {
         return;
     }
     const Deeper deeper(depth_);
-    showLamp(platform::Picture::Green);
+    showLamp(controls::Picture::Green);
     CorrectAllCells();
     SmoothFuelMap();
 }
 
 // Grey while the agent is stopped, also for what is left of a look then.
-void clsInjAnalyser::showLamp(platform::Picture lamp) {
-    window_->setAgentLamp(agentEnable_ ? lamp : platform::Picture::Grey);
+void clsInjAnalyser::showLamp(controls::Picture lamp) {
+    window_->setAgentLamp(agentEnable_ ? lamp : controls::Picture::Grey);
 }
 
 void clsInjAnalyser::CorrectAllCells() {
@@ -157,14 +157,14 @@ void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
         return;
     }
     const Realtime realtime(window_);
-    showLamp(platform::Picture::Red);
+    showLamp(controls::Picture::Red);
     if (weight != 0.0F) {
         auto& stats = core::checked(CellStats, cell);
         stats.LambdaAvg = stats.LambdaBase;
         core::checked(SampleCount, cell) = 0.0F;
         logCorrection(cell, steps, weight);
         for (int turn = 0; turn < std::abs(steps) && window_ != nullptr; ++turn) {
-            pressKey(cell, steps > 0 ? platform::kKeyPlus : platform::kKeyMinus);
+            pressKey(cell, steps > 0 ? controls::kKeyPlus : controls::kKeyMinus);
         }
     }
 }

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "controls/MSComm.h"
+#include "controls/clsTimer.h"
 #include "core/SharedTables.h"
 #include "live/LiveUpdate.h"
 #include "maps/Analysis.h"
-#include "platform/MSComm.h"
 #include "platform/Machine.h"
-#include "platform/clsTimer.h"
 
 namespace korvane::analysis {
 
@@ -27,7 +27,7 @@ struct CellStatistics {
 // RuntimeError 9.
 class clsInjAnalyser : public maps::Analyser, public live::InjectionAnalyser {
 public:
-    clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, platform::MSComm& port);
+    clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, controls::MSComm& port);
 
     void setMapWindow(maps::TunedMap* window) override;
 
@@ -64,7 +64,7 @@ public:
     std::int16_t mapSize = 0;
     std::int16_t columns = 0;
     std::int16_t rows = 0;
-    platform::clsTimer timerAgent;
+    controls::clsTimer timerAgent;
 
     // One look of the agent at all cells; the timer's event does both.
     void CorrectAllCells();
@@ -72,7 +72,7 @@ public:
 
 private:
     void timerAgent_Timer();
-    void showLamp(platform::Picture lamp);
+    void showLamp(controls::Picture lamp);
     [[nodiscard]] float weightOf(int cell) const;
     [[nodiscard]] float neighbourWeight(int cell) const;
     void correct(int cell, int direction);
@@ -88,7 +88,7 @@ private:
 
     platform::Machine& machine_;
     core::SharedTables& tables_;
-    platform::MSComm& port_;
+    controls::MSComm& port_;
     maps::TunedMap* window_ = nullptr;
     std::array<float, kAnalysedCells> setpoints_{};
     std::array<float, kAnalysedCells> proposals_{};

@@ -13,7 +13,7 @@
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
 
 namespace korvane::app {
 
@@ -26,7 +26,7 @@ class ViewScreenshots : public console::Screenshots {
 public:
     void setViews(const views::ViewHost* views) { views_ = views; }
 
-    [[nodiscard]] std::string take(platform::Window& window, const std::filesystem::path& file) override {
+    [[nodiscard]] std::string take(controls::Window& window, const std::filesystem::path& file) override {
         return views_ != nullptr ? views_->screenshot(window, file) : "There is no display.";
     }
 

@@ -9,16 +9,16 @@
 
 #include "app/EcuPort.h"
 #include "app/Options.h"
-#include "app/Program.h"
 #include "app/ReplyWriter.h"
 #include "console/Console.h"
 #include "console/ConsoleSession.h"
 #include "console/Names.h"
 #include "platform/FilePreferences.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/StderrLog.h"
 #include "platform/TappedLine.h"
 #include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "program/Program.h"
 
 namespace korvane::app {
 
@@ -43,9 +43,9 @@ public:
     [[nodiscard]] std::string finish();
     [[nodiscard]] bool repliesFailed() const { return replies_.failed(); }
 
-    [[nodiscard]] Program& program() { return program_; }
+    [[nodiscard]] program::Program& program() { return program_; }
     [[nodiscard]] console::ConsoleSession& commands() { return commands_; }
-    [[nodiscard]] platform::WindowList& windows() { return windows_; }
+    [[nodiscard]] controls::WindowList& windows() { return windows_; }
     [[nodiscard]] platform::DebugLog& log() { return log_; }
 
 private:
@@ -61,9 +61,9 @@ private:
     platform::TappedLine line_;
     platform::QueuedDialogs dialogs_;
     platform::StderrLog log_;
-    platform::WindowList windows_;
+    controls::WindowList windows_;
     platform::Machine machine_;
-    Program program_;
+    program::Program program_;
     console::Names names_;
     console::Console console_;
     ReplyWriter replies_;

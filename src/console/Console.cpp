@@ -128,19 +128,19 @@ bool Console::ended() const {
     return quitDone_ || (context_.programEnded && context_.programEnded());
 }
 
-platform::Window& Console::nextWindow(Arguments& arguments) const {
+controls::Window& Console::nextWindow(Arguments& arguments) const {
     return finder_.window(parsePath(arguments.text()));
 }
 
-platform::Control& Console::nextControl(Arguments& arguments) const {
+controls::Control& Console::nextControl(Arguments& arguments) const {
     return finder_.control(parsePath(arguments.text()));
 }
 
-std::string Console::pathOf(const platform::Control& control) const {
+std::string Console::pathOf(const controls::Control& control) const {
     return finder_.nameOf(control.window()) + '.' + control.path();
 }
 
-void Console::requireReach(const platform::Control& control) const {
+void Console::requireReach(const controls::Control& control) const {
     if (!control.inSight()) {
         throw ConsoleError(pathOf(control) + " is out of sight");
     }
@@ -149,14 +149,14 @@ void Console::requireReach(const platform::Control& control) const {
     }
 }
 
-void Console::requireFocusable(const platform::Control& control) const {
+void Console::requireFocusable(const controls::Control& control) const {
     if (!control.canFocus()) {
         cannot(control, "can't have the focus");
     }
     requireReach(control);
 }
 
-void Console::cannot(const platform::Control& control, std::string_view what) const {
+void Console::cannot(const controls::Control& control, std::string_view what) const {
     throw ConsoleError(pathOf(control) + " is " + withArticle(control.kind()) + " and " + std::string(what));
 }
 

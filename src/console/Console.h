@@ -82,13 +82,13 @@ private:
     Answer help(Arguments& arguments);
     Answer quitCommand(Arguments& arguments);
 
-    [[nodiscard]] platform::Window& nextWindow(Arguments& arguments) const;
-    [[nodiscard]] platform::Control& nextControl(Arguments& arguments) const;
-    [[nodiscard]] std::string pathOf(const platform::Control& control) const;
+    [[nodiscard]] controls::Window& nextWindow(Arguments& arguments) const;
+    [[nodiscard]] controls::Control& nextControl(Arguments& arguments) const;
+    [[nodiscard]] std::string pathOf(const controls::Control& control) const;
     // Each raises ConsoleError if a user could not do it now.
-    void requireReach(const platform::Control& control) const;
-    void requireFocusable(const platform::Control& control) const;
-    [[noreturn]] void cannot(const platform::Control& control, std::string_view what) const;
+    void requireReach(const controls::Control& control) const;
+    void requireFocusable(const controls::Control& control) const;
+    [[noreturn]] void cannot(const controls::Control& control, std::string_view what) const;
     [[nodiscard]] Target targetOf(const Path& path) const;
 
     ConsoleContext context_;

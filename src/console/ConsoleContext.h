@@ -7,10 +7,10 @@
 #include <string>
 
 #include "console/Names.h"
+#include "controls/Window.h"
 #include "platform/Machine.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/TappedLine.h"
-#include "platform/Window.h"
-#include "platform/virtual/QueuedDialogs.h"
 
 namespace korvane::console {
 
@@ -29,7 +29,7 @@ public:
     virtual ~Screenshots() = default;
 
     // Writes the window's picture to `file` (PNG). What went wrong, as a sentence; empty when it is done.
-    [[nodiscard]] virtual std::string take(platform::Window& window, const std::filesystem::path& file) = 0;
+    [[nodiscard]] virtual std::string take(controls::Window& window, const std::filesystem::path& file) = 0;
 };
 
 // All of it outlives the console.

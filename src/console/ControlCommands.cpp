@@ -9,7 +9,7 @@ namespace korvane::console {
 
 namespace {
 
-using platform::Control;
+using controls::Control;
 
 constexpr int kHighestKey = 255;
 constexpr int kHighestShift = 7;
@@ -78,7 +78,7 @@ Console::Answer Console::column(Arguments& arguments) {
 
 Console::Answer Console::type(Arguments& arguments) {
     auto& control = nextControl(arguments);
-    auto* const box = dynamic_cast<platform::TextBox*>(&control);
+    auto* const box = dynamic_cast<controls::TextBox*>(&control);
     if (box == nullptr) {
         cannot(control, "takes no text");
     }

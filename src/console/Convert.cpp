@@ -23,7 +23,7 @@ std::optional<std::int64_t> wholeIn(const Json& value) {
 
 }  // namespace
 
-platform::Value toValue(const Json& value) {
+controls::Value toValue(const Json& value) {
     if (const auto whole = wholeIn(value)) {
         return *whole;
     }

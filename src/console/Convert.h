@@ -9,7 +9,7 @@
 #include <variant>
 
 #include "console/Json.h"
-#include "platform/Object.h"
+#include "controls/Object.h"
 
 namespace korvane::console {
 
@@ -27,7 +27,7 @@ template <class... Kinds>
         value);
 }
 // Raises ConsoleError for an array or an object, which no property holds. A double without a fraction becomes whole.
-[[nodiscard]] platform::Value toValue(const Json& value);
+[[nodiscard]] controls::Value toValue(const Json& value);
 
 // Each raises ConsoleError "the value must be ..." for a value of another kind.
 [[nodiscard]] std::int64_t wholeNumber(const Json& value, std::int64_t least, std::int64_t most);

@@ -9,8 +9,8 @@ namespace korvane::console {
 
 namespace {
 
-using platform::Control;
-using platform::Window;
+using controls::Control;
+using controls::Window;
 
 struct Span {
     int first = 0;

@@ -9,9 +9,9 @@ namespace korvane::console {
 
 namespace {
 
-using platform::Control;
-using platform::TextBox;
-using platform::Window;
+using controls::Control;
+using controls::TextBox;
+using controls::Window;
 
 bool stands(const Window& window, const Control* control) {
     const auto& controls = window.controls();
@@ -30,9 +30,9 @@ void takeLastCharacter(std::string& text) {
 // What a character that the handler let pass does to the text.
 void enterCharacter(TextBox& box, int character) {
     std::string text = box.Text;
-    if (character == platform::kKeyBackspace) {
+    if (character == controls::kKeyBackspace) {
         takeLastCharacter(text);
-    } else if (character >= platform::kKeySpace && character != platform::kKeyDelete) {
+    } else if (character >= controls::kKeySpace && character != controls::kKeyDelete) {
         core::appendCodePoint(text, static_cast<char32_t>(character));
     }
     box.Text = text;
@@ -51,7 +51,7 @@ void pressCharacter(Control& control, int character) {
 
 void typeCharacter(TextBox& box, char32_t character) {
     const Window& window = box.window();
-    const int keyCode = character < 0x80 ? platform::keyCodeOf(static_cast<char>(character)) : 0;
+    const int keyCode = character < 0x80 ? controls::keyCodeOf(static_cast<char>(character)) : 0;
     box.keyDown(keyCode, 0);
     if (stands(window, &box)) {
         pressCharacter(box, static_cast<int>(character));
@@ -64,20 +64,20 @@ void typeCharacter(TextBox& box, char32_t character) {
 }  // namespace
 
 int characterOf(int keyCode, int shift) {
-    if ((shift & (platform::kControlMask | platform::kAltMask)) != 0) {
+    if ((shift & (controls::kControlMask | controls::kAltMask)) != 0) {
         return 0;
     }
     if (keyCode >= 'A' && keyCode <= 'Z') {
-        return (shift & platform::kShiftMask) != 0 ? keyCode : keyCode - 'A' + 'a';
+        return (shift & controls::kShiftMask) != 0 ? keyCode : keyCode - 'A' + 'a';
     }
     for (const char sign : {'+', ',', '-', '.'}) {
-        if (keyCode == platform::keyCodeOf(sign)) {
+        if (keyCode == controls::keyCodeOf(sign)) {
             return sign;
         }
     }
-    const bool itself = (keyCode >= '0' && keyCode <= '9') || keyCode == platform::kKeySpace ||
-                        keyCode == platform::kKeyBackspace || keyCode == platform::kKeyReturn ||
-                        keyCode == platform::kKeyDelete;
+    const bool itself = (keyCode >= '0' && keyCode <= '9') || keyCode == controls::kKeySpace ||
+                        keyCode == controls::kKeyBackspace || keyCode == controls::kKeyReturn ||
+                        keyCode == controls::kKeyDelete;
     return itself ? keyCode : 0;
 }
 

@@ -3,16 +3,16 @@
 #include "console/ConsoleError.h"
 #include "console/Convert.h"
 #include "console/Finder.h"
-#include "platform/PictureBox.h"
+#include "controls/PictureBox.h"
 
 namespace korvane::console {
 
 namespace {
 
-using platform::Drawing;
-using platform::PropertyInfo;
+using controls::Drawing;
+using controls::PropertyInfo;
 
-std::string colorText(platform::Color color) {
+std::string colorText(controls::Color color) {
     constexpr std::string_view kHex = "0123456789ABCDEF";
     std::string out = "#";
     for (const unsigned shift : {4U, 0U, 12U, 8U, 20U, 16U}) {  // red is the lowest byte, blue the highest
@@ -21,7 +21,7 @@ std::string colorText(platform::Color color) {
     return out;
 }
 
-Json shapeJson(const char* kind, platform::Point from, platform::Point to, const std::string& color) {
+Json shapeJson(const char* kind, controls::Point from, controls::Point to, const std::string& color) {
     return Json::Array{kind, from.x, from.y, to.x, to.y, color};
 }
 
@@ -69,7 +69,7 @@ std::optional<Json> specialProperty(const Target& target) {
         const auto value = target.control->indexedProperty(target.property.name, target.property.indices);
         return value ? std::optional(toJson(*value)) : std::nullopt;
     }
-    const auto* picture = dynamic_cast<const platform::PictureBox*>(target.control);
+    const auto* picture = dynamic_cast<const controls::PictureBox*>(target.control);
     if (picture != nullptr && target.property.name == "Drawing") {
         return drawingJson(picture->drawing());
     }

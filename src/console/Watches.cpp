@@ -56,7 +56,7 @@ bool Watches::remove(const std::string& name) {
     if (found == watches_.end()) {
         return false;
     }
-    platform::Object& object = *found->target.object;
+    controls::Object& object = *found->target.object;
     watches_.erase(found);
     if (!observes(object)) {
         object.removeObserver(*this);
@@ -75,7 +75,7 @@ Json Watches::takeChanges() {
 }
 
 // Which property has changed is told by its value: some properties are computed from others.
-void Watches::propertyChanged(platform::Object& object, const void*) {
+void Watches::propertyChanged(controls::Object& object, const void*) {
     for (auto& watch : watches_) {
         if (watch.target.object != &object) {
             continue;
@@ -88,11 +88,11 @@ void Watches::propertyChanged(platform::Object& object, const void*) {
     }
 }
 
-void Watches::objectGone(const platform::Object& object) {
+void Watches::objectGone(const controls::Object& object) {
     std::erase_if(watches_, [&](const Watch& watch) { return watch.target.object == &object; });
 }
 
-bool Watches::observes(const platform::Object& object) const {
+bool Watches::observes(const controls::Object& object) const {
     return std::any_of(watches_.begin(), watches_.end(),
                        [&](const Watch& watch) { return watch.target.object == &object; });
 }

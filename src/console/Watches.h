@@ -13,7 +13,7 @@
 namespace korvane::console {
 
 // A watch ends by itself when its window or control goes away.
-class Watches : private platform::Observer {
+class Watches : private controls::Observer {
 public:
     explicit Watches(const platform::EventPump& pump) : pump_(pump) {}
     Watches(const Watches&) = delete;
@@ -41,9 +41,9 @@ private:
         std::size_t size;
     };
 
-    void propertyChanged(platform::Object& object, const void* property) override;
-    void objectGone(const platform::Object& object) override;
-    [[nodiscard]] bool observes(const platform::Object& object) const;
+    void propertyChanged(controls::Object& object, const void* property) override;
+    void objectGone(const controls::Object& object) override;
+    [[nodiscard]] bool observes(const controls::Object& object) const;
     void note(const Watch& watch);
 
     const platform::EventPump& pump_;

@@ -11,15 +11,15 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "controls/MSComm.h"
 #include "core/SharedTables.h"
 #include "platform/EventPump.h"
-#include "platform/MSComm.h"
 
 namespace korvane::core {
 
 class EepromAccess {
 public:
-    EepromAccess(platform::MSComm& port, platform::EventPump& pump, const SharedTables& tables)
+    EepromAccess(controls::MSComm& port, platform::EventPump& pump, const SharedTables& tables)
         : port_(port), pump_(pump), tables_(tables) {}
 
     // Writes the low byte of `value`. Where the row is marked as 16 bits, or with `force16`, also its next byte to the
@@ -37,7 +37,7 @@ private:
     void ask(std::uint8_t command, std::int16_t addr, bool suppress);
     void send(std::initializer_list<std::uint8_t> frame);
 
-    platform::MSComm& port_;
+    controls::MSComm& port_;
     platform::EventPump& pump_;
     const SharedTables& tables_;
 };

@@ -53,7 +53,7 @@ private:
 };
 
 // A remembered row of a list; 0 for what is no row of it.
-int rowOr0(std::int32_t row, const platform::ComboBox& list) {
+int rowOr0(std::int32_t row, const controls::ComboBox& list) {
     return row >= 0 && row < list.ListCount() ? row : 0;
 }
 
@@ -73,7 +73,7 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.TimerRequestData.Tick = [this] { sendIfOpen(kLiveRequest); };
     panel_.TimerGetSettings.Tick = [this] { sendIfOpen(kIdentityRequest); };
     panel_.TimerAlarm.Tick = [this] {
-        panel_.window.BackColor = platform::kButtonFace;
+        panel_.window.BackColor = controls::kButtonFace;
         panel_.TimerAlarm.Enabled = false;
     };
     panel_.TimerExit.Tick = [this] {

@@ -2,7 +2,7 @@
 
 namespace korvane::link {
 
-ConnectionPanel::ConnectionPanel(platform::Window& owner) : window(owner) {
+ConnectionPanel::ConnectionPanel(controls::Window& owner) : window(owner) {
     btnConnect.Caption = "Connect";
     lblState.Caption = "Not connected";
     lblBytesRec.Caption = "0";

@@ -100,7 +100,7 @@ void Dispatcher::deviceStarted(Payload) {
 }
 
 void Dispatcher::alarmFlash(Payload) {
-    panel_.window.BackColor = platform::kRed;
+    panel_.window.BackColor = controls::kRed;
     panel_.TimerAlarm.restart(kFlashMilliseconds);
 }
 

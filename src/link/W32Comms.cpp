@@ -7,7 +7,7 @@ constexpr int kErrorSetBaud = 8015;
 constexpr int kErrorReadState = 8021;
 }  // namespace
 
-std::int32_t GetPortBaud(const platform::MSComm& port) {
+std::int32_t GetPortBaud(const controls::MSComm& port) {
     const int baud = port.lineBaud();
     if (baud <= 0) {
         throw platform::RuntimeError(kErrorReadState, "Could not read current state of the port", port.path());
@@ -15,7 +15,7 @@ std::int32_t GetPortBaud(const platform::MSComm& port) {
     return baud;
 }
 
-void SetCustomBaud(platform::MSComm& port, std::int32_t rate) {
+void SetCustomBaud(controls::MSComm& port, std::int32_t rate) {
     static_cast<void>(GetPortBaud(port));
     if (!port.setLineBaud(rate)) {
         throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate", port.path());

@@ -3,15 +3,15 @@
 
 #include <cstdint>
 
-#include "platform/MSComm.h"
+#include "controls/MSComm.h"
 
 namespace korvane::link {
 
 // The line's rate in baud. RuntimeError 8018 when the port is closed, 8021 when the device does not tell.
-[[nodiscard]] std::int32_t GetPortBaud(const platform::MSComm& port);
+[[nodiscard]] std::int32_t GetPortBaud(const controls::MSComm& port);
 
 // Forces the rate on the open device. RuntimeError 8018 when the port is closed, 8021 when the device does not tell its
 // present state, 8015 when it refuses the rate.
-void SetCustomBaud(platform::MSComm& port, std::int32_t rate);
+void SetCustomBaud(controls::MSComm& port, std::int32_t rate);
 
 }  // namespace korvane::link

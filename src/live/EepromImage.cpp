@@ -145,7 +145,7 @@ bool EepromImage::readAll() {
 }
 
 template <class Transfer>
-bool EepromImage::pass(platform::CommandButton& button, Transfer&& transfer) {
+bool EepromImage::pass(controls::CommandButton& button, Transfer&& transfer) {
     auto& pump = window_.machine().pump;
     for (int tens = 0; tens <= kLastTens; ++tens) {
         for (int step = 0; step <= kLastStep; ++step) {

@@ -40,7 +40,7 @@ private:
     [[nodiscard]] std::optional<std::size_t> writeAll(std::span<const std::string> lines);
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
     template <class Transfer>
-    bool pass(platform::CommandButton& button, Transfer&& transfer);
+    bool pass(controls::CommandButton& button, Transfer&& transfer);
     [[nodiscard]] bool readLately(const platform::WallTime& unsetClock) const;
     void save();
     void pause();

@@ -21,7 +21,7 @@ constexpr int kDialSize = 2700;  // twips
 }  // namespace
 
 FrmSarn2::FrmSarn2(platform::Machine& machine)
-    : Window(machine, "frmSarn2"), ConnectionPanel(static_cast<platform::Window&>(*this)) {
+    : Window(machine, "frmSarn2"), ConnectionPanel(static_cast<controls::Window&>(*this)) {
     Caption = "Korvane Tuner v1.3 by Dulmer";
     describeButtons();
     describeValues();
@@ -82,7 +82,7 @@ void FrmSarn2::describeValues() {
 
 void FrmSarn2::placeTrends() {
     for (auto* picture : {&picTrend, &picTrend2}) {
-        picture->BackColor = platform::kBlack;
+        picture->BackColor = controls::kBlack;
         picture->Width = kTrendWidth;
         picture->Height = kTrendHeight;
     }

@@ -26,7 +26,7 @@ void layOutLamps(FrmSarn2& window, int screenHeight) {
         lamp.Width = size;
         lamp.Left = window.imgLed(0).Left;
         lamp.Top = window.imgLed(0).Top + n * (size + kGapBetweenLamps);
-        lamp.Shown = platform::Picture::Grey;
+        lamp.Shown = controls::Picture::Grey;
         lamp.Visible = true;
         auto& label = window.lblLED(n);
         label.Left = lamp.Left + lamp.Width + kGapToLabel;

@@ -154,7 +154,7 @@ void LiveUpdate::updateData_new() {
     }
 }
 
-void LiveUpdate::showText(platform::Label& label, std::size_t channel) {
+void LiveUpdate::showText(controls::Label& label, std::size_t channel) {
     label.Caption = core::numberText(value(channel)).view();
 }
 
@@ -204,7 +204,7 @@ void LiveUpdate::lightLamps() {
     skippingErrors([&] { liveFlags = core::toInt32(value(22)); });
     for (int n = 0; n < window_.imgLed.count(); ++n) {
         const bool lit = (liveFlags & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
-        window_.imgLed(n).Shown = lit ? platform::Picture::Green : platform::Picture::Grey;
+        window_.imgLed(n).Shown = lit ? controls::Picture::Green : controls::Picture::Grey;
     }
 }
 

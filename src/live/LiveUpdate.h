@@ -68,7 +68,7 @@ private:
     void drawTrends(int second);
     void countPacket(int second);
     void feedAnalyser();
-    void showText(platform::Label& label, std::size_t channel);
+    void showText(controls::Label& label, std::size_t channel);
     [[nodiscard]] double value(std::size_t channel) const { return tables_.liveValues[channel].value; }
 
     FrmSarn2& window_;

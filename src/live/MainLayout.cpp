@@ -7,7 +7,7 @@ namespace korvane::live {
 
 namespace {
 
-using platform::Control;
+using controls::Control;
 
 constexpr int kGap = 120;
 constexpr int kLine = 255;    // height of a label

@@ -10,10 +10,10 @@ namespace korvane::live {
 
 namespace {
 
-using platform::Object;
-using platform::property;
-using platform::PropertyInfo;
-using platform::Value;
+using controls::Object;
+using controls::property;
+using controls::PropertyInfo;
+using controls::Value;
 
 constexpr double kRadiansPerUnit = 0.04712388975;  // 2.7 degrees
 constexpr double kStartAngle = 2.3561944875;       // 135 degrees
@@ -25,7 +25,7 @@ const SarnGauge& gauge(const Object& object) {
 constexpr std::array kProperties{
     PropertyInfo{"value", [](const Object& object) -> Value { return std::int64_t{gauge(object).value()}; },
                  [](Object& object, const Value& value) {
-                     dynamic_cast<SarnGauge&>(object).setValue(platform::detail::fromValue<int>(value));
+                     dynamic_cast<SarnGauge&>(object).setValue(controls::detail::fromValue<int>(value));
                  }},
     property<&SarnGauge::Caption>("Caption"),
 };
@@ -64,7 +64,7 @@ DialPoint SarnGauge::pointAt(double value, double radius) {
 }
 
 std::vector<std::span<const PropertyInfo>> SarnGauge::propertyTables() const {
-    return platform::withTable<Control>(*this, kProperties);
+    return controls::withTable<Control>(*this, kProperties);
 }
 
 }  // namespace korvane::live

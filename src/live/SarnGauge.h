@@ -6,11 +6,11 @@
 namespace korvane::live {
 
 // Shows 0 to 100; values outside are clamped.
-class SarnGauge : public platform::Control {
+class SarnGauge : public controls::Control {
 public:
     using Control::Control;
 
-    platform::Property<std::string> Caption{*this, "Name"};
+    controls::Property<std::string> Caption{*this, "Name"};
     // The caption on the face: an empty Caption leaves the one before.
     [[nodiscard]] const std::string& shownCaption() const { return shownCaption_; }
 
@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] std::string_view kind() const override { return "gauge"; }
     [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
-    [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
     [[nodiscard]] const void* faceProperty() const { return &value_; }
 
 protected:

@@ -10,11 +10,11 @@ namespace korvane::live {
 
 namespace {
 
+using controls::Object;
+using controls::property;
+using controls::PropertyInfo;
+using controls::Value;
 using platform::kMicrosPerMilli;
-using platform::Object;
-using platform::property;
-using platform::PropertyInfo;
-using platform::Value;
 
 constexpr double kRadiansPerDegree = 3.14159265 / 180;
 constexpr double kNeedleStart = 0.17;  // of the radius: the hub hides the rest
@@ -34,10 +34,10 @@ SarnMeter& meter(Object& object) {
 
 constexpr std::array kProperties{
     PropertyInfo{"value", [](const Object& object) -> Value { return meter(object).value(); },
-                 [](Object& object, const Value& value) { meter(object).setValue(platform::detail::numberOf(value)); }},
+                 [](Object& object, const Value& value) { meter(object).setValue(controls::detail::numberOf(value)); }},
     PropertyInfo{"MeterType", [](const Object& object) -> Value { return std::int64_t{meter(object).MeterType()}; },
                  [](Object& object, const Value& value) {
-                     meter(object).setMeterType(platform::detail::fromValue<int>(value));
+                     meter(object).setMeterType(controls::detail::fromValue<int>(value));
                  }},
     property<&SarnMeter::Min>("Min"),
     property<&SarnMeter::Max>("Max"),
@@ -49,7 +49,7 @@ constexpr std::array kProperties{
 
 }  // namespace
 
-SarnMeter::SarnMeter(platform::Window& window, std::string_view name, std::optional<int> index)
+SarnMeter::SarnMeter(controls::Window& window, std::string_view name, std::optional<int> index)
     : Control(window, name, index),
       pump_(window.machine().pump),
       timerHigh_(pump_.makeAlarm([this] { timerHighTick(); })) {
@@ -160,7 +160,7 @@ void SarnMeter::timerHighTick() {
 }
 
 std::vector<std::span<const PropertyInfo>> SarnMeter::propertyTables() const {
-    return platform::withTable<Control>(*this, kProperties);
+    return controls::withTable<Control>(*this, kProperties);
 }
 
 }  // namespace korvane::live

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Control.h"
+#include "controls/Control.h"
 #include "platform/EventPump.h"
 
 namespace korvane::live {
@@ -26,16 +26,16 @@ struct DialLine {
 
 // Values are clamped to Min..Max; positions are degrees clockwise from MinPos. Writing the value that is shown already
 // redraws nothing. The peak marker waits ten ticks of 50 ms and then falls a degree a tick until it meets the needle.
-class SarnMeter : public platform::Control {
+class SarnMeter : public controls::Control {
 public:
-    SarnMeter(platform::Window& window, std::string_view name, std::optional<int> index = {});
+    SarnMeter(controls::Window& window, std::string_view name, std::optional<int> index = {});
 
-    platform::Property<double> Min{*this, 0};
-    platform::Property<double> Max{*this, 100};
-    platform::Property<double> MinPos{*this, 0};
-    platform::Property<double> MaxPos{*this, 270};
-    platform::Property<double> ViisariLength{*this, 0.6};  // needle length as a fraction of the radius
-    platform::Property<std::string> BackPicture{*this};    // the face's name; another one redraws
+    controls::Property<double> Min{*this, 0};
+    controls::Property<double> Max{*this, 100};
+    controls::Property<double> MinPos{*this, 0};
+    controls::Property<double> MaxPos{*this, 270};
+    controls::Property<double> ViisariLength{*this, 0.6};  // needle length as a fraction of the radius
+    controls::Property<std::string> BackPicture{*this};    // the face's name; another one redraws
 
     [[nodiscard]] double value() const { return value_; }
     // RuntimeError 11 when Max is 0: the needle's place is a share of Max.
@@ -62,7 +62,7 @@ public:
 
     [[nodiscard]] std::string_view kind() const override { return "dial"; }
     [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
-    [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
     // Told to observers when needle, marker or number change.
     [[nodiscard]] const void* faceProperty() const { return &value_; }
 

@@ -18,13 +18,13 @@ constexpr double kHighestTarget = 16.0;
 constexpr double kLowestTarget = 10.0;
 constexpr float kOffTarget = 0.75F;  // from here on a cell turns from yellow to red
 
-platform::Color colorOf(double red, double green) {
-    const auto part = [](double value) { return static_cast<platform::Color>(std::clamp(value, 0.0, 255.0)); };
+controls::Color colorOf(double red, double green) {
+    const auto part = [](double value) { return static_cast<controls::Color>(std::clamp(value, 0.0, 255.0)); };
     return part(red) | part(green) << 8U;
 }
 
 // Green on target, through yellow, to red.
-platform::Color colorOf(float proposal) {
+controls::Color colorOf(float proposal) {
     const float distance = std::fabs(proposal);
     return distance < kOffTarget ? colorOf(std::floor(distance * 250.0F + 23.0F), 255)
                                  : colorOf(255, std::floor(255.0F - distance * 70.0F));
@@ -56,7 +56,7 @@ void AnalyserPane::begin() {
     showFrames_(true);
     enableMapButtons(false);
     showBoxes(true);
-    window_.imgAgentLed.Shown = platform::Picture::Grey;
+    window_.imgAgentLed.Shown = controls::Picture::Grey;
     window_.imgAgentLed.Left = kLampPlace;
     window_.imgAgentLed.Top = kLampPlace;
     context_.analyser.setLogData(true);
@@ -103,23 +103,23 @@ void AnalyserPane::paint() {
     }
 }
 
-void AnalyserPane::showTarget(platform::TextBox& box) {
+void AnalyserPane::showTarget(controls::TextBox& box) {
     box.Text = box.ToolTipText.get();
-    box.BackColor = platform::kWhite;
+    box.BackColor = controls::kWhite;
 }
 
 // A cell without samples stays white.
-void AnalyserPane::showMean(platform::TextBox& box, int cell) {
+void AnalyserPane::showMean(controls::TextBox& box, int cell) {
     const double mean = static_cast<double>(std::floor(context_.analyser.LambdaAvg(cell) * 100.0F)) / 100.0;
     box.Text = core::numberText(mean).view();
-    box.BackColor = mean == 0.0 ? platform::kWhite : colorOf(context_.analyser.Proposal(cell));
+    box.BackColor = mean == 0.0 ? controls::kWhite : colorOf(context_.analyser.Proposal(cell));
 }
 
 void AnalyserPane::keyDown(int cell, int keyCode) {
     if (const auto next = window_.analys.beside(cell, keyCode)) {
         window_.setFocus(&window_.analys(*next));
-    } else if (keyCode == platform::kKeyPlus || keyCode == platform::kKeyMinus) {
-        stepTarget(cell, keyCode == platform::kKeyPlus);
+    } else if (keyCode == controls::kKeyPlus || keyCode == controls::kKeyMinus) {
+        stepTarget(cell, keyCode == controls::kKeyPlus);
     }
 }
 

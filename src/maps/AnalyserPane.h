@@ -25,8 +25,8 @@ private:
     void showBoxes(bool shown);
     void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
-    void showTarget(platform::TextBox& box);
-    void showMean(platform::TextBox& box, int cell);
+    void showTarget(controls::TextBox& box);
+    void showMean(controls::TextBox& box, int cell);
     void keyDown(int cell, int keyCode);
     void stepTarget(int cell, bool up);
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/PropertyTable.h"
+#include "controls/PropertyTable.h"
 
 namespace korvane::maps {
 
@@ -17,7 +17,7 @@ public:
     // The tool-tip of txtInjAnalys(cell).
     virtual void setSetpointToolTip(int cell, std::string_view text) = 0;
     virtual void setOnlineChanges(bool ticked) = 0;  // chkOnlineChanges
-    virtual void setAgentLamp(platform::Picture lamp) = 0;
+    virtual void setAgentLamp(controls::Picture lamp) = 0;
     // The key-down handler of txtFuel(cell), as if the tuner pressed the key.
     virtual void pressFuelKey(int cell, int keyCode, int shift) = 0;
     virtual void populateFuelOUT() = 0;

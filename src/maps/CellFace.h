@@ -5,12 +5,12 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace korvane::maps {
 
 struct CellFace {
-    platform::Color color;  // of the text
+    controls::Color color;  // of the text
     std::string_view text;
     std::string_view toolTip;
 };
@@ -18,24 +18,24 @@ struct CellFace {
 // Lets a cell be typed into while it lives.
 class Unlocked {
 public:
-    explicit Unlocked(platform::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
+    explicit Unlocked(controls::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
     Unlocked(const Unlocked&) = delete;
     Unlocked& operator=(const Unlocked&) = delete;
     ~Unlocked() { cell_.Locked = true; }
 
 private:
-    platform::TextBox& cell_;
+    controls::TextBox& cell_;
 };
 
 // Whether a cell can be typed into while its face is rewritten, as those of an edited image can.
 enum class Rewrite { Locked, Unlocked };
 
 // Blue for a byte that was edited since it was received.
-[[nodiscard]] constexpr platform::Color editColor(std::uint8_t received, std::uint8_t edited) {
-    return received == edited ? platform::kBlack : platform::kBlue;
+[[nodiscard]] constexpr controls::Color editColor(std::uint8_t received, std::uint8_t edited) {
+    return received == edited ? controls::kBlack : controls::kBlue;
 }
 
-inline void showFace(platform::TextBox& cell, const CellFace& face, Rewrite rewrite) {
+inline void showFace(controls::TextBox& cell, const CellFace& face, Rewrite rewrite) {
     std::optional<Unlocked> unlocked;
     if (rewrite == Rewrite::Unlocked) {
         unlocked.emplace(cell);

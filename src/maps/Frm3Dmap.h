@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
+#include "controls/Chart.h"
+#include "controls/Controls.h"
+#include "controls/Window.h"
 #include "core/SharedTables.h"
-#include "platform/Chart.h"
-#include "platform/Controls.h"
-#include "platform/Window.h"
 
 namespace korvane::maps {
 
@@ -17,12 +17,12 @@ inline constexpr std::int32_t kPwmTable = 3;
 
 // Loaded hidden at the program's start, one for the whole run. Refreshes only once it has been opened: while its Tag is
 // empty Update3D does nothing.
-class Frm3Dmap : public platform::Window {
+class Frm3Dmap : public controls::Window {
 public:
     Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables);
 
-    platform::Chart MSChart1{*this, "MSChart1"};
-    platform::CommandButton Command1{*this, "Command1"};  // "update"
+    controls::Chart MSChart1{*this, "MSChart1"};
+    controls::CommandButton Command1{*this, "Command1"};  // "update"
 
     // Stored for the next Update3D.
     void setMapSizes(std::int16_t columns, std::int16_t rows);

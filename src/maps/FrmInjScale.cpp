@@ -54,7 +54,7 @@ FrmInjScale::FrmInjScale(platform::Machine& machine, core::SharedTables& tables)
 
 void FrmInjScale::placeControls() {
     struct Place {
-        platform::Control& control;
+        controls::Control& control;
         int left, top, width, height;  // twips
     };
     for (const auto& [control, left, top, width, height] :
@@ -67,7 +67,7 @@ void FrmInjScale::placeControls() {
         control.Width = width;
         control.Height = height;
     }
-    for (platform::Control* control : std::initializer_list<platform::Control*>{
+    for (controls::Control* control : std::initializer_list<controls::Control*>{
              &lblInjectorOld, &txtInjectorOld, &lblInjectorNew, &txtInjectorNew, &btnInjectorChange}) {
         control->setContainer(&FrameInjectorSize);
     }
@@ -90,7 +90,7 @@ void FrmInjScale::btnInjectorChange_Click() {
     }
 }
 
-float FrmInjScale::store(std::string_view section, const platform::TextBox& box) {
+float FrmInjScale::store(std::string_view section, const controls::TextBox& box) {
     const std::int16_t size = core::toInt16(core::toInt(core::val(box.Text.get())));
     const std::array lines{core::textOf(int{size})};
     static_cast<void>(core::WriteIniSection(machine().folder / kIniFile, section, lines));

@@ -4,23 +4,23 @@
 #include <functional>
 #include <string_view>
 
+#include "controls/Controls.h"
+#include "controls/Window.h"
 #include "core/SharedTables.h"
-#include "platform/Controls.h"
-#include "platform/Window.h"
 
 namespace korvane::maps {
 
-class FrmInjScale : public platform::Window {
+class FrmInjScale : public controls::Window {
 public:
     FrmInjScale(platform::Machine& machine, core::SharedTables& tables);
 
-    platform::Frame FrameInjectorSize{*this, "FrameInjectorSize"};  // "Injector size scaling"
-    platform::Label lblInjectorOld{*this, "lblInjectorOld"};
-    platform::Label lblInjectorNew{*this, "lblInjectorNew"};
-    platform::TextBox txtInjectorOld{*this, "txtInjectorOld"};
-    platform::TextBox txtInjectorNew{*this, "txtInjectorNew"};  // ccm per minute
-    platform::CommandButton btnInjectorChange{*this, "btnInjectorChange"};
-    platform::Frame FrameFuelPressure{*this, "FrameFuelPressure"};  // "Fuel pressure scaling", empty
+    controls::Frame FrameInjectorSize{*this, "FrameInjectorSize"};  // "Injector size scaling"
+    controls::Label lblInjectorOld{*this, "lblInjectorOld"};
+    controls::Label lblInjectorNew{*this, "lblInjectorNew"};
+    controls::TextBox txtInjectorOld{*this, "txtInjectorOld"};
+    controls::TextBox txtInjectorNew{*this, "txtInjectorNew"};  // ccm per minute
+    controls::CommandButton btnInjectorChange{*this, "btnInjectorChange"};
+    controls::Frame FrameFuelPressure{*this, "FrameFuelPressure"};  // "Fuel pressure scaling", empty
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     std::function<void()> populateFuelOUT;
@@ -32,7 +32,7 @@ private:
     void placeControls();
     void btnInjectorChange_Click();
     // Writes the box's whole number to a section of the program's ini file and returns it.
-    float store(std::string_view section, const platform::TextBox& box);
+    float store(std::string_view section, const controls::TextBox& box);
     void scaleMap();
 
     core::SharedTables& tables_;

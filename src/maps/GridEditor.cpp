@@ -11,13 +11,13 @@ namespace korvane::maps {
 
 namespace {
 
-using platform::kControlMask;
-using platform::kKeyDown;
-using platform::kKeyLeft;
-using platform::kKeyMinus;
-using platform::kKeyPlus;
-using platform::kKeyUp;
-using platform::kShiftMask;
+using controls::kControlMask;
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyMinus;
+using controls::kKeyPlus;
+using controls::kKeyUp;
+using controls::kShiftMask;
 
 constexpr int kReleased = 0;     // key code for the release of a key
 constexpr int kMouseButton = 1;  // for that of a mouse button
@@ -43,7 +43,7 @@ std::uint8_t lowered(std::uint8_t byte) {
 
 }  // namespace
 
-GridEditor::GridEditor(platform::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules)
+GridEditor::GridEditor(controls::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules)
     : window_(window), grid_(grid), tables_(tables), rules_(std::move(rules)) {
     for (int index = 0; index < grid_.geometry.cells(); ++index) {
         connect(index);
@@ -53,7 +53,7 @@ GridEditor::GridEditor(platform::Window& window, MapGrid& grid, core::SharedTabl
 void GridEditor::connect(int index) {
     auto& cell = grid_(index);
     cell.GotFocus = [this, index] { gotFocus(index); };
-    cell.LostFocus = [&cell] { cell.BackColor = platform::kWhite; };
+    cell.LostFocus = [&cell] { cell.BackColor = controls::kWhite; };
     cell.KeyDown = [this, index](int keyCode, int shift) { keyDown(index, keyCode, shift); };
     if (rules_.mouseSelects) {
         cell.KeyUp = [this, index](int keyCode, int shift) { keyUp(index, keyCode, shift); };
@@ -77,11 +77,11 @@ void GridEditor::gotFocus(int index) {
             rules_.paint(grid_);
         }
     }
-    grid_(index).BackColor = platform::kYellow;
+    grid_(index).BackColor = controls::kYellow;
 }
 
 void GridEditor::keyUp(int index, int keyCode, int shift) {
-    if (keyCode != platform::kKeyShift && shift != 0) {
+    if (keyCode != controls::kKeyShift && shift != 0) {
         keyDown(index, kReleased, shift);
     }
 }
@@ -96,7 +96,7 @@ void GridEditor::mouseUp(int index, int shift) {
         }
     }
     keyDown(index, kMouseButton, shift);
-    grid_(index).BackColor = platform::kYellow;
+    grid_(index).BackColor = controls::kYellow;
 }
 
 void GridEditor::keyDown(int index, int keyCode, int shift) {

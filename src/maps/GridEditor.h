@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <functional>
 
+#include "controls/Window.h"
 #include "core/SharedTables.h"
 #include "maps/MapGrid.h"
-#include "platform/Window.h"
 
 namespace korvane::maps {
 
@@ -37,7 +37,7 @@ struct GridRules {
 class GridEditor {
 public:
     // Sets the events of the grid's cells.
-    GridEditor(platform::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules);
+    GridEditor(controls::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules);
     GridEditor(const GridEditor&) = delete;
     GridEditor& operator=(const GridEditor&) = delete;
     ~GridEditor() = default;
@@ -70,7 +70,7 @@ private:
     void moveFocus(int cell, int shift);
     void stepCell(int cell, const std::function<std::uint8_t(std::uint8_t)>& step);
 
-    platform::Window& window_;
+    controls::Window& window_;
     MapGrid& grid_;
     core::SharedTables& tables_;
     GridRules rules_;

@@ -31,15 +31,15 @@ constexpr int kWideScreen = 15700;    // above, there is room for bold text
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
 
-platform::Value scaleOf(const platform::Object& object) {
+controls::Value scaleOf(const controls::Object& object) {
     return core::val(core::textOf(dynamic_cast<const MapControls&>(object).InjTimeScale));
 }
 
-constexpr std::array kMembers{platform::readOnlyProperty<&scaleOf>("InjTimeScale")};
+constexpr std::array kMembers{controls::readOnlyProperty<&scaleOf>("InjTimeScale")};
 
 }  // namespace
 
-std::vector<std::span<const platform::PropertyInfo>> MapControls::propertyTables() const {
+std::vector<std::span<const controls::PropertyInfo>> MapControls::propertyTables() const {
     auto tables = Window::propertyTables();
     tables.emplace_back(kMembers);
     return tables;
@@ -105,7 +105,7 @@ void MapControls::describeAnalyser() {
     chkModifyInjSetpoint.Caption = "Modify lambda setpoints";
     btnSaveLambdaSetpoint.Caption = "Save Lambda";
     btnloadLambdaSetpoint.Caption = "Load Lambda";
-    imgAgentLed.Shown = platform::Picture::Grey;
+    imgAgentLed.Shown = controls::Picture::Grey;
     chkUseTuningAgent.Visible = chkSimplemode.Visible = chkModifyInjSetpoint.Visible = imgAgentLed.Visible = false;
     btnSaveLambdaSetpoint.Enabled = false;
     btnloadLambdaSetpoint.Enabled = false;
@@ -137,7 +137,7 @@ void MapControls::sizeFonts(int screenWidth) {
         size(grid->rowLabels);
     }
     for (auto* control : controls()) {
-        if (small && dynamic_cast<platform::CommandButton*>(control) != nullptr) {
+        if (small && dynamic_cast<controls::CommandButton*>(control) != nullptr) {
             control->FontSize = kSmallButtonFont;
         }
     }

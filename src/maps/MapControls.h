@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/Controls.h"
+#include "controls/Timer.h"
+#include "controls/Window.h"
 #include "maps/MapGrid.h"
-#include "platform/Controls.h"
-#include "platform/Timer.h"
-#include "platform/Window.h"
 
 namespace korvane::maps {
 
@@ -29,55 +29,55 @@ inline constexpr int kIgnitionOffset = 3;
 inline constexpr int kMiscBits = 16;  // of the enable word
 
 // The large window shows its grids on pages of a tab strip; the other swaps its frames.
-class MapControls : public platform::Window {
+class MapControls : public controls::Window {
 public:
     // `name` must outlive the window.
     MapControls(platform::Machine& machine, std::string_view name, std::string_view caption, MapGeometry shape);
 
-    platform::Frame FrameFuel{*this, "FrameFuel"};
-    platform::Frame FrameIgn{*this, "FrameIgn"};
-    platform::Frame FramePWM{*this, "FramePWM"};
-    platform::Frame FrameInjAnalys{*this, "FrameInjAnalys"};
+    controls::Frame FrameFuel{*this, "FrameFuel"};
+    controls::Frame FrameIgn{*this, "FrameIgn"};
+    controls::Frame FramePWM{*this, "FramePWM"};
+    controls::Frame FrameInjAnalys{*this, "FrameInjAnalys"};
     MapGrid fuel;    // txtFuel, lblRpmF, lblMapF
     MapGrid ign;     // txtIgn, lblRpmI, lblMapI
     MapGrid pwm;     // txtPWM, lblRpmP, lblMapP
     MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
 
-    platform::CommandButton btnReadFuel{*this, "btnReadFuel"};
-    platform::CommandButton btnWriteFuel{*this, "btnWriteFuel"};
-    platform::CommandButton btnReadIgn{*this, "btnReadIgn"};
-    platform::CommandButton btnWriteIgn{*this, "btnWriteIgn"};
-    platform::CommandButton btnReadPWM{*this, "btnReadPWM"};
-    platform::CommandButton btnSavePWM{*this, "btnSavePWM"};
-    platform::CommandButton btnReadMisc{*this, "btnReadMisc"};
-    platform::CommandButton btnSaveMisc{*this, "btnSaveMisc"};
-    platform::CommandButton btnSave{*this, "btnSave"};
-    platform::CommandButton btnLoad{*this, "btnLoad"};
-    platform::CommandButton btnShow3D{*this, "btnShow3D"};
-    platform::CommandButton btnInjScale{*this, "btnInjScale"};
-    platform::CommandButton btnHelp{*this, "btnHelp"};
-    platform::ProgressBar prgTransfer{*this, "prgTransfer"};  // of a map on its way to the ECU
+    controls::CommandButton btnReadFuel{*this, "btnReadFuel"};
+    controls::CommandButton btnWriteFuel{*this, "btnWriteFuel"};
+    controls::CommandButton btnReadIgn{*this, "btnReadIgn"};
+    controls::CommandButton btnWriteIgn{*this, "btnWriteIgn"};
+    controls::CommandButton btnReadPWM{*this, "btnReadPWM"};
+    controls::CommandButton btnSavePWM{*this, "btnSavePWM"};
+    controls::CommandButton btnReadMisc{*this, "btnReadMisc"};
+    controls::CommandButton btnSaveMisc{*this, "btnSaveMisc"};
+    controls::CommandButton btnSave{*this, "btnSave"};
+    controls::CommandButton btnLoad{*this, "btnLoad"};
+    controls::CommandButton btnShow3D{*this, "btnShow3D"};
+    controls::CommandButton btnInjScale{*this, "btnInjScale"};
+    controls::CommandButton btnHelp{*this, "btnHelp"};
+    controls::ProgressBar prgTransfer{*this, "prgTransfer"};  // of a map on its way to the ECU
 
-    platform::Frame FrameMisc{*this, "FrameMisc"};
-    platform::ControlArray<platform::Label> lblMisc{*this, "lblMisc", 4};    // the names beside txtMisc
-    platform::ControlArray<platform::TextBox> txtMisc{*this, "txtMisc", 4};  // kRpmLimit to kIgnitionOffset
-    platform::ControlArray<platform::CheckBox> CheckMisc{*this, "CheckMisc", kMiscBits};  // the bits of the enable word
-    platform::Frame FrameINJMaxOpen{*this, "FrameINJMaxOpen"};                            // "Suutin max aukiolo"
-    platform::ControlArray<platform::OptionButton> optINJMaxOpen{*this, "optINJMaxOpen", 2};  // "4.4ms", "2.2ms"
+    controls::Frame FrameMisc{*this, "FrameMisc"};
+    controls::ControlArray<controls::Label> lblMisc{*this, "lblMisc", 4};    // the names beside txtMisc
+    controls::ControlArray<controls::TextBox> txtMisc{*this, "txtMisc", 4};  // kRpmLimit to kIgnitionOffset
+    controls::ControlArray<controls::CheckBox> CheckMisc{*this, "CheckMisc", kMiscBits};  // the bits of the enable word
+    controls::Frame FrameINJMaxOpen{*this, "FrameINJMaxOpen"};                            // "Suutin max aukiolo"
+    controls::ControlArray<controls::OptionButton> optINJMaxOpen{*this, "optINJMaxOpen", 2};  // "4.4ms", "2.2ms"
 
-    platform::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};
-    platform::CheckBox chkTrace{*this, "chkTrace"};
-    platform::CheckBox chkInjAnal{*this, "chkInjAnal"};
-    platform::CheckBox chkUseTuningAgent{*this, "chkUseTuningAgent"};
-    platform::CheckBox chkSimplemode{*this, "chkSimplemode"};
-    platform::CheckBox chkModifyInjSetpoint{*this, "chkModifyInjSetpoint"};
-    platform::Image imgAgentLed{*this, "imgAgentLed"};
-    platform::CommandButton btnSaveLambdaSetpoint{*this, "btnSaveLambdaSetpoint"};
-    platform::CommandButton btnloadLambdaSetpoint{*this, "btnloadLambdaSetpoint"};
+    controls::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};
+    controls::CheckBox chkTrace{*this, "chkTrace"};
+    controls::CheckBox chkInjAnal{*this, "chkInjAnal"};
+    controls::CheckBox chkUseTuningAgent{*this, "chkUseTuningAgent"};
+    controls::CheckBox chkSimplemode{*this, "chkSimplemode"};
+    controls::CheckBox chkModifyInjSetpoint{*this, "chkModifyInjSetpoint"};
+    controls::Image imgAgentLed{*this, "imgAgentLed"};
+    controls::CommandButton btnSaveLambdaSetpoint{*this, "btnSaveLambdaSetpoint"};
+    controls::CommandButton btnloadLambdaSetpoint{*this, "btnloadLambdaSetpoint"};
 
-    platform::Timer Timer1{*this, "Timer1", true, 333};                             // focus and analyser
-    platform::Timer TimerInitialGetData{*this, "TimerInitialGetData", false, 100};  // from the load to the first reads
-    platform::Timer TimeOutTimer{*this, "TimeOutTimer", false, 1000};               // seconds of a blocking read
+    controls::Timer Timer1{*this, "Timer1", true, 333};                             // focus and analyser
+    controls::Timer TimerInitialGetData{*this, "TimerInitialGetData", false, 100};  // from the load to the first reads
+    controls::Timer TimeOutTimer{*this, "TimeOutTimer", false, 1000};               // seconds of a blocking read
 
     // Milliseconds for one fuel count, rounded to single precision.
     float InjTimeScale = 0.0F;
@@ -91,7 +91,7 @@ public:
     void sizeFonts(int screenWidth);
     void placeGrids();
 
-    [[nodiscard]] std::vector<std::span<const platform::PropertyInfo>> propertyTables() const override;
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
 private:
     void describeButtons();

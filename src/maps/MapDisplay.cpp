@@ -48,7 +48,7 @@ void MapDisplay::showFuelCell(int cell, std::uint8_t count, Rewrite rewrite) {
         pulse = Pulse{time, cycleTime(window_.fuel.geometry.rpmOf(cell)) / mode};
     }
     const auto edited = editColor(core::checked(tables.FuelMapIn, cell), core::checked(tables.FuelMapOut, cell));
-    const auto color = pulse && pulse->available < pulse->length ? platform::kRed : edited;
+    const auto color = pulse && pulse->available < pulse->length ? controls::kRed : edited;
     composeFuelToolTip(cell, count, pulse);
     showFace(window_.fuel(cell), {color, core::numberText(time).view(), toolTip_}, rewrite);
 }
@@ -77,7 +77,7 @@ void MapDisplay::showPwm(const core::MapImage& image) {
         const auto edited = editColor(core::checked(tables.PwmMapIn, cell), core::checked(tables.PwmMapOut, cell));
         const auto text = core::numberText(time);
         const auto toolTip = core::numberText(int{count});
-        showFace(grid(cell), {tooLong ? platform::kRed : edited, text.view(), toolTip.view()}, Rewrite::Locked);
+        showFace(grid(cell), {tooLong ? controls::kRed : edited, text.view(), toolTip.view()}, Rewrite::Locked);
     }
     context_.frm3Dmap.Update3D(kPwmTable);
 }

@@ -136,13 +136,13 @@ void MapForm::UpdateReadEE(std::int32_t value, int addr, bool) {
 void MapForm::updateMapPlace() {
     auto& tables = context_.tables;
     if (chkTrace.Value == 0) {
-        markCell(tables.PrevMapPlace, platform::kWhite);
+        markCell(tables.PrevMapPlace, controls::kWhite);
     }
-    markCell(tables.MapPlace, platform::kRed);
+    markCell(tables.MapPlace, controls::kRed);
     tables.PrevMapPlace = tables.MapPlace;
 }
 
-void MapForm::markCell(int cell, platform::Color color) {
+void MapForm::markCell(int cell, controls::Color color) {
     if (!fuel.geometry.has(cell)) {
         return;
     }
@@ -154,8 +154,8 @@ void MapForm::markCell(int cell, platform::Color color) {
 void MapForm::clearTrace() {
     for (auto* grid : {&fuel, &ign, &pwm}) {
         for (auto& cell : grid->cells) {
-            if (cell.BackColor == platform::kRed) {
-                cell.BackColor = platform::kWhite;
+            if (cell.BackColor == controls::kRed) {
+                cell.BackColor = controls::kWhite;
             }
         }
     }

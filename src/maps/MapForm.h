@@ -1,6 +1,7 @@
 // A map window at work: the body that frmMaps and frmMaps_Large share.
 #pragma once
 
+#include "controls/PictureBox.h"
 #include "link/Windows.h"
 #include "maps/AnalyserPane.h"
 #include "maps/GridEditing.h"
@@ -9,7 +10,6 @@
 #include "maps/MapDisplay.h"
 #include "maps/MapFiles.h"
 #include "maps/MapTransfer.h"
-#include "platform/PictureBox.h"
 
 namespace korvane::maps {
 
@@ -42,7 +42,7 @@ public:
     // For the analyser and its agent.
     void setSetpointToolTip(int cell, std::string_view text) override;
     void setOnlineChanges(bool ticked) override { chkOnlineChanges.Value = ticked ? 1 : 0; }
-    void setAgentLamp(platform::Picture lamp) override { imgAgentLed.Shown = lamp; }
+    void setAgentLamp(controls::Picture lamp) override { imgAgentLed.Shown = lamp; }
     void pressFuelKey(int cell, int keyCode, int shift) override;
     void populateFuelOUT() override;
 
@@ -65,7 +65,7 @@ protected:
     [[nodiscard]] const MapContext& context() const { return context_; }
 
 private:
-    void markCell(int cell, platform::Color color);
+    void markCell(int cell, controls::Color color);
     void clearTrace();
     void showHelp();
 
@@ -82,7 +82,7 @@ class FrmMaps : public MapForm {
 public:
     FrmMaps(platform::Machine& machine, const MapContext& context);
 
-    platform::CheckBox chkFocusOnFuel, chkFocusOnIGN, chkShowPwm;
+    controls::CheckBox chkFocusOnFuel, chkFocusOnIGN, chkShowPwm;
 
 protected:
     void arrangePanes() override;
@@ -98,9 +98,9 @@ class FrmMaps_Large : public MapForm {  // NOLINT(readability-identifier-naming)
 public:
     FrmMaps_Large(platform::Machine& machine, const MapContext& context);
 
-    platform::TabStrip TabStrip1;
-    platform::ControlArray<platform::PictureBox> picOptions;  // the page of tab i + 1
-    platform::CheckBox chkFocusOnMAP;
+    controls::TabStrip TabStrip1;
+    controls::ControlArray<controls::PictureBox> picOptions;  // the page of tab i + 1
+    controls::CheckBox chkFocusOnMAP;
 
 protected:
     void arrangePanes() override;

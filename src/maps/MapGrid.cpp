@@ -16,7 +16,7 @@ constexpr double kRowPitch = 1.1;  // of the cell's height
 
 }  // namespace
 
-MapGrid::MapGrid(platform::Window& window, const MapGridNames& names, MapGeometry shape, platform::Control& frame)
+MapGrid::MapGrid(controls::Window& window, const MapGridNames& names, MapGeometry shape, controls::Control& frame)
     : geometry(shape),
       cells(window, names.cells, shape.cells()),
       columnLabels(window, names.columnLabels, shape.columns),
@@ -24,7 +24,7 @@ MapGrid::MapGrid(platform::Window& window, const MapGridNames& names, MapGeometr
     for (auto& cell : cells) {
         cell.setContainer(&frame);
         cell.Locked = true;
-        cell.BackColor = platform::kWhite;
+        cell.BackColor = controls::kWhite;
         cell.Width = kCellWidth;
         cell.Height = kCellHeight;
     }
@@ -41,16 +41,16 @@ MapGrid::MapGrid(platform::Window& window, const MapGridNames& names, MapGeometr
 
 std::optional<int> MapGrid::beside(int cell, int keyCode) const {
     const int columns = geometry.columns;
-    if (keyCode == platform::kKeyLeft && cell % columns != 0) {
+    if (keyCode == controls::kKeyLeft && cell % columns != 0) {
         return cell - 1;
     }
-    if (keyCode == platform::kKeyRight && (cell + 1) % columns != 0) {
+    if (keyCode == controls::kKeyRight && (cell + 1) % columns != 0) {
         return cell + 1;
     }
-    if (keyCode == platform::kKeyUp && cell >= columns) {
+    if (keyCode == controls::kKeyUp && cell >= columns) {
         return cell - columns;
     }
-    if (keyCode == platform::kKeyDown && cell < geometry.cells() - columns) {
+    if (keyCode == controls::kKeyDown && cell < geometry.cells() - columns) {
         return cell + columns;
     }
     return {};

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "controls/Controls.h"
 #include "maps/MapGeometry.h"
-#include "platform/Controls.h"
 
 namespace korvane::maps {
 
@@ -20,16 +20,16 @@ struct MapGridNames {
 class MapGrid {
 public:
     // All cells are Locked: the tuner never types into them. `frame` is what everything stands in.
-    MapGrid(platform::Window& window, const MapGridNames& names, MapGeometry shape, platform::Control& frame);
+    MapGrid(controls::Window& window, const MapGridNames& names, MapGeometry shape, controls::Control& frame);
 
-    platform::TextBox& operator()(int cell) { return cells(cell); }
+    controls::TextBox& operator()(int cell) { return cells(cell); }
     // The cell that an arrow key leads to; nothing at the edge, and for another key.
     [[nodiscard]] std::optional<int> beside(int cell, int keyCode) const;
 
     const MapGeometry geometry;
-    platform::ControlArray<platform::TextBox> cells;
-    platform::ControlArray<platform::Label> columnLabels;
-    platform::ControlArray<platform::Label> rowLabels;
+    controls::ControlArray<controls::TextBox> cells;
+    controls::ControlArray<controls::Label> columnLabels;
+    controls::ControlArray<controls::Label> rowLabels;
 
     // The selected block by 1-based cell numbers (cell index + 1); 0 means none. A block needs both.
     std::int16_t SelFirst = 0;

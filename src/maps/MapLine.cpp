@@ -42,7 +42,7 @@ void MapLine::trapped(const std::function<void()>& handler) {
     }
 }
 
-Progress::Progress(platform::ProgressBar& bar, int steps)
+Progress::Progress(controls::ProgressBar& bar, int steps)
     : bar_(bar), outerVisible_(bar.Visible), outerMax_(bar.Max), outerValue_(bar.Value) {
     bar_.start(steps);
 }

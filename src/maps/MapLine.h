@@ -54,7 +54,7 @@ private:
 // The progress bar for as long as a transfer runs. One that was begun inside another gives the bar back to it.
 class Progress {
 public:
-    Progress(platform::ProgressBar& bar, int steps);
+    Progress(controls::ProgressBar& bar, int steps);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress();
@@ -62,7 +62,7 @@ public:
     void step() { bar_.Value = ++done_; }
 
 private:
-    platform::ProgressBar& bar_;
+    controls::ProgressBar& bar_;
     int done_ = 0;
     bool outerVisible_;
     int outerMax_;

@@ -7,7 +7,7 @@ namespace korvane::maps {
 
 namespace {
 
-using platform::TextBox;
+using controls::TextBox;
 
 constexpr double kHighestSpeed = 10000.0;
 constexpr double kHighestByte = 255.0;
@@ -50,7 +50,7 @@ int miscCharacter(int character) {
     return passes ? character : 0;
 }
 
-void describeMiscBoxes(platform::ControlArray<TextBox>& txtMisc) {
+void describeMiscBoxes(controls::ControlArray<TextBox>& txtMisc) {
     for (int i = 0; i < txtMisc.count(); ++i) {
         auto& box = txtMisc(i);
         box.KeyPress = [](int& character) { character = miscCharacter(character); };

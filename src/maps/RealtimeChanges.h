@@ -6,8 +6,8 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/Controls.h"
-#include "platform/MSComm.h"
+#include "controls/Controls.h"
+#include "controls/MSComm.h"
 
 namespace korvane::maps {
 
@@ -20,15 +20,15 @@ namespace korvane::maps {
 class RealtimeChanges {
 public:
     // `enabled` is the box that the tuner ticks.
-    RealtimeChanges(const platform::CheckBox& enabled, platform::MSComm& port) : enabled_(enabled), port_(port) {}
+    RealtimeChanges(const controls::CheckBox& enabled, controls::MSComm& port) : enabled_(enabled), port_(port) {}
 
     // Sends nothing while the box is unticked or the port closed, and nothing for a cell past 255, which the frame
     // can't name: that one goes out with the whole map.
     void send(std::uint8_t command, int cell, std::uint8_t value) const;
 
 private:
-    const platform::CheckBox& enabled_;
-    platform::MSComm& port_;
+    const controls::CheckBox& enabled_;
+    controls::MSComm& port_;
 };
 
 }  // namespace korvane::maps

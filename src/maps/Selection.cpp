@@ -13,8 +13,8 @@ std::int16_t numberOf(int cell) {
     return core::toInt16(cell + 1);
 }
 
-void mark(platform::TextBox& cell, bool selected) {
-    cell.BackColor = selected ? platform::kGreen : platform::kWhite;
+void mark(controls::TextBox& cell, bool selected) {
+    cell.BackColor = selected ? controls::kGreen : controls::kWhite;
     cell.ToolTipText = selected ? kSelected : kNotSelected;
 }
 
@@ -73,7 +73,7 @@ void paintRun(MapGrid& grid) {
 }
 
 void whitenRun(MapGrid& grid) {
-    forRun(grid, [](auto& cell) { cell.BackColor = platform::kWhite; });
+    forRun(grid, [](auto& cell) { cell.BackColor = controls::kWhite; });
 }
 
 void paintRectangle(MapGrid& grid) {
@@ -89,7 +89,7 @@ void paintRectangle(MapGrid& grid) {
 
 void whitenAll(MapGrid& grid) {
     for (auto& cell : grid.cells) {
-        cell.BackColor = platform::kWhite;
+        cell.BackColor = controls::kWhite;
     }
 }
 

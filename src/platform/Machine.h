@@ -3,6 +3,10 @@
 
 #include <filesystem>
 
+namespace korvane::controls {
+class WindowList;
+}
+
 namespace korvane::platform {
 
 class DebugLog;
@@ -10,7 +14,6 @@ class Dialogs;
 class EventPump;
 class PreferencesStore;
 class SerialLine;
-class WindowList;
 
 struct Screen {
     int Width = 1366 * 15;  // twips
@@ -23,7 +26,7 @@ struct Machine {
     Dialogs& dialogs;
     PreferencesStore& preferences;
     DebugLog& log;
-    WindowList& windows;
+    controls::WindowList& windows;
     std::filesystem::path folder;  // the program's own: ini files, logs, images
     char decimal = '.';            // the regional decimal separator, of log files alone
     Screen screen;

@@ -13,7 +13,7 @@ namespace korvane::settings {
 
 namespace {
 
-using platform::ListView;
+using controls::ListView;
 
 constexpr std::size_t kKeyDigits = 30;  // on either side of the point
 constexpr char kTagEnd = '\0';          // between a row's own tag and the text that a key stands in for

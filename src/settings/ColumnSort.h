@@ -5,14 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ListView.h"
+#include "controls/ListView.h"
 
 namespace korvane::settings {
 
 // Sorts the list by a column, counted from 1, and each time in the other order than the last. The column's tag, in
 // upper or lower case, says how its texts are understood: "NUMBER", "DATE", as plain texts otherwise. A cell that is no
 // number or date sorts by its own text. RuntimeError 9 for a column that does not exist.
-void sortByColumn(platform::ListView& list, int column);
+void sortByColumn(controls::ListView& list, int column);
 
 // Texts that sort as plain texts in the order of what they stand for; nothing for another text.
 

@@ -92,7 +92,7 @@ void FrmMisc::applyFeatures() {
     enable(txtVolt, kVoltBit);
 }
 
-void FrmMisc::enable(platform::ControlArray<platform::TextBox>& boxes, int bit) {
+void FrmMisc::enable(controls::ControlArray<controls::TextBox>& boxes, int bit) {
     const bool offered = (context_.tables.Features & core::checked(context_.tables.BitMask, bit)) != 0;
     for (auto& box : boxes) {
         box.Enabled = offered;
@@ -116,7 +116,7 @@ void FrmMisc::tbsOptions_Click() {
 }
 
 void FrmMisc::Form_KeyDown(int keyCode, int shift) {
-    if (keyCode == platform::kKeyTab && shift == platform::kControlMask) {
+    if (keyCode == controls::kKeyTab && shift == controls::kControlMask) {
         tbsOptions.SelectedItem = tbsOptions.SelectedItem % tbsOptions.tabCount() + 1;
     }
 }

@@ -49,7 +49,7 @@ private:
     void place();
     void tbsOptions_Click();
     void applyFeatures();
-    void enable(platform::ControlArray<platform::TextBox>& boxes, int bit);
+    void enable(controls::ControlArray<controls::TextBox>& boxes, int bit);
     void btnReadFromFile_Click();
     void loadFile(const std::string& path);
     void calibrateThrottle(std::uint8_t command);

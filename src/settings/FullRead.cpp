@@ -23,7 +23,7 @@ constexpr const char* kReceiving = "Receiving data from target device!:  ";
 
 }  // namespace
 
-FullRead::Pass::Pass(int& passes, platform::Timer& poll) : passes_(passes), poll_(poll), interval_(poll.Interval) {
+FullRead::Pass::Pass(int& passes, controls::Timer& poll) : passes_(passes), poll_(poll), interval_(poll.Interval) {
     ++passes_;
     poll_.Enabled = false;
     poll_.Interval = kPollInterval;

@@ -20,14 +20,14 @@ private:
     // A pass under way, with the poll as it has to be meanwhile.
     class Pass {
     public:
-        Pass(int& passes, platform::Timer& poll);
+        Pass(int& passes, controls::Timer& poll);
         Pass(const Pass&) = delete;
         Pass& operator=(const Pass&) = delete;
         ~Pass();
 
     private:
         int& passes_;
-        platform::Timer& poll_;
+        controls::Timer& poll_;
         int interval_;
     };
 

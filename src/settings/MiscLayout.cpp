@@ -6,7 +6,7 @@ namespace korvane::settings {
 
 namespace {
 
-using platform::Control;
+using controls::Control;
 
 constexpr int kPageLeft = 50;  // twips, of the page on show
 constexpr int kPageTop = 50;
@@ -53,7 +53,7 @@ void stand(Control& container, Control& control) {
 }
 
 template <class Kind>
-void stand(Control& container, platform::ControlArray<Kind>& controls) {
+void stand(Control& container, controls::ControlArray<Kind>& controls) {
     for (auto& control : controls) {
         control.setContainer(&container);
     }

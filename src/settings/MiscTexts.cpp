@@ -9,7 +9,7 @@ namespace korvane::settings {
 namespace {
 
 template <class Kind>
-void name(platform::ControlArray<Kind>& controls, std::initializer_list<const char*> captions) {
+void name(controls::ControlArray<Kind>& controls, std::initializer_list<const char*> captions) {
     int index = 0;
     for (const char* caption : captions) {
         controls(index++).Caption = caption;

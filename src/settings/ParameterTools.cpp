@@ -26,7 +26,7 @@ std::string addressText(std::size_t address) {
 
 // The number that `box` begins with, as `convert` makes it.
 template <class Number>
-Number numberOf(const platform::TextBox& box, Number (*convert)(double), const std::string& range) {
+Number numberOf(const controls::TextBox& box, Number (*convert)(double), const std::string& range) {
     try {
         return convert(core::val(box.Text.get()));
     } catch (const platform::RuntimeError&) {

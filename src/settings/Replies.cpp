@@ -28,18 +28,18 @@ constexpr int kNibble = 4;
 constexpr double kVoltScale = 2.0;
 
 // How a value is shown, where it takes no handler of its own.
-using Text = platform::TextBox C::*;
-using Texts = platform::ControlArray<platform::TextBox> C::*;
-using Caption = platform::Label C::*;
+using Text = controls::TextBox C::*;
+using Texts = controls::ControlArray<controls::TextBox> C::*;
+using Caption = controls::Label C::*;
 struct Scaled {
-    platform::TextBox C::*box;
+    controls::TextBox C::*box;
 };
 struct Doubled {
-    platform::TextBox C::*box;
+    controls::TextBox C::*box;
 };
 // The two bytes of the image that begin at the row's first address.
 struct Word {
-    platform::TextBox C::*box;
+    controls::TextBox C::*box;
 };
 struct AccelCells {};
 
@@ -161,7 +161,7 @@ void Replies::dispatch(const Row& row, std::int32_t value, int cell) {
                row.target);
 }
 
-void Replies::showWord(platform::TextBox& box, int addr) {
+void Replies::showWord(controls::TextBox& box, int addr) {
     const auto& image = context_.tables.EEImage;
     box.Text = core::numberText(checked(image, addr) + kByteValues * checked(image, addr + 1)).view();
 }
@@ -270,9 +270,9 @@ void Replies::MarkAccelCell(int index) {
         return;
     }
     if (markedCell_ >= 0) {
-        cells(markedCell_).BackColor = platform::kWhite;
+        cells(markedCell_).BackColor = controls::kWhite;
     }
-    cells(index).BackColor = platform::kRed;
+    cells(index).BackColor = controls::kRed;
     markedCell_ = index;
 }
 

@@ -46,7 +46,7 @@ private:
     void addSetpointHigh(std::int32_t value);
 
     [[nodiscard]] bool bit(std::int32_t value, int number) const;
-    void showWord(platform::TextBox& box, int addr);
+    void showWord(controls::TextBox& box, int addr);
     // The option of optInj8ms for the injection mode and its multiplier.
     [[nodiscard]] int longestInjection(std::int32_t multiplier) const;
     void showBlock(std::span<const std::uint8_t> payload);

@@ -30,18 +30,18 @@ std::string rangeOf(Taken taken, double msPerCount) {
     }
 }
 
-std::string titleOf(const platform::Control* container) {
-    const auto* const frame = dynamic_cast<const platform::Frame*>(container);
+std::string titleOf(const controls::Control* container) {
+    const auto* const frame = dynamic_cast<const controls::Frame*>(container);
     return frame != nullptr ? frame->Caption.get() : std::string();
 }
 
-std::string misfit(const platform::Control& control, const std::string& range) {
+std::string misfit(const controls::Control& control, const std::string& range) {
     return control.path() + " in \"" + titleOf(control.container()) +
            "\" holds a value that does not fit: it must be " + range +
            ".\r\nThe save ended there. It and what follows it was not sent.";
 }
 
-std::int32_t rowOf(const platform::ComboBox& list) {
+std::int32_t rowOf(const controls::ComboBox& list) {
     if (list.ListIndex < 0) {
         throw platform::RuntimeError(platform::kErrorOverflow, misfit(list, "a row of the list"));
     }
@@ -105,7 +105,7 @@ void SaveGroups::wait(const Pause& pause, int cell, int cells) {
     }
 }
 
-std::int32_t SaveGroups::valueOf(const platform::TextBox& box, Taken taken) const {
+std::int32_t SaveGroups::valueOf(const controls::TextBox& box, Taken taken) const {
     try {
         return convert(box, taken);
     } catch (const platform::RuntimeError&) {
@@ -113,7 +113,7 @@ std::int32_t SaveGroups::valueOf(const platform::TextBox& box, Taken taken) cons
     }
 }
 
-std::int32_t SaveGroups::convert(const platform::TextBox& box, Taken taken) const {
+std::int32_t SaveGroups::convert(const controls::TextBox& box, Taken taken) const {
     const double number = core::val(taken == Taken::Tag ? box.Tag.get() : box.Text.get());
     switch (taken) {
         case Taken::Half:

@@ -21,8 +21,8 @@ private:
     void write(const SaveRow& row);
     void wait(const Pause& pause, int cell, int cells);
     // RuntimeError 6, with a sentence for the user, for a number that does not fit.
-    [[nodiscard]] std::int32_t valueOf(const platform::TextBox& box, Taken taken) const;
-    [[nodiscard]] std::int32_t convert(const platform::TextBox& box, Taken taken) const;
+    [[nodiscard]] std::int32_t valueOf(const controls::TextBox& box, Taken taken) const;
+    [[nodiscard]] std::int32_t convert(const controls::TextBox& box, Taken taken) const;
     void writeValue(int address, std::int32_t value, Taken taken);
 
     const MiscContext& context_;

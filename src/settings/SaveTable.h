@@ -27,9 +27,9 @@ struct Pause {
     bool atEnd = true;
 };
 
-using SavedBox = platform::TextBox MiscControls::*;
-using SavedBoxes = platform::ControlArray<platform::TextBox> MiscControls::*;  // cell i to the address + i
-using SavedList = platform::ComboBox MiscControls::*;                          // its row
+using SavedBox = controls::TextBox MiscControls::*;
+using SavedBoxes = controls::ControlArray<controls::TextBox> MiscControls::*;  // cell i to the address + i
+using SavedList = controls::ComboBox MiscControls::*;                          // its row
 using SavedChoice = std::uint8_t (*)(MiscControls&, const core::SharedTables&);
 
 struct SaveRow {
@@ -40,7 +40,7 @@ struct SaveRow {
 };
 
 struct SaveGroup {
-    platform::CommandButton MiscControls::*button;
+    controls::CommandButton MiscControls::*button;
     bool stopsPoll;  // the poll stands still from the press to the end
     std::span<const SaveRow> rows;
 };

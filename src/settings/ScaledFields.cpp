@@ -19,38 +19,38 @@ constexpr double kAlsFuelPercent = 5.0;
 constexpr double kAlsRetardDegrees = 4.5;
 
 bool steps(int keyCode) {
-    return keyCode == platform::kKeyPlus || keyCode == platform::kKeyMinus;
+    return keyCode == controls::kKeyPlus || keyCode == controls::kKeyMinus;
 }
 
 double stepped(double raw, int keyCode, int limit) {
-    if (keyCode == platform::kKeyPlus) {
+    if (keyCode == controls::kKeyPlus) {
         return raw >= limit ? limit : raw + 1;
     }
     return raw <= 0 ? 0 : raw - 1;
 }
 
 // Moves the focus for left and right, and returns the key that is left for the box to act on.
-int navigate(platform::ControlArray<platform::TextBox>& row, int index, int keyCode) {
+int navigate(controls::ControlArray<controls::TextBox>& row, int index, int keyCode) {
     const int count = row.count();
     switch (keyCode) {
-        case platform::kKeyLeft:
+        case controls::kKeyLeft:
             row(index).window().setFocus(&row((index + count - 1) % count));
             return keyCode;
-        case platform::kKeyRight:
+        case controls::kKeyRight:
             row(index).window().setFocus(&row((index + 1) % count));
             return keyCode;
-        case platform::kKeyUp:
-            return platform::kKeyPlus;
-        case platform::kKeyDown:
-            return platform::kKeyMinus;
+        case controls::kKeyUp:
+            return controls::kKeyPlus;
+        case controls::kKeyDown:
+            return controls::kKeyMinus;
         default:
             return keyCode;
     }
 }
 
-void lock(platform::TextBox& box) {
+void lock(controls::TextBox& box) {
     box.Locked = true;
-    box.BackColor = platform::kButtonFace;
+    box.BackColor = controls::kButtonFace;
 }
 
 }  // namespace
@@ -76,7 +76,7 @@ ScaledFields::ScaledFields(MiscControls& window, const core::SharedTables& table
     }
 }
 
-void ScaledFields::show(platform::TextBox& box, double raw) {
+void ScaledFields::show(controls::TextBox& box, double raw) {
     const auto field =
         std::find_if(fields_.begin(), fields_.end(), [&](const Field& each) { return each.box == &box; });
     if (field != fields_.end()) {
@@ -110,7 +110,7 @@ void ScaledFields::accelKey(int cell, int pressed) {
     }
 }
 
-void ScaledFields::showText(platform::TextBox& box, double value) {
+void ScaledFields::showText(controls::TextBox& box, double value) {
     const auto text = core::numberText(core::toCurrency(value));
     box.Locked = false;
     box.Text = text.view();

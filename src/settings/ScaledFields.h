@@ -20,14 +20,14 @@ public:
     ~ScaledFields() = default;
 
     // Keeps `raw` in the Tag of a box and shows it scaled.
-    void show(platform::TextBox& box, double raw);
+    void show(controls::TextBox& box, double raw);
     // Shows `raw` in txtAccel(cell); RuntimeError 9 for a cell that does not exist.
     void showAccel(int cell, double raw);
 
 private:
-    using Row = platform::ControlArray<platform::TextBox>;
+    using Row = controls::ControlArray<controls::TextBox>;
     struct Field {
-        platform::TextBox* box;
+        controls::TextBox* box;
         int limit;                          // the highest raw byte that the keys reach
         std::optional<double> factor = {};  // none: the milliseconds of a count
         Row* row = nullptr;                 // the row that the box stands in
@@ -37,7 +37,7 @@ private:
     void accelKey(int cell, int keyCode);
     // The handler of a box with a Tag: a key that steps nothing shows the text anew.
     void step(const Field& field, int keyCode);
-    void showText(platform::TextBox& box, double value);
+    void showText(controls::TextBox& box, double value);
 
     MiscControls& window_;
     const core::SharedTables& tables_;

@@ -16,7 +16,7 @@ constexpr std::array<SeriesText, 5> kFirst{
 constexpr std::array<SeriesText, 5> kSecond{
     {{"voltage", " s"}, {"Temp1", " %"}, {"Temp2", " s"}, {"IdlePid", " %"}, {"BoostPid", " "}}};
 
-void setUp(cTrendline& line, TrendTable& table, platform::PictureBox& picture, const std::array<SeriesText, 5>& texts) {
+void setUp(cTrendline& line, TrendTable& table, controls::PictureBox& picture, const std::array<SeriesText, 5>& texts) {
     line.DrawPoints = 350;
     line.PicBox = &picture;
     line.Resolution = 10;

@@ -13,8 +13,8 @@ namespace korvane::trend {
 
 namespace {
 
-using platform::Color;
-using platform::Point;
+using controls::Color;
+using controls::Point;
 
 constexpr int kLines = 5;  // of the table's six series
 constexpr int kLeft = 500;
@@ -30,10 +30,10 @@ constexpr int kLegendValueStep = 150;
 constexpr int kRowsPerMinute = 60;
 constexpr Color kFrameColor = 0xF0F0F0;  // the button face, on a surface that knows no palette
 
-constexpr std::array<Color, kLines> kColors{platform::kWhite, platform::kYellow, platform::kRed, platform::kCyan,
-                                            platform::kMagenta};
-constexpr std::array<Color, kLines> kLimitColors{platform::kWhite, platform::kRed, platform::kMagenta, platform::kRed,
-                                                 platform::kMagenta};
+constexpr std::array<Color, kLines> kColors{controls::kWhite, controls::kYellow, controls::kRed, controls::kCyan,
+                                            controls::kMagenta};
+constexpr std::array<Color, kLines> kLimitColors{controls::kWhite, controls::kRed, controls::kMagenta, controls::kRed,
+                                                 controls::kMagenta};
 
 Point pointAt(double x, double y) {
     return {core::toInt16(x), core::toInt16(y)};
@@ -132,8 +132,8 @@ void cTrendline::drawValueGrid(const Geometry& plot) {
     for (int i = first; step > 0 && i * step < maxY; ++i) {
         const double v = i * step;
         const double y = plot.bottom + plot.zeroLift - v / maxY * plot.height();
-        surface.line(pointAt(plot.left, y), pointAt(plot.right, y), platform::kDarkGrey);
-        surface.text(pointAt(kScaleLabelX, y - kLabelShift), core::numberText(core::toInt(v)).view(), platform::kWhite);
+        surface.line(pointAt(plot.left, y), pointAt(plot.right, y), controls::kDarkGrey);
+        surface.text(pointAt(kScaleLabelX, y - kLabelShift), core::numberText(core::toInt(v)).view(), controls::kWhite);
     }
 }
 
@@ -150,10 +150,10 @@ void cTrendline::drawMinutes(const Geometry& plot) {
     auto& surface = PicBox->surface();
     for (int i = 0; i <= maxX; i += kRowsPerMinute) {
         const double x = plot.right - static_cast<double>(i) / maxX * plot.width();
-        surface.line(pointAt(x, plot.top), pointAt(x, plot.bottom), platform::kDarkGrey);
+        surface.line(pointAt(x, plot.top), pointAt(x, plot.bottom), controls::kDarkGrey);
         auto label = core::numberText(i / kRowsPerMinute);
         label.append(" min");
-        surface.text(pointAt(x - kLabelShift, plot.bottom + kLabelShift), label.view(), platform::kWhite);
+        surface.text(pointAt(x - kLabelShift, plot.bottom + kLabelShift), label.view(), controls::kWhite);
     }
 }
 

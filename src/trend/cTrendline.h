@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/PictureBox.h"
+#include "controls/PictureBox.h"
 #include "trend/TrendTable.h"
 
 namespace korvane::trend {
@@ -18,7 +18,7 @@ public:
     std::int16_t maxX = 300;        // rows across the plot
     bool ShowLimits = false;        // other colours
     bool AutoScale = false;         // maxY follows the largest value on show
-    platform::PictureBox* PicBox = nullptr;
+    controls::PictureBox* PicBox = nullptr;
 
     // Draws in the surface's twips. A failure (a plot of more than 32767 twips, a value too large for the scale) ends
     // this draw where it stands and is not reported; the next draw tries again.
@@ -44,7 +44,7 @@ private:
     using Columns = std::array<std::int16_t, TrendTable::kLastRow>;
     [[nodiscard]] Columns columns(const Geometry& plot) const;
     void drawLine(const Geometry& plot, const Columns& xs, const TrendTable& table, int series);
-    [[nodiscard]] platform::Color colorOf(int series) const;
+    [[nodiscard]] controls::Color colorOf(int series) const;
 };
 
 }  // namespace korvane::trend

@@ -5,13 +5,13 @@
 
 #include <memory>
 
-#include "views/Dial.h"
-#include "views/Gauge.h"
-#include "views/Lamp.h"
-#include "views/MapGridSpeech.h"
-#include "views/MapGridView.h"
-#include "views/PictureView.h"
-#include "views/Readout.h"
+#include "views/maps/MapGridSpeech.h"
+#include "views/maps/MapGridView.h"
+#include "views/widgets/Dial.h"
+#include "views/widgets/Gauge.h"
+#include "views/widgets/Lamp.h"
+#include "views/widgets/PictureView.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 
@@ -39,7 +39,7 @@ private:
             return readout->text();
         }
         if (const auto* lamp = dynamic_cast<const Lamp*>(widget())) {
-            return lamp->picture() == platform::Picture::Grey ? QStringLiteral("off") : QStringLiteral("on");
+            return lamp->picture() == controls::Picture::Grey ? QStringLiteral("off") : QStringLiteral("on");
         }
         if (const auto* dial = dynamic_cast<const Dial*>(widget())) {
             return dial->number();

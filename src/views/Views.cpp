@@ -1,13 +1,16 @@
-#include "views/InjScaleView.h"
-#include "views/MainView.h"
-#include "views/Map3DView.h"
-#include "views/MapsView.h"
-#include "views/MiscView.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
+
+#include "views/Accessibility.h"
+#include "views/dashboard/MainView.h"
+#include "views/maps/InjScaleView.h"
+#include "views/maps/Map3DView.h"
+#include "views/maps/MapsView.h"
+#include "views/settings/MiscView.h"
 
 namespace korvane::views {
 
 void addViews(ViewHost& host) {
+    installAccessibility();
     host.add<MainView, live::FrmSarn2>("frmSarn2");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");

@@ -11,12 +11,12 @@
 namespace korvane::analysis {
 namespace {
 
-using platform::Picture;
+using controls::Picture;
 using support::Bytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr platform::Color kBlue = 0xFF0000;
+constexpr controls::Color kBlue = 0xFF0000;
 constexpr int kFirstTick = 300;  // ms
 constexpr int kCorrection = 50;
 

@@ -22,14 +22,14 @@ public:
         journal.push_back("tip " + std::to_string(cell) + " " + std::string(text));
     }
     void setOnlineChanges(bool ticked) override { journal.emplace_back(ticked ? "online" : "offline"); }
-    void setAgentLamp(platform::Picture lamp) override { lamps.emplace_back(platform::nameOf(lamp)); }
+    void setAgentLamp(controls::Picture lamp) override { lamps.emplace_back(controls::nameOf(lamp)); }
     void pressFuelKey(int cell, int keyCode, int shift) override {
         if (cell >= cells) {
             return;
         }
         journal.push_back("key " + std::to_string(cell) + " " + std::to_string(keyCode) + " " + std::to_string(shift));
         auto& byte = tables_.FuelMapOut.at(static_cast<std::size_t>(cell));
-        byte = static_cast<std::uint8_t>(keyCode == platform::kKeyPlus ? byte + 1 : byte - 1);
+        byte = static_cast<std::uint8_t>(keyCode == controls::kKeyPlus ? byte + 1 : byte - 1);
     }
     void populateFuelOUT() override { journal.emplace_back("draw"); }
 

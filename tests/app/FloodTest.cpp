@@ -9,16 +9,16 @@
 #include <thread>
 #include <vector>
 
-#include "app/Program.h"
 #include "ecu/Pty.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "program/Program.h"
 #include "support/TempFolder.h"
 #include "support/VirtualProgram.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
 
 namespace korvane::app {
 namespace {
@@ -88,9 +88,9 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windows_;
+    controls::WindowList windows_;
     platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, folder_.path(), '.', {}};
-    Program program_{machine_};
+    program::Program program_{machine_};
     views::ViewHost views_{windows_};
 };
 

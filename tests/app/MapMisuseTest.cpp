@@ -105,7 +105,7 @@ TEST_F(MapFrames, AMapThatComesTwiceStandsAsItDid) {
         EXPECT_THAT(cells(tables.IgnMapIn, 0), Each(50));
         EXPECT_THAT(cells(tables.IgnMapOut, 0), Each(50));
         EXPECT_EQ(maps.ign(159).Text.get(), "10");  // 50 * 0.2 degrees
-        EXPECT_EQ(maps.ign(159).ForeColor.get(), platform::kBlack);
+        EXPECT_EQ(maps.ign(159).ForeColor.get(), controls::kBlack);
         EXPECT_THAT(maps.Caption.get(), StartsWith("Received Ignition map "));
         EXPECT_THAT(sent(), IsEmpty());
     }
@@ -114,11 +114,11 @@ TEST_F(MapFrames, AMapThatComesTwiceStandsAsItDid) {
 TEST_F(MapFrames, TheSecondCopyOfAMapTakesBackAnEdit) {
     auto& maps = open(11);
     receiveFrame('a', half(50));
-    maps.ign(17).keyDown(platform::kKeyPlus, 0);
+    maps.ign(17).keyDown(controls::kKeyPlus, 0);
     ASSERT_EQ(tables.IgnMapOut[17], 51);
     receiveFrame('a', half(50));
     EXPECT_EQ(tables.IgnMapOut[17], 50);
-    EXPECT_EQ(maps.ign(17).ForeColor.get(), platform::kBlack);
+    EXPECT_EQ(maps.ign(17).ForeColor.get(), controls::kBlack);
 }
 
 TEST_F(MapFrames, TwoFramesInOneBurstAreBothTaken) {

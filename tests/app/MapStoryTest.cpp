@@ -6,7 +6,7 @@
 
 #include "app/RealWindows.h"
 #include "maps/MapForm.h"
-#include "views/MapGridView.h"
+#include "views/maps/MapGridView.h"
 
 namespace korvane::app {
 namespace {
@@ -66,11 +66,11 @@ TEST_F(MapStory, ABlockIsRaisedSentSavedAndLoadedBack) {
     clickCell(17, Qt::ShiftModifier);
     clickCell(35, Qt::ShiftModifier);
     EXPECT_EQ(caption(), "alku 18 Loppu 36 ");
-    EXPECT_EQ(grid_->cell(34).back, platform::kGreen);
-    EXPECT_NE(grid_->cell(20).back, platform::kGreen) << "the block shows as a rectangle";
+    EXPECT_EQ(grid_->cell(34).back, controls::kGreen);
+    EXPECT_NE(grid_->cell(20).back, controls::kGreen) << "the block shows as a rectangle";
     QTest::keyClick(grid_, Qt::Key_Plus);
     EXPECT_EQ(sum(), before + 19);
-    EXPECT_EQ(grid_->cell(17).fore, platform::kBlue);
+    EXPECT_EQ(grid_->cell(17).fore, controls::kBlue);
 
     pressButton(*view_, "btnWriteFuel");
     EXPECT_EQ(caption(), "Fuel kartta lähetetty ja talletettu autoon");
@@ -91,7 +91,7 @@ TEST_F(MapStory, ABlockIsRaisedSentSavedAndLoadedBack) {
     dialogs_.answerFile(file);
     pressButton(*view_, "btnLoad");
     EXPECT_EQ(program_.tables().FuelMapOut, sent);
-    EXPECT_EQ(grid_->cell(17).fore, platform::kBlack);
+    EXPECT_EQ(grid_->cell(17).fore, controls::kBlack);
     for (const auto& message : dialogs_.takeMessages()) {
         EXPECT_THAT(message.text, StartsWith("Settings_par.ini file not found."));
     }

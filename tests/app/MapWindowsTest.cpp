@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr platform::Color kBlue = 0xFF0000;
+constexpr controls::Color kBlue = 0xFF0000;
 
 class MapWindowsTest : public testing::Test, public support::VirtualProgram {
 protected:

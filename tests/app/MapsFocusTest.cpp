@@ -8,8 +8,8 @@
 
 #include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
-#include "views/ViewHost.h"
-#include "views/WindowView.h"
+#include "views/Views.h"
+#include "views/frame/WindowView.h"
 
 namespace korvane::app {
 namespace {
@@ -36,7 +36,7 @@ protected:
     }
 
     [[nodiscard]] views::WindowView& view() const { return *views_.viewOf(*maps_); }
-    void typeInto(platform::Control& box, const QString& text) {
+    void typeInto(controls::Control& box, const QString& text) {
         auto* const widget = view().findChild<QWidget*>(QString::fromStdString(box.path()));
         ASSERT_NE(widget, nullptr);
         QTest::mouseClick(widget, Qt::LeftButton);

@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 
-#include "app/Program.h"
 #include "core/ModuleReg.h"
+#include "program/Program.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::app {
 namespace {
 
-using platform::Picture;
+using controls::Picture;
 using support::Bytes;
 using support::VirtualMachine;
 using support::VirtualProgram;
@@ -18,7 +18,7 @@ using testing::IsEmpty;
 // A program that has not started yet, in a folder with no files.
 struct Unstarted : VirtualMachine {
     void remember(const char* name, const char* text) { preferences.write(core::kSettingsKey, name, text); }
-    Program program{machine};
+    program::Program program{machine};
     live::FrmSarn2& window = program.frmSarn2();
 };
 
@@ -150,7 +150,7 @@ TEST(ProgramSound, ItsTimerDoesNothing) {
 TEST(ProgramButtons, HaveTheirCaptions) {
     VirtualProgram program;
     auto& window = program.window;
-    const std::vector<std::pair<platform::CommandButton*, std::string>> captions{
+    const std::vector<std::pair<controls::CommandButton*, std::string>> captions{
         {&window.btnKartat, "Kartat"},
         {&window.btnAsetukset, "Asetukset"},
         {&window.btnBackup, "Backup EEPROM"},
@@ -273,7 +273,7 @@ TEST(ProgramEnd, WhileConnectedThe3DViewGoesASecondLater) {
 TEST(ProgramEnd, ADestroyedProgramLeavesTheMachineUsable) {
     VirtualMachine machine;
     {
-        Program program(machine.machine);
+        program::Program program(machine.machine);
         program.start();
         program.connectTo(1);
     }

@@ -10,16 +10,16 @@
 #include <string>
 
 #include "app/Process.h"
-#include "app/Program.h"
-#include "platform/MSComm.h"
+#include "controls/MSComm.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "program/Program.h"
 #include "qt/Until.h"
 #include "support/TempFolder.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
 
 namespace korvane::app {
 
@@ -69,9 +69,9 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windows_;
+    controls::WindowList windows_;
     platform::Machine machine_;
-    Program program_;
+    program::Program program_;
     live::FrmSarn2& window_ = program_.frmSarn2();
     views::ViewHost views_;
 };

@@ -17,10 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "app/Program.h"
+#include "program/Program.h"
 #include "support/EcuDevice.h"
 #include "support/VirtualProgram.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
 
 namespace korvane::app {
 
@@ -50,7 +50,7 @@ protected:
     }
 
     template <class Widget = QWidget>
-    [[nodiscard]] Widget& find(platform::Window& window, const std::string& name) const {
+    [[nodiscard]] Widget& find(controls::Window& window, const std::string& name) const {
         auto* const view = views_.viewOf(window);
         auto* const widget =
             view == nullptr ? nullptr : dynamic_cast<Widget*>(view->findChild<QWidget*>(QString::fromStdString(name)));
@@ -60,7 +60,7 @@ protected:
         return *widget;
     }
     // With the mouse, on the mark of an option or a check box and in the middle of all else.
-    void press(platform::Window& window, const std::string& name) {
+    void press(controls::Window& window, const std::string& name) {
         auto& widget = find(window, name);
         ASSERT_TRUE(widget.isVisible() && widget.isEnabled()) << name;
         auto* const button = dynamic_cast<QAbstractButton*>(&widget);
@@ -141,7 +141,7 @@ protected:
 
     support::EcuDevice ecu_{halfLoad()};
     support::VirtualMachine host_{&ecu_};
-    Program program_{host_.machine};
+    program::Program program_{host_.machine};
     live::FrmSarn2& main_ = program_.frmSarn2();
     settings::FrmMisc& misc_ = program_.frmMisc();
     views::ViewHost views_{host_.windows};

@@ -1,7 +1,7 @@
 // The settings window's place in the program: when it is made, read, shown and gone.
 #include <gmock/gmock.h>
 
-#include "app/Program.h"
+#include "program/Program.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::app {
@@ -25,7 +25,7 @@ protected:
         static_cast<void>(dialogs.takeMessages());
     }
 
-    Program program_{machine};
+    program::Program program_{machine};
     live::FrmSarn2& main_ = program_.frmSarn2();
     settings::FrmMisc& frmMisc_ = program_.frmMisc();
 };

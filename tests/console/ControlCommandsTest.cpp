@@ -11,7 +11,7 @@ class ControlCommands : public testing::Test, public ConsoleOnTestWindow {
 protected:
     std::vector<std::string>& log() { return window->log; }
 
-    void noteKeys(platform::Control& control, const std::string& who) {
+    void noteKeys(controls::Control& control, const std::string& who) {
         control.KeyDown = [this, who](int code, int shift) { note(who + " down", code, shift); };
         control.KeyPress = [this, who](int& character) {
             log().push_back(who + " press " + std::to_string(character));
@@ -299,11 +299,11 @@ TEST_F(ControlCommands, AHandlerThatFailsEndsAtItsDoor) {
 }
 
 TEST_F(ControlCommands, AControlThatGoesAwayMidwayGetsNoMoreKeys) {
-    auto extra = std::make_unique<platform::TextBox>(*window, "txtExtra");
+    auto extra = std::make_unique<controls::TextBox>(*window, "txtExtra");
     extra->KeyUp = [&](int, int) { extra.reset(); };
     EXPECT_EQ(run("type frmTest.txtExtra abc"), "ok");
     EXPECT_EQ(extra, nullptr);
-    auto another = std::make_unique<platform::TextBox>(*window, "txtExtra");
+    auto another = std::make_unique<controls::TextBox>(*window, "txtExtra");
     another->KeyDown = [&](int, int) { another.reset(); };
     EXPECT_EQ(run("key frmTest.txtExtra 65"), "ok");
     EXPECT_EQ(run("get frmTest.txtExtra.Text"), "error frmTest has no property or control txtExtra");

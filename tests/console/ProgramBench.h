@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "app/Program.h"
 #include "console/Registry.h"
 #include "console/TestWindow.h"
+#include "program/Program.h"
 #include "support/TempFolder.h"
 
 namespace korvane::console {
@@ -35,7 +35,7 @@ struct ProgramBench : ConsoleMachine {
     std::string run(std::string_view line) { return execute(*console, line); }
 
     support::TempFolder folder;
-    std::optional<app::Program> program;
+    std::optional<program::Program> program;
     std::optional<Console> console;
 };
 

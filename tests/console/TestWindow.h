@@ -9,20 +9,20 @@
 #include <vector>
 
 #include "console/Console.h"
-#include "platform/Controls.h"
-#include "platform/MSComm.h"
-#include "platform/PictureBox.h"
-#include "platform/Timer.h"
+#include "controls/Controls.h"
+#include "controls/MSComm.h"
+#include "controls/PictureBox.h"
+#include "controls/Timer.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 
 namespace korvane::console {
 
 // Rows and columns that count from 1.
-class TestTable : public platform::Control {
+class TestTable : public controls::Control {
 public:
     using Control::Control;
     [[nodiscard]] std::string_view kind() const override { return "list view"; }
@@ -35,7 +35,7 @@ public:
     int clicked = 0;
 };
 
-class TestWindow : public platform::Window {
+class TestWindow : public controls::Window {
 public:
     explicit TestWindow(platform::Machine& machine, std::string_view name = "frmTest")
         : Window(machine, name),
@@ -63,19 +63,19 @@ public:
     std::function<void()> onUnload;
     bool staysOpen = false;
 
-    platform::CommandButton btnGo;
-    platform::CheckBox chkTrace;
-    platform::Label lblPlain, lblHot;
-    platform::ComboBox cmbPort;
-    platform::ControlArray<platform::TextBox> txtCell;
-    platform::TextBox txtName;
-    platform::Frame fraInner;
-    platform::CommandButton btnInner;
-    platform::Image imgLamp;
-    platform::PictureBox picPlot;
+    controls::CommandButton btnGo;
+    controls::CheckBox chkTrace;
+    controls::Label lblPlain, lblHot;
+    controls::ComboBox cmbPort;
+    controls::ControlArray<controls::TextBox> txtCell;
+    controls::TextBox txtName;
+    controls::Frame fraInner;
+    controls::CommandButton btnInner;
+    controls::Image imgLamp;
+    controls::PictureBox picPlot;
     TestTable lvwTable;
-    platform::Timer tmrTick;
-    platform::MSComm MSComm1;
+    controls::Timer tmrTick;
+    controls::MSComm MSComm1;
 
 protected:
     bool Form_Unload() override {
@@ -98,7 +98,7 @@ public:
 
 class FakeScreenshots : public Screenshots {
 public:
-    std::string take(platform::Window& window, const std::filesystem::path& file) override {
+    std::string take(controls::Window& window, const std::filesystem::path& file) override {
         taken.push_back(std::string(window.name()) + " " + file.string());
         return file == "/forbidden.png" ? "/forbidden.png can't be written" : "";
     }
@@ -113,7 +113,7 @@ struct ConsoleMachine {
     platform::QueuedDialogs dialogs;
     platform::MemoryPreferences preferences;
     platform::MemoryLog debugLog;
-    platform::WindowList windows;
+    controls::WindowList windows;
     platform::Machine machine{pump, tap, dialogs, preferences, debugLog, windows, {}, '.', {}};
     Names names;
     std::ostringstream errors;

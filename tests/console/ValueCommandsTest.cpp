@@ -24,7 +24,7 @@ TEST_F(ValueCommands, UnknownCommandsAndWrongCountsAreErrors) {
 TEST_F(ValueCommands, GetReadsPropertiesOfWindowsAndControls) {
     window->Caption = "Test \"window\"";
     window->btnGo.Enabled = false;
-    window->txtCell(3).BackColor = platform::kRed;
+    window->txtCell(3).BackColor = controls::kRed;
     EXPECT_EQ(run("get frmTest.Caption"), "ok \"Test \\\"window\\\"\"");
     EXPECT_EQ(run("get frmTest.btnGo.Enabled"), "ok false");
     EXPECT_EQ(run("get frmTest.txtCell(3).BackColor"), "ok 255");
@@ -48,12 +48,12 @@ TEST_F(ValueCommands, GetReadsRowsOfADropDownList) {
 
 TEST_F(ValueCommands, GetReadsADrawingSegmentBySegment) {
     auto& surface = window->picPlot.surface();
-    const auto points = surface.polyline(3, platform::kRed);
+    const auto points = surface.polyline(3, controls::kRed);
     points[0] = {0, 10};
     points[1] = {20, 30};
     points[2] = {40, -50};
     surface.box({1, 2}, {3, 4}, 0xFF8040);
-    surface.text({5, 6}, "Map", platform::kBlue);
+    surface.text({5, 6}, "Map", controls::kBlue);
     EXPECT_EQ(run("get frmTest.picPlot.Drawing"),
               "ok [[\"line\",0,10,20,30,\"#FF0000\"],[\"line\",20,30,40,-50,\"#FF0000\"],"
               "[\"box\",1,2,3,4,\"#4080FF\"],[\"text\",5,6,\"Map\",\"#0000FF\"]]");
@@ -63,10 +63,10 @@ TEST_F(ValueCommands, GetReadsADrawingSegmentBySegment) {
 }
 
 TEST_F(ValueCommands, ALampShowsItsPictureByName) {
-    window->imgLamp.Shown = platform::Picture::Green;
+    window->imgLamp.Shown = controls::Picture::Green;
     EXPECT_EQ(run("get frmTest.imgLamp.Picture"), "ok \"green\"");
     EXPECT_EQ(run("set frmTest.imgLamp.Picture \"red\""), "ok");
-    EXPECT_EQ(window->imgLamp.Shown.get(), platform::Picture::Red);
+    EXPECT_EQ(window->imgLamp.Shown.get(), controls::Picture::Red);
     EXPECT_EQ(run("set frmTest.imgLamp.Picture \"blue\""),
               "error frmTest.imgLamp.Picture: the value must be \"grey\", \"green\" or \"red\"");
 }

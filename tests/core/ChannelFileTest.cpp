@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "core/ChannelFile.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "support/TempFolder.h"
 
 namespace korvane::core {

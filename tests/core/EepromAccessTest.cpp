@@ -1,15 +1,15 @@
 #include <gmock/gmock.h>
 #include <vector>
 
+#include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/Module1.h"
 #include "platform/Machine.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"
-#include "platform/Window.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 
 namespace korvane::core {
@@ -65,10 +65,10 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windows_;
+    controls::WindowList windows_;
     platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, {}, {}};
-    platform::Window window_{machine_, "frmSarn2"};
-    platform::MSComm port_{window_, "MSComm1"};
+    controls::Window window_{machine_, "frmSarn2"};
+    controls::MSComm port_{window_, "MSComm1"};
     EepromAccess eeprom_{port_, pump_, tables_};
 };
 

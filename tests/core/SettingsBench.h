@@ -11,7 +11,7 @@
 
 #include "core/Checked.h"
 #include "core/SettingsFile.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "platform/QueuedDialogs.h"
 #include "support/TempFolder.h"
 
 namespace korvane::core {

@@ -4,7 +4,7 @@
 
 #include "core/TableFile.h"
 #include "core/TextFile.h"
-#include "platform/virtual/QueuedDialogs.h"
+#include "platform/QueuedDialogs.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 

@@ -46,28 +46,32 @@ TEST(Floors, LetARoomIncludeItselfAndTheRoomsAbove) {
     EXPECT_THAT(floors("live/Lamps.cpp", "live/Lamps.h"), IsEmpty());
     EXPECT_THAT(floors("live/Lamps.cpp", "link/Dispatcher.h"), IsEmpty());
     EXPECT_THAT(floors("live/Lamps.cpp", "core/SharedTables.h"), IsEmpty());
-    EXPECT_THAT(floors("app/Program.cpp", "console/Console.h"), IsEmpty());
-    EXPECT_THAT(floors("platform/Timer.cpp", "platform/Timer.h"), IsEmpty());
+    EXPECT_THAT(floors("app/Session.cpp", "console/Console.h"), IsEmpty());
+    EXPECT_THAT(floors("platform/Files.cpp", "platform/Files.h"), IsEmpty());
 }
 
 TEST(Floors, ForbidARoomBelow) {
     EXPECT_THAT(floors("core/IniFile.h", "link/Dispatcher.h"), SizeIs(1));
-    EXPECT_THAT(floors("platform/Timer.cpp", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(floors("platform/Files.cpp", "core/Numbers.h"), SizeIs(1));
     EXPECT_THAT(floors("link/Dispatcher.cpp", "live/FrmSarn2.h"), SizeIs(1));
     EXPECT_THAT(floors("maps/MapGrid.cpp", "analysis/Analyser.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/MainView.cpp", "app/Program.h"), SizeIs(1));
-    EXPECT_THAT(floors("console/Console.cpp", "views/MainView.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "program/Program.h"), SizeIs(1));
+    EXPECT_THAT(floors("console/Console.cpp", "views/Views.h"), SizeIs(1));
+    EXPECT_THAT(floors("platform/Files.cpp", "controls/Window.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/widgets/Dial.cpp", "views/frame/Binder.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/frame/Binder.cpp", "views/maps/MapGridView.h"), SizeIs(1));
+    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "views/Views.h"), SizeIs(1));
 }
 
 TEST(Floors, LetOnlyTheCompositionAndItsToolsKnowAMachine) {
-    EXPECT_THAT(floors("platform/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
+    EXPECT_THAT(floors("controls/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
     EXPECT_THAT(floors("live/Lamps.cpp", "platform/virtual/MemoryLine.h"), SizeIs(1));
     EXPECT_THAT(floors("link/Connection.cpp", "platform/qt/PortMap.h"), SizeIs(1));
     EXPECT_THAT(floors("console/Console.cpp", "platform/qt/QtPump.h"), SizeIs(1));
     EXPECT_THAT(floors("platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"), SizeIs(1));
-    EXPECT_THAT(floors("app/Main.cpp", "platform/qt/QtPump.h"), IsEmpty());
-    EXPECT_THAT(floors("app/Main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
-    EXPECT_THAT(floors("views/MainView.cpp", "platform/qt/QtPump.h"), IsEmpty());
+    EXPECT_THAT(floors("app/main.cpp", "platform/qt/QtPump.h"), IsEmpty());
+    EXPECT_THAT(floors("app/main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
+    EXPECT_THAT(floors("views/frame/ViewHost.cpp", "platform/qt/QtPump.h"), IsEmpty());
 }
 
 TEST(Floors, KeepAMachineOnItsFloor) {
@@ -89,21 +93,21 @@ TEST(Floors, WantTheRoomInEveryInclude) {
     EXPECT_THAT(floors("live/Lamps.cpp", "Lamps.h"), SizeIs(1));
     EXPECT_THAT(floors("live/Lamps.cpp", "../core/Numbers.h"), SizeIs(1));
     EXPECT_THAT(floors("live/Lamps.cpp", "attic/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/MainView.cpp", "MainView.moc"), IsEmpty());
+    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "MainView.moc"), IsEmpty());
 }
 
 TEST(Floors, FindAnIncludeHoweverItIsWritten) {
-    const SourceFile file{"core/IniFile.cpp", "#include <string>\n  #  include   \"app/Program.h\"  // why\nint i;"};
+    const SourceFile file{"core/IniFile.cpp", "#include <string>\n  #  include   \"app/Session.h\"  // why\nint i;"};
     EXPECT_THAT(brokenFloors(file), SizeIs(1));
 }
 
 TEST(Libraries, KeepQtInItsThreeRooms) {
     for (const char* path : {"core/IniFile.cpp", "live/Lamps.h", "ecu/main.cpp", "console/Console.cpp",
-                             "platform/Timer.cpp", "platform/virtual/VirtualPump.cpp"}) {
+                             "controls/Timer.cpp", "platform/virtual/VirtualPump.cpp"}) {
         EXPECT_THAT(libraries(path, "QString"), SizeIs(1)) << path;
         EXPECT_THAT(libraries(path, "QtCore/QString"), SizeIs(1)) << path;
     }
-    for (const char* path : {"platform/qt/QtPump.cpp", "views/MainView.cpp", "app/main.cpp"}) {
+    for (const char* path : {"platform/qt/QtPump.cpp", "views/dashboard/MainView.cpp", "app/main.cpp"}) {
         EXPECT_THAT(libraries(path, "QString"), IsEmpty()) << path;
         EXPECT_THAT(libraries(path, "QtCore/QString"), IsEmpty()) << path;
     }

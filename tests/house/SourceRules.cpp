@@ -13,22 +13,25 @@ namespace korvane::house {
 namespace {
 
 // From the top floor down: a room may include its own files and those of the rooms before it.
-constexpr std::array<std::string_view, 13> kFloors{"platform", "core",     "link",  "live",        "maps",
-                                                   "analysis", "settings", "trend", "performance", "ecu",
-                                                   "console",  "views",    "app"};
+constexpr std::array<std::string_view, 20> kFloors{
+    "platform",   "controls",       "core",          "link",        "live",
+    "maps",       "analysis",       "settings",      "trend",       "performance",
+    "ecu",        "console",        "views/widgets", "views/frame", "views/dashboard",
+    "views/maps", "views/settings", "views",         "program",     "app"};
 
 struct MachineRoom {
     std::string_view room;
-    std::array<std::string_view, 3> users;
+    std::array<std::string_view, 5> users;
 };
 
 // The two machines stand beside the floors: only these rooms know that there is more than one.
 constexpr std::array<MachineRoom, 2> kMachines{
-    MachineRoom{"platform/virtual", {"platform/virtual", "console", "app"}},
-    MachineRoom{"platform/qt", {"platform/qt", "views", "app"}},
+    MachineRoom{"platform/virtual", {"platform/virtual", "app"}},
+    MachineRoom{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
 };
 
-constexpr std::array<std::string_view, 3> kQtRooms{"platform/qt", "views", "app"};
+constexpr std::array<std::string_view, 8> kQtRooms{"platform/qt", "views/widgets",  "views/frame", "views/dashboard",
+                                                   "views/maps",  "views/settings", "views",       "app"};
 
 constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
 

@@ -75,7 +75,7 @@ TEST_F(ClosingTest, ASpeedOf9600IsStoredButDoesNotSurviveARestart) {
     window_.ComboBaud.choose(0);
     EXPECT_TRUE(window_.unload());
     EXPECT_EQ(remembered("Speed"), "0");
-    app::Program next(program_.machine);
+    program::Program next(program_.machine);
     next.start();
     EXPECT_EQ(next.frmSarn2().ComboBaud.Text(), "57600");
 }
@@ -86,7 +86,7 @@ TEST_F(ClosingTest, TheChoicesComeBackAtTheNextStart) {
     window_.ComboRefresh.choose(11);
     window_.chkUseSound.press();
     EXPECT_TRUE(window_.unload());
-    app::Program next(program_.machine);
+    program::Program next(program_.machine);
     next.start();
     EXPECT_EQ(next.frmSarn2().ComboPort.Text(), "COM15");
     EXPECT_EQ(next.frmSarn2().ComboBaud.Text(), "19200");

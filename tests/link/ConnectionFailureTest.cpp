@@ -70,7 +70,7 @@ protected:
     platform::Machine own_{machine_.pump,          line_,        machine_.dialogs,
                            machine_.preferences,   machine_.log, machine_.windows,
                            machine_.folder.path(), '.',          {}};
-    app::Program program_{own_};
+    program::Program program_{own_};
     live::FrmSarn2& window_ = program_.frmSarn2();
 };
 

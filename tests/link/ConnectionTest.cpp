@@ -22,13 +22,13 @@ struct Remembering : VirtualMachine {
     [[nodiscard]] std::string remembered(const char* name) const {
         return preferences.read(core::kSettingsKey, name).value_or("nothing");
     }
-    app::Program program{machine};
+    program::Program program{machine};
     live::FrmSarn2& window = program.frmSarn2();
 };
 
 TEST(ConnectionLists, HoldPortsSpeedsAndRefreshTimes) {
     VirtualProgram program;
-    const auto rows = [](const platform::ComboBox& box) {
+    const auto rows = [](const controls::ComboBox& box) {
         std::vector<std::string> all;
         for (int i = 0; i < box.ListCount(); ++i) {
             all.push_back(box.List(i));
@@ -137,7 +137,7 @@ TEST(ConnectionRefresh, PickingThePickedRowStartsNothing) {
 }
 
 // Notes each change of the properties that matter, in order.
-class ConnectJournal : public platform::Observer {
+class ConnectJournal : public controls::Observer {
 public:
     explicit ConnectJournal(live::FrmSarn2& window)
         : window_(window),
@@ -154,7 +154,7 @@ public:
     ConnectJournal(const ConnectJournal&) = delete;
     ConnectJournal& operator=(const ConnectJournal&) = delete;
 
-    void propertyChanged(platform::Object& object, const void* property) override {
+    void propertyChanged(controls::Object& object, const void* property) override {
         auto& port = window_.MSComm1;
         if (property == &port.OutBufferSize) {
             lines.push_back("OutBufferSize " + std::to_string(port.OutBufferSize));
@@ -172,7 +172,7 @@ public:
         } else if (property == &window_.btnConnect.Caption) {
             lines.push_back("Caption " + window_.btnConnect.Caption.get() + (window_.isConnected ? " connected" : ""));
         } else {
-            const auto& timer = dynamic_cast<platform::Timer&>(object);
+            const auto& timer = dynamic_cast<controls::Timer&>(object);
             lines.push_back(std::string(timer.name()) + (timer.Enabled ? " on" : " off"));
         }
     }
@@ -180,7 +180,7 @@ public:
 
 private:
     live::FrmSarn2& window_;
-    std::vector<platform::Object*> watched_;
+    std::vector<controls::Object*> watched_;
 };
 
 TEST(ConnectButton, SetsUpAndOpensThePortInOrder) {

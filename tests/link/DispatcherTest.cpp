@@ -40,7 +40,7 @@ TEST_F(DispatcherTest, AStartedDeviceIsNamedInTheCaptionWithTheTime) {
 TEST_F(DispatcherTest, StartAndAlarmIgnoreTheirPayload) {
     for (std::size_t length = 1; length <= 255; ++length) {
         window_.Caption = "";
-        window_.BackColor = platform::kButtonFace;
+        window_.BackColor = controls::kButtonFace;
         command(170, Bytes(length, 0xFF));
         EXPECT_THAT(window_.Caption.get(), StartsWith("Korvane Tuner v1.3 by Dulmer,   Device started "));
         command('!', Bytes(length, 0));
@@ -66,7 +66,7 @@ TEST_F(DispatcherTest, ACommandThatTheDeviceDidNotKnowChangesNothing) {
     EXPECT_THAT(journal_, IsEmpty());
     EXPECT_THAT(dialogs_.takeMessages(), IsEmpty());
     EXPECT_EQ(window_.Caption.get(), "before");
-    EXPECT_EQ(window_.BackColor.get(), platform::kButtonFace);
+    EXPECT_EQ(window_.BackColor.get(), controls::kButtonFace);
     EXPECT_THAT(tables_.FuelMapIn, testing::Each(7));
     EXPECT_EQ(tables_.Features, -1);
     EXPECT_EQ(tables_.SWType, 0);

@@ -13,10 +13,10 @@
 #include "link/Dispatcher.h"
 #include "link/Windows.h"
 #include "platform/Machine.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 
 namespace korvane::link {
@@ -141,9 +141,9 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windowList_;
+    controls::WindowList windowList_;
     platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windowList_, {}, '.', {}};
-    platform::Window window_{machine_, "frmSarn2"};
+    controls::Window window_{machine_, "frmSarn2"};
     ConnectionPanel panel_{window_};
     core::SharedTables tables_;
     Windows windows_;

@@ -48,7 +48,7 @@ public:
 struct Unstarted : VirtualMachine {
     MoodyLine moody{pump};
     platform::Machine own{pump, moody, dialogs, preferences, log, windows, folder.path(), '.', {}};
-    app::Program program{own};
+    program::Program program{own};
     live::FrmSarn2& window = program.frmSarn2();
 };
 

@@ -259,7 +259,7 @@ TEST(ReceiveLoop, WhileARefusalStandsBytesQueueAndAreHandledAfterwards) {
     box.meanwhile = [] {};
     platform::Machine own{machine.pump,          machine.line, box, machine.preferences, machine.log, machine.windows,
                           machine.folder.path(), '.',          {}};
-    app::Program program(own);
+    program::Program program(own);
     program.start();
     program.frmSarn2().btnConnect.press();
     box.shown = 0;

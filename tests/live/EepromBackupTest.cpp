@@ -100,7 +100,7 @@ TEST_F(EepromBackup, ButtonsAreReleasedBeforeTheBoxShows) {
             enabled.push_back(button->Enabled);
             QueuedDialogs::show(box);
         }
-        platform::CommandButton* button = nullptr;
+        controls::CommandButton* button = nullptr;
         std::vector<bool> enabled;
     };
     LookingDialogs dialogs;

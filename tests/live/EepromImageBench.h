@@ -110,7 +110,7 @@ protected:
     [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
     [[nodiscard]] bool polls() { return main_.TimerRequestData.Enabled; }
 
-    [[nodiscard]] std::array<platform::CommandButton*, 4> buttons() {
+    [[nodiscard]] std::array<controls::CommandButton*, 4> buttons() {
         return {&main_.btnKartat, &main_.btnAsetukset, &main_.btnBackup, &main_.btnUploadEEPROM};
     }
     void expectButtons(bool enabled) {
@@ -147,16 +147,16 @@ protected:
     }
 
     // The captions that `button` shows while `run` runs.
-    std::vector<std::string> captions(platform::CommandButton& button, const std::function<void()>& run) {
-        struct Noting : platform::Observer {
-            explicit Noting(platform::CommandButton& which) : button(which) { button.addObserver(*this); }
+    std::vector<std::string> captions(controls::CommandButton& button, const std::function<void()>& run) {
+        struct Noting : controls::Observer {
+            explicit Noting(controls::CommandButton& which) : button(which) { button.addObserver(*this); }
             ~Noting() override { button.removeObserver(*this); }
-            void propertyChanged(platform::Object&, const void* property) override {
+            void propertyChanged(controls::Object&, const void* property) override {
                 if (property == &button.Caption) {
                     texts.push_back(button.Caption);
                 }
             }
-            platform::CommandButton& button;
+            controls::CommandButton& button;
             std::vector<std::string> texts;
         };
         Noting noting(button);

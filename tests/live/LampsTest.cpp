@@ -4,7 +4,7 @@
 namespace korvane::live {
 namespace {
 
-using platform::Picture;
+using controls::Picture;
 
 class LampsTest : public LiveBench {
 protected:

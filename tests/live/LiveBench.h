@@ -10,10 +10,10 @@
 #include "core/Module1.h"
 #include "live/LiveUpdate.h"
 #include "platform/Machine.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 
 namespace korvane::live {
@@ -125,7 +125,7 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windowList_;
+    controls::WindowList windowList_;
     platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windowList_, {}, '.', {}};
     core::SharedTables tables_;
     link::Windows windows_;

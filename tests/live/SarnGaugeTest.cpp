@@ -1,8 +1,8 @@
 #include <cmath>
 
 #include "LiveBench.h"
+#include "controls/ModelBench.h"
 #include "live/SarnGauge.h"
-#include "platform/ModelBench.h"
 
 namespace korvane::live {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 constexpr double kTolerance = 4e-9;  // the face's angles have ten digits or fewer, which moves a point by up to 3e-9
 const double kHalfRoot2 = std::sqrt(0.5);
 
-class SarnGaugeTest : public platform::ModelBench {
+class SarnGaugeTest : public controls::ModelBench {
 protected:
     static void expectPoint(const DialPoint& point, double x, double y) {
         EXPECT_NEAR(point.x, x, kTolerance);
@@ -91,9 +91,9 @@ TEST_F(SarnGaugeTest, StepsUpAndFromAbove99BackTo0) {
 }
 
 TEST_F(SarnGaugeTest, IsReachedByName) {
-    gauge_.findProperty("value")->set(gauge_, platform::Value(std::int64_t{33}));
+    gauge_.findProperty("value")->set(gauge_, controls::Value(std::int64_t{33}));
     EXPECT_EQ(gauge_.value(), 33);
-    gauge_.findProperty("Caption")->set(gauge_, platform::Value(std::string("Throttle")));
+    gauge_.findProperty("Caption")->set(gauge_, controls::Value(std::string("Throttle")));
     EXPECT_EQ(gauge_.Caption.get(), "Throttle");
 }
 

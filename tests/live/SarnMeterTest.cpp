@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "LiveBench.h"
+#include "controls/ModelBench.h"
 #include "live/SarnMeter.h"
-#include "platform/ModelBench.h"
 
 namespace korvane::live {
 namespace {
@@ -14,7 +14,7 @@ using testing::UnorderedElementsAre;
 constexpr double kTolerance = 4e-9;  // the face's angles have ten digits or fewer, which moves a point by up to 3e-9
 const double kHalfRoot2 = std::sqrt(0.5);
 
-class SarnMeterTest : public platform::ModelBench {
+class SarnMeterTest : public controls::ModelBench {
 protected:
     void ticks(int count) { pump_.runUntil(pump_.now() + count * 50 * platform::kMicrosPerMilli); }
 
@@ -307,12 +307,12 @@ TEST_F(SarnMeterTest, WhatIsStoredComesBack) {
 TEST_F(SarnMeterTest, IsReachedByName) {
     const auto* value = meter_.findProperty("value");
     ASSERT_NE(value, nullptr);
-    value->set(meter_, platform::Value(12.5));
+    value->set(meter_, controls::Value(12.5));
     EXPECT_EQ(meter_.value(), 12.5);
-    EXPECT_EQ(value->get(meter_), platform::Value(12.5));
-    meter_.findProperty("MeterType")->set(meter_, platform::Value(std::int64_t{1}));
+    EXPECT_EQ(value->get(meter_), controls::Value(12.5));
+    meter_.findProperty("MeterType")->set(meter_, controls::Value(std::int64_t{1}));
     EXPECT_EQ(meter_.Max.get(), 10000);
-    EXPECT_THROW(value->set(meter_, platform::Value(std::string("x"))), platform::RuntimeError);
+    EXPECT_THROW(value->set(meter_, controls::Value(std::string("x"))), platform::RuntimeError);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 namespace korvane::maps {
 namespace {
 
-using platform::Picture;
+using controls::Picture;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -40,13 +40,13 @@ protected:
     ~AnalyserPaneBench() override { EXPECT_THAT(machine_.log.lines, IsEmpty()); }
 
     std::vector<std::string>& journal() { return noting_.journal; }
-    platform::TextBox& box(int cell) { return window_.analys(cell); }
+    controls::TextBox& box(int cell) { return window_.analys(cell); }
     void gathered(int cell, float mean, float proposal) {
         core::checked(noting_.averages, cell) = mean;
         core::checked(noting_.proposals, cell) = proposal;
     }
     // The colour of a cell whose mean lies so far from its target.
-    platform::Color colorOf(float proposal) {
+    controls::Color colorOf(float proposal) {
         gathered(17, 12.5F, proposal);
         pane_.paint();
         return box(17).BackColor;
@@ -106,7 +106,7 @@ TEST_F(AnalyserPaneTest, ATickClearsShowsAndGathersInThisOrder) {
 TEST_F(AnalyserPaneTest, ATickBringsTheBoxesAndAGreyLamp) {
     window_.imgAgentLed.Shown = Picture::Red;
     window_.chkInjAnal.press();
-    for (const platform::Control* shown : std::initializer_list<platform::Control*>{
+    for (const controls::Control* shown : std::initializer_list<controls::Control*>{
              &window_.chkModifyInjSetpoint, &window_.chkUseTuningAgent, &window_.chkSimplemode, &window_.imgAgentLed}) {
         EXPECT_TRUE(shown->Visible) << shown->name();
     }
@@ -131,8 +131,8 @@ TEST_F(AnalyserPaneTest, AnUntickStopsTheAgentAndTheGatheringInThisOrder) {
 // As they are in a window just opened.
 TEST_F(AnalyserPaneTest, AnUntickTakesTheBoxesAway) {
     for (int turn = 0; turn < 2; ++turn) {
-        for (const platform::Control* hidden :
-             std::initializer_list<platform::Control*>{&window_.chkModifyInjSetpoint, &window_.chkUseTuningAgent,
+        for (const controls::Control* hidden :
+             std::initializer_list<controls::Control*>{&window_.chkModifyInjSetpoint, &window_.chkUseTuningAgent,
                                                        &window_.chkSimplemode, &window_.imgAgentLed}) {
             EXPECT_FALSE(hidden->Visible) << hidden->name();
         }
@@ -171,7 +171,7 @@ TEST_F(AnalyserPaneTest, ACellWithoutSamplesIsWhite) {
     gathered(17, 0.0F, 2.0F);  // what a clear leaves behind
     pane_.paint();
     EXPECT_EQ(box(17).Text.get(), "0");
-    EXPECT_EQ(box(17).BackColor.get(), platform::kWhite);
+    EXPECT_EQ(box(17).BackColor.get(), controls::kWhite);
 }
 
 // Blue-green-red: red stands in the low byte.
@@ -199,37 +199,37 @@ TEST_F(AnalyserPaneTest, FarOffIsRedAndNoColourRunsOver) {
 }
 
 TEST_F(AnalyserPaneTest, WhileTheyAreModifiedTargetsStandOnWhite) {
-    EXPECT_NE(colorOf(1.0F), platform::kWhite);
+    EXPECT_NE(colorOf(1.0F), controls::kWhite);
     box(17).ToolTipText = "13.2";
     window_.chkModifyInjSetpoint.press();
     pane_.paint();
     EXPECT_EQ(box(17).Text.get(), "13.2");
-    EXPECT_EQ(box(17).BackColor.get(), platform::kWhite);
+    EXPECT_EQ(box(17).BackColor.get(), controls::kWhite);
     EXPECT_EQ(box(18).Text.get(), "12.5");
 }
 
 TEST_F(AnalyserPaneTest, ArrowsMoveTheFocusInsideTheGrid) {
-    EXPECT_EQ(focusAfter(17, platform::kKeyLeft), 16);
-    EXPECT_EQ(focusAfter(17, platform::kKeyUp), 1);
-    EXPECT_EQ(focusAfter(17, platform::kKeyRight), 18);
-    EXPECT_EQ(focusAfter(17, platform::kKeyDown), 33);
+    EXPECT_EQ(focusAfter(17, controls::kKeyLeft), 16);
+    EXPECT_EQ(focusAfter(17, controls::kKeyUp), 1);
+    EXPECT_EQ(focusAfter(17, controls::kKeyRight), 18);
+    EXPECT_EQ(focusAfter(17, controls::kKeyDown), 33);
 }
 
 TEST_F(AnalyserPaneTest, ArrowsDoNotWrap) {
-    EXPECT_EQ(focusAfter(16, platform::kKeyLeft), 16);
-    EXPECT_EQ(focusAfter(15, platform::kKeyUp), 15);
-    EXPECT_EQ(focusAfter(31, platform::kKeyRight), 31);
-    EXPECT_EQ(focusAfter(144, platform::kKeyDown), 144);
-    EXPECT_EQ(focusAfter(143, platform::kKeyDown), 159);
+    EXPECT_EQ(focusAfter(16, controls::kKeyLeft), 16);
+    EXPECT_EQ(focusAfter(15, controls::kKeyUp), 15);
+    EXPECT_EQ(focusAfter(31, controls::kKeyRight), 31);
+    EXPECT_EQ(focusAfter(144, controls::kKeyDown), 144);
+    EXPECT_EQ(focusAfter(143, controls::kKeyDown), 159);
 }
 
 TEST_F(LargeAnalyserPaneTest, ArrowsKnowTheLargeGrid) {
-    EXPECT_EQ(focusAfter(16, platform::kKeyLeft), 15);
-    EXPECT_EQ(focusAfter(20, platform::kKeyLeft), 20);
-    EXPECT_EQ(focusAfter(39, platform::kKeyRight), 39);
-    EXPECT_EQ(focusAfter(20, platform::kKeyUp), 0);
-    EXPECT_EQ(focusAfter(299, platform::kKeyDown), 319);
-    EXPECT_EQ(focusAfter(300, platform::kKeyDown), 300);
+    EXPECT_EQ(focusAfter(16, controls::kKeyLeft), 15);
+    EXPECT_EQ(focusAfter(20, controls::kKeyLeft), 20);
+    EXPECT_EQ(focusAfter(39, controls::kKeyRight), 39);
+    EXPECT_EQ(focusAfter(20, controls::kKeyUp), 0);
+    EXPECT_EQ(focusAfter(299, controls::kKeyDown), 319);
+    EXPECT_EQ(focusAfter(300, controls::kKeyDown), 300);
 }
 
 TEST_F(LargeAnalyserPaneTest, AllItsCellsAreFilledAndPainted) {
@@ -240,41 +240,41 @@ TEST_F(LargeAnalyserPaneTest, AllItsCellsAreFilledAndPainted) {
 }
 
 TEST_F(AnalyserPaneTest, PlusAndMinusStepByATenth) {
-    EXPECT_EQ(stepped("12.5", platform::kKeyPlus), "12.6");
-    EXPECT_EQ(stepped("12.5", platform::kKeyMinus), "12.4");
+    EXPECT_EQ(stepped("12.5", controls::kKeyPlus), "12.6");
+    EXPECT_EQ(stepped("12.5", controls::kKeyMinus), "12.4");
 }
 
 TEST_F(AnalyserPaneTest, SixtyStepsShowSixtyTenths) {
     box(17).ToolTipText = "10";
     for (int tenths = 101; tenths <= 160; ++tenths) {
-        key(17, platform::kKeyPlus);
+        key(17, controls::kKeyPlus);
         const std::string fraction = tenths % 10 == 0 ? "" : "." + std::to_string(tenths % 10);
         EXPECT_EQ(box(17).Text.get(), std::to_string(tenths / 10) + fraction);
     }
     for (int step = 0; step < 60; ++step) {
-        key(17, platform::kKeyMinus);
+        key(17, controls::kKeyMinus);
     }
     EXPECT_EQ(box(17).Text.get(), "10");
 }
 
 TEST_F(AnalyserPaneTest, TargetsStopAtTenAndSixteen) {
-    EXPECT_EQ(stepped("16", platform::kKeyPlus), "16");
-    EXPECT_EQ(stepped("10", platform::kKeyMinus), "10");
-    EXPECT_EQ(stepped("15.9", platform::kKeyPlus), "16");
-    EXPECT_EQ(stepped("18", platform::kKeyPlus), "16") << "a file may hold more";
-    EXPECT_EQ(stepped("2", platform::kKeyMinus), "10");
-    EXPECT_EQ(stepped("18", platform::kKeyMinus), "17.9");
+    EXPECT_EQ(stepped("16", controls::kKeyPlus), "16");
+    EXPECT_EQ(stepped("10", controls::kKeyMinus), "10");
+    EXPECT_EQ(stepped("15.9", controls::kKeyPlus), "16");
+    EXPECT_EQ(stepped("18", controls::kKeyPlus), "16") << "a file may hold more";
+    EXPECT_EQ(stepped("2", controls::kKeyMinus), "10");
+    EXPECT_EQ(stepped("18", controls::kKeyMinus), "17.9");
 }
 
 TEST_F(AnalyserPaneTest, ATargetComesFromTheToolTipNotFromTheText) {
     box(17).Text = "14.7";  // a mean
-    EXPECT_EQ(stepped("12.5", platform::kKeyPlus), "12.6");
+    EXPECT_EQ(stepped("12.5", controls::kKeyPlus), "12.6");
 }
 
 TEST_F(AnalyserPaneTest, ACellIsOpenOnlyWhileItIsWritten) {
     bool lockedInside = true;
     noting_.onSetpoint = [&](int cell) { lockedInside = box(cell).Locked; };
-    key(17, platform::kKeyPlus);
+    key(17, controls::kKeyPlus);
     EXPECT_FALSE(lockedInside);
     EXPECT_TRUE(box(17).Locked);
 }

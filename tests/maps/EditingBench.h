@@ -11,8 +11,8 @@
 namespace korvane::maps {
 
 inline constexpr int kNoShift = 0;
-inline constexpr int kShift = platform::kShiftMask;
-inline constexpr int kControl = platform::kControlMask;
+inline constexpr int kShift = controls::kShiftMask;
+inline constexpr int kControl = controls::kControlMask;
 
 class EditingBench : public MapsBench {
 protected:
@@ -53,7 +53,7 @@ protected:
     // The ends by cell index; -1 for none.
     static std::pair<int, int> block(const MapGrid& grid) { return {grid.SelFirst - 1, grid.SelLast - 1}; }
 
-    static std::vector<int> cellsOf(MapGrid& grid, platform::Color color) {
+    static std::vector<int> cellsOf(MapGrid& grid, controls::Color color) {
         std::vector<int> cells;
         for (int cell = 0; cell < grid.geometry.cells(); ++cell) {
             if (grid(cell).BackColor == color) {
@@ -62,7 +62,7 @@ protected:
         }
         return cells;
     }
-    static std::vector<int> green(MapGrid& grid) { return cellsOf(grid, platform::kGreen); }
+    static std::vector<int> green(MapGrid& grid) { return cellsOf(grid, controls::kGreen); }
 
     static std::vector<int> valuesOf(const core::MapImage& image, int first, int count) {
         std::vector<int> values;

@@ -7,7 +7,7 @@ using testing::IsEmpty;
 
 class Frm3DmapTest : public MapsBench {
 protected:
-    platform::Chart& chart() { return frm3Dmap_.MSChart1; }
+    controls::Chart& chart() { return frm3Dmap_.MSChart1; }
     std::string data(int row, int column) {
         chart().Row = row;
         chart().Column = column;
@@ -138,9 +138,9 @@ TEST_F(Frm3DmapTest, ShowsEditedRawBytes) {
 
 TEST_F(Frm3DmapTest, TellsTheViewOncePerRefresh) {
     frm3Dmap_.open();
-    struct Counter : platform::Observer {
-        void propertyChanged(platform::Object& object, const void* property) override {
-            count += property == dynamic_cast<platform::Chart&>(object).dataProperty() ? 1 : 0;
+    struct Counter : controls::Observer {
+        void propertyChanged(controls::Object& object, const void* property) override {
+            count += property == dynamic_cast<controls::Chart&>(object).dataProperty() ? 1 : 0;
         }
         int count = 0;
     } counter;

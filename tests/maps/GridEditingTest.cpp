@@ -4,16 +4,16 @@
 namespace korvane::maps {
 namespace {
 
-using platform::kGreen;
-using platform::kKeyDown;
-using platform::kKeyLeft;
-using platform::kKeyMinus;
-using platform::kKeyPlus;
-using platform::kKeyRight;
-using platform::kKeyShift;
-using platform::kKeyUp;
-using platform::kWhite;
-using platform::kYellow;
+using controls::kGreen;
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyMinus;
+using controls::kKeyPlus;
+using controls::kKeyRight;
+using controls::kKeyShift;
+using controls::kKeyUp;
+using controls::kWhite;
+using controls::kYellow;
 using support::Bytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -27,7 +27,7 @@ TEST_F(GridEditingTest, PlusAndMinusStepOneCell) {
     key(window_.fuel, 3, kKeyPlus);
     EXPECT_EQ(tables_.FuelMapOut[3], 11);
     EXPECT_EQ(window_.fuel(3).ToolTipText.get().substr(0, 3), " 11");
-    EXPECT_EQ(window_.fuel(3).ForeColor, platform::kBlue);
+    EXPECT_EQ(window_.fuel(3).ForeColor, controls::kBlue);
     key(window_.ign, 3, kKeyPlus);
     EXPECT_EQ(window_.ign(3).Text.get(), "0.2");
     key(window_.ign, 3, kKeyPlus);

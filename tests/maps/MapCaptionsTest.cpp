@@ -51,7 +51,7 @@ TEST_F(MapCaptions, TheMiscBoxesAreNamedBeside) {
 }
 
 TEST_F(MapCaptions, EachButtonSaysWhatItMoves) {
-    const std::vector<std::pair<platform::CommandButton*, std::string_view>> buttons{
+    const std::vector<std::pair<controls::CommandButton*, std::string_view>> buttons{
         {&window_.btnReadFuel, "Read Fuel Values"},
         {&window_.btnWriteFuel, "Send Fuel Values"},
         {&window_.btnReadIgn, "Read Ign Values"},
@@ -71,7 +71,7 @@ TEST_F(MapCaptions, EachButtonSaysWhatItMoves) {
 }
 
 TEST_F(MapCaptions, EachBoxSaysWhatItTurnsOn) {
-    const std::vector<std::pair<platform::CheckBox*, std::string_view>> boxes{
+    const std::vector<std::pair<controls::CheckBox*, std::string_view>> boxes{
         {&window_.chkTrace, "Trace map route"},        {&window_.chkFocusOnFuel, "Focus on Fuel"},
         {&window_.chkFocusOnIGN, "Focus on Ignition"}, {&window_.chkModifyInjSetpoint, "Modify lambda setpoints"},
         {&window_.chkShowPwm, "Show PWM table"},       {&window_.chkInjAnal, "Show Injection analyser"},

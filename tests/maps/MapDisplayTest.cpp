@@ -6,9 +6,9 @@
 namespace korvane::maps {
 namespace {
 
-using platform::kBlack;
-using platform::kBlue;
-using platform::kRed;
+using controls::kBlack;
+using controls::kBlue;
+using controls::kRed;
 
 // Injection mode 2 with multiplier 3: a fuel count is a 24th of a millisecond.
 class DisplayBench : public MapsBench {
@@ -28,7 +28,7 @@ protected:
     void receiveFuel(int cell, std::uint8_t count) { receive(tables_.FuelMapIn, tables_.FuelMapOut, cell, count); }
 
     static std::string textOf(MapGrid& grid, int cell) { return grid(cell).Text; }
-    static platform::Color colorOf(MapGrid& grid, int cell) { return grid(cell).ForeColor; }
+    static controls::Color colorOf(MapGrid& grid, int cell) { return grid(cell).ForeColor; }
 
     std::string chartData(int row, int column) {
         frm3Dmap_.MSChart1.Row = row;
@@ -157,15 +157,15 @@ TEST_F(MapDisplayTest, ToolTipHoldsAnyInjectorSize) {
 }
 
 // Whether each cell was locked when its text changed.
-class LockWatcher : public platform::Observer {
+class LockWatcher : public controls::Observer {
 public:
     explicit LockWatcher(MapGrid& grid) : grid_(grid) {
         for (auto& cell : grid_.cells) {
             cell.addObserver(*this);
         }
     }
-    void propertyChanged(platform::Object& object, const void* property) override {
-        if (auto& cell = dynamic_cast<platform::TextBox&>(object); property == &cell.Text) {
+    void propertyChanged(controls::Object& object, const void* property) override {
+        if (auto& cell = dynamic_cast<controls::TextBox&>(object); property == &cell.Text) {
             locked.push_back(cell.Locked);
         }
     }

@@ -44,7 +44,7 @@ protected:
         tables_.TickD = 0.0123456;
     }
 
-    void press(platform::CommandButton& button, const std::filesystem::path& chosen) {
+    void press(controls::CommandButton& button, const std::filesystem::path& chosen) {
         machine_.dialogs.answerFile(chosen.string());
         button.press();
     }
@@ -55,7 +55,7 @@ protected:
         return messages.empty() ? "" : messages.front().text;
     }
 
-    void expectDialog(platform::CommandButton& button, platform::FileDialog::Kind kind, const std::string& title,
+    void expectDialog(controls::CommandButton& button, platform::FileDialog::Kind kind, const std::string& title,
                       const std::string& filter, bool confirmOverwrite) {
         button.press();
         const auto shown = machine_.dialogs.takeFileDialogs();
@@ -135,9 +135,9 @@ TEST_F(TuneFile, ThatWasLoadedCountsAsFreshlyRead) {
     EXPECT_EQ(tables_.PwmMapIn[159], 30);
     EXPECT_EQ(tables_.PwmMapOut, tables_.PwmMapIn);
     EXPECT_EQ(window_.ign(17).Text.get(), "4");  // 20 * 0.2 degrees
-    EXPECT_EQ(window_.ign(17).ForeColor.get(), platform::kBlack);
+    EXPECT_EQ(window_.ign(17).ForeColor.get(), controls::kBlack);
     EXPECT_NE(window_.fuel(17).Text.get(), "");
-    EXPECT_NE(window_.fuel(17).ForeColor.get(), platform::kBlue);
+    EXPECT_NE(window_.fuel(17).ForeColor.get(), controls::kBlue);
     EXPECT_EQ(window_.txtMisc(0).Text.get(), "8500");
     EXPECT_EQ(window_.Caption.get(), "Misc data received.. ");
     EXPECT_THAT(sent(), IsEmpty());
@@ -206,18 +206,18 @@ TEST_F(TuneFile, WhoseFuelMapCanNotBeShownIsTakenAllTheSame) {
 }
 
 // Fails the first time that the cell's text changes.
-class FailingView : public platform::Observer {
+class FailingView : public controls::Observer {
 public:
-    explicit FailingView(platform::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
+    explicit FailingView(controls::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
     ~FailingView() override { cell_.removeObserver(*this); }
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &cell_.Text && !std::exchange(failed_, true)) {
             throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
         }
     }
 
 private:
-    platform::TextBox& cell_;
+    controls::TextBox& cell_;
     bool failed_ = false;
 };
 

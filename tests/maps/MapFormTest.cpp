@@ -5,8 +5,8 @@
 namespace korvane::maps {
 namespace {
 
-using platform::kRed;
-using platform::kWhite;
+using controls::kRed;
+using controls::kWhite;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -371,8 +371,8 @@ TEST_F(MapFormTest, TheAnalyserKnowsTheOpenWindow) {
     EXPECT_EQ(window.analys(159).ToolTipText.get(), "13");
     window.setOnlineChanges(true);
     EXPECT_EQ(window.chkOnlineChanges.Value.get(), 1);
-    window.setAgentLamp(platform::Picture::Red);
-    EXPECT_EQ(window.imgAgentLed.Shown.get(), platform::Picture::Red);
+    window.setAgentLamp(controls::Picture::Red);
+    EXPECT_EQ(window.imgAgentLed.Shown.get(), controls::Picture::Red);
 }
 
 // Cells count to 320 for the analyser whatever the map.
@@ -381,10 +381,10 @@ TEST_F(MapFormTest, WhatTheAnalyserAsksOfCellsBeyondTheGridIsPassedOver) {
     const auto before = tables_.FuelMapOut;
     for (const int cell : {-1, 160, 319, 320}) {
         EXPECT_NO_THROW(window.setSetpointToolTip(cell, "13"));
-        EXPECT_NO_THROW(window.pressFuelKey(cell, platform::kKeyPlus, 0));
+        EXPECT_NO_THROW(window.pressFuelKey(cell, controls::kKeyPlus, 0));
     }
     EXPECT_EQ(tables_.FuelMapOut, before);
-    window.pressFuelKey(159, platform::kKeyPlus, 0);
+    window.pressFuelKey(159, controls::kKeyPlus, 0);
     EXPECT_EQ(tables_.FuelMapOut[159], before[159] + 1);
 }
 
@@ -394,7 +394,7 @@ TEST_F(MapFormTest, ABlockTakesTheAnalysersKeyWhateverTheCell) {
     window.fuel.SelLast = 12;
     auto expected = tables_.FuelMapOut;
     for (const int cell : {50, 166}) {
-        window.pressFuelKey(cell, platform::kKeyPlus, 0);
+        window.pressFuelKey(cell, controls::kKeyPlus, 0);
     }
     expected[10] = static_cast<std::uint8_t>(expected[10] + 2);
     expected[11] = static_cast<std::uint8_t>(expected[11] + 2);

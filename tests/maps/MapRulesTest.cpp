@@ -11,10 +11,10 @@
 namespace korvane::maps {
 namespace {
 
-using platform::kGreen;
-using platform::kRed;
-using platform::kWhite;
-using platform::kYellow;
+using controls::kGreen;
+using controls::kRed;
+using controls::kWhite;
+using controls::kYellow;
 using testing::Each;
 using testing::ElementsAre;
 
@@ -42,12 +42,12 @@ protected:
     // With the keys; the focus ends on the last cell.
     void selectIgnition(int first, int last) {
         window_.setFocus(&window_.ign(first));
-        window_.ign(first).keyDown(platform::kKeyShift, kShift);
+        window_.ign(first).keyDown(controls::kKeyShift, kShift);
         for (int cell = first; cell < last; ++cell) {
-            window_.ign(cell).keyDown(platform::kKeyRight, kShift);
+            window_.ign(cell).keyDown(controls::kKeyRight, kShift);
         }
     }
-    [[nodiscard]] platform::Color fuelBack(int cell) { return window_.fuel(cell).BackColor; }
+    [[nodiscard]] controls::Color fuelBack(int cell) { return window_.fuel(cell).BackColor; }
 
     FrmMaps window_{machine_.machine, context_};
 };
@@ -114,7 +114,7 @@ TEST_F(MapRules, FollowingTheEngineOnTheIgnitionGridEndsABlockThere) {
     for (const int cell : {20, 21, 22}) {
         EXPECT_EQ(window_.ign(cell).BackColor.get(), kWhite) << cell;
     }
-    window_.ign(50).keyDown(platform::kKeyPlus, kNoShift);
+    window_.ign(50).keyDown(controls::kKeyPlus, kNoShift);
     EXPECT_EQ(tables_.IgnMapOut[50], 101);
     EXPECT_EQ(tables_.IgnMapOut[20], 100);
     EXPECT_EQ(tables_.IgnMapOut[21], 100);
@@ -131,13 +131,13 @@ TEST_F(MapRules, TheFirstReadsAskAlsoForWhatTheEcuDoesNotOffer) {
 }
 
 // What a cell has shown, in order.
-class NotedTexts : public platform::Observer {
+class NotedTexts : public controls::Observer {
 public:
-    explicit NotedTexts(platform::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
+    explicit NotedTexts(controls::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
     NotedTexts(const NotedTexts&) = delete;
     NotedTexts& operator=(const NotedTexts&) = delete;
     ~NotedTexts() override { cell_.removeObserver(*this); }
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &cell_.Text) {
             texts.push_back(cell_.Text);
         }
@@ -146,7 +146,7 @@ public:
     std::vector<std::string> texts;
 
 private:
-    platform::TextBox& cell_;
+    controls::TextBox& cell_;
 };
 
 double halfMillisecond(core::SharedTables&) {

@@ -9,7 +9,7 @@ using testing::IsEmpty;
 
 class MapReads : public SmallTransferBench {
 protected:
-    void expectRequest(platform::CommandButton& button, std::uint8_t letter) {
+    void expectRequest(controls::CommandButton& button, std::uint8_t letter) {
         window_.Caption = "";
         button.press();
         EXPECT_EQ(window_.Caption.get(), "Receiving data from Device...12:00:00");
@@ -152,11 +152,11 @@ TEST_F(MapWrite, KeepsThePollStoppedUntilTheCommitIsThrough) {
     EXPECT_EQ(seen, 2);
 }
 
-class PollObserver : public platform::Observer {
+class PollObserver : public controls::Observer {
 public:
-    explicit PollObserver(platform::Timer& timer) : timer_(timer) { timer_.addObserver(*this); }
+    explicit PollObserver(controls::Timer& timer) : timer_(timer) { timer_.addObserver(*this); }
     ~PollObserver() override { timer_.removeObserver(*this); }
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &timer_.Enabled) {
             states.push_back(timer_.Enabled);
         }
@@ -165,7 +165,7 @@ public:
     std::vector<bool> states;
 
 private:
-    platform::Timer& timer_;
+    controls::Timer& timer_;
 };
 
 TEST_F(MapWrite, SwitchesThePollOnAndOffBeforeTheCommitOfIgnitionAlone) {

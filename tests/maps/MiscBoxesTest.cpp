@@ -46,7 +46,7 @@ TEST_F(MiscBoxes, IgnitionOffsetIsBroughtInToTheOtherLimit) {
     EXPECT_EQ(typed(3, "12.1"), "10");
     EXPECT_EQ(typed(3, "-10"), "-10");
     window_.txtMisc(3).Text = "-10.1";
-    window_.txtMisc(3).keyUp(platform::kKeyShift, 0);
+    window_.txtMisc(3).keyUp(controls::kKeyShift, 0);
     EXPECT_EQ(window_.txtMisc(3).Text.get(), "-12");
 }
 

@@ -97,11 +97,11 @@ TEST_F(Misc, ReplyStopsThePollForATenthOfASecond) {
     EXPECT_EQ(window_.timeOutCounter, 0);
 }
 
-class CaptionObserver : public platform::Observer {
+class CaptionObserver : public controls::Observer {
 public:
-    explicit CaptionObserver(platform::Window& window) : window_(window) { window_.addObserver(*this); }
+    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
     ~CaptionObserver() override { window_.removeObserver(*this); }
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &window_.Caption) {
             captions.push_back(window_.Caption);
         }
@@ -110,7 +110,7 @@ public:
     std::vector<std::string> captions;
 
 private:
-    platform::Window& window_;
+    controls::Window& window_;
 };
 
 TEST_F(Misc, ReplyIsAnnouncedFirst) {

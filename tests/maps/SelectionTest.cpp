@@ -4,14 +4,14 @@
 namespace korvane::maps {
 namespace {
 
-using platform::kKeyDown;
-using platform::kKeyLeft;
-using platform::kKeyPlus;
-using platform::kKeyRight;
-using platform::kKeyShift;
-using platform::kKeyUp;
-using platform::kWhite;
-using platform::kYellow;
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyPlus;
+using controls::kKeyRight;
+using controls::kKeyShift;
+using controls::kKeyUp;
+using controls::kWhite;
+using controls::kYellow;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -20,7 +20,7 @@ protected:
         poll().Enabled = true;
     }
 
-    platform::Timer& poll() { return main_.TimerRequestData; }
+    controls::Timer& poll() { return main_.TimerRequestData; }
 
     void at(int milliseconds, std::function<void()> action) { machine_.at(milliseconds, std::move(action)); }
     // Also while the program blocks.

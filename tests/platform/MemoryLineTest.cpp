@@ -1,6 +1,11 @@
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
-#include "ModelBench.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/VirtualPump.h"
 
 namespace korvane::platform {
 namespace {

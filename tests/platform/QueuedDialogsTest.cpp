@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/virtual/QueuedDialogs.h"
+#include "platform/QueuedDialogs.h"
 
 namespace korvane::platform {
 namespace {

@@ -13,7 +13,7 @@ const std::string kZeros(30, '0');
 
 class ColumnSort : public MiscBench {
 protected:
-    platform::ListView& list(const char* tag, const std::vector<std::string>& cells) {
+    controls::ListView& list(const char* tag, const std::vector<std::string>& cells) {
         list_.addColumn("first", "");
         list_.addColumn("second", tag);
         for (const auto& cell : cells) {
@@ -30,7 +30,7 @@ protected:
         return cells;
     }
 
-    platform::ListView list_{frmMisc_, "lvwSorted"};
+    controls::ListView list_{frmMisc_, "lvwSorted"};
 };
 
 TEST_F(ColumnSort, TheFirstClickFallsAndTheNextRises) {

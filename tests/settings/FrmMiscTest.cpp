@@ -49,7 +49,7 @@ TEST_F(FrmMiscTest, LoadSetsTheWindowUp) {
 }
 
 TEST_F(FrmMiscTest, ListsHaveTheirRows) {
-    const auto rows = [](const platform::ComboBox& list) {
+    const auto rows = [](const controls::ComboBox& list) {
         Lines texts;
         for (int i = 0; i < list.ListCount(); ++i) {
             texts.push_back(list.List(i));
@@ -245,7 +245,7 @@ TEST_F(FrmMiscTest, LaunchHelpHasSixLines) {
 }
 
 TEST_F(FrmMiscTest, EveryControlHasAPlaceOfItsOwn) {
-    using platform::Control;
+    using controls::Control;
     const auto& controls = frmMisc_.controls();
     const auto isTimer = [](const Control* control) { return control->kind() == "timer"; };
     const auto right = [](const Control* control) { return control->Left + control->Width; };
@@ -271,7 +271,7 @@ TEST_F(FrmMiscTest, EveryControlHasAPlaceOfItsOwn) {
 }
 
 TEST_F(FrmMiscTest, EveryControlButTheFootStandsOnAPage) {
-    for (const platform::Control* control : frmMisc_.controls()) {
+    for (const controls::Control* control : frmMisc_.controls()) {
         const auto* outermost = control;
         while (outermost->container() != nullptr) {
             outermost = outermost->container();

@@ -41,16 +41,16 @@ private:
 };
 
 // The values that a text of a property takes one after the other.
-class TextObserver : public platform::Observer {
+class TextObserver : public controls::Observer {
 public:
-    TextObserver(platform::Object& object, platform::Property<std::string>& text) : object_(object), text_(text) {
+    TextObserver(controls::Object& object, controls::Property<std::string>& text) : object_(object), text_(text) {
         object_.addObserver(*this);
     }
     TextObserver(const TextObserver&) = delete;
     TextObserver& operator=(const TextObserver&) = delete;
     ~TextObserver() override { object_.removeObserver(*this); }
 
-    void propertyChanged(platform::Object&, const void* property) override {
+    void propertyChanged(controls::Object&, const void* property) override {
         if (property == &text_) {
             texts.push_back(text_);
         }
@@ -59,8 +59,8 @@ public:
     std::vector<std::string> texts;
 
 private:
-    platform::Object& object_;
-    platform::Property<std::string>& text_;
+    controls::Object& object_;
+    controls::Property<std::string>& text_;
 };
 
 using Lines = std::vector<std::string>;
@@ -105,7 +105,7 @@ protected:
 
     void at(int milliseconds, std::function<void()> action) { virtual_.at(milliseconds, std::move(action)); }
     [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
-    platform::Timer& poll() { return main_.TimerRequestData; }
+    controls::Timer& poll() { return main_.TimerRequestData; }
 
     // What has gone out since the last call, each command behind its moment: "50 392=7" writes 7 to 392, "R 507" and
     // "U 1005" ask for a byte and a word, anything else stands in decimal.

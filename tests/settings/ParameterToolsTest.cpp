@@ -28,7 +28,7 @@ protected:
         }
         return row;
     }
-    Lines press(platform::CommandButton& button, const char* address, const char* value = "") {
+    Lines press(controls::CommandButton& button, const char* address, const char* value = "") {
         window_.TextOs.Text = address;
         window_.TextArvo.Text = value;
         button.press();

@@ -12,19 +12,19 @@ protected:
 
     void update(int addr, int value, bool is16 = false) { frmMisc_.UpdateReadEE(value, addr, is16); }
 
-    void expectText(int addr, int value, platform::TextBox& box, const std::string& text) {
+    void expectText(int addr, int value, controls::TextBox& box, const std::string& text) {
         update(addr, value);
         EXPECT_EQ(box.Text.get(), text) << addr;
         EXPECT_EQ(frmMisc_.TextArvo.Text.get(), "untouched") << addr;
     }
     // A box that shows the byte as it is.
-    void expectPlain(int addr, platform::TextBox& box) { expectText(addr, 200, box, "200"); }
-    void expectPlain(int addr, platform::ControlArray<platform::TextBox>& boxes) {
+    void expectPlain(int addr, controls::TextBox& box) { expectText(addr, 200, box, "200"); }
+    void expectPlain(int addr, controls::ControlArray<controls::TextBox>& boxes) {
         for (int i = 0; i < boxes.count(); ++i) {
             expectText(addr + i, 100 + i, boxes(i), std::to_string(100 + i));
         }
     }
-    void expectScaled(int addr, int value, platform::TextBox& box, const std::string& text) {
+    void expectScaled(int addr, int value, controls::TextBox& box, const std::string& text) {
         expectText(addr, value, box, text);
         EXPECT_EQ(box.Tag.get(), std::to_string(value)) << addr;
     }
@@ -228,7 +228,7 @@ TEST_F(RepliesTest, AnAddressWithNoFieldChangesOnlyTextArvo) {
     const auto texts = [&] {
         std::string all;
         for (const auto* control : frmMisc_.controls()) {
-            if (const auto* box = dynamic_cast<const platform::TextBox*>(control); box != &frmMisc_.TextArvo && box) {
+            if (const auto* box = dynamic_cast<const controls::TextBox*>(control); box != &frmMisc_.TextArvo && box) {
                 all += box->Text.get() + box->Tag.get();
             }
         }

@@ -10,7 +10,7 @@ protected:
     SaveBench() { showOnOpenPort(); }
 
     // Cell i holds first + i.
-    static void number(platform::ControlArray<platform::TextBox>& boxes, int first) {
+    static void number(controls::ControlArray<controls::TextBox>& boxes, int first) {
         for (int i = 0; i < boxes.count(); ++i) {
             boxes(i).Text = std::to_string(first + i);
         }
@@ -26,13 +26,13 @@ protected:
         return lines;
     }
 
-    Lines save(platform::CommandButton& button) {
+    Lines save(controls::CommandButton& button) {
         button.press();
         return sent();
     }
 
     // The poll stands still while the save runs, and runs when it has ended.
-    void expectPollStopped(platform::CommandButton& button, int moment) {
+    void expectPollStopped(controls::CommandButton& button, int moment) {
         poll().Enabled = true;
         bool seen = false;
         at(moment, [&] {
@@ -44,7 +44,7 @@ protected:
         EXPECT_TRUE(poll().Enabled);
     }
     // The poll's own state does not matter to the save.
-    void expectPollLeft(platform::CommandButton& button) {
+    void expectPollLeft(controls::CommandButton& button) {
         for (const bool running : {true, false}) {
             poll().Enabled = running;
             button.press();

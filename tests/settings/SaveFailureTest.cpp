@@ -147,7 +147,7 @@ TEST_F(SaveTest, OnAClosedPortEverythingRunsAndNothingIsSent) {
 TEST_F(SaveTest, NeverReadsBack) {
     auto& w = frmMisc_;
     for (auto* control : w.controls()) {
-        auto* const button = dynamic_cast<platform::CommandButton*>(control);
+        auto* const button = dynamic_cast<controls::CommandButton*>(control);
         if (button == nullptr || button->Caption.get() != "Save") {
             continue;
         }

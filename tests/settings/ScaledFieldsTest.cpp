@@ -4,19 +4,19 @@
 namespace korvane::settings {
 namespace {
 
-using platform::kKeyDown;
-using platform::kKeyLeft;
-using platform::kKeyMinus;
-using platform::kKeyPlus;
-using platform::kKeyRight;
-using platform::kKeyUp;
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyMinus;
+using controls::kKeyPlus;
+using controls::kKeyRight;
+using controls::kKeyUp;
 
 class ScaledFieldsTest : public MiscBench {
 protected:
     ScaledFieldsTest() { show(); }
 
     // What a key leaves of a raw byte, and how that is shown.
-    static void expectKey(platform::TextBox& box, const std::string& raw, int keyCode, const std::string& tag,
+    static void expectKey(controls::TextBox& box, const std::string& raw, int keyCode, const std::string& tag,
                           const std::string& text) {
         box.Tag = raw;
         box.keyDown(keyCode, 0);
@@ -25,7 +25,7 @@ protected:
     }
 
     // From just below the limit up, over it, down, and at the bottom.
-    static void expectRange(platform::TextBox& box, int limit, const std::string& atLimit, const std::string& below,
+    static void expectRange(controls::TextBox& box, int limit, const std::string& atLimit, const std::string& below,
                             const std::string& one) {
         const std::string top = std::to_string(limit);
         const std::string next = std::to_string(limit - 1);
@@ -39,7 +39,7 @@ protected:
         expectKey(box, "-5", kKeyMinus, "0", "0");
     }
 
-    void focusOnPage(int tab, platform::Control& control) {
+    void focusOnPage(int tab, controls::Control& control) {
         frmMisc_.tbsOptions.SelectedItem = tab;
         frmMisc_.setFocus(&control);
         ASSERT_EQ(frmMisc_.activeControl(), &control);
@@ -150,7 +150,7 @@ TEST_F(Acceleration, KeepsATextTooLargeForItsCounts) {
 
 TEST_F(ScaledFieldsTest, CannotBeTypedInto) {
     auto& w = frmMisc_;
-    std::vector<platform::TextBox*> boxes{&w.txtStart, &w.txtRyyppy, &w.txtchargetime, &w.txtALS_fuel,
+    std::vector<controls::TextBox*> boxes{&w.txtStart, &w.txtRyyppy, &w.txtchargetime, &w.txtALS_fuel,
                                           &w.txtALS_ign_retard};
     for (auto* row : {&w.txtVolt, &w.txtAccel}) {
         for (auto& box : *row) {
@@ -168,11 +168,11 @@ TEST_F(ScaledFieldsTest, CannotBeTypedInto) {
 }
 
 TEST_F(ScaledFieldsTest, AreUnlockedAroundEachChange) {
-    class LockWatch : public platform::Observer {
+    class LockWatch : public controls::Observer {
     public:
-        explicit LockWatch(platform::TextBox& box) : box_(box) { box_.addObserver(*this); }
+        explicit LockWatch(controls::TextBox& box) : box_(box) { box_.addObserver(*this); }
         ~LockWatch() override { box_.removeObserver(*this); }
-        void propertyChanged(platform::Object&, const void* property) override {
+        void propertyChanged(controls::Object&, const void* property) override {
             if (property == &box_.Text) {
                 unlocked = !box_.Locked;
             }
@@ -180,7 +180,7 @@ TEST_F(ScaledFieldsTest, AreUnlockedAroundEachChange) {
         bool unlocked = false;
 
     private:
-        platform::TextBox& box_;
+        controls::TextBox& box_;
     };
     LockWatch watch(frmMisc_.txtStart);
     frmMisc_.txtStart.keyDown(kKeyPlus, 0);

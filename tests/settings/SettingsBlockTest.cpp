@@ -101,7 +101,7 @@ TEST_F(SettingsBlock, ThatNeverStopsComingDoesNotPileUp) {
 
 class AccelerationMark : public MiscBench {
 protected:
-    [[nodiscard]] std::vector<int> coloured(platform::Color color) {
+    [[nodiscard]] std::vector<int> coloured(controls::Color color) {
         std::vector<int> cells;
         for (int i = 0; i < 10; ++i) {
             if (frmMisc_.txtAccel(i).BackColor == color) {
@@ -114,21 +114,21 @@ protected:
 
 TEST_F(AccelerationMark, MovesFromCellToCell) {
     frmMisc_.MarkAccelCell(3);
-    EXPECT_THAT(coloured(platform::kRed), ElementsAre(3));
+    EXPECT_THAT(coloured(controls::kRed), ElementsAre(3));
     frmMisc_.MarkAccelCell(9);
-    EXPECT_THAT(coloured(platform::kRed), ElementsAre(9));
-    EXPECT_THAT(coloured(platform::kWhite), ElementsAre(3));
+    EXPECT_THAT(coloured(controls::kRed), ElementsAre(9));
+    EXPECT_THAT(coloured(controls::kWhite), ElementsAre(3));
     frmMisc_.MarkAccelCell(9);
-    EXPECT_THAT(coloured(platform::kRed), ElementsAre(9));
+    EXPECT_THAT(coloured(controls::kRed), ElementsAre(9));
     frmMisc_.MarkAccelCell(0);
-    EXPECT_THAT(coloured(platform::kWhite), ElementsAre(3, 9));
+    EXPECT_THAT(coloured(controls::kWhite), ElementsAre(3, 9));
 }
 
 TEST_F(AccelerationMark, StaysForAnIndexWithNoCell) {
     frmMisc_.MarkAccelCell(3);
     for (const int index : {-1, 10, 32767}) {
         frmMisc_.MarkAccelCell(index);
-        EXPECT_THAT(coloured(platform::kRed), ElementsAre(3)) << index;
+        EXPECT_THAT(coloured(controls::kRed), ElementsAre(3)) << index;
     }
 }
 

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "app/Program.h"
 #include "platform/Machine.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
+#include "program/Program.h"
 #include "support/TempFolder.h"
 
 namespace korvane::support {
@@ -53,7 +53,7 @@ struct VirtualMachine {
     platform::QueuedDialogs dialogs;
     platform::MemoryPreferences preferences;
     platform::MemoryLog log;
-    platform::WindowList windows;
+    controls::WindowList windows;
     platform::Machine machine;
     std::vector<std::unique_ptr<platform::Alarm>> alarms;  // of at()
 };
@@ -71,7 +71,7 @@ struct VirtualProgram : VirtualMachine {
     // What the program has sent since the last call.
     [[nodiscard]] Bytes sent();
 
-    app::Program program;
+    program::Program program;
     live::FrmSarn2& window = program.frmSarn2();
     core::SharedTables& tables = program.tables();
 };

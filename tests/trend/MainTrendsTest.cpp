@@ -27,20 +27,20 @@ protected:
     }
     // How often a picture is drawn anew while `what` runs.
     template <class What>
-    int drawsOf(platform::PictureBox& picture, What what) {
-        class Counter : public platform::Observer {
+    int drawsOf(controls::PictureBox& picture, What what) {
+        class Counter : public controls::Observer {
         public:
-            explicit Counter(platform::PictureBox& box) : box_(box) { box_.addObserver(*this); }
+            explicit Counter(controls::PictureBox& box) : box_(box) { box_.addObserver(*this); }
             Counter(const Counter&) = delete;
             Counter& operator=(const Counter&) = delete;
             ~Counter() override { box_.removeObserver(*this); }
-            void propertyChanged(platform::Object&, const void* property) override {
+            void propertyChanged(controls::Object&, const void* property) override {
                 count += property == box_.drawingProperty() ? 1 : 0;
             }
             int count = 0;
 
         private:
-            platform::PictureBox& box_;
+            controls::PictureBox& box_;
         };
         Counter counter(picture);
         what();

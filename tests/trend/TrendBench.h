@@ -8,29 +8,29 @@
 #include <string>
 #include <vector>
 
+#include "controls/PictureBox.h"
+#include "controls/Window.h"
 #include "platform/Machine.h"
-#include "platform/PictureBox.h"
-#include "platform/Window.h"
+#include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
 #include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/QueuedDialogs.h"
 #include "platform/virtual/VirtualPump.h"
 #include "trend/cTrendline.h"
 
-namespace korvane::platform {
+namespace korvane::controls {
 
 inline std::ostream& operator<<(std::ostream& out, const Point& point) {
     return out << "(" << point.x << "," << point.y << ")";
 }
 
-}  // namespace korvane::platform
+}  // namespace korvane::controls
 
 namespace korvane::trend {
 
-using platform::Color;
-using platform::Drawing;
-using platform::Point;
+using controls::Color;
+using controls::Drawing;
+using controls::Point;
 
 // One text as drawn.
 struct Words {
@@ -91,7 +91,7 @@ protected:
     // The straight lines of the grid.
     [[nodiscard]] std::vector<Line> grid() const {
         auto all = shapesOf(Drawing::Kind::Polyline);
-        std::erase_if(all, [](const Line& line) { return line.color != platform::kDarkGrey; });
+        std::erase_if(all, [](const Line& line) { return line.color != controls::kDarkGrey; });
         return all;
     }
     [[nodiscard]] std::vector<Line> horizontal() const {
@@ -107,7 +107,7 @@ protected:
     // The lines of the series, in order.
     [[nodiscard]] std::vector<Line> series() const {
         auto all = shapesOf(Drawing::Kind::Polyline);
-        std::erase_if(all, [](const Line& line) { return line.color == platform::kDarkGrey; });
+        std::erase_if(all, [](const Line& line) { return line.color == controls::kDarkGrey; });
         return all;
     }
     void pushAll(double value, int count = 1, int series = 0) {
@@ -121,10 +121,10 @@ protected:
     platform::QueuedDialogs dialogs_;
     platform::MemoryPreferences preferences_;
     platform::MemoryLog log_;
-    platform::WindowList windows_;
+    controls::WindowList windows_;
     platform::Machine machine_{pump_, serial_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
-    platform::Window window_{machine_, "frmSarn2"};
-    platform::PictureBox picture_{window_, "picTrend"};
+    controls::Window window_{machine_, "frmSarn2"};
+    controls::PictureBox picture_{window_, "picTrend"};
     TrendTable table_;
     cTrendline line_;
 };

@@ -5,12 +5,12 @@
 namespace korvane::trend {
 namespace {
 
-using platform::kCyan;
-using platform::kDarkGrey;
-using platform::kMagenta;
-using platform::kRed;
-using platform::kWhite;
-using platform::kYellow;
+using controls::kCyan;
+using controls::kDarkGrey;
+using controls::kMagenta;
+using controls::kRed;
+using controls::kWhite;
+using controls::kYellow;
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;

@@ -239,14 +239,14 @@ TEST_F(BindingTest, AButtonWithoutCaptionIsKnownByItsToolTip) {
 }
 
 TEST_F(BindingTest, FixedColoursAreTheirOwnAndSystemColoursThePalettes) {
-    form.txtCell.ForeColor = platform::kBlue;
+    form.txtCell.ForeColor = controls::kBlue;
     form.txtCell.BackColor = 0x00A0FF;
     frame();
     auto& box = find("txtCell(17)");
     EXPECT_EQ(box.palette().color(QPalette::Text), QColor(0, 0, 255));
     EXPECT_EQ(box.palette().color(QPalette::Base), QColor(255, 160, 0));
-    form.txtCell.ForeColor = platform::kWindowText;
-    form.txtCell.BackColor = platform::kButtonFace;
+    form.txtCell.ForeColor = controls::kWindowText;
+    form.txtCell.BackColor = controls::kButtonFace;
     frame();
     EXPECT_EQ(box.palette().color(QPalette::Text), view().palette().color(QPalette::Text));
     EXPECT_EQ(box.palette().color(QPalette::Base), QPalette().color(QPalette::Window));
@@ -369,12 +369,12 @@ TEST_F(BindingTest, FontsOfTheProgramAreInProportionToTheTextsAround) {
 }
 
 TEST_F(BindingTest, ALampShowsItsPicture) {
-    form.imgLamp.Shown = platform::Picture::Green;
+    form.imgLamp.Shown = controls::Picture::Green;
     frame();
     auto& lamp = find<Lamp>("imgLamp");
     const QColor middle = lamp.grab().toImage().pixelColor(lamp.rect().center());
     EXPECT_GT(middle.green(), middle.red() + 80);
-    form.imgLamp.Shown = platform::Picture::Grey;
+    form.imgLamp.Shown = controls::Picture::Grey;
     frame();
     const QColor off = lamp.grab().toImage().pixelColor(lamp.rect().center());
     EXPECT_LT(std::abs(off.green() - off.red()), 20);

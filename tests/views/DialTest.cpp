@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "support/VirtualProgram.h"
-#include "views/Dial.h"
 #include "views/Events.h"
-#include "views/Gauge.h"
-#include "views/Palette.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
+#include "views/widgets/Dial.h"
+#include "views/widgets/Gauge.h"
+#include "views/widgets/Palette.h"
 
 namespace korvane::views {
 namespace {

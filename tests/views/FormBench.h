@@ -15,20 +15,20 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "platform/Controls.h"
-#include "platform/PictureBox.h"
+#include "controls/Controls.h"
+#include "controls/PictureBox.h"
 #include "support/VirtualProgram.h"
-#include "views/Child.h"
-#include "views/DropDown.h"
 #include "views/Events.h"
-#include "views/Lamp.h"
-#include "views/PictureView.h"
-#include "views/Readout.h"
-#include "views/ViewHost.h"
+#include "views/frame/ViewHost.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/DropDown.h"
+#include "views/widgets/Lamp.h"
+#include "views/widgets/PictureView.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 
-class Form : public platform::Window {
+class Form : public controls::Window {
 public:
     explicit Form(platform::Machine& machine) : Window(machine, "frmTest") {
         for (const char* row : {"one", "two", "three"}) {
@@ -42,20 +42,20 @@ public:
 
     void Form_KeyDown(int keyCode, int) override { formKeys.push_back(keyCode); }
 
-    platform::Label lblFixed{*this, "lblFixed"};
-    platform::Label lblLive{*this, "lblLive"};
-    platform::CommandButton btnPress{*this, "btnPress"};
-    platform::CheckBox chkTick{*this, "chkTick"};
-    platform::ComboBox cboList{*this, "cboList"};
-    platform::TextBox txtCell{*this, "txtCell", 17};
-    platform::Frame fraGroup{*this, "fraGroup"};
-    platform::CommandButton btnInside{*this, "btnInside"};
-    platform::Image imgLamp{*this, "imgLamp"};
-    platform::PictureBox picPlot{*this, "picPlot"};
-    platform::ControlArray<platform::OptionButton> optChoice{*this, "optChoice", 2};
-    platform::TabStrip tabPages{*this, "tabPages"};
-    platform::PictureBox picPage{*this, "picPage"};
-    platform::ProgressBar prgDone{*this, "prgDone"};
+    controls::Label lblFixed{*this, "lblFixed"};
+    controls::Label lblLive{*this, "lblLive"};
+    controls::CommandButton btnPress{*this, "btnPress"};
+    controls::CheckBox chkTick{*this, "chkTick"};
+    controls::ComboBox cboList{*this, "cboList"};
+    controls::TextBox txtCell{*this, "txtCell", 17};
+    controls::Frame fraGroup{*this, "fraGroup"};
+    controls::CommandButton btnInside{*this, "btnInside"};
+    controls::Image imgLamp{*this, "imgLamp"};
+    controls::PictureBox picPlot{*this, "picPlot"};
+    controls::ControlArray<controls::OptionButton> optChoice{*this, "optChoice", 2};
+    controls::TabStrip tabPages{*this, "tabPages"};
+    controls::PictureBox picPage{*this, "picPage"};
+    controls::ProgressBar prgDone{*this, "prgDone"};
 
     std::vector<int> formKeys;
     bool stays = false;

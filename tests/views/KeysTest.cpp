@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "views/Keys.h"
+#include "views/frame/Keys.h"
 
 namespace korvane::views {
 namespace {

@@ -1,8 +1,8 @@
 #include <QHeaderView>
 
-#include "platform/ListView.h"
+#include "controls/ListView.h"
 #include "views/FormBench.h"
-#include "views/ListTable.h"
+#include "views/widgets/ListTable.h"
 
 namespace korvane::views {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ListForm : public platform::Window {
+class ListForm : public controls::Window {
 public:
     explicit ListForm(platform::Machine& machine) : Window(machine, "frmList") {
         lvwParams.addColumn("Parameter name", "ParName");
@@ -23,8 +23,8 @@ public:
         lvwParams.ColumnClick = [this](int column) { columns.push_back(column); };
     }
 
-    platform::ListView lvwParams{*this, "lvwParams"};
-    platform::CommandButton btnNext{*this, "btnNext"};
+    controls::ListView lvwParams{*this, "lvwParams"};
+    controls::CommandButton btnNext{*this, "btnNext"};
     std::vector<int> clicks;
     std::vector<int> columns;
 };

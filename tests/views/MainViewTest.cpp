@@ -11,12 +11,12 @@
 #include <set>
 
 #include "support/VirtualProgram.h"
-#include "views/Card.h"
 #include "views/Events.h"
-#include "views/Lamp.h"
-#include "views/MainView.h"
-#include "views/Readout.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
+#include "views/dashboard/MainView.h"
+#include "views/widgets/Card.h"
+#include "views/widgets/Lamp.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 namespace {
@@ -39,7 +39,7 @@ struct MainViewTest : testing::Test, support::VirtualProgram {
     [[nodiscard]] QWidget* find(const std::string& name) const {
         return view().findChild<QWidget*>(QString::fromStdString(name));
     }
-    [[nodiscard]] static bool isShown(const platform::Control& control) {
+    [[nodiscard]] static bool isShown(const controls::Control& control) {
         return control.kind() != "timer" && control.kind() != "serial control";
     }
 
@@ -274,8 +274,8 @@ TEST_F(MainViewTest, LiveFramesReachTheScreen) {
     EXPECT_EQ(text("lblHWVer"), "hwVer: 3.386");
     EXPECT_EQ(text("lblState"), "COM1; 57600 Connected");
     EXPECT_TRUE(find("lblHWVer")->isVisible());
-    EXPECT_EQ(dynamic_cast<Lamp*>(find("imgLed(3)"))->picture(), platform::Picture::Green);
-    EXPECT_EQ(dynamic_cast<Lamp*>(find("imgLed(4)"))->picture(), platform::Picture::Grey);
+    EXPECT_EQ(dynamic_cast<Lamp*>(find("imgLed(3)"))->picture(), controls::Picture::Green);
+    EXPECT_EQ(dynamic_cast<Lamp*>(find("imgLed(4)"))->picture(), controls::Picture::Grey);
 }
 
 TEST_F(MainViewTest, AnAlarmFlashesTheWholeWindow) {

@@ -9,10 +9,10 @@
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "support/VirtualProgram.h"
-#include "views/ChartWidget.h"
 #include "views/Events.h"
-#include "views/Palette.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
+#include "views/widgets/ChartWidget.h"
+#include "views/widgets/Palette.h"
 
 namespace korvane::views {
 namespace {
@@ -221,8 +221,8 @@ TEST_F(Map3DViewTest, HomeAndADoubleClickBringBackTheUsualSight) {
 }
 
 TEST_F(Map3DViewTest, TurningLeavesTheWindowsDataAlone) {
-    struct Counter : platform::Observer {
-        void propertyChanged(platform::Object&, const void*) override { ++count; }
+    struct Counter : controls::Observer {
+        void propertyChanged(controls::Object&, const void*) override { ++count; }
         int count = 0;
     } counter;
     window.MSChart1.addObserver(counter);

@@ -9,14 +9,15 @@
 #include <utility>
 #include <vector>
 
+#include "controls/Controls.h"
 #include "maps/MapGrid.h"
-#include "platform/Controls.h"
 #include "support/VirtualProgram.h"
-#include "views/Child.h"
 #include "views/Events.h"
-#include "views/MapGridView.h"
-#include "views/Palette.h"
-#include "views/ViewHost.h"
+#include "views/frame/ViewHost.h"
+#include "views/maps/MapGridBinding.h"
+#include "views/maps/MapGridView.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Palette.h"
 
 namespace korvane::views {
 namespace {
@@ -27,7 +28,7 @@ using testing::Pair;
 
 constexpr maps::MapGeometry kShape{10, 16};
 
-class GridForm : public platform::Window {
+class GridForm : public controls::Window {
 public:
     explicit GridForm(platform::Machine& machine) : Window(machine, "frmGrid") {
         for (int cell = 0; cell < 64; ++cell) {
@@ -35,11 +36,11 @@ public:
         }
     }
 
-    platform::CommandButton btnBefore{*this, "btnBefore"};
-    platform::Frame frame{*this, "frame"};
+    controls::CommandButton btnBefore{*this, "btnBefore"};
+    controls::Frame frame{*this, "frame"};
     maps::MapGrid first{*this, {"txtFuel", "lblRpmF", "lblMapF"}, kShape, frame};
     maps::MapGrid second{*this, {"txtPWM", "lblRpmP", "lblMapP"}, kShape, frame};
-    platform::CommandButton btnAfter{*this, "btnAfter"};
+    controls::CommandButton btnAfter{*this, "btnAfter"};
 };
 
 class GridFormView : public WindowView {
@@ -54,8 +55,8 @@ public:
         binder().bind(form.btnBefore, put(child<QPushButton>(self)));
         auto& first = put(child<MapGridView>(self, kShape));
         first.setAccessibleName(QStringLiteral("Fuel"));
-        binder().bind(form.first, first);
-        binder().bind(form.second, put(child<MapGridView>(self, kShape)));
+        bindGrid(binder(), form.first, first);
+        bindGrid(binder(), form.second, put(child<MapGridView>(self, kShape)));
         binder().bind(form.btnAfter, put(child<QPushButton>(self)));
     }
 };
@@ -146,8 +147,8 @@ TEST_F(MapGridViewTest, CellsLieInRowsAndColumnsAndDoNotOverlap) {
 }
 
 TEST_F(MapGridViewTest, ACellShowsItsColoursAndItsText) {
-    form.first(5).BackColor = platform::kGreen;
-    form.first(5).ForeColor = platform::kBlue;
+    form.first(5).BackColor = controls::kGreen;
+    form.first(5).ForeColor = controls::kBlue;
     form.first(5).Text = "12.5";
     EXPECT_EQ(grid().cell(5).text, "");
     frame();
@@ -169,7 +170,7 @@ TEST_F(MapGridViewTest, ACellThatWasNeverColouredIsBlackOnWhiteInTheDarkToo) {
 }
 
 TEST_F(MapGridViewTest, ADisabledCellIsDimmed) {
-    form.first(5).BackColor = platform::kWhite;
+    form.first(5).BackColor = controls::kWhite;
     form.first(5).Text = "8";
     frame();
     EXPECT_TRUE(hasColor(5, QColor(0, 0, 0)));
@@ -195,7 +196,7 @@ TEST_F(MapGridViewTest, AWholeMapIsPaintedInOneGo) {
     PaintCounter paintings(grid());
     for (int cell = 0; cell < kShape.cells(); ++cell) {
         form.first(cell).Text = "2";
-        form.first(cell).ForeColor = platform::kBlue;
+        form.first(cell).ForeColor = controls::kBlue;
     }
     frame();
     EXPECT_EQ(paintings.count(), 1);
@@ -365,7 +366,7 @@ TEST_F(MapGridViewTest, TabIsNoKeyOfTheCells) {
 }
 
 TEST_F(MapGridViewTest, TheFocusOfTheProgramMovesTheMark) {
-    form.first(17).BackColor = platform::kWhite;
+    form.first(17).BackColor = controls::kWhite;
     form.setFocus(&form.first(17));
     EXPECT_EQ(view().focusWidget(), &grid());
     frame();
@@ -405,8 +406,8 @@ TEST_F(MapGridViewTest, TheToolTipIsThatOfTheCellUnderTheMouse) {
 TEST_F(MapGridViewTest, AScreenReaderHearsCellValueAndState) {
     auto& cell = form.first(17);  // second row, second column: 1500 rpm, 10 to 20 percent
     cell.Text = "4.2";
-    cell.ForeColor = platform::kBlue;
-    cell.BackColor = platform::kGreen;
+    cell.ForeColor = controls::kBlue;
+    cell.BackColor = controls::kGreen;
     form.setFocus(&cell);
     frame();
     auto* const spoken = QAccessible::queryAccessibleInterface(&grid());

@@ -15,10 +15,10 @@
 
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
-#include "views/MapGridView.h"
-#include "views/MapsView.h"
-#include "views/Readout.h"
-#include "views/ViewHost.h"
+#include "views/Views.h"
+#include "views/maps/MapGridView.h"
+#include "views/maps/MapsView.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 namespace {
@@ -59,17 +59,17 @@ struct MapsViewTest : testing::Test, support::VirtualProgram {
     }
     [[nodiscard]] bool isSeen(const std::string& name) const { return find(name)->isVisible(); }
     [[nodiscard]] MapGridView& grid(const char* name) const { return *dynamic_cast<MapGridView*>(find(name)); }
-    [[nodiscard]] static bool isEdgeLabel(const platform::Control& control) {
+    [[nodiscard]] static bool isEdgeLabel(const controls::Control& control) {
         return control.name().starts_with("lblRpm") || control.name().starts_with("lblMap");
     }
-    [[nodiscard]] static bool isCell(const platform::Control& control) {
+    [[nodiscard]] static bool isCell(const controls::Control& control) {
         const auto name = control.name();
         return name == "txtFuel" || name == "txtIgn" || name == "txtPWM" || name == "txtInjAnalys";
     }
-    [[nodiscard]] static bool isShown(const platform::Control& control) {
+    [[nodiscard]] static bool isShown(const controls::Control& control) {
         return control.kind() != "timer" && !isEdgeLabel(control);
     }
-    [[nodiscard]] static std::string widgetName(const platform::Control& control) {
+    [[nodiscard]] static std::string widgetName(const controls::Control& control) {
         return isCell(control) ? std::string(control.name()) : control.path();
     }
 
@@ -318,13 +318,13 @@ TEST_F(MapsViewTest, ABlockIsSelectedAndRaisedByKeys) {
     press(Qt::Key_Right, Qt::ShiftModifier);
     press(Qt::Key_Right, Qt::ShiftModifier);
     keyUp(*view().focusWidget(), Qt::Key_Shift, Qt::ShiftModifier);
-    EXPECT_EQ(form.ign(21).BackColor, platform::kGreen);
+    EXPECT_EQ(form.ign(21).BackColor, controls::kGreen);
     press(Qt::Key_Minus, Qt::KeypadModifier, "-");
     EXPECT_EQ(tables.IgnMapOut.at(20), before - 1);
     EXPECT_EQ(tables.IgnMapOut.at(21), before - 1);
     EXPECT_EQ(tables.IgnMapOut.at(22), before - 2);
-    EXPECT_EQ(grid("txtIgn").cell(21).fore, platform::kBlue);
-    EXPECT_EQ(grid("txtIgn").cell(21).back, platform::kGreen);
+    EXPECT_EQ(grid("txtIgn").cell(21).fore, controls::kBlue);
+    EXPECT_EQ(grid("txtIgn").cell(21).back, controls::kGreen);
 }
 
 // Two cells, the focus on the second: what Shift alone does there would make the block one cell.

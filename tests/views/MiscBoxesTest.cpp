@@ -11,9 +11,9 @@
 #include <set>
 
 #include "core/Checked.h"
-#include "views/ListTable.h"
 #include "views/MiscViewBench.h"
-#include "views/Palette.h"
+#include "views/widgets/ListTable.h"
+#include "views/widgets/Palette.h"
 
 namespace korvane::views {
 namespace {
@@ -113,7 +113,7 @@ TEST_F(MiscBoxesTest, ArrowsStepARowOfScaledBoxesAndGoRoundIt) {
 
 TEST_F(MiscBoxesTest, ScaledBoxesLookDifferentFromPlainOnes) {
     for (const auto* control : window.controls()) {
-        const auto* const box = dynamic_cast<const platform::TextBox*>(control);
+        const auto* const box = dynamic_cast<const controls::TextBox*>(control);
         if (box != nullptr) {
             const auto& edit = find<QLineEdit>(box->path());
             EXPECT_EQ(edit.isReadOnly(), box->Locked.get()) << box->path();
@@ -200,7 +200,7 @@ TEST_F(MiscBoxesTest, ACellThatWasMarkedStillDoesNotLookLikeABoxToTypeInto) {
         window.MarkAccelCell(3);
         window.MarkAccelCell(4);
         frame();
-        EXPECT_EQ(window.txtAccel(3).BackColor.get(), platform::kWhite);
+        EXPECT_EQ(window.txtAccel(3).BackColor.get(), controls::kWhite);
         EXPECT_EQ(ground("txtAccel(3)"), ground("txtAccel(7)"));
         EXPECT_NE(ground("txtAccel(3)"), ground("txtAccelDelay"));
     }

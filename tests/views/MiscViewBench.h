@@ -12,8 +12,8 @@
 #include "settings/FrmMisc.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
-#include "views/MiscView.h"
-#include "views/ViewHost.h"
+#include "views/frame/ViewHost.h"
+#include "views/settings/MiscView.h"
 
 namespace korvane::views {
 

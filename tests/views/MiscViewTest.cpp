@@ -9,7 +9,7 @@
 #include <QTabBar>
 
 #include "views/MiscViewBench.h"
-#include "views/Readout.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 namespace {
@@ -18,7 +18,7 @@ using testing::IsEmpty;
 using testing::IsSupersetOf;
 
 struct MiscViewTest : testing::Test, MiscViewBench {
-    [[nodiscard]] static bool isShown(const platform::Control& control) { return control.kind() != "timer"; }
+    [[nodiscard]] static bool isShown(const controls::Control& control) { return control.kind() != "timer"; }
     // A label's own texts, page by page or all.
     [[nodiscard]] std::vector<std::string> labels(const QWidget& inside) const {
         std::vector<std::string> texts;
@@ -28,8 +28,8 @@ struct MiscViewTest : testing::Test, MiscViewBench {
         return texts;
     }
     [[nodiscard]] QWidget& page(int tab) const { return find("picOptions(" + std::to_string(tab - 1) + ")"); }
-    [[nodiscard]] bool belongsTo(const platform::Control& control, int tab) {
-        const platform::Control* container = &control;
+    [[nodiscard]] bool belongsTo(const controls::Control& control, int tab) {
+        const controls::Control* container = &control;
         while (container != nullptr && container != &window.picOptions(tab - 1)) {
             container = container->container();
         }
@@ -65,14 +65,14 @@ struct MiscViewTest : testing::Test, MiscViewBench {
         }
     }
     // The last of the ALS boxes' values is 67.5, of the other scaled boxes' 2.7778 is as long as any.
-    [[nodiscard]] static std::string longest(const platform::TextBox& box) {
+    [[nodiscard]] static std::string longest(const controls::TextBox& box) {
         const bool als = box.path().starts_with("txtALS");
         return !box.Locked ? "255" : als ? "67.5" : "2.7778";
     }
     // Every kind of number as long as it gets.
     void fill() {
         for (auto* control : window.controls()) {
-            if (auto* const box = dynamic_cast<platform::TextBox*>(control); box != nullptr) {
+            if (auto* const box = dynamic_cast<controls::TextBox*>(control); box != nullptr) {
                 box->Text = longest(*box);
             }
         }

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
-#include "views/Palette.h"
+#include "views/widgets/Palette.h"
 
 namespace korvane::views {
 namespace {
@@ -24,8 +24,8 @@ double contrast(const QColor& one, const QColor& other) {
 }
 
 TEST(Palette, ColoursOfTheProgramAreInBlueGreenRedOrder) {
-    EXPECT_EQ(colorOf(platform::kRed, {}), QColor(255, 0, 0));
-    EXPECT_EQ(colorOf(platform::kBlue, {}), QColor(0, 0, 255));
+    EXPECT_EQ(colorOf(controls::kRed, {}), QColor(255, 0, 0));
+    EXPECT_EQ(colorOf(controls::kBlue, {}), QColor(0, 0, 255));
     EXPECT_EQ(colorOf(0x102030, {}), QColor(0x30, 0x20, 0x10));
 }
 
@@ -35,10 +35,10 @@ TEST(Palette, SystemColoursAreLookedUp) {
     palette.setColor(QPalette::WindowText, QColor(4, 5, 6));
     palette.setColor(QPalette::Base, QColor(7, 8, 9));
     palette.setColor(QPalette::Text, QColor(10, 11, 12));
-    EXPECT_EQ(colorOf(platform::kButtonFace, palette), QColor(1, 2, 3));
-    EXPECT_EQ(colorOf(platform::kButtonText, palette), QColor(4, 5, 6));
-    EXPECT_EQ(colorOf(platform::kWindowBackground, palette), QColor(7, 8, 9));
-    EXPECT_EQ(colorOf(platform::kWindowText, palette), QColor(10, 11, 12));
+    EXPECT_EQ(colorOf(controls::kButtonFace, palette), QColor(1, 2, 3));
+    EXPECT_EQ(colorOf(controls::kButtonText, palette), QColor(4, 5, 6));
+    EXPECT_EQ(colorOf(controls::kWindowBackground, palette), QColor(7, 8, 9));
+    EXPECT_EQ(colorOf(controls::kWindowText, palette), QColor(10, 11, 12));
 }
 
 TEST(Palette, TextsStandOutInLightAndDark) {

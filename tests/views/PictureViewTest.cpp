@@ -15,11 +15,11 @@ struct PictureViewTest : testing::Test, FormBench {
     }
 
     PictureView picture{nullptr};
-    platform::Drawing drawing;
+    controls::Drawing drawing;
 };
 
 TEST_F(PictureViewTest, APolylineStandsWhereTheDrawingSays) {
-    const auto points = drawing.polyline(3, platform::kRed);
+    const auto points = drawing.polyline(3, controls::kRed);
     points[0] = {300, 750};
     points[1] = {1500, 750};
     points[2] = {1500, 150};
@@ -33,7 +33,7 @@ TEST_F(PictureViewTest, APolylineStandsWhereTheDrawingSays) {
 }
 
 TEST_F(PictureViewTest, ABoxIsItsFourSides) {
-    drawing.box({150, 150}, {1500, 900}, platform::kYellow);
+    drawing.box({150, 150}, {1500, 900}, controls::kYellow);
     const QImage image = painted(3000);
     for (const auto& at : {QPoint(50, 10), QPoint(50, 60), QPoint(10, 30), QPoint(100, 30)}) {
         EXPECT_EQ(image.pixelColor(at), QColor(255, 255, 0)) << at.x() << ' ' << at.y();
@@ -42,19 +42,19 @@ TEST_F(PictureViewTest, ABoxIsItsFourSides) {
 }
 
 TEST_F(PictureViewTest, LaterShapesCoverEarlierOnes) {
-    drawing.line({0, 750}, {3000, 750}, platform::kRed);
-    drawing.line({0, 750}, {3000, 750}, platform::kCyan);
+    drawing.line({0, 750}, {3000, 750}, controls::kRed);
+    drawing.line({0, 750}, {3000, 750}, controls::kCyan);
     EXPECT_EQ(painted(3000).pixelColor(50, 50), QColor(0, 255, 255));
 }
 
 TEST_F(PictureViewTest, TheDrawingIsScaledToTheWidget) {
-    drawing.line({0, 1000}, {6000, 1000}, platform::kRed);
+    drawing.line({0, 1000}, {6000, 1000}, controls::kRed);
     const QImage image = painted(4000);
     EXPECT_EQ(image.pixelColor(100, 50), QColor(255, 0, 0));
 }
 
 TEST_F(PictureViewTest, ATextBeginsAtItsLeftAndTop) {
-    drawing.text({1500, 600}, "HHH", platform::kWhite);
+    drawing.text({1500, 600}, "HHH", controls::kWhite);
     const QImage image = painted(3000);
     QRect ink;
     for (int y = 0; y < image.height(); ++y) {
@@ -68,7 +68,7 @@ TEST_F(PictureViewTest, ATextBeginsAtItsLeftAndTop) {
 }
 
 TEST_F(PictureViewTest, ATextAtTheRightEdgeIsNotCut) {
-    drawing.text({2400, 600}, "13.9453 ( s )", platform::kWhite);
+    drawing.text({2400, 600}, "13.9453 ( s )", controls::kWhite);
     const QImage image = painted(3000);
     int edge = 0;
     for (int y = 0; y < image.height(); ++y) {
@@ -78,7 +78,7 @@ TEST_F(PictureViewTest, ATextAtTheRightEdgeIsNotCut) {
 }
 
 TEST_F(PictureViewTest, ANewDrawingReplacesTheOldOne) {
-    drawing.line({0, 750}, {3000, 750}, platform::kRed);
+    drawing.line({0, 750}, {3000, 750}, controls::kRed);
     EXPECT_EQ(painted(3000).pixelColor(50, 50), QColor(255, 0, 0));
     drawing.clear();
     EXPECT_EQ(painted(3000).pixelColor(50, 50), kBackground);
@@ -111,7 +111,7 @@ TEST_F(PictureViewTest, AResizedPictureIsDrawnAnew) {
         ++redraws;
         form.picPlot.surface().clear();
         form.picPlot.surface().line({0, 0}, {static_cast<std::int16_t>(form.picPlot.Width.get() - 15), 0},
-                                    platform::kRed);
+                                    controls::kRed);
         form.picPlot.drawn();
     };
     show();

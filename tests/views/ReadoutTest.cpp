@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "views/Readout.h"
+#include "views/widgets/Readout.h"
 
 namespace korvane::views {
 namespace {

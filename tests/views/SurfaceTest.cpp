@@ -6,8 +6,8 @@
 #include <numeric>
 #include <set>
 
-#include "views/AxisLabels.h"
-#include "views/Surface.h"
+#include "views/widgets/AxisLabels.h"
+#include "views/widgets/Surface.h"
 
 namespace korvane::views {
 namespace {

@@ -14,7 +14,7 @@ TEST_F(ViewHostTest, AWindowLoadedHiddenHasAViewThatIsNotSeen) {
 }
 
 TEST_F(ViewHostTest, AWindowLoadedBeforeItsViewWasKnownGetsItThen) {
-    platform::WindowList list;
+    controls::WindowList list;
     platform::Machine other{pump, line, dialogs, preferences, log, list, folder.path(), '.', {}};
     Form early(other);
     early.show();
@@ -26,7 +26,7 @@ TEST_F(ViewHostTest, AWindowLoadedBeforeItsViewWasKnownGetsItThen) {
 }
 
 TEST_F(ViewHostTest, AWindowThatNoFactoryKnowsHasNoView) {
-    platform::Window plain(machine, "frmPlain");
+    controls::Window plain(machine, "frmPlain");
     plain.show();
     EXPECT_EQ(host.viewOf(plain), nullptr);
     EXPECT_EQ(host.screenshot("frmPlain", folder / "plain.png"), "frmPlain has no picture");
@@ -44,7 +44,7 @@ TEST_F(ViewHostTest, AWindowThatDiesLoadedTakesItsViewAlong) {
 
 TEST_F(ViewHostTest, APictureShowsWhatHasChangedSinceTheLastFrame) {
     show();
-    form.imgLamp.Shown = platform::Picture::Green;
+    form.imgLamp.Shown = controls::Picture::Green;
     ASSERT_EQ(host.screenshot("frmTest", folder / "form.png"), "");
     const QImage picture(QString::fromStdString((folder / "form.png").string()));
     ASSERT_EQ(picture.size(), QSize(400, 600));

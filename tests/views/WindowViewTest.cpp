@@ -34,10 +34,10 @@ TEST_F(WindowViewTest, TheUsersSizeReachesTheWindow) {
 }
 
 TEST_F(WindowViewTest, AFlashIsSeenWithoutAFrame) {
-    form.BackColor = platform::kRed;
+    form.BackColor = controls::kRed;
     const QColor flash = view().grab().toImage().pixelColor(2, 2);
     EXPECT_EQ(flash, QColor(255, 0, 0));
-    form.BackColor = platform::kButtonFace;
+    form.BackColor = controls::kButtonFace;
     const QColor usual = view().grab().toImage().pixelColor(2, 2);
     EXPECT_EQ(usual, QPalette().color(QPalette::Window));
 }

@@ -1,0 +1,218 @@
+// The kinds of control that the program's windows are made of.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "controls/Control.h"
+
+namespace korvane::controls {
+
+class Label : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+
+    [[nodiscard]] std::string_view kind() const override { return "label"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+class CommandButton : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+
+    [[nodiscard]] std::string_view kind() const override { return "button"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] bool canClick() const override { return true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+// Assigning another Value raises Click, as a press does.
+class CheckBox : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+    Property<int> Value{*this};  // 0 or 1
+
+    [[nodiscard]] std::string_view kind() const override { return "check box"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Value"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] bool canClick() const override { return true; }
+    void press() override;
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+};
+
+// One of several that exclude each other: switching one on switches off the others in the same container, and raises
+// its Click.
+class OptionButton : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+    Property<bool> Value{*this};
+
+    [[nodiscard]] std::string_view kind() const override { return "option button"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Value"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] bool canClick() const override { return true; }
+    void press() override { Value = true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+};
+
+// Tabs in a row, counted from 1. Assigning another SelectedItem raises Click; 0 is none.
+class TabStrip : public Control {
+public:
+    using Control::Control;
+    Property<int> SelectedItem{*this};
+
+    void addTab(std::string caption) { captions_.push_back(std::move(caption)); }
+    [[nodiscard]] int tabCount() const { return static_cast<int>(captions_.size()); }
+    // RuntimeError 9 for a tab that does not exist.
+    [[nodiscard]] const std::string& tabCaption(int tab) const;
+    void choose(int tab) override { SelectedItem = tab; }
+    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{1, tabCount()}; }
+    [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,
+                                                       std::span<const int> indices) const override;  // Caption(tab)
+
+    [[nodiscard]] std::string_view kind() const override { return "tab strip"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "SelectedItem"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+
+private:
+    std::vector<std::string> captions_;
+};
+
+// How far something has come, from 0 to Max. Stands in view only while something goes on.
+class ProgressBar : public Control {
+public:
+    ProgressBar(Window& window, std::string_view name, std::optional<int> index = {});
+    Property<int> Value{*this};
+    Property<int> Max{*this, 100};
+
+    void start(int steps);
+    void stop() { Visible = false; }
+
+    [[nodiscard]] std::string_view kind() const override { return "progress bar"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Value"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+// A list that drops down; rows count from 0, ListIndex -1 is no row. Assigning another ListIndex raises Click.
+class ComboBox : public Control {
+public:
+    using Control::Control;
+    Property<int> ListIndex{*this, -1};
+
+    void AddItem(std::string text);
+    void Clear();
+    [[nodiscard]] int ListCount() const { return static_cast<int>(rows_.size()); }
+    // Text of a row; RuntimeError 9 for a row that does not exist.
+    [[nodiscard]] const std::string& List(int row) const;
+    // A note on one row, such as the device that a port name stands for.
+    void setItemToolTip(int row, std::string text);
+    [[nodiscard]] const std::string& itemToolTip(int row) const;
+    // The chosen row's text, empty when none is chosen.
+    [[nodiscard]] std::string Text() const;
+    // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not
+    // exist.
+    void choose(int row) override;
+    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{0, ListCount()}; }
+    [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,
+                                                       std::span<const int> indices) const override;  // List(row)
+
+    [[nodiscard]] std::string_view kind() const override { return "drop-down list"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "ListIndex"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+    // Told to observers when rows or their notes change.
+    [[nodiscard]] const void* rowsProperty() const { return &rows_; }
+
+protected:
+    void afterChange(const void* property) override;
+
+private:
+    struct Row {
+        std::string text;
+        std::string toolTip;
+    };
+    std::vector<Row> rows_;
+};
+
+class TextBox : public Control {
+public:
+    TextBox(Window& window, std::string_view name, std::optional<int> index = {});
+    Property<std::string> Text{*this};
+    Property<bool> Locked{*this};
+    Event<> Change;
+
+    [[nodiscard]] std::string_view kind() const override { return "text box"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Text"; }
+    [[nodiscard]] bool canFocus() const override { return true; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+
+protected:
+    void afterChange(const void* property) override;
+};
+
+// A titled box around other controls: setContainer(&frame) puts a control inside.
+class Frame : public Control {
+public:
+    using Control::Control;
+    Property<std::string> Caption{*this};
+
+    [[nodiscard]] std::string_view kind() const override { return "frame"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+// A lamp or other small picture.
+class Image : public Control {
+public:
+    using Control::Control;
+    Property<Picture> Shown{*this, Picture::None};  // "Picture" by name
+
+    [[nodiscard]] std::string_view kind() const override { return "picture"; }
+    [[nodiscard]] std::string_view mainProperty() const override { return "Picture"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+// Controls of one kind under one name, index 0 to count - 1. Elements never move.
+template <class Kind>
+class ControlArray {
+public:
+    ControlArray(Window& window, std::string_view name, int count) {
+        for (int i = 0; i < count; ++i) {
+            elements_.emplace_back(window, name, i);
+        }
+    }
+
+    // RuntimeError 9 for an element that does not exist.
+    Kind& operator()(int index) {
+        if (index < 0 || index >= count()) {
+            throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        }
+        return elements_[static_cast<std::size_t>(index)];
+    }
+    [[nodiscard]] int count() const { return static_cast<int>(elements_.size()); }
+    auto begin() { return elements_.begin(); }
+    auto end() { return elements_.end(); }
+
+private:
+    std::deque<Kind> elements_;
+};
+
+}  // namespace korvane::controls

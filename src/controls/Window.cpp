@@ -1,0 +1,138 @@
+#include "controls/Window.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "controls/Control.h"
+#include "platform/DebugLog.h"
+#include "platform/Machine.h"
+
+namespace korvane::controls {
+
+namespace {
+
+Value nameValue(const Object& object) {
+    return std::string(dynamic_cast<const Window&>(object).name());
+}
+
+Value activeControlValue(const Object& object) {
+    const auto* control = dynamic_cast<const Window&>(object).activeControl();
+    return control != nullptr ? Value(control->path()) : Value();
+}
+
+constexpr std::array kProperties{
+    readOnlyProperty<&nameValue>("Name"),  property<&Window::Caption>("Caption"),
+    property<&Window::Visible>("Visible"), property<&Window::Left>("Left"),
+    property<&Window::Top>("Top"),         property<&Window::Width>("Width"),
+    property<&Window::Height>("Height"),   property<&Window::BackColor>("BackColor"),
+    property<&Window::Tag>("Tag"),         readOnlyProperty<&activeControlValue>("ActiveControl"),
+};
+
+}  // namespace
+
+Window::Window(platform::Machine& machine, std::string_view name) : machine_(machine), name_(name) {}
+
+Window::~Window() {
+    if (loaded_) {
+        machine_.windows.remove(*this);
+    }
+}
+
+void Window::load() {
+    if (loaded_) {
+        return;
+    }
+    loaded_ = true;
+    machine_.windows.add(*this);
+    enter(name_, [this] { Form_Load(); });
+    // The load event may have unloaded it again.
+    if (loaded_) {
+        machine_.windows.announce(*this);
+    }
+}
+
+void Window::show() {
+    load();
+    if (loaded_) {
+        Visible = true;
+        changed(shownProperty());
+    }
+}
+
+bool Window::unload() {
+    if (!loaded_) {
+        return true;
+    }
+    bool goes = true;
+    enter(name_, [&] { goes = Form_Unload(); });
+    if (goes && loaded_) {
+        loaded_ = false;
+        Visible = false;
+        active_ = nullptr;
+        machine_.windows.remove(*this);
+    }
+    return goes;
+}
+
+void Window::resize(int width, int height) {
+    Width = width;
+    Height = height;
+    enter(name_, [this] { Form_Resize(); });
+}
+
+void Window::setFocus(Control* control) {
+    if (control == active_ ||
+        (control != nullptr && !(control->canFocus() && control->inSight() && control->usable()))) {
+        return;
+    }
+    Control* const left = std::exchange(active_, control);
+    changed(focusProperty());
+    if (left != nullptr) {
+        enter(left->name(), [&] { left->LostFocus(); });
+    }
+    if (control != nullptr && active_ == control) {
+        enter(control->name(), [&] { control->GotFocus(); });
+    }
+}
+
+void Window::Form_KeyDown(int, int) {}
+
+void Window::logFailure(std::string_view what, const std::exception& error) {
+    machine_.log.write(std::string(name_) + "." + std::string(what) + ": " + error.what());
+}
+
+std::vector<std::span<const PropertyInfo>> Window::propertyTables() const {
+    return {kProperties};
+}
+
+void Window::add(Control& control) {
+    controls_.push_back(&control);
+}
+
+void Window::remove(Control& control) {
+    if (active_ == &control) {
+        active_ = nullptr;
+    }
+    std::erase(controls_, &control);
+}
+
+void WindowList::add(Window& window) {
+    loaded_.push_back(&window);
+}
+
+void WindowList::announce(Window& window) {
+    if (listener_ != nullptr) {
+        listener_->windowLoaded(window);
+    }
+}
+
+void WindowList::remove(Window& window) {
+    std::erase(loaded_, &window);
+    if (listener_ != nullptr) {
+        listener_->windowUnloaded(window);
+    }
+}
+
+}  // namespace korvane::controls

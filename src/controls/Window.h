@@ -1,0 +1,127 @@
+// A window as a model: its properties, its controls, the focus, and the one door through which events come in.
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/Color.h"
+#include "controls/Property.h"
+
+namespace korvane::platform {
+struct Machine;
+}
+
+namespace korvane::controls {
+
+class Control;
+
+class Window : public Object {
+public:
+    Window(platform::Machine& machine, std::string_view name);
+    ~Window() override;
+
+    Property<std::string> Caption{*this};
+    Property<bool> Visible{*this};
+    Property<int> Left{*this}, Top{*this}, Width{*this}, Height{*this};  // twips
+    Property<Color> BackColor{*this, kButtonFace};
+    Property<std::string> Tag{*this};
+
+    [[nodiscard]] std::string_view name() const { return name_; }
+    [[nodiscard]] platform::Machine& machine() const { return machine_; }
+    [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
+
+    // Loading puts the window among the loaded ones and runs its load event once. Showing it loads it first, and brings
+    // it before the others if it is shown already.
+    void load();
+    void show();
+    [[nodiscard]] const void* shownProperty() const { return &loaded_; }
+    [[nodiscard]] bool isLoaded() const { return loaded_; }
+
+    // The close box, or the program's own unload. Returns false if the window stays: its unload event may refuse.
+    bool unload();
+
+    // The user drags the window to a new size, in twips.
+    void resize(int width, int height);
+
+    // The control with the focus; null when none has it. Moving it raises LostFocus and GotFocus; a control that can't
+    // take the focus, is disabled or out of sight leaves it where it is.
+    [[nodiscard]] Control* activeControl() const { return active_; }
+    void setFocus(Control* control);
+
+    // A key pressed anywhere in the window, before the control with the focus gets it.
+    virtual void Form_KeyDown(int keyCode, int shift);
+
+    // The door for events: what a handler throws ends here, with a line in the debug log.
+    template <class Handler>
+    void enter(std::string_view what, Handler&& handler) {
+        const Stay stay(*this);
+        try {
+            handler();
+        } catch (const std::exception& error) {
+            logFailure(what, error);
+        }
+    }
+    // Marks the window as in use by code that does not come in through the door.
+    class Stay {
+    public:
+        explicit Stay(Window& window) : window_(window) { ++window_.depth_; }
+        Stay(const Stay&) = delete;
+        Stay& operator=(const Stay&) = delete;
+        ~Stay() { --window_.depth_; }
+
+    private:
+        Window& window_;
+    };
+    // True while a handler of this window runs, also inside its waits: it must not be destroyed.
+    [[nodiscard]] bool isBusy() const { return depth_ > 0; }
+
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+    [[nodiscard]] const void* focusProperty() const { return &active_; }
+
+    void add(Control& control);
+    void remove(Control& control);
+
+protected:
+    virtual void Form_Load() {}
+    // False refuses to go.
+    virtual bool Form_Unload() { return true; }
+    virtual void Form_Resize() {}
+
+private:
+    void logFailure(std::string_view what, const std::exception& error);
+
+    platform::Machine& machine_;
+    std::string_view name_;
+    std::vector<Control*> controls_;
+    Control* active_ = nullptr;
+    int depth_ = 0;
+    bool loaded_ = false;
+};
+
+// The loaded windows, in order of loading.
+class WindowListener {
+public:
+    virtual ~WindowListener() = default;
+    virtual void windowLoaded(Window& window) = 0;
+    virtual void windowUnloaded(Window& window) = 0;
+};
+
+class WindowList {
+public:
+    [[nodiscard]] const std::vector<Window*>& loaded() const { return loaded_; }
+    // At most one listener: the one that shows windows on a display.
+    void setListener(WindowListener* listener) { listener_ = listener; }
+
+    // A window enters the list before its load event, and the listener learns of it behind that.
+    void add(Window& window);
+    void announce(Window& window);
+    void remove(Window& window);
+
+private:
+    std::vector<Window*> loaded_;
+    WindowListener* listener_ = nullptr;
+};
+
+}  // namespace korvane::controls

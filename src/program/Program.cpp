@@ -1,0 +1,124 @@
+#include "program/Program.h"
+
+#include "core/ChannelFile.h"
+#include "core/Module1.h"
+#include "core/ModuleReg.h"
+#include "core/Numbers.h"
+#include "live/Lamps.h"
+#include "live/MainLayout.h"
+#include "platform/EventPump.h"
+#include "platform/Texts.h"
+
+namespace korvane::program {
+
+namespace {
+
+constexpr int kMainWidth = 1280 * 15;  // twips
+constexpr int kMainHeight = 690 * 15;
+constexpr int kQuitStep = 50;      // ms
+constexpr int kQuitPatience = 60;  // steps; the orderly close takes a second
+
+}  // namespace
+
+Program::Program(platform::Machine& machine)
+    : machine_(machine),
+      frmSarn2_(machine),
+      eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      eepromImage_(frmSarn2_, tables_, eeprom_),
+      frmMisc_(machine, tables_, frmSarn2_, eeprom_),
+      dispatcher_(machine, frmSarn2_, tables_, windows_),
+      connection_(machine, frmSarn2_, dispatcher_),
+      trends_(frmSarn2_),
+      liveUpdate_(frmSarn2_, tables_, windows_, trends_),
+      analyser_(machine, tables_, frmSarn2_.MSComm1),
+      frm3Dmap_(machine, tables_),
+      frmInjScale_(machine, tables_),
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
+      mapWindows_(machine, mapContext_, windows_) {
+    windows_.frmMisc = &frmMisc_;
+    connection_.loadSettings = [this] { frmMisc_.load(); };
+    frmMisc_.setRenameHandler([this] { nameChannels(); });
+    dispatcher_.setLiveDecoder(liveUpdate_);
+    liveUpdate_.setAnalyser(&analyser_);
+    frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
+    frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
+    frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
+    frmSarn2_.Load = [this] { mainWindowLoad(); };
+    frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
+    frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
+}
+
+void Program::start() {
+    frmSarn2_.show();
+}
+
+void Program::connectTo(int port) {
+    frmSarn2_.ComboPort.choose(port - 1);
+    if (!frmSarn2_.MSComm1.PortOpen()) {
+        frmSarn2_.btnConnect.press();
+    }
+}
+
+void Program::quit() {
+    static_cast<void>(frmSarn2_.unload());
+    for (int step = 0; !ended_ && step < kQuitPatience; ++step) {
+        machine_.pump.wait(kQuitStep);
+    }
+    if (!ended_) {
+        // The port was closed past the button, and the button fails to open it again: the window goes all the same.
+        frmSarn2_.isConnected = false;
+        static_cast<void>(frmSarn2_.unload());
+    }
+}
+
+void Program::mainWindowLoad() {
+    core::InitModule(tables_, machine_.preferences);
+    tables_.HwVersion = core::kAssumedHwVersion;
+    core::InitTimeUnits(tables_);
+    connection_.fillLists();
+    layOutControls(frmSarn2_);
+    layOutLamps(frmSarn2_, machine_.screen.Height);
+    frmSarn2_.Width = kMainWidth;
+    frmSarn2_.Height = kMainHeight;
+    disableWhatComesLater();
+    const auto sound = core::RegReadString(machine_.preferences, core::kSettingsKey, "UseSound");
+    frmSarn2_.chkUseSound.Value = sound && (core::val(*sound) != 0 || platform::sameText(*sound, "True")) ? 1 : 0;
+    core::loadChannelNames(tables_, machine_.folder, machine_.dialogs);
+    core::loadInjectorSizes(tables_, machine_.folder);
+    nameChannels();
+    frmSarn2_.SarnMeterRpm.setMeterType(1);
+    frmSarn2_.SarnMeterboost.setMeterType(0);
+    frm3Dmap_.load();
+}
+
+void Program::nameChannels() {
+    constexpr std::size_t kFirstMultiplexed = 12;
+    for (int i = 0; i < frmSarn2_.lblValueMuxName.count(); ++i) {
+        frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[kFirstMultiplexed + static_cast<std::size_t>(i)].name;
+    }
+}
+
+void Program::disableWhatComesLater() {
+    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
+                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+        button->Enabled = false;
+    }
+    frmSarn2_.chkDatalog.Enabled = false;
+    frmSarn2_.txtDatalogFile.Enabled = false;
+}
+
+void Program::mainWindowUnload(bool& stays) {
+    stays = connection_.closing(frmSarn2_.chkUseSound.Value);
+    if (!stays) {
+        mapWindows_.unloadAll();
+        frmMisc_.leave();
+        frm3Dmap_.leave();
+    }
+    ended_ = !stays;
+    if (ended_ && endedHandler_) {
+        endedHandler_();
+    }
+}
+
+}  // namespace korvane::program

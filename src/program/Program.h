@@ -1,0 +1,78 @@
+// The program: owner of the shared tables and the windows, and what connects them.
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "analysis/clsInjAnalyser.h"
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+#include "link/Connection.h"
+#include "link/Dispatcher.h"
+#include "live/EepromImage.h"
+#include "live/FrmSarn2.h"
+#include "live/LiveUpdate.h"
+#include "maps/Frm3Dmap.h"
+#include "maps/FrmInjScale.h"
+#include "maps/MapContext.h"
+#include "platform/Machine.h"
+#include "program/MapWindows.h"
+#include "settings/FrmMisc.h"
+#include "trend/MainTrends.h"
+
+namespace korvane::program {
+
+// Runs on any machine. Everything it owns lives as long as it does; it must outlive every handler that is running.
+class Program {
+public:
+    explicit Program(platform::Machine& machine);
+
+    // Creates the main window; all else follows from its load.
+    void start();
+    // Connects to COM`port` as the tuner would.
+    void connectTo(int port);
+    // Closes the main window as its close box does, and returns when the program has ended.
+    void quit();
+    [[nodiscard]] bool ended() const { return ended_; }
+    // Called when the main window goes.
+    void setEndedHandler(std::function<void()> handler) { endedHandler_ = std::move(handler); }
+
+    [[nodiscard]] core::SharedTables& tables() { return tables_; }
+    [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
+    [[nodiscard]] core::EepromAccess& eeprom() { return eeprom_; }
+    [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
+    [[nodiscard]] link::Connection& connection() { return connection_; }
+    [[nodiscard]] link::Windows& windows() { return windows_; }
+    [[nodiscard]] trend::MainTrends& trends() { return trends_; }
+    [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
+    [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
+    [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
+    [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
+
+private:
+    void mainWindowLoad();
+    void mainWindowUnload(bool& stays);
+    void nameChannels();
+    void disableWhatComesLater();
+
+    platform::Machine& machine_;
+    core::SharedTables tables_;
+    link::Windows windows_;
+    live::FrmSarn2 frmSarn2_;
+    core::EepromAccess eeprom_;
+    live::EepromImage eepromImage_;
+    settings::FrmMisc frmMisc_;
+    link::Dispatcher dispatcher_;
+    link::Connection connection_;
+    trend::MainTrends trends_;
+    live::LiveUpdate liveUpdate_;
+    analysis::clsInjAnalyser analyser_;
+    maps::Frm3Dmap frm3Dmap_;
+    maps::FrmInjScale frmInjScale_;
+    maps::MapContext mapContext_;
+    MapWindows mapWindows_;
+    bool ended_ = false;
+    std::function<void()> endedHandler_;
+};
+
+}  // namespace korvane::program

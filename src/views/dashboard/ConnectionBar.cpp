@@ -1,0 +1,121 @@
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "views/dashboard/MainParts.h"
+#include "views/frame/TransferBar.h"
+#include "views/widgets/Caption.h"
+#include "views/widgets/Card.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/DropDown.h"
+#include "views/widgets/Readout.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kColumnGap = 14;
+constexpr int kCaptionGap = 2;
+constexpr int kListCharacters = 7;
+
+// Wide enough for both of its captions, so that nothing moves when they change.
+class ConnectButton : public QPushButton {
+public:
+    explicit ConnectButton(QWidget* parent) : QPushButton(parent) {}
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const int longest = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
+        return {longest + fontMetrics().height() * 2, QPushButton::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+class Bar {
+public:
+    Bar(Binder& binder, QWidget* parent)
+        : binder_(binder), card_(child<Card>(parent)), row_(child<QHBoxLayout>(&card_)) {
+        card_.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        row_.setSpacing(kColumnGap);
+    }
+
+    [[nodiscard]] Card& card() { return card_; }
+
+    void addList(controls::ComboBox& box, const QString& caption) {
+        auto& list = child<DropDown>(&card_);
+        list.setMinimumContentsLength(kListCharacters);
+        binder_.bind(box, list);
+        addColumn(child<Caption>(&card_, caption, &list), list);
+    }
+
+    void addButton(controls::CommandButton& button, char mnemonic) {
+        auto& push = child<ConnectButton>(&card_);
+        binder_.bind(button, push, mnemonic);
+        addColumn(child<Caption>(&card_, QString(), nullptr), push);
+    }
+
+    void addReadout(controls::Label& label, const QString& caption, const QString& longest) {
+        auto& readout = child<Readout>(&card_);
+        readout.setReserve(longest);
+        binder_.bind(label, readout);
+        addColumn(child<Caption>(&card_, caption, &readout), readout);
+    }
+
+    // The bar stands beside the caption, where it takes no room from the texts.
+    void addState(controls::Label& state, controls::ProgressBar& progress) {
+        QWidget* const inside = &card_;
+        auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
+        readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
+        binder_.bind(state, readout);
+        auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
+                                    QStringLiteral("Settings %p%"));
+        bar.setMinimumWidth(0);
+        auto& line = child<QHBoxLayout>(kNobody);
+        line.addWidget(&child<Caption>(inside, QStringLiteral("Connection"), &readout));
+        line.addWidget(&bar, 1);
+        auto& column = makeColumn();
+        column.addLayout(&line);
+        column.addWidget(&readout, 1);
+    }
+
+    void addSpace() { row_.addStretch(1); }
+
+private:
+    QVBoxLayout& makeColumn() {
+        auto& column = child<QVBoxLayout>(kNobody);
+        column.setSpacing(kCaptionGap);
+        row_.addLayout(&column);
+        return column;
+    }
+
+    void addColumn(Caption& caption, QWidget& field) {
+        auto& column = makeColumn();
+        column.addWidget(&caption);
+        column.addWidget(&field, 1);
+    }
+
+    Binder& binder_;
+    Card& card_;
+    QHBoxLayout& row_;
+};
+
+}  // namespace
+
+QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    Bar bar(binder, parent);
+    bar.addList(window.ComboPort, QStringLiteral("&Port"));
+    bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
+    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
+    bar.addButton(window.btnConnect, 'c');
+    bar.addState(window.lblState, window.prgSettings);
+    bar.addSpace();
+    bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
+    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100"));
+    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
+    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));
+    bar.card().fitMargins();
+    return bar.card();
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,73 @@
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+#include "views/dashboard/MainParts.h"
+#include "views/widgets/Card.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Lamp.h"
+#include "views/widgets/Readout.h"
+#include "views/widgets/Spacing.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kRowGap = 2;
+constexpr int kColumnGap = 8;
+constexpr double kNameScale = 0.92;
+
+Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent, QStringLiteral("Status"));
+    auto& grid = child<QGridLayout>(&card);
+    grid.setVerticalSpacing(kRowGap);
+    grid.setHorizontalSpacing(kColumnGap);
+    grid.setColumnStretch(1, 1);
+    binder.bind(window.FrameLeds, card);
+    for (int n = 0; n < window.imgLed.count(); ++n) {
+        auto& lamp = child<Lamp>(&card);
+        auto& name = child<Readout>(&card);
+        name.setReserve(QStringLiteral("IgnChargeError"));
+        binder.bind(window.imgLed(n), lamp);
+        binder.bind(window.lblLED(n), name, &lamp);
+        grid.addWidget(&lamp, n, 0);
+        grid.addWidget(&name, n, 1);
+    }
+    card.fitMargins();
+    return card;
+}
+
+Card& makeInputs(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent);
+    auto& grid = child<QGridLayout>(&card);
+    grid.setVerticalSpacing(kRowGap);
+    grid.setHorizontalSpacing(kColumnGap);
+    grid.setColumnStretch(0, 1);
+    binder.bind(window.FrameMux, card);
+    for (int i = 0; i < window.lblValueMux.count(); ++i) {
+        auto& name = child<Readout>(&card, Readout::Look{.scale = kNameScale, .muted = true});
+        auto& value = child<Readout>(&card, Readout::Look{.bold = true, .alignment = Qt::AlignRight});
+        name.setReserve(QStringLiteral("Oil pressure"));
+        value.setReserve(QStringLiteral("4095"));
+        binder.bind(window.lblValueMux(i), value);
+        binder.bind(window.lblValueMuxName(i), name, &value);
+        grid.addWidget(&name, i, 0);
+        grid.addWidget(&value, i, 1);
+    }
+    card.fitMargins();
+    return card;
+}
+
+}  // namespace
+
+QWidget& makeStatusColumn(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    auto& column = child<QWidget>(parent);
+    column.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    auto& rows = child<QVBoxLayout>(&column);
+    rows.setContentsMargins(0, 0, 0, 0);
+    rows.setSpacing(kSpacing);
+    rows.addWidget(&makeLamps(window, binder, &column), window.imgLed.count());
+    rows.addWidget(&makeInputs(window, binder, &column), window.lblValueMux.count());
+    return column;
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,27 @@
+// What a binder keeps up to date: the widget of a control, or one that stands for many controls.
+#pragma once
+
+#include <unordered_set>
+
+#include "controls/Control.h"
+
+namespace korvane::views {
+
+using ControlSet = std::unordered_set<const controls::Control*>;
+
+class BoundPart {
+public:
+    BoundPart() = default;
+    BoundPart(const BoundPart&) = delete;
+    BoundPart& operator=(const BoundPart&) = delete;
+    virtual ~BoundPart() = default;
+
+    // Brings the widget up to date.
+    virtual void show() = 0;
+    // The palette has changed under colours that were taken from it.
+    virtual void showColorsAgain() = 0;
+    // The window goes. A control that is not `alive` has gone already; none is touched again.
+    virtual void detach(const ControlSet& alive) = 0;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,15 @@
+// A progress bar that keeps its place while nothing is under way, so that nothing else moves.
+#pragma once
+
+#include <QProgressBar>
+#include <QString>
+
+#include "views/frame/Binder.h"
+
+namespace korvane::views {
+
+// `format` stands in the bar, with %p for the percentage; none for an empty one. `name` is what a screen reader says.
+[[nodiscard]] QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent,
+                                            const QString& name, const QString& format = {});
+
+}  // namespace korvane::views

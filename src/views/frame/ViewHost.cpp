@@ -1,0 +1,94 @@
+#include "views/frame/ViewHost.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace korvane::views {
+
+namespace {
+constexpr int kSweep = 100;  // ms
+}
+
+ViewHost::ViewHost(controls::WindowList& windows) : windows_(windows) {
+    windows_.setListener(this);
+    sweeper_.setInterval(kSweep);
+    QObject::connect(&sweeper_, &QTimer::timeout, &sweeper_, [this] { sweep(); });
+}
+
+ViewHost::~ViewHost() {
+    windows_.setListener(nullptr);
+}
+
+void ViewHost::add(std::string_view windowName, Factory factory) {
+    factories_.insert_or_assign(std::string(windowName), std::move(factory));
+    for (auto* window : windows_.loaded()) {
+        if (window->name() == windowName && viewOf(*window) == nullptr) {
+            windowLoaded(*window);
+        }
+    }
+}
+
+WindowView* ViewHost::viewOf(const controls::Window& window) const {
+    const auto found = views_.find(&window);
+    return found != views_.end() ? found->second.get() : nullptr;
+}
+
+void ViewHost::windowLoaded(controls::Window& window) {
+    const auto factory = factories_.find(window.name());
+    if (factory != factories_.end()) {
+        auto& view = views_[&window];
+        view = factory->second(window, clock_);
+        view->open();
+    }
+}
+
+// A handler of the window may be running that the view has called: the view goes when that has returned.
+void ViewHost::windowUnloaded(controls::Window& window) {
+    const auto found = views_.find(&window);
+    if (found != views_.end()) {
+        found->second->detach();
+        leaving_.push_back(std::move(found->second));
+        views_.erase(found);
+        sweeper_.start();
+    }
+}
+
+void ViewHost::sweep() {
+    std::erase_if(leaving_, [](const auto& view) { return !view->isVisiting(); });
+    if (leaving_.empty()) {
+        sweeper_.stop();
+    }
+}
+
+std::string ViewHost::screenshot(const controls::Window& window, const std::filesystem::path& file) const {
+    WindowView* const view = viewOf(window);
+    if (view == nullptr) {
+        return std::string(window.name()) + " has no picture";
+    }
+    if (!view->picture().save(QString::fromStdString(file.string()), "PNG")) {
+        return file.string() + " can't be written";
+    }
+    return {};
+}
+
+std::string ViewHost::screenshot(std::string_view windowName, const std::filesystem::path& file) const {
+    const auto* const window = find(windowName);
+    return window != nullptr ? screenshot(*window, file) : "no window " + std::string(windowName) + " is loaded";
+}
+
+const controls::Window* ViewHost::find(std::string_view windowName) const {
+    const auto sign = windowName.find('#');
+    int wanted = 1;
+    if (sign != std::string_view::npos) {
+        const auto number = windowName.substr(sign + 1);
+        std::from_chars(number.data(), number.data() + number.size(), wanted);
+    }
+    for (const auto* window : windows_.loaded()) {
+        if (window->name() == windowName.substr(0, sign) && --wanted == 0) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,126 @@
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <vector>
+
+#include "views/maps/MapParts.h"
+#include "views/widgets/Caption.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Readout.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kRowGap = 5;
+constexpr int kBitGap = 2;
+constexpr int kColumnGap = 6;
+constexpr int kLongestNumber = 6;  // digits
+
+// As narrow as the numbers that it takes.
+class NumberBox : public QLineEdit {
+public:
+    explicit NumberBox(QWidget* parent) : QLineEdit(parent) { setAlignment(Qt::AlignRight); }
+
+    [[nodiscard]] QSize sizeHint() const override {
+        const QFontMetrics metrics = fontMetrics();
+        return {metrics.horizontalAdvance(u'0') * kLongestNumber + metrics.height(), QLineEdit::sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+// Labels and boxes in two columns: the limits, then the offsets.
+QLayout& makeNumbers(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    auto& grid = child<QGridLayout>(kNobody);
+    grid.setVerticalSpacing(kRowGap);
+    grid.setHorizontalSpacing(kColumnGap);
+    for (int i = 0; i < window.txtMisc.count(); ++i) {
+        auto& name = child<Readout>(parent);
+        auto& box = child<NumberBox>(parent);
+        binder.bind(window.txtMisc(i), box);
+        binder.bind(window.lblMisc(i), name, &box);
+        grid.addWidget(&name, i % 2, i / 2 * 2);
+        grid.addWidget(&box, i % 2, i / 2 * 2 + 1);
+    }
+    grid.setColumnStretch(1, 1);
+    grid.setColumnStretch(3, 1);
+    return grid;
+}
+
+QCheckBox& makeBit(controls::CheckBox& bit, Binder& binder, QWidget* parent) {
+    auto& check = child<QCheckBox>(parent);
+    binder.bind(bit, check);
+    return check;
+}
+
+// A bit without a caption is known by its number.
+QLayout& makeNamelessBits(maps::MapControls& window, const std::vector<int>& bits, Binder& binder, QWidget* parent) {
+    auto& row = child<QHBoxLayout>(kNobody);
+    row.setSpacing(kColumnGap);
+    row.addWidget(&child<Caption>(parent, QStringLiteral("Bits"), nullptr));
+    for (const int bit : bits) {
+        auto& check = makeBit(window.CheckMisc(bit), binder, parent);
+        row.addSpacing(kColumnGap);
+        row.addWidget(&check);
+        row.addWidget(&child<Caption>(parent, QString::number(bit), nullptr));
+        check.setAccessibleName(QStringLiteral("Bit %1").arg(bit));
+    }
+    row.addStretch(1);
+    return row;
+}
+
+// Down the first column and then down the second, in the order of the bits.
+QLayout& makeBits(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    std::vector<int> named;
+    std::vector<int> nameless;
+    for (int bit = 0; bit < window.CheckMisc.count(); ++bit) {
+        (window.CheckMisc(bit).Caption.get().empty() ? nameless : named).push_back(bit);
+    }
+    auto& grid = child<QGridLayout>(kNobody);
+    grid.setVerticalSpacing(kBitGap);
+    grid.setHorizontalSpacing(kColumnGap);
+    const int rows = static_cast<int>(named.size() + 1) / 2;
+    for (int i = 0; i < static_cast<int>(named.size()); ++i) {
+        auto& check = makeBit(window.CheckMisc(named[static_cast<std::size_t>(i)]), binder, parent);
+        grid.addWidget(&check, i % rows, i / rows);
+    }
+    grid.addLayout(&makeNamelessBits(window, nameless, binder, parent), rows, 0, 1, 2);
+    return grid;
+}
+
+Card& makeOpenTime(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent);
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(&card);
+    row.setSpacing(kColumnGap);
+    binder.bind(window.FrameINJMaxOpen, card);
+    for (auto& option : window.optINJMaxOpen) {
+        auto& radio = child<QRadioButton>(&card);
+        binder.bind(option, radio);
+        row.addWidget(&radio);
+    }
+    card.fitMargins();
+    return card;
+}
+
+}  // namespace
+
+Card& makeMiscCard(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent);
+    QWidget* const inside = &card;
+    auto& rows = child<QVBoxLayout>(inside);
+    rows.setSpacing(kRowGap);
+    binder.bind(window.FrameMisc, card);
+    rows.addLayout(&makeNumbers(window, binder, inside));
+    rows.addLayout(&makeBits(window, binder, inside));
+    rows.addWidget(&makeOpenTime(window, binder, inside));
+    rows.addStretch(1);
+    card.fitMargins();
+    return card;
+}
+
+}  // namespace korvane::views

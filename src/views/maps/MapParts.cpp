@@ -1,0 +1,145 @@
+#include "views/maps/MapParts.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "views/frame/TransferBar.h"
+#include "views/frame/WindowView.h"
+#include "views/maps/MapGridBinding.h"
+#include "views/maps/MapGridView.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Lamp.h"
+#include "views/widgets/Readout.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr int kRowGap = 5;
+constexpr int kColumnGap = 6;
+constexpr int kBoxGap = 16;
+constexpr int kGroupGap = 14;
+
+QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
+    auto& push = child<QPushButton>(parent);
+    push.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    binder.bind(button, push, mnemonic);
+    return push;
+}
+
+QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
+    auto& check = child<QCheckBox>(parent);
+    binder.bind(box, check, mnemonic);
+    return check;
+}
+
+}  // namespace
+
+Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent);
+    auto& inside = child<QVBoxLayout>(&card);
+    auto& view = child<MapGridView>(&card, grid.geometry);
+    view.setAccessibleName(name);
+    inside.addWidget(&view);
+    binder.bind(frame, card);
+    bindGrid(binder, grid, view);
+    card.fitMargins();
+    return card;
+}
+
+QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent) {
+    auto& binder = view.binder();
+    auto& card = child<Card>(parent);
+    QWidget* const inside = &card;
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(inside);
+    row.setSpacing(kColumnGap);
+    auto& status = child<Readout>(inside, Readout::Look{.bold = true});
+    status.setObjectName(QStringLiteral("status"));
+    status.setText(QString::fromStdString(window.Caption));
+    status.setReserve(QStringLiteral("PWM table have been sent to ECU 00:00:00"));
+    QObject::connect(&view, &QWidget::windowTitleChanged, &status, &Readout::setText);
+    row.addWidget(&status, 1);
+    row.addWidget(&makeTransferBar(window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
+    row.addSpacing(kGroupGap);
+    row.addWidget(&makeButton(window.btnLoad, 'h', binder, inside));
+    row.addWidget(&makeButton(window.btnSave, 't', binder, inside));
+    row.addSpacing(kGroupGap);
+    row.addWidget(&makeButton(window.btnShow3D, '3', binder, inside));
+    row.addWidget(&makeButton(window.btnInjScale, 'j', binder, inside));
+    row.addSpacing(kGroupGap);
+    row.addWidget(&makeButton(window.btnHelp, 'o', binder, inside));
+    card.fitMargins();
+    return card;
+}
+
+QWidget& makeAgentBoxes(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    auto& strip = child<QWidget>(parent);
+    strip.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(&strip);
+    row.setContentsMargins(0, 0, 0, 0);
+    row.setSpacing(kBoxGap);
+    row.addWidget(&makeBox(window.chkModifyInjSetpoint, 'd', binder, &strip));
+    auto& lamp = child<Lamp>(&strip);
+    lamp.setAccessibleName(QStringLiteral("Tuning Agent"));
+    auto& agent = child<QHBoxLayout>(kNobody);
+    agent.setSpacing(kColumnGap);
+    agent.addWidget(&lamp);
+    agent.addWidget(&makeBox(window.chkUseTuningAgent, 'u', binder, &strip));
+    binder.bind(window.imgAgentLed, lamp);
+    row.addLayout(&agent);
+    row.addWidget(&makeBox(window.chkSimplemode, 'l', binder, &strip));
+    return strip;
+}
+
+Card& makeAnalyserCard(maps::MapControls& window, Binder& binder, QWidget* parent) {
+    PairCard pairs(QStringLiteral("Injection analyser"), binder, parent);
+    pairs.addWideBox(window.chkInjAnal, 'y');
+    pairs.addButtons(window.btnloadLambdaSetpoint, 0, window.btnSaveLambdaSetpoint, 'v');
+    return pairs.card();
+}
+
+PairCard::PairCard(const QString& title, Binder& binder, QWidget* parent)
+    : binder_(binder), card_(child<Card>(parent, title)), rows_(child<QGridLayout>(&card_)) {
+    card_.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    rows_.setVerticalSpacing(kRowGap);
+    rows_.setHorizontalSpacing(kColumnGap);
+    rows_.setColumnStretch(0, 1);
+    rows_.setColumnStretch(1, 1);
+    card_.fitMargins();
+}
+
+void PairCard::addButtons(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
+                          char rightMnemonic) {
+    ++row_;
+    for (int column = 0; column < 2; ++column) {
+        auto& place = child<QHBoxLayout>(kNobody);
+        place.setSpacing(0);
+        rows_.addLayout(&place, row_, column);
+        pair_.at(static_cast<std::size_t>(column)) = &place;
+    }
+    addInstead(left, leftMnemonic, right, rightMnemonic);
+}
+
+void PairCard::addInstead(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
+                          char rightMnemonic) {
+    pair_.front()->addWidget(&makeButton(left, leftMnemonic, binder_, &card_));
+    pair_.back()->addWidget(&makeButton(right, rightMnemonic, binder_, &card_));
+}
+
+void PairCard::addBox(controls::CheckBox& box, char mnemonic, int column) {
+    row_ += column == 0 ? 1 : 0;
+    rows_.addWidget(&make(box, mnemonic), row_, column);
+}
+
+void PairCard::addWideBox(controls::CheckBox& box, char mnemonic) {
+    rows_.addWidget(&make(box, mnemonic), ++row_, 0, 1, 2);
+}
+
+QWidget& PairCard::make(controls::CheckBox& box, char mnemonic) {
+    return makeBox(box, mnemonic, binder_, &card_);
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,59 @@
+// The parts that both map windows are made of.
+#pragma once
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QString>
+#include <QWidget>
+
+#include <array>
+
+#include "maps/MapControls.h"
+#include "views/frame/Binder.h"
+#include "views/widgets/Card.h"
+
+namespace korvane::views {
+
+class WindowView;
+
+// A frame and the grid that fills it; `name` is how screen readers call the map.
+Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent);
+
+// What the window's caption tells, the progress of a transfer, and the buttons for files and tools.
+QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent);
+
+// The boxes that belong to the analyser and its agent; in sight while it is shown.
+QWidget& makeAgentBoxes(maps::MapControls& window, Binder& binder, QWidget* parent);
+
+// The switch of the analyser and the buttons of its targets.
+Card& makeAnalyserCard(maps::MapControls& window, Binder& binder, QWidget* parent);
+
+// The misc block: limits, offsets, the enable word, the injectors' open time.
+Card& makeMiscCard(maps::MapControls& window, Binder& binder, QWidget* parent);
+
+// A titled card of two columns, for the column at the right.
+class PairCard {
+public:
+    PairCard(const QString& title, Binder& binder, QWidget* parent);
+
+    [[nodiscard]] Card& card() { return card_; }
+
+    // A row of two. Pairs that are in sight by turns share one.
+    void addButtons(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
+                    char rightMnemonic);
+    void addInstead(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
+                    char rightMnemonic);
+    void addBox(controls::CheckBox& box, char mnemonic, int column);
+    void addWideBox(controls::CheckBox& box, char mnemonic);
+
+private:
+    QWidget& make(controls::CheckBox& box, char mnemonic);
+
+    Binder& binder_;
+    Card& card_;
+    QGridLayout& rows_;
+    std::array<QHBoxLayout*, 2> pair_{};  // of the last row of buttons
+    int row_ = -1;
+};
+
+}  // namespace korvane::views

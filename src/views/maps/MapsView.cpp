@@ -1,0 +1,171 @@
+#include "views/maps/MapsView.h"
+
+#include <QHBoxLayout>
+#include <QTabBar>
+
+#include "views/widgets/Child.h"
+#include "views/widgets/PaneStack.h"
+#include "views/widgets/Spacing.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr QSizeF kUsual{105, 56};  // text sizes
+
+template <class Layout, class Parent>
+Layout& layoutIn(Parent* parent) {
+    auto& layout = child<Layout>(parent);
+    layout.setContentsMargins(0, 0, 0, 0);
+    layout.setSpacing(kSpacing);
+    return layout;
+}
+
+}  // namespace
+
+MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
+    : FittedView(window, clock, kUsual),
+      maps_(window),
+      left_(layoutIn<QVBoxLayout>(kNobody)),
+      right_(layoutIn<QVBoxLayout>(kNobody)) {
+    QWidget* const inside = &content();
+    auto& rows = child<QVBoxLayout>(inside);
+    rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    rows.setSpacing(kSpacing);
+    rows.addWidget(&makeMapBar(window, *this, inside));
+    auto& columns = layoutIn<QHBoxLayout>(kNobody);
+    rows.addLayout(&columns, 1);
+    columns.addLayout(&left_, 1);
+    columns.addLayout(&right_);
+}
+
+void MapsView::addLowerCards() {
+    right_.addWidget(&makeAnalyserCard(maps_, binder(), &content()));
+    right_.addWidget(&makeMiscCard(maps_, binder(), &content()), 1);
+}
+
+void MapsView::orderTabs(std::vector<controls::Control*> first) {
+    const auto add = [&first](auto&... controls) { (first.push_back(&controls), ...); };
+    const auto addAll = [&first](auto& controls) {
+        for (auto& control : controls) {
+            first.push_back(&control);
+        }
+    };
+    add(maps_.chkInjAnal, maps_.btnloadLambdaSetpoint, maps_.btnSaveLambdaSetpoint);
+    addAll(maps_.txtMisc);
+    addAll(maps_.CheckMisc);
+    addAll(maps_.optINJMaxOpen);
+    add(maps_.btnLoad, maps_.btnSave, maps_.btnShow3D, maps_.btnInjScale, maps_.btnHelp);
+    binder().setTabOrder(first);
+}
+
+FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(window, clock) {
+    addPanes(window);
+    addCommands(window);
+    addLowerCards();
+    orderTabs(
+        {&window.fuel(0),           &window.ign(0),           &window.pwm(0),         &window.chkModifyInjSetpoint,
+         &window.chkUseTuningAgent, &window.chkSimplemode,    &window.analys(0),      &window.btnReadFuel,
+         &window.btnWriteFuel,      &window.btnReadIgn,       &window.btnWriteIgn,    &window.btnReadPWM,
+         &window.btnSavePWM,        &window.chkShowPwm,       &window.btnReadMisc,    &window.btnSaveMisc,
+         &window.chkTrace,          &window.chkOnlineChanges, &window.chkFocusOnFuel, &window.chkFocusOnIGN});
+    fitTexts();
+}
+
+// The PWM pane lies over the ignition grid, the analyser in its place.
+void FrmMapsView::addPanes(maps::FrmMaps& window) {
+    const auto card = [&](auto& frame, auto& grid, const char* name, QWidget* parent) -> QWidget& {
+        return makeGridCard(frame, grid, QString::fromLatin1(name), binder(), parent);
+    };
+    left().addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &content()), 1);
+    auto& stack = child<PaneStack>(&content());
+    left().addWidget(&stack, 1);
+    const auto addPane = [&](auto& frame, auto& grid, const char* name, bool boxes) {
+        auto& page = stack.addPage();
+        auto& rows = layoutIn<QVBoxLayout>(&page);
+        if (boxes) {
+            rows.addWidget(&makeAgentBoxes(window, binder(), &page), 0, Qt::AlignLeft);
+        }
+        auto& pane = card(frame, grid, name, &page);
+        rows.addWidget(&pane, 1);
+        stack.watch(pane);
+    };
+    addPane(window.FrameInjAnalys, window.analys, "Injection analyser", true);
+    addPane(window.FramePWM, window.pwm, "PWM", false);
+    addPane(window.FrameIgn, window.ign, "Ignition", false);
+}
+
+void FrmMapsView::addCommands(maps::FrmMaps& window) {
+    PairCard transfer(QStringLiteral("ECU"), binder(), &content());
+    transfer.addButtons(window.btnReadFuel, 'r', window.btnWriteFuel, 's');
+    transfer.addButtons(window.btnReadIgn, 'i', window.btnWriteIgn, 'g');
+    transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
+    transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
+    transfer.addWideBox(window.chkShowPwm, 'b');
+    right().addWidget(&transfer.card());
+    PairCard live(QStringLiteral("Live"), binder(), &content());
+    live.addBox(window.chkTrace, 'a', 0);
+    live.addBox(window.chkOnlineChanges, 'e', 1);
+    live.addBox(window.chkFocusOnFuel, 'f', 0);
+    live.addBox(window.chkFocusOnIGN, 'n', 1);
+    right().addWidget(&live.card());
+}
+
+FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& clock) : MapsView(window, clock) {
+    addTabs(window);
+    addPages(window);
+    addCommands(window);
+    addLowerCards();
+    orderTabs({&window.TabStrip1, &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode,
+               &window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.btnReadFuel,
+               &window.btnWriteFuel, &window.btnReadIgn, &window.btnWriteIgn, &window.btnReadPWM, &window.btnSavePWM,
+               &window.btnReadMisc, &window.btnSaveMisc, &window.chkTrace, &window.chkOnlineChanges,
+               &window.chkFocusOnMAP});
+    fitTexts();
+}
+
+void FrmMapsLargeView::addTabs(maps::FrmMaps_Large& window) {
+    auto& row = layoutIn<QHBoxLayout>(kNobody);
+    auto& tabs = child<QTabBar>(&content());
+    tabs.setDrawBase(false);
+    tabs.setAccessibleName(QStringLiteral("Maps"));
+    binder().bind(window.TabStrip1, tabs);
+    row.addWidget(&tabs);
+    row.addStretch(1);
+    row.addWidget(&makeAgentBoxes(window, binder(), &content()));
+    left().addLayout(&row);
+}
+
+void FrmMapsLargeView::addPages(maps::FrmMaps_Large& window) {
+    auto& stack = child<PaneStack>(&content());
+    left().addWidget(&stack, 1);
+    const auto addPage = [&](int index, auto& frame, auto& grid, const char* name) {
+        auto& page = stack.addPage();
+        auto& pane = child<QWidget>(&page);
+        layoutIn<QVBoxLayout>(&page).addWidget(&pane);
+        binder().bindContainer(window.picOptions(index), pane);
+        auto& card = makeGridCard(frame, grid, QString::fromLatin1(name), binder(), &pane);
+        layoutIn<QVBoxLayout>(&pane).addWidget(&card);
+        stack.watch(pane);
+    };
+    addPage(0, window.FrameFuel, window.fuel, "Fuel");
+    addPage(1, window.FrameIgn, window.ign, "Ignition");
+    addPage(2, window.FramePWM, window.pwm, "PWM");
+    addPage(3, window.FrameInjAnalys, window.analys, "Injection analyser");
+}
+
+void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
+    PairCard transfer(QStringLiteral("ECU"), binder(), &content());
+    transfer.addButtons(window.btnReadFuel, 'r', window.btnWriteFuel, 's');
+    transfer.addButtons(window.btnReadIgn, 'i', window.btnWriteIgn, 'g');
+    transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
+    transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
+    right().addWidget(&transfer.card());
+    PairCard live(QStringLiteral("Live"), binder(), &content());
+    live.addBox(window.chkTrace, 'a', 0);
+    live.addBox(window.chkOnlineChanges, 'e', 1);
+    live.addBox(window.chkFocusOnMAP, 'k', 0);
+    right().addWidget(&live.card());
+}
+
+}  // namespace korvane::views

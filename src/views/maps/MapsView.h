@@ -1,0 +1,53 @@
+// How the map windows look: what goes on above, the grids at the left, commands and the misc block at the right.
+#pragma once
+
+#include <QVBoxLayout>
+
+#include <vector>
+
+#include "maps/MapForm.h"
+#include "views/frame/FittedView.h"
+#include "views/maps/MapParts.h"
+
+namespace korvane::views {
+
+// What the two have in common.
+class MapsView : public FittedView {
+protected:
+    MapsView(maps::MapForm& window, FrameClock& clock);
+
+    [[nodiscard]] QVBoxLayout& left() { return left_; }
+    [[nodiscard]] QVBoxLayout& right() { return right_; }
+    // The cards of the right column from the analyser's on.
+    void addLowerCards();
+    // Tab goes through these and then through what both windows have at the right.
+    void orderTabs(std::vector<controls::Control*> first);
+
+private:
+    maps::MapForm& maps_;
+    QVBoxLayout& left_;
+    QVBoxLayout& right_;
+};
+
+// The fuel map above; below it ignition, PWM or analyser, whichever lies on top.
+class FrmMapsView : public MapsView {
+public:
+    FrmMapsView(maps::FrmMaps& window, FrameClock& clock);
+
+private:
+    void addPanes(maps::FrmMaps& window);
+    void addCommands(maps::FrmMaps& window);
+};
+
+// A tab for each map.
+class FrmMapsLargeView : public MapsView {
+public:
+    FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& clock);
+
+private:
+    void addTabs(maps::FrmMaps_Large& window);
+    void addPages(maps::FrmMaps_Large& window);
+    void addCommands(maps::FrmMaps_Large& window);
+};
+
+}  // namespace korvane::views

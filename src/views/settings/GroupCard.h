@@ -1,0 +1,99 @@
+// One group of settings: its boxes with names and units, or in columns beneath their heads, and the button that saves.
+#pragma once
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QVBoxLayout>
+
+#include <vector>
+
+#include "controls/Controls.h"
+#include "views/frame/Binder.h"
+#include "views/widgets/Card.h"
+
+namespace korvane::views {
+
+inline constexpr int kByteDigits = 3;
+inline constexpr int kWordDigits = 5;
+inline constexpr int kScaledDigits = 6;  // "2.7778"
+
+// A button whose caption has air around it.
+[[nodiscard]] QPushButton& makeCommand(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent);
+
+class GroupCard {
+public:
+    GroupCard(controls::Frame& frame, Binder& binder, QWidget* parent);
+
+    [[nodiscard]] Card& card() { return card_; }
+
+    // A line: the box between its name and its unit. Names, boxes and units of consecutive lines stand in columns.
+    void addValue(const QString& name, controls::TextBox& box, int digits, const QString& unit = {});
+    void addText(const QString& name, controls::TextBox& box);
+    void addChoice(const QString& name, controls::ComboBox& box);
+    // Lines go on at the top, right of those so far.
+    void startColumn();
+    // Further lines stand below whatever has been added meanwhile.
+    void startLines();
+
+    // The heads of columns, with a word before them.
+    void addHeads(const QString& word, const QStringList& heads);
+    // A row of boxes in these columns, `name` before it; `spoken` is what screen readers put before a column's head.
+    void addCells(const QString& name, const QString& spoken, const std::vector<controls::TextBox*>& boxes, int digits);
+    void addCells(const QString& name, const QString& spoken, controls::ControlArray<controls::TextBox>& boxes,
+                  int digits);
+
+    void addNote(const QString& text);
+    void addOptions(controls::ControlArray<controls::OptionButton>& options, Qt::Orientation direction);
+    void add(QWidget& widget) { rows_.insertWidget(end(), &widget); }
+    void add(QLayout& layout) { rows_.insertLayout(end(), &layout); }
+    // At the lower right; several stand side by side.
+    void addButton(controls::CommandButton& button, char mnemonic);
+
+private:
+    // Behind what has been added, above the free room and the buttons.
+    [[nodiscard]] int end() const { return rows_.count() - (buttons_ != nullptr ? 2 : 1); }
+    QGridLayout& lines();
+    void addName(const QString& name, QWidget& field);
+
+    Binder& binder_;
+    Card& card_;
+    QVBoxLayout& rows_;
+    QGridLayout* lines_ = nullptr;
+    QGridLayout* cells_ = nullptr;
+    QHBoxLayout* buttons_ = nullptr;
+    QStringList heads_;
+    QString word_;
+    int line_ = 0;
+    int lineColumn_ = 0;
+    int cellRow_ = 0;
+};
+
+// A page's cards in rows, each as wide as its share of its row.
+class PageRows {
+public:
+    explicit PageRows(QWidget* page);
+
+    struct Place {
+        QWidget& widget;
+        int share;
+    };
+    void add(std::initializer_list<Place> row);
+    void addNote(const QString& text);
+    // The rest of the page stays free.
+    void close() { rows_.addStretch(1); }
+
+private:
+    QWidget* page_;
+    QVBoxLayout& rows_;
+};
+
+// "1.0", "1.5" ...: the engine speeds from `first` on, in thousands.
+[[nodiscard]] QStringList thousands(int first, int step, int count);
+
+// What a box that is stepped by keys looks like, for those who wonder.
+[[nodiscard]] QString steppedLegend();
+
+}  // namespace korvane::views

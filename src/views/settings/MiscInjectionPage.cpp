@@ -1,0 +1,80 @@
+#include "views/settings/GroupCard.h"
+#include "views/settings/MiscPages.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/GapLabel.h"
+#include "views/widgets/ValueBox.h"
+
+namespace korvane::views {
+
+namespace {
+
+Card& makeMode(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameInjMode, binder, page);
+    group.addValue(QStringLiteral("Mode (1, 2, 4)"), window.txtInjMode, kByteDigits);
+    group.addValue(QStringLiteral("Multiplier"), window.txtInjMultiplier, kByteDigits);
+    group.addButton(window.btnInjMode, 's');
+    return group.card();
+}
+
+Card& makeLongestTime(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameInj8ms, binder, page);
+    group.addOptions(window.optInj8ms, Qt::Vertical);
+    group.addNote(QStringLiteral("Information only."));
+    return group.card();
+}
+
+Card& makeStartHelp(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameStartHelp, binder, page);
+    group.addValue(QStringLiteral("Start help"), window.txtStart, kScaledDigits, QStringLiteral("ms"));
+    group.addValue(QStringLiteral("Start help length"), window.txtStartHelpLen, kByteDigits);
+    group.addValue(QStringLiteral("Choke"), window.txtRyyppy, kScaledDigits, QStringLiteral("ms"));
+    group.addValue(QStringLiteral("Choke end"), window.txtChokeEnd, kByteDigits);
+    group.addButton(window.btnStartHelp, 'a');
+    return group.card();
+}
+
+Card& makeVoltage(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameVolt, binder, page);
+    group.addHeads(QStringLiteral("V"), {"<13.5", "<13", "<12", "<10"});
+    group.addCells({}, QStringLiteral("Voltage correction"), window.txtVolt, kScaledDigits);
+    group.addButton(window.btnSaveVolt, 'v');
+    return group.card();
+}
+
+Card& makeAdvance(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameInjAdv, binder, page);
+    group.addHeads(QStringLiteral("RPM"), thousands(1000, 500, window.txtInjAdv.count()));
+    group.addCells({}, QStringLiteral("Injection advance"), window.txtInjAdv, kByteDigits);
+    group.addButton(window.btnSaveInjAdv, 'e');
+    return group.card();
+}
+
+Card& makePump(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameAccel, binder, page);
+    group.addHeads({}, {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90"});
+    group.addCells({}, QStringLiteral("Acceleration pump"), window.txtAccel, kScaledDigits);
+    auto& delay = child<GapLabel>(&group.card(), QStringLiteral("delay                               engine rounds"));
+    auto& box = child<ValueBox>(&delay, kByteDigits);
+    box.setAccessibleName(QStringLiteral("delay, engine rounds"));
+    binder.bind(window.txtAccelDelay, box);
+    delay.setBox(box);
+    group.add(delay);
+    group.addButton(window.btnAccel, 0);
+    return group.card();
+}
+
+}  // namespace
+
+void fillInjectionPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    PageRows rows(page);
+    rows.add({{makeMode(window, binder, page), 3},
+              {makeLongestTime(window, binder, page), 3},
+              {makeStartHelp(window, binder, page), 4},
+              {makeVoltage(window, binder, page), 6}});
+    rows.add({{makeAdvance(window, binder, page), 1}});
+    rows.add({{makePump(window, binder, page), 1}});
+    rows.addNote(steppedLegend());
+    rows.close();
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,45 @@
+#include "views/settings/GroupCard.h"
+#include "views/settings/MiscPages.h"
+
+namespace korvane::views {
+
+namespace {
+
+Card& makeType(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameLambdaType, binder, page);
+    group.addOptions(window.optLambdaType, Qt::Vertical);
+    group.addButton(window.btnSaveLambdaType, 's');
+    return group.card();
+}
+
+Card& makeCorrection(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameLambda, binder, page);
+    QStringList heads;
+    for (int i = 1; i <= window.txtLambdaTav.count(); ++i) {
+        heads += QString::number(i);
+    }
+    group.addHeads({}, heads);
+    group.addCells(QStringLiteral("Setpoint"), QStringLiteral("Lambda setpoint"), window.txtLambdaTav, kByteDigits);
+    group.addCells(QStringLiteral("Authority"), QStringLiteral("Lambda authority"), window.txtLambdaVaik, kByteDigits);
+    group.addButton(window.btnSaveLambda, 'a');
+    return group.card();
+}
+
+Card& makeIdleFuel(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    GroupCard group(window.FrameIdlemap, binder, page);
+    group.addHeads(QStringLiteral("RPM"), thousands(500, 100, window.txtInjIdleMap.count()));
+    group.addCells({}, QStringLiteral("Idle Fuel"), window.txtInjIdleMap, kByteDigits);
+    group.addButton(window.btnSaveIdlemap, 'v');
+    return group.card();
+}
+
+}  // namespace
+
+void fillLambdaPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
+    PageRows rows(page);
+    rows.add({{makeType(window, binder, page), 2}, {makeCorrection(window, binder, page), 7}});
+    rows.add({{makeIdleFuel(window, binder, page), 1}});
+    rows.close();
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,105 @@
+#include "views/settings/MiscView.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <array>
+
+#include "views/frame/TransferBar.h"
+#include "views/settings/GroupCard.h"
+#include "views/settings/MiscPages.h"
+#include "views/widgets/Card.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/PaneStack.h"
+#include "views/widgets/Readout.h"
+#include "views/widgets/Spacing.h"
+#include "views/widgets/TabRow.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr QSizeF kUsual{72, 44};  // text sizes
+
+using Fill = void (*)(settings::MiscControls&, Binder&, QWidget*);
+constexpr std::array<Fill, settings::kPages> kFills{&fillIgnitionPage, &fillInjectionPage, &fillPwmPage,
+                                                    &fillLambdaPage,   &fillMiscPage,      &fillFlagsPage,
+                                                    &fillWarningsPage, &fillLaunchPage,    &fillToolsPage};
+
+void keepPlace(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+}  // namespace
+
+// Tab goes through the widgets in the order in which they are made: tabs, page after page, foot.
+MiscView::MiscView(settings::FrmMisc& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
+    auto& rows = child<QVBoxLayout>(&content());
+    rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    rows.setSpacing(kSpacing);
+    rows.addWidget(&makeTabs(window));
+    rows.addWidget(&makePages(window), 1);
+    rows.addWidget(&makeFoot(window));
+    fitTexts();
+}
+
+QWidget& MiscView::makeTabs(settings::FrmMisc& window) {
+    auto& tabs = child<TabRow>(&content());
+    tabs.setAccessibleName(QStringLiteral("Settings"));
+    binder().bind(window.tbsOptions, tabs);
+    return tabs;
+}
+
+// Every page takes part in the size, so that none of them jumps when the tab changes.
+QWidget& MiscView::makePages(settings::FrmMisc& window) {
+    auto& stack = child<PaneStack>(&content());
+    for (int i = 0; i < settings::kPages; ++i) {
+        auto& page = stack.addPage();
+        auto& inside = child<QVBoxLayout>(&page);
+        inside.setContentsMargins(0, 0, 0, 0);
+        auto& pane = child<QWidget>(&page);
+        inside.addWidget(&pane);
+        keepPlace(pane);
+        binder().bindContainer(window.picOptions(i), pane);
+        kFills.at(static_cast<std::size_t>(i))(window, binder(), &pane);
+        stack.watch(pane);
+    }
+    return stack;
+}
+
+QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
+    auto& card = child<Card>(&content());
+    QWidget* const inside = &card;
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(inside);
+    row.setSpacing(kSpacing);
+    auto& status = child<Readout>(inside, Readout::Look{.bold = true});
+    status.setObjectName(QStringLiteral("status"));
+    status.setText(QString::fromStdString(window.Caption));
+    status.setReserve(QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"));
+    connect(this, &QWidget::windowTitleChanged, &status, &Readout::setText);
+    row.addWidget(&status);
+    row.addWidget(&makeTransferBar(window.prgLoad, binder(), inside, QStringLiteral("Reading")));
+    row.addStretch(1);
+    row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
+    row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
+    card.fitMargins();
+    return card;
+}
+
+// The window gives itself a size in which hardly a page could be read: the first time it is shown it opens as large as
+// its pages need, within the screen.
+void MiscView::showEvent(QShowEvent* event) {
+    FittedView::showEvent(event);
+    if (!opened_) {
+        opened_ = true;
+        const QSize needed = size().expandedTo(content().sizeHint());
+        const bool bounded = QGuiApplication::platformName() != QStringLiteral("offscreen");
+        resize(bounded ? needed.boundedTo(screen()->availableSize()) : needed);
+    }
+}
+
+}  // namespace korvane::views

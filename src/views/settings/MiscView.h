@@ -1,0 +1,24 @@
+// How the settings window looks: tabs above, the page of the chosen one, and at the foot what the full read tells.
+#pragma once
+
+#include "settings/FrmMisc.h"
+#include "views/frame/FittedView.h"
+
+namespace korvane::views {
+
+class MiscView : public FittedView {
+public:
+    MiscView(settings::FrmMisc& window, FrameClock& clock);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget& makeTabs(settings::FrmMisc& window);
+    [[nodiscard]] QWidget& makePages(settings::FrmMisc& window);
+    [[nodiscard]] QWidget& makeFoot(settings::FrmMisc& window);
+
+    bool opened_ = false;
+};
+
+}  // namespace korvane::views

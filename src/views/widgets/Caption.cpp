@@ -1,0 +1,47 @@
+#include "views/widgets/Caption.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+#include <cmath>
+
+#include "views/widgets/Palette.h"
+
+namespace korvane::views {
+
+namespace {
+constexpr double kScale = 0.85;
+constexpr int kSmallestPixels = 8;
+}  // namespace
+
+Caption::Caption(const QString& text, QWidget* buddy, QWidget* parent) : QLabel(text, parent) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    if (buddy != nullptr) {
+        setBuddy(buddy);
+        QString plain = text;
+        buddy->setAccessibleName(plain.remove(u'&'));
+    }
+}
+
+QFont Caption::smallFont() const {
+    QFont small = font();
+    small.setPixelSize(
+        std::max(kSmallestPixels, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kScale))));
+    return small;
+}
+
+QSize Caption::sizeHint() const {
+    return QFontMetrics(smallFont()).size(Qt::TextShowMnemonic, text()) + QSize(1, 0);
+}
+
+void Caption::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setFont(smallFont());
+    painter.setPen(shades::muted(palette()));
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+}
+
+}  // namespace korvane::views

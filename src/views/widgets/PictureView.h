@@ -1,0 +1,65 @@
+// Paints a picture box: its drawing scaled from twips to the pixels of the widget.
+#pragma once
+
+#include <QColor>
+#include <QPolygon>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+#include "controls/PictureBox.h"
+
+namespace korvane::views {
+
+class PictureView : public QWidget {
+public:
+    explicit PictureView(QWidget* parent);
+
+    // Takes over the drawing as it is now. `width` is the surface's in twips and stands for the widget's whole width.
+    void setDrawing(const controls::Drawing& drawing, int width, const QColor& ground);
+
+    // Called with the surface's new size in twips after the widget's size or font has changed.
+    void onResized(std::function<void(QSize)> resized) { resized_ = std::move(resized); }
+    // 15 twips are a logical pixel, or fewer where the texts of the drawing, whose distances are in twips, need more
+    // room or a side would exceed what a drawing can hold.
+    [[nodiscard]] QSize surfaceSize() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    // Points are in device pixels, so that a line is as sharp as the screen can show it.
+    struct Line {
+        QColor color;
+        QPolygon points;
+    };
+    struct Words {
+        QColor color;
+        QPointF at;          // logical pixels
+        double squeeze = 1;  // of the width, where the picture ends
+        QString text;
+    };
+
+    [[nodiscard]] QFont smallFont() const;
+    [[nodiscard]] double twipsPerPixelOfText() const;
+    [[nodiscard]] double twipsPerPixel() const;
+    void addLine(const controls::Drawing& drawing, const controls::Drawing::Shape& shape, double scale);
+    void addText(const controls::Drawing::Text& text, const QColor& color, double scale);
+    void paintLines(QPainter& painter) const;
+    void paintTexts(QPainter& painter) const;
+
+    std::vector<Line> lines_;
+    std::size_t lineCount_ = 0;
+    std::vector<Words> words_;
+    std::size_t wordCount_ = 0;
+    QColor ground_{Qt::black};
+    std::function<void(QSize)> resized_;
+};
+
+}  // namespace korvane::views
