@@ -179,12 +179,16 @@ class Tuner(Process):
             self.popen.stdin.write("".join(line + "\n" for line in lines).encode())
             self.popen.stdin.flush()
         except BrokenPipeError:
-            raise Failed(f"the program has ended with status {self.popen.wait()}" + self.story())
+            raise self.dead()
+
+    def dead(self):
+        status = self.popen.wait()
+        return Failed(f"the program ended with status {status}: {self.errors()[:4]}" + self.story())
 
     def answer(self, timeout=PATIENCE):
         line = self.line(timeout)
         if line is None:
-            raise Failed(f"the program ended with status {self.popen.wait()}" + self.story())
+            raise self.dead()
         self.said.append("-> " + line)
         return line
 

@@ -139,6 +139,18 @@ def torment(bench, window, assignments, step):
     return None
 
 
+def narrowed(bench, window, assignments):
+    """As few of the assignments as halving finds that the program does not live through."""
+    while len(assignments) > 1:
+        middle = len(assignments) // 2
+        halves = (assignments[:middle], assignments[middle:])
+        worse = next((half for half in halves if torment(bench, window, half, AT_ONCE)), None)
+        if worse is None:
+            break
+        assignments = worse
+    return assignments
+
+
 def known_names(bench, window, names):
     with bench.place() as place:
         tuner = begin(place, bench, window)
@@ -152,7 +164,9 @@ def extremes(window, names, bench, tries):
     for assignments in rounds(known, tries):
         failure = torment(bench, window, assignments, AT_ONCE)
         if failure:
-            raise torment(bench, window, assignments, 1) or failure
+            few = narrowed(bench, window, assignments)
+            sets = "; ".join(f"set {name} {value[:40]}" for name, value in few[:9])
+            raise Failed(f"{len(few)} assignments are enough: {sets}\n    {torment(bench, window, few, 1) or failure}")
         count += len(assignments)
     return f"{len(known)} names, {count} values" + (", under the sanitizers" if bench.sanitized else "")
 

@@ -23,7 +23,8 @@ REFUSED_TUNER = "the commands are carried out, one line on standard error says s
 REFUSED_ECU = "one line on standard error says so, the link is gone, and the status is 1"
 TUNER = (
     Case("standard output full", REFUSED_TUNER, 'exec "$@" >/dev/full', 1, 1),
-    Case("standard output closed", REFUSED_TUNER, 'exec "$@" >&-', 1, 1),
+    Case("standard output closed", "the commands are carried out, and the replies go into no other file",
+         'exec "$@" >&-', 0, 0),
     Case("standard output without a reader", REFUSED_TUNER, None, 1, 1),
     Case("standard error closed", "it makes no difference", 'exec "$@" 2>&-', 0, None),
     Case("standard error full", "it makes no difference", 'exec "$@" 2>/dev/full', 0, None),
@@ -64,11 +65,13 @@ def judge(process, case):
 
 def tuner_case(case, bench, _):
     with bench.place() as place:
-        tuner = started(lambda **more: place.tuner(*VIRTUAL, **more), case)
+        trace = place.root / "trace"
+        tuner = started(lambda **more: place.tuner(*VIRTUAL, "--trace", trace, **more), case)
         has_input = "<&-" not in (case.shell or "")
         if has_input:
             tuner.tell("now", *["get frmSarn2.Caption"] * 50, "choose frmSarn2.ComboPort 4", "quit")
         judge(tuner, case)
+        check("ok" not in trace.read_text(), "replies stand in the trace" + tuner.story())
         preferences = place.home / "preferences.ini"
         check(not has_input or "Port=4" in preferences.read_text(), "the commands were not carried out" + tuner.story())
 

@@ -17,6 +17,7 @@ class Operation:
     before: tuple[str, ...]
     start: str  # runs while the line dies
     moment: float = 0.3  # seconds between the two
+    then: str = "now"  # runs 20 ms behind the start
 
 
 OPEN_MAPS = ("click frmSarn2.btnKartat", "wait 700")
@@ -24,7 +25,7 @@ PORT = ("choose frmSarn2.ComboPort 0",)
 CONNECTED = (*PORT, "click frmSarn2.btnConnect", QUIET, "wait 300")
 
 OPERATIONS = (
-    Operation("connect", PORT, "click frmSarn2.btnConnect", 0.0),
+    Operation("connect", PORT, "click frmSarn2.btnConnect", 0.0, QUIET),
     Operation("live polling", CONNECTED, "get frmSarn2.Caption"),
     Operation("read of all settings", PORT, "click frmSarn2.btnConnect", 1.0),
     Operation("map read", (*CONNECTED, *OPEN_MAPS), "click frmMaps.btnReadFuel", 0.1),
@@ -62,7 +63,8 @@ def set_off(ecu, tuner, operation, later):
     operation would become a part of it."""
     tuner.all(operation.before)
     tuner.messages()
-    tuner.value(f"at 50 {operation.start}")
+    tuner.tell(f"at 50 {operation.start}", f"at 70 {operation.then}")
+    check([tuner.answer(), tuner.answer()] == ["ok", "ok"], "no alarms" + tuner.story())
     until(lambda: has_open(tuner, ecu.path), operation.start, tuner)
     time.sleep(0.06 + operation.moment + later)
 
