@@ -1,4 +1,5 @@
-// The tuning agent: what the analyser does to the fuel map by itself.
+// The tuning agent: what the analyser does to the fuel map by itself. Continues clsInjAnalyser, whose samples and
+// controls it works on; the collecting of samples stands apart from what acts on the engine.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>

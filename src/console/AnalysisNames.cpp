@@ -1,3 +1,4 @@
+// The names of the analyser, the 3D view and the power estimate; declared in Registry.h.
 #include "console/Convert.h"
 #include "console/Register.h"
 #include "console/Registry.h"

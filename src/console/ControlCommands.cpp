@@ -1,10 +1,10 @@
+// Continues Console: the commands by which a user presses, types and looks, apart from those that read and set values.
 #include <algorithm>
 
 #include "console/Console.h"
 #include "console/ConsoleError.h"
 #include "console/Keyboard.h"
 
-// The commands that do what a user does to windows and controls.
 namespace korvane::console {
 
 namespace {

@@ -1,3 +1,4 @@
+// Continues Json: the reader of JSON text, which is as long as all the rest.
 #include <algorithm>
 #include <charconv>
 

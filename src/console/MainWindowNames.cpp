@@ -1,3 +1,4 @@
+// The names of the main window that are no controls; declared in Registry.h.
 #include <functional>
 
 #include "console/ConsoleError.h"

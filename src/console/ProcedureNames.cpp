@@ -1,3 +1,4 @@
+// The procedures that no control reaches; declared in Registry.h.
 #include <memory>
 
 #include "console/ConsoleError.h"

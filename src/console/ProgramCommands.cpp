@@ -1,10 +1,10 @@
+// Continues Console: the commands that read and set values, and those for time, files, messages and the line.
 #include <limits>
 
 #include "console/Console.h"
 #include "console/ConsoleError.h"
 #include "console/Hex.h"
 
-// The commands that read and set values, and those for time, files, messages and the line.
 namespace korvane::console {
 
 namespace {

@@ -1,3 +1,4 @@
+// Reads and assigns the property that a Finder has found; declared in Finder.h.
 #include <array>
 
 #include "console/ConsoleError.h"

@@ -1,3 +1,4 @@
+// The names of the settings window that are no controls; declared in Registry.h.
 #include "console/Convert.h"
 #include "console/Register.h"
 #include "console/Registry.h"

@@ -1,3 +1,4 @@
+// The names of the shared tables and values; declared in Registry.h.
 #include <functional>
 #include <utility>
 

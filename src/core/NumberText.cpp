@@ -1,3 +1,4 @@
+// Continues Numbers: from numbers to texts.
 #include <algorithm>
 #include <charconv>
 #include <cmath>

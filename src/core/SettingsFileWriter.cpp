@@ -1,3 +1,4 @@
+// Continues SettingsFile: the writer, which shares nothing with the reader but the format.
 #include <span>
 #include <string_view>
 #include <utility>

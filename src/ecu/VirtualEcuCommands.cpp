@@ -1,4 +1,4 @@
-// What the firmware does on each command.
+// Continues VirtualEcu: what the firmware does on each command, one small handler each.
 #include <algorithm>
 #include <array>
 

@@ -1,3 +1,4 @@
+// A part of MainParts: port, speed, connect, and what is known of the line.
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>

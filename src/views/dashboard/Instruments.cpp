@@ -1,3 +1,4 @@
+// A part of MainParts: dials, gauge and the twelve values.
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -1,3 +1,4 @@
+// A part of MainParts: the buttons.
 #include <QEvent>
 #include <QGridLayout>
 #include <QPushButton>

@@ -1,3 +1,4 @@
+// A part of MainParts: lamps and inputs.
 #include <QGridLayout>
 #include <QVBoxLayout>
 

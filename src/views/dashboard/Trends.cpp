@@ -1,3 +1,4 @@
+// A part of MainParts: the live trends.
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLineEdit>

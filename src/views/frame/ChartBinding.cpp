@@ -1,3 +1,4 @@
+// Continues Binder: charts.
 #include "controls/Chart.h"
 #include "views/frame/Binder.h"
 #include "views/widgets/ChartWidget.h"

@@ -1,3 +1,4 @@
+// Continues Binder: drop-down lists.
 #include <QComboBox>
 
 #include "views/frame/Binder.h"

@@ -1,3 +1,4 @@
+// Continues Binder: list views.
 #include "controls/ListView.h"
 #include "views/frame/Binder.h"
 #include "views/widgets/ListTable.h"

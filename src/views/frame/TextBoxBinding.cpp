@@ -1,3 +1,4 @@
+// Continues Binder: boxes that are typed into.
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>

@@ -1,3 +1,4 @@
+// A part of MiscPages: the page "Injection".
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"

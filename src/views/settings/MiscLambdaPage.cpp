@@ -1,3 +1,4 @@
+// A part of MiscPages: the page "Lambda".
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 

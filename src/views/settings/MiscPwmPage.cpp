@@ -1,3 +1,4 @@
+// A part of MiscPages: the page "PWM, Boost, idle".
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"

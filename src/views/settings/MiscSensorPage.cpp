@@ -1,3 +1,4 @@
+// A part of MiscPages: the pages "Misc" and "Misc2".
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>

@@ -1,3 +1,4 @@
+// A part of MiscPages: the page "Settings".
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>

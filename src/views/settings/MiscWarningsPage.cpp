@@ -1,3 +1,4 @@
+// A part of MiscPages: the pages "Warnings" and "Launch/ALS".
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 
