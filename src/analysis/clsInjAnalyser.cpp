@@ -32,7 +32,7 @@ float withSample(float mean, float count, float sample) {
 
 }  // namespace
 
-clsInjAnalyser::clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, controls::MSComm& port)
+clsInjAnalyser::clsInjAnalyser(platform::Machine& machine, core::MapImages& tables, controls::MSComm& port)
     : timerAgent(machine.pump, machine.log), machine_(machine), tables_(tables), port_(port) {
     setMapSize(kOrdinarySize);
     setpoints_.fill(kDefaultSetpoint);

@@ -7,7 +7,7 @@
 
 #include "controls/MSComm.h"
 #include "controls/clsTimer.h"
-#include "core/SharedTables.h"
+#include "core/MapImages.h"
 #include "live/LiveUpdate.h"
 #include "maps/Analysis.h"
 #include "platform/Machine.h"
@@ -27,7 +27,7 @@ struct CellStatistics {
 // RuntimeError 9.
 class clsInjAnalyser : public maps::Analyser, public live::InjectionAnalyser {
 public:
-    clsInjAnalyser(platform::Machine& machine, core::SharedTables& tables, controls::MSComm& port);
+    clsInjAnalyser(platform::Machine& machine, core::MapImages& tables, controls::MSComm& port);
 
     void setMapWindow(maps::TunedMap* window) override;
 
@@ -87,7 +87,7 @@ private:
     void SendFuelCell(int index);
 
     platform::Machine& machine_;
-    core::SharedTables& tables_;
+    core::MapImages& tables_;
     controls::MSComm& port_;
     maps::TunedMap* window_ = nullptr;
     std::array<float, kAnalysedCells> setpoints_{};

@@ -68,7 +68,7 @@ float injectorSize(const fs::path& file, std::string_view section, float otherwi
 
 }  // namespace
 
-void loadChannelNames(SharedTables& tables, const fs::path& folder, platform::Dialogs& dialogs) {
+void loadChannelNames(LiveTable& tables, const fs::path& folder, platform::Dialogs& dialogs) {
     bool missing = false;
     for (std::size_t i = 0; i < kChannelCount; ++i) {
         LiveValue& channel = tables.liveValues.at(i);
@@ -87,14 +87,14 @@ void loadChannelNames(SharedTables& tables, const fs::path& folder, platform::Di
     }
 }
 
-void SaveParDef(const SharedTables& tables, const fs::path& folder, int channel) {
+void SaveParDef(const LiveTable& tables, const fs::path& folder, int channel) {
     const LiveValue& values = checked(tables.liveValues, channel);
     const std::array<std::string, 5> lines = {values.name, values.description, textOf(values.gain),
                                               textOf(values.offset), textOf(values.limit)};
     static_cast<void>(WriteIniSection(folder / kChannelFile, sectionOf(static_cast<std::size_t>(channel)), lines));
 }
 
-void loadInjectorSizes(SharedTables& tables, const fs::path& folder) {
+void loadInjectorSizes(MapImages& tables, const fs::path& folder) {
     tables.OldInjectorSize = injectorSize(folder / kInjectorFile, "OldInjector", 450.0F);
     tables.NewInjectorSize = injectorSize(folder / kInjectorFile, "NewInjector", 550.0F);
 }

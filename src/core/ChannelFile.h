@@ -15,19 +15,20 @@
 
 #include <filesystem>
 
-#include "core/SharedTables.h"
+#include "core/LiveTable.h"
+#include "core/MapImages.h"
 #include "platform/Dialogs.h"
 
 namespace korvane::core {
 
 // Reads "Settings_par.ini" in `folder`. The first channel whose section can't be read and all behind it get defaults;
 // below channel 20 a message box says so. A line that a section lacks leaves its field's default.
-void loadChannelNames(SharedTables& tables, const std::filesystem::path& folder, platform::Dialogs& dialogs);
+void loadChannelNames(LiveTable& tables, const std::filesystem::path& folder, platform::Dialogs& dialogs);
 
 // Writes the channel's section back. A file that can't be written stays as it was, and nobody is told.
-void SaveParDef(const SharedTables& tables, const std::filesystem::path& folder, int channel);
+void SaveParDef(const LiveTable& tables, const std::filesystem::path& folder, int channel);
 
 // Reads "Settings.ini" in `folder`: 450 and 550 where a size can't be read.
-void loadInjectorSizes(SharedTables& tables, const std::filesystem::path& folder);
+void loadInjectorSizes(MapImages& tables, const std::filesystem::path& folder);
 
 }  // namespace korvane::core

@@ -12,14 +12,14 @@
 #include <initializer_list>
 
 #include "controls/MSComm.h"
-#include "core/SharedTables.h"
+#include "core/EepromShadow.h"
 #include "platform/EventPump.h"
 
 namespace korvane::core {
 
 class EepromAccess {
 public:
-    EepromAccess(controls::MSComm& port, platform::EventPump& pump, const SharedTables& tables)
+    EepromAccess(controls::MSComm& port, platform::EventPump& pump, const EepromShadow& tables)
         : port_(port), pump_(pump), tables_(tables) {}
 
     // Writes the low byte of `value`. Where the row is marked as 16 bits, or with `force16`, also its next byte to the
@@ -39,7 +39,7 @@ private:
 
     controls::MSComm& port_;
     platform::EventPump& pump_;
-    const SharedTables& tables_;
+    const EepromShadow& tables_;
 };
 
 }  // namespace korvane::core

@@ -36,14 +36,14 @@ constexpr std::array kTypeNames = {
 constexpr std::string_view kUnknownType = "-";
 constexpr double kClockHz = 18432000.0;
 
-void fillTypeNames(SharedTables& tables) {
+void fillTypeNames(FirmwareIdentity& tables) {
     tables.SWTypeNames.fill(std::string(kUnknownType));
     for (const TypeName& entry : kTypeNames) {
         checked(tables.SWTypeNames, entry.type) = entry.name;
     }
 }
 
-void fillBitMask(SharedTables& tables) {
+void fillBitMask(FirmwareIdentity& tables) {
     std::uint32_t bit = 1;
     for (std::uint16_t& mask : tables.BitMask) {
         mask = static_cast<std::uint16_t>(bit);
@@ -72,7 +72,7 @@ void InitParams(SharedTables& tables, std::int32_t swType) {
     }
 }
 
-void InitTimeUnits(SharedTables& tables) {
+void InitTimeUnits(FirmwareIdentity& tables) {
     tables.TickA = 1014000.0 / kClockHz;
     tables.TickB = 512000.0 / kClockHz;
     tables.TickC = 768000.0 / kClockHz;

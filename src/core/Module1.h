@@ -20,6 +20,6 @@ void InitParams(SharedTables& tables, std::int32_t swType);
 }
 
 // TickA to TickF.
-void InitTimeUnits(SharedTables& tables);
+void InitTimeUnits(FirmwareIdentity& tables);
 
 }  // namespace korvane::core

@@ -5,12 +5,12 @@
 #include <variant>
 
 #include "core/Checked.h"
-#include "core/SharedTables.h"
+#include "core/EepromShadow.h"
 
 namespace korvane::core {
 
 // 0 for a parameter that has not been read. RuntimeError 9 for an address that the table has not got.
-[[nodiscard]] inline double parameterNumber(const SharedTables& tables, int address) {
+[[nodiscard]] inline double parameterNumber(const EepromShadow& tables, int address) {
     return std::visit(
         [](auto value) {
             if constexpr (std::is_same_v<decltype(value), std::monostate>) {

@@ -86,7 +86,7 @@ std::uint8_t byteOf(std::string_view token) {
 // The table phases. A fault ends them, and the status is the phase that it met.
 class TableReader {
 public:
-    TableReader(Reader& reader, SharedTables& tables) : reader_(reader), tables_(tables) {}
+    TableReader(Reader& reader, MapImages& tables) : reader_(reader), tables_(tables) {}
 
     int run() {
         try {
@@ -139,7 +139,7 @@ private:
     }
 
     Reader& reader_;
-    SharedTables& tables_;
+    MapImages& tables_;
     int step_ = kSettingsEmpty;
 };
 
@@ -191,7 +191,7 @@ std::string textOfFile(const fs::path& path) {
 
 }  // namespace
 
-int LoadSettingsFile(const fs::path& path, SharedTables& tables, const UpdateReadEE& updateReadEE,
+int LoadSettingsFile(const fs::path& path, MapImages& tables, const UpdateReadEE& updateReadEE,
                      platform::Dialogs& dialogs) {
     const std::string text = textOfFile(path);
     Reader reader(text);

@@ -49,7 +49,7 @@ using UpdateReadEE = std::function<void(std::int32_t value, std::int32_t addr, b
 // only after all tables, it then hands over each row of PARAMS that has a value, never as a word: a row that can't be
 // read ends that with the message " Error while reading parameter data", and fewer than nine rows show "error:
 // parameter data not valid". A file that can't be opened, or is larger than kLargestTextFile, raises RuntimeError.
-[[nodiscard]] int LoadSettingsFile(const std::filesystem::path& path, SharedTables& tables,
+[[nodiscard]] int LoadSettingsFile(const std::filesystem::path& path, MapImages& tables,
                                    const UpdateReadEE& updateReadEE, platform::Dialogs& dialogs);
 
 // What a user is told for a status; empty for kSettingsRead.

@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 
-#include "core/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "link/Dispatcher.h"
 #include "platform/EventPump.h"

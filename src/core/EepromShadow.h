@@ -1,0 +1,32 @@
+// The PC's shadow of the ECU's EEPROM.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <variant>
+
+namespace korvane::core {
+
+inline constexpr std::size_t kEepromSize = 3001;  // addresses 0 to 3000; the last two are no cells of the ECU
+
+// A parameter's last known value, empty until read. A byte from a byte read, 32 bits from a word read; the rows of the
+// firmware version and type hold a float and 32 bits.
+using ParameterValue = std::variant<std::monostate, std::uint8_t, std::int32_t, float>;
+
+// One row of the shadow; its index is the address.
+struct EEParam {
+    ParameterValue value;
+    std::string name;           // empty for an address with no name
+    std::int32_t reserved = 0;  // always 0; a column of settings files
+    bool is16bit = false;       // stored low byte first here and at the next address; written as two bytes
+};
+
+struct EepromShadow {
+    std::array<EEParam, kEepromSize> EEParams;
+    std::array<std::uint8_t, kEepromSize> EEImage{};  // bytes as last read
+    std::array<std::string, kEepromSize> EETime;      // when they were read, "hh:mm:ss"
+};
+
+}  // namespace korvane::core
