@@ -88,8 +88,9 @@ TEST_F(Program, AMistakeIsOneLineAndStatus2) {
 
 TEST_F(Program, ALinkThatCantBeMadeIsOneLineAndStatus1) {
     int status = 0;
-    const std::string text = shell(program().string() + " --pty /nonexistent/x 2>&1 >/dev/null", status);
-    EXPECT_THAT(text, HasSubstr("/nonexistent/x"));
+    const std::string link = folder_.nowhere().string();
+    const std::string text = shell(program().string() + " --pty " + link + " 2>&1 >/dev/null", status);
+    EXPECT_THAT(text, HasSubstr(link));
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
     EXPECT_EQ(status, 1);
 }
