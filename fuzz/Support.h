@@ -32,10 +32,10 @@ inline void require(bool holds) {
     }
 }
 
-// An empty folder for this run alone, in memory where the system has such a place; gone with its owner.
+// An empty folder for this run alone; gone with its owner.
 class Folder {
 public:
-    Folder() : path_(platform::unusedName(home(), "korvane-fuzz.")) {
+    Folder() : path_(platform::unusedName(std::filesystem::temp_directory_path(), "korvane-fuzz.")) {
         require(std::filesystem::create_directory(path_));
         std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }
@@ -63,11 +63,6 @@ public:
     }
 
 private:
-    static std::filesystem::path home() {
-        const std::filesystem::path memory = "/dev/shm";
-        return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
-    }
-
     std::filesystem::path path_;
 };
 
