@@ -4,25 +4,21 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <string_view>
 
+#include "Support.h"
 #include "console/ConsoleSession.h"
 #include "console/Registry.h"
 #include "core/TextEncoding.h"
-#include "platform/QueuedDialogs.h"
 #include "platform/TappedLine.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
-#include "program/Program.h"
 
 namespace {
 
 using namespace korvane;
+using fuzz::require;
 
 constexpr int kLongestWait = 300;  // ms; a script could wait for weeks of program time
 
@@ -36,11 +32,19 @@ public:
     std::string set(const std::string& key, const std::string&) override { return key == "no" ? "no such key" : ""; }
 };
 
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
+// Whatever path a script answers with, the file is one in the folder of this run.
+class DialogsInside : public platform::QueuedDialogs {
+public:
+    explicit DialogsInside(const fuzz::Folder& folder) : folder_(folder) {}
+
+    std::string choose(const platform::FileDialog& dialog) override {
+        const std::filesystem::path chosen = QueuedDialogs::choose(dialog);
+        return chosen.empty() ? std::string() : (folder_.path() / chosen.filename()).string();
     }
-}
+
+private:
+    const fuzz::Folder& folder_;
+};
 
 std::size_t commandLines(std::string_view text) {
     std::size_t count = 0;
@@ -73,14 +77,15 @@ struct Run {
         program.start();
     }
 
+    const fuzz::Folder& folder = fuzz::emptyFolder();
     ShortPump pump;
     platform::MemoryLine line{pump, nullptr};
     platform::TappedLine tap{line, pump, [this](auto bytes) { line.inject(bytes); }};
-    platform::QueuedDialogs dialogs;
+    DialogsInside dialogs{folder};
     platform::MemoryPreferences preferences;
     platform::MemoryLog log;
     controls::WindowList windows;
-    platform::Machine machine{pump, tap, dialogs, preferences, log, windows, "/nonexistent", '.', {}};
+    platform::Machine machine{pump, tap, dialogs, preferences, log, windows, folder.path(), '.', {}};
     program::Program program{machine};
     AnyEcu ecu;
     console::Names names;

@@ -1,65 +1,29 @@
 // The ini reader and the preferences: any file gives lines or defaults, and what is written can be read back.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
-#include <system_error>
-#include <unistd.h>
 #include <vector>
 
+#include "Support.h"
 #include "core/ChannelFile.h"
 #include "core/IniFile.h"
 #include "core/Module1.h"
 #include "core/SharedTables.h"
 #include "platform/FilePreferences.h"
-#include "platform/QueuedDialogs.h"
 
 namespace {
 
 using namespace korvane;
+using fuzz::require;
 
-// In memory where the system has such a place; gone with its owner.
-class Folder {
-public:
-    Folder() { std::filesystem::create_directories(path); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder() {
-        std::error_code error;
-        std::filesystem::remove_all(path, error);
-    }
-
-    const std::filesystem::path path = (std::filesystem::exists("/dev/shm") ? std::filesystem::path("/dev/shm")
-                                                                            : std::filesystem::temp_directory_path()) /
-                                       ("korvane-fuzz-ini-" + std::to_string(getpid()));
-};
-
-// One for the whole run of the target.
-const std::filesystem::path& folder() {
-    static const Folder folder;
-    return folder.path;
-}
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-void write(const std::filesystem::path& file, const std::uint8_t* data, std::size_t size) {
-    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-    stream.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-}
-
-void readChannels() {
+void readChannels(const std::filesystem::path& folder) {
     const auto tables = std::make_unique<core::SharedTables>();
     platform::QueuedDialogs dialogs;
-    core::loadChannelNames(*tables, folder(), dialogs);
+    core::loadChannelNames(*tables, folder, dialogs);
     require(dialogs.takeMessages().size() <= 1);
-    core::loadInjectorSizes(*tables, folder());
+    core::loadInjectorSizes(*tables, folder);
 }
 
 void replaceSection(const std::filesystem::path& file) {
@@ -78,18 +42,17 @@ void replaceSection(const std::filesystem::path& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto file = folder() / "Settings_par.ini";
-    write(file, data, size);
-    write(folder() / "Settings.ini", data, size);
-    readChannels();
+    const auto& folder = fuzz::emptyFolder();
+    const fuzz::Bytes content(data, size);
+    const auto file = folder.write("Settings_par.ini", content);
+    folder.write("Settings.ini", content);
+    readChannels(folder.path());
     replaceSection(file);
 
-    const auto preferencesFile = folder() / "preferences.ini";
-    write(preferencesFile, data, size);
+    const auto preferencesFile = folder.write("preferences.ini", content);
     platform::FilePreferences preferences(preferencesFile);
     static_cast<void>(preferences.read("Ports", "COM1"));
     preferences.write("Key", "Name", "a text");
     require(platform::FilePreferences(preferencesFile).read("Key", "Name") == "a text");
-    std::filesystem::remove(preferencesFile.string() + ".damaged");
     return 0;
 }

@@ -1,7 +1,7 @@
 #include "link/Dispatcher.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <string>
 
 #include "core/Checked.h"
@@ -55,41 +55,14 @@ void fillHalf(std::span<const std::uint8_t> payload, std::size_t offset, auto& i
 Dispatcher::Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows)
     : machine_(machine), panel_(panel), tables_(tables), windows_(windows) {}
 
-const Dispatcher::Row* Dispatcher::rowOf(std::uint8_t command) {
-    static constexpr std::array<Row, 20> kRows{{
-        {'R', &Dispatcher::liveData},
-        {170, &Dispatcher::deviceStarted},
-        {'!', &Dispatcher::alarmFlash},
-        {'T', &Dispatcher::eepromByte},
-        {'U', &Dispatcher::eepromWord},
-        {'a', &Dispatcher::ignitionFirstHalf},
-        {247, &Dispatcher::ignitionSecondHalf},
-        {'f', &Dispatcher::fuelFirstHalf},
-        {245, &Dispatcher::fuelSecondHalf},
-        {'A', &Dispatcher::ignitionSent},
-        {248, &Dispatcher::ignitionSecondHalfSent},
-        {'F', &Dispatcher::fuelSent},
-        {246, &Dispatcher::fuelSecondHalfSent},
-        {153, &Dispatcher::unknownToDevice},
-        {'m', &Dispatcher::miscBlock},
-        {'p', &Dispatcher::pwmCell},
-        {'e', &Dispatcher::settingsBlock},
-        {'l', &Dispatcher::lambdaBlock},
-        {'y', &Dispatcher::identity},
-        {'S', &Dispatcher::ignitionDebug},
-    }};
-    const auto* const row =
-        std::find_if(kRows.begin(), kRows.end(), [&](const Row& each) { return each.command == command; });
-    return row == kRows.end() ? nullptr : row;
-}
-
 void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
-    const Row* const row = rowOf(cmd);
-    if (row == nullptr) {
+    const auto* const frame = std::find_if(std::begin(kEcuFrames), std::end(kEcuFrames),
+                                           [cmd](const EcuFrame& each) { return each.code == cmd; });
+    if (frame == std::end(kEcuFrames)) {
         return;
     }
     try {
-        (this->*row->handler)(payload);
+        (this->*frame->handler)(payload);
     } catch (const std::exception& error) {
         machine_.log.write(std::string("err docommand ") + error.what());
     }

@@ -8,12 +8,13 @@
 
 #include "core/SharedTables.h"
 #include "link/ConnectionPanel.h"
+#include "link/Frames.h"
 #include "link/Windows.h"
 #include "platform/Machine.h"
 
 namespace korvane::link {
 
-class Dispatcher {
+class Dispatcher : private FrameHandler {
 public:
     Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows);
 
@@ -25,34 +26,26 @@ public:
     void DoCommand(std::uint8_t cmd, std::span<std::uint8_t> payload);
 
 private:
-    using Payload = std::span<std::uint8_t>;
-    using Handler = void (Dispatcher::*)(Payload);
-    struct Row {
-        std::uint8_t command;
-        Handler handler;
-    };
-    static const Row* rowOf(std::uint8_t command);
-
-    void deviceStarted(Payload);
-    void alarmFlash(Payload);
-    void liveData(Payload payload);
-    void unknownToDevice(Payload);
-    void eepromByte(Payload payload);
-    void eepromWord(Payload payload);
-    void fuelFirstHalf(Payload payload);
-    void fuelSecondHalf(Payload payload);
-    void ignitionFirstHalf(Payload payload);
-    void ignitionSecondHalf(Payload payload);
-    void fuelSent(Payload payload);
-    void fuelSecondHalfSent(Payload payload);
-    void ignitionSent(Payload payload);
-    void ignitionSecondHalfSent(Payload payload);
-    void miscBlock(Payload payload);
-    void pwmCell(Payload payload);
-    void settingsBlock(Payload payload);
-    void lambdaBlock(Payload payload);
-    void identity(Payload payload);
-    void ignitionDebug(Payload payload);
+    void deviceStarted(Payload) override;
+    void alarmFlash(Payload) override;
+    void liveData(Payload payload) override;
+    void unknownToDevice(Payload) override;
+    void eepromByte(Payload payload) override;
+    void eepromWord(Payload payload) override;
+    void fuelFirstHalf(Payload payload) override;
+    void fuelSecondHalf(Payload payload) override;
+    void ignitionFirstHalf(Payload payload) override;
+    void ignitionSecondHalf(Payload payload) override;
+    void fuelSent(Payload payload) override;
+    void fuelSecondHalfSent(Payload payload) override;
+    void ignitionSent(Payload payload) override;
+    void ignitionSecondHalfSent(Payload payload) override;
+    void miscBlock(Payload payload) override;
+    void pwmCell(Payload payload) override;
+    void settingsBlock(Payload payload) override;
+    void lambdaBlock(Payload payload) override;
+    void identity(Payload payload) override;
+    void ignitionDebug(Payload payload) override;
 
     MapWindow& mapWindow() const;
     MapWindow& replyWindow() const;

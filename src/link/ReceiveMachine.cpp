@@ -2,20 +2,11 @@
 
 #include <algorithm>
 
+#include "link/Frames.h"
+
 namespace korvane::link {
 
 namespace {
-
-constexpr std::array<std::uint8_t, 20> kCommands{121, 153, 82,  97,  247, 65, 248, 102, 245, 70,
-                                                 246, 170, 109, 101, 108, 83, 112, 84,  85,  33};
-
-constexpr auto kIsCommand = [] {
-    std::array<bool, 256> table{};
-    for (const auto command : kCommands) {
-        table[command] = true;
-    }
-    return table;
-}();
 
 // What the place of the complement byte holds until the length is known; nothing reads it.
 constexpr std::int16_t kTotalUnknown = 20;
@@ -53,7 +44,7 @@ std::span<const std::uint8_t> ReceiveMachine::payload() const {
 
 std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
     const auto* const found =
-        std::find_if(bytes.data(), bytes.data() + bytes.size(), [](std::uint8_t byte) { return kIsCommand[byte]; });
+        std::find_if(bytes.data(), bytes.data() + bytes.size(), [](std::uint8_t byte) { return kIsFrameCode[byte]; });
     if (found == bytes.data() + bytes.size()) {
         command_ = 0;
         return bytes.size();

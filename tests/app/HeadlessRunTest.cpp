@@ -110,13 +110,14 @@ TEST_F(HeadlessRun, EndsWithTheMainWindowAndKeepsTheChoices) {
 }
 
 TEST_F(HeadlessRun, SaysWhatIsWrongWithAnOptionInOneLine) {
+    const std::string nowhere = folder_.nowhere().string();
     for (const std::vector<std::string>& bad : {std::vector<std::string>{"--nonsense"},
                                                 {"--ecu", "type=none"},
                                                 {"--ecu", "speed"},
                                                 {"--now", "yesterday"},
-                                                {"--folder", "/nonexistent/folder"},
-                                                {"--script", "/nonexistent/script"},
-                                                {"--trace", "/nonexistent/trace"}}) {
+                                                {"--folder", nowhere},
+                                                {"--script", nowhere},
+                                                {"--trace", nowhere}}) {
         auto arguments = bad;
         arguments.insert(arguments.end(), {"--headless", "--virtual-time"});
         if (bad.front() != "--ecu") {

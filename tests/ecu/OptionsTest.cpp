@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
 #include "ecu/Options.h"
+#include "support/TempFolder.h"
 
 namespace korvane::ecu {
 namespace {
@@ -36,7 +38,13 @@ TEST(Options, MistakesAreNamed) {
     EXPECT_THAT(parsed({"--type"}, options), HasSubstr("--type"));
     EXPECT_THAT(parsed({"--tipe", "1"}, options), HasSubstr("\"tipe\""));
     EXPECT_THAT(parsed({"--lose", "2"}, options), HasSubstr("lose"));
-    EXPECT_THAT(parsed({"--eeprom", "/nonexistent/file"}, options), HasSubstr("/nonexistent/file"));
+}
+
+TEST(Options, AFileThatIsNotThereIsNamed) {
+    Options options;
+    const support::TempFolder folder;
+    const std::string file = folder.nowhere().string();
+    EXPECT_THAT(parsed({"--eeprom", file}, options), HasSubstr(file));
 }
 
 TEST(Options, HelpTellsAllOfThem) {

@@ -28,6 +28,9 @@ public:
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
     [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
+    // A path that can neither be read nor made: its folder is not there.
+    [[nodiscard]] std::filesystem::path nowhere() const { return path_ / "missing" / "file"; }
+
     std::filesystem::path write(std::string_view name, std::string_view content) const {
         const auto file = path_ / name;
         std::ofstream(file, std::ios::binary) << content;
