@@ -1,7 +1,5 @@
 #include "app/CommandInput.h"
 
-#include <QTimer>
-
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -14,14 +12,22 @@ namespace korvane::app {
 
 using platform::AlarmKind;
 
+namespace {
+
+constexpr std::size_t kPiece = 65536;  // bytes of input at once
+
+}  // namespace
+
 CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Options& options)
     : session_(session),
       pump_(pump),
-      commands_(pump.makeAlarm([this] { readStandardInput(); }, AlarmKind::Command)),
+      commands_(pump.makeAlarm([this] { standardInput_ ? readStandardInput() : feedScript(); }, AlarmKind::Command)),
       end_(pump.makeAlarm([this] { session_.program().quit(); }, AlarmKind::Command)) {
     watchSignals();
     if (options.script) {
-        QTimer::singleShot(0, [this, commands = readScript(*options.script)] { runScript(commands); });
+        script_ = readScript(*options.script);
+        session_.commands().setWantingHandler([this] { commands_->callAt(pump_.now()); });
+        commands_->callAt(pump_.now());
     } else if (options.headless || options.console) {
         watchStandardInput();
     }
@@ -33,9 +39,14 @@ CommandInput::~CommandInput() {
     }
 }
 
-void CommandInput::runScript(const std::string& commands) {
-    session_.commands().feed(commands);
-    session_.commands().endOfInput();
+void CommandInput::feedScript() {
+    const auto piece = std::string_view(script_).substr(fed_, kPiece);
+    fed_ += piece.size();
+    if (piece.empty()) {
+        session_.commands().endOfInput();
+    } else {
+        session_.commands().feed(piece);
+    }
 }
 
 void CommandInput::watchStandardInput() {
@@ -44,22 +55,22 @@ void CommandInput::watchStandardInput() {
         standardInput_->setEnabled(false);
         commands_->callAt(pump_.now());
     });
+    session_.commands().setWantingHandler([this] { standardInput_->setEnabled(true); });
 }
 
-// A command may take long; what comes meanwhile is read and waits its turn.
+// The next piece is read when all commands of this one have been answered.
 void CommandInput::readStandardInput() {
-    std::array<char, 65536> buffer;
+    std::array<char, kPiece> buffer;
     const auto count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
-    const bool ended = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
-    standardInput_->setEnabled(!ended);
     if (count > 0) {
         session_.commands().feed(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
-    } else if (ended) {
+    } else if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
+        standardInput_->setEnabled(true);
+    } else {
         session_.commands().endOfInput();
     }
 }
 
-// Ctrl+C and a shutdown of the system close the port and keep the preferences, as the close box does.
 void CommandInput::watchSignals() {
     sigset_t ends;
     sigemptyset(&ends);

@@ -19,7 +19,7 @@ public:
     CommandInput& operator=(const CommandInput&) = delete;
 
 private:
-    void runScript(const std::string& commands);
+    void feedScript();
     void watchStandardInput();
     void readStandardInput();
     void watchSignals();
@@ -27,6 +27,8 @@ private:
 
     Session& session_;
     platform::EventPump& pump_;
+    std::string script_;
+    std::size_t fed_ = 0;  // bytes of the script
     std::unique_ptr<QSocketNotifier> standardInput_;
     std::unique_ptr<QSocketNotifier> signals_;
     // What came in is an order to the program, for which it has no ear while it blocks.

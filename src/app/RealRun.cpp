@@ -52,6 +52,7 @@ int runUntilEnded(Session& session, platform::EventPump& pump, const Options& op
     session.start();
     const CommandInput input(session, pump, options);
     QCoreApplication::exec();
+    session.commands().endOfProgram();
     return reportEnd(session);
 }
 

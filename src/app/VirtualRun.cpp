@@ -29,6 +29,14 @@ void feedStandardInput(Session& session) {
     }
 }
 
+// Each piece is carried out before the next one is split into lines.
+void feedInPieces(Session& session, std::string_view script) {
+    constexpr std::size_t kPiece = 65536;
+    for (std::size_t at = 0; at < script.size(); at += kPiece) {
+        session.commands().feed(script.substr(at, kPiece));
+    }
+}
+
 }  // namespace
 
 int runVirtual(const Options& options) {
@@ -36,7 +44,7 @@ int runVirtual(const Options& options) {
     Session session(options, {pump, {}, nullptr, nullptr, {}});
     session.start();
     if (options.script) {
-        session.commands().feed(readScript(*options.script));
+        feedInPieces(session, readScript(*options.script));
     } else {
         feedStandardInput(session);
     }

@@ -91,6 +91,12 @@ std::optional<std::string> Console::execute(std::string_view line) {
     return reply(line);
 }
 
+void Console::whenEnded(std::function<void()> call) {
+    constexpr platform::Micros kFloodPatience = 200 * platform::kMicrosPerMilli;
+    constexpr platform::Micros kPatience = 3'600'000 * platform::kMicrosPerMilli;
+    context_.machine.pump.whenSettled(std::move(call), context_.tap.mayFlood() ? kFloodPatience : kPatience);
+}
+
 std::string Console::reply(std::string_view line) {
     try {
         const Answer answer = run(line);

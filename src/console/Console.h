@@ -22,7 +22,9 @@ public:
     // Executes one line and returns its reply without a line end: "ok", "ok VALUE" or "error TEXT"; nothing for a blank
     // line or a comment. The command has ended when the pump has settled. Never throws.
     [[nodiscard]] std::optional<std::string> execute(std::string_view line);
-    [[nodiscard]] platform::EventPump& pump() { return context_.machine.pump; }
+    // Calls when the command has ended: when the machine's events have settled. A line that may flood is not waited for
+    // longer than a moment.
+    void whenEnded(std::function<void()> call);
 
     // Ends the program as `quit` does, if it has not ended.
     void quit();

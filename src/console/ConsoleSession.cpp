@@ -47,7 +47,12 @@ void ConsoleSession::endLine() {
     if (open_.text.ends_with('\r')) {
         open_.text.pop_back();
     }
-    waiting_.push_back(std::exchange(open_, {}));
+    // A blank line gets no reply, and neither does a comment: there is nothing to keep.
+    const bool silent = open_.tooLong ? open_.comment : open_.text.empty() || open_.text.front() == '#';
+    if (!silent) {
+        waiting_.push_back(open_);
+    }
+    open_ = {};
 }
 
 void ConsoleSession::executeAll() {
@@ -62,33 +67,39 @@ void ConsoleSession::executeAll() {
     stepping_ = false;
     if (console_.ended()) {
         waiting_.clear();
-    } else if (ended_ && !executing_) {
+    } else if (!executing_) {
+        goOn();
+    }
+}
+
+void ConsoleSession::goOn() {
+    if (ended_) {
         console_.quit();
+    } else if (wanting_) {
+        wanting_();
     }
 }
 
 void ConsoleSession::execute(const Line& line) {
-    if (line.comment) {
-        return;
-    }
     executing_ = true;
     const auto reply = line.tooLong
                            ? std::optional("error the line is longer than " + std::to_string(kLongestLine) + " bytes")
                            : console_.execute(line.text);
+    unanswered_ = reply;
     if (!reply || console_.ended()) {
-        answer(reply.value_or(std::string()));
+        answer();
         return;
     }
-    console_.pump().whenSettled([this, text = *reply] {
-        answer(text);
+    console_.whenEnded([this] {
+        answer();
         executeAll();
     });
 }
 
-void ConsoleSession::answer(const std::string& reply) {
+void ConsoleSession::answer() {
     executing_ = false;
-    if (!reply.empty()) {
-        sink_(reply + '\n');
+    if (const auto reply = std::exchange(unanswered_, std::nullopt)) {
+        sink_(*reply + '\n');
     }
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,11 @@ public:
     void feed(std::string_view bytes);
     // No more input comes: what stands there is executed, and then the program quits.
     void endOfInput();
+    // The program has ended: a command that was carried out and has no reply yet gets it.
+    void endOfProgram() { answer(); }
+    // Called whenever all that was fed is answered, until the end of input: the moment to feed more. Whoever feeds only
+    // then keeps no more in memory than one piece of input.
+    void setWantingHandler(std::function<void()> handler) { wanting_ = std::move(handler); }
 
 private:
     struct Line {
@@ -39,12 +45,15 @@ private:
     void endLine();
     void executeAll();
     void execute(const Line& line);
-    void answer(const std::string& reply);
+    void answer();
+    void goOn();
 
     Console& console_;
     Sink sink_;
     Line open_;
     std::deque<Line> waiting_;
+    std::optional<std::string> unanswered_;  // the reply of the command under way
+    std::function<void()> wanting_;
     bool ended_ = false;      // the input
     bool executing_ = false;  // a command that has not been answered
     bool stepping_ = false;   // executeAll() goes on by itself

@@ -36,7 +36,7 @@ constexpr int kErrorLineLost = 8012;
 // On a line that may bring more than the program can handle: how long one event goes on with the bytes that are there
 // before others have their turn, and how far the program may fall behind before what waits is dropped.
 constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
-constexpr platform::Micros kFarthestBehind = 4000 * platform::kMicrosPerMilli;
+constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // More of one handler is the tuner's time, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
 

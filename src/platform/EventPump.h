@@ -42,9 +42,9 @@ public:
     // Blocks: no handler of the program runs for `milliseconds`. A real machine goes on showing its windows.
     virtual void sleep(int milliseconds) = 0;
     // Calls once when all events have run that are due by then, those included that fall due while others take their
-    // time. On a real machine, where events never end, that is later, after what is due now; on a virtual one before
-    // the return.
-    virtual void whenSettled(std::function<void()> call) = 0;
+    // time, and the handlers that they set off have returned. Where events never end it calls after `patience`. On a
+    // virtual machine it calls before the return, on a real one later, from the event loop.
+    virtual void whenSettled(std::function<void()> call, Micros patience) = 0;
 
     [[nodiscard]] virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
                                                            AlarmKind kind = AlarmKind::Program) = 0;

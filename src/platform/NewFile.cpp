@@ -1,5 +1,6 @@
 #include "platform/NewFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
 
@@ -39,11 +40,12 @@ fs::path folderOf(const fs::path& place) {
     return place.has_parent_path() ? place.parent_path() : fs::path(".");
 }
 
-bool isLeftover(const fs::directory_entry& entry, const std::string& stem) {
+bool isLeftover(const fs::directory_entry& entry) {
     const std::string name = entry.path().filename().string();
+    const std::size_t digits = name.size() - std::min(name.size(), kUnusedDigits);
     std::error_code error;
-    return name.size() == stem.size() + kUnusedDigits && name.starts_with(stem) &&
-           name.find_first_not_of(kHexDigits, stem.size()) == std::string::npos &&
+    return std::string_view(name).substr(0, digits).ends_with(kMark) &&
+           name.find_first_not_of(kHexDigits, digits) == std::string::npos &&
            fs::is_regular_file(entry.symlink_status(error));
 }
 
@@ -102,11 +104,10 @@ std::error_code NewFile::takePlace() {
 }
 
 void NewFile::removeLeftovers(const fs::path& place) {
-    const std::string stem = stemOf(place);
     std::error_code error;
     std::error_code kept;
     for (fs::directory_iterator entry(folderOf(place), error), end; !error && entry != end; entry.increment(error)) {
-        if (isLeftover(*entry, stem)) {
+        if (isLeftover(*entry)) {
             fs::remove(entry->path(), kept);
         }
     }

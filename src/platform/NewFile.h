@@ -22,7 +22,7 @@ public:
     void write(std::string_view bytes);
     [[nodiscard]] std::error_code takePlace();
 
-    // Removes what programs that were killed have left behind of files for `place`.
+    // Removes what programs that were killed have left behind in the folder of `place`.
     static void removeLeftovers(const std::filesystem::path& place);
 
 private:

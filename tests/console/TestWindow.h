@@ -122,7 +122,7 @@ struct ConsoleMachine {
     static std::string execute(Console& console, std::string_view line) {
         const auto reply = console.execute(line);
         if (!console.ended()) {
-            console.pump().whenSettled([] {});
+            console.whenEnded([] {});
         }
         return reply.value_or("(none)");
     }

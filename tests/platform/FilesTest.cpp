@@ -148,16 +148,23 @@ TEST_F(Files, WhatKilledProgramsLeftBehindIsRemovedBefore) {
     EXPECT_THAT(folder_.names(), ElementsAre("a"));
 }
 
+// A backup has the time in its name, so that no later one bears the name of one that was killed.
+TEST_F(Files, WhatAKilledWriteOfAnotherFileLeftGoesToo) {
+    folder_.write("EEPROM_12_00_00.txt.korvane-0123456789ab", "half");
+    EXPECT_EQ(kDone, replaceFile(folder_ / "EEPROM_12_05_00.txt", "new"));
+    EXPECT_THAT(folder_.names(), ElementsAre("EEPROM_12_05_00.txt"));
+}
+
 TEST_F(Files, NothingElseIsRemoved) {
     const std::vector<std::string> kept = {
         "a.korvane-0123456789a", "a.korvane-0123456789abc",    "a.korvane-0123456789aB", "a.korvane-0123456789a.",
-        "a.0123456789ab",        "a.korvane-0123456789ab.txt", "b.korvane-0123456789ab", "a.kORVANE-0123456789ab",
+        "a.0123456789ab",        "a.korvane-0123456789ab.txt", "a.kORVANE-0123456789ab", "b",
     };
     for (const auto& name : kept) {
         folder_.write(name, "mine");
     }
     fs::create_directory(folder_ / "a.korvane-00000000000d");
-    fs::create_symlink("b.korvane-0123456789ab", folder_ / "a.korvane-00000000000e");
+    fs::create_symlink("b", folder_ / "a.korvane-00000000000e");
     EXPECT_EQ(kDone, replaceFile(folder_ / "a", "new"));
     for (const auto& name : kept) {
         EXPECT_EQ(folder_.read(name), "mine");

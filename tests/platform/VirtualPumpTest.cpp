@@ -9,6 +9,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr Micros kPatience = 1000 * kMicrosPerMilli;
+
 class VirtualPumpTest : public testing::Test {
 protected:
     // An alarm that notes its name when it calls.
@@ -43,7 +45,7 @@ TEST_F(VirtualPumpTest, SettledComesBehindWhatFallsDueWhileOthersTakeTheirTime) 
     first.callAt(0);
     second.callAt(ms(299));
     later.callAt(ms(301));
-    pump_.whenSettled([&] { calls_.emplace_back("settled"); });
+    pump_.whenSettled([&] { calls_.emplace_back("settled"); }, kPatience);
     EXPECT_THAT(calls_, ElementsAre("first", "second", "settled"));
     EXPECT_EQ(pump_.now(), ms(300));
 }
@@ -57,7 +59,7 @@ TEST_F(VirtualPumpTest, EventsThatAlwaysAskForMoreDoNotHoldUpTheSettling) {
     });
     restless.callAt(0);
     bool settled = false;
-    pump_.whenSettled([&] { settled = true; });
+    pump_.whenSettled([&] { settled = true; }, kPatience);
     EXPECT_TRUE(settled);
     EXPECT_EQ(calls, 100'000);
     restless.cancel();
@@ -66,7 +68,7 @@ TEST_F(VirtualPumpTest, EventsThatAlwaysAskForMoreDoNotHoldUpTheSettling) {
         alarms_.back()->callAt(pump_.now());
     });
     slow.callAt(0);
-    pump_.whenSettled([] {});
+    pump_.whenSettled([] {}, kPatience);
     EXPECT_EQ(pump_.now(), ms(600'300));
 }
 

@@ -17,8 +17,17 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr Micros kPatience = 500 * kMicrosPerMilli;
+
 class QtPumpTest : public testing::Test {
 protected:
+    // Turns of the outermost event loop until that many notes are there; two seconds at most.
+    void turnUntil(std::size_t count) {
+        const Micros end = pump.now() + 2'000'000;
+        while (notes.size() < count && pump.now() < end) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        }
+    }
     std::unique_ptr<Alarm> note(const std::string& name, AlarmKind kind = AlarmKind::Program) {
         return pump.makeAlarm([this, name] { notes.push_back(name); }, kind);
     }
@@ -149,7 +158,7 @@ TEST_F(QtPumpTest, WaitOfNoTimeRunsWhatIsDue) {
     EXPECT_THAT(notes, ElementsAre("a"));
 }
 
-TEST_F(QtPumpTest, SleepLastsAndLetsNothingRun) {
+TEST_F(QtPumpTest, SleepLastsAndLetsNoHandlerRun) {
     const auto alarm = note("a");
     const Micros start = pump.now();
     alarm->callAt(start);
@@ -182,12 +191,12 @@ TEST_F(QtPumpTest, CommandsAreServedAndSettleDuringAHold) {
     const QtPump::Hold hold(pump);
     handler->callAt(pump.now());
     command->callAt(pump.now());
-    pump.whenSettled([&] { notes.emplace_back("settled"); });
+    pump.whenSettled([&] { notes.emplace_back("settled"); }, kPatience);
     pump.wait(2);
     EXPECT_THAT(notes, ElementsAre("command", "settled"));
 }
 
-TEST_F(QtPumpTest, SettledComesBehindAllThatIsDueAndBeforeWhatTheyAskFor) {
+TEST_F(QtPumpTest, SettledComesBehindAllThatIsDueAndWhatTheyAskFor) {
     std::unique_ptr<Alarm> due;
     const auto later = note("later");
     due = pump.makeAlarm([&] {
@@ -195,10 +204,34 @@ TEST_F(QtPumpTest, SettledComesBehindAllThatIsDueAndBeforeWhatTheyAskFor) {
         later->callAt(pump.now());
     });
     due->callAt(pump.now());
-    pump.whenSettled([&] { notes.emplace_back("settled"); });
+    pump.whenSettled([&] { notes.emplace_back("settled"); }, kPatience);
     EXPECT_THAT(notes, IsEmpty());
-    pump.wait(2);
-    EXPECT_THAT(notes, ElementsAre("due", "settled", "later"));
+    turnUntil(3);
+    EXPECT_THAT(notes, ElementsAre("due", "later", "settled"));
+}
+
+TEST_F(QtPumpTest, SettledComesBehindTheWaitsOfWhatWasDue) {
+    const auto waiting = pump.makeAlarm([&] {
+        pump.wait(30);
+        notes.emplace_back("waited");
+    });
+    const auto begin = pump.now();
+    waiting->callAt(begin);
+    pump.whenSettled([&] { notes.emplace_back("settled"); }, kPatience);
+    turnUntil(2);
+    EXPECT_LT(pump.now() - begin, kPatience);
+    EXPECT_THAT(notes, ElementsAre("waited", "settled"));
+}
+
+TEST_F(QtPumpTest, SettledComesWhenPatienceEndsThoughEventsDoNot) {
+    std::unique_ptr<Alarm> restless;
+    restless = pump.makeAlarm([&] { restless->callAt(pump.now()); });
+    restless->callAt(pump.now());
+    const auto begin = pump.now();
+    pump.whenSettled([&] { notes.emplace_back("settled"); }, 20 * kMicrosPerMilli);
+    turnUntil(1);
+    EXPECT_THAT(notes, ElementsAre("settled"));
+    EXPECT_GE(pump.now() - begin, 20 * kMicrosPerMilli);
 }
 
 TEST_F(QtPumpTest, WaitInsideAnAlarmLetsTheOthersRun) {

@@ -88,7 +88,9 @@ WallTime QtPump::wallTime() const {
 
 void QtPump::pump() {
     schedule();
+    ++depth_;
     QCoreApplication::processEvents();
+    --depth_;
 }
 
 void QtPump::wait(int milliseconds) {
@@ -109,20 +111,38 @@ void QtPump::runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags) {
     QEventLoop loop;
     const auto end = makeAlarm([&loop] { loop.quit(); }, AlarmKind::Device);
     end->callAt(now() + std::max(milliseconds, 0) * kMicrosPerMilli);
+    ++depth_;
     loop.exec(flags);
+    --depth_;
+}
+
+void QtPump::whenSettled(std::function<void()> call, Micros patience) {
+    const auto settled = settled_.insert(settled_.end(), {std::move(call), now() + patience, depth_, holds_, nullptr});
+    settled->alarm = makeAlarm([this, settled] { settle(settled); }, AlarmKind::Command);
+    settled->alarm->callAt(now());
 }
 
 // An alarm asked for now comes behind all that are due already.
-void QtPump::whenSettled(std::function<void()> call) {
-    settled_.push_back({std::move(call), nullptr});
-    auto& settled = settled_.back();
-    const auto end = [this, at = std::prev(settled_.end())] {
-        const auto done = std::move(at->call);
-        settled_.erase(at);
-        done();
+void QtPump::settle(std::list<Settled>::iterator settled) {
+    if (isUnsettled(*settled)) {
+        settled->alarm->callAt(now() + (depth_ > settled->depth ? kMicrosPerMilli : 0));
+        return;
+    }
+    const auto call = std::move(settled->call);
+    settled_.erase(settled);
+    call();
+}
+
+// A handler that waits runs inside an event loop deeper than that of the asking.
+bool QtPump::isUnsettled(const Settled& settled) const {
+    if (holds_ > settled.holds || now() >= settled.latest) {
+        return false;
+    }
+    const auto isDue = [this](AlarmKind kind) {
+        const Entries& entries = entries_.at(static_cast<std::size_t>(kind));
+        return mayRun(kind) && !entries.empty() && entries.begin()->due <= now();
     };
-    settled.alarm = makeAlarm(end, AlarmKind::Command);
-    settled.alarm->callAt(now());
+    return depth_ > settled.depth || isDue(AlarmKind::Program) || isDue(AlarmKind::Device);
 }
 
 std::unique_ptr<Alarm> QtPump::makeAlarm(std::function<void()> call, AlarmKind kind) {

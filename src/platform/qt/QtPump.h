@@ -33,7 +33,8 @@ public:
     void wait(int milliseconds) override;
     // Windows go on painting and devices are read; the user's input waits.
     void sleep(int milliseconds) override;
-    void whenSettled(std::function<void()> call) override;
+    // A message box that comes up meanwhile is not waited for.
+    void whenSettled(std::function<void()> call, Micros patience) override;
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
                                                    AlarmKind kind = AlarmKind::Program) override;
 
@@ -61,20 +62,25 @@ private:
     };
     using Entries = std::set<Entry>;
 
+    struct Settled {
+        std::function<void()> call;
+        Micros latest;
+        int depth;  // of nested event loops when it was asked for
+        int holds;
+        std::unique_ptr<Alarm> alarm;
+    };
+
     // Where the alarm stands that may run first; null when none may run.
     [[nodiscard]] const Entries* nextSource() const;
     [[nodiscard]] bool mayRun(AlarmKind kind) const;
     void runLoop(int milliseconds, QEventLoop::ProcessEventsFlags flags);
+    void settle(std::list<Settled>::iterator settled);
+    [[nodiscard]] bool isUnsettled(const Settled& settled) const;
     void schedule();
     void post();
     void deliver();
     // Runs the first alarm if it is due and was asked for before `before`; false if there is none.
     bool runNext(std::uint64_t before);
-
-    struct Settled {
-        std::function<void()> call;
-        std::unique_ptr<Alarm> alarm;
-    };
 
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     QTimer timer_;
@@ -82,6 +88,7 @@ private:
     Micros timerDue_ = 0;
     bool posted_ = false;
     int holds_ = 0;
+    int depth_ = 0;  // of nested event loops
     std::uint64_t orders_ = 0;
     std::array<Entries, 3> entries_;  // by AlarmKind
     int sleeps_ = 0;

@@ -77,7 +77,7 @@ void VirtualPump::sleep(int milliseconds) {
     blocked_ = outer;
 }
 
-void VirtualPump::whenSettled(std::function<void()> call) {
+void VirtualPump::whenSettled(std::function<void()> call, Micros) {
     const Micros latest = now_ + kLongestSettling;
     for (int events = 0; events < kMostSettling && now_ <= latest && runNext(now_, kAll); ++events) {
     }

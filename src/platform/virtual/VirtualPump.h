@@ -22,8 +22,9 @@ public:
     void pump() override;
     void wait(int milliseconds) override;
     void sleep(int milliseconds) override;
-    // Events that always ask for more are left after ten minutes of the clock, or after a hundred thousand of them.
-    void whenSettled(std::function<void()> call) override;
+    // Without patience: events that always ask for more are left after ten minutes of the clock, or after a hundred
+    // thousand of them.
+    void whenSettled(std::function<void()> call, Micros patience) override;
     [[nodiscard]] std::unique_ptr<Alarm> makeAlarm(std::function<void()> call,
                                                    AlarmKind kind = AlarmKind::Program) override;
 
