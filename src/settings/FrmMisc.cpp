@@ -10,7 +10,9 @@
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"
+#include "settings/MiscFields.h"
 #include "settings/MiscLayout.h"
+#include "settings/SavePlans.h"
 
 namespace korvane::settings {
 
@@ -40,11 +42,14 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
                  core::EepromAccess& eeprom)
     : MiscControls(machine),
       context_{*this, tables, connection, eeprom},
-      scaled_(*this, tables),
-      replies_(context_, scaled_),
+      fields_(tables, miscFields(*this, tables)),
+      replies_(context_, fields_),
       fullRead_(context_),
-      saveGroups_(context_),
+      saver_(context_.fieldsContext(), fields_),
       parameterTools_(*this, tables, eeprom) {
+    for (const SaveButton& each : saveButtons()) {
+        (this->*each.button).Click = [this, &each] { saver_.run(each.plan); };
+    }
     tbsOptions.Click = [this] { tbsOptions_Click(); };
     btnLoad.Click = [this] { fullRead_.run(); };
     btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };

@@ -6,13 +6,13 @@
 #include <string_view>
 #include <utility>
 
+#include "fields/Fields.h"
+#include "fields/Saver.h"
 #include "link/Windows.h"
 #include "settings/FullRead.h"
 #include "settings/MiscContext.h"
 #include "settings/ParameterTools.h"
 #include "settings/Replies.h"
-#include "settings/SaveGroups.h"
-#include "settings/ScaledFields.h"
 
 namespace korvane::settings {
 
@@ -59,10 +59,10 @@ private:
     void trapped(const std::string& text, Handler&& handler);
 
     MiscContext context_;
-    ScaledFields scaled_;
+    fields::Fields fields_;
     Replies replies_;
     FullRead fullRead_;
-    SaveGroups saveGroups_;
+    fields::Saver saver_;
     ParameterTools parameterTools_;
     bool leaves_ = false;
 };

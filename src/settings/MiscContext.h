@@ -3,6 +3,7 @@
 
 #include "core/EepromAccess.h"
 #include "core/SharedTables.h"
+#include "fields/Context.h"
 #include "link/ConnectionPanel.h"
 #include "settings/MiscControls.h"
 
@@ -14,6 +15,11 @@ struct MiscContext {
     core::SharedTables& tables;
     link::ConnectionPanel& connection;  // MSComm1 and the poll timer, TimerRequestData
     core::EepromAccess& eeprom;
+
+    // What reads and saves need of it.
+    [[nodiscard]] fields::Context fieldsContext() const {
+        return {window, tables, eeprom, connection.TimerRequestData};
+    }
 };
 
 }  // namespace korvane::settings

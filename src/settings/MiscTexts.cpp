@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "settings/SaveTable.h"
+#include "settings/SavePlans.h"
 
 namespace korvane::settings {
 
@@ -24,8 +24,8 @@ void describeWindow(MiscControls& window) {
     }
     window.btnLoad.Caption = "Hae arvot";
     window.btnReadFromFile.Caption = "load from FILE";
-    for (const SaveGroup& group : saveGroups()) {
-        (window.*group.button).Caption = "Save";
+    for (const SaveButton& each : saveButtons()) {
+        (window.*each.button).Caption = "Save";
     }
 }
 

@@ -4,18 +4,17 @@
 #include <cstdint>
 #include <span>
 
+#include "fields/Fields.h"
+#include "fields/Nesting.h"
 #include "settings/MiscContext.h"
-#include "settings/ScaledFields.h"
 
 namespace korvane::settings {
 
 class Replies {
 public:
-    Replies(const MiscContext& context, ScaledFields& scaled) : context_(context), scaled_(scaled) {}
+    Replies(const MiscContext& context, fields::Fields& fields);
 
-    // Keeps EEImage current and shows `value` where the first row of the routing that holds `addr` says; what no row
-    // holds goes to TextArvo. RuntimeError 9 for an address that the EEPROM has not got, 6 for a negative word, 380 for
-    // a launch mode that the list has not got.
+    // As fields::Fields::take(); what no row answers to goes to TextArvo.
     void UpdateReadEE(std::int32_t value, int addr, bool is16);
 
     // The settings block, 19 bytes:
@@ -30,31 +29,12 @@ public:
     void MarkAccelCell(int index);
 
 private:
-    struct Row;
-    static std::span<const Row> rows();
-
-    void keepImage(std::int32_t value, int addr, bool is16);
-    void dispatch(const Row& row, std::int32_t value, int cell);
-
-    void showVolt(std::int32_t value);
-    void showFlags(std::int32_t value);
-    void showLoadMode(std::int32_t value);
-    void showLaunchMode(std::int32_t value);
-    void showMultiplier(std::int32_t value);
-    void showPwmMode(std::int32_t value);
-    void showLambdaType(std::int32_t value);
-    void addSetpointHigh(std::int32_t value);
-
-    [[nodiscard]] bool bit(std::int32_t value, int number) const;
-    void showWord(controls::TextBox& box, int addr);
-    // The option of optInj8ms for the injection mode and its multiplier.
-    [[nodiscard]] int longestInjection(std::int32_t multiplier) const;
     void showBlock(std::span<const std::uint8_t> payload);
     void pause();
 
     const MiscContext& context_;
-    ScaledFields& scaled_;
-    int pauses_ = 0;
+    fields::Fields& fields_;
+    fields::Nesting pauses_;
     int markedCell_ = -1;
 };
 

@@ -13,11 +13,10 @@ namespace korvane::house {
 namespace {
 
 // From the top floor down: a room may include its own files and those of the rooms before it.
-constexpr std::array<std::string_view, 20> kFloors{
-    "platform",   "controls",       "core",          "link",        "live",
-    "maps",       "analysis",       "settings",      "trend",       "performance",
-    "ecu",        "console",        "views/widgets", "views/frame", "views/dashboard",
-    "views/maps", "views/settings", "views",         "program",     "app"};
+constexpr std::array<std::string_view, 21> kFloors{
+    "platform",    "controls",        "core",       "link",           "fields", "live",    "maps",
+    "analysis",    "settings",        "trend",      "performance",    "ecu",    "console", "views/widgets",
+    "views/frame", "views/dashboard", "views/maps", "views/settings", "views",  "program", "app"};
 
 struct MachineRoom {
     std::string_view room;

@@ -14,31 +14,10 @@
 #include "link/Dispatcher.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"
+#include "support/NotingLine.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::settings {
-
-class NotingLine : public platform::MemoryLine {
-public:
-    struct Note {
-        std::int64_t ms;
-        std::uint8_t byte;
-    };
-
-    NotingLine(platform::EventPump& pump, platform::LineDevice& device) : MemoryLine(pump, &device), pump_(pump) {}
-
-    void write(std::span<const std::uint8_t> bytes) override {
-        for (const auto byte : bytes) {
-            notes.push_back({pump_.milliseconds(), byte});
-        }
-        MemoryLine::write(bytes);
-    }
-
-    std::vector<Note> notes;
-
-private:
-    platform::EventPump& pump_;
-};
 
 // The values that a text of a property takes one after the other.
 class TextObserver : public controls::Observer {
@@ -107,21 +86,11 @@ protected:
     [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
     controls::Timer& poll() { return main_.TimerRequestData; }
 
-    // What has gone out since the last call, each command behind its moment: "50 392=7" writes 7 to 392, "R 507" and
-    // "U 1005" ask for a byte and a word, anything else stands in decimal.
-    Lines sent() {
-        Lines lines;
-        for (std::size_t i = 0; i < line_.notes.size();) {
-            const std::size_t size = std::min(sizeOf(line_.notes[i].byte), line_.notes.size() - i);
-            lines.push_back(std::to_string(line_.notes[i].ms) + " " + textOf(std::span(line_.notes).subspan(i, size)));
-            i += size;
-        }
-        line_.notes.clear();
-        return lines;
-    }
+    // As NotingLine::sent().
+    Lines sent() { return line_.sent(); }
 
     support::VirtualMachine virtual_;
-    NotingLine line_{virtual_.pump, virtual_.recorder};
+    support::NotingLine line_{virtual_.pump, virtual_.recorder};
     platform::Machine machine_{virtual_.pump,          line_,        virtual_.dialogs,
                                virtual_.preferences,   virtual_.log, virtual_.windows,
                                virtual_.folder.path(), '.',          {}};
@@ -131,27 +100,6 @@ protected:
     link::Windows windows_;
     link::Dispatcher dispatcher_{machine_, main_, tables_, windows_};
     FrmMisc frmMisc_{machine_, tables_, main_, eeprom_};
-
-private:
-    using Notes = std::span<const NotingLine::Note>;
-
-    static std::size_t sizeOf(std::uint8_t command) {
-        return command == 'W' ? 6 : command == 'R' || command == 'U' ? 4 : 1;
-    }
-
-    static std::string textOf(Notes bytes) {
-        const int command = bytes[0].byte;
-        if (bytes.size() == 1) {
-            return std::to_string(command);
-        }
-        const bool whole = bytes.size() == sizeOf(bytes[0].byte) && bytes.back().byte == 255 - command;
-        const bool equal = command != 'W' || (whole && bytes[3].byte == bytes[4].byte);
-        if (!whole || !equal) {
-            return "broken";
-        }
-        const std::string addr = std::to_string(bytes[1].byte + 256 * bytes[2].byte);
-        return command == 'W' ? addr + "=" + std::to_string(bytes[3].byte) : static_cast<char>(command) + (" " + addr);
-    }
 };
 
 }  // namespace korvane::settings

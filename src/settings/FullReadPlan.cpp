@@ -1,37 +1,21 @@
-#include "settings/ReadList.h"
+#include "settings/FullReadPlan.h"
 
 #include <array>
-#include <numeric>
 
 namespace korvane::settings {
 
 namespace {
 
 using A = core::ParameterAddresses;
-using Address = int A::*;
+using fields::next;
+using fields::one;
+using fields::range;
+using fields::twice;
+using fields::word;
 
-constexpr ReadRow one(Address address, double percent = -1.0) {
-    return {.first = address, .percent = percent};
-}
+constexpr int kPollInterval = 500;  // ms; the settings block starts the poll again while the list still runs
 
-constexpr ReadRow next(Address address, double percent = -1.0) {
-    return {.first = address, .offset = 1, .percent = percent};
-}
-
-constexpr ReadRow range(Address address, int cells, double percent, double percentStep) {
-    return {.first = address, .cells = cells, .percent = percent, .percentStep = percentStep};
-}
-
-constexpr ReadRow twice(ReadRow row) {
-    row.waits = 2;
-    return row;
-}
-
-constexpr ReadRow word(Address address) {
-    return {.first = address, .word = true};
-}
-
-constexpr std::array kList{
+constexpr std::array kSteps{
     one(&A::MOTORBRAKE_LOW, 10),
     next(&A::MOTORBRAKE_LOW),
     one(&A::MOTORBRAKE_HIGH),
@@ -40,11 +24,11 @@ constexpr std::array kList{
     one(&A::LAUNCHCONTROL_HI),
     one(&A::LAUNCH_MODE_OFF),
     one(&A::IGN_EDGE_OFFSET),
-    range(&A::IDLE_ADV0, 5, 16, 1),
+    range(&A::IDLE_ADV0, 5, {16, 1}),
     one(&A::ACCEL_DELAY_OFF),
     one(&A::STARTHELP_LEN_OFF_8),
     one(&A::RYYPPY_END),
-    range(&A::INJADV_OFF0, 16, 45, 1),
+    range(&A::INJADV_OFF0, 16, {45, 1}),
     one(&A::INJ_MODE_OFFSET),
     one(&A::INJ_MULTIPLIER_OFF, 12),
     one(&A::MISC2_OFF, 20),
@@ -52,14 +36,14 @@ constexpr std::array kList{
     one(&A::MAPGAIN_OFF),
     twice(one(&A::LOAD_MODE)),
     one(&A::PWM_MODE, 25),
-    range(&A::BOOSTPID_SETPOINT, 16, 25, 1),
+    range(&A::BOOSTPID_SETPOINT, 16, {25, 1}),
     one(&A::WBO2_MODE_OFF),
     one(&A::NTC1_OFF),
     one(&A::NTC2_OFF, 43),
     one(&A::NTC3_OFF),
     one(&A::NTC4_OFF),
     one(&A::NTC_MULTIPLIER_OFF, 45),
-    range(&A::IDLEMAP_OFF, 16, 70, 0.5),
+    range(&A::IDLEMAP_OFF, 16, {70, 0.5}),
     one(&A::ALS_ADV_OFF),
     one(&A::ALS_FUEL_OFF),
     one(&A::LAUNCH_DELAY_OFF),
@@ -103,17 +87,13 @@ constexpr std::array kList{
     one(&A::ACCEL_LIMITER_MODE_OFF),
     one(&A::ACCEL_LIMITER_VALUE_OFF),
     one(&A::VOLT_OFF),
-    range(&A::ACCEL_OFF, 10, 95, 0.5),
+    range(&A::ACCEL_OFF, 10, {95, 0.5}),
 };
 
 }  // namespace
 
-std::span<const ReadRow> readList() {
-    return kList;
-}
-
-int readCount() {
-    return std::accumulate(kList.begin(), kList.end(), 0, [](int sum, const ReadRow& row) { return sum + row.cells; });
+fields::ReadPlan fullReadPlan() {
+    return {kSteps, kFullReadPause, kFullReadCaptions, kPollInterval};
 }
 
 }  // namespace korvane::settings

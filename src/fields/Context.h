@@ -1,0 +1,19 @@
+// What the reads and saves of a window work with.
+#pragma once
+
+#include "controls/Timer.h"
+#include "controls/Window.h"
+#include "core/EepromAccess.h"
+#include "core/SharedTables.h"
+
+namespace korvane::fields {
+
+// All of it lives as long as whoever uses it.
+struct Context {
+    controls::Window& window;
+    const core::SharedTables& tables;
+    core::EepromAccess& eeprom;
+    controls::Timer& poll;  // of the live data
+};
+
+}  // namespace korvane::fields

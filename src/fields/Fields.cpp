@@ -1,0 +1,176 @@
+#include "fields/Fields.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "fields/SteppingBox.h"
+#include "platform/RuntimeError.h"
+
+namespace korvane::fields {
+
+namespace {
+
+using core::checked;
+
+constexpr int kByteValues = 256;
+constexpr int kByteMask = 0xFF;
+
+template <class... Handlers>
+struct Overloaded : Handlers... {
+    using Handlers::operator()...;
+};
+template <class... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
+
+std::string titleOf(const controls::Control* container) {
+    const auto* const frame = dynamic_cast<const controls::Frame*>(container);
+    return frame != nullptr ? frame->Caption.get() : std::string();
+}
+
+platform::RuntimeError misfit(const controls::Control& control, const std::string& range) {
+    return {platform::kErrorOverflow, control.path() + " in \"" + titleOf(control.container()) +
+                                          "\" holds a value that does not fit: it must be " + range +
+                                          ".\r\nThe save ended there. It and what follows it was not sent."};
+}
+
+void choose(const Lists& lists, std::int32_t value) {
+    if (lists.high == nullptr) {
+        lists.low->choose(value);
+        return;
+    }
+    lists.low->choose(value & kByteMask);
+    lists.high->choose((value >> 8) & kByteMask);
+}
+
+std::int32_t rowOf(const controls::ComboBox& list) {
+    if (list.ListIndex < 0) {
+        throw misfit(list, "a row of the list");
+    }
+    return list.ListIndex;
+}
+
+std::int32_t rowsOf(const Lists& lists) {
+    const std::int32_t low = rowOf(*lists.low);
+    return lists.high == nullptr ? low : low + kByteValues * rowOf(*lists.high);
+}
+
+bool stores(const Field& field) {
+    const auto* const own = std::get_if<Own>(&field.control);
+    return own != nullptr ? static_cast<bool>(own->stored) : !std::holds_alternative<Caption>(field.control);
+}
+
+// To how many addresses a reply is shown.
+int answersOf(const Field& field) {
+    return field.answers.value_or(std::visit(Overloaded{
+                                                 [&](const Boxes& boxes) { return boxes.count() * bytesOf(field); },
+                                                 [](const Own& own) { return own.show ? 1 : 0; },
+                                                 [](const auto&) { return 1; },
+                                             },
+                                             field.control));
+}
+
+}  // namespace
+
+Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(tables), rows_(std::move(rows)) {
+    for (const Field& field : rows_) {
+        for (int cell = 0; field.stepping && cell < cells(field); ++cell) {
+            SteppingBox(field, cell, tables_).lock();
+            std::get<Boxes>(field.control)(cell).KeyDown = [this, &field, cell](int keyCode, int) {
+                SteppingBox(field, cell, tables_).key(keyCode);
+            };
+        }
+    }
+}
+
+bool Fields::take(std::int32_t value, int addr, bool is16) {
+    keepImage(value, addr, is16);
+    const auto distance = [&](const Field& field) { return addr - tables_.addresses.*field.first; };
+    const auto answers = [&](const Field& field) { return distance(field) >= 0 && distance(field) < answersOf(field); };
+    const auto field = std::find_if(rows_.begin(), rows_.end(), answers);
+    if (field == rows_.end()) {
+        return false;
+    }
+    show(*field, value, distance(*field) / bytesOf(*field));
+    return true;
+}
+
+// A settings file hands over words as it does bytes; such a word leaves the image alone unless it fits one byte.
+void Fields::keepImage(std::int32_t value, int addr, bool is16) {
+    auto& byte = checked(tables_.EEImage, addr);
+    if (!is16 && !checked(tables_.EEParams, addr).is16bit) {
+        byte = static_cast<std::uint8_t>(static_cast<std::uint32_t>(value) & 0xFFU);
+    } else if (value < kByteValues) {
+        byte = core::toByte(value);
+    }
+}
+
+template <class Condition>
+const Field& Fields::first(Address address, Condition&& condition) const {
+    const auto wanted = [&](const Field& field) { return field.first == address && condition(field); };
+    const auto field = std::find_if(rows_.begin(), rows_.end(), wanted);
+    if (field == rows_.end()) {
+        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+    }
+    return *field;
+}
+
+void Fields::show(Address address, std::int32_t value, int cell) {
+    show(first(address, [](const Field& field) { return answersOf(field) > 0; }), value, cell);
+}
+
+const Field& Fields::storing(Address address) const {
+    return first(address, stores);
+}
+
+void Fields::show(const Field& field, std::int32_t value, int cell) {
+    std::visit(Overloaded{
+                   [&](const Boxes&) { showBox(field, value, cell); },
+                   [&](const Lists& lists) { choose(lists, value); },
+                   [&](const Caption& label) { label.get().Caption = core::numberText(value).view(); },
+                   [&](const Own& own) { own.show(value); },
+               },
+               field.control);
+}
+
+void Fields::showBox(const Field& field, std::int32_t value, int cell) {
+    if (field.stepping) {
+        SteppingBox(field, cell, tables_).show(value);
+        return;
+    }
+    auto& box = std::get<Boxes>(field.control)(cell);
+    if (field.codec.width == Width::TwoBytes) {
+        const int addr = tables_.addresses.*field.first + cell * bytesOf(field);
+        value = checked(tables_.EEImage, addr) + kByteValues * checked(tables_.EEImage, addr + 1);
+    }
+    box.Text = core::numberText(field.codec.shown(value, tables_)).view();
+}
+
+int Fields::cells(const Field& field) {
+    const auto* const boxes = std::get_if<Boxes>(&field.control);
+    return boxes != nullptr ? boxes->count() : 1;
+}
+
+std::int32_t Fields::stored(const Field& field, int cell) const {
+    return std::visit(Overloaded{
+                          [&](const Boxes&) { return storedBox(field, cell); },
+                          [](const Lists& lists) { return rowsOf(lists); },
+                          [](const Caption&) { return 0; },
+                          [](const Own& own) { return own.stored(); },
+                      },
+                      field.control);
+}
+
+std::int32_t Fields::storedBox(const Field& field, int cell) const {
+    const auto& box = std::get<Boxes>(field.control)(cell);
+    const Keeper keeper = field.stepping ? field.stepping->keeper : nullptr;
+    const Codec codec = keeper != nullptr ? Codec{field.codec.width, 1.0, " steps"} : field.codec;
+    try {
+        return codec.stored(core::val((keeper != nullptr ? box.*keeper : box.Text).get()), tables_);
+    } catch (const platform::RuntimeError&) {
+        throw misfit(box, codec.range(tables_));
+    }
+}
+
+}  // namespace korvane::fields

@@ -1,0 +1,53 @@
+// The parameters of one window: the way of a value of the ECU to the control that shows it, and back.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/SharedTables.h"
+#include "fields/Field.h"
+
+namespace korvane::fields {
+
+class Fields {
+public:
+    // `rows` stand in the order in which a reply is matched. Locks the boxes that step and sets their keys.
+    Fields(core::SharedTables& tables, std::vector<Field> rows);
+    Fields(const Fields&) = delete;
+    Fields& operator=(const Fields&) = delete;
+    ~Fields() = default;
+
+    // A reply, or a row of a settings file: keeps EEImage current and shows `value` in the first row that answers to
+    // `addr`; false if none does. RuntimeError 9 for an address that the EEPROM has not got, 6 for a negative word,
+    // 380 for a row that a list has not got.
+    bool take(std::int32_t value, int addr, bool is16);
+
+    // Shows a value that came another way than as a reply. RuntimeError 9 for a cell that does not exist.
+    void show(Address address, std::int32_t value, int cell = 0);
+
+    // The row that stores a parameter; RuntimeError 9 if there is none.
+    [[nodiscard]] const Field& storing(Address address) const;
+    // How many values it stores, and what its cell `cell` holds. RuntimeError 6, with a sentence for the user, for a
+    // number that does not fit.
+    [[nodiscard]] static int cells(const Field& field);
+    [[nodiscard]] std::int32_t stored(const Field& field, int cell) const;
+
+private:
+    template <class Condition>
+    [[nodiscard]] const Field& first(Address address, Condition&& condition) const;
+    void keepImage(std::int32_t value, int addr, bool is16);
+    void show(const Field& field, std::int32_t value, int cell);
+    void showBox(const Field& field, std::int32_t value, int cell);
+    [[nodiscard]] std::int32_t storedBox(const Field& field, int cell) const;
+
+    core::SharedTables& tables_;
+    std::vector<Field> rows_;
+};
+
+// From one value of a row to the next.
+[[nodiscard]] inline int bytesOf(const Field& field) {
+    return field.codec.width == Width::TwoBytes ? 2 : 1;
+}
+
+}  // namespace korvane::fields

@@ -1,0 +1,66 @@
+#include "fields/Saver.h"
+
+#include <optional>
+#include <string>
+
+#include "core/Numbers.h"
+#include "fields/PollStop.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/Machine.h"
+#include "platform/RuntimeError.h"
+
+namespace korvane::fields {
+
+bool Saver::run(const SavePlan& plan) {
+    std::string failure;
+    try {
+        write(plan);
+    } catch (const platform::RuntimeError& error) {
+        failure = error.what();
+    }
+    if (!failure.empty()) {
+        context_.window.machine().dialogs.show({"Korvane Tuner", failure, platform::MessageIcon::Exclamation});
+        return false;
+    }
+    plan.captions.showEnd(context_.window);
+    return true;
+}
+
+void Saver::write(const SavePlan& plan) {
+    std::optional<PollStop> stop;
+    if (plan.stopsPoll) {
+        stop.emplace(context_.poll);
+    }
+    for (const SaveStep& step : plan.steps) {
+        write(plan, step);
+    }
+}
+
+void Saver::write(const SavePlan& plan, const SaveStep& step) {
+    const Field& field = fields_.storing(step.address);
+    const int address = context_.tables.addresses.*step.address;
+    const int cells = Fields::cells(field);
+    for (int cell = 0; cell < cells; ++cell) {
+        writeValue(address + cell * bytesOf(field), fields_.stored(field, cell), field.codec.width);
+        if (const int ms = step.pause.behind(cell, cells); ms > 0) {
+            context_.window.machine().pump.wait(ms);
+        }
+        plan.captions.showPercent(context_.window, step.percent.behind(cell));
+    }
+}
+
+// The row of a number in two bytes may have the mark of a word: its write clears the next cell, which the second write
+// then puts right.
+void Saver::writeValue(int address, std::int32_t value, Width width) {
+    const auto low = core::toInt16(address);
+    if (width != Width::TwoBytes) {
+        context_.eeprom.WriteEE(low, value);
+        return;
+    }
+    const auto bits = static_cast<std::uint32_t>(value);
+    context_.eeprom.WriteEE(low, static_cast<std::uint8_t>(bits & 0xFFU));
+    context_.eeprom.WriteEE(core::toInt16(address + 1), static_cast<std::uint8_t>((bits >> 8U) & 0xFFU));
+}
+
+}  // namespace korvane::fields

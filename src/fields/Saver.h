@@ -1,0 +1,30 @@
+// Writes what a window's controls hold.
+#pragma once
+
+#include "fields/Context.h"
+#include "fields/Fields.h"
+#include "fields/SavePlan.h"
+
+namespace korvane::fields {
+
+// A save converts and writes cell by cell and never reads back; with the port closed it does all the same and nothing
+// goes out. Another one may be started in its pauses.
+class Saver {
+public:
+    // `fields` has a row for each step of the plans.
+    Saver(const Context& context, const Fields& fields) : context_(context), fields_(fields) {}
+
+    // What does not fit its target ends the save with one message and false; what went out before stays so, and the
+    // poll runs again.
+    bool run(const SavePlan& plan);
+
+private:
+    void write(const SavePlan& plan);
+    void write(const SavePlan& plan, const SaveStep& step);
+    void writeValue(int address, std::int32_t value, Width width);
+
+    Context context_;
+    const Fields& fields_;
+};
+
+}  // namespace korvane::fields

@@ -1,0 +1,85 @@
+// What holds for any plan: depth, the poll, the bars, and a window that goes away.
+#include "LimiterBench.h"
+#include "fields/PollStop.h"
+
+namespace korvane::fields {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+constexpr std::array kTwo{one(&A::NTC1_OFF), one(&A::NTC2_OFF)};
+
+class ReaderTest : public LimiterBench {
+protected:
+    controls::ProgressBar bar_{window_, "bar"};
+};
+
+TEST_F(ReaderTest, ReadsInsideReadsEndAtEight) {
+    Reader reader(context_, {kTwo, 10});
+    const std::function<void()> again = [&] { reader.run(again); };
+    reader.run(again);
+    EXPECT_THAT(line_.sent(), SizeIs(8 * 2));
+}
+
+TEST_F(ReaderTest, AWindowThatGoesEndsTheRead) {
+    virtual_.at(5, [&] { window_.unload(); });
+    Reader(context_, {kTwo, 10}).run();
+    EXPECT_THAT(line_.sent(), SizeIs(1));
+}
+
+TEST_F(ReaderTest, ThePollStandsStillWithItsOwnInterval) {
+    auto& poll = context_.poll;
+    poll.Interval = 200;
+    poll.Enabled = true;
+    bool seen = false;
+    virtual_.at(5, [&] {
+        seen = true;
+        EXPECT_FALSE(poll.Enabled);
+        EXPECT_EQ(poll.Interval.get(), 500);
+    });
+    Reader(context_, {kTwo, 10, {}, 500}).run();
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(poll.Enabled);
+    EXPECT_EQ(poll.Interval.get(), 200);
+}
+
+TEST_F(ReaderTest, BarsCountTheReadsAndHideBehindThem) {
+    std::vector<int> values;
+    for (const int ms : {5, 15}) {
+        virtual_.at(ms, [&] {
+            EXPECT_TRUE(bar_.Visible);
+            EXPECT_EQ(bar_.Max.get(), 2);
+            values.push_back(bar_.Value);
+        });
+    }
+    Reader(context_, {kTwo, 10}, {&bar_}).run();
+    EXPECT_THAT(values, ElementsAre(0, 1));
+    EXPECT_FALSE(bar_.Visible);
+}
+
+// One read inside another, on the same bar: the inner one runs from 0 to 2, then the outer one has its 1 back.
+TEST_F(ReaderTest, AnInnerReadGivesTheBarBack) {
+    Reader reader(context_, {kTwo, 10}, {&bar_});
+    int value = -1;
+    virtual_.at(15, [&] {
+        reader.run();
+        value = bar_.Value;
+    });
+    reader.run();
+    EXPECT_EQ(value, 1);
+    EXPECT_FALSE(bar_.Visible);
+}
+
+TEST_F(ReaderTest, ASaveStopsThePollWhereItsPlanSaysSo) {
+    static constexpr std::array steps{SaveStep{&A::LAUNCH_DELAY_OFF, k50}};
+    for (const bool stops : {true, false}) {
+        context_.poll.Enabled = true;
+        virtual_.at(static_cast<int>(now()) + 25, [&] { EXPECT_EQ(context_.poll.Enabled.get(), !stops); });
+        saver_.run({steps, stops});
+        EXPECT_TRUE(context_.poll.Enabled);
+    }
+}
+
+}  // namespace
+}  // namespace korvane::fields
