@@ -65,6 +65,10 @@ bool Window::unload() {
     if (!loaded_) {
         return true;
     }
+    if (hidesOnClose_) {
+        Visible = false;
+        return false;
+    }
     bool goes = true;
     enter(name_, [&] { goes = Form_Unload(); });
     if (goes && loaded_) {
@@ -72,8 +76,16 @@ bool Window::unload() {
         Visible = false;
         active_ = nullptr;
         machine_.windows.remove(*this);
+        if (Unloaded) {
+            Unloaded();
+        }
     }
     return goes;
+}
+
+void Window::leave() {
+    hidesOnClose_ = false;
+    static_cast<void>(unload());
 }
 
 void Window::resize(int width, int height) {

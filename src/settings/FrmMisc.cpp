@@ -45,6 +45,7 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       fullRead_(context_),
       saveGroups_(context_),
       parameterTools_(*this, tables, eeprom) {
+    hideOnClose();
     tbsOptions.Click = [this] { tbsOptions_Click(); };
     btnLoad.Click = [this] { fullRead_.run(); };
     btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };
@@ -97,18 +98,6 @@ void FrmMisc::enable(controls::ControlArray<controls::TextBox>& boxes, int bit) 
     for (auto& box : boxes) {
         box.Enabled = offered;
     }
-}
-
-bool FrmMisc::Form_Unload() {
-    if (!leaves_) {
-        Visible = false;
-    }
-    return leaves_;
-}
-
-void FrmMisc::leave() {
-    leaves_ = true;
-    static_cast<void>(unload());
 }
 
 void FrmMisc::tbsOptions_Click() {

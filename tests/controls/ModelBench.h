@@ -20,6 +20,7 @@ namespace korvane::controls {
 class NotingWindow : public Window {
 public:
     using Window::Window;
+    using Window::hideOnClose;
 
     void Form_KeyDown(int keyCode, int shift) override {
         events.push_back("form " + std::to_string(keyCode) + " " + std::to_string(shift));
