@@ -123,6 +123,17 @@ void Window::add(Control& control) {
     controls_.push_back(&control);
 }
 
+void Window::arrange(std::span<const std::string_view> names) {
+    using Placed = std::pair<std::ptrdiff_t, Control*>;
+    std::vector<Placed> placed;
+    for (auto* control : controls_) {
+        placed.emplace_back(std::find(names.begin(), names.end(), control->name()) - names.begin(), control);
+    }
+    std::stable_sort(placed.begin(), placed.end(),
+                     [](const Placed& one, const Placed& other) { return one.first < other.first; });
+    std::transform(placed.begin(), placed.end(), controls_.begin(), [](const Placed& each) { return each.second; });
+}
+
 void Window::remove(Control& control) {
     if (active_ == &control) {
         active_ = nullptr;

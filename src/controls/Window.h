@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,6 +86,9 @@ public:
 
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
     [[nodiscard]] const void* focusProperty() const { return &active_; }
+
+    // Puts the controls into the order of their names in the list; those that it leaves out follow.
+    void arrange(std::span<const std::string_view> names);
 
     void add(Control& control);
     void remove(Control& control);

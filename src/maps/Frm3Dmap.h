@@ -15,8 +15,8 @@ inline constexpr std::int32_t kFuelTable = 1;
 inline constexpr std::int32_t kIgnitionTable = 2;
 inline constexpr std::int32_t kPwmTable = 3;
 
-// Loaded hidden at the program's start, one for the whole run: its close box hides it. Refreshes only once it has been opened: while its Tag is
-// empty Update3D does nothing.
+// Loaded hidden at the program's start, one for the whole run: its close box hides it. Refreshes only once it has been
+// opened: while its Tag is empty Update3D does nothing.
 class Frm3Dmap : public controls::Window {
 public:
     Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables);

@@ -1,3 +1,4 @@
+#include <array>
 #include <gmock/gmock.h>
 
 #include "ModelBench.h"
@@ -65,6 +66,14 @@ TEST_F(WindowTest, OneThatHidesStaysLoadedUntilItLeaves) {
     window_.leave();
     EXPECT_FALSE(window_.isLoaded());
     EXPECT_THAT(window_.events, ElementsAre("load", "unload"));
+}
+
+TEST_F(WindowTest, ArrangesItsControlsByNameAndKeepsTheRestBehind) {
+    TextBox other(window_, "txtOther");
+    ControlArray<TextBox> boxes(window_, "txtBox", 2);
+    TextBox first(window_, "txtFirst");
+    window_.arrange(std::array<std::string_view, 3>{"txtFirst", "txtMissing", "txtBox"});
+    EXPECT_THAT(window_.controls(), ElementsAre(&first, &boxes(0), &boxes(1), &other));
 }
 
 TEST_F(WindowTest, ItsOwnerLearnsWhenItHasBeenUnloaded) {
