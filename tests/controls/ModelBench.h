@@ -19,8 +19,8 @@ namespace korvane::controls {
 
 class NotingWindow : public Window {
 public:
-    using Window::Window;
     using Window::hideOnClose;
+    using Window::Window;
 
     void Form_KeyDown(int keyCode, int shift) override {
         events.push_back("form " + std::to_string(keyCode) + " " + std::to_string(shift));
