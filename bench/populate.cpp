@@ -10,7 +10,7 @@
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/MapConversions.h"
-#include "maps/MapDisplay.h"
+#include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 
 namespace {
@@ -51,8 +51,20 @@ public:
     void ClearTables() override {}
 };
 
+class Grids : public maps::MapForm {
+public:
+    Grids(platform::Machine& machine, const maps::MapContext& context, maps::MapGeometry shape)
+        : MapForm(
+              machine, context,
+              {{"frmMaps", ""}, shape, &maps::ordinaryInjectionScale, maps::Halves::One, maps::Pointing::Keys, ""}) {}
+
+protected:
+    void Form_Load() override {}
+    void showAnalyserPane(bool) override {}
+};
+
 struct Rig {
-    explicit Rig(maps::MapGeometry shape) : window(machine.machine, "frmMaps", "", shape) {
+    explicit Rig(maps::MapGeometry shape) : window(machine.machine, context, shape) {
         core::InitModule(tables, machine.preferences);
         core::InitTimeUnits(tables);
         core::checked(tables.EEParams, tables.addresses.INJ_MODE_OFFSET).value = std::uint8_t{2};
@@ -70,8 +82,7 @@ struct Rig {
     maps::Frm3Dmap frm3Dmap{machine.machine, tables};
     maps::FrmInjScale frmInjScale{machine.machine, tables};
     maps::MapContext context{tables, main, analyser, frm3Dmap, frmInjScale};
-    maps::MapControls window;
-    maps::MapDisplay display{window, context, &maps::ordinaryInjectionScale};
+    Grids window;
 };
 
 template <class Step>
@@ -90,7 +101,7 @@ void PopulateFuel(benchmark::State& state) {
     Rig rig(state.range(0) == 160 ? maps::kOrdinaryMaps : maps::kLargeMaps);
     measure(state, [&] {
         ++rig.tables.FuelMapOut[17];
-        rig.display.populateFuelOUT();
+        rig.window.populateFuelOUT();
     });
 }
 
@@ -98,7 +109,7 @@ void PopulateIgnition(benchmark::State& state) {
     Rig rig(state.range(0) == 160 ? maps::kOrdinaryMaps : maps::kLargeMaps);
     measure(state, [&] {
         ++rig.tables.IgnMapOut[17];
-        rig.display.populateIGNOUT();
+        rig.window.populateIGNOUT();
     });
 }
 
@@ -106,7 +117,7 @@ void PopulatePwm(benchmark::State& state) {
     Rig rig(state.range(0) == 160 ? maps::kOrdinaryMaps : maps::kLargeMaps);
     measure(state, [&] {
         ++rig.tables.PwmMapOut[17];
-        rig.display.populatePWMOUT();
+        rig.window.populatePWMOUT();
     });
 }
 

@@ -65,6 +65,10 @@ bool Window::unload() {
     if (!loaded_) {
         return true;
     }
+    if (hidesOnClose_) {
+        Visible = false;
+        return false;
+    }
     bool goes = true;
     enter(name_, [&] { goes = Form_Unload(); });
     if (goes && loaded_) {
@@ -72,8 +76,16 @@ bool Window::unload() {
         Visible = false;
         active_ = nullptr;
         machine_.windows.remove(*this);
+        if (Unloaded) {
+            Unloaded();
+        }
     }
     return goes;
+}
+
+void Window::leave() {
+    hidesOnClose_ = false;
+    static_cast<void>(unload());
 }
 
 void Window::resize(int width, int height) {
@@ -109,6 +121,17 @@ std::vector<std::span<const PropertyInfo>> Window::propertyTables() const {
 
 void Window::add(Control& control) {
     controls_.push_back(&control);
+}
+
+void Window::arrange(std::span<const std::string_view> names) {
+    using Placed = std::pair<std::ptrdiff_t, Control*>;
+    std::vector<Placed> placed;
+    for (auto* control : controls_) {
+        placed.emplace_back(std::find(names.begin(), names.end(), control->name()) - names.begin(), control);
+    }
+    std::stable_sort(placed.begin(), placed.end(),
+                     [](const Placed& one, const Placed& other) { return one.first < other.first; });
+    std::transform(placed.begin(), placed.end(), controls_.begin(), [](const Placed& each) { return each.second; });
 }
 
 void Window::remove(Control& control) {

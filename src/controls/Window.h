@@ -2,6 +2,8 @@
 #pragma once
 
 #include <exception>
+#include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,8 +41,13 @@ public:
     [[nodiscard]] const void* shownProperty() const { return &loaded_; }
     [[nodiscard]] bool isLoaded() const { return loaded_; }
 
-    // The close box, or the program's own unload. Returns false if the window stays: its unload event may refuse.
+    // The close box, or the program's own unload. Returns false if the window stays: its unload event may refuse, or it
+    // is one that hides instead.
     bool unload();
+    // Unloads also a window that hides on its close box: the program ends.
+    void leave();
+    // For the owner: the window has been unloaded. Handlers of it may still run.
+    std::function<void()> Unloaded;
 
     // The user drags the window to a new size, in twips.
     void resize(int width, int height);
@@ -80,6 +87,9 @@ public:
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
     [[nodiscard]] const void* focusProperty() const { return &active_; }
 
+    // Puts the controls into the order of their names in the list; those that it leaves out follow.
+    void arrange(std::span<const std::string_view> names);
+
     void add(Control& control);
     void remove(Control& control);
 
@@ -88,6 +98,8 @@ protected:
     // False refuses to go.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}
+    // For a window that is one for the whole run: its close box hides it, and no unload event comes.
+    void hideOnClose() { hidesOnClose_ = true; }
 
 private:
     void logFailure(std::string_view what, const std::exception& error);
@@ -98,6 +110,7 @@ private:
     Control* active_ = nullptr;
     int depth_ = 0;
     bool loaded_ = false;
+    bool hidesOnClose_ = false;
 };
 
 // The loaded windows, in order of loading.

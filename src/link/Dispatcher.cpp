@@ -23,11 +23,14 @@ constexpr int kFlashMilliseconds = 100;
 constexpr int kIdentityPause = 300;
 constexpr std::size_t kCaptionWidth = 30;
 
-MapWindow& open(MapWindow* window) {
-    if (window == nullptr) {
+// A window that has not got the part fails as one that is not open.
+template <class Part>
+Part& part(MapWindow* window) {
+    auto* const found = partOf<Part>(window);
+    if (found == nullptr) {
         throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
     }
-    return *window;
+    return *found;
 }
 
 // The first `count` characters of a UTF-8 text.
@@ -111,10 +114,10 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
         windows_.frmMisc->UpdateReadEE(value, address, is16);
     }
     if (tables_.ignWindowOpen) {
-        open(windows_.frmMaps_QV_ign).UpdateReadEE(value, address, is16);
+        part<EepromPart>(windows_.frmMaps_QV_ign).UpdateReadEE(value, address, is16);
     }
-    if (is16 && windows_.curMapWindow != nullptr) {
-        windows_.curMapWindow->UpdateReadEE(value, address, true);
+    if (auto* const limits = partOf<EepromPart>(windows_.curMapWindow); is16 && limits != nullptr) {
+        limits->UpdateReadEE(value, address, true);
     }
     if (windows_.frmMisc != nullptr) {
         windows_.frmMisc->setTextArvo(core::numberText(value).view());
@@ -123,14 +126,14 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 
 void Dispatcher::fuelFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
-    mapWindow().populateFuel();
+    part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     requestSecondHalf(245);
     setMapCaption("Received 50% Fuel map ");
 }
 
 void Dispatcher::fuelSecondHalf(Payload payload) {
     fillHalf(payload, kHalf, tables_.FuelMapIn, tables_.FuelMapOut);
-    mapWindow().populateFuel();
+    part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     setMapCaption("Received 100% Fuel map ");
 }
 
@@ -146,9 +149,9 @@ void Dispatcher::ignitionSecondHalf(Payload payload) {
 }
 
 void Dispatcher::showIgnitionMap() {
-    auto& window = replyWindow();
-    window.populateIGN();
-    window.setCaption("Received Ignition map " + timeText());
+    MapWindow* const window = replyWindow();
+    part<IgnitionMapPart>(window).populateIGN();
+    window->setCaption("Received Ignition map " + timeText());
 }
 
 void Dispatcher::requestSecondHalf(std::uint8_t command) {
@@ -199,7 +202,7 @@ void Dispatcher::miscBlock(Payload payload) {
     for (int i = 0; i < 9; ++i) {
         checked(tables_.MiscBlock, i + 1) = checked(payload, i);
     }
-    replyWindow().LoadMisc(false);
+    part<MiscPart>(replyWindow()).LoadMisc(false);
 }
 
 void Dispatcher::pwmCell(Payload payload) {
@@ -207,7 +210,7 @@ void Dispatcher::pwmCell(Payload payload) {
     const std::uint8_t value = checked(payload, 1);
     checked(tables_.PwmMapIn, cell) = value;
     checked(tables_.PwmMapOut, cell) = value;
-    mapWindow().populatePWMOUT();
+    part<PwmMapPart>(windows_.curMapWindow).populatePWMOUT();
 }
 
 void Dispatcher::settingsBlock(Payload payload) {
@@ -257,16 +260,12 @@ void Dispatcher::ignitionDebug(Payload payload) {
     }
 }
 
-MapWindow& Dispatcher::mapWindow() const {
-    return open(windows_.curMapWindow);
-}
-
-MapWindow& Dispatcher::replyWindow() const {
-    return open(tables_.ignWindowOpen ? windows_.frmMaps_QV_ign : windows_.curMapWindow);
+MapWindow* Dispatcher::replyWindow() const {
+    return tables_.ignWindowOpen ? windows_.frmMaps_QV_ign : windows_.curMapWindow;
 }
 
 void Dispatcher::setMapCaption(std::string_view text) {
-    mapWindow().setCaption(std::string(text) + timeText());
+    part<MapWindow>(windows_.curMapWindow).setCaption(std::string(text) + timeText());
 }
 
 std::string Dispatcher::timeText() const {

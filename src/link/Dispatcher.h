@@ -47,8 +47,7 @@ private:
     void identity(Payload payload) override;
     void ignitionDebug(Payload payload) override;
 
-    MapWindow& mapWindow() const;
-    MapWindow& replyWindow() const;
+    MapWindow* replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();
     void showEepromValue(std::int32_t value, int address, bool is16);

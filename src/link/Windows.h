@@ -8,19 +8,55 @@
 
 namespace korvane::link {
 
-// The open map window, whichever it is.
+// A map window, whichever it is. What else it takes it says by the parts that it implements beside this.
 class MapWindow {
 public:
     virtual ~MapWindow() = default;
 
     virtual void setCaption(std::string_view caption) = 0;
+};
+
+class FuelMapPart {
+public:
+    virtual ~FuelMapPart() = default;
     virtual void populateFuel() = 0;
+};
+
+class IgnitionMapPart {
+public:
+    virtual ~IgnitionMapPart() = default;
     virtual void populateIGN() = 0;
+};
+
+class PwmMapPart {
+public:
+    virtual ~PwmMapPart() = default;
     virtual void populatePWMOUT() = 0;
+};
+
+class MiscPart {
+public:
+    virtual ~MiscPart() = default;
     virtual void LoadMisc(bool skipTimer) = 0;
+};
+
+class EepromPart {
+public:
+    virtual ~EepromPart() = default;
     virtual void UpdateReadEE(std::int32_t value, int addr, bool is16) = 0;
+};
+
+class EnginePlacePart {
+public:
+    virtual ~EnginePlacePart() = default;
     virtual void updateMapPlace() = 0;
 };
+
+// Null for a window that has not got the part, and for none at all.
+template <class Part>
+[[nodiscard]] Part* partOf(MapWindow* window) {
+    return dynamic_cast<Part*>(window);
+}
 
 // The settings window, one for the whole run.
 class SettingsWindow {

@@ -149,8 +149,8 @@ void LiveUpdate::updateData_new() {
     }
     frameCounter_ = frameCounter_ >= kLastFrameCount ? 0 : frameCounter_ + 1;
     skippingErrors([&] { feedAnalyser(); });
-    if (windows_.curMapWindow != nullptr) {
-        skippingErrors([&] { windows_.curMapWindow->updateMapPlace(); });
+    if (auto* const place = link::partOf<link::EnginePlacePart>(windows_.curMapWindow)) {
+        skippingErrors([&] { place->updateMapPlace(); });
     }
 }
 

@@ -32,73 +32,114 @@ controls::Color colorOf(float proposal) {
 
 }  // namespace
 
-AnalyserPane::AnalyserPane(MapControls& window, const MapContext& context, std::function<void(bool)> showFrames)
-    : window_(window), context_(context), showFrames_(std::move(showFrames)) {
-    window_.chkInjAnal.Click = [this] { window_.chkInjAnal.Value == 1 ? begin() : end(); };
-    window_.chkUseTuningAgent.Click = [this] {
-        context_.analyser.setAgentEnable(window_.chkUseTuningAgent.Value == 1);
-    };
-    window_.chkSimplemode.Click = [this] { context_.analyser.setSimpleMode(window_.chkSimplemode.Value == 1); };
-    for (int cell = 0; cell < window_.analys.geometry.cells(); ++cell) {
-        window_.analys(cell).KeyDown = [this, cell](int keyCode, int) { keyDown(cell, keyCode); };
+AnalyserPane::AnalyserPane(PaneWindow& window, std::vector<controls::CommandButton*> resting)
+    : MapPane(window),
+      FrameInjAnalys(window, "FrameInjAnalys"),
+      analys(window, {"txtInjAnalys", "lblRpmIA", "lblMapIA"}, window.geometry, FrameInjAnalys),
+      chkInjAnal(window, "chkInjAnal"),
+      chkUseTuningAgent(window, "chkUseTuningAgent"),
+      chkSimplemode(window, "chkSimplemode"),
+      chkModifyInjSetpoint(window, "chkModifyInjSetpoint"),
+      imgAgentLed(window, "imgAgentLed"),
+      btnSaveLambdaSetpoint(window, "btnSaveLambdaSetpoint"),
+      btnloadLambdaSetpoint(window, "btnloadLambdaSetpoint"),
+      analyser_(window.context().analyser),
+      files_(window, analyser_),
+      resting_(std::move(resting)) {
+    describe();
+    connect();
+}
+
+void AnalyserPane::describe() {
+    FrameInjAnalys.Caption = "Injection analyser [lambda]";
+    chkInjAnal.Caption = "Show Injection analyser";
+    chkUseTuningAgent.Caption = "Use Tuning Agent";
+    chkSimplemode.Caption = "Simple mode";
+    chkModifyInjSetpoint.Caption = "Modify lambda setpoints";
+    btnSaveLambdaSetpoint.Caption = "Save Lambda";
+    btnloadLambdaSetpoint.Caption = "Load Lambda";
+    imgAgentLed.Shown = controls::Picture::Grey;
+    showBoxes(false);
+    enableFiles(false);
+}
+
+void AnalyserPane::connect() {
+    chkInjAnal.Click = [this] { chkInjAnal.Value == 1 ? begin() : end(); };
+    chkUseTuningAgent.Click = [this] { analyser_.setAgentEnable(chkUseTuningAgent.Value == 1); };
+    chkSimplemode.Click = [this] { analyser_.setSimpleMode(chkSimplemode.Value == 1); };
+    btnSaveLambdaSetpoint.Click = [this] { files_.save(); };
+    btnloadLambdaSetpoint.Click = [this] { files_.load(); };
+    for (int cell = 0; cell < analys.geometry.cells(); ++cell) {
+        analys(cell).KeyDown = [this, cell](int keyCode, int) { keyDown(cell, keyCode); };
+    }
+}
+
+void AnalyserPane::loadPane(std::int32_t) {
+    analys.place();
+    fillTargets();
+}
+
+void AnalyserPane::tickPane() {
+    if (chkInjAnal.Value == 1) {
+        paint();
     }
 }
 
 void AnalyserPane::fillTargets() {
-    for (auto& cell : window_.analys.cells) {
+    for (auto& cell : analys.cells) {
         cell.Text = kDefaultTarget;
         cell.ToolTipText = kDefaultTarget;
     }
 }
 
 void AnalyserPane::begin() {
-    context_.analyser.ClearTables();
-    showFrames_(true);
+    analyser_.ClearTables();
+    showAnalyserPane(true);
     enableMapButtons(false);
     showBoxes(true);
-    window_.imgAgentLed.Shown = controls::Picture::Grey;
-    window_.imgAgentLed.Left = kLampPlace;
-    window_.imgAgentLed.Top = kLampPlace;
-    context_.analyser.setLogData(true);
+    imgAgentLed.Shown = controls::Picture::Grey;
+    imgAgentLed.Left = kLampPlace;
+    imgAgentLed.Top = kLampPlace;
+    analyser_.setLogData(true);
     enableFiles(true);
 }
 
 void AnalyserPane::end() {
-    showFrames_(false);
+    showAnalyserPane(false);
     enableMapButtons(true);
     showBoxes(false);
-    window_.chkUseTuningAgent.Value = 0;
-    context_.analyser.setAgentEnable(false);
-    context_.analyser.setLogData(false);
+    chkUseTuningAgent.Value = 0;
+    analyser_.setAgentEnable(false);
+    analyser_.setLogData(false);
     enableFiles(false);
 }
 
 void AnalyserPane::showBoxes(bool shown) {
-    window_.chkModifyInjSetpoint.Visible = shown;
-    window_.chkUseTuningAgent.Visible = shown;
-    window_.chkSimplemode.Visible = shown;
-    window_.imgAgentLed.Visible = shown;
+    chkModifyInjSetpoint.Visible = shown;
+    chkUseTuningAgent.Visible = shown;
+    chkSimplemode.Visible = shown;
+    imgAgentLed.Visible = shown;
 }
 
-// When the analyser goes all four come back, also what the ECU does not offer.
+// When the analyser goes all come back, also what the ECU does not offer.
 void AnalyserPane::enableMapButtons(bool enabled) {
-    for (auto* button : {&window_.btnReadIgn, &window_.btnWriteIgn, &window_.btnReadPWM, &window_.btnSavePWM}) {
+    for (auto* button : resting_) {
         button->Enabled = enabled;
     }
 }
 
 void AnalyserPane::enableFiles(bool enabled) {
-    window_.btnloadLambdaSetpoint.Enabled = enabled;
-    window_.btnSaveLambdaSetpoint.Enabled = enabled;
+    btnloadLambdaSetpoint.Enabled = enabled;
+    btnSaveLambdaSetpoint.Enabled = enabled;
 }
 
 void AnalyserPane::paint() {
-    const bool targets = window_.chkModifyInjSetpoint.Value == 1;
-    for (int cell = 0; cell < window_.analys.geometry.cells(); ++cell) {
+    const bool targets = chkModifyInjSetpoint.Value == 1;
+    for (int cell = 0; cell < analys.geometry.cells(); ++cell) {
         if (targets) {
-            showTarget(window_.analys(cell));
+            showTarget(analys(cell));
         } else {
-            showMean(window_.analys(cell), cell);
+            showMean(analys(cell), cell);
         }
     }
 }
@@ -110,28 +151,28 @@ void AnalyserPane::showTarget(controls::TextBox& box) {
 
 // A cell without samples stays white.
 void AnalyserPane::showMean(controls::TextBox& box, int cell) {
-    const double mean = static_cast<double>(std::floor(context_.analyser.LambdaAvg(cell) * 100.0F)) / 100.0;
+    const double mean = static_cast<double>(std::floor(analyser_.LambdaAvg(cell) * 100.0F)) / 100.0;
     box.Text = core::numberText(mean).view();
-    box.BackColor = mean == 0.0 ? controls::kWhite : colorOf(context_.analyser.Proposal(cell));
+    box.BackColor = mean == 0.0 ? controls::kWhite : colorOf(analyser_.Proposal(cell));
 }
 
 void AnalyserPane::keyDown(int cell, int keyCode) {
-    if (const auto next = window_.analys.beside(cell, keyCode)) {
-        window_.setFocus(&window_.analys(*next));
+    if (const auto next = analys.beside(cell, keyCode)) {
+        paneWindow().setFocus(&analys(*next));
     } else if (keyCode == controls::kKeyPlus || keyCode == controls::kKeyMinus) {
         stepTarget(cell, keyCode == controls::kKeyPlus);
     }
 }
 
 void AnalyserPane::stepTarget(int cell, bool up) {
-    auto& box = window_.analys(cell);
+    auto& box = analys(cell);
     const double old = core::val(box.ToolTipText.get());
     const double target = up ? (old >= kHighestTarget ? kHighestTarget : old + kTargetStep)
                              : (old <= kLowestTarget ? kLowestTarget : old - kTargetStep);
     const Unlocked unlocked(box);
     box.ToolTipText = core::numberText(target).view();
     box.Text = box.ToolTipText.get();
-    context_.analyser.Setpoint(static_cast<float>(target), cell);
+    analyser_.Setpoint(static_cast<float>(target), cell);
 }
 
 }  // namespace korvane::maps

@@ -1,25 +1,41 @@
-// The analyser's part of a map window: its boxes, and the grid of means and targets.
+// The analyser: its boxes, the grid of means and targets, and the files of targets.
 #pragma once
 
-#include <functional>
+#include <vector>
 
-#include "maps/MapContext.h"
-#include "maps/MapControls.h"
+#include "maps/MapPane.h"
+#include "maps/PaneWindow.h"
+#include "maps/SetpointFiles.h"
 
 namespace korvane::maps {
 
-// Sets the clicks of chkInjAnal, chkUseTuningAgent and chkSimplemode and the keys of txtInjAnalys.
-class AnalyserPane {
+class AnalyserPane : public MapPane {
 public:
-    // `showFrames` is how the window brings the analyser's frame into view (true) and puts the others back (false).
-    AnalyserPane(MapControls& window, const MapContext& context, std::function<void(bool)> showFrames);
+    // `resting` are the buttons that are disabled while the analyser shows.
+    AnalyserPane(PaneWindow& window, std::vector<controls::CommandButton*> resting);
+
+    controls::Frame FrameInjAnalys;
+    MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
+    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
+    controls::Image imgAgentLed;
+    controls::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
 
     // Every cell shows the default target.
     void fillTargets();
-    // Shows means by colour, or targets while they are modified; for the window's timer.
+    // Shows means by colour, or targets while they are modified.
     void paint();
 
+    [[nodiscard]] MapGrid* paneGrid() override { return &analys; }
+    void loadPane(std::int32_t features) override;
+    void tickPane() override;
+
+protected:
+    // Brings the analyser's frame into view, or puts the others back.
+    virtual void showAnalyserPane(bool shown) = 0;
+
 private:
+    void describe();
+    void connect();
     void begin();
     void end();
     void showBoxes(bool shown);
@@ -30,9 +46,9 @@ private:
     void keyDown(int cell, int keyCode);
     void stepTarget(int cell, bool up);
 
-    MapControls& window_;
-    const MapContext& context_;
-    std::function<void(bool)> showFrames_;
+    Analyser& analyser_;
+    SetpointFiles files_;
+    std::vector<controls::CommandButton*> resting_;
 };
 
 }  // namespace korvane::maps

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/Numbers.h"
-#include "maps/Selection.h"
 
 namespace korvane::maps {
 
@@ -39,12 +38,8 @@ std::uint8_t steppedWithOffset(std::uint8_t byte, double offset) {
 GridRules fuelRules(CountOffset offset) {
     GridRules rules;
     rules.image = &core::SharedTables::FuelMapOut;
-    rules.extend = &extendRectangle;
-    rules.paint = &paintRectangle;
-    rules.shiftOnlySelects = true;
-    rules.plainKeyWhitens = true;
-    rules.tellsSelection = true;
-    rules.mouseSelects = true;
+    rules.shape = BlockShape::Rectangle;
+    rules.pointing = Pointing::KeysAndMouse;
     rules.blockUp = [offset](std::uint8_t byte) {
         const auto counts = offset();
         return counts ? raisedWithOffset(byte, *counts) : raisedToTop(byte);
@@ -56,20 +51,17 @@ GridRules fuelRules(CountOffset offset) {
     return rules;
 }
 
-GridRules ignitionRules(bool mouse) {
+GridRules ignitionRules(Pointing pointing) {
     GridRules rules;
     rules.image = &core::SharedTables::IgnMapOut;
-    rules.extend = &extendRun;
-    rules.paint = &paintRun;
-    rules.focusClears = true;
-    rules.mouseSelects = mouse;
+    rules.pointing = pointing;
     rules.blockUp = &raisedToTop;
     rules.cellUp = &raisedToTop;
     return rules;
 }
 
 GridRules pwmRules() {
-    GridRules rules = ignitionRules(false);
+    GridRules rules = ignitionRules(Pointing::Keys);
     rules.image = &core::SharedTables::PwmMapOut;
     rules.cellUp = [](std::uint8_t byte) { return raised(byte, kHighestPwmStep); };
     return rules;

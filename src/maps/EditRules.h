@@ -18,8 +18,7 @@ namespace korvane::maps {
 using CountOffset = std::function<std::optional<double>()>;
 
 [[nodiscard]] GridRules fuelRules(CountOffset offset);
-// `mouse`: whether a block can be chosen with the mouse.
-[[nodiscard]] GridRules ignitionRules(bool mouse);
+[[nodiscard]] GridRules ignitionRules(Pointing pointing);
 [[nodiscard]] GridRules pwmRules();
 
 }  // namespace korvane::maps

@@ -28,6 +28,7 @@ const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t map
 
 Frm3Dmap::Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables)
     : Window(machine, "frm3Dmap"), tables_(tables) {
+    hideOnClose();
     Caption = "3D map";
     Command1.Caption = "update";
     Command1.Click = [this] { Update3D(kSameTable); };
@@ -83,18 +84,6 @@ void Frm3Dmap::open() {
     show();
     Tag = "VISIBLE";
     Update3D(kSameTable);
-}
-
-void Frm3Dmap::leave() {
-    leaves_ = true;
-    static_cast<void>(unload());
-}
-
-bool Frm3Dmap::Form_Unload() {
-    if (!leaves_) {
-        Visible = false;
-    }
-    return leaves_;
 }
 
 void Frm3Dmap::Form_Load() {

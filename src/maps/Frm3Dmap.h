@@ -15,8 +15,8 @@ inline constexpr std::int32_t kFuelTable = 1;
 inline constexpr std::int32_t kIgnitionTable = 2;
 inline constexpr std::int32_t kPwmTable = 3;
 
-// Loaded hidden at the program's start, one for the whole run. Refreshes only once it has been opened: while its Tag is
-// empty Update3D does nothing.
+// Loaded hidden at the program's start, one for the whole run: its close box hides it. Refreshes only once it has been
+// opened: while its Tag is empty Update3D does nothing.
 class Frm3Dmap : public controls::Window {
 public:
     Frm3Dmap(platform::Machine& machine, const core::SharedTables& tables);
@@ -32,12 +32,9 @@ public:
     [[nodiscard]] std::int32_t mapNumber() const { return mapNumber_; }
     // What btnShow3D does.
     void open();
-    // The program ends: the window is unloaded. The close box only hides it.
-    void leave();
 
 protected:
     void Form_Load() override;
-    bool Form_Unload() override;
     void Form_Resize() override;
 
 private:
@@ -49,7 +46,6 @@ private:
     std::int16_t columns_ = 0;
     std::int16_t rows_ = 0;
     std::int32_t mapNumber_ = 0;
-    bool leaves_ = false;
 };
 
 }  // namespace korvane::maps

@@ -6,12 +6,11 @@ namespace korvane::maps {
 namespace {
 
 constexpr MapVariant kVariant{
-    .name = "frmMaps",
-    .caption = "Korvane Tuner, Maps ",
+    .title = {"frmMaps", "Korvane Tuner, Maps "},
     .geometry = kOrdinaryMaps,
     .scale = &ordinaryInjectionScale,
     .halves = Halves::One,
-    .ignitionMouse = GridEditing::IgnitionMouse::No,
+    .ignitionPointing = Pointing::Keys,
     .traceCaption = "Trace map route",
 };
 

@@ -7,12 +7,11 @@ namespace korvane::maps {
 namespace {
 
 constexpr MapVariant kVariant{
-    .name = "frmMaps_Large",
-    .caption = "Korvane Tuner, Maps, Large ",
+    .title = {"frmMaps_Large", "Korvane Tuner, Maps, Large "},
     .geometry = kLargeMaps,
     .scale = &largeInjectionScale,
     .halves = Halves::Two,
-    .ignitionMouse = GridEditing::IgnitionMouse::Yes,
+    .ignitionPointing = Pointing::KeysAndMouse,
     .traceCaption = "Trace map",
 };
 

@@ -55,9 +55,21 @@ void GridEditor::connect(int index) {
     cell.GotFocus = [this, index] { gotFocus(index); };
     cell.LostFocus = [&cell] { cell.BackColor = controls::kWhite; };
     cell.KeyDown = [this, index](int keyCode, int shift) { keyDown(index, keyCode, shift); };
-    if (rules_.mouseSelects) {
+    if (mouseSelects()) {
         cell.KeyUp = [this, index](int keyCode, int shift) { keyUp(index, keyCode, shift); };
         cell.MouseUp = [this, index](int, int shift, double, double) { mouseUp(index, shift); };
+    }
+}
+
+bool GridEditor::extend(int cell) {
+    return isRun() ? extendRun(grid_, cell) : extendRectangle(grid_, cell);
+}
+
+void GridEditor::paint() {
+    if (isRun()) {
+        paintRun(grid_);
+    } else {
+        paintRectangle(grid_);
     }
 }
 
@@ -66,7 +78,7 @@ std::uint8_t& GridEditor::byteOf(int cell) {
 }
 
 void GridEditor::gotFocus(int index) {
-    if (rules_.focusClears) {
+    if (isRun()) {
         beforeFocus_ = {grid_.SelFirst, grid_.SelLast};
         if (!stepping_) {
             if (hasBlock(grid_)) {
@@ -74,7 +86,7 @@ void GridEditor::gotFocus(int index) {
             }
             forgetBlock(grid_);
         } else if (extendRunByStep(grid_, index)) {
-            rules_.paint(grid_);
+            paint();
         }
     }
     grid_(index).BackColor = controls::kYellow;
@@ -88,11 +100,11 @@ void GridEditor::keyUp(int index, int keyCode, int shift) {
 
 // With a mouse the focus comes before the button tells of Shift.
 void GridEditor::mouseUp(int index, int shift) {
-    if (shift == kShiftMask && rules_.focusClears && grid_.SelFirst == 0) {
+    if (shift == kShiftMask && isRun() && grid_.SelFirst == 0) {
         grid_.SelFirst = beforeFocus_.first;
         grid_.SelLast = beforeFocus_.last;
         if (hasBlock(grid_)) {
-            rules_.paint(grid_);
+            paint();
         }
     }
     keyDown(index, kMouseButton, shift);
@@ -115,17 +127,17 @@ void GridEditor::keyDown(int index, int keyCode, int shift) {
 }
 
 bool GridEditor::actOnBlock(int key, int shift) {
-    if (!hasBlock(grid_) || (rules_.shiftOnlySelects && shift == kShiftMask)) {
+    if (!hasBlock(grid_) || (!isRun() && shift == kShiftMask)) {
         return false;
     }
     if (blockCommand(key)) {
         rules_.redraw();
         return true;
     }
-    if (rules_.mouseSelects && key == kReleased && shift != kShiftMask) {
+    if (mouseSelects() && key == kReleased && shift != kShiftMask) {
         return true;
     }
-    if (rules_.plainKeyWhitens) {
+    if (!isRun()) {
         whitenAll(grid_);
     }
     return false;
@@ -170,18 +182,18 @@ void GridEditor::select(int index, int key, int shift) {
     if (shift == kShiftMask) {
         // The cell that a step reached ends the block already; it must not become its start when the next one leaves
         // it.
-        const bool reached = rules_.focusClears && movesOn(key) && hasBlock(grid_) && grid_.SelLast == index + 1;
-        if (!reached && rules_.extend(grid_, index)) {
-            rules_.paint(grid_);
+        const bool reached = isRun() && movesOn(key) && hasBlock(grid_) && grid_.SelLast == index + 1;
+        if (!reached && extend(index)) {
+            paint();
         }
-    } else if (key != kReleased || !rules_.mouseSelects) {
+    } else if (key != kReleased || !mouseSelects()) {
         forgetBlock(grid_);
     }
     tellSelection();
 }
 
 void GridEditor::tellSelection() {
-    if (rules_.tellsSelection) {
+    if (!isRun()) {
         window_.Caption = "alku " + core::textOf(grid_.SelFirst) + " Loppu " + core::textOf(grid_.SelLast) + " ";
     }
 }

@@ -11,19 +11,24 @@
 
 namespace korvane::maps {
 
+// The shape of a block and what goes with it.
+enum class BlockShape {
+    // All cells between two. Getting the focus ends the selection, unless a step with Shift brought it.
+    Run,
+    // The corner cells of a rectangle, told in the window's caption. With Shift no command acts on it; a key that is no
+    // command takes its colour at once.
+    Rectangle,
+};
+
+// By what a block is chosen. With the mouse the release of a key or a button extends it too; that of a key ends
+// nothing.
+enum class Pointing { Keys, KeysAndMouse };
+
 // What makes the editing of one grid differ from that of another.
 struct GridRules {
     core::MapImage core::SharedTables::*image = nullptr;  // what the keys change
-
-    // How a key pressed with Shift extends the selection, and how a block is painted.
-    bool (*extend)(MapGrid& grid, int cell) = nullptr;
-    void (*paint)(MapGrid& grid) = nullptr;
-
-    bool focusClears = false;       // getting the focus ends the selection, unless a step with Shift brought it
-    bool shiftOnlySelects = false;  // with Shift no block command acts
-    bool plainKeyWhitens = false;   // a key that is no command takes the colour from the selection at once
-    bool tellsSelection = false;    // in the window's caption
-    bool mouseSelects = false;      // the release of a key or a mouse button extends too; that of a key ends nothing
+    BlockShape shape = BlockShape::Run;
+    Pointing pointing = Pointing::Keys;
 
     // + on each cell of a block, and on a single cell.
     std::function<std::uint8_t(std::uint8_t)> blockUp;
@@ -50,6 +55,11 @@ private:
         std::int16_t first = 0;
         std::int16_t last = 0;
     };
+
+    [[nodiscard]] bool isRun() const { return rules_.shape == BlockShape::Run; }
+    [[nodiscard]] bool mouseSelects() const { return rules_.pointing == Pointing::KeysAndMouse; }
+    [[nodiscard]] bool extend(int cell);
+    void paint();
 
     void connect(int index);
     void keyUp(int index, int keyCode, int shift);

@@ -34,6 +34,16 @@ void MapLine::showWithTime(std::string_view caption) {
     show(std::string(caption) + core::timeText(window_.machine().pump.wallTime()));
 }
 
+void MapLine::request(std::uint8_t letter) {
+    showWithTime("Receiving data from Device...");
+    sendIfOpen({letter});
+}
+
+void MapLine::requestFirst(std::uint8_t letter) {
+    request(letter);
+    pump();
+}
+
 void MapLine::trapped(const std::function<void()>& handler) {
     try {
         handler();

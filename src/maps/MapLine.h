@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "controls/Controls.h"
 #include "maps/MapContext.h"
-#include "maps/MapControls.h"
 
 namespace korvane::maps {
 
@@ -19,7 +19,7 @@ namespace korvane::maps {
 
 class MapLine {
 public:
-    MapLine(MapControls& window, const MapContext& context) : window_(window), context_(context) {}
+    MapLine(controls::Window& window, const MapContext& context) : window_(window), context_(context) {}
 
     [[nodiscard]] bool isOpen() const { return context_.connection.MSComm1.PortOpen(); }
     // Whether all that was sent has left the machine.
@@ -41,13 +41,17 @@ public:
     void show(std::string_view caption) { window_.Caption = caption; }
     // With the time of day behind it.
     void showWithTime(std::string_view caption);
+    // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
+    void request(std::uint8_t letter);
+    // Among the first reads: events run behind it.
+    void requestFirst(std::uint8_t letter);
 
     // Runs a write handler. A failure ends it and shows its description as the caption; the poll timer stays as the
     // handler has left it.
     void trapped(const std::function<void()>& handler);
 
 private:
-    MapControls& window_;
+    controls::Window& window_;
     const MapContext& context_;
 };
 

@@ -1,5 +1,7 @@
 #include "maps/MapWriter.h"
 
+#include "maps/PaneWindow.h"
+
 namespace korvane::maps {
 
 namespace {
@@ -47,58 +49,55 @@ const MapWriter::Kind MapWriter::kIgnition{
     .done = "Ignition kartta lähetetty ja talletettu autoon",
 };
 
-MapWriter::MapWriter(MapControls& window, const MapContext& context, Halves halves)
-    : window_(window), context_(context), line_(window, context), halves_(halves) {
-    window_.btnWriteFuel.Click = [this] { write(kFuel); };
-    window_.btnWriteIgn.Click = [this] { write(kIgnition); };
-}
+MapWriter::MapWriter(PaneWindow& window, const Kind& kind, Halves halves)
+    : window_(window), tables_(window.context().tables), line_(window.line()), kind_(kind), halves_(halves) {}
 
-void MapWriter::write(const Kind& kind) {
-    line_.trapped([&] {
+void MapWriter::write() {
+    line_.trapped([this] {
         if (halves_ == Halves::Two) {
-            writeHalves(kind);
+            writeHalves();
         } else {
-            writeWhole(kind);
+            writeWhole();
         }
     });
 }
 
-void MapWriter::writeWhole(const Kind& kind) {
+void MapWriter::writeWhole() {
     Progress progress(window_.prgTransfer, kHalf);
     line_.stopPoll();
-    line_.show(kind.sending);
-    sendHalf(kind.firstLetter, kind, 0, progress);
-    if (kind.pollsBeforeCommit) {
+    line_.show(kind_.sending);
+    sendHalf(kind_.firstLetter, 0, progress);
+    if (kind_.pollsBeforeCommit) {
         line_.startPoll();
         line_.stopPoll();
     }
     line_.wait(kCommitPause);
-    line_.send({kind.commitLetter});
+    line_.send({kind_.commitLetter});
     line_.wait(kCommitPause);
     line_.startPoll();
-    line_.show(kind.done);
+    line_.show(kind_.done);
 }
 
 // The second half goes out also when the first was not acknowledged; only the commit depends on both.
-void MapWriter::writeHalves(const Kind& kind) {
+void MapWriter::writeHalves() {
     Progress progress(window_.prgTransfer, 2 * kHalf);
     line_.stopPoll();
-    line_.show(kind.sending);
-    context_.tables.*kind.acks = 0;
-    sendHalf(kind.firstLetter, kind, 0, progress);
-    static_cast<void>(acknowledged(kind, kFirstAck, kFirstAckTurns));
-    sendHalf(kind.secondLetter, kind, kHalf, progress);
-    if (acknowledged(kind, kBothAcks, kSecondAckTurns)) {
+    line_.show(kind_.sending);
+    tables_.*kind_.acks = 0;
+    sendHalf(kind_.firstLetter, 0, progress);
+    static_cast<void>(acknowledged(kFirstAck, kFirstAckTurns));
+    sendHalf(kind_.secondLetter, kHalf, progress);
+    if (acknowledged(kBothAcks, kSecondAckTurns)) {
         line_.stopPoll();
         line_.wait(kCommitPause);
-        line_.send({kind.commitLetter});
-        line_.show(kind.done);
+        line_.send({kind_.commitLetter});
+        line_.show(kind_.done);
     }
     line_.wait(kCommitPause);
     line_.startPoll();
 }
 
-void MapWriter::sendHalf(std::uint8_t letter, const Kind& kind, std::size_t first, Progress& progress) {
+void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, Progress& progress) {
     line_.send({letter});
     for (std::size_t cell = first; cell < first + kHalf;) {
         line_.pump();
@@ -106,7 +105,7 @@ void MapWriter::sendHalf(std::uint8_t letter, const Kind& kind, std::size_t firs
             line_.wait(kBytePause);
             continue;
         }
-        const std::uint8_t byte = (context_.tables.*kind.image)[cell++];
+        const std::uint8_t byte = (tables_.*kind_.image)[cell++];
         line_.wait(kBytePause);
         line_.send({byte});
         progress.step();
@@ -114,11 +113,11 @@ void MapWriter::sendHalf(std::uint8_t letter, const Kind& kind, std::size_t firs
     line_.send({complement(letter)});
 }
 
-bool MapWriter::acknowledged(const Kind& kind, int count, int turns) {
+bool MapWriter::acknowledged(int count, int turns) {
     for (int turn = 0; turn < turns; ++turn) {
         line_.pump();
         line_.wait(kAckPause);
-        if (context_.tables.*kind.acks == count) {
+        if (tables_.*kind_.acks == count) {
             return true;
         }
     }

@@ -1,4 +1,4 @@
-// Writes the fuel and the ignition map to the ECU.
+// Writes the fuel or the ignition map to the ECU.
 //
 //     opening letter, 160 bytes, complement of the letter    a whole map, or the first half of a large one
 //     second opening byte, 160 bytes, its complement         the second half
@@ -9,29 +9,33 @@
 
 namespace korvane::maps {
 
+class PaneWindow;
+
 // How many halves a map goes out in; two need an acknowledgement each.
 enum class Halves { One, Two };
 
-// Sets the clicks of btnWriteFuel and btnWriteIgn.
+// A write may begin again, and the window be closed or the cable pulled, while one waits.
 class MapWriter {
 public:
-    MapWriter(MapControls& window, const MapContext& context, Halves halves);
-
-private:
     struct Kind;
     static const Kind kFuel;
     static const Kind kIgnition;
 
-    void write(const Kind& kind);
-    void writeWhole(const Kind& kind);
-    void writeHalves(const Kind& kind);
-    void sendHalf(std::uint8_t letter, const Kind& kind, std::size_t first, Progress& progress);
-    // Whether the count of acknowledgements came to `count` within so many turns of 5 ms.
-    [[nodiscard]] bool acknowledged(const Kind& kind, int count, int turns);
+    MapWriter(PaneWindow& window, const Kind& kind, Halves halves);
 
-    MapControls& window_;
-    const MapContext& context_;
-    MapLine line_;
+    void write();
+
+private:
+    void writeWhole();
+    void writeHalves();
+    void sendHalf(std::uint8_t letter, std::size_t first, Progress& progress);
+    // Whether the count of acknowledgements came to `count` within so many turns of 5 ms.
+    [[nodiscard]] bool acknowledged(int count, int turns);
+
+    PaneWindow& window_;
+    core::SharedTables& tables_;
+    MapLine& line_;
+    const Kind& kind_;
     Halves halves_;
 };
 

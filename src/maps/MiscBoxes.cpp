@@ -1,7 +1,7 @@
 #include "maps/MiscBoxes.h"
 
 #include "core/Numbers.h"
-#include "maps/MapControls.h"
+#include "maps/MiscPane.h"
 
 namespace korvane::maps {
 

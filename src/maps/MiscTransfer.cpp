@@ -1,6 +1,7 @@
 #include "maps/MiscTransfer.h"
 
 #include "core/Numbers.h"
+#include "maps/MiscPane.h"
 
 namespace korvane::maps {
 
@@ -18,29 +19,28 @@ constexpr std::uint8_t kOpen2ms2 = 5;
 
 }  // namespace
 
-MiscTransfer::MiscTransfer(MapControls& window, const MapContext& context)
-    : window_(window), context_(context), line_(window, context) {
-    window_.btnSaveMisc.Click = [this] { line_.trapped([this] { save(); }); };
-    window_.TimeOutTimer.Tick = [this] { window_.timeOutCounter = core::toInt16(window_.timeOutCounter + 1); };
-}
+MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context)
+    : pane_(pane), line_(line), context_(context) {}
 
 void MiscTransfer::save() {
-    line_.stopPoll();
-    line_.wait(kPause);
-    sendBlock();
-    line_.wait(kPause);
-    line_.startPoll();
+    line_.trapped([this] {
+        line_.stopPoll();
+        line_.wait(kPause);
+        sendBlock();
+        line_.wait(kPause);
+        line_.startPoll();
+    });
 }
 
 void MiscTransfer::sendBlock() {
     const std::int32_t enabled = enableWord();
     line_.send({'M'});
-    sendWord(core::toInt16(core::val(window_.txtMisc(kRpmLimit).Text.get())));
-    sendWord(core::toInt16(core::val(window_.txtMisc(kRpmShift).Text.get())));
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
     sendWord(enabled);
-    line_.send({core::toByte(core::val(window_.txtMisc(kInjectionOffset).Text.get()))});
-    line_.send({core::toByte(core::val(window_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
-    line_.send({window_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
+    line_.send({core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get()))});
+    line_.send({core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
+    line_.send({pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
     line_.send({complement('M'), 'd'});
 }
 
@@ -51,8 +51,8 @@ void MiscTransfer::sendWord(std::int32_t value) {
 
 std::int32_t MiscTransfer::enableWord() {
     std::int32_t word = 0;
-    for (int bit = 0; bit < window_.CheckMisc.count(); ++bit) {
-        const bool ticked = window_.CheckMisc(bit).Value == 1;
+    for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
+        const bool ticked = pane_.CheckMisc(bit).Value == 1;
         if (ticked != (bit >= kFirstInvertedBit)) {
             word |= 1 << bit;
         }
@@ -62,14 +62,14 @@ std::int32_t MiscTransfer::enableWord() {
 
 void MiscTransfer::LoadMisc(bool skipTimer) {
     if (!skipTimer) {
-        window_.timeOutCounter = 0;
+        pane_.timeOutCounter = 0;
         line_.show("Getting data from Sarnex!");
         line_.stopPoll();
     }
     showBlock();
     line_.show("Misc datan haku onnistui");
-    window_.TimeOutTimer.Enabled = false;
-    window_.timeOutCounter = 0;
+    pane_.TimeOutTimer.Enabled = false;
+    pane_.timeOutCounter = 0;
     line_.block(kPause);
     line_.startPoll();
 }
@@ -82,20 +82,20 @@ void MiscTransfer::showMiscOfFile() {
 void MiscTransfer::showBlock() {
     const auto& block = context_.tables.MiscBlock;
     const auto word = [&](std::size_t low) { return block.at(low) + 256 * block.at(low + 1); };
-    window_.txtMisc(kRpmLimit).Text = core::numberText(static_cast<std::int16_t>(word(1))).view();
-    window_.txtMisc(kRpmShift).Text = core::numberText(static_cast<std::int16_t>(word(3))).view();
+    pane_.txtMisc(kRpmLimit).Text = core::numberText(static_cast<std::int16_t>(word(1))).view();
+    pane_.txtMisc(kRpmShift).Text = core::numberText(static_cast<std::int16_t>(word(3))).view();
     showEnableWord(word(5));
-    window_.txtMisc(kInjectionOffset).Text = core::numberText(block[7]).view();
-    window_.txtMisc(kIgnitionOffset).Text = core::numberText((block[8] - kIgnitionZero) / kIgnitionSteps).view();
-    window_.txtMisc(kIgnitionOffset).ToolTipText = core::numberText(block[8]).view();
-    window_.optINJMaxOpen(0).Value = block[9] == kOpen4ms4;
-    window_.optINJMaxOpen(1).Value = block[9] == kOpen2ms2;
+    pane_.txtMisc(kInjectionOffset).Text = core::numberText(block[7]).view();
+    pane_.txtMisc(kIgnitionOffset).Text = core::numberText((block[8] - kIgnitionZero) / kIgnitionSteps).view();
+    pane_.txtMisc(kIgnitionOffset).ToolTipText = core::numberText(block[8]).view();
+    pane_.optINJMaxOpen(0).Value = block[9] == kOpen4ms4;
+    pane_.optINJMaxOpen(1).Value = block[9] == kOpen2ms2;
 }
 
 void MiscTransfer::showEnableWord(std::int32_t word) {
-    for (int bit = 0; bit < window_.CheckMisc.count(); ++bit) {
+    for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
         const bool set = (word & (1 << bit)) != 0;
-        window_.CheckMisc(bit).Value = set != (bit >= kFirstInvertedBit) ? 1 : 0;
+        pane_.CheckMisc(bit).Value = set != (bit >= kFirstInvertedBit) ? 1 : 0;
     }
 }
 

@@ -8,10 +8,13 @@
 
 namespace korvane::maps {
 
-// Sets the click of btnSaveMisc and the tick of TimeOutTimer.
+class MiscPane;
+
 class MiscTransfer {
 public:
-    MiscTransfer(MapControls& window, const MapContext& context);
+    MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context);
+
+    void save();
 
     // Brings MiscBlock onto the controls. False is how a reply of the ECU calls it: the poll stands still meanwhile.
     void LoadMisc(bool skipTimer);
@@ -19,16 +22,15 @@ public:
     void showMiscOfFile();
 
 private:
-    void save();
     void sendBlock();
     void sendWord(std::int32_t value);
     [[nodiscard]] std::int32_t enableWord();
     void showBlock();
     void showEnableWord(std::int32_t word);
 
-    MapControls& window_;
+    MiscPane& pane_;
+    MapLine& line_;
     const MapContext& context_;
-    MapLine line_;
 };
 
 }  // namespace korvane::maps

@@ -2,6 +2,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
+#include "maps/PaneWindow.h"
 
 namespace korvane::maps {
 
@@ -15,21 +16,17 @@ constexpr int kCellPause = 50;    // ms
 
 }  // namespace
 
-PwmTransfer::PwmTransfer(MapControls& window, const MapContext& context)
-    : window_(window), context_(context), line_(window, context) {
-    window_.btnReadPWM.Click = [this] { read(); };
-    window_.btnSavePWM.Click = [this] { line_.trapped([this] { save(); }); };
-}
+PwmTransfer::PwmTransfer(PaneWindow& window, MapGrid& grid) : window_(window), grid_(grid), line_(window.line()) {}
 
 void PwmTransfer::read() {
     line_.showWithTime("Receiving data from Device...");
     if (line_.isOpen()) {
-        request();
+        ask();
     }
     line_.showWithTime("PWM table Received ");
 }
 
-void PwmTransfer::request() {
+void PwmTransfer::ask() {
     line_.stopPoll();
     line_.wait(kQuietPause);
     line_.sendIfOpen({'p', 0, complement('p')});
@@ -38,6 +35,10 @@ void PwmTransfer::request() {
 }
 
 void PwmTransfer::save() {
+    line_.trapped([this] { send(); });
+}
+
+void PwmTransfer::send() {
     Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
     line_.stopPoll();
     line_.wait(kQuietPause);
@@ -55,12 +56,12 @@ void PwmTransfer::save() {
 
 // Cell and value go twice, so that the ECU can check them.
 void PwmTransfer::sendCell(int cell) {
-    const std::uint8_t value = core::checked(context_.tables.PwmMapOut, cell);
+    const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
     if (window_.isFormLoaded) {
         const auto index = static_cast<std::uint8_t>(cell);
         line_.sendIfOpen({'P', index, index, value, value, complement('P')});
     }
-    window_.pwm(cell).ToolTipText = core::numberText(value).view();
+    grid_(cell).ToolTipText = core::numberText(value).view();
 }
 
 }  // namespace korvane::maps

@@ -1,27 +1,31 @@
 // Reads the PWM table from the ECU and sends it, cell by cell.
 #pragma once
 
+#include "maps/MapGrid.h"
 #include "maps/MapLine.h"
 
 namespace korvane::maps {
 
-// Sets the clicks of btnReadPWM and btnSavePWM.
+class PaneWindow;
+
 class PwmTransfer {
 public:
-    PwmTransfer(MapControls& window, const MapContext& context);
+    // `grid` shows the bytes as they go out, as tool-tips.
+    PwmTransfer(PaneWindow& window, MapGrid& grid);
 
-    // What btnReadPWM does. The caption speaks of the end at once; the cells come later, at the dispatcher's pace.
-    // With the port closed nothing else happens.
+    // The caption speaks of the end at once; the cells come later, at the dispatcher's pace. With the port closed
+    // nothing else happens.
     void read();
+    void save();
 
 private:
-    void request();
-    void save();
+    void ask();
+    void send();
     void sendCell(int cell);
 
-    MapControls& window_;
-    const MapContext& context_;
-    MapLine line_;
+    PaneWindow& window_;
+    MapGrid& grid_;
+    MapLine& line_;
 };
 
 }  // namespace korvane::maps

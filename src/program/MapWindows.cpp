@@ -1,7 +1,7 @@
 #include "program/MapWindows.h"
 
-#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "core/Module1.h"
 #include "platform/Dialogs.h"
@@ -10,8 +10,6 @@ namespace korvane::program {
 
 namespace {
 
-constexpr platform::Micros kSweep = 100 * platform::kMicrosPerMilli;
-
 constexpr bool hasIgnitionOnly(std::int32_t swType) {
     return swType == 30 || swType == 32 || swType == 112;
 }
@@ -19,7 +17,7 @@ constexpr bool hasIgnitionOnly(std::int32_t swType) {
 }  // namespace
 
 MapWindows::MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows)
-    : machine_(machine), context_(context), windows_(windows), sweep_(machine.pump.makeAlarm([this] { sweep(); })) {}
+    : machine_(machine), context_(context), windows_(windows), shelf_(machine.pump) {}
 
 void MapWindows::open() {
     const auto swType = context_.tables.SWType;
@@ -51,10 +49,10 @@ void MapWindows::openLarge() {
 }
 
 void MapWindows::show(std::unique_ptr<maps::MapForm> window) {
-    auto& shown = *open_.emplace_back(std::move(window));
+    auto& shown = *window;
     shown.Closed = [this, &shown] { closed(shown); };
     windows_.curMapWindow = &shown;
-    shown.show();
+    shelf_.show(std::move(window));
 }
 
 void MapWindows::closed(maps::MapForm& window) {
@@ -64,25 +62,6 @@ void MapWindows::closed(maps::MapForm& window) {
     if (windows_.curMapWindow == &window) {
         windows_.curMapWindow = nullptr;
         context_.analyser.setMapWindow(nullptr);
-    }
-    const auto place = std::find_if(open_.begin(), open_.end(), [&](auto& each) { return each.get() == &window; });
-    if (place != open_.end()) {
-        closed_.push_back(std::move(*place));
-        open_.erase(place);
-    }
-    sweep_->callAt(machine_.pump.now() + kSweep);
-}
-
-void MapWindows::sweep() {
-    std::erase_if(closed_, [](const auto& window) { return !window->isBusy() && !window->isLoaded(); });
-    if (!closed_.empty()) {
-        sweep_->callAt(machine_.pump.now() + kSweep);
-    }
-}
-
-void MapWindows::unloadAll() {
-    while (!open_.empty()) {
-        static_cast<void>(open_.back()->unload());
     }
 }
 

@@ -2,18 +2,17 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
+#include "controls/WindowShelf.h"
 #include "link/Windows.h"
 #include "maps/MapContext.h"
 #include "maps/MapForm.h"
-#include "platform/EventPump.h"
 #include "platform/Machine.h"
 
 namespace korvane::program {
 
 // Each opening makes a window anew, so that it starts as designed; frmMaps is one at a time. The newest is the one that
-// the dispatcher, the live update and the analyser know. A closed window stays alive until no handler of it runs.
+// the dispatcher, the live update and the analyser know.
 class MapWindows {
 public:
     MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows);
@@ -21,7 +20,7 @@ public:
     // The window for the firmware type that the ECU has named.
     void open();
     void openLarge();
-    void unloadAll();
+    void unloadAll() { shelf_.unloadAll(); }
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     void populateFuelOUT();
@@ -30,15 +29,12 @@ private:
     void openOrdinary();
     void show(std::unique_ptr<maps::MapForm> window);
     void closed(maps::MapForm& window);
-    void sweep();
 
     platform::Machine& machine_;
     const maps::MapContext& context_;
     link::Windows& windows_;
-    std::vector<std::unique_ptr<maps::MapForm>> open_;  // the newest last
-    std::vector<std::unique_ptr<maps::MapForm>> closed_;
+    controls::WindowShelf shelf_;
     maps::MapForm* frmMaps_ = nullptr;
-    std::unique_ptr<platform::Alarm> sweep_;
 };
 
 }  // namespace korvane::program

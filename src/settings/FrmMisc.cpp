@@ -47,6 +47,7 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       fullRead_(context_),
       saver_(context_.fieldsContext(), fields_),
       parameterTools_(*this, tables, eeprom) {
+    hideOnClose();
     for (const SaveButton& each : saveButtons()) {
         (this->*each.button).Click = [this, &each] { saver_.run(each.plan); };
     }
@@ -102,18 +103,6 @@ void FrmMisc::enable(controls::ControlArray<controls::TextBox>& boxes, int bit) 
     for (auto& box : boxes) {
         box.Enabled = offered;
     }
-}
-
-bool FrmMisc::Form_Unload() {
-    if (!leaves_) {
-        Visible = false;
-    }
-    return leaves_;
-}
-
-void FrmMisc::leave() {
-    leaves_ = true;
-    static_cast<void>(unload());
 }
 
 void FrmMisc::tbsOptions_Click() {

@@ -38,12 +38,8 @@ public:
     // Ctrl+Tab goes to the next tab, and from the last one to the first.
     void Form_KeyDown(int keyCode, int shift) override;
 
-    // Unloads it, at the end of the program.
-    void leave();
-
 protected:
     void Form_Load() override;
-    bool Form_Unload() override;
 
 private:
     void place();
@@ -64,7 +60,6 @@ private:
     FullRead fullRead_;
     fields::Saver saver_;
     ParameterTools parameterTools_;
-    bool leaves_ = false;
 };
 
 }  // namespace korvane::settings

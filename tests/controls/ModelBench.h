@@ -19,6 +19,7 @@ namespace korvane::controls {
 
 class NotingWindow : public Window {
 public:
+    using Window::hideOnClose;
     using Window::Window;
 
     void Form_KeyDown(int keyCode, int shift) override {

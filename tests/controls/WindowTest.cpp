@@ -1,3 +1,4 @@
+#include <array>
 #include <gmock/gmock.h>
 
 #include "ModelBench.h"
@@ -53,6 +54,38 @@ TEST_F(WindowTest, MayRefuseToGo) {
     EXPECT_TRUE(window_.Visible);
     window_.refusesToGo = false;
     EXPECT_TRUE(window_.unload());
+}
+
+TEST_F(WindowTest, OneThatHidesStaysLoadedUntilItLeaves) {
+    window_.hideOnClose();
+    window_.show();
+    EXPECT_FALSE(window_.unload());
+    EXPECT_TRUE(window_.isLoaded());
+    EXPECT_FALSE(window_.Visible);
+    EXPECT_THAT(window_.events, ElementsAre("load"));
+    window_.leave();
+    EXPECT_FALSE(window_.isLoaded());
+    EXPECT_THAT(window_.events, ElementsAre("load", "unload"));
+}
+
+TEST_F(WindowTest, ArrangesItsControlsByNameAndKeepsTheRestBehind) {
+    TextBox other(window_, "txtOther");
+    ControlArray<TextBox> boxes(window_, "txtBox", 2);
+    TextBox first(window_, "txtFirst");
+    window_.arrange(std::array<std::string_view, 3>{"txtFirst", "txtMissing", "txtBox"});
+    EXPECT_THAT(window_.controls(), ElementsAre(&first, &boxes(0), &boxes(1), &other));
+}
+
+TEST_F(WindowTest, ItsOwnerLearnsWhenItHasBeenUnloaded) {
+    std::vector<bool> loaded;
+    window_.Unloaded = [&] { loaded.push_back(window_.isLoaded()); };
+    window_.show();
+    window_.refusesToGo = true;
+    EXPECT_FALSE(window_.unload());
+    EXPECT_THAT(loaded, IsEmpty());
+    window_.refusesToGo = false;
+    EXPECT_TRUE(window_.unload());
+    EXPECT_THAT(loaded, ElementsAre(false));
 }
 
 TEST_F(WindowTest, UnloadingOneThatIsNotLoadedDoesNothing) {

@@ -40,7 +40,13 @@ private:
     Journal& journal_;
 };
 
-class NotingMapWindow : public MapWindow {
+class NotingMapWindow : public MapWindow,
+                        public FuelMapPart,
+                        public IgnitionMapPart,
+                        public PwmMapPart,
+                        public MiscPart,
+                        public EepromPart,
+                        public EnginePlacePart {
 public:
     NotingMapWindow(Journal& journal, std::string name) : journal_(journal), name_(std::move(name)) {}
 

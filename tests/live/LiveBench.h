@@ -67,14 +67,9 @@ public:
     bool fails = false;
 };
 
-class NotingMap : public link::MapWindow {
+class NotingMap : public link::MapWindow, public link::EnginePlacePart {
 public:
     void setCaption(std::string_view) override {}
-    void populateFuel() override {}
-    void populateIGN() override {}
-    void populatePWMOUT() override {}
-    void LoadMisc(bool) override {}
-    void UpdateReadEE(std::int32_t, int, bool) override {}
     void updateMapPlace() override { ++places; }
 
     int places = 0;

@@ -29,11 +29,10 @@ public:
 
 class AnalyserPaneBench : public MapsBench {
 protected:
-    explicit AnalyserPaneBench(MapGeometry shape)
-        : window_(machine_.machine, "frmMaps", "Korvane Tuner, Maps ", shape),
-          pane_(window_, paneContext_, [this](bool shown) { journal().emplace_back(shown ? "frames" : "no frames"); }) {
+    explicit AnalyserPaneBench(MapGeometry shape) : window_(machine_.machine, paneContext_, shape) {
+        window_.showFrames = [this](bool shown) { journal().emplace_back(shown ? "frames" : "no frames"); };
         window_.show();
-        pane_.fillTargets();
+        window_.fillTargets();
     }
 
     // No key asks for a cell that does not exist.
@@ -48,7 +47,7 @@ protected:
     // The colour of a cell whose mean lies so far from its target.
     controls::Color colorOf(float proposal) {
         gathered(17, 12.5F, proposal);
-        pane_.paint();
+        window_.paint();
         return box(17).BackColor;
     }
     void key(int cell, int keyCode) {
@@ -76,8 +75,7 @@ protected:
 
     JournalAnalyser noting_;
     MapContext paneContext_{tables_, main_, noting_, frm3Dmap_, frmInjScale_};
-    MapControls window_;
-    AnalyserPane pane_;
+    BenchWindow window_;
 };
 
 class AnalyserPaneTest : public AnalyserPaneBench {
@@ -162,14 +160,14 @@ TEST_F(AnalyserPaneTest, TheAgentsBoxesPassOnTheirState) {
 TEST_F(AnalyserPaneTest, AMeanIsCutToHundredths) {
     gathered(17, 12.349F, 0.0F);
     gathered(18, 13.0F, 0.0F);
-    pane_.paint();
+    window_.paint();
     EXPECT_EQ(box(17).Text.get(), "12.34");
     EXPECT_EQ(box(18).Text.get(), "13");
 }
 
 TEST_F(AnalyserPaneTest, ACellWithoutSamplesIsWhite) {
     gathered(17, 0.0F, 2.0F);  // what a clear leaves behind
-    pane_.paint();
+    window_.paint();
     EXPECT_EQ(box(17).Text.get(), "0");
     EXPECT_EQ(box(17).BackColor.get(), controls::kWhite);
 }
@@ -202,7 +200,7 @@ TEST_F(AnalyserPaneTest, WhileTheyAreModifiedTargetsStandOnWhite) {
     EXPECT_NE(colorOf(1.0F), controls::kWhite);
     box(17).ToolTipText = "13.2";
     window_.chkModifyInjSetpoint.press();
-    pane_.paint();
+    window_.paint();
     EXPECT_EQ(box(17).Text.get(), "13.2");
     EXPECT_EQ(box(17).BackColor.get(), controls::kWhite);
     EXPECT_EQ(box(18).Text.get(), "12.5");
@@ -235,7 +233,7 @@ TEST_F(LargeAnalyserPaneTest, ArrowsKnowTheLargeGrid) {
 TEST_F(LargeAnalyserPaneTest, AllItsCellsAreFilledAndPainted) {
     EXPECT_EQ(box(319).ToolTipText.get(), "12.5");
     gathered(319, 12.5F, 0.0F);
-    pane_.paint();
+    window_.paint();
     EXPECT_EQ(box(319).BackColor.get(), 0x00FF17U);
 }
 

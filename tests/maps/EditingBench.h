@@ -5,8 +5,6 @@
 
 #include "MapsBench.h"
 #include "core/Checked.h"
-#include "maps/GridEditing.h"
-#include "maps/MapConversions.h"
 
 namespace korvane::maps {
 
@@ -16,10 +14,8 @@ inline constexpr int kControl = controls::kControlMask;
 
 class EditingBench : public MapsBench {
 protected:
-    EditingBench(MapGeometry shape, InjectionScale scale, GridEditing::IgnitionMouse mouse)
-        : window_(machine_.machine, "frmMaps", "Korvane Tuner, Maps ", shape),
-          display_(window_, context_, scale),
-          editing_(window_, context_, display_, mouse) {
+    EditingBench(MapGeometry shape, InjectionScale scale, Pointing pointing)
+        : window_(machine_.machine, context_, shape, scale, Halves::One, pointing) {
         setParameter(tables_.addresses.INJ_MODE_OFFSET, 2);
         window_.show();
     }
@@ -72,19 +68,17 @@ protected:
         return values;
     }
 
-    MapControls window_;
-    MapDisplay display_;
-    GridEditing editing_;
+    BenchWindow window_;
 };
 
 class GridEditingTest : public EditingBench {
 protected:
-    GridEditingTest() : EditingBench(kOrdinaryMaps, &ordinaryInjectionScale, GridEditing::IgnitionMouse::No) {}
+    GridEditingTest() : EditingBench(kOrdinaryMaps, &ordinaryInjectionScale, Pointing::Keys) {}
 };
 
 class LargeGridEditingTest : public EditingBench {
 protected:
-    LargeGridEditingTest() : EditingBench(kLargeMaps, &largeInjectionScale, GridEditing::IgnitionMouse::Yes) {}
+    LargeGridEditingTest() : EditingBench(kLargeMaps, &largeInjectionScale, Pointing::KeysAndMouse) {}
 };
 
 }  // namespace korvane::maps

@@ -120,9 +120,11 @@ TEST(Plus, InABlockStopsWhereTheOffsetMakes255) {
 
 TEST_F(GridEditingTest, ACellThatTheGridHasNotGotChangesNothing) {
     for (const int cell : {-1, 160, 320}) {
-        for (const auto& press : {&GridEditing::fuelKeyDown, &GridEditing::ignKeyDown, &GridEditing::pwmKeyDown}) {
+        using Press = void (BenchWindow::*)(int, int, int);
+        for (const Press press : std::initializer_list<Press>{&BenchWindow::fuelKeyDown, &BenchWindow::ignKeyDown,
+                                                              &BenchWindow::pwmKeyDown}) {
             try {
-                (editing_.*press)(cell, kKeyPlus, kNoShift);
+                (window_.*press)(cell, kKeyPlus, kNoShift);
                 ADD_FAILURE() << cell;
             } catch (const platform::RuntimeError& error) {
                 EXPECT_EQ(error.number(), 9);
@@ -341,7 +343,7 @@ TEST_F(GridEditingTest, FuelBlockStopsByTheOffsetInCounts) {
 
 TEST_F(GridEditingTest, TheAgentsKeyActsOnTheTunersBlock) {
     selectBlock(window_.fuel, 4, 6);
-    editing_.fuelKeyDown(100, kKeyPlus, kNoShift);
+    window_.fuelKeyDown(100, kKeyPlus, kNoShift);
     EXPECT_THAT(valuesOf(tables_.FuelMapOut, 3, 5), ElementsAre(0, 1, 1, 1, 0));
     EXPECT_EQ(tables_.FuelMapOut[100], 0);
 }

@@ -1,7 +1,6 @@
 #include "MapsBench.h"
 #include "core/Checked.h"
 #include "maps/MapConversions.h"
-#include "maps/MapDisplay.h"
 
 namespace korvane::maps {
 namespace {
@@ -13,8 +12,7 @@ using controls::kRed;
 // Injection mode 2 with multiplier 3: a fuel count is a 24th of a millisecond.
 class DisplayBench : public MapsBench {
 protected:
-    DisplayBench(MapGeometry shape, InjectionScale scale)
-        : window_(machine_.machine, "frmMaps", "", shape), display_(window_, context_, scale) {
+    DisplayBench(MapGeometry shape, InjectionScale scale) : window_(machine_.machine, context_, shape, scale) {
         setParameter(tables_.addresses.INJ_MODE_OFFSET, 2);
         setParameter(tables_.addresses.INJ_MULTIPLIER_OFF, 3);
         window_.show();
@@ -36,8 +34,7 @@ protected:
         return frm3Dmap_.MSChart1.Data();
     }
 
-    MapControls window_;
-    MapDisplay display_;
+    BenchWindow window_;
 };
 
 class MapDisplayTest : public DisplayBench {
@@ -51,13 +48,13 @@ protected:
 };
 
 TEST_F(MapDisplayTest, ScaleIsRoundedToSinglePrecision) {
-    display_.updateScale();
+    window_.updateScale();
     EXPECT_EQ(window_.InjTimeScale, static_cast<float>(768000.0 / 18432000.0));
 }
 
 TEST_F(MapDisplayTest, FuelCellShowsMillisecondsAndPower) {
     receiveFuel(0, 36);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 0), "1.5");
     EXPECT_EQ(colorOf(window_.fuel, 0), kBlack);
     // 550 / 10.51 * 1.5 / 60 / 0.6 * 4 = 8.72 at 1000 rpm, where a cycle of 120 ms has two injections.
@@ -69,27 +66,27 @@ TEST_F(MapDisplayTest, FuelCellShowsMillisecondsAndPower) {
 TEST_F(MapDisplayTest, FuelScaleIsTakenAnewAtEachPass) {
     receiveFuel(5, 72);
     setParameter(tables_.addresses.INJ_MODE_OFFSET, 3);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 5), "1");  // 72 counts of a 72nd
     EXPECT_EQ(tables_.EEParams.at(static_cast<std::size_t>(tables_.addresses.INJ_MODE_OFFSET)).value,
               core::ParameterValue(std::uint8_t{2}));
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(textOf(window_.fuel, 5), "3");
 }
 
 TEST_F(MapDisplayTest, EditedFuelIsBlueWhicheverImageIsShown) {
     tables_.FuelMapIn[3] = 24;
     tables_.FuelMapOut[3] = 48;
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 3), "1");
     EXPECT_EQ(colorOf(window_.fuel, 3), kBlue);
     EXPECT_EQ(window_.fuel(3).ToolTipText.get().substr(0, 3), " 24");
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(textOf(window_.fuel, 3), "2");
     EXPECT_EQ(colorOf(window_.fuel, 3), kBlue);
     EXPECT_EQ(window_.fuel(3).ToolTipText.get().substr(0, 3), " 48");
     tables_.FuelMapOut[3] = 24;
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(colorOf(window_.fuel, 3), kBlack);
 }
 
@@ -99,7 +96,7 @@ TEST_F(MapDisplayTest, FuelThatDoesNotFitBetweenTwoInjectionsIsRed) {
     receiveFuel(26, 241);
     tables_.FuelMapIn[42] = 1;
     tables_.FuelMapOut[42] = 241;
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(textOf(window_.fuel, 10), "10");
     EXPECT_EQ(colorOf(window_.fuel, 10), kBlack);
     EXPECT_EQ(textOf(window_.fuel, 26), "10.041");
@@ -111,11 +108,11 @@ TEST_F(MapDisplayTest, OffsetCountsInTimeUnitsOf288thsUnlessItCountsAsMapCounts)
     window_.txtMisc(2).Text = "10";
     receiveFuel(0, 0);
     receiveFuel(1, 250);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 0), "0.034");   // 10 / 288
     EXPECT_EQ(textOf(window_.fuel, 1), "10.451");  // 250 / 24 + 10 / 288 = 10.45138
     tables_.InjOff_type = 1;
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 0), "0.416");   // 10 / 24
     EXPECT_EQ(textOf(window_.fuel, 1), "10.625");  // 255 counts, not 260
 }
@@ -123,7 +120,7 @@ TEST_F(MapDisplayTest, OffsetCountsInTimeUnitsOf288thsUnlessItCountsAsMapCounts)
 TEST_F(MapDisplayTest, OffsetThatIsNoNumberIsZero) {
     window_.txtMisc(2).Text = "mitään";
     receiveFuel(0, 36);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 0), "1.5");
 }
 
@@ -131,19 +128,19 @@ TEST_F(MapDisplayTest, AnOffsetInCountsKnowsNeitherRedNorPower) {
     tables_.InjOff_type = 1;
     receiveFuel(15, 255);  // 10.625 ms in the 14.1 ms of 8500 rpm
     tables_.FuelMapOut[14] = 255;
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(colorOf(window_.fuel, 15), kBlack);
     EXPECT_EQ(colorOf(window_.fuel, 14), kBlue);
     EXPECT_EQ(window_.fuel(15).ToolTipText.get(), " 255 hp (550cc) 15");
     tables_.InjOff_type = 0;
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(colorOf(window_.fuel, 15), kRed);
 }
 
 TEST_F(MapDisplayTest, AnAbsurdOffsetFailsAndLeavesTheCellsLocked) {
     window_.txtMisc(2).Text = "1E300";
-    EXPECT_THROW(display_.populateFuelOUT(), platform::RuntimeError);
-    EXPECT_THROW(display_.populateFuel(), platform::RuntimeError);
+    EXPECT_THROW(window_.populateFuelOUT(), platform::RuntimeError);
+    EXPECT_THROW(window_.populateFuel(), platform::RuntimeError);
     for (auto& cell : window_.fuel.cells) {
         EXPECT_TRUE(cell.Locked);
     }
@@ -152,7 +149,7 @@ TEST_F(MapDisplayTest, AnAbsurdOffsetFailsAndLeavesTheCellsLocked) {
 TEST_F(MapDisplayTest, ToolTipHoldsAnyInjectorSize) {
     tables_.NewInjectorSize = 3e38F;
     receiveFuel(159, 255);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_THAT(window_.fuel(159).ToolTipText.get(), testing::HasSubstr(" hp (3E+38cc) 159"));
 }
 
@@ -181,8 +178,8 @@ TEST_F(MapDisplayTest, CellsOfAnEditedImageAreUnlockedWhileTheyAreRewritten) {
     LockWatcher ign(window_.ign);
     tables_.FuelMapOut.fill(1);
     tables_.IgnMapOut.fill(1);
-    display_.populateFuelOUT();
-    display_.populateIGNOUT();
+    window_.populateFuelOUT();
+    window_.populateIGNOUT();
     EXPECT_EQ(fuel.locked, std::vector<bool>(160, false));
     EXPECT_EQ(ign.locked, std::vector<bool>(160, false));
     for (auto* grid : {&window_.fuel, &window_.ign}) {
@@ -196,7 +193,7 @@ TEST_F(MapDisplayTest, CellsOfAnEditedImageAreUnlockedWhileTheyAreRewritten) {
 TEST_F(MapDisplayTest, CellsOfAReceivedImageStayLocked) {
     LockWatcher fuel(window_.fuel);
     tables_.FuelMapIn.fill(1);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(fuel.locked, std::vector<bool>(160, true));
     for (auto& cell : window_.fuel.cells) {
         cell.removeObserver(fuel);
@@ -211,10 +208,10 @@ TEST_F(MapDisplayTest, EventsRunAtEachFuelCellAndAtNoOther) {
         alarm->callAt(machine_.pump.now());
     });
     alarm->callAt(machine_.pump.now());
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(events, 160);
-    display_.populateIGN();
-    display_.populatePWM();
+    window_.populateIGN();
+    window_.populatePWM();
     EXPECT_EQ(events, 160);
 }
 
@@ -222,7 +219,7 @@ TEST_F(MapDisplayTest, TheWindowMayCloseInTheMiddle) {
     const auto alarm = machine_.pump.makeAlarm([&] { static_cast<void>(window_.unload()); });
     alarm->callAt(machine_.pump.now());
     receiveFuel(159, 36);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_FALSE(window_.isLoaded());
     EXPECT_EQ(textOf(window_.fuel, 159), "1.5");
 }
@@ -231,7 +228,7 @@ TEST_F(MapDisplayTest, AModeOfZeroInTheMiddleIsNoFailure) {
     const auto alarm = machine_.pump.makeAlarm([&] { setParameter(tables_.addresses.INJ_MODE_OFFSET, 0); });
     alarm->callAt(machine_.pump.now());
     receiveFuel(15, 255);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 15), "10.625");
     EXPECT_EQ(colorOf(window_.fuel, 15), kBlack);
     EXPECT_EQ(window_.fuel(15).ToolTipText.get(), " 255 hp (550cc) 15");
@@ -241,7 +238,7 @@ TEST_F(MapDisplayTest, IgnitionIsShownInDegrees) {
     receive(tables_.IgnMapIn, tables_.IgnMapOut, 0, 255);
     tables_.IgnMapIn[1] = 7;
     tables_.IgnMapOut[1] = 128;
-    display_.populateIGN();
+    window_.populateIGN();
     EXPECT_EQ(textOf(window_.ign, 0), "51");
     EXPECT_EQ(colorOf(window_.ign, 0), kBlack);
     EXPECT_EQ(window_.ign(0).ToolTipText.get(), "255");
@@ -249,7 +246,7 @@ TEST_F(MapDisplayTest, IgnitionIsShownInDegrees) {
     EXPECT_EQ(colorOf(window_.ign, 1), kBlue);
     EXPECT_EQ(window_.ign(1).ToolTipText.get(), "7");
     EXPECT_EQ(textOf(window_.ign, 159), "0");
-    display_.populateIGNOUT();
+    window_.populateIGNOUT();
     EXPECT_EQ(textOf(window_.ign, 1), "25.6");
     EXPECT_EQ(colorOf(window_.ign, 1), kBlue);
     EXPECT_EQ(window_.ign(1).ToolTipText.get(), "128");
@@ -259,12 +256,12 @@ TEST_F(MapDisplayTest, PwmIsShownInMilliseconds) {
     receive(tables_.PwmMapIn, tables_.PwmMapOut, 0, 1);
     tables_.PwmMapIn[1] = 72;
     tables_.PwmMapOut[1] = 36;
-    display_.populatePWM();
+    window_.populatePWM();
     EXPECT_EQ(textOf(window_.pwm, 0), "0.013");
     EXPECT_EQ(colorOf(window_.pwm, 0), kBlack);
     EXPECT_EQ(window_.pwm(0).ToolTipText.get(), "1");
     EXPECT_EQ(textOf(window_.pwm, 1), "1");
-    display_.populatePWMOUT();
+    window_.populatePWMOUT();
     EXPECT_EQ(textOf(window_.pwm, 1), "0.5");
     EXPECT_EQ(colorOf(window_.pwm, 1), kBlue);
     EXPECT_EQ(window_.pwm(1).ToolTipText.get(), "36");
@@ -276,7 +273,7 @@ TEST_F(MapDisplayTest, PwmLongerThanAQuarterOfTheCycleIsRed) {
     receive(tables_.PwmMapIn, tables_.PwmMapOut, 15, 254);  // 3.527
     receive(tables_.PwmMapIn, tables_.PwmMapOut, 31, 255);  // 3.541
     receive(tables_.PwmMapIn, tables_.PwmMapOut, 30, 255);
-    display_.populatePWM();
+    window_.populatePWM();
     EXPECT_EQ(colorOf(window_.pwm, 15), kBlack);
     EXPECT_EQ(colorOf(window_.pwm, 31), kRed);
     EXPECT_EQ(colorOf(window_.pwm, 30), kBlack);
@@ -287,17 +284,17 @@ TEST_F(MapDisplayTest, EachTableRefreshesItsOwn3DView) {
     tables_.FuelMapOut[0] = 11;
     tables_.IgnMapOut[0] = 22;
     tables_.PwmMapOut[0] = 33;
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(chartData(1, 1), "11");
-    display_.populateIGN();
+    window_.populateIGN();
     EXPECT_EQ(chartData(1, 1), "22");
-    display_.populatePWM();
+    window_.populatePWM();
     EXPECT_EQ(chartData(1, 1), "33");
-    display_.populateFuelOUT();
+    window_.populateFuelOUT();
     EXPECT_EQ(chartData(1, 1), "11");
-    display_.populateIGNOUT();
+    window_.populateIGNOUT();
     EXPECT_EQ(chartData(1, 1), "22");
-    display_.populatePWMOUT();
+    window_.populatePWMOUT();
     EXPECT_EQ(chartData(1, 1), "33");
 }
 
@@ -305,9 +302,9 @@ TEST_F(LargeMapDisplayTest, AllRowsAndColumnsAreShown) {
     receiveFuel(319, 36);
     receive(tables_.IgnMapIn, tables_.IgnMapOut, 319, 5);
     receive(tables_.PwmMapIn, tables_.PwmMapOut, 319, 72);
-    display_.populateFuel();
-    display_.populateIGN();
-    display_.populatePWM();
+    window_.populateFuel();
+    window_.populateIGN();
+    window_.populatePWM();
     EXPECT_EQ(textOf(window_.fuel, 319), "1.5");
     EXPECT_EQ(textOf(window_.ign, 319), "1");
     EXPECT_EQ(textOf(window_.pwm, 319), "1");
@@ -319,14 +316,14 @@ TEST_F(LargeMapDisplayTest, ModeOneTakesItsScaleFromTheMultiplier) {
     setParameter(tables_.addresses.INJ_MODE_OFFSET, 1);
     setParameter(tables_.addresses.INJ_MULTIPLIER_OFF, 6);
     receiveFuel(0, 36);
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(textOf(window_.fuel, 0), "3");  // 36 counts of a 12th
 }
 
 TEST_F(LargeMapDisplayTest, RedGoesByTwentyColumns) {
     receiveFuel(16, 180);  // 7.5 ms; 9000 rpm leave 6.67 of 13.33
     receiveFuel(20, 180);  // 1000 rpm
-    display_.populateFuel();
+    window_.populateFuel();
     EXPECT_EQ(colorOf(window_.fuel, 16), kRed);
     EXPECT_EQ(colorOf(window_.fuel, 20), kBlack);
 }

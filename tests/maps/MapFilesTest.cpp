@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "TransferBench.h"
-#include "maps/MapFiles.h"
 
 namespace korvane::maps {
 namespace {
@@ -34,7 +33,7 @@ std::string table(int rows, int columns, const std::string& number) {
 
 class FilesBench : public TransferBench {
 protected:
-    FilesBench(MapGeometry shape, Halves halves) : TransferBench(shape, halves) {
+    FilesBench(MapGeometry shape, Halves halves) : TransferBench(shape, halves, &scaleOrFailure) {
         for (auto* image : {&tables_.FuelMapIn, &tables_.IgnMapIn, &tables_.PwmMapIn}) {
             image->fill(1);
         }
@@ -66,9 +65,6 @@ protected:
         EXPECT_EQ(shown[0].confirmOverwrite, confirmOverwrite);
         EXPECT_THAT(machine_.dialogs.takeMessages(), IsEmpty());
     }
-
-    MapDisplay display_{window_, context_, &scaleOrFailure};
-    MapFiles files_{window_, context_, display_, transfer_};
 };
 
 class TuneFile : public FilesBench {

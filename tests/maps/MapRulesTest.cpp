@@ -5,7 +5,6 @@
 
 #include "EditingBench.h"
 #include "TransferBench.h"
-#include "maps/MapFiles.h"
 #include "maps/MapForm.h"
 
 namespace korvane::maps {
@@ -155,7 +154,7 @@ double halfMillisecond(core::SharedTables&) {
 
 class TuneFileOffset : public TransferBench {
 protected:
-    TuneFileOffset() : TransferBench(kOrdinaryMaps, Halves::One) { window_.txtMisc(2).Text = "1"; }
+    TuneFileOffset() : TransferBench(kOrdinaryMaps, Halves::One, &halfMillisecond) { window_.txtMisc(2).Text = "1"; }
 
     // Ten counts in each fuel cell and an injection offset of nine.
     void load() {
@@ -173,9 +172,6 @@ protected:
         }
         return text;
     }
-
-    MapDisplay display_{window_, context_, &halfMillisecond};
-    MapFiles files_{window_, context_, display_, transfer_};
 };
 
 // (10 + 9) * 0.5; with the box as it was it would have been (10 + 1) * 0.5 first.

@@ -42,14 +42,14 @@ TEST_F(MapReads, OnAClosedPortChangeTheCaptionAlone) {
 
 TEST_F(MapReads, AllGoOutInARowAfterTheLoad) {
     openPort();
-    transfer_.initialReads();
+    window_.initialReads();
     EXPECT_EQ(now(), 200);
     EXPECT_EQ(window_.Caption.get(), "PWM table Received 12:00:00");
     EXPECT_THAT(sent(), ElementsAre('m', 'f', 'a', 'p', 0, 0x8F));
 }
 
 TEST_F(MapReads, NoneGoesOutAfterTheLoadWhileThePortIsClosed) {
-    transfer_.initialReads();
+    window_.initialReads();
     EXPECT_EQ(now(), 0);
     EXPECT_EQ(window_.Caption.get(), "Korvane Tuner, Maps ");
     EXPECT_THAT(sent(), IsEmpty());
@@ -58,7 +58,7 @@ TEST_F(MapReads, NoneGoesOutAfterTheLoadWhileThePortIsClosed) {
 TEST_F(MapReads, ThatLoseThePortInARowGoOnToTheirEnd) {
     openPort();
     at(100, [this] { main_.MSComm1.setPortOpen(false); });
-    transfer_.initialReads();
+    window_.initialReads();
     EXPECT_THAT(sent(), ElementsAre('m', 'f', 'a'));
     EXPECT_TRUE(poll().Enabled);
 }

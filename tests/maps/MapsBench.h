@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -13,7 +14,8 @@
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/MapContext.h"
-#include "maps/MapControls.h"
+#include "maps/MapConversions.h"
+#include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::maps {
@@ -45,6 +47,25 @@ public:
     bool logData = false;
     bool agentEnable = false;
     int clears = 0;
+};
+
+// A window of all panes that does nothing of its own: it does not read at its load, and offers everything.
+class BenchWindow : public MapForm {
+public:
+    BenchWindow(platform::Machine& machine, const MapContext& context, MapGeometry shape,
+                InjectionScale scale = &ordinaryInjectionScale, Halves halves = Halves::One,
+                Pointing pointing = Pointing::Keys)
+        : MapForm(machine, context, {{"frmMaps", "Korvane Tuner, Maps "}, shape, scale, halves, pointing, "Trace"}) {}
+
+    std::function<void(bool)> showFrames;
+
+protected:
+    void Form_Load() override {}
+    void showAnalyserPane(bool shown) override {
+        if (showFrames) {
+            showFrames(shown);
+        }
+    }
 };
 
 // The main window stands for the serial control and the poll timer; the port is closed until openPort().

@@ -7,10 +7,7 @@ namespace {
 
 class MiscBoxes : public MapsBench {
 protected:
-    MiscBoxes() {
-        window_.show();
-        describeMiscBoxes(window_.txtMisc);
-    }
+    MiscBoxes() { window_.show(); }
 
     std::string typed(int box, std::string_view text) {
         window_.setFocus(&window_.txtMisc(box));
@@ -27,7 +24,7 @@ protected:
         return window_.txtMisc(box).Text;
     }
 
-    MapControls window_{machine_.machine, "frmMaps", "", kOrdinaryMaps};
+    BenchWindow window_{machine_.machine, context_, kOrdinaryMaps};
 };
 
 TEST_F(MiscBoxes, TakeNumbersOnly) {

@@ -24,14 +24,14 @@ protected:
 
     void expectIgnitionOffset(std::uint8_t byte, const std::string& text) {
         tables_.MiscBlock[8] = byte;
-        transfer_.showMiscOfFile();
+        window_.showMiscOfFile();
         EXPECT_EQ(window_.txtMisc(3).Text.get(), text);
         EXPECT_EQ(window_.txtMisc(3).ToolTipText.get(), std::to_string(byte));
     }
 };
 
 TEST_F(Misc, BlockStandsInTheBoxes) {
-    transfer_.LoadMisc(true);
+    window_.LoadMisc(true);
     EXPECT_EQ(window_.txtMisc(0).Text.get(), "8500");
     EXPECT_EQ(window_.txtMisc(1).Text.get(), "9000");
     EXPECT_EQ(window_.txtMisc(2).Text.get(), "10");
@@ -43,17 +43,17 @@ TEST_F(Misc, BlockStandsInTheBoxes) {
 
 // The set bit 15 is a box without a tick, the clear bit 14 one with.
 TEST_F(Misc, TwoHighestBitsAreInverted) {
-    transfer_.LoadMisc(true);
+    window_.LoadMisc(true);
     EXPECT_THAT(ticked(), ElementsAre(0, 5, 14));
     tables_.MiscBlock[5] = 0;
     tables_.MiscBlock[6] = 0x60;  // bits 13 and 14
-    transfer_.LoadMisc(true);
+    window_.LoadMisc(true);
     EXPECT_THAT(ticked(), ElementsAre(13, 15));
 }
 
 TEST_F(Misc, LimitsAreSigned) {
     tables_.MiscBlock = {0, 0xFF, 0xFF, 0x00, 0x80, 0, 0, 0, 0, 0};
-    transfer_.LoadMisc(true);
+    window_.LoadMisc(true);
     EXPECT_EQ(window_.txtMisc(0).Text.get(), "-1");
     EXPECT_EQ(window_.txtMisc(1).Text.get(), "-32768");
 }
@@ -69,7 +69,7 @@ TEST_F(Misc, IgnitionOffsetIsInTenthsAround128) {
 TEST_F(Misc, InjectorCodeSelectsOneOptionOrNone) {
     const auto options = [this](std::uint8_t code) {
         tables_.MiscBlock[9] = code;
-        transfer_.showMiscOfFile();
+        window_.showMiscOfFile();
         return std::vector<bool>{window_.optINJMaxOpen(0).Value, window_.optINJMaxOpen(1).Value};
     };
     EXPECT_THAT(options(6), ElementsAre(true, false));
@@ -89,7 +89,7 @@ TEST_F(Misc, ReplyStopsThePollForATenthOfASecond) {
         EXPECT_EQ(window_.Caption.get(), "Misc datan haku onnistui");
         EXPECT_EQ(window_.txtMisc(0).Text.get(), "8500");
     });
-    transfer_.LoadMisc(false);
+    window_.LoadMisc(false);
     EXPECT_TRUE(seen);
     EXPECT_EQ(now(), 100);
     EXPECT_TRUE(poll().Enabled);
@@ -115,7 +115,7 @@ private:
 
 TEST_F(Misc, ReplyIsAnnouncedFirst) {
     CaptionObserver observer(window_);
-    transfer_.LoadMisc(false);
+    window_.LoadMisc(false);
     EXPECT_THAT(observer.captions, ElementsAre("Getting data from Sarnex!", "Misc datan haku onnistui"));
 }
 
@@ -127,7 +127,7 @@ TEST_F(Misc, LoadThatSkipsTheTimersLeavesThePollAloneUntilItsEnd) {
         EXPECT_TRUE(poll().Enabled);
         poll().Enabled = false;
     });
-    transfer_.LoadMisc(true);
+    window_.LoadMisc(true);
     EXPECT_TRUE(seen);
     EXPECT_EQ(now(), 100);
     EXPECT_TRUE(poll().Enabled);
@@ -138,7 +138,7 @@ TEST_F(Misc, LoadThatSkipsTheTimersLeavesThePollAloneUntilItsEnd) {
 TEST_F(Misc, NothingRunsInThePause) {
     bool ran = false;
     at(50, [&] { ran = true; });
-    transfer_.LoadMisc(false);
+    window_.LoadMisc(false);
     EXPECT_EQ(now(), 100);
     EXPECT_FALSE(ran);
 }
@@ -147,7 +147,7 @@ TEST_F(Misc, BlockOfAFileShowsAtOnceAndTouchesNoTimer) {
     poll().Enabled = false;
     window_.TimeOutTimer.Enabled = true;
     window_.timeOutCounter = 3;
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     EXPECT_EQ(now(), 0);
     EXPECT_EQ(window_.Caption.get(), "Misc data received.. ");
     EXPECT_EQ(window_.txtMisc(0).Text.get(), "8500");
@@ -166,7 +166,7 @@ using MiscSend = Misc;
 
 TEST_F(MiscSend, SendsBackWhatWasRead) {
     openPort();
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     window_.btnSaveMisc.press();
     EXPECT_THAT(sent(), ElementsAre('M', 0x34, 0x21, 0x28, 0x23, 0x21, 0x80, 10, 153, 6, 0xB2, 'd'));
 }
@@ -176,7 +176,7 @@ TEST_F(MiscSend, SendsBackEveryEnableBit) {
     for (int bit = 0; bit < 16; ++bit) {
         tables_.MiscBlock[5] = static_cast<std::uint8_t>((1 << bit) & 0xFF);
         tables_.MiscBlock[6] = static_cast<std::uint8_t>((1 << bit) >> 8);
-        transfer_.showMiscOfFile();
+        window_.showMiscOfFile();
         window_.btnSaveMisc.press();
         const Bytes bytes = sent();
         ASSERT_EQ(bytes.size(), 12U);
@@ -205,7 +205,7 @@ TEST_F(MiscSend, TakesWhatIsNoNumberForZero) {
 
 TEST_F(MiscSend, TakesTheIgnitionOffsetFromTheToolTip) {
     openPort();
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     window_.txtMisc(3).Text = "9";
     window_.txtMisc(3).ToolTipText = "138";
     window_.btnSaveMisc.press();
@@ -214,7 +214,7 @@ TEST_F(MiscSend, TakesTheIgnitionOffsetFromTheToolTip) {
 
 TEST_F(MiscSend, HappensInAPauseOfThePoll) {
     openPort();
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     int seen = 0;
     for (const int moment : {50, 150}) {
         at(moment, [&] {
@@ -246,7 +246,7 @@ TEST_F(MiscSend, ThatLosesThePortBeforeItSendsEndsWithThePortsError) {
 
 TEST_F(MiscSend, EndsAtALimitThatDoesNotFitSixteenBits) {
     openPort();
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     window_.txtMisc(0).Text = "32768";
     window_.btnSaveMisc.press();
     EXPECT_EQ(window_.Caption.get(), "Overflow");
@@ -256,7 +256,7 @@ TEST_F(MiscSend, EndsAtALimitThatDoesNotFitSixteenBits) {
 
 TEST_F(MiscSend, EndsAtAnOffsetThatIsNoByte) {
     openPort();
-    transfer_.showMiscOfFile();
+    window_.showMiscOfFile();
     for (const char* text : {"256", "-1"}) {
         window_.Caption = "";
         window_.txtMisc(2).Text = text;

@@ -1,19 +1,18 @@
-// A map window's controls with the transfers set up on them, and actions that happen while one waits.
+// A map window, and actions that happen while one waits.
 #pragma once
 
 #include <functional>
 #include <numeric>
 
 #include "MapsBench.h"
-#include "maps/MapTransfer.h"
 
 namespace korvane::maps {
 
 // The clock stands at 12:00:00 when a test begins. Moments are milliseconds of the test.
 class TransferBench : public MapsBench {
 protected:
-    TransferBench(MapGeometry shape, Halves halves)
-        : window_(machine_.machine, "frmMaps", "Korvane Tuner, Maps ", shape), transfer_(window_, context_, halves) {
+    TransferBench(MapGeometry shape, Halves halves, InjectionScale scale = &ordinaryInjectionScale)
+        : window_(machine_.machine, context_, shape, scale, halves) {
         window_.load();
         window_.Visible = true;
         window_.isFormLoaded = true;
@@ -49,8 +48,7 @@ protected:
     // Cell i holds i + 3, so that no two neighbours are equal and the halves differ.
     static void number(core::MapImage& image) { std::iota(image.begin(), image.end(), std::uint8_t{3}); }
 
-    MapControls window_;
-    MapTransfer transfer_;
+    BenchWindow window_;
 };
 
 class SmallTransferBench : public TransferBench {

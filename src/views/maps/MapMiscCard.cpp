@@ -34,15 +34,15 @@ public:
 };
 
 // Labels and boxes in two columns: the limits, then the offsets.
-QLayout& makeNumbers(maps::MapControls& window, Binder& binder, QWidget* parent) {
+QLayout& makeNumbers(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     auto& grid = child<QGridLayout>(kNobody);
     grid.setVerticalSpacing(kRowGap);
     grid.setHorizontalSpacing(kColumnGap);
-    for (int i = 0; i < window.txtMisc.count(); ++i) {
+    for (int i = 0; i < pane.txtMisc.count(); ++i) {
         auto& name = child<Readout>(parent);
         auto& box = child<NumberBox>(parent);
-        binder.bind(window.txtMisc(i), box);
-        binder.bind(window.lblMisc(i), name, &box);
+        binder.bind(pane.txtMisc(i), box);
+        binder.bind(pane.lblMisc(i), name, &box);
         grid.addWidget(&name, i % 2, i / 2 * 2);
         grid.addWidget(&box, i % 2, i / 2 * 2 + 1);
     }
@@ -58,12 +58,12 @@ QCheckBox& makeBit(controls::CheckBox& bit, Binder& binder, QWidget* parent) {
 }
 
 // A bit without a caption is known by its number.
-QLayout& makeNamelessBits(maps::MapControls& window, const std::vector<int>& bits, Binder& binder, QWidget* parent) {
+QLayout& makeNamelessBits(maps::MiscPane& pane, const std::vector<int>& bits, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kColumnGap);
     row.addWidget(&child<Caption>(parent, QStringLiteral("Bits"), nullptr));
     for (const int bit : bits) {
-        auto& check = makeBit(window.CheckMisc(bit), binder, parent);
+        auto& check = makeBit(pane.CheckMisc(bit), binder, parent);
         row.addSpacing(kColumnGap);
         row.addWidget(&check);
         row.addWidget(&child<Caption>(parent, QString::number(bit), nullptr));
@@ -74,31 +74,31 @@ QLayout& makeNamelessBits(maps::MapControls& window, const std::vector<int>& bit
 }
 
 // Down the first column and then down the second, in the order of the bits.
-QLayout& makeBits(maps::MapControls& window, Binder& binder, QWidget* parent) {
+QLayout& makeBits(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     std::vector<int> named;
     std::vector<int> nameless;
-    for (int bit = 0; bit < window.CheckMisc.count(); ++bit) {
-        (window.CheckMisc(bit).Caption.get().empty() ? nameless : named).push_back(bit);
+    for (int bit = 0; bit < pane.CheckMisc.count(); ++bit) {
+        (pane.CheckMisc(bit).Caption.get().empty() ? nameless : named).push_back(bit);
     }
     auto& grid = child<QGridLayout>(kNobody);
     grid.setVerticalSpacing(kBitGap);
     grid.setHorizontalSpacing(kColumnGap);
     const int rows = static_cast<int>(named.size() + 1) / 2;
     for (int i = 0; i < static_cast<int>(named.size()); ++i) {
-        auto& check = makeBit(window.CheckMisc(named[static_cast<std::size_t>(i)]), binder, parent);
+        auto& check = makeBit(pane.CheckMisc(named[static_cast<std::size_t>(i)]), binder, parent);
         grid.addWidget(&check, i % rows, i / rows);
     }
-    grid.addLayout(&makeNamelessBits(window, nameless, binder, parent), rows, 0, 1, 2);
+    grid.addLayout(&makeNamelessBits(pane, nameless, binder, parent), rows, 0, 1, 2);
     return grid;
 }
 
-Card& makeOpenTime(maps::MapControls& window, Binder& binder, QWidget* parent) {
+Card& makeOpenTime(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&card);
     row.setSpacing(kColumnGap);
-    binder.bind(window.FrameINJMaxOpen, card);
-    for (auto& option : window.optINJMaxOpen) {
+    binder.bind(pane.FrameINJMaxOpen, card);
+    for (auto& option : pane.optINJMaxOpen) {
         auto& radio = child<QRadioButton>(&card);
         binder.bind(option, radio);
         row.addWidget(&radio);
@@ -109,15 +109,15 @@ Card& makeOpenTime(maps::MapControls& window, Binder& binder, QWidget* parent) {
 
 }  // namespace
 
-Card& makeMiscCard(maps::MapControls& window, Binder& binder, QWidget* parent) {
+Card& makeMiscCard(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
     QWidget* const inside = &card;
     auto& rows = child<QVBoxLayout>(inside);
     rows.setSpacing(kRowGap);
-    binder.bind(window.FrameMisc, card);
-    rows.addLayout(&makeNumbers(window, binder, inside));
-    rows.addLayout(&makeBits(window, binder, inside));
-    rows.addWidget(&makeOpenTime(window, binder, inside));
+    binder.bind(pane.FrameMisc, card);
+    rows.addLayout(&makeNumbers(pane, binder, inside));
+    rows.addLayout(&makeBits(pane, binder, inside));
+    rows.addWidget(&makeOpenTime(pane, binder, inside));
     rows.addStretch(1);
     card.fitMargins();
     return card;

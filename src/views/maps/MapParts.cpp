@@ -49,7 +49,7 @@ Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& n
     return card;
 }
 
-QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent) {
+QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent) {
     auto& binder = view.binder();
     auto& card = child<Card>(parent);
     QWidget* const inside = &card;
@@ -75,29 +75,29 @@ QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent
     return card;
 }
 
-QWidget& makeAgentBoxes(maps::MapControls& window, Binder& binder, QWidget* parent) {
+QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* parent) {
     auto& strip = child<QWidget>(parent);
     strip.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&strip);
     row.setContentsMargins(0, 0, 0, 0);
     row.setSpacing(kBoxGap);
-    row.addWidget(&makeBox(window.chkModifyInjSetpoint, 'd', binder, &strip));
+    row.addWidget(&makeBox(pane.chkModifyInjSetpoint, 'd', binder, &strip));
     auto& lamp = child<Lamp>(&strip);
     lamp.setAccessibleName(QStringLiteral("Tuning Agent"));
     auto& agent = child<QHBoxLayout>(kNobody);
     agent.setSpacing(kColumnGap);
     agent.addWidget(&lamp);
-    agent.addWidget(&makeBox(window.chkUseTuningAgent, 'u', binder, &strip));
-    binder.bind(window.imgAgentLed, lamp);
+    agent.addWidget(&makeBox(pane.chkUseTuningAgent, 'u', binder, &strip));
+    binder.bind(pane.imgAgentLed, lamp);
     row.addLayout(&agent);
-    row.addWidget(&makeBox(window.chkSimplemode, 'l', binder, &strip));
+    row.addWidget(&makeBox(pane.chkSimplemode, 'l', binder, &strip));
     return strip;
 }
 
-Card& makeAnalyserCard(maps::MapControls& window, Binder& binder, QWidget* parent) {
+Card& makeAnalyserCard(maps::AnalyserPane& pane, Binder& binder, QWidget* parent) {
     PairCard pairs(QStringLiteral("Injection analyser"), binder, parent);
-    pairs.addWideBox(window.chkInjAnal, 'y');
-    pairs.addButtons(window.btnloadLambdaSetpoint, 0, window.btnSaveLambdaSetpoint, 'v');
+    pairs.addWideBox(pane.chkInjAnal, 'y');
+    pairs.addButtons(pane.btnloadLambdaSetpoint, 0, pane.btnSaveLambdaSetpoint, 'v');
     return pairs.card();
 }
 

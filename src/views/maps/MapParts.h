@@ -8,7 +8,9 @@
 
 #include <array>
 
-#include "maps/MapControls.h"
+#include "maps/AnalyserPane.h"
+#include "maps/MapForm.h"
+#include "maps/MiscPane.h"
 #include "views/frame/Binder.h"
 #include "views/widgets/Card.h"
 
@@ -20,16 +22,16 @@ class WindowView;
 Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent);
 
 // What the window's caption tells, the progress of a transfer, and the buttons for files and tools.
-QWidget& makeMapBar(maps::MapControls& window, WindowView& view, QWidget* parent);
+QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent);
 
 // The boxes that belong to the analyser and its agent; in sight while it is shown.
-QWidget& makeAgentBoxes(maps::MapControls& window, Binder& binder, QWidget* parent);
+QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
 
 // The switch of the analyser and the buttons of its targets.
-Card& makeAnalyserCard(maps::MapControls& window, Binder& binder, QWidget* parent);
+Card& makeAnalyserCard(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
 
 // The misc block: limits, offsets, the enable word, the injectors' open time.
-Card& makeMiscCard(maps::MapControls& window, Binder& binder, QWidget* parent);
+Card& makeMiscCard(maps::MiscPane& pane, Binder& binder, QWidget* parent);
 
 // A titled card of two columns, for the column at the right.
 class PairCard {

@@ -1,0 +1,43 @@
+// Owner of windows that are made anew for each opening.
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "controls/Window.h"
+#include "platform/EventPump.h"
+
+namespace korvane::controls {
+
+// Any number of them may be open, several of one kind as well. A window that has been unloaded stays alive until none
+// of its handlers runs, so that code behind a wait still finds it.
+class WindowShelf {
+public:
+    explicit WindowShelf(platform::EventPump& pump);
+    WindowShelf(const WindowShelf&) = delete;
+    WindowShelf& operator=(const WindowShelf&) = delete;
+    ~WindowShelf();
+
+    // Takes the window and shows it. The reference holds until the window has gone.
+    template <class Kind>
+    Kind& show(std::unique_ptr<Kind> window) {
+        auto& shown = *window;
+        take(std::move(window));
+        shown.show();
+        return shown;
+    }
+    // The newest first. One that refuses to go stays open.
+    void unloadAll();
+
+private:
+    void take(std::unique_ptr<Window> window);
+    void planSweep();
+    void sweep();
+
+    platform::EventPump& pump_;
+    std::vector<std::unique_ptr<Window>> windows_;  // the newest last
+    std::unique_ptr<platform::Alarm> sweeper_;
+};
+
+}  // namespace korvane::controls
