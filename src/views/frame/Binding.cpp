@@ -131,6 +131,9 @@ void Binding::showColors() {
     }
     widget_.setPalette(palette);
     widget_.setAutoFillBackground(!usualBack && where.back == QPalette::Window);
+    if (widget_.autoFillBackground()) {
+        widget_.setBackgroundRole(where.back);
+    }
 }
 
 bool Binding::eventFilter(QObject* watched, QEvent* event) {
