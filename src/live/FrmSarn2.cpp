@@ -3,12 +3,11 @@
 #include <array>
 #include <string_view>
 
+#include "live/ChannelTable.h"
+
 namespace korvane::live {
 
 namespace {
-
-constexpr std::array<std::string_view, 12> kValueNames{"RPM:",   "TempW",    "TempA", "Voltage", "MAP:",   "Throttle",
-                                                       "Lambda", "Inj duty", "PID 1", "PID 2",   "K-type", "Ign adv."};
 
 constexpr std::array<std::string_view, 16> kLampNames{
     "0",    "Choke", "StartHelp",  "Injection",    "Accelpump", "Ignition", "IgnChargeError", "IgnSparkError",
@@ -55,7 +54,7 @@ void FrmSarn2::describeValues() {
     FrameValues.Caption = "Live values";
     FrameMux.Caption = "Inputs";
     for (int i = 0; i < lblValue.count(); ++i) {
-        lblValueName(i).Caption = kValueNames[static_cast<std::size_t>(i)];
+        lblValueName(i).Caption = kChannels[static_cast<std::size_t>(i)].caption;
         lblValue(i).Caption = "0";
         lblValueName(i).setContainer(&FrameValues);
         lblValue(i).setContainer(&FrameValues);

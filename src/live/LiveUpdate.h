@@ -1,4 +1,4 @@
-// From an 'R' payload to the live channels, and from the channels to everything that shows or uses them.
+// From the live channels to everything that shows or uses them.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 
 #include "core/SharedTables.h"
 #include "link/Windows.h"
+#include "live/ChannelTable.h"
 #include "live/FrmSarn2.h"
 
 namespace korvane::live {
@@ -44,32 +45,31 @@ public:
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
     void setRowWriter(RowWriter* writer) { rowWriter_ = writer; }
 
-    // Payload of 19 bytes, or fewer from older firmware; the channels that it has not got keep their values. A payload
-    // too short for a channel that is due ends the decode there with RuntimeError 9, and nothing is shown. Byte 6
-    // becomes the throttle in percent.
+    // Decodes an 'R' payload (decodeLive) and shows the channels. A payload too short ends with RuntimeError 9, and
+    // nothing is shown.
     void decodeLivePacket(std::span<std::uint8_t> payload) override;
 
-    // Shows the channels everywhere. Never stops: a step that fails is skipped.
+    // Shows the channels everywhere, wherever their values come from. Never stops: a step that fails is skipped.
     void updateData_new();
 
     [[nodiscard]] int frameCounter() const { return frameCounter_; }
 
 private:
-    void decodeThrottle(std::span<std::uint8_t> payload);
-    void decodeFixedPart(std::span<const std::uint8_t> payload);
-    void decodeNewerPart(std::span<const std::uint8_t> payload);
-    void setStandard(std::size_t channel, double raw);
-
     void showValues();
     void showWords();
-    void showMeters();
+    void showDials();  // and pushes the first sample, between two dials
+    void pushSample(const TrendPlace& place);
     void pushSamples();
     void lightLamps();
     void drawTrends(int second);
     void countPacket(int second);
     void feedAnalyser();
-    void showText(controls::Label& label, std::size_t channel);
-    [[nodiscard]] double value(std::size_t channel) const { return tables_.liveValues[channel].value; }
+    void showText(controls::Label& label, LiveChannel channel);
+    [[nodiscard]] double value(LiveChannel channel) const { return tables_.liveValues[core::indexOf(channel)].value; }
+    // The word of the idle or the boost regulator.
+    [[nodiscard]] std::int32_t& regulatorWord(LiveChannel channel) const;
+    // What a trend shows of the channel. RuntimeError 6 for a value that it can't hold.
+    [[nodiscard]] double sampleOf(LiveChannel channel) const;
 
     FrmSarn2& window_;
     core::SharedTables& tables_;

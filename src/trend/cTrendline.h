@@ -1,10 +1,10 @@
 // Draws a trend table on a picture box: value grid, minutes, legend and five lines, the newest sample at the right.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 #include "controls/PictureBox.h"
+#include "trend/Plot.h"
 #include "trend/TrendTable.h"
 
 namespace korvane::trend {
@@ -25,26 +25,12 @@ public:
     void DrawTrend(const TrendTable& table, bool rightScale);
 
 private:
-    // The plot's place on the surface, twips.
-    struct Geometry {
-        int left, right, top, bottom;
-        int zeroLift;
-        [[nodiscard]] int width() const { return right - left; }
-        [[nodiscard]] int height() const { return bottom - top; }
-    };
-
     void draw(const TrendTable& table, bool rightScale);
     void scaleTo(const TrendTable& table);
-    [[nodiscard]] Geometry geometry() const;
-    void drawValueGrid(const Geometry& plot);
-    void drawRightScale(const Geometry& plot);
-    void drawMinutes(const Geometry& plot);
-    void drawLegend(const Geometry& plot, const TrendTable& table, int offset);
-    // The place of each row, the newest on the right; the same for all series.
-    using Columns = std::array<std::int16_t, TrendTable::kLastRow>;
-    [[nodiscard]] Columns columns(const Geometry& plot) const;
-    void drawLine(const Geometry& plot, const Columns& xs, const TrendTable& table, int series);
-    [[nodiscard]] controls::Color colorOf(int series) const;
+    void drawMinutes();
+    void drawLine(const TrendTable& table, int series);
+
+    Plot plot_;
 };
 
 }  // namespace korvane::trend

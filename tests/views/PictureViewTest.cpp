@@ -1,4 +1,9 @@
 #include <QImage>
+#include <QPainter>
+#include <QPolygon>
+
+#include <cmath>
+#include <random>
 
 #include "views/FormBench.h"
 
@@ -30,6 +35,51 @@ TEST_F(PictureViewTest, APolylineStandsWhereTheDrawingSays) {
     EXPECT_EQ(image.pixelColor(50, 52), kBackground);
     EXPECT_EQ(image.pixelColor(15, 50), kBackground);
     EXPECT_EQ(image.pixelColor(110, 50), kBackground);
+}
+
+// Every row of a plot of 50,000 lies on the same level but one, which stands in the middle of a pixel's rows.
+TEST_F(PictureViewTest, ASpikeOfOneRowIn50000IsSeen) {
+    constexpr int kRows = 50000;
+    for (const int spike : {777, 25125, 49000}) {
+        for (const std::int16_t height : {std::int16_t{150}, std::int16_t{1350}}) {
+            drawing.clear();
+            const auto points = drawing.polyline(kRows, controls::kRed);
+            for (int row = 0; row < kRows; ++row) {
+                points[static_cast<std::size_t>(row)] = {static_cast<std::int16_t>(3000 - row * 3000 / kRows), 750};
+            }
+            points[static_cast<std::size_t>(spike)].y = height;
+            const QPoint tip(points[static_cast<std::size_t>(spike)].x / 15, height / 15);
+            const QImage image = painted(3000);
+            EXPECT_EQ(image.pixelColor(tip), QColor(255, 0, 0)) << spike;
+            EXPECT_EQ(image.pixelColor(tip.x(), (tip.y() + 50) / 2), QColor(255, 0, 0)) << "joined to the line";
+            EXPECT_EQ(image.pixelColor(tip.x() - 2, tip.y()), kBackground);
+        }
+    }
+}
+
+// However many points fall on one pixel, the picture is that of all segments.
+TEST_F(PictureViewTest, APictureIsThatOfAllItsSegments) {
+    std::mt19937 random(7);
+    for (const int count : {1, 2, 3, 5, 20, 200, 2000, 20000}) {
+        drawing.clear();
+        const auto points = drawing.polyline(static_cast<std::size_t>(count), controls::kCyan);
+        QPolygon all;
+        for (int i = 0; i < count; ++i) {
+            auto& point = points[static_cast<std::size_t>(i)];
+            point.x = static_cast<std::int16_t>(3000 - i * 2985 / count - static_cast<int>(random() % 7));
+            point.y = static_cast<std::int16_t>(random() % 1500);
+            all << QPoint(static_cast<int>(std::floor(point.x / 15.0)), static_cast<int>(std::floor(point.y / 15.0)));
+        }
+        const QImage image = painted(3000);
+        QImage expected(image.size(), image.format());
+        expected.fill(kBackground);
+        QPainter painter(&expected);
+        painter.setPen(QPen(QColor(0, 255, 255), 1));
+        painter.drawPolyline(all);
+        painter.end();
+        EXPECT_EQ(image, expected) << count;
+        EXPECT_EQ(drawing.pointsOf(drawing.shapes().front()).size(), static_cast<std::size_t>(count));
+    }
 }
 
 TEST_F(PictureViewTest, ABoxIsItsFourSides) {

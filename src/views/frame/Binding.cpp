@@ -130,6 +130,10 @@ void Binding::showColors() {
         palette.setColor(where.fore, legibleOn(palette.color(where.back), QPalette().color(where.fore)));
     }
     widget_.setPalette(palette);
+    widget_.setAutoFillBackground(!usualBack && where.back == QPalette::Window);
+    if (widget_.autoFillBackground()) {
+        widget_.setBackgroundRole(where.back);
+    }
 }
 
 bool Binding::eventFilter(QObject* watched, QEvent* event) {

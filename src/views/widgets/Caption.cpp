@@ -40,7 +40,7 @@ QSize Caption::sizeHint() const {
 void Caption::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setFont(smallFont());
-    painter.setPen(shades::muted(palette()));
+    painter.setPen(shades::names(*this));
     painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
 }
 

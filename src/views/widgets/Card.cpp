@@ -61,8 +61,7 @@ void Card::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
     if (!title().isEmpty()) {
         painter.setFont(titleFont());
-        painter.setPen(isEnabled() ? shades::muted(palette())
-                                   : palette().color(QPalette::Disabled, QPalette::WindowText));
+        painter.setPen(isEnabled() ? shades::names(*this) : palette().color(QPalette::Disabled, QPalette::WindowText));
         const QRect place(kPadding, kTitleTop, width() - 2 * kPadding, QFontMetrics(titleFont()).height());
         painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, title());
     }

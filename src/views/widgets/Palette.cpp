@@ -1,6 +1,7 @@
 #include "views/widgets/Palette.h"
 
 #include <QApplication>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,6 @@ constexpr double kTileShareDark = 0.28;
 constexpr double kFaceShareDark = 0.68;
 constexpr int kSurfaceLight = 104;  // percent
 constexpr int kSurfaceDark = 128;
-constexpr double kMiddle = 0.5;
 
 struct Roles {
     QColor window, text, base, alternate, button, highlight, faint;
@@ -76,8 +76,10 @@ double contrast(const QColor& one, const QColor& other) {
 
 namespace shades {
 
+// The text says nothing about it: the program may colour one text alone.
 bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::WindowText).lightnessF() > static_cast<float>(kMiddle);
+    const QColor ground = palette.color(QPalette::Window);
+    return contrast(ground, Qt::white) > contrast(ground, Qt::black);
 }
 
 QColor surface(const QPalette& palette) {
@@ -94,6 +96,13 @@ QColor border(const QPalette& palette) {
 
 QColor muted(const QPalette& palette) {
     return mixed(palette.color(QPalette::WindowText), surface(palette), kMutedShare);
+}
+
+QColor names(const QWidget& widget) {
+    const QPalette& palette = widget.palette();
+    const bool own =
+        widget.testAttribute(Qt::WA_SetPalette) && palette.isBrushSet(QPalette::Active, QPalette::WindowText);
+    return own ? palette.color(QPalette::WindowText) : muted(palette);
 }
 
 QColor face(const QPalette& palette) {

@@ -7,6 +7,7 @@
 #include "controls/Color.h"
 
 class QApplication;
+class QWidget;
 
 namespace korvane::views {
 
@@ -21,12 +22,15 @@ namespace korvane::views {
 
 // Derived from the window's colour, so that a window that changes its colour changes it everywhere.
 namespace shades {
+// Whether white stands out better than black on the window's ground.
 [[nodiscard]] bool isDark(const QPalette& palette);
 [[nodiscard]] QColor surface(const QPalette& palette);  // cards
 [[nodiscard]] QColor tile(const QPalette& palette);     // what is sunk into a card
 [[nodiscard]] QColor border(const QPalette& palette);   // around both
 [[nodiscard]] QColor muted(const QPalette& palette);    // names beside values
-[[nodiscard]] QColor face(const QPalette& palette);     // of a dial; a window that changes its colour leaves it alone
+// The same for a widget's text; one that the program has given a colour has just that.
+[[nodiscard]] QColor names(const QWidget& widget);
+[[nodiscard]] QColor face(const QPalette& palette);  // of a dial; a window that changes its colour leaves it alone
 }  // namespace shades
 
 // Colours that mean something by themselves, the same in light and dark.

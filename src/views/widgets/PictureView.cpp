@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "views/widgets/Palette.h"
 
@@ -27,6 +28,57 @@ constexpr double kThickLine = 1.5;  // from this pixel ratio on a line is two pi
 
 QPoint pixelAt(controls::Point point, double scale) {
     return {static_cast<int>(std::floor(point.x * scale)), static_cast<int>(std::floor(point.y * scale))};
+}
+
+// The points of a line that follow each other in one column of pixels. Together the first, the lowest, the highest and
+// the last of them cover the same pixels as all.
+class PixelColumn {
+public:
+    explicit PixelColumn(QPoint first)
+        : x_(first.x()), first_(first.y()), last_(first_), top_(first_), bottom_(first_) {}
+
+    // False for a point in another column, which is not taken.
+    bool take(QPoint point) {
+        if (point.x() != x_) {
+            return false;
+        }
+        last_ = point.y();
+        top_ = std::min(top_, last_);
+        bottom_ = std::max(bottom_, last_);
+        return true;
+    }
+
+    void addTo(QPolygon& line) const {
+        line << QPoint(x_, first_);
+        const bool endsOnTop = last_ == top_;
+        for (const int y : {endsOnTop ? bottom_ : top_, endsOnTop ? top_ : bottom_, last_}) {
+            if (line.last().y() != y) {
+                line << QPoint(x_, y);
+            }
+        }
+    }
+
+private:
+    int x_;
+    int first_;
+    int last_;
+    int top_;
+    int bottom_;
+};
+
+void addColumns(QPolygon& line, std::span<const controls::Point> points, double scale) {
+    if (points.empty()) {
+        return;
+    }
+    PixelColumn column(pixelAt(points.front(), scale));
+    for (const auto& point : points.subspan(1)) {
+        const QPoint pixel = pixelAt(point, scale);
+        if (!column.take(pixel)) {
+            column.addTo(line);
+            column = PixelColumn(pixel);
+        }
+    }
+    column.addTo(line);
 }
 
 }  // namespace
@@ -93,7 +145,6 @@ void PictureView::addText(const controls::Drawing::Text& text, const QColor& col
     }
 }
 
-// What falls on the pixel before it is left out.
 void PictureView::addLine(const controls::Drawing& drawing, const controls::Drawing::Shape& shape, double scale) {
     if (lineCount_ == lines_.size()) {
         lines_.emplace_back();
@@ -109,12 +160,7 @@ void PictureView::addLine(const controls::Drawing& drawing, const controls::Draw
                     << corner;
         return;
     }
-    for (const auto& point : points) {
-        const QPoint pixel = pixelAt(point, scale);
-        if (line.points.isEmpty() || line.points.last() != pixel) {
-            line.points << pixel;
-        }
-    }
+    addColumns(line.points, points, scale);
 }
 
 void PictureView::paintEvent(QPaintEvent*) {

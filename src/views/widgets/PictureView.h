@@ -1,4 +1,5 @@
-// Paints a picture box: its drawing scaled from twips to the pixels of the widget.
+// Paints a picture box: its drawing scaled from twips to the pixels of the widget. A line of very many points costs
+// what its pixels cost, and no point of it that sticks out is lost.
 #pragma once
 
 #include <QColor>

@@ -95,7 +95,7 @@ void Readout::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), own                               ? palette().color(QPalette::Window)
                              : look_.ground == Ground::Surface ? shades::surface(palette())
                                                                : shades::tile(palette()));
-    painter.setPen(look_.muted && isEnabled() ? shades::muted(palette()) : palette().color(foregroundRole()));
+    painter.setPen(look_.muted && isEnabled() ? shades::names(*this) : palette().color(foregroundRole()));
     const qreal width = digits_.width(shown_) * shrink_;
     const qreal left = look_.alignment.testFlag(Qt::AlignRight)     ? this->width() - width
                        : look_.alignment.testFlag(Qt::AlignHCenter) ? (this->width() - width) / 2
