@@ -36,6 +36,7 @@ constexpr int kErrorLineLost = 8012;
 // On a line that may bring more than the program can handle: how long one event goes on with the bytes that are there
 // before others have their turn, and how far the program may fall behind before what waits is dropped.
 constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
+constexpr platform::Micros kLongestNesting = 2000 * platform::kMicrosPerMilli;
 constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // More of one handler is the tuner's time, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
@@ -226,7 +227,9 @@ void Connection::onComm() {
 }
 
 void Connection::receiveAll() {
-    const auto begin = machine_.pump.now();
+    if (receiveDepth_ == 1) {
+        runBegin_ = machine_.pump.now();
+    }
     while (panel_.MSComm1.InBufferCount() > 0) {
         takeBytes();
         if (!panel_.receiver.rxReady()) {
@@ -234,33 +237,29 @@ void Connection::receiveAll() {
         }
         const auto taken = dispatch();
         behind_ += std::min(taken, kMostOfOneHandler);
-        if (panel_.MSComm1.mayFlood() && givesWay(begin, taken)) {
+        if (panel_.MSComm1.mayFlood() && givesWay(taken)) {
             return;
         }
     }
     behind_ = 0;
 }
 
-// Only the outermost run may end early: inside a handler's wait the order of the frames would change. There others have
-// their turn between two frames.
-bool Connection::givesWay(platform::Micros begin, platform::Micros lastHandler) {
+// The outermost run ends early. Inside a handler's wait that would change the order of the frames: there others have
+// their turn between two frames, and only a line that never falls silent for long ends the run.
+bool Connection::givesWay(platform::Micros lastHandler) {
     if (behind_ > kFarthestBehind) {
         dropWhatCameTooFast();
     }
     if (panel_.MSComm1.InBufferCount() == 0) {
         return false;
     }
-    if (receiveDepth_ == 1) {
-        const bool ends = machine_.pump.now() - begin >= kSlice;
-        if (ends) {
-            panel_.MSComm1.raiseOnCommLater();
-        }
-        return ends;
-    }
-    if (lastHandler >= kSlice) {
+    const bool ends = machine_.pump.now() - runBegin_ >= (receiveDepth_ == 1 ? kSlice : kLongestNesting);
+    if (ends) {
+        panel_.MSComm1.raiseOnCommLater();
+    } else if (receiveDepth_ > 1 && lastHandler >= kSlice) {
         machine_.pump.pump();
     }
-    return false;
+    return ends;
 }
 
 void Connection::dropWhatCameTooFast() {

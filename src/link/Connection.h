@@ -36,7 +36,7 @@ private:
     void onComm();
     [[nodiscard]] platform::Micros dispatch();
     void receiveAll();
-    [[nodiscard]] bool givesWay(platform::Micros begin, platform::Micros lastHandler);
+    [[nodiscard]] bool givesWay(platform::Micros lastHandler);
     void dropWhatCameTooFast();
     void takeBytes();
     void comboRefreshClick();
@@ -58,6 +58,7 @@ private:
     int looks_ = 0;  // at pending events, after the bytes of an event
     // Time spent in handlers since the buffer was empty last.
     platform::Micros behind_ = 0;
+    platform::Micros runBegin_ = 0;  // of the outermost run
     std::array<std::uint8_t, 19> offlineFrame_{};
 };
 

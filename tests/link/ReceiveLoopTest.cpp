@@ -394,6 +394,15 @@ TEST_F(ReceiveFlood, TheProgramFollowsAgainSoonAfterAFloodOfBlocksThatWaitInside
     EXPECT_LE(recovery(), 5000 * kMicrosPerMilli);
 }
 
+// Each frame waits inside the wait of the one before it. The wait that all of them stand in comes to its end.
+TEST_F(ReceiveFlood, AWaitEndsThoughTheFloodGoesOn) {
+    WaitingDecoder decoder(program_.pump);
+    program_.program.dispatcher().setLiveDecoder(decoder);
+    flood(frame('R', {1}), 4, 20'000 * kMicrosPerMilli);
+    program_.pump.wait(100);
+    EXPECT_LE(program_.pump.now(), 4000 * kMicrosPerMilli);
+}
+
 // 250 frames a second, all of them handled at once: nothing is dropped, however long it goes on.
 TEST_F(ReceiveFlood, FramesThatTakeNoTimeAreNeverDropped) {
     flood(frame('T', {7, 1, 0}), 4, 60'000 * kMicrosPerMilli);

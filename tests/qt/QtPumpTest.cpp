@@ -192,7 +192,7 @@ TEST_F(QtPumpTest, CommandsAreServedAndSettleDuringAHold) {
     handler->callAt(pump.now());
     command->callAt(pump.now());
     pump.whenSettled([&] { notes.emplace_back("settled"); }, kPatience);
-    pump.wait(2);
+    turnUntil(2);
     EXPECT_THAT(notes, ElementsAre("command", "settled"));
 }
 
