@@ -20,6 +20,14 @@ std::filesystem::path preferencesOf(const Options& options) {
     return options.folder ? *options.folder / "preferences.ini" : defaultPreferences();
 }
 
+void tellOfPreferences(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        complain("the preferences are not kept: " + file.string() + " is no file");
+    }
+}
+
 ecu::EcuSettings ecuSettings(const std::string& keys) {
     ecu::EcuSettings settings;
     if (const auto problem = ecu::parseKeyList(settings, keys); !problem.empty()) {
@@ -63,6 +71,7 @@ Session::Session(const Options& options, Surroundings surroundings)
     if (options.trace && !line_.traceTo(*options.trace, traceFailed)) {
         throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
     }
+    tellOfPreferences(preferencesOf(options));
     registerNames();
 }
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <vector>
 
+#include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TableFile.h"
 #include "live/BackupFile.h"
@@ -19,7 +21,6 @@ namespace {
 
 constexpr int kLastTens = 100;  // a pass goes over tens from 0 to 100, and over 0 to 10 from each of them
 constexpr int kLastStep = 10;
-constexpr int kLastChecked = 1000;
 constexpr int kBytePause = 125;  // ms: an EEPROM write in the ECU has ended, and the reply of a read has come
 constexpr int kEdgePause = 100;
 constexpr int kOldestReply = 240;         // seconds
@@ -52,24 +53,6 @@ private:
 
     FrmSarn2& window_;
     bool pollAfterwards_;
-};
-
-// The wall clock as it would go on from now if nobody set it.
-class UnsetClock {
-public:
-    explicit UnsetClock(const platform::EventPump& pump)
-        : pump_(pump), startTime_(platform::secondsOf(pump.wallTime())), start_(pump.now()) {}
-
-    // In the second that it shows, or one late: what has been read is never ahead of it.
-    [[nodiscard]] platform::WallTime time() const {
-        constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
-        return platform::wallTimeOf(startTime_ + (pump_.now() - start_) / kSecond + 1);
-    }
-
-private:
-    const platform::EventPump& pump_;
-    std::int64_t startTime_;
-    platform::Micros start_;
 };
 
 // The number in plain digits, from 0 to `highest`; nothing for any other text.
@@ -108,6 +91,28 @@ std::optional<int> secondsSince(std::string_view time, const platform::WallTime&
     return passed < 0 ? passed + kDay : passed;
 }
 
+// The wall clock as it would go on from now if nobody set it.
+class EepromImage::UnsetClock {
+public:
+    explicit UnsetClock(const platform::EventPump& pump)
+        : pump_(pump), startTime_(platform::secondsOf(pump.wallTime())), start_(pump.now()) {}
+
+    // In the second that it shows, or one late: what has been read is never ahead of it.
+    [[nodiscard]] platform::WallTime time() const {
+        constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
+        return platform::wallTimeOf(startTime_ + (pump_.now() - start_) / kSecond + 1);
+    }
+    [[nodiscard]] bool wasSet() const {
+        constexpr std::int64_t kTolerance = 2;  // seconds: one for the rounding, one for a clock that is slewed
+        return std::abs(platform::secondsOf(pump_.wallTime()) - platform::secondsOf(time())) > kTolerance;
+    }
+
+private:
+    const platform::EventPump& pump_;
+    std::int64_t startTime_;
+    platform::Micros start_;
+};
+
 EepromImage::EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom)
     : window_(window), tables_(tables), eeprom_(eeprom) {
     window.btnBackup.Click = [this] { backup(); };
@@ -116,13 +121,12 @@ EepromImage::EepromImage(FrmSarn2& window, core::SharedTables& tables, core::Eep
 
 void EepromImage::backup() {
     bool complete = false;
-    const UnsetClock clock(window_.machine().pump);
     {
         const Quiet quiet(window_, true);
         if (!readAll()) {
             return;
         }
-        complete = readLately(clock.time());
+        complete = clockWasSet_ ? heard_.all() : readLately();
         window_.btnBackup.Caption = "BackUp EEPROM";
     }
     if (complete) {
@@ -133,15 +137,35 @@ void EepromImage::backup() {
 }
 
 bool EepromImage::readAll() {
+    heard_.reset();
+    clockWasSet_ = false;
+    std::optional<UnsetClock> clock(window_.machine().pump);
+    int last = 0;
     pause();
-    const bool whole = pass(window_.btnBackup, [this](int address) {
+    const bool whole = pass(window_.btnBackup, [&](int address) {
+        listen(last, *clock);
+        clock.emplace(window_.machine().pump);
+        last = address;
         eeprom_.ReadEE(core::toInt16(address));
         return true;
     });
     if (whole) {
+        listen(last, *clock);
+        clock.emplace(window_.machine().pump);
         pause();
+        clockWasSet_ = clockWasSet_ || clock->wasSet();
     }
     return whole && window_.isLoaded();
+}
+
+// Whether the address has an answer, by the clock of now or as it was when the byte was asked for.
+void EepromImage::listen(int address, const UnsetClock& clock) {
+    clockWasSet_ = clockWasSet_ || clock.wasSet();
+    const auto& time = core::checked(tables_.EETime, address);
+    const bool heard = isRecent(time, window_.machine().pump.wallTime()) || isRecent(time, clock.time());
+    if (heard && address <= kLastChecked) {
+        heard_.set(static_cast<std::size_t>(address));
+    }
 }
 
 template <class Transfer>
@@ -168,11 +192,10 @@ void EepromImage::pause() {
     pump.pump();
 }
 
-bool EepromImage::readLately(const platform::WallTime& unsetClock) const {
+bool EepromImage::readLately() const {
     const auto now = window_.machine().pump.wallTime();
     const auto checked = std::span(tables_.EETime).first(kLastChecked + 1);
-    return std::all_of(checked.begin(), checked.end(),
-                       [&](const std::string& time) { return isRecent(time, now) || isRecent(time, unsetClock); });
+    return std::all_of(checked.begin(), checked.end(), [&](const std::string& time) { return isRecent(time, now); });
 }
 
 // The writer leaves the last element out, so the table is one longer than the image.

@@ -5,6 +5,7 @@
 //     ...            one line for each address; a backup writes all 3001 of EEImage
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -27,9 +28,12 @@ public:
     EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom);
 
 private:
+    static constexpr int kLastChecked = 1000;  // address
+    class UnsetClock;
+
     // Writes "EEPROM_hh_mm_ss.txt" into the program's folder if all of addresses 0 to 1000 were read within the last
-    // 240 seconds, by the wall clock or by what it would show had nobody set it since the click, and says in a message
-    // box what has come of it. An older file of that name gets another (BackupFile.h).
+    // 240 seconds, or, where the clock was set during the run, if each was when its turn was over; and says in a
+    // message box what has come of it. An older file of that name gets another (BackupFile.h).
     void backup();
     // Asks for a file and writes it. The first line that is no number from 0 to 255, or is not there, ends it with a
     // message box; the bytes before it have been written. Nothing is read back.
@@ -41,7 +45,8 @@ private:
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
     template <class Transfer>
     bool pass(controls::CommandButton& button, Transfer&& transfer);
-    [[nodiscard]] bool readLately(const platform::WallTime& unsetClock) const;
+    [[nodiscard]] bool readLately() const;
+    void listen(int address, const UnsetClock& clock);
     void save();
     void pause();
     void tell(const std::string& text, platform::MessageIcon icon);
@@ -49,6 +54,8 @@ private:
     FrmSarn2& window_;
     core::SharedTables& tables_;
     core::EepromAccess& eeprom_;
+    std::bitset<kLastChecked + 1> heard_;  // in this backup
+    bool clockWasSet_ = false;             // during it
 };
 
 // The seconds from `time`, a text "hh:mm:ss" of the last 24 hours, to `now`, which may lie behind midnight. Nothing for

@@ -52,6 +52,14 @@ TEST_F(RefusedInput, PreferencesAreARegularFile) {
     }
 }
 
+TEST_F(RefusedInput, PreferencesOfTheFolderThatAreNoFileAreTold) {
+    ASSERT_EQ(mkfifo((folder_ / "preferences.ini").c_str(), 0600), 0);
+    const auto outcome = run({"--ecu", "none"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "korvane-tuner: the preferences are not kept: " + (folder_ / "preferences.ini").string() +
+                                  " is no file\n");
+}
+
 TEST_F(RefusedInput, ATraceIsNoPipe) {
     expectRefused("--trace", pipe_, "--trace needs a file and not \"" + pipe_ + "\"");
     EXPECT_EQ(run({"--ecu", "none", "--trace", "/dev/null"}).status, 0);

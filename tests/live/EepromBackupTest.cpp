@@ -211,6 +211,23 @@ TEST_F(EepromBackup, AClockThatIsSetHidesNoMissingReply) {
     EXPECT_THAT(messages(), ElementsAre(kReadError));
 }
 
+TEST_F(EepromBackup, AClockThatIsSetBackDoesNotMakeOldBytesNew) {
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo("EEPROM_12_02_19.txt")));
+    virtual_.pump.wait(3'600'000 - 139'075);
+    ecu_.silent = true;
+    at(static_cast<int>(now()) + 70'000, [this] { virtual_.pump.shiftWallTime(-3600); });
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(kReadError));
+}
+
+TEST_F(EepromBackup, AClockThatIsSetAndSetBackDoesNotMatter) {
+    at(40'000, [this] { virtual_.pump.shiftWallTime(3600); });
+    at(90'000, [this] { virtual_.pump.shiftWallTime(-3600); });
+    backup();
+    EXPECT_THAT(messages(), ElementsAre(savedTo("EEPROM_12_02_19.txt")));
+}
+
 class EepromBackupOfThatName : public EepromBackup {
 protected:
     EepromBackupOfThatName() {
