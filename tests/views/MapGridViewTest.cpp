@@ -12,6 +12,7 @@
 #include "controls/Controls.h"
 #include "maps/MapGrid.h"
 #include "support/VirtualProgram.h"
+#include "views/Accessibility.h"
 #include "views/Events.h"
 #include "views/frame/ViewHost.h"
 #include "views/maps/MapGridBinding.h"
@@ -404,6 +405,7 @@ TEST_F(MapGridViewTest, TheToolTipIsThatOfTheCellUnderTheMouse) {
 }
 
 TEST_F(MapGridViewTest, AScreenReaderHearsCellValueAndState) {
+    installAccessibility();
     auto& cell = form.first(17);  // second row, second column: 1500 rpm, 10 to 20 percent
     cell.Text = "4.2";
     cell.ForeColor = controls::kBlue;
