@@ -36,7 +36,7 @@ constexpr int kErrorLineLost = 8012;
 // On a line that may bring more than the program can handle: how long one event goes on with the bytes that are there
 // before others have their turn, and how far the program may fall behind before what waits is dropped.
 constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
-constexpr platform::Micros kLongestNesting = 2000 * platform::kMicrosPerMilli;
+constexpr platform::Micros kLongestNesting = 1000 * platform::kMicrosPerMilli;
 constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // More of one handler is the tuner's time, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
@@ -212,7 +212,8 @@ bool Connection::closing(int useSound) {
 }
 
 void Connection::onComm() {
-    if (receiveDepth_ >= kDeepestReceive) {
+    // What comes then is taken by a run further out.
+    if (receiveDepth_ >= kDeepestReceive || nestsTooLong()) {
         return;
     }
     {
@@ -253,13 +254,21 @@ bool Connection::givesWay(platform::Micros lastHandler) {
     if (panel_.MSComm1.InBufferCount() == 0) {
         return false;
     }
-    const bool ends = machine_.pump.now() - runBegin_ >= (receiveDepth_ == 1 ? kSlice : kLongestNesting);
-    if (ends) {
-        panel_.MSComm1.raiseOnCommLater();
-    } else if (receiveDepth_ > 1 && lastHandler >= kSlice) {
+    if (receiveDepth_ == 1) {
+        const bool ends = machine_.pump.now() - runBegin_ >= kSlice;
+        if (ends) {
+            panel_.MSComm1.raiseOnCommLater();
+        }
+        return ends;
+    }
+    if (!nestsTooLong() && lastHandler >= kSlice) {
         machine_.pump.pump();
     }
-    return ends;
+    return nestsTooLong();
+}
+
+bool Connection::nestsTooLong() const {
+    return receiveDepth_ > 0 && panel_.MSComm1.mayFlood() && machine_.pump.now() - runBegin_ >= kLongestNesting;
 }
 
 void Connection::dropWhatCameTooFast() {

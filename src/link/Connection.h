@@ -37,6 +37,7 @@ private:
     [[nodiscard]] platform::Micros dispatch();
     void receiveAll();
     [[nodiscard]] bool givesWay(platform::Micros lastHandler);
+    [[nodiscard]] bool nestsTooLong() const;
     void dropWhatCameTooFast();
     void takeBytes();
     void comboRefreshClick();

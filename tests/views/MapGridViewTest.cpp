@@ -47,6 +47,8 @@ public:
 class GridFormView : public WindowView {
 public:
     GridFormView(GridForm& form, FrameClock& clock) : WindowView(form, clock) {
+        // Before the widgets are made.
+        installAccessibility();
         QWidget* const self = this;
         auto& rows = child<QVBoxLayout>(self);
         const auto put = [&rows](auto& widget) -> auto& {
@@ -405,7 +407,6 @@ TEST_F(MapGridViewTest, TheToolTipIsThatOfTheCellUnderTheMouse) {
 }
 
 TEST_F(MapGridViewTest, AScreenReaderHearsCellValueAndState) {
-    installAccessibility();
     auto& cell = form.first(17);  // second row, second column: 1500 rpm, 10 to 20 percent
     cell.Text = "4.2";
     cell.ForeColor = controls::kBlue;
