@@ -1,6 +1,7 @@
 #include "fields/Fields.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "core/Checked.h"
@@ -86,13 +87,15 @@ Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(ta
 
 bool Fields::take(std::int32_t value, int addr, bool is16) {
     keepImage(value, addr, is16);
-    const auto distance = [&](const Field& field) { return addr - tables_.addresses.*field.first; };
+    const auto distance = [&](const Field& field) {
+        return std::int64_t{addr} - std::int64_t{tables_.addresses.*field.first};
+    };
     const auto answers = [&](const Field& field) { return distance(field) >= 0 && distance(field) < answersOf(field); };
     const auto field = std::find_if(rows_.begin(), rows_.end(), answers);
     if (field == rows_.end()) {
         return false;
     }
-    show(*field, value, distance(*field) / bytesOf(*field));
+    show(*field, value, static_cast<int>(distance(*field)) / bytesOf(*field));
     return true;
 }
 

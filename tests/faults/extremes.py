@@ -33,11 +33,11 @@ NO_CLICK = ("btnBackup", "btnUploadEEPROM", "btnConnect")  # minutes of waiting 
 def property_names():
     """All that controls and windows have, as the tables in the source name them."""
     found = set()
-    for path in sorted((ROOT / "src" / "platform").glob("*.cpp")):
+    for path in sorted((ROOT / "src" / "controls").glob("*.cpp")):
         text = path.read_text(encoding="utf-8")
         found |= set(re.findall(r'\b[pP]roperty<[^>]*>\("(\w+)"', text))
         found |= set(re.findall(r'PropertyInfo\{\s*"(\w+)"', text))
-    check(len(found) > 30, f"only {len(found)} properties found in src/platform")
+    check(len(found) > 30, f"only {len(found)} properties found in src/controls")
     return sorted(found)
 
 

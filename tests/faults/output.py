@@ -23,8 +23,7 @@ REFUSED_TUNER = "the commands are carried out, one line on standard error says s
 REFUSED_ECU = "one line on standard error says so, the link is gone, and the status is 1"
 TUNER = (
     Case("standard output full", REFUSED_TUNER, 'exec "$@" >/dev/full', 1, 1),
-    Case("standard output closed", "the commands are carried out, and the replies go into no other file",
-         'exec "$@" >&-', 0, 0),
+    Case("standard output closed", REFUSED_TUNER, 'exec "$@" >&-', 1, 1),
     Case("standard output without a reader", REFUSED_TUNER, None, 1, 1),
     Case("standard error closed", "it makes no difference", 'exec "$@" 2>&-', 0, None),
     Case("standard error full", "it makes no difference", 'exec "$@" 2>/dev/full', 0, None),
