@@ -52,18 +52,4 @@ void MapLine::trapped(const std::function<void()>& handler) {
     }
 }
 
-Progress::Progress(controls::ProgressBar& bar, int steps)
-    : bar_(bar), outerVisible_(bar.Visible), outerMax_(bar.Max), outerValue_(bar.Value) {
-    bar_.start(steps);
-}
-
-Progress::~Progress() {
-    if (outerVisible_) {
-        bar_.Max = outerMax_;
-        bar_.Value = outerValue_;
-    } else {
-        bar_.stop();
-    }
-}
-
 }  // namespace korvane::maps

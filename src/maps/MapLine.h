@@ -55,22 +55,4 @@ private:
     const MapContext& context_;
 };
 
-// The progress bar for as long as a transfer runs. One that was begun inside another gives the bar back to it.
-class Progress {
-public:
-    Progress(controls::ProgressBar& bar, int steps);
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-    ~Progress();
-
-    void step() { bar_.Value = ++done_; }
-
-private:
-    controls::ProgressBar& bar_;
-    int done_ = 0;
-    bool outerVisible_;
-    int outerMax_;
-    int outerValue_;
-};
-
 }  // namespace korvane::maps

@@ -63,7 +63,7 @@ void MapWriter::write() {
 }
 
 void MapWriter::writeWhole() {
-    Progress progress(window_.prgTransfer, kHalf);
+    fields::Progress progress(window_.prgTransfer, kHalf);
     line_.stopPoll();
     line_.show(kind_.sending);
     sendHalf(kind_.firstLetter, 0, progress);
@@ -80,7 +80,7 @@ void MapWriter::writeWhole() {
 
 // The second half goes out also when the first was not acknowledged; only the commit depends on both.
 void MapWriter::writeHalves() {
-    Progress progress(window_.prgTransfer, 2 * kHalf);
+    fields::Progress progress(window_.prgTransfer, 2 * kHalf);
     line_.stopPoll();
     line_.show(kind_.sending);
     tables_.*kind_.acks = 0;
@@ -97,7 +97,7 @@ void MapWriter::writeHalves() {
     line_.startPoll();
 }
 
-void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, Progress& progress) {
+void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, fields::Progress& progress) {
     line_.send({letter});
     for (std::size_t cell = first; cell < first + kHalf;) {
         line_.pump();

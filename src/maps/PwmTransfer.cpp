@@ -2,6 +2,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
+#include "fields/Progress.h"
 #include "maps/PaneWindow.h"
 
 namespace korvane::maps {
@@ -39,7 +40,7 @@ void PwmTransfer::save() {
 }
 
 void PwmTransfer::send() {
-    Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
+    fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
     line_.stopPoll();
     line_.wait(kQuietPause);
     line_.showWithTime("Sending PWM table ");
