@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "views/widgets/PictureView.h"
+#include "views/widgets/charts/PictureView.h"
 
 namespace {
 

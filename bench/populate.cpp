@@ -5,12 +5,12 @@
 #include <new>
 
 #include "core/Checked.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/MapConversions.h"
 #include "maps/MapForm.h"
+#include "maps/grid/MapConversions.h"
 #include "support/VirtualProgram.h"
 
 namespace {

@@ -1,13 +1,13 @@
 // Settings files of the largest kind, saved and loaded: large maps, and a value at every address.
-#include "core/SettingsFile.h"
+#include "core/files/SettingsFile.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 
-#include "core/Module1.h"
-#include "core/SharedTables.h"
+#include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "platform/QueuedDialogs.h"
 #include "support/TempFolder.h"
 

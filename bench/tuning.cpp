@@ -24,8 +24,8 @@
 
 #include "controls/clsTimer.h"
 #include "core/ParameterNames.h"
-#include "ecu/EngineNeed.h"
 #include "ecu/VirtualEcu.h"
+#include "ecu/engine/EngineNeed.h"
 #include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 

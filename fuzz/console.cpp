@@ -11,7 +11,7 @@
 
 #include "Support.h"
 #include "console/ConsoleSession.h"
-#include "console/Registry.h"
+#include "console/names/Registry.h"
 #include "core/TextEncoding.h"
 #include "platform/TappedLine.h"
 

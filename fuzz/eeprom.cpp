@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "Support.h"
-#include "core/TextFile.h"
-#include "ecu/EepromFile.h"
+#include "core/files/TextFile.h"
+#include "ecu/memory/EepromFile.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "Support.h"
-#include "core/ChannelFile.h"
-#include "core/IniFile.h"
-#include "core/Module1.h"
-#include "core/SharedTables.h"
+#include "core/files/ChannelFile.h"
+#include "core/files/IniFile.h"
+#include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "platform/FilePreferences.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Support.h"
-#include "core/TableFile.h"
+#include "core/files/TableFile.h"
 #include "maps/MapForm.h"
 #include "platform/RuntimeError.h"
 

@@ -7,9 +7,9 @@
 
 #include "Support.h"
 #include "core/Checked.h"
-#include "core/Module1.h"
-#include "core/SettingsFile.h"
-#include "core/SharedTables.h"
+#include "core/files/SettingsFile.h"
+#include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include "controls/Control.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
-#include "core/TextFile.h"
 #include "core/TimeText.h"
-#include "maps/MapGeometry.h"
-#include "maps/RealtimeChanges.h"
+#include "core/files/TextFile.h"
+#include "maps/grid/MapGeometry.h"
+#include "maps/grid/RealtimeChanges.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 

@@ -4,7 +4,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
-#include "maps/MapGeometry.h"
+#include "maps/grid/MapGeometry.h"
 #include "platform/EventPump.h"
 #include "platform/RuntimeError.h"
 

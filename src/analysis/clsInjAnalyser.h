@@ -7,9 +7,9 @@
 
 #include "controls/MSComm.h"
 #include "controls/clsTimer.h"
-#include "core/MapImages.h"
+#include "core/tables/MapImages.h"
 #include "live/LiveUpdate.h"
-#include "maps/Analysis.h"
+#include "maps/panes/Analysis.h"
 #include "platform/Machine.h"
 
 namespace korvane::analysis {

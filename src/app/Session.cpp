@@ -6,7 +6,7 @@
 
 #include "app/OneLine.h"
 #include "app/ProgramFolder.h"
-#include "console/Registry.h"
+#include "console/names/Registry.h"
 #include "platform/Files.h"
 
 namespace korvane::app {

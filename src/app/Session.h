@@ -12,7 +12,7 @@
 #include "app/ReplyWriter.h"
 #include "console/Console.h"
 #include "console/ConsoleSession.h"
-#include "console/Names.h"
+#include "console/names/Names.h"
 #include "platform/FilePreferences.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/StderrLog.h"

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "console/Arguments.h"
 #include "console/ConsoleContext.h"
-#include "console/Finder.h"
 #include "console/Watches.h"
+#include "console/names/Finder.h"
+#include "console/text/Arguments.h"
 
 namespace korvane::console {
 

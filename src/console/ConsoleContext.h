@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "console/Names.h"
+#include "console/names/Names.h"
 #include "controls/Window.h"
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"

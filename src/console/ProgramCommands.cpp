@@ -3,7 +3,7 @@
 
 #include "console/Console.h"
 #include "console/ConsoleError.h"
-#include "console/Hex.h"
+#include "console/text/Hex.h"
 
 namespace korvane::console {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "console/Finder.h"
+#include "console/names/Finder.h"
 #include "platform/EventPump.h"
 
 namespace korvane::console {

@@ -12,7 +12,7 @@
 #include <initializer_list>
 
 #include "controls/MSComm.h"
-#include "core/EepromShadow.h"
+#include "core/tables/EepromShadow.h"
 #include "platform/EventPump.h"
 
 namespace korvane::core {

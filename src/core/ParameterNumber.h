@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "core/Checked.h"
-#include "core/EepromShadow.h"
+#include "core/tables/EepromShadow.h"
 
 namespace korvane::core {
 

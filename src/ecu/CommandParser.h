@@ -13,7 +13,7 @@
 #include <optional>
 #include <span>
 
-#include "ecu/Micros.h"
+#include "ecu/engine/Micros.h"
 
 namespace korvane::ecu {
 

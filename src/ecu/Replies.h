@@ -4,10 +4,10 @@
 #include <array>
 #include <cstdint>
 
-#include "ecu/Calibration.h"
-#include "ecu/EcuSettings.h"
-#include "ecu/EngineModel.h"
-#include "ecu/FirmwareMemory.h"
+#include "ecu/engine/Calibration.h"
+#include "ecu/engine/EngineModel.h"
+#include "ecu/memory/FirmwareMemory.h"
+#include "ecu/server/EcuSettings.h"
 
 namespace korvane::ecu {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "ecu/EepromFile.h"
+#include "ecu/memory/EepromFile.h"
 
 namespace korvane::ecu {
 

@@ -9,15 +9,15 @@
 #include <string_view>
 #include <vector>
 
-#include "ecu/Calibration.h"
 #include "ecu/CommandParser.h"
-#include "ecu/EcuSettings.h"
-#include "ecu/EngineModel.h"
-#include "ecu/FirmwareMemory.h"
-#include "ecu/LineQueue.h"
-#include "ecu/Micros.h"
-#include "ecu/Noise.h"
 #include "ecu/Replies.h"
+#include "ecu/engine/Calibration.h"
+#include "ecu/engine/EngineModel.h"
+#include "ecu/engine/Micros.h"
+#include "ecu/engine/Noise.h"
+#include "ecu/memory/FirmwareMemory.h"
+#include "ecu/server/EcuSettings.h"
+#include "ecu/server/LineQueue.h"
 
 namespace korvane::ecu {
 

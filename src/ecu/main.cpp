@@ -12,11 +12,11 @@
 #include <unistd.h>
 #include <vector>
 
-#include "ecu/EcuServer.h"
-#include "ecu/OneLine.h"
-#include "ecu/Options.h"
-#include "ecu/Pty.h"
 #include "ecu/VirtualEcu.h"
+#include "ecu/server/EcuServer.h"
+#include "ecu/server/OneLine.h"
+#include "ecu/server/Options.h"
+#include "ecu/server/Pty.h"
 
 namespace {
 

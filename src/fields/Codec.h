@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::fields {
 

@@ -4,7 +4,7 @@
 #include "controls/Timer.h"
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::fields {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Field.h"
 
 namespace korvane::fields {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "core/Checked.h"
-#include "core/ModuleReg.h"
 #include "core/Numbers.h"
+#include "core/tables/ModuleReg.h"
 #include "link/W32Comms.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"

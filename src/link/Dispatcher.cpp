@@ -5,9 +5,9 @@
 #include <string>
 
 #include "core/Checked.h"
-#include "core/Module1.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
+#include "core/tables/Module1.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "link/Frames.h"
 #include "link/Windows.h"

@@ -3,8 +3,8 @@
 #include <string>
 #include <system_error>
 
-#include "core/TextFile.h"
 #include "core/TimeText.h"
+#include "core/files/TextFile.h"
 #include "platform/Files.h"
 
 namespace korvane::live {

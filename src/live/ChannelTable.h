@@ -5,8 +5,8 @@
 #include <array>
 #include <string_view>
 
-#include "core/LiveChannel.h"
-#include "core/SharedTables.h"
+#include "core/tables/LiveChannel.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::live {
 

@@ -7,7 +7,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
-#include "core/TableFile.h"
+#include "core/files/TableFile.h"
 #include "live/BackupFile.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"

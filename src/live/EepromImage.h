@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "core/EepromAccess.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "platform/Dialogs.h"
 #include "platform/WallTime.h"

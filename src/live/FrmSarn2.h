@@ -1,4 +1,4 @@
-// The main window: the controls of the dashboard and of the connection, as the rooms below act on them.
+// The main window: the controls of the dashboard and of the connection, as the modules behind act on them.
 #pragma once
 
 #include "controls/Controls.h"

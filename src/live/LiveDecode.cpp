@@ -5,8 +5,8 @@
 #include <limits>
 
 #include "core/Checked.h"
-#include "core/LiveChannel.h"
 #include "core/Numbers.h"
+#include "core/tables/LiveChannel.h"
 
 namespace korvane::live {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::live {
 

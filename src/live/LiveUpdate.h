@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "link/Windows.h"
 #include "live/ChannelTable.h"
 #include "live/FrmSarn2.h"

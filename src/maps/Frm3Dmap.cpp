@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/Checked.h"
-#include "maps/MapGeometry.h"
+#include "maps/grid/MapGeometry.h"
 
 namespace korvane::maps {
 

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <string>
 
-#include "core/IniFile.h"
 #include "core/Numbers.h"
+#include "core/files/IniFile.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"

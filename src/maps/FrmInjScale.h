@@ -6,7 +6,7 @@
 
 #include "controls/Controls.h"
 #include "controls/Window.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::maps {
 

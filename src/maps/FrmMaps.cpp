@@ -1,5 +1,5 @@
-#include "maps/MapConversions.h"
 #include "maps/MapForm.h"
+#include "maps/grid/MapConversions.h"
 
 namespace korvane::maps {
 

@@ -1,6 +1,6 @@
 #include "maps/Frm3Dmap.h"
-#include "maps/MapConversions.h"
 #include "maps/MapForm.h"
+#include "maps/grid/MapConversions.h"
 
 namespace korvane::maps {
 

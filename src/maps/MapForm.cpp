@@ -4,7 +4,7 @@
 
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/Selection.h"
+#include "maps/grid/Selection.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "controls/PictureBox.h"
-#include "maps/AnalyserPane.h"
-#include "maps/FilePane.h"
-#include "maps/FuelPane.h"
-#include "maps/IgnitionPane.h"
-#include "maps/MiscPane.h"
-#include "maps/PwmPane.h"
-#include "maps/TracePane.h"
+#include "maps/panes/AnalyserPane.h"
+#include "maps/panes/FilePane.h"
+#include "maps/panes/FuelPane.h"
+#include "maps/panes/IgnitionPane.h"
+#include "maps/panes/MiscPane.h"
+#include "maps/panes/PwmPane.h"
+#include "maps/panes/TracePane.h"
 
 namespace korvane::maps {
 

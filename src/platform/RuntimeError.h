@@ -23,7 +23,7 @@ private:
     std::string source_;
 };
 
-// The numbers that more than one room raises.
+// The numbers that more than one module raises.
 inline constexpr int kErrorOverflow = 6;
 inline constexpr int kErrorSubscript = 9;
 inline constexpr int kErrorTypeMismatch = 13;

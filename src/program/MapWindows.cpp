@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "platform/Dialogs.h"
 
 namespace korvane::program {

@@ -5,8 +5,8 @@
 
 #include "controls/WindowShelf.h"
 #include "link/Windows.h"
-#include "maps/MapContext.h"
 #include "maps/MapForm.h"
+#include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
 
 namespace korvane::program {

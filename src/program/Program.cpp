@@ -1,9 +1,9 @@
 #include "program/Program.h"
 
-#include "core/ChannelFile.h"
-#include "core/Module1.h"
-#include "core/ModuleReg.h"
 #include "core/Numbers.h"
+#include "core/files/ChannelFile.h"
+#include "core/tables/Module1.h"
+#include "core/tables/ModuleReg.h"
 #include "live/Lamps.h"
 #include "live/MainLayout.h"
 #include "platform/EventPump.h"

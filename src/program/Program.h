@@ -6,7 +6,7 @@
 
 #include "analysis/clsInjAnalyser.h"
 #include "core/EepromAccess.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -14,7 +14,7 @@
 #include "live/LiveUpdate.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/MapContext.h"
+#include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
 #include "program/MapWindows.h"
 #include "settings/FrmMisc.h"

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "core/IniFile.h"
 #include "core/Numbers.h"
+#include "core/files/IniFile.h"
 #include "platform/Texts.h"
 #include "platform/WallTime.h"
 

@@ -6,7 +6,7 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
-#include "core/SettingsFile.h"
+#include "core/files/SettingsFile.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/EepromAccess.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Context.h"
 #include "link/ConnectionPanel.h"
 #include "settings/MiscControls.h"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Field.h"
 #include "settings/MiscControls.h"
 

@@ -1,7 +1,7 @@
 // The parameters of the settings window that are shown or stored in a way of their own.
 #pragma once
 
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Field.h"
 #include "settings/MiscControls.h"
 

@@ -1,9 +1,9 @@
 #include "settings/ParameterTools.h"
 
-#include "core/ChannelFile.h"
 #include "core/Checked.h"
-#include "core/ModuleReg.h"
 #include "core/Numbers.h"
+#include "core/files/ChannelFile.h"
+#include "core/tables/ModuleReg.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/EepromAccess.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 #include "settings/MiscControls.h"
 
 namespace korvane::settings {

@@ -7,11 +7,11 @@
 
 #include "views/maps/MapGridSpeech.h"
 #include "views/maps/MapGridView.h"
-#include "views/widgets/Dial.h"
-#include "views/widgets/Gauge.h"
-#include "views/widgets/Lamp.h"
-#include "views/widgets/PictureView.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/charts/PictureView.h"
+#include "views/widgets/values/Dial.h"
+#include "views/widgets/values/Gauge.h"
+#include "views/widgets/values/Lamp.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

@@ -5,8 +5,8 @@
 #include "AnalysisBench.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/MapContext.h"
 #include "maps/MapForm.h"
+#include "maps/transfer/MapContext.h"
 
 namespace korvane::analysis {
 namespace {

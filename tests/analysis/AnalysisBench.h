@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "analysis/clsInjAnalyser.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "support/ErrorOf.h"
 #include "support/VirtualProgram.h"

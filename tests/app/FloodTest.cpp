@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "ecu/Pty.h"
+#include "ecu/server/Pty.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"

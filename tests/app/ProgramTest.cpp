@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 
-#include "core/ModuleReg.h"
+#include "core/tables/ModuleReg.h"
 #include "program/Program.h"
 #include "support/VirtualProgram.h"
 

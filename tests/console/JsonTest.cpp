@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "console/Json.h"
+#include "console/text/Json.h"
 
 namespace korvane::console {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/ConsoleError.h"
-#include "console/Names.h"
+#include "console/names/Names.h"
 #include "platform/RuntimeError.h"
 
 namespace korvane::console {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "console/Registry.h"
 #include "console/TestWindow.h"
+#include "console/names/Registry.h"
 #include "program/Program.h"
 #include "support/TempFolder.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/ConsoleError.h"
-#include "console/Convert.h"
+#include "console/text/Convert.h"
 
 namespace korvane::console {
 namespace {

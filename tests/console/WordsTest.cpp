@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "console/Arguments.h"
 #include "console/ConsoleError.h"
-#include "console/Hex.h"
-#include "console/Path.h"
+#include "console/names/Path.h"
+#include "console/text/Arguments.h"
+#include "console/text/Hex.h"
 
 namespace korvane::console {
 namespace {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "core/ChannelFile.h"
-#include "core/SharedTables.h"
+#include "core/files/ChannelFile.h"
+#include "core/tables/SharedTables.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"
 #include "support/TempFolder.h"

@@ -3,7 +3,7 @@
 
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "core/IniFile.h"
+#include "core/files/IniFile.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 

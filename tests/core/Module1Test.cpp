@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "core/Module1.h"
-#include "core/ModuleReg.h"
 #include "core/ParameterNames.h"
+#include "core/tables/Module1.h"
+#include "core/tables/ModuleReg.h"
 #include "platform/virtual/MemoryPreferences.h"
 
 namespace korvane::core {

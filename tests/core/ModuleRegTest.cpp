@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/ModuleReg.h"
+#include "core/tables/ModuleReg.h"
 #include "platform/virtual/MemoryPreferences.h"
 
 namespace korvane::core {

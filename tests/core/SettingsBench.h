@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/Checked.h"
-#include "core/SettingsFile.h"
+#include "core/files/SettingsFile.h"
 #include "platform/QueuedDialogs.h"
 #include "support/TempFolder.h"
 

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "SettingsBench.h"
-#include "core/Module1.h"
 #include "core/Numbers.h"
-#include "core/SettingsFile.h"
-#include "core/TextFile.h"
+#include "core/files/SettingsFile.h"
+#include "core/files/TextFile.h"
+#include "core/tables/Module1.h"
 #include "support/FileSizeLimit.h"
 
 namespace korvane::core {

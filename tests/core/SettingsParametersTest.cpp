@@ -1,5 +1,5 @@
 #include "SettingsBench.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 
 namespace korvane::core {
 namespace {

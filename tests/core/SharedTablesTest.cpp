@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "core/Checked.h"
-#include "core/SharedTables.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::core {
 namespace {

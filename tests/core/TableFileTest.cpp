@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "core/TableFile.h"
-#include "core/TextFile.h"
+#include "core/files/TableFile.h"
+#include "core/files/TextFile.h"
 #include "platform/QueuedDialogs.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "core/ParameterNames.h"
-#include "ecu/Calibration.h"
-#include "ecu/InjectionScale.h"
+#include "ecu/engine/Calibration.h"
+#include "ecu/engine/InjectionScale.h"
 
 namespace korvane::ecu {
 namespace {

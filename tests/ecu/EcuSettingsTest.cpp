@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ecu/EcuSettings.h"
+#include "ecu/server/EcuSettings.h"
 
 namespace korvane::ecu {
 namespace {

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "Wire.h"
-#include "ecu/EepromFile.h"
+#include "ecu/memory/EepromFile.h"
 #include "support/TempFolder.h"
 
 namespace korvane::ecu {

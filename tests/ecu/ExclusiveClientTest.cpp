@@ -14,8 +14,8 @@
 #include <thread>
 #include <unistd.h>
 
-#include "ecu/EcuServer.h"
-#include "ecu/Pty.h"
+#include "ecu/server/EcuServer.h"
+#include "ecu/server/Pty.h"
 
 namespace korvane::ecu {
 namespace {

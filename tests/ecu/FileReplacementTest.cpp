@@ -3,7 +3,7 @@
 #include <sys/stat.h>
 #include <vector>
 
-#include "ecu/FileReplacement.h"
+#include "ecu/memory/FileReplacement.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 

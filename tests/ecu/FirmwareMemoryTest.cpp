@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/ParameterNames.h"
-#include "ecu/FirmwareMemory.h"
+#include "ecu/memory/FirmwareMemory.h"
 
 namespace korvane::ecu {
 namespace {

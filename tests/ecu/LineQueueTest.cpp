@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ecu/LineQueue.h"
+#include "ecu/server/LineQueue.h"
 
 namespace korvane::ecu {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ecu/Noise.h"
+#include "ecu/engine/Noise.h"
 
 namespace korvane::ecu {
 namespace {

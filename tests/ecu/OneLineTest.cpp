@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ecu/OneLine.h"
+#include "ecu/server/OneLine.h"
 
 namespace korvane::ecu {
 namespace {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "ecu/OpenWatch.h"
+#include "ecu/server/OpenWatch.h"
 #include "support/TempFolder.h"
 
 namespace korvane::ecu {

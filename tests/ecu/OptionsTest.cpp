@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "ecu/Options.h"
+#include "ecu/server/Options.h"
 #include "support/TempFolder.h"
 
 namespace korvane::ecu {

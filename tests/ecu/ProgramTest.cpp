@@ -15,8 +15,8 @@
 #include <utility>
 #include <vector>
 
-#include "ecu/Descriptor.h"
-#include "ecu/EepromFile.h"
+#include "ecu/memory/EepromFile.h"
+#include "ecu/server/Descriptor.h"
 #include "support/TempFolder.h"
 
 namespace korvane::ecu {

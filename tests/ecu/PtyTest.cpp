@@ -10,8 +10,8 @@
 #include <unistd.h>
 
 #include "Wire.h"
-#include "ecu/EcuServer.h"
-#include "ecu/Pty.h"
+#include "ecu/server/EcuServer.h"
+#include "ecu/server/Pty.h"
 #include "support/TempFolder.h"
 
 namespace korvane::ecu {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
 
-#include "ecu/Pty.h"
-#include "ecu/TerminalSpeed.h"
+#include "ecu/server/Pty.h"
+#include "ecu/server/TerminalSpeed.h"
 
 namespace korvane::ecu {
 namespace {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "fields/Fields.h"
 #include "platform/RuntimeError.h"
 #include "support/VirtualProgram.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/EepromAccess.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"

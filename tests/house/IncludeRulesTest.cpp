@@ -11,8 +11,8 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<std::string> floors(std::string path, std::string include) {
-    return brokenFloors({std::move(path), "#include \"" + include + "\"\n"});
+std::vector<std::string> layers(std::string path, std::string include) {
+    return brokenLayers({std::move(path), "#include \"" + include + "\"\n"});
 }
 
 std::vector<std::string> libraries(std::string path, std::string include) {
@@ -42,67 +42,68 @@ TEST_F(Sources, AreAllThere) {
     }
 }
 
-TEST(Floors, LetARoomIncludeItselfAndTheRoomsAbove) {
-    EXPECT_THAT(floors("live/Lamps.cpp", "live/Lamps.h"), IsEmpty());
-    EXPECT_THAT(floors("live/Lamps.cpp", "link/Dispatcher.h"), IsEmpty());
-    EXPECT_THAT(floors("live/Lamps.cpp", "core/SharedTables.h"), IsEmpty());
-    EXPECT_THAT(floors("app/Session.cpp", "console/Console.h"), IsEmpty());
-    EXPECT_THAT(floors("platform/Files.cpp", "platform/Files.h"), IsEmpty());
+TEST(Layers, LetAModuleIncludeItselfAndThoseBefore) {
+    EXPECT_THAT(layers("live/Lamps.cpp", "live/Lamps.h"), IsEmpty());
+    EXPECT_THAT(layers("live/Lamps.cpp", "link/Dispatcher.h"), IsEmpty());
+    EXPECT_THAT(layers("live/Lamps.cpp", "core/tables/SharedTables.h"), IsEmpty());
+    EXPECT_THAT(layers("app/Session.cpp", "console/Console.h"), IsEmpty());
+    EXPECT_THAT(layers("platform/Files.cpp", "platform/Files.h"), IsEmpty());
 }
 
-TEST(Floors, ForbidARoomBelow) {
-    EXPECT_THAT(floors("core/IniFile.h", "link/Dispatcher.h"), SizeIs(1));
-    EXPECT_THAT(floors("platform/Files.cpp", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("link/Dispatcher.cpp", "live/FrmSarn2.h"), SizeIs(1));
-    EXPECT_THAT(floors("maps/MapGrid.cpp", "analysis/Analyser.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "program/Program.h"), SizeIs(1));
-    EXPECT_THAT(floors("console/Console.cpp", "views/Views.h"), SizeIs(1));
-    EXPECT_THAT(floors("platform/Files.cpp", "controls/Window.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/widgets/Dial.cpp", "views/frame/Binder.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/frame/Binder.cpp", "views/maps/MapGridView.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "views/Views.h"), SizeIs(1));
+TEST(Layers, ForbidALaterModule) {
+    EXPECT_THAT(layers("core/files/IniFile.h", "link/Dispatcher.h"), SizeIs(1));
+    EXPECT_THAT(layers("platform/Files.cpp", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(layers("link/Dispatcher.cpp", "live/FrmSarn2.h"), SizeIs(1));
+    EXPECT_THAT(layers("maps/grid/MapGrid.cpp", "analysis/Analyser.h"), SizeIs(1));
+    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "program/Program.h"), SizeIs(1));
+    EXPECT_THAT(layers("console/Console.cpp", "views/Views.h"), SizeIs(1));
+    EXPECT_THAT(layers("platform/Files.cpp", "controls/Window.h"), SizeIs(1));
+    EXPECT_THAT(layers("views/widgets/values/Dial.cpp", "views/frame/Binder.h"), SizeIs(1));
+    EXPECT_THAT(layers("views/frame/Binder.cpp", "views/maps/MapGridView.h"), SizeIs(1));
+    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "views/Views.h"), SizeIs(1));
 }
 
-TEST(Floors, LetOnlyTheCompositionAndItsToolsKnowAMachine) {
-    EXPECT_THAT(floors("controls/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
-    EXPECT_THAT(floors("live/Lamps.cpp", "platform/virtual/MemoryLine.h"), SizeIs(1));
-    EXPECT_THAT(floors("link/Connection.cpp", "platform/qt/PortMap.h"), SizeIs(1));
-    EXPECT_THAT(floors("console/Console.cpp", "platform/qt/QtPump.h"), SizeIs(1));
-    EXPECT_THAT(floors("platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"), SizeIs(1));
-    EXPECT_THAT(floors("app/main.cpp", "platform/qt/QtPump.h"), IsEmpty());
-    EXPECT_THAT(floors("app/main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
-    EXPECT_THAT(floors("views/frame/ViewHost.cpp", "platform/qt/QtPump.h"), IsEmpty());
+TEST(Layers, LetOnlyTheCompositionAndItsToolsKnowAMachine) {
+    EXPECT_THAT(layers("controls/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
+    EXPECT_THAT(layers("live/Lamps.cpp", "platform/virtual/MemoryLine.h"), SizeIs(1));
+    EXPECT_THAT(layers("link/Connection.cpp", "platform/qt/PortMap.h"), SizeIs(1));
+    EXPECT_THAT(layers("console/Console.cpp", "platform/qt/QtPump.h"), SizeIs(1));
+    EXPECT_THAT(layers("platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"), SizeIs(1));
+    EXPECT_THAT(layers("app/main.cpp", "platform/qt/QtPump.h"), IsEmpty());
+    EXPECT_THAT(layers("app/main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
+    EXPECT_THAT(layers("views/frame/ViewHost.cpp", "platform/qt/QtPump.h"), IsEmpty());
 }
 
-TEST(Floors, KeepAMachineOnItsFloor) {
-    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "platform/SerialLine.h"), IsEmpty());
-    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "platform/virtual/VirtualPump.h"), IsEmpty());
-    EXPECT_THAT(floors("platform/virtual/MemoryLine.h", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("platform/qt/QtSerialLine.cpp", "link/Connection.h"), SizeIs(1));
+TEST(Layers, KeepAMachineInItsLayer) {
+    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "platform/SerialLine.h"), IsEmpty());
+    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "platform/virtual/VirtualPump.h"), IsEmpty());
+    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(layers("platform/qt/QtSerialLine.cpp", "link/Connection.h"), SizeIs(1));
 }
 
-TEST(Floors, LeaveTheVirtualEcuNothingButTheParameterNames) {
-    EXPECT_THAT(floors("ecu/Replies.cpp", "ecu/Replies.h"), IsEmpty());
-    EXPECT_THAT(floors("ecu/Replies.cpp", "core/ParameterNames.h"), IsEmpty());
-    EXPECT_THAT(floors("ecu/Replies.cpp", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("ecu/Replies.cpp", "link/ReceiveMachine.h"), SizeIs(1));
-    EXPECT_THAT(floors("ecu/main.cpp", "platform/EventPump.h"), SizeIs(1));
+TEST(Layers, LeaveTheVirtualEcuNothingButTheParameterNames) {
+    EXPECT_THAT(layers("ecu/Replies.cpp", "ecu/Replies.h"), IsEmpty());
+    EXPECT_THAT(layers("ecu/Replies.cpp", "core/ParameterNames.h"), IsEmpty());
+    EXPECT_THAT(layers("ecu/Replies.cpp", "core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(layers("ecu/Replies.cpp", "link/ReceiveMachine.h"), SizeIs(1));
+    EXPECT_THAT(layers("ecu/main.cpp", "platform/EventPump.h"), SizeIs(1));
 }
 
-TEST(Floors, WantTheRoomInEveryInclude) {
-    EXPECT_THAT(floors("live/Lamps.cpp", "Lamps.h"), SizeIs(1));
-    EXPECT_THAT(floors("live/Lamps.cpp", "../core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("live/Lamps.cpp", "attic/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(floors("views/dashboard/MainView.cpp", "MainView.moc"), IsEmpty());
+TEST(Layers, WantTheModuleInEveryInclude) {
+    EXPECT_THAT(layers("live/Lamps.cpp", "Lamps.h"), SizeIs(1));
+    EXPECT_THAT(layers("live/Lamps.cpp", "../core/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(layers("live/Lamps.cpp", "attic/Numbers.h"), SizeIs(1));
+    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "MainView.moc"), IsEmpty());
 }
 
-TEST(Floors, FindAnIncludeHoweverItIsWritten) {
-    const SourceFile file{"core/IniFile.cpp", "#include <string>\n  #  include   \"app/Session.h\"  // why\nint i;"};
-    EXPECT_THAT(brokenFloors(file), SizeIs(1));
+TEST(Layers, FindAnIncludeHoweverItIsWritten) {
+    const SourceFile file{"core/files/IniFile.cpp",
+                          "#include <string>\n  #  include   \"app/Session.h\"  // why\nint i;"};
+    EXPECT_THAT(brokenLayers(file), SizeIs(1));
 }
 
-TEST(Libraries, KeepQtInItsThreeRooms) {
-    for (const char* path : {"core/IniFile.cpp", "live/Lamps.h", "ecu/main.cpp", "console/Console.cpp",
+TEST(Libraries, KeepQtInItsModules) {
+    for (const char* path : {"core/files/IniFile.cpp", "live/Lamps.h", "ecu/main.cpp", "console/Console.cpp",
                              "controls/Timer.cpp", "platform/virtual/VirtualPump.cpp"}) {
         EXPECT_THAT(libraries(path, "QString"), SizeIs(1)) << path;
         EXPECT_THAT(libraries(path, "QtCore/QString"), SizeIs(1)) << path;
@@ -111,34 +112,35 @@ TEST(Libraries, KeepQtInItsThreeRooms) {
         EXPECT_THAT(libraries(path, "QString"), IsEmpty()) << path;
         EXPECT_THAT(libraries(path, "QtCore/QString"), IsEmpty()) << path;
     }
-    EXPECT_THAT(brokenLibraries({"core/IniFile.cpp", "#include \"QString\"\n"}), SizeIs(1));
+    EXPECT_THAT(brokenLibraries({"core/files/IniFile.cpp", "#include \"QString\"\n"}), SizeIs(1));
 }
 
 TEST(Libraries, AreTheStandardOneAndTheSystems) {
     for (const char* header : {"string_view", "cstdint", "termios.h", "sys/ioctl.h", "asm/termbits.h"}) {
-        EXPECT_THAT(libraries("core/IniFile.cpp", header), IsEmpty()) << header;
+        EXPECT_THAT(libraries("core/files/IniFile.cpp", header), IsEmpty()) << header;
     }
     for (const char* header : {"boost/asio.hpp", "fmt/format.h", "gtest/gtest.h", "benchmark/benchmark.h"}) {
         EXPECT_THAT(libraries("app/main.cpp", header), SizeIs(1)) << header;
     }
 }
 
-TEST(Naming, FollowsRoomAndClass) {
-    for (const char* path : {"core/IniFile.h", "platform/qt/QtPump.cpp", "trend/cTrendline.h", "app/main.cpp",
+TEST(Naming, FollowsModuleAndClass) {
+    for (const char* path : {"core/files/IniFile.h", "platform/qt/QtPump.cpp", "trend/cTrendline.h", "app/main.cpp",
                              "analysis/clsInjAnalyser.cpp", "maps/FrmMaps_Large.h", "app/DefaultChannels.h.in"}) {
         EXPECT_THAT(brokenNaming({path, ""}), IsEmpty()) << path;
     }
-    for (const char* path : {"main.cpp", "attic/IniFile.h", "core/ini/IniFile.h", "core/ini_file.h", "core/IniFile.hpp",
-                             "core/notes.txt", "core/IniFile.cpp.orig", "core/IniFile.cpp.in"}) {
+    for (const char* path :
+         {"main.cpp", "attic/IniFile.h", "attic/core/IniFile.h", "core/ini_file.h", "core/IniFile.hpp",
+          "core/notes.txt", "core/files/IniFile.cpp.orig", "core/files/IniFile.cpp.in"}) {
         EXPECT_THAT(brokenNaming({path, ""}), SizeIs(1)) << path;
     }
 }
 
 TEST(Guard, StandsInEveryHeader) {
-    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// Ini files.\n#pragma once\n\nint i;\n"}), IsEmpty());
-    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// Ini files.\nint i;\n"}), SizeIs(1));
-    EXPECT_THAT(brokenGuard({"core/IniFile.h", "// #pragma once\nint i;\n"}), SizeIs(1));
-    EXPECT_THAT(brokenGuard({"core/IniFile.cpp", "int i;\n"}), IsEmpty());
+    EXPECT_THAT(brokenGuard({"core/files/IniFile.h", "// Ini files.\n#pragma once\n\nint i;\n"}), IsEmpty());
+    EXPECT_THAT(brokenGuard({"core/files/IniFile.h", "// Ini files.\nint i;\n"}), SizeIs(1));
+    EXPECT_THAT(brokenGuard({"core/files/IniFile.h", "// #pragma once\nint i;\n"}), SizeIs(1));
+    EXPECT_THAT(brokenGuard({"core/files/IniFile.cpp", "int i;\n"}), IsEmpty());
 }
 
 TEST(AllRules, AreAppliedTogether) {

@@ -12,25 +12,25 @@ namespace korvane::house {
 
 namespace {
 
-// From the top floor down: a room may include its own files and those of the rooms before it.
-constexpr std::array<std::string_view, 21> kFloors{
+// In the order of the layers: a module may include its own files and those of the modules before it.
+constexpr std::array<std::string_view, 21> kLayers{
     "platform",    "controls",        "core",       "link",           "fields", "live",    "maps",
     "analysis",    "settings",        "trend",      "performance",    "ecu",    "console", "views/widgets",
     "views/frame", "views/dashboard", "views/maps", "views/settings", "views",  "program", "app"};
 
-struct MachineRoom {
-    std::string_view room;
+struct Machine {
+    std::string_view module;
     std::array<std::string_view, 5> users;
 };
 
-// The two machines stand beside the floors: only these rooms know that there is more than one.
-constexpr std::array<MachineRoom, 2> kMachines{
-    MachineRoom{"platform/virtual", {"platform/virtual", "app"}},
-    MachineRoom{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
+// The two machines stand beside the layers: only these modules know that there is more than one.
+constexpr std::array<Machine, 2> kMachines{
+    Machine{"platform/virtual", {"platform/virtual", "app"}},
+    Machine{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
 };
 
-constexpr std::array<std::string_view, 8> kQtRooms{"platform/qt", "views/widgets",  "views/frame", "views/dashboard",
-                                                   "views/maps",  "views/settings", "views",       "app"};
+constexpr std::array<std::string_view, 8> kQtModules{"platform/qt", "views/widgets",  "views/frame", "views/dashboard",
+                                                     "views/maps",  "views/settings", "views",       "app"};
 
 constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
 
@@ -51,34 +51,43 @@ std::vector<Include> includesOf(const std::string& text) {
     return found;
 }
 
-std::string roomOf(std::string_view path) {
-    const auto slash = path.rfind('/');
-    return std::string(slash == std::string_view::npos ? std::string_view{} : path.substr(0, slash));
-}
-
-const MachineRoom* machineIn(std::string_view room) {
-    const auto* const machine = std::ranges::find(kMachines, room, &MachineRoom::room);
+const Machine* machineIn(std::string_view module) {
+    const auto* const machine = std::ranges::find(kMachines, module, &Machine::module);
     return machine == kMachines.end() ? nullptr : machine;
 }
 
-std::optional<std::ptrdiff_t> floorOf(std::string_view room) {
-    const auto* const floor = std::ranges::find(kFloors, room);
-    return floor == kFloors.end() ? std::nullopt : std::optional(std::distance(kFloors.begin(), floor));
+std::optional<std::ptrdiff_t> layerOf(std::string_view module) {
+    const auto* const layer = std::ranges::find(kLayers, module);
+    return layer == kLayers.end() ? std::nullopt : std::optional(std::distance(kLayers.begin(), layer));
 }
 
-bool isRoom(std::string_view room) {
-    return machineIn(room) != nullptr || floorOf(room).has_value();
+bool isModule(std::string_view folder) {
+    return machineIn(folder) != nullptr || layerOf(folder).has_value();
 }
 
-bool mayInclude(std::string_view room, std::string_view name) {
-    const std::string other = roomOf(name);
-    if (room == "ecu") {
+std::string_view folderOf(std::string_view path) {
+    const auto slash = path.rfind('/');
+    return slash == std::string_view::npos ? std::string_view{} : path.substr(0, slash);
+}
+
+// A folder inside a module belongs to it, unless it is a module itself. Empty where there is none.
+std::string_view moduleOf(std::string_view path) {
+    std::string_view folder = folderOf(path);
+    while (!folder.empty() && !isModule(folder)) {
+        folder = folderOf(folder);
+    }
+    return folder;
+}
+
+bool mayInclude(std::string_view module, std::string_view name) {
+    const std::string_view other = moduleOf(name);
+    if (module == "ecu") {
         return other == "ecu" || name == kSharedWithEcu;
     }
     if (const auto* const machine = machineIn(other)) {
-        return std::ranges::find(machine->users, room) != machine->users.end();
+        return std::ranges::find(machine->users, module) != machine->users.end();
     }
-    return floorOf(other) && floorOf(other) <= floorOf(machineIn(room) != nullptr ? "platform" : room);
+    return layerOf(other) && layerOf(other) <= layerOf(machineIn(module) != nullptr ? "platform" : module);
 }
 
 bool isQt(std::string_view name) {
@@ -101,11 +110,10 @@ void append(std::vector<std::string>& all, std::vector<std::string> more) {
 std::vector<std::string> brokenNaming(const SourceFile& file) {
     static const std::regex name(R"(^(main\.cpp|(c|cls|frm)?[A-Z]\w*\.(h|cpp|h\.in))$)");
     std::vector<std::string> broken;
-    const std::string room = roomOf(file.path);
-    if (!isRoom(room)) {
-        broken.push_back(file.path + ": \"" + room + "\" is no room of the house");
+    if (moduleOf(file.path).empty()) {
+        broken.push_back(file.path + ": stands in no module");
     }
-    if (!std::regex_match(file.path.substr(room.empty() ? 0 : room.size() + 1), name)) {
+    if (!std::regex_match(file.path.substr(file.path.rfind('/') + 1), name)) {
         broken.push_back(
             file.path +
             ": a file is named for its class and ends in .h or .cpp (.h.in for a header that the build fills in)");
@@ -121,10 +129,10 @@ std::vector<std::string> brokenGuard(const SourceFile& file) {
     return {};
 }
 
-std::vector<std::string> brokenFloors(const SourceFile& file) {
+std::vector<std::string> brokenLayers(const SourceFile& file) {
     std::vector<std::string> broken;
     for (const Include& include : includesOf(file.text)) {
-        if (include.quoted && !include.name.ends_with(".moc") && !mayInclude(roomOf(file.path), include.name)) {
+        if (include.quoted && !include.name.ends_with(".moc") && !mayInclude(moduleOf(file.path), include.name)) {
             broken.push_back(file.path + ": must not include \"" + include.name + "\"");
         }
     }
@@ -132,10 +140,10 @@ std::vector<std::string> brokenFloors(const SourceFile& file) {
 }
 
 std::vector<std::string> brokenLibraries(const SourceFile& file) {
-    const bool qtRoom = std::ranges::find(kQtRooms, roomOf(file.path)) != kQtRooms.end();
+    const bool qtModule = std::ranges::find(kQtModules, moduleOf(file.path)) != kQtModules.end();
     std::vector<std::string> broken;
     for (const Include& include : includesOf(file.text)) {
-        if (!include.quoted && !isSystem(include.name) && !(qtRoom && isQt(include.name))) {
+        if (!include.quoted && !isSystem(include.name) && !(qtModule && isQt(include.name))) {
             broken.push_back(file.path + ": must do without <" + include.name + ">");
         }
         if (include.quoted && isQt(include.name)) {
@@ -148,7 +156,7 @@ std::vector<std::string> brokenLibraries(const SourceFile& file) {
 std::vector<std::string> brokenRules(const SourceFile& file) {
     std::vector<std::string> broken = brokenNaming(file);
     append(broken, brokenGuard(file));
-    append(broken, brokenFloors(file));
+    append(broken, brokenLayers(file));
     append(broken, brokenLibraries(file));
     return broken;
 }

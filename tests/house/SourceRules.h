@@ -1,4 +1,4 @@
-// The walls of the house, as rules about the text of the files in src/.
+// What may include what, and how files are named: rules about the text of the files in src/.
 #pragma once
 
 #include <filesystem>
@@ -15,18 +15,18 @@ struct SourceFile {
     std::string text;
 };
 
-// A folder that is no room, a name that is not made like a class's, an ending other than .h and .cpp, or .h.in for a
+// A folder of no module, a name that is not made like a class's, an ending other than .h and .cpp, or .h.in for a
 // header that the build fills in.
 [[nodiscard]] std::vector<std::string> brokenNaming(const SourceFile& file);
 
 // A header without "#pragma once".
 [[nodiscard]] std::vector<std::string> brokenGuard(const SourceFile& file);
 
-// An include of a room on a lower floor, of a machine by a room that must not know it, of something that is no room,
-// or by the virtual ECU of anything but its own files and the table of parameter names.
-[[nodiscard]] std::vector<std::string> brokenFloors(const SourceFile& file);
+// An include of a module of a later layer, of a machine by a module that must not know it, of something that is in no
+// module, or by the virtual ECU of anything but its own files and the table of parameter names.
+[[nodiscard]] std::vector<std::string> brokenLayers(const SourceFile& file);
 
-// An include of Qt outside the rooms that may use it; of a third party's header anywhere.
+// An include of Qt outside the modules that may use it; of a third party's header anywhere.
 [[nodiscard]] std::vector<std::string> brokenLibraries(const SourceFile& file);
 
 // All the rules together.

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "core/ModuleReg.h"
+#include "core/tables/ModuleReg.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::link {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Module1.h"
-#include "core/SharedTables.h"
+#include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "link/Dispatcher.h"
 #include "link/Windows.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/ModuleReg.h"
+#include "core/tables/ModuleReg.h"
 #include "link/W32Comms.h"
 #include "support/VirtualProgram.h"
 

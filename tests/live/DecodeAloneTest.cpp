@@ -1,7 +1,7 @@
 #include <array>
 #include <gtest/gtest.h>
 
-#include "core/LiveChannel.h"
+#include "core/tables/LiveChannel.h"
 #include "live/LiveDecode.h"
 #include "platform/RuntimeError.h"
 

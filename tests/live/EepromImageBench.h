@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "LiveBench.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "link/Connection.h"
 #include "live/EepromImage.h"
 #include "support/VirtualProgram.h"

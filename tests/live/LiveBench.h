@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "live/LiveUpdate.h"
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"

@@ -1,7 +1,7 @@
 #include "MapsBench.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
-#include "maps/AnalyserPane.h"
+#include "maps/panes/AnalyserPane.h"
 
 namespace korvane::maps {
 namespace {

@@ -1,7 +1,7 @@
 #include <limits>
 
 #include "MapsBench.h"
-#include "core/ChannelFile.h"
+#include "core/files/ChannelFile.h"
 #include "support/FileSizeLimit.h"
 
 namespace korvane::maps {

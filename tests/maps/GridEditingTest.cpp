@@ -1,5 +1,5 @@
 #include "EditingBench.h"
-#include "maps/EditRules.h"
+#include "maps/grid/EditRules.h"
 
 namespace korvane::maps {
 namespace {

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "core/Module1.h"
 #include "core/Numbers.h"
 #include "core/ParameterNumber.h"
-#include "maps/MapConversions.h"
+#include "core/tables/Module1.h"
+#include "maps/grid/MapConversions.h"
 #include "platform/RuntimeError.h"
 #include "platform/virtual/MemoryPreferences.h"
 #include "support/ErrorOf.h"

@@ -1,6 +1,6 @@
 #include "MapsBench.h"
 #include "core/Checked.h"
-#include "maps/MapConversions.h"
+#include "maps/grid/MapConversions.h"
 
 namespace korvane::maps {
 namespace {

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/MapContext.h"
-#include "maps/MapConversions.h"
 #include "maps/MapForm.h"
+#include "maps/grid/MapConversions.h"
+#include "maps/transfer/MapContext.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::maps {

@@ -1,5 +1,5 @@
 #include "MapsBench.h"
-#include "maps/MiscBoxes.h"
+#include "maps/panes/MiscBoxes.h"
 #include "support/Typing.h"
 
 namespace korvane::maps {

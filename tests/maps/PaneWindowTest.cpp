@@ -1,8 +1,8 @@
 #include "MapsBench.h"
 #include "link/Dispatcher.h"
-#include "maps/IgnitionPane.h"
-#include "maps/MiscPane.h"
-#include "maps/PaneWindow.h"
+#include "maps/panes/IgnitionPane.h"
+#include "maps/panes/MiscPane.h"
+#include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
 namespace {

@@ -1,5 +1,5 @@
 #include "EditingBench.h"
-#include "maps/Selection.h"
+#include "maps/grid/Selection.h"
 
 namespace korvane::maps {
 namespace {

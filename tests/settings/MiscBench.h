@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/EepromAccess.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "link/Dispatcher.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"

@@ -1,6 +1,6 @@
 // The list of parameters, the raw tools, the editor of the live channels and the program's option.
 #include "MiscBench.h"
-#include "core/ModuleReg.h"
+#include "core/tables/ModuleReg.h"
 #include "settings/ParameterTools.h"
 
 namespace korvane::settings {

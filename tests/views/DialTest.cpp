@@ -3,9 +3,9 @@
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
 #include "views/Views.h"
-#include "views/widgets/Dial.h"
-#include "views/widgets/Gauge.h"
 #include "views/widgets/Palette.h"
+#include "views/widgets/values/Dial.h"
+#include "views/widgets/values/Gauge.h"
 
 namespace korvane::views {
 namespace {

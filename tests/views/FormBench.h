@@ -22,9 +22,9 @@
 #include "views/frame/ViewHost.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
-#include "views/widgets/Lamp.h"
-#include "views/widgets/PictureView.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/charts/PictureView.h"
+#include "views/widgets/values/Lamp.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

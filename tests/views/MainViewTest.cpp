@@ -15,8 +15,8 @@
 #include "views/Views.h"
 #include "views/dashboard/MainView.h"
 #include "views/widgets/Card.h"
-#include "views/widgets/Lamp.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Lamp.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 namespace {

@@ -11,8 +11,8 @@
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
 #include "views/Views.h"
-#include "views/widgets/ChartWidget.h"
 #include "views/widgets/Palette.h"
+#include "views/widgets/charts/ChartWidget.h"
 
 namespace korvane::views {
 namespace {

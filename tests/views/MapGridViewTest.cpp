@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "controls/Controls.h"
-#include "maps/MapGrid.h"
+#include "maps/grid/MapGrid.h"
 #include "support/VirtualProgram.h"
 #include "views/Accessibility.h"
 #include "views/Events.h"

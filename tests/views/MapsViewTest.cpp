@@ -18,7 +18,7 @@
 #include "views/Views.h"
 #include "views/maps/MapGridView.h"
 #include "views/maps/MapsView.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/EepromAccess.h"
-#include "core/Module1.h"
+#include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"
 #include "support/VirtualProgram.h"

@@ -9,7 +9,7 @@
 #include <QTabBar>
 
 #include "views/MiscViewBench.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 namespace {

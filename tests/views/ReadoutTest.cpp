@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 namespace {

@@ -6,8 +6,8 @@
 #include <numeric>
 #include <set>
 
-#include "views/widgets/AxisLabels.h"
-#include "views/widgets/Surface.h"
+#include "views/widgets/charts/AxisLabels.h"
+#include "views/widgets/charts/Surface.h"
 
 namespace korvane::views {
 namespace {

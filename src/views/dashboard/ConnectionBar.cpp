@@ -11,7 +11,7 @@
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

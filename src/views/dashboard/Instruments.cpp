@@ -7,9 +7,9 @@
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/Dial.h"
-#include "views/widgets/Gauge.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Dial.h"
+#include "views/widgets/values/Gauge.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

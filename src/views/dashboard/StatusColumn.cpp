@@ -5,9 +5,9 @@
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/Lamp.h"
-#include "views/widgets/Readout.h"
 #include "views/widgets/Spacing.h"
+#include "views/widgets/values/Lamp.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

@@ -7,8 +7,8 @@
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/PictureView.h"
 #include "views/widgets/Spacing.h"
+#include "views/widgets/charts/PictureView.h"
 
 namespace korvane::views {
 

@@ -1,7 +1,7 @@
 // Continues Binder: charts.
 #include "controls/Chart.h"
 #include "views/frame/Binder.h"
-#include "views/widgets/ChartWidget.h"
+#include "views/widgets/charts/ChartWidget.h"
 
 namespace korvane::views {
 

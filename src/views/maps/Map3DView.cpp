@@ -6,9 +6,9 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "views/widgets/ChartWidget.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
+#include "views/widgets/charts/ChartWidget.h"
 
 namespace korvane::views {
 

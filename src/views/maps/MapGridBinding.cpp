@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "maps/MapGrid.h"
+#include "maps/grid/MapGrid.h"
 #include "views/frame/Binder.h"
 #include "views/frame/Keys.h"
 #include "views/maps/MapGridView.h"

@@ -1,7 +1,7 @@
 // A map grid and the one widget that shows all its cells.
 #pragma once
 
-#include "maps/MapGrid.h"
+#include "maps/grid/MapGrid.h"
 #include "views/frame/Binder.h"
 #include "views/maps/MapGridView.h"
 

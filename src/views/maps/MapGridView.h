@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "controls/Color.h"
-#include "maps/MapGeometry.h"
-#include "views/widgets/TabularText.h"
+#include "maps/grid/MapGeometry.h"
+#include "views/widgets/values/TabularText.h"
 
 namespace korvane::views {
 

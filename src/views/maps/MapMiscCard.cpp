@@ -10,7 +10,7 @@
 #include "views/maps/MapParts.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

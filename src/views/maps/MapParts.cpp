@@ -10,8 +10,8 @@
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/Lamp.h"
-#include "views/widgets/Readout.h"
+#include "views/widgets/values/Lamp.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

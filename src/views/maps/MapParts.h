@@ -8,9 +8,9 @@
 
 #include <array>
 
-#include "maps/AnalyserPane.h"
 #include "maps/MapForm.h"
-#include "maps/MiscPane.h"
+#include "maps/panes/AnalyserPane.h"
+#include "maps/panes/MiscPane.h"
 #include "views/frame/Binder.h"
 #include "views/widgets/Card.h"
 

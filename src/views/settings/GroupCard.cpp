@@ -12,7 +12,7 @@
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
 #include "views/widgets/Spacing.h"
-#include "views/widgets/ValueBox.h"
+#include "views/widgets/values/ValueBox.h"
 
 namespace korvane::views {
 

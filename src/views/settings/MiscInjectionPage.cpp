@@ -2,8 +2,8 @@
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/GapLabel.h"
-#include "views/widgets/ValueBox.h"
+#include "views/widgets/values/GapLabel.h"
+#include "views/widgets/values/ValueBox.h"
 
 namespace korvane::views {
 

@@ -8,10 +8,10 @@
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
-#include "views/widgets/GapLabel.h"
 #include "views/widgets/ListTable.h"
 #include "views/widgets/Spacing.h"
-#include "views/widgets/ValueBox.h"
+#include "views/widgets/values/GapLabel.h"
+#include "views/widgets/values/ValueBox.h"
 
 namespace korvane::views {
 

@@ -12,9 +12,9 @@
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
-#include "views/widgets/Readout.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TabRow.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 

@@ -5,8 +5,8 @@
 
 #include <array>
 
-#include "views/widgets/DialFace.h"
 #include "views/widgets/Palette.h"
+#include "views/widgets/values/DialFace.h"
 
 namespace korvane::views {
 

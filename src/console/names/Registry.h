@@ -1,0 +1,43 @@
+// The names that the program's modules offer to scripts.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+
+#include "analysis/clsInjAnalyser.h"
+#include "console/names/Names.h"
+#include "core/EepromAccess.h"
+#include "core/tables/SharedTables.h"
+#include "live/FrmSarn2.h"
+#include "maps/Frm3Dmap.h"
+#include "settings/FrmMisc.h"
+
+namespace korvane::console {
+
+// All shared tables and values under their own names, and the parameter address variables. What a name reaches must
+// outlive `names`.
+void registerSharedTables(Names& names, core::SharedTables& tables);
+
+// The members of frmSarn2 that are no controls: the state of the receive machine and of the connection.
+void registerMainWindow(Names& names, live::FrmSarn2& window);
+
+// The members and procedures of the one clsInjAnalyser; its procedures also by their bare names.
+void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
+
+// CalcPower, and the procedures of frm3Dmap.
+void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);
+
+// The members of frmMisc that are no controls, and its procedure UpdateReadEE.
+void registerSettings(Names& names, settings::FrmMisc& window);
+
+struct Procedures {
+    core::EepromAccess& eeprom;
+    std::filesystem::path folder;  // of ini files that are named without one
+    std::function<void(double value, int series, int trend)> pushTrendSample;
+};
+
+// WriteEE, ReadEE, ReadEE16, ReadIniSection, WriteIniSection, ComplementDigits and pushTrendSample.
+void registerProcedures(Names& names, Procedures procedures);
+
+}  // namespace korvane::console

@@ -1,0 +1,25 @@
+// Start-up of the shared tables, and what a new firmware identity changes in them.
+#pragma once
+
+#include "core/files/ChannelFile.h"
+#include "core/tables/SharedTables.h"
+#include "platform/PreferencesStore.h"
+
+namespace korvane::core {
+
+// Everything that the tables hold before the ECU has said a word. Called once, when the main window loads.
+void InitModule(SharedTables& tables, const platform::PreferencesStore& preferences);
+
+// The parameter layout of a firmware type, kept in row 3000 as well: the addresses, and the names and marks of the
+// rows. Values, images and times stay. Called at the start with 0 and for each identity that names a type.
+void InitParams(SharedTables& tables, std::int32_t swType);
+
+// Firmware types whose maps have 320 cells.
+[[nodiscard]] constexpr bool hasLargeMaps(std::int32_t swType) {
+    return swType == 14 || swType == 15 || swType == 213;
+}
+
+// TickA to TickF.
+void InitTimeUnits(FirmwareIdentity& tables);
+
+}  // namespace korvane::core

@@ -1,0 +1,211 @@
+#include "ecu/engine/EngineModel.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "ecu/engine/EngineNeed.h"
+
+namespace korvane::ecu {
+
+namespace {
+
+constexpr double kStep = EngineModel::kStep;
+constexpr double kFreshAir = 20.0;       // what the wideband sensor reads at most
+constexpr double kOthersMixture = 13.2;  // where another box or a carburettor meters the fuel
+constexpr double kClosedPedal = 0.02;
+constexpr double kFiringRpm = 400.0;
+constexpr double kOutsideC = 20.0;
+
+// Follows `target` with the time constant `seconds`.
+void follow(double& value, double target, double seconds) {
+    value += (target - value) * (kStep / (kStep + seconds));
+}
+
+// Pressure behind the throttle plate without boost: what the engine draws against what the plate lets through.
+double drawnPressure(double throttle, double rpm) {
+    const double passed = 0.03 + 12.0 * throttle * throttle;
+    const double drawn = rpm / 7000.0;
+    return 0.22 + 0.77 * passed / (passed + drawn);
+}
+
+}  // namespace
+
+EngineModel::EngineModel(std::uint64_t seed) : noise_(seed), exhaust_{} {
+    exhaust_.fill(kFreshAir);
+    script_.begin(Drive{}, 0.0);
+}
+
+void EngineModel::drive(const Drive& drive) {
+    script_.begin(drive, state_.rpm);
+}
+
+std::uint8_t EngineModel::throttleSensor() const {
+    return static_cast<std::uint8_t>(std::lround(20.0 + 210.0 * state_.throttle));
+}
+
+void EngineModel::step(const Calibration& calibration) {
+    const double idleRpm = calibration.idleRpm + 60.0 * coldness_;
+    const Demand demand = script_.advance(kStep, idleRpm, noise_);
+    movePedal(calibration, demand);
+    turn(calibration, demand);
+    watchLimits(calibration, demand);
+    breathe(calibration, demand);
+    watchFuelCut(calibration);
+    meterFuel(calibration);
+    exhale(mixture(calibration));
+    warm(demand);
+    work(calibration);
+    roll(demand);
+}
+
+void EngineModel::movePedal(const Calibration& calibration, const Demand& demand) {
+    const double before = state_.throttle;
+    follow(foot_, 0.15 * noise_.bell(), 0.5);
+    const bool pressed = demand.throttle > 0.05 && demand.throttle < 1.0;
+    follow(state_.throttle, std::max(demand.throttle + (pressed ? foot_ : 0.0), 0.0), 0.1);
+    if (demand.bench) {
+        state_.throttle = demand.throttle;
+    } else if (state_.throttle - before > 0.5 * kStep) {
+        pumpSeconds_ = 0.3;
+    }
+    pumpSeconds_ = std::max(pumpSeconds_ - kStep, 0.0);
+    state_.accelPump = pumpSeconds_ > 0.0 && state_.running && calibration.enabled(Function::AccelPump);
+}
+
+double EngineModel::wantedRpm(const Calibration& calibration, const Demand& demand) {
+    const bool fuelled = !calibration.type.injects || calibration.enabled(Function::Injection);
+    const bool sparked = !calibration.type.ignites || calibration.enabled(Function::Ignition);
+    if (demand.rpm > 0.0 && !demand.cranking && !(fuelled && sparked)) {
+        return 0.0;
+    }
+    follow(wander_, 150.0 * noise_.bell(), 0.25);
+    if (demand.idle || demand.cranking) {
+        return demand.rpm + wander_;
+    }
+    return limiterSeconds_ > 0.0 ? std::min(demand.rpm, calibration.rpmLimit - 300.0) : demand.rpm;
+}
+
+void EngineModel::turn(const Calibration& calibration, const Demand& demand) {
+    if (demand.bench) {
+        state_.rpm = demand.rpm;
+    } else {
+        follow(state_.rpm, wantedRpm(calibration, demand), 0.12);
+    }
+    if (demand.rpm == 0.0 && state_.rpm < 20.0) {
+        state_.rpm = 0.0;
+    }
+    state_.running = state_.rpm > kFiringRpm;
+    state_.runningSeconds = state_.running ? state_.runningSeconds + kStep : 0.0;
+}
+
+void EngineModel::watchLimits(const Calibration& calibration, const Demand& demand) {
+    const bool limited = calibration.enabled(Function::RpmLimit) && state_.rpm >= calibration.rpmLimit;
+    if (limited) {
+        limiterSeconds_ = demand.bench ? kStep : 0.08;
+    }
+    state_.limiter = limiterSeconds_ > 0.0;
+    limiterSeconds_ = std::max(limiterSeconds_ - kStep, 0.0);
+    state_.shiftLight = calibration.enabled(Function::ShiftLight) && state_.rpm >= calibration.rpmShift;
+}
+
+void EngineModel::breathe(const Calibration& calibration, const Demand& demand) {
+    const double spinning = std::clamp((state_.rpm - 2500.0) / 1500.0, 0.0, 1.0);
+    const double asked = std::clamp((state_.throttle - 0.6) / 0.4, 0.0, 1.0);
+    const auto setpoint = static_cast<std::size_t>(std::clamp((state_.rpm - 1000.0) / 500.0, 0.0, 15.0));
+    const double limit = std::max(calibration.boostLimit.at(setpoint) - 1.0, 0.0);
+    const double boost = std::min(limit, 1.2) * spinning * asked;
+    follow(spool_, boost, boost > spool_ ? 0.5 : 0.15);
+    state_.boostValve = spool_ < 0.02 ? 0.0 : std::clamp(30.0 + 80.0 * (boost - spool_ + limit), 0.0, 95.0);
+    follow(state_.manifoldBar, drawnPressure(state_.throttle, state_.rpm) + spool_, 0.06);
+    state_.loadPercent = calibration.loadOf(state_.manifoldBar, calibration.throttleOf(throttleSensor()));
+    if (demand.bench) {
+        state_.loadPercent = demand.load;
+        state_.manifoldBar = calibration.manifoldOf(demand.load);
+    }
+}
+
+void EngineModel::watchFuelCut(const Calibration& calibration) {
+    const bool closed = calibration.throttleOf(throttleSensor()) < kClosedPedal;
+    const double above = state_.engineBrake ? calibration.brakeBelow : calibration.brakeAbove;
+    state_.engineBrake = calibration.enabled(Function::EngineBrake) && closed && state_.rpm > above;
+}
+
+void EngineModel::meterFuel(const Calibration& calibration) {
+    state_.cell = calibration.cellOf(state_.rpm, state_.loadPercent);
+    const auto cell = static_cast<std::size_t>(state_.cell);
+    const bool turning = state_.rpm > 0.0;
+    state_.igniting = turning && calibration.type.ignites && calibration.enabled(Function::Ignition);
+    state_.injecting =
+        turning && calibration.type.injects && calibration.enabled(Function::Injection) && !state_.engineBrake;
+    state_.advance = state_.igniting ? std::max(calibration.advance.at(cell), 0.0) : 0.0;
+    // Above the last row the firmware lengthens the pulse with the pressure.
+    const double beyond = std::max(state_.loadPercent / (10.0 * calibration.type.rows()), 1.0);
+    state_.pulseMs = state_.injecting ? calibration.pulse.at(cell) * beyond : 0.0;
+    const double cycleMs = 120000.0 / std::max(state_.rpm, 1.0);
+    state_.duty = std::min(state_.pulseMs * calibration.injectionsPerCycle / cycleMs, 1.0);
+}
+
+double EngineModel::mixture(const Calibration& calibration) const {
+    if (!state_.running || state_.engineBrake) {
+        return kFreshAir;
+    }
+    if (!calibration.type.injects) {
+        return kOthersMixture;
+    }
+    const auto cell = static_cast<std::size_t>(state_.cell);
+    const double given = calibration.pulse.at(cell);
+    if (!state_.injecting || given <= 0.0) {
+        return kFreshAir;
+    }
+    double afr = kBestMixture * calibration.need.at(cell) / given;
+    if (!calibration.enabled(Function::Choke)) {
+        afr *= 1.0 + 0.15 * coldness_;
+    }
+    if (pumpSeconds_ > 0.0) {
+        afr *= calibration.enabled(Function::AccelPump) ? 0.985 : 1.06;
+    }
+    return std::clamp(afr, 10.0, kFreshAir);
+}
+
+void EngineModel::exhale(double afr) {
+    newest_ = (newest_ + 1) % exhaust_.size();
+    exhaust_.at(newest_) = afr;
+    const auto delay = static_cast<std::size_t>(8.0 + 12000.0 / std::max(state_.rpm, 300.0));
+    follow(state_.afr, exhaust_.at((newest_ + exhaust_.size() - delay) % exhaust_.size()), 0.06);
+}
+
+void EngineModel::warm(const Demand& demand) {
+    const bool running = state_.running;
+    follow(state_.waterC, running ? 86.0 + 3.0 * state_.manifoldBar : kOutsideC, running ? 90.0 : 900.0);
+    const double charge = 25.0 * std::max(state_.manifoldBar - 1.0, 0.0);
+    follow(state_.airC, kOutsideC + charge + 0.15 * (state_.waterC - kOutsideC), 15.0);
+    follow(state_.oilC, running ? 75.0 + 0.006 * state_.rpm : kOutsideC, running ? 180.0 : 900.0);
+    const double burning = 300.0 + 0.04 * state_.rpm + 330.0 * state_.manifoldBar;
+    const double exhaust = state_.engineBrake ? 250.0 : burning;
+    follow(state_.exhaustC, running ? exhaust : kOutsideC, running ? 2.5 : 60.0);
+    const double resting = demand.cranking ? 10.3 : 12.5;
+    follow(state_.volts, running ? 13.9 : resting, 0.15);
+    coldness_ = std::clamp((65.0 - state_.waterC) / 65.0, 0.0, 1.0);
+}
+
+void EngineModel::work(const Calibration& calibration) {
+    const bool closed = calibration.throttleOf(throttleSensor()) < kClosedPedal;
+    state_.idling = state_.running && closed && state_.rpm < calibration.idleRpm + 400.0;
+    const double valve = state_.idling ? 12.0 + 30.0 * coldness_ - 0.05 * wander_ : 10.0;
+    const double wanted = std::clamp(calibration.idleValveMin + valve, 0.0, double(calibration.idleValveMax));
+    follow(state_.idleValve, wanted, 0.3);
+    state_.startHelp = state_.running && state_.runningSeconds < calibration.startHelpSeconds &&
+                       calibration.enabled(Function::StartHelp);
+    state_.choke = state_.running && state_.waterC < calibration.chokeEnd && calibration.enabled(Function::Choke);
+}
+
+void EngineModel::roll(const Demand& demand) {
+    constexpr std::array kKmhPer1000 = {0.0, 8.0, 14.0, 20.0, 26.0, 33.0};
+    if (demand.gear > 0) {
+        follow(state_.speedKmh, state_.rpm * 0.001 * kKmhPer1000.at(static_cast<std::size_t>(demand.gear)), 0.5);
+    } else if (demand.idle) {
+        follow(state_.speedKmh, 0.0, 2.0);
+    }
+}
+
+}  // namespace korvane::ecu

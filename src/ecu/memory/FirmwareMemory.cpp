@@ -1,0 +1,101 @@
+#include "ecu/memory/FirmwareMemory.h"
+
+#include <algorithm>
+
+#include "core/ParameterNames.h"
+#include "ecu/memory/FactoryContents.h"
+
+namespace korvane::ecu {
+
+FirmwareMemory::FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells)
+    : type_(type), eeprom_(factoryContents(type)) {
+    std::ranges::copy(cells.first(std::min(cells.size(), eeprom_.size())), eeprom_.begin());
+    reload();
+}
+
+std::uint8_t FirmwareMemory::read(int address) const {
+    const auto index = static_cast<std::size_t>(address);
+    return address >= 0 && index < eeprom_.size() ? eeprom_[index] : std::uint8_t{255};
+}
+
+void FirmwareMemory::write(int address, std::uint8_t value) {
+    const auto index = static_cast<std::size_t>(address);
+    if (address < 0 || index >= eeprom_.size()) {
+        return;
+    }
+    eeprom_[index] = value;
+    if (address >= kMiscAddress && address < kMiscAddress + kMiscBytes) {
+        misc_.at(static_cast<std::size_t>(address - kMiscAddress)) = value;
+    }
+    ++revision_;
+}
+
+int FirmwareMemory::byteOf(std::string_view name) const {
+    return read(core::addressOf(name));
+}
+
+int FirmwareMemory::wordOf(std::string_view name) const {
+    const int address = core::addressOf(name);
+    return read(address) + 256 * read(address + 1);
+}
+
+MapCells FirmwareMemory::stored(MapKind kind) const {
+    MapCells cells{};
+    for (int i = 0; i < cellsOf(kind); ++i) {
+        if (const int address = mapAddress(kind, i); address >= 0) {
+            cells.at(static_cast<std::size_t>(i)) = read(address);
+        }
+    }
+    return cells;
+}
+
+bool FirmwareMemory::setCell(MapKind kind, int index, std::uint8_t value) {
+    if (index < 0 || index >= cellsOf(kind)) {
+        return false;
+    }
+    maps_[slot(kind)].at(static_cast<std::size_t>(index)) = value;
+    ++revision_;
+    return true;
+}
+
+bool FirmwareMemory::fillHalf(MapKind kind, bool upper, std::span<const std::uint8_t, kHalfCells> cells) {
+    if (upper && cellsOf(kind) <= kHalfCells) {
+        return false;
+    }
+    std::ranges::copy(cells, maps_[slot(kind)].begin() + (upper ? kHalfCells : 0));
+    ++revision_;
+    return true;
+}
+
+void FirmwareMemory::commit(MapKind kind) {
+    for (int i = 0; i < cellsOf(kind); ++i) {
+        if (const int address = mapAddress(kind, i); address >= 0) {
+            eeprom_.at(static_cast<std::size_t>(address)) = working(kind).at(static_cast<std::size_t>(i));
+        }
+    }
+    ++revision_;
+}
+
+void FirmwareMemory::setMisc(std::span<const std::uint8_t, kMiscBytes> bytes) {
+    std::ranges::copy(bytes, misc_.begin());
+    ++revision_;
+}
+
+void FirmwareMemory::commitMisc() {
+    std::ranges::copy(misc_, eeprom_.begin() + kMiscAddress);
+    ++revision_;
+}
+
+void FirmwareMemory::reload() {
+    for (const MapKind kind : {MapKind::Fuel, MapKind::Ignition, MapKind::Pwm}) {
+        maps_[slot(kind)] = stored(kind);
+    }
+    std::copy_n(eeprom_.begin() + kMiscAddress, kMiscBytes, misc_.begin());
+    ++revision_;
+}
+
+int FirmwareMemory::cellsOf(MapKind kind) const {
+    return type_.large && kind != MapKind::Pwm ? kMapCells : kHalfCells;
+}
+
+}  // namespace korvane::ecu

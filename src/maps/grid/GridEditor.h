@@ -1,0 +1,91 @@
+// Editing of one map grid by keys and mouse: the selection, the commands on a block, the steps of single cells and of
+// the focus.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "controls/Window.h"
+#include "core/tables/SharedTables.h"
+#include "maps/grid/MapGrid.h"
+
+namespace korvane::maps {
+
+// The shape of a block and what goes with it.
+enum class BlockShape {
+    // All cells between two. Getting the focus ends the selection, unless a step with Shift brought it.
+    Run,
+    // The corner cells of a rectangle, told in the window's caption. With Shift no command acts on it; a key that is no
+    // command takes its colour at once.
+    Rectangle,
+};
+
+// By what a block is chosen. With the mouse the release of a key or a button extends it too; that of a key ends
+// nothing.
+enum class Pointing { Keys, KeysAndMouse };
+
+// What makes the editing of one grid differ from that of another.
+struct GridRules {
+    core::MapImage core::SharedTables::*image = nullptr;  // what the keys change
+    BlockShape shape = BlockShape::Run;
+    Pointing pointing = Pointing::Keys;
+
+    // + on each cell of a block, and on a single cell.
+    std::function<std::uint8_t(std::uint8_t)> blockUp;
+    std::function<std::uint8_t(std::uint8_t)> cellUp;
+
+    std::function<void()> redraw;              // after a block command
+    std::function<void(int cell)> redrawCell;  // after the step of a cell
+    std::function<void(int cell)> cellEdited;  // after that; may be empty
+};
+
+class GridEditor {
+public:
+    // Sets the events of the grid's cells.
+    GridEditor(controls::Window& window, MapGrid& grid, core::SharedTables& tables, GridRules rules);
+    GridEditor(const GridEditor&) = delete;
+    GridEditor& operator=(const GridEditor&) = delete;
+    ~GridEditor() = default;
+
+    // RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
+    void keyDown(int index, int keyCode, int shift);
+
+private:
+    struct Ends {
+        std::int16_t first = 0;
+        std::int16_t last = 0;
+    };
+
+    [[nodiscard]] bool isRun() const { return rules_.shape == BlockShape::Run; }
+    [[nodiscard]] bool mouseSelects() const { return rules_.pointing == Pointing::KeysAndMouse; }
+    [[nodiscard]] bool extend(int cell);
+    void paint();
+
+    void connect(int index);
+    void keyUp(int index, int keyCode, int shift);
+    void mouseUp(int index, int shift);
+    void gotFocus(int index);
+    [[nodiscard]] std::uint8_t& byteOf(int cell);
+    [[nodiscard]] std::uint8_t& byteOfNumber(int number) { return byteOf(number - 1); }
+
+    // True when the key has been dealt with.
+    [[nodiscard]] bool actOnBlock(int key, int shift);
+    [[nodiscard]] bool blockCommand(int key);
+    void changeBlock(const std::function<std::uint8_t(std::uint8_t)>& change);
+    void levelBlock();
+
+    void select(int index, int key, int shift);
+    void tellSelection();
+    void moveOrStep(int index, int key, int shift);
+    void moveFocus(int cell, int shift);
+    void stepCell(int cell, const std::function<std::uint8_t(std::uint8_t)>& step);
+
+    controls::Window& window_;
+    MapGrid& grid_;
+    core::SharedTables& tables_;
+    GridRules rules_;
+    bool stepping_ = false;  // Shift and an arrow move the focus
+    Ends beforeFocus_;       // the selection that the focus ended, until the mouse button is released
+};
+
+}  // namespace korvane::maps

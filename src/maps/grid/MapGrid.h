@@ -1,0 +1,42 @@
+// One of a map window's grids: its cells, the labels at its edges and the block that is selected in it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "controls/Controls.h"
+#include "maps/grid/MapGeometry.h"
+
+namespace korvane::maps {
+
+// The names of a grid's controls; string literals.
+struct MapGridNames {
+    std::string_view cells;         // "txtFuel"
+    std::string_view columnLabels;  // "lblRpmF", the engine speed of each column
+    std::string_view rowLabels;     // "lblMapF", the load of each row
+};
+
+class MapGrid {
+public:
+    // All cells are Locked: the tuner never types into them. `frame` is what everything stands in.
+    MapGrid(controls::Window& window, const MapGridNames& names, MapGeometry shape, controls::Control& frame);
+
+    controls::TextBox& operator()(int cell) { return cells(cell); }
+    // The cell that an arrow key leads to; nothing at the edge, and for another key.
+    [[nodiscard]] std::optional<int> beside(int cell, int keyCode) const;
+
+    const MapGeometry geometry;
+    controls::ControlArray<controls::TextBox> cells;
+    controls::ControlArray<controls::Label> columnLabels;
+    controls::ControlArray<controls::Label> rowLabels;
+
+    // The selected block by 1-based cell numbers (cell index + 1); 0 means none. A block needs both.
+    std::int16_t SelFirst = 0;
+    std::int16_t SelLast = 0;
+
+    // Puts a cell under its column label and beside its row label.
+    void place();
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,54 @@
+// The analyser: its boxes, the grid of means and targets, and the files of targets.
+#pragma once
+
+#include <vector>
+
+#include "maps/grid/SetpointFiles.h"
+#include "maps/panes/MapPane.h"
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::maps {
+
+class AnalyserPane : public MapPane {
+public:
+    // `resting` are the buttons that are disabled while the analyser shows.
+    AnalyserPane(PaneWindow& window, std::vector<controls::CommandButton*> resting);
+
+    controls::Frame FrameInjAnalys;
+    MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
+    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
+    controls::Image imgAgentLed;
+    controls::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
+
+    // Every cell shows the default target.
+    void fillTargets();
+    // Shows means by colour, or targets while they are modified.
+    void paint();
+
+    [[nodiscard]] MapGrid* paneGrid() override { return &analys; }
+    void loadPane(std::int32_t features) override;
+    void tickPane() override;
+
+protected:
+    // Brings the analyser's frame into view, or puts the others back.
+    virtual void showAnalyserPane(bool shown) = 0;
+
+private:
+    void describe();
+    void connect();
+    void begin();
+    void end();
+    void showBoxes(bool shown);
+    void enableMapButtons(bool enabled);
+    void enableFiles(bool enabled);
+    void showTarget(controls::TextBox& box);
+    void showMean(controls::TextBox& box, int cell);
+    void keyDown(int cell, int keyCode);
+    void stepTarget(int cell, bool up);
+
+    Analyser& analyser_;
+    SetpointFiles files_;
+    std::vector<controls::CommandButton*> resting_;
+};
+
+}  // namespace korvane::maps

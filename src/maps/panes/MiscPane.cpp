@@ -1,0 +1,130 @@
+#include "maps/panes/MiscPane.h"
+
+#include <array>
+
+#include "core/Numbers.h"
+#include "maps/panes/MiscBoxes.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr std::uint8_t kRead = 'm';
+
+constexpr std::array<std::string_view, kMiscBits> kBitCaptions{"Enable PWM",
+                                                               "Enable Choke",
+                                                               "Enable StartHelp",
+                                                               "Enable Injection",
+                                                               "Enable Accel pump",
+                                                               "Enable Ignition",
+                                                               "",
+                                                               "",
+                                                               "Enable Voltage",
+                                                               "Enable Lambda",
+                                                               "Enable motor brake",
+                                                               "Enable Launch/ALS",
+                                                               "",
+                                                               "",
+                                                               "Enable SHift light",
+                                                               "Enable RPM limit"};
+constexpr std::array<std::string_view, 4> kBoxNames{"RPM Limit", "RPM Shift", "Inj offset", "Ign offset"};
+
+}  // namespace
+
+MiscPane::MiscPane(PaneWindow& window)
+    : MapPane(window),
+      btnReadMisc(window, "btnReadMisc"),
+      btnSaveMisc(window, "btnSaveMisc"),
+      FrameMisc(window, "FrameMisc"),
+      lblMisc(window, "lblMisc", 4),
+      txtMisc(window, "txtMisc", 4),
+      CheckMisc(window, "CheckMisc", kMiscBits),
+      FrameINJMaxOpen(window, "FrameINJMaxOpen"),
+      optINJMaxOpen(window, "optINJMaxOpen", 2),
+      TimeOutTimer(window, "TimeOutTimer", false, 1000),
+      transfer_(*this, window.line(), window.context()) {
+    btnReadMisc.Caption = "Read Misc";
+    btnReadMisc.Click = [&window] { window.line().request(kRead); };
+    btnSaveMisc.Caption = "Send Misc";
+    btnSaveMisc.Click = [this] { transfer_.save(); };
+    TimeOutTimer.Tick = [this] { timeOutCounter = core::toInt16(timeOutCounter + 1); };
+    describe();
+    describeMiscBoxes(txtMisc);
+}
+
+void MiscPane::describe() {
+    FrameMisc.Caption = "Misc";
+    FrameINJMaxOpen.Caption = "Suutin max aukiolo";
+    FrameINJMaxOpen.setContainer(&FrameMisc);
+    optINJMaxOpen(0).Caption = "4.4ms";
+    optINJMaxOpen(1).Caption = "2.2ms";
+    for (auto& option : optINJMaxOpen) {
+        option.setContainer(&FrameINJMaxOpen);
+    }
+    for (int i = 0; i < txtMisc.count(); ++i) {
+        lblMisc(i).Caption = kBoxNames.at(static_cast<std::size_t>(i));
+        lblMisc(i).setContainer(&FrameMisc);
+        txtMisc(i).setContainer(&FrameMisc);
+    }
+    for (int bit = 0; bit < kMiscBits; ++bit) {
+        CheckMisc(bit).Caption = kBitCaptions.at(static_cast<std::size_t>(bit));
+        CheckMisc(bit).setContainer(&FrameMisc);
+    }
+}
+
+void MiscPane::loadPane(std::int32_t features) {
+    place();
+    const auto offers = [features](std::int32_t bit) { return (features & bit) != 0; };
+    txtMisc(kRpmLimit).Enabled = offers(kRpmLimitBit);
+    txtMisc(kRpmShift).Enabled = offers(kShiftLightBit);
+    txtMisc(kInjectionOffset).Enabled = offers(kInjectionBit);
+    txtMisc(kIgnitionOffset).Enabled = offers(kIgnitionBit);
+    for (int bit = 0; bit < kMiscBits; ++bit) {
+        CheckMisc(bit).Enabled = offers(1 << bit);
+    }
+}
+
+void MiscPane::place() {
+    constexpr int kRow = 300;  // twips
+    for (int i = 0; i < txtMisc.count(); ++i) {
+        lblMisc(i).Left = 120;
+        lblMisc(i).Width = 1000;
+        txtMisc(i).Left = 1200;
+        txtMisc(i).Width = 800;
+        lblMisc(i).Top = txtMisc(i).Top = 240 + i * kRow;
+        lblMisc(i).Height = txtMisc(i).Height = 255;
+    }
+    for (int bit = 0; bit < kMiscBits; ++bit) {
+        CheckMisc(bit).Left = 120 + 2000 * (bit / 8);
+        CheckMisc(bit).Top = 1500 + kRow * (bit % 8);
+        CheckMisc(bit).Width = 1900;
+        CheckMisc(bit).Height = 255;
+    }
+    for (int i = 0; i < optINJMaxOpen.count(); ++i) {
+        optINJMaxOpen(i).Left = 120;
+        optINJMaxOpen(i).Top = 240 + i * kRow;
+        optINJMaxOpen(i).Width = 1200;
+        optINJMaxOpen(i).Height = 255;
+    }
+}
+
+void MiscPane::readPane() {
+    paneWindow().line().requestFirst(kRead);
+}
+
+// The dispatcher calls it past the window's door, and events run in it.
+void MiscPane::LoadMisc(bool skipTimer) {
+    const controls::Window::Stay stay(paneWindow());
+    transfer_.LoadMisc(skipTimer);
+}
+
+void MiscPane::UpdateReadEE(std::int32_t value, int addr, bool) {
+    const auto& addresses = paneWindow().context().tables.addresses;
+    if (addr == addresses.RPM_LIMIT_LOW_OFF) {
+        txtMisc(kRpmLimit).Text = core::numberText(value).view();
+    } else if (addr == addresses.RPM_SHIFT_LOW_OFF) {
+        txtMisc(kRpmShift).Text = core::numberText(value).view();
+    }
+}
+
+}  // namespace korvane::maps

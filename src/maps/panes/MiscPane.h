@@ -1,0 +1,50 @@
+// The misc block: limits, offsets, the enable word and the injectors' longest opening.
+#pragma once
+
+#include "link/Windows.h"
+#include "maps/panes/MapPane.h"
+#include "maps/panes/PaneWindow.h"
+#include "maps/transfer/MiscTransfer.h"
+
+namespace korvane::maps {
+
+// The boxes of txtMisc.
+inline constexpr int kRpmLimit = 0;
+inline constexpr int kRpmShift = 1;
+inline constexpr int kInjectionOffset = 2;
+inline constexpr int kIgnitionOffset = 3;
+
+inline constexpr int kMiscBits = 16;  // of the enable word
+
+class MiscPane : public MapPane, public link::MiscPart, public link::EepromPart {
+public:
+    explicit MiscPane(PaneWindow& window);
+
+    controls::CommandButton btnReadMisc, btnSaveMisc;
+    controls::Frame FrameMisc;
+    controls::ControlArray<controls::Label> lblMisc;               // the names beside txtMisc
+    controls::ControlArray<controls::TextBox> txtMisc;             // kRpmLimit to kIgnitionOffset
+    controls::ControlArray<controls::CheckBox> CheckMisc;          // the bits of the enable word
+    controls::Frame FrameINJMaxOpen;                               // "Suutin max aukiolo"
+    controls::ControlArray<controls::OptionButton> optINJMaxOpen;  // "4.4ms", "2.2ms"
+    controls::Timer TimeOutTimer;                                  // seconds of a blocking read
+    std::int16_t timeOutCounter = 0;
+
+    void LoadMisc(bool skipTimer) override;
+    // The same display work after a file load, without timers; ends with its own caption.
+    void showMiscOfFile() { transfer_.showMiscOfFile(); }
+    // The 16-bit limits of the EEPROM onto txtMisc.
+    void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
+
+    void loadPane(std::int32_t features) override;
+    void readPane() override;
+    void showLoadedTune() override { showMiscOfFile(); }
+
+private:
+    void describe();
+    void place();
+
+    MiscTransfer transfer_;
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,80 @@
+// The ground on which panes stand: what all map windows have.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/Controls.h"
+#include "controls/Timer.h"
+#include "controls/Window.h"
+#include "link/Windows.h"
+#include "maps/grid/MapGeometry.h"
+#include "maps/grid/MapGrid.h"
+#include "maps/panes/MapPane.h"
+#include "maps/transfer/MapContext.h"
+#include "maps/transfer/MapLine.h"
+
+namespace korvane::maps {
+
+// Bits of the feature word.
+inline constexpr std::int32_t kInjectionBit = 1 << 3;
+inline constexpr std::int32_t kIgnitionBit = 1 << 5;
+inline constexpr std::int32_t kShiftLightBit = 1 << 14;
+inline constexpr std::int32_t kRpmLimitBit = 1 << 15;
+
+class PaneWindow : public controls::Window, public link::MapWindow {
+public:
+    struct Title {
+        std::string_view name;  // a literal
+        std::string_view caption;
+    };
+    PaneWindow(platform::Machine& machine, const MapContext& context, const Title& title, MapGeometry shape);
+
+    controls::ProgressBar prgTransfer{*this, "prgTransfer"};         // of a map on its way to the ECU
+    controls::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};  // edits go to the running engine at once
+    controls::Timer Timer1{*this, "Timer1", true, 333};              // focus and panes
+    controls::Timer TimerInitialGetData{*this, "TimerInitialGetData", false, 100};  // from the load to the first reads
+
+    bool isFormLoaded = false;  // the load event has ended
+    const MapGeometry geometry;
+
+    void setCaption(std::string_view caption) override { Caption = caption; }
+    // What the panes read after the load, in their order; nothing with the port closed.
+    void initialReads();
+
+    // For the panes. ground() is what the constructor of each takes.
+    [[nodiscard]] PaneWindow& ground() { return *this; }
+    void addPane(MapPane& pane) { panes_.push_back(&pane); }
+    [[nodiscard]] const std::vector<MapPane*>& panes() const { return panes_; }
+    [[nodiscard]] const MapContext& context() const { return context_; }
+    [[nodiscard]] MapLine& line() { return line_; }
+    void tell(const std::string& text);
+    // Runs a step; its failure is told as `text`.
+    void toldAs(const char* text, const std::function<void()>& step);
+
+    // Called when the window goes.
+    std::function<void()> Closed;
+
+protected:
+    void Form_Load() override;
+    bool Form_Unload() override;
+
+    // How the panes lie, behind their load.
+    virtual void arrangePanes() {}
+    // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
+    virtual void followEngine() {}
+    void focusOn(MapGrid& grid);
+
+private:
+    // Small cells on a small screen, bold ones on a wide one.
+    void sizeFonts(int screenWidth);
+
+    const MapContext& context_;
+    MapLine line_;
+    std::vector<MapPane*> panes_;
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,22 @@
+// What the map windows work on beside their own controls.
+#pragma once
+
+#include "core/tables/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "maps/panes/Analysis.h"
+
+namespace korvane::maps {
+
+class Frm3Dmap;
+class FrmInjScale;
+
+// All of it lives longer than any map window.
+struct MapContext {
+    core::SharedTables& tables;
+    link::ConnectionPanel& connection;  // MSComm1 and the poll timer, TimerRequestData
+    Analyser& analyser;
+    Frm3Dmap& frm3Dmap;
+    FrmInjScale& frmInjScale;
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,58 @@
+// What the transfers of a map window share: the way to the ECU, the poll timer, the caption and the trap for failures.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "controls/Controls.h"
+#include "maps/transfer/MapContext.h"
+
+namespace korvane::maps {
+
+// A command closes with the complement of the letter that opened it.
+[[nodiscard]] constexpr std::uint8_t complement(std::uint8_t letter) {
+    return static_cast<std::uint8_t>(~letter & 0xFF);
+}
+
+class MapLine {
+public:
+    MapLine(controls::Window& window, const MapContext& context) : window_(window), context_(context) {}
+
+    [[nodiscard]] bool isOpen() const { return context_.connection.MSComm1.PortOpen(); }
+    // Whether all that was sent has left the machine.
+    [[nodiscard]] bool isDrained() const { return context_.connection.MSComm1.OutBufferCount() < 1; }
+    // RuntimeError 8018 when the port is closed.
+    void send(std::initializer_list<std::uint8_t> bytes);
+    void sendIfOpen(std::initializer_list<std::uint8_t> bytes);
+
+    // The live poll, which would mix its frames with those of a transfer.
+    void stopPoll() { context_.connection.TimerRequestData.Enabled = false; }
+    void startPoll() { context_.connection.TimerRequestData.Enabled = true; }
+
+    // Events run in both: the port may be closed, the window unloaded and another transfer begun and ended by then.
+    void wait(int milliseconds);
+    void pump();
+    // Nothing runs: for handlers of replies, in whose waits the next reply would be cut in two.
+    void block(int milliseconds);
+
+    void show(std::string_view caption) { window_.Caption = caption; }
+    // With the time of day behind it.
+    void showWithTime(std::string_view caption);
+    // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
+    void request(std::uint8_t letter);
+    // Among the first reads: events run behind it.
+    void requestFirst(std::uint8_t letter);
+
+    // Runs a write handler. A failure ends it and shows its description as the caption; the poll timer stays as the
+    // handler has left it.
+    void trapped(const std::function<void()>& handler);
+
+private:
+    controls::Window& window_;
+    const MapContext& context_;
+};
+
+}  // namespace korvane::maps

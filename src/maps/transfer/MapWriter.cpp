@@ -1,0 +1,127 @@
+#include "maps/transfer/MapWriter.h"
+
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr std::size_t kHalf = 160;
+constexpr int kBytePause = 1;      // ms; the ECU's EEPROM writer keeps up with no more
+constexpr int kCommitPause = 100;  // ms, before and behind the commit letter
+constexpr int kAckPause = 5;       // ms
+constexpr int kFirstAckTurns = 100;
+constexpr int kSecondAckTurns = 200;
+constexpr int kFirstAck = 1;
+constexpr int kBothAcks = 11;
+
+}  // namespace
+
+struct MapWriter::Kind {
+    core::MapImage core::SharedTables::*image;
+    std::int16_t core::SharedTables::*acks;
+    std::uint8_t firstLetter;
+    std::uint8_t secondLetter;
+    std::uint8_t commitLetter;
+    bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
+    const char* sending;
+    const char* done;
+};
+
+const MapWriter::Kind MapWriter::kFuel{
+    .image = &core::SharedTables::FuelMapOut,
+    .acks = &core::SharedTables::FuelSendAcks,
+    .firstLetter = 'F',
+    .secondLetter = 246,
+    .commitLetter = 'c',
+    .pollsBeforeCommit = false,
+    .sending = "Sending  fuel data",
+    .done = "Fuel kartta lähetetty ja talletettu autoon",
+};
+const MapWriter::Kind MapWriter::kIgnition{
+    .image = &core::SharedTables::IgnMapOut,
+    .acks = &core::SharedTables::IgnSendAcks,
+    .firstLetter = 'A',
+    .secondLetter = 248,
+    .commitLetter = 'b',
+    .pollsBeforeCommit = true,
+    .sending = "Sending  Ignition data",
+    .done = "Ignition kartta lähetetty ja talletettu autoon",
+};
+
+MapWriter::MapWriter(PaneWindow& window, const Kind& kind, Halves halves)
+    : window_(window), tables_(window.context().tables), line_(window.line()), kind_(kind), halves_(halves) {}
+
+void MapWriter::write() {
+    line_.trapped([this] {
+        if (halves_ == Halves::Two) {
+            writeHalves();
+        } else {
+            writeWhole();
+        }
+    });
+}
+
+void MapWriter::writeWhole() {
+    fields::Progress progress(window_.prgTransfer, kHalf);
+    line_.stopPoll();
+    line_.show(kind_.sending);
+    sendHalf(kind_.firstLetter, 0, progress);
+    if (kind_.pollsBeforeCommit) {
+        line_.startPoll();
+        line_.stopPoll();
+    }
+    line_.wait(kCommitPause);
+    line_.send({kind_.commitLetter});
+    line_.wait(kCommitPause);
+    line_.startPoll();
+    line_.show(kind_.done);
+}
+
+// The second half goes out also when the first was not acknowledged; only the commit depends on both.
+void MapWriter::writeHalves() {
+    fields::Progress progress(window_.prgTransfer, 2 * kHalf);
+    line_.stopPoll();
+    line_.show(kind_.sending);
+    tables_.*kind_.acks = 0;
+    sendHalf(kind_.firstLetter, 0, progress);
+    static_cast<void>(acknowledged(kFirstAck, kFirstAckTurns));
+    sendHalf(kind_.secondLetter, kHalf, progress);
+    if (acknowledged(kBothAcks, kSecondAckTurns)) {
+        line_.stopPoll();
+        line_.wait(kCommitPause);
+        line_.send({kind_.commitLetter});
+        line_.show(kind_.done);
+    }
+    line_.wait(kCommitPause);
+    line_.startPoll();
+}
+
+void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, fields::Progress& progress) {
+    line_.send({letter});
+    for (std::size_t cell = first; cell < first + kHalf;) {
+        line_.pump();
+        if (!line_.isDrained()) {
+            line_.wait(kBytePause);
+            continue;
+        }
+        const std::uint8_t byte = (tables_.*kind_.image)[cell++];
+        line_.wait(kBytePause);
+        line_.send({byte});
+        progress.step();
+    }
+    line_.send({complement(letter)});
+}
+
+bool MapWriter::acknowledged(int count, int turns) {
+    for (int turn = 0; turn < turns; ++turn) {
+        line_.pump();
+        line_.wait(kAckPause);
+        if (tables_.*kind_.acks == count) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,43 @@
+// Writes the fuel or the ignition map to the ECU.
+//
+//     opening letter, 160 bytes, complement of the letter    a whole map, or the first half of a large one
+//     second opening byte, 160 bytes, its complement         the second half
+//     commit letter                                          the ECU stores what it was sent
+#pragma once
+
+#include "fields/Progress.h"
+#include "maps/transfer/MapLine.h"
+
+namespace korvane::maps {
+
+class PaneWindow;
+
+// How many halves a map goes out in; two need an acknowledgement each.
+enum class Halves { One, Two };
+
+// A write may begin again, and the window be closed or the cable pulled, while one waits.
+class MapWriter {
+public:
+    struct Kind;
+    static const Kind kFuel;
+    static const Kind kIgnition;
+
+    MapWriter(PaneWindow& window, const Kind& kind, Halves halves);
+
+    void write();
+
+private:
+    void writeWhole();
+    void writeHalves();
+    void sendHalf(std::uint8_t letter, std::size_t first, fields::Progress& progress);
+    // Whether the count of acknowledgements came to `count` within so many turns of 5 ms.
+    [[nodiscard]] bool acknowledged(int count, int turns);
+
+    PaneWindow& window_;
+    core::SharedTables& tables_;
+    MapLine& line_;
+    const Kind& kind_;
+    Halves halves_;
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,102 @@
+#include "maps/transfer/MiscTransfer.h"
+
+#include "core/Numbers.h"
+#include "maps/panes/MiscPane.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr int kPause = 100;  // ms, around the send and behind the display
+
+// From this bit on the ECU's enable word is inverted: a set bit is a box without its tick.
+constexpr int kFirstInvertedBit = 14;
+
+constexpr int kIgnitionZero = 128;  // the offset's byte at 0 degrees
+constexpr double kIgnitionSteps = 10.0;
+constexpr std::uint8_t kOpen4ms4 = 6;  // codes of the injector's longest opening
+constexpr std::uint8_t kOpen2ms2 = 5;
+
+}  // namespace
+
+MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context)
+    : pane_(pane), line_(line), context_(context) {}
+
+void MiscTransfer::save() {
+    line_.trapped([this] {
+        line_.stopPoll();
+        line_.wait(kPause);
+        sendBlock();
+        line_.wait(kPause);
+        line_.startPoll();
+    });
+}
+
+void MiscTransfer::sendBlock() {
+    const std::int32_t enabled = enableWord();
+    line_.send({'M'});
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
+    sendWord(enabled);
+    line_.send({core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get()))});
+    line_.send({core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
+    line_.send({pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
+    line_.send({complement('M'), 'd'});
+}
+
+void MiscTransfer::sendWord(std::int32_t value) {
+    const auto bits = static_cast<std::uint32_t>(value);
+    line_.send({static_cast<std::uint8_t>(bits & 0xFFU), static_cast<std::uint8_t>((bits >> 8U) & 0xFFU)});
+}
+
+std::int32_t MiscTransfer::enableWord() {
+    std::int32_t word = 0;
+    for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
+        const bool ticked = pane_.CheckMisc(bit).Value == 1;
+        if (ticked != (bit >= kFirstInvertedBit)) {
+            word |= 1 << bit;
+        }
+    }
+    return word;
+}
+
+void MiscTransfer::LoadMisc(bool skipTimer) {
+    if (!skipTimer) {
+        pane_.timeOutCounter = 0;
+        line_.show("Getting data from Sarnex!");
+        line_.stopPoll();
+    }
+    showBlock();
+    line_.show("Misc datan haku onnistui");
+    pane_.TimeOutTimer.Enabled = false;
+    pane_.timeOutCounter = 0;
+    line_.block(kPause);
+    line_.startPoll();
+}
+
+void MiscTransfer::showMiscOfFile() {
+    showBlock();
+    line_.show("Misc data received.. ");
+}
+
+void MiscTransfer::showBlock() {
+    const auto& block = context_.tables.MiscBlock;
+    const auto word = [&](std::size_t low) { return block.at(low) + 256 * block.at(low + 1); };
+    pane_.txtMisc(kRpmLimit).Text = core::numberText(static_cast<std::int16_t>(word(1))).view();
+    pane_.txtMisc(kRpmShift).Text = core::numberText(static_cast<std::int16_t>(word(3))).view();
+    showEnableWord(word(5));
+    pane_.txtMisc(kInjectionOffset).Text = core::numberText(block[7]).view();
+    pane_.txtMisc(kIgnitionOffset).Text = core::numberText((block[8] - kIgnitionZero) / kIgnitionSteps).view();
+    pane_.txtMisc(kIgnitionOffset).ToolTipText = core::numberText(block[8]).view();
+    pane_.optINJMaxOpen(0).Value = block[9] == kOpen4ms4;
+    pane_.optINJMaxOpen(1).Value = block[9] == kOpen2ms2;
+}
+
+void MiscTransfer::showEnableWord(std::int32_t word) {
+    for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
+        const bool set = (word & (1 << bit)) != 0;
+        pane_.CheckMisc(bit).Value = set != (bit >= kFirstInvertedBit) ? 1 : 0;
+    }
+}
+
+}  // namespace korvane::maps

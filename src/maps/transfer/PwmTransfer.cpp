@@ -1,0 +1,68 @@
+#include "maps/transfer/PwmTransfer.h"
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "fields/Progress.h"
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::maps {
+
+namespace {
+
+// Three cells that the grid shows disabled are sent along.
+constexpr int kFirstSent = 61;
+constexpr int kLastSent = 159;
+constexpr int kQuietPause = 200;  // ms, for the replies that the poll has asked for
+constexpr int kCellPause = 50;    // ms
+
+}  // namespace
+
+PwmTransfer::PwmTransfer(PaneWindow& window, MapGrid& grid) : window_(window), grid_(grid), line_(window.line()) {}
+
+void PwmTransfer::read() {
+    line_.showWithTime("Receiving data from Device...");
+    if (line_.isOpen()) {
+        ask();
+    }
+    line_.showWithTime("PWM table Received ");
+}
+
+void PwmTransfer::ask() {
+    line_.stopPoll();
+    line_.wait(kQuietPause);
+    line_.sendIfOpen({'p', 0, complement('p')});
+    line_.pump();
+    line_.startPoll();
+}
+
+void PwmTransfer::save() {
+    line_.trapped([this] { send(); });
+}
+
+void PwmTransfer::send() {
+    fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
+    line_.stopPoll();
+    line_.wait(kQuietPause);
+    line_.showWithTime("Sending PWM table ");
+    for (int cell = kFirstSent; cell <= kLastSent; ++cell) {
+        sendCell(cell);
+        progress.step();
+        line_.wait(kCellPause);
+        line_.pump();
+    }
+    line_.sendIfOpen({'o', complement('o'), 'X', complement('X')});
+    line_.showWithTime("PWM table have been sent to ECU ");
+    line_.startPoll();
+}
+
+// Cell and value go twice, so that the ECU can check them.
+void PwmTransfer::sendCell(int cell) {
+    const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
+    if (window_.isFormLoaded) {
+        const auto index = static_cast<std::uint8_t>(cell);
+        line_.sendIfOpen({'P', index, index, value, value, complement('P')});
+    }
+    grid_(cell).ToolTipText = core::numberText(value).view();
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,219 @@
+#include "views/widgets/charts/ChartWidget.h"
+
+#include <QFontInfo>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/Numbers.h"
+#include "views/widgets/Palette.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr double kDegreesPerPixel = 0.5;
+constexpr double kDegreesPerKey = 5;
+constexpr double kZoomPerNotch = 1.15;
+constexpr double kNotch = 120;  // of the wheel, as the toolkit counts
+constexpr double kSmallestZoom = 0.5;
+constexpr double kLargestZoom = 6;
+constexpr double kFontShare = 0.88;
+constexpr double kTextGap = 12;
+constexpr double kTop = 14;
+constexpr double kSlanted = 0.8;  // of a text's length: how far one that runs down a slope reaches
+constexpr double kLargestByte = 255;
+constexpr double kRadius = 6;
+
+double byteOf(const QString& text) {
+    return std::clamp(core::val(text.toStdString()), 0.0, kLargestByte);
+}
+
+}  // namespace
+
+ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void ChartWidget::setContent(Content content) {
+    scene_.rowLabels = std::move(content.rowLabels);
+    scene_.columnLabels = std::move(content.columnLabels);
+    data_ = std::move(content.data);
+    std::vector<double> bytes(data_.size());
+    std::transform(data_.begin(), data_.end(), bytes.begin(), byteOf);
+    scene_.scale = heightScaleFor(bytes.empty() ? 0 : *std::max_element(bytes.begin(), bytes.end()));
+    std::transform(bytes.begin(), bytes.end(), bytes.begin(), [this](double byte) { return byte / scene_.scale.top; });
+    scene_.heights = {static_cast<int>(scene_.rowLabels.size()), static_cast<int>(scene_.columnLabels.size()),
+                      std::move(bytes)};
+    scene_.marked.reset();
+    arrange();
+}
+
+void ChartWidget::setPresentation(Presentation presentation) {
+    presentation_ = presentation;
+    arrange();
+}
+
+QString ChartWidget::cellName() const {
+    if (!scene_.marked) {
+        return {};
+    }
+    const auto cell = static_cast<std::size_t>(*scene_.marked);
+    const std::size_t columns = scene_.columnLabels.size();
+    return QStringLiteral("%1,  %2:  %3")
+        .arg(scene_.columnLabels.at(cell % columns), scene_.rowLabels.at(cell / columns), data_.at(cell));
+}
+
+QFont ChartWidget::labelFont() const {
+    QFont small = font();
+    small.setPixelSize(std::max(8, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kFontShare))));
+    return small;
+}
+
+// The texts are below the map more than above it.
+QPointF ChartWidget::middle() const {
+    return {width() / 2.0, (height() - margin_.height() + kTop) / 2.0};
+}
+
+Projection ChartWidget::projection() const {
+    const QSizeF room(width() - 2 * margin_.width(), height() - margin_.height() - kTop);
+    return {turn_, middle() + shift_, Projection::scaleFor(turn_.elevation, room) * zoom_};
+}
+
+void ChartWidget::arrange() {
+    const double widest = std::max(ChartPainter::largestOf(scene_.rowLabels, labelFont()).width(),
+                                   ChartPainter::largestOf(scene_.columnLabels, labelFont()).width());
+    margin_ = {widest + kTextGap, widest * kSlanted + kTextGap};
+    const bool sheet = presentation_ == Presentation::Surface && scene_.heights.rows > 1 && scene_.heights.columns > 1;
+    scene_.faces = sheet ? sheetOf(scene_.heights, projection()) : barsOf(scene_.heights, projection());
+    findMarked();
+    update();
+}
+
+void ChartWidget::findMarked() {
+    mark(mouse_ && !dragged_ ? cellAt(scene_.faces, *mouse_) : std::nullopt);
+}
+
+void ChartWidget::mark(std::optional<int> cell) {
+    scene_.marked = cell;
+    setAccessibleDescription(cellName());
+    update();
+    if (named_) {
+        named_();
+    }
+}
+
+void ChartWidget::turnBy(double degreesRound, double degreesUp) {
+    turn_ = turn_.by(degreesRound, degreesUp);
+    arrange();
+}
+
+// What is under the point stays there; at its usual size or a smaller one the map stands in the middle.
+void ChartWidget::zoomAt(QPointF point, double factor) {
+    const double zoom = std::clamp(zoom_ * factor, kSmallestZoom, kLargestZoom);
+    const QPointF fromMiddle = point - middle();
+    shift_ = zoom > 1 ? fromMiddle - (fromMiddle - shift_) * (zoom / zoom_) : QPointF();
+    zoom_ = zoom;
+    arrange();
+}
+
+void ChartWidget::resetSight() {
+    turn_ = {};
+    zoom_ = 1;
+    shift_ = {};
+    arrange();
+}
+
+void ChartWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : shades::border(palette()), 1));
+    painter.setBrush(shades::face(palette()));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+    if (scene_.faces.empty()) {
+        return;
+    }
+    painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+    painter.setFont(labelFont());
+    const Projection sight = projection();
+    ChartPainter(painter, scene_, sight, palette()).paint();
+}
+
+void ChartWidget::resizeEvent(QResizeEvent*) {
+    arrange();
+}
+
+void ChartWidget::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        arrange();
+    }
+    QWidget::changeEvent(event);
+}
+
+void ChartWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        dragged_ = event->position();
+        setCursor(Qt::ClosedHandCursor);
+    }
+}
+
+void ChartWidget::mouseMoveEvent(QMouseEvent* event) {
+    mouse_ = event->position();
+    if (dragged_) {
+        const QPointF way = event->position() - *dragged_;
+        dragged_ = event->position();
+        turnBy(way.x() * kDegreesPerPixel, way.y() * kDegreesPerPixel);
+    } else if (const auto cell = cellAt(scene_.faces, *mouse_); cell != scene_.marked) {
+        mark(cell);
+    }
+}
+
+void ChartWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && dragged_) {
+        dragged_.reset();
+        unsetCursor();
+        findMarked();
+    }
+}
+
+void ChartWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        resetSight();
+    }
+}
+
+void ChartWidget::wheelEvent(QWheelEvent* event) {
+    zoomAt(event->position(), std::pow(kZoomPerNotch, event->angleDelta().y() / kNotch));
+    event->accept();
+}
+
+void ChartWidget::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return turnBy(-kDegreesPerKey, 0);
+        case Qt::Key_Right:
+            return turnBy(kDegreesPerKey, 0);
+        case Qt::Key_Up:
+            return turnBy(0, -kDegreesPerKey);
+        case Qt::Key_Down:
+            return turnBy(0, kDegreesPerKey);
+        case Qt::Key_Plus:
+            return zoomAt(middle(), kZoomPerNotch);
+        case Qt::Key_Minus:
+            return zoomAt(middle(), 1 / kZoomPerNotch);
+        case Qt::Key_Home:
+            return resetSight();
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+void ChartWidget::leaveEvent(QEvent*) {
+    mouse_.reset();
+    mark({});
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,80 @@
+// Shows a chart as a map in space that the user turns, and names the cell under the mouse.
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <span>
+
+#include "views/widgets/charts/ChartPainter.h"
+
+namespace korvane::views {
+
+// Dragging and the arrow keys turn the map; the wheel, + and - make it larger and smaller; Home and a double click
+// bring back the usual sight.
+class ChartWidget : public QWidget {
+public:
+    explicit ChartWidget(QWidget* parent);
+
+    struct Content {
+        std::vector<QString> rowLabels, columnLabels;
+        std::vector<QString> data;  // row by row; a text that is no number stands at the floor
+    };
+    void setContent(Content content);
+
+    enum class Presentation { Surface, Bars };
+    void setPresentation(Presentation presentation);
+
+    // Called when the cell under the mouse, or what is in it, has changed.
+    void onNamed(std::function<void()> named) { named_ = std::move(named); }
+    // Row label, column label and data of the cell under the mouse; empty when there is none.
+    [[nodiscard]] QString cellName() const;
+    [[nodiscard]] std::optional<int> cell() const { return scene_.marked; }
+
+    [[nodiscard]] const Turn& turn() const { return turn_; }
+    [[nodiscard]] double zoom() const { return zoom_; }
+    [[nodiscard]] std::span<const Face> faces() const { return scene_.faces; }
+    // Where the middle of a cell is, at its height.
+    [[nodiscard]] QPointF placeOf(int cell) const { return projection().at(scene_.heights.topOf(cell)); }
+    void resetSight();
+
+    [[nodiscard]] QSize sizeHint() const override { return {640, 420}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {320, 220}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] QFont labelFont() const;
+    [[nodiscard]] QPointF middle() const;
+    [[nodiscard]] Projection projection() const;
+    void turnBy(double degreesRound, double degreesUp);
+    void zoomAt(QPointF point, double factor);
+    // The sight or the content has changed.
+    void arrange();
+    void mark(std::optional<int> cell);
+    void findMarked();
+
+    ChartScene scene_;
+    std::vector<QString> data_;
+    QSizeF margin_;  // for the texts around the map
+    Presentation presentation_ = Presentation::Surface;
+    Turn turn_;
+    double zoom_ = 1;
+    QPointF shift_;  // of the map's middle, where it has been zoomed away
+    std::optional<QPointF> dragged_;
+    std::optional<QPointF> mouse_;
+    std::function<void()> named_;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,61 @@
+// A text that changes many times a second: painted by itself, never laid out anew.
+#pragma once
+
+#include <QWidget>
+
+#include "views/widgets/values/TabularText.h"
+
+namespace korvane::views {
+
+// What a widget stands on.
+enum class Ground { Surface, Tile };
+
+class Readout : public QWidget {
+public:
+    struct Look {
+        double scale = 1;  // of the inherited font
+        bool bold = false;
+        bool muted = false;    // the shade of names
+        bool growing = false;  // the text grows with the widget
+        Qt::Alignment alignment = Qt::AlignLeft;
+        Ground ground = Ground::Surface;
+    };
+
+    explicit Readout(QWidget* parent) : Readout(Look(), parent) {}
+    Readout(const Look& look, QWidget* parent);
+
+    void setText(const QString& text);
+    [[nodiscard]] const QString& text() const { return text_; }
+    // The longest usual text: room for it is kept, whatever is shown. A longer one is drawn smaller, down to a limit,
+    // and then cut.
+    void setReserve(const QString& longest);
+
+    // Whether the text stands whole in the widget, and how much smaller than usual (1: not at all).
+    [[nodiscard]] bool isCut() const { return cut_; }
+    [[nodiscard]] double shrink() const { return shrink_; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] QFont fontOf(int pixels) const;
+    [[nodiscard]] int usualPixels() const;
+    void refit();
+    void fit();
+
+    Look look_;
+    QString text_;
+    QString shown_;
+    QString reserve_;
+    TabularText digits_;
+    int pixels_ = 0;
+    double shrink_ = 1;
+    bool cut_ = false;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,97 @@
+#include "views/widgets/values/ValueBox.h"
+
+#include <QEvent>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+#include "views/widgets/Palette.h"
+
+namespace korvane::views {
+
+namespace {
+constexpr QChar kMark(0x00B1);  // plus-minus
+constexpr int kMarkLeft = 4;
+constexpr double kMarkScale = 0.85;
+constexpr int kSmallestPixels = 8;
+constexpr double kPaddingOfText = 0.85;
+constexpr int kRing = 2;
+}  // namespace
+
+ValueBox::ValueBox(int digits, QWidget* parent) : QLineEdit(parent), digits_(digits) {
+    setAlignment(Qt::AlignRight);
+}
+
+QSize ValueBox::sizeHint() const {
+    const QFontMetrics metrics = fontMetrics();
+    const int padding = static_cast<int>(metrics.height() * kPaddingOfText);
+    const int mark = isReadOnly() ? markWidth() : 0;
+    return {metrics.horizontalAdvance(u'0') * digits_ + padding + mark, QLineEdit::sizeHint().height()};
+}
+
+QFont ValueBox::markFont() const {
+    QFont small = font();
+    small.setPixelSize(std::max(static_cast<int>(QFontInfo(font()).pixelSize() * kMarkScale), kSmallestPixels));
+    return small;
+}
+
+int ValueBox::markWidth() const {
+    return QFontMetrics(markFont()).horizontalAdvance(kMark);
+}
+
+void ValueBox::fitMark() {
+    setTextMargins(isReadOnly() ? markWidth() : 0, 0, 0, 0);
+    updateGeometry();
+}
+
+void ValueBox::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::FontChange) {
+        fitMark();
+    }
+    if (event->type() == QEvent::ReadOnlyChange) {
+        setAccessibleDescription(isReadOnly() ? QStringLiteral("changes by the keys + and -") : QString());
+    }
+    if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::PaletteChange) {
+        keepGround();
+    }
+}
+
+// A cell that is marked no longer gets the white of a box to type into, which dark windows don't have either.
+void ValueBox::keepGround() {
+    const QPalette usual;
+    const QColor ground = usual.color(QPalette::Window);
+    if (isReadOnly() && ground != Qt::white && palette().color(QPalette::Base) == Qt::white) {
+        QPalette mended;
+        mended.setResolveMask(0);
+        mended.setColor(QPalette::Base, ground);
+        setPalette(mended);
+    }
+}
+
+void ValueBox::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (isReadOnly()) {
+        QPainter painter(this);
+        painter.setFont(markFont());
+        painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+        painter.drawText(rect().adjusted(kMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, QString(kMark));
+        if (hasFocus()) {
+            painter.setPen(QPen(palette().color(QPalette::Highlight), kRing));
+            painter.drawRect(rect().adjusted(1, 1, -1, -1));
+        }
+    }
+}
+
+// An arrow that has stepped the number must not scroll what the box stands in.
+void ValueBox::keyPressEvent(QKeyEvent* event) {
+    QLineEdit::keyPressEvent(event);
+    if (isReadOnly() && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+        event->accept();
+    }
+}
+
+}  // namespace korvane::views
