@@ -6,8 +6,6 @@ namespace korvane::controls {
 
 namespace {
 
-constexpr int kErrorInvalidPropertyValue = 380;
-
 constexpr std::array kLabel{property<&Label::Caption>("Caption")};
 constexpr std::array kButton{property<&CommandButton::Caption>("Caption")};
 constexpr std::array kCheckBox{property<&CheckBox::Caption>("Caption"),
@@ -41,26 +39,6 @@ constexpr std::array kProgressBar{property<&ProgressBar::Value>("Value"), proper
 constexpr std::array kFrame{property<&Frame::Caption>("Caption")};
 constexpr std::array kImage{property<&Image::Shown>("Picture")};
 constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
-constexpr std::array kComboBox{
-    PropertyInfo{"ListIndex",
-                 [](const Object& object) -> Value {
-                     return std::int64_t{dynamic_cast<const ComboBox&>(object).ListIndex.get()};
-                 },
-                 [](Object& object, const Value& value) {
-                     const auto row = detail::fromValue<int>(value);
-                     auto& box = dynamic_cast<ComboBox&>(object);
-                     if (row < -1 || row >= box.ListCount()) {
-                         detail::wrongKind("a row of the list");
-                     }
-                     box.ListIndex = row;
-                 }},
-    PropertyInfo{
-        "ListCount",
-        [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()}; },
-        nullptr},
-    PropertyInfo{"Text", [](const Object& object) -> Value { return dynamic_cast<const ComboBox&>(object).Text(); },
-                 nullptr},
-};
 
 }  // namespace
 
@@ -150,61 +128,22 @@ std::vector<std::span<const PropertyInfo>> ProgressBar::propertyTables() const {
     return withTable<Control>(*this, kProgressBar);
 }
 
-void ComboBox::AddItem(std::string text) {
-    rows_.push_back({std::move(text), {}});
-    changed(rowsProperty());
-}
-
 void ComboBox::Clear() {
-    rows_.clear();
-    changed(rowsProperty());
-    ListIndex = -1;
-}
-
-const std::string& ComboBox::List(int row) const {
-    if (row < 0 || row >= ListCount()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
-    }
-    return rows_[static_cast<std::size_t>(row)].text;
+    toolTips_.clear();
+    ListControl::Clear();
 }
 
 void ComboBox::setItemToolTip(int row, std::string text) {
     if (row >= 0 && row < ListCount() && itemToolTip(row) != text) {
-        rows_[static_cast<std::size_t>(row)].toolTip = std::move(text);
+        toolTips_[row] = std::move(text);
         changed(rowsProperty());
     }
 }
 
 const std::string& ComboBox::itemToolTip(int row) const {
-    return rows_.at(static_cast<std::size_t>(row)).toolTip;
-}
-
-std::string ComboBox::Text() const {
-    return ListIndex < 0 ? std::string() : List(ListIndex);
-}
-
-void ComboBox::choose(int row) {
-    if (row < 0 || row >= ListCount()) {
-        throw platform::RuntimeError(kErrorInvalidPropertyValue, "Invalid property value");
-    }
-    ListIndex = row;
-}
-
-std::optional<Value> ComboBox::indexedProperty(std::string_view property, std::span<const int> indices) const {
-    if (property != "List" || indices.size() != 1) {
-        return {};
-    }
-    return List(indices.front());
-}
-
-void ComboBox::afterChange(const void* property) {
-    if (property == &ListIndex) {
-        raise(Click);
-    }
-}
-
-std::vector<std::span<const PropertyInfo>> ComboBox::propertyTables() const {
-    return withTable<Control>(*this, kComboBox);
+    static const std::string none;
+    const auto found = toolTips_.find(row);
+    return found != toolTips_.end() ? found->second : none;
 }
 
 TextBox::TextBox(Window& window, std::string_view name, std::optional<int> index) : Control(window, name, index) {

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "controls/Control.h"
+#include "controls/ListControl.h"
 
 namespace korvane::controls {
 
@@ -110,46 +112,20 @@ public:
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
-// A list that drops down; rows count from 0, ListIndex -1 is no row. Assigning another ListIndex raises Click.
-class ComboBox : public Control {
+// A list that drops down.
+class ComboBox : public ListControl {
 public:
-    using Control::Control;
-    Property<int> ListIndex{*this, -1};
+    using ListControl::ListControl;
 
-    void AddItem(std::string text);
-    void Clear();
-    [[nodiscard]] int ListCount() const { return static_cast<int>(rows_.size()); }
-    // Text of a row; RuntimeError 9 for a row that does not exist.
-    [[nodiscard]] const std::string& List(int row) const;
+    void Clear() override;
     // A note on one row, such as the device that a port name stands for.
     void setItemToolTip(int row, std::string text);
     [[nodiscard]] const std::string& itemToolTip(int row) const;
-    // The chosen row's text, empty when none is chosen.
-    [[nodiscard]] std::string Text() const;
-    // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not
-    // exist.
-    void choose(int row) override;
-    [[nodiscard]] std::optional<Choices> choices() const override { return Choices{0, ListCount()}; }
-    [[nodiscard]] std::optional<Value> indexedProperty(std::string_view property,
-                                                       std::span<const int> indices) const override;  // List(row)
 
     [[nodiscard]] std::string_view kind() const override { return "drop-down list"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "ListIndex"; }
-    [[nodiscard]] bool canFocus() const override { return true; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
-
-    // Told to observers when rows or their notes change.
-    [[nodiscard]] const void* rowsProperty() const { return &rows_; }
-
-protected:
-    void afterChange(const void* property) override;
 
 private:
-    struct Row {
-        std::string text;
-        std::string toolTip;
-    };
-    std::vector<Row> rows_;
+    std::map<int, std::string> toolTips_;
 };
 
 class TextBox : public Control {

@@ -27,6 +27,17 @@ public:
         shown.show();
         return shown;
     }
+    // The newest open window of this kind, null if there is none.
+    template <class Kind>
+    [[nodiscard]] Kind* open() const {
+        for (auto place = windows_.rbegin(); place != windows_.rend(); ++place) {
+            auto* const window = dynamic_cast<Kind*>(place->get());
+            if (window != nullptr && window->isLoaded()) {
+                return window;
+            }
+        }
+        return nullptr;
+    }
     // The newest first. One that refuses to go stays open.
     void unloadAll();
 

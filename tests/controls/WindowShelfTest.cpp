@@ -69,6 +69,17 @@ TEST_F(WindowShelfTest, OneThatIsLoadedAgainWhileItsHandlerRunsStays) {
     EXPECT_TRUE(window.Visible);
 }
 
+TEST_F(WindowShelfTest, TheNewestOpenWindowOfAKindIsFound) {
+    EXPECT_EQ(shelf_.open<CountedWindow>(), nullptr);
+    auto& first = open();
+    auto& second = open();
+    shelf_.show(std::make_unique<NotingWindow>(machine_, "frmOther"));
+    EXPECT_EQ(shelf_.open<CountedWindow>(), &second);
+    EXPECT_TRUE(second.unload());
+    EXPECT_EQ(shelf_.open<CountedWindow>(), &first)
+        << "one that has been unloaded is not open, though it is still there";
+}
+
 TEST_F(WindowShelfTest, AllGoButThoseThatRefuse) {
     auto& stays = open();
     stays.refusesToGo = true;

@@ -10,6 +10,7 @@
 
 #include "controls/Chart.h"
 #include "controls/Controls.h"
+#include "controls/ListBox.h"
 #include "controls/ListView.h"
 #include "controls/PictureBox.h"
 #include "controls/Window.h"
@@ -37,6 +38,7 @@ class Lamp;
 class ListTable;
 class PictureView;
 class Readout;
+class TextList;
 
 // Every bound widget gets its control's path as object name and goes both ways: what the program changes is shown with
 // the next frame while the view can be seen, what the user does reaches the model at once. Widgets outlive the binder.
@@ -59,6 +61,7 @@ public:
     void bind(controls::ProgressBar& bar, QProgressBar& widget);
     void bind(controls::ComboBox& box, DropDown& widget);
     void bind(controls::ListView& list, ListTable& widget);
+    void bind(controls::ListBox& list, TextList& widget);
     void bind(controls::TextBox& box, QLineEdit& widget);
     void bind(controls::Frame& frame, QGroupBox& widget);
     void bind(controls::Image& image, Lamp& widget);
