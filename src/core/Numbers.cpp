@@ -126,6 +126,8 @@ T narrowed(double value) {
     return static_cast<T>(rounded);
 }
 
+constexpr int kErrorDivisionByZero = 11;
+
 constexpr double kCurrencyScale = 10000.0;
 constexpr double kQuickCurrency = 1e9;  // ten-thousandths up to which a double's product is near enough to the true one
 constexpr double kNearHalf = 1e-6;
@@ -163,6 +165,27 @@ std::int16_t toInt16(double value) {
 
 std::int32_t toInt32(double value) {
     return narrowed<std::int32_t>(value);
+}
+
+double finite(double value) {
+    if (!std::isfinite(value)) {
+        overflow();
+    }
+    return value;
+}
+
+double quotient(double dividend, double divisor) {
+    if (divisor == 0.0) {
+        throw RuntimeError(kErrorDivisionByZero, "Division by zero");
+    }
+    return finite(dividend / divisor);
+}
+
+float toSingle(double value) {
+    if (!(std::abs(value) <= std::numeric_limits<float>::max())) {
+        overflow();
+    }
+    return static_cast<float>(value);
 }
 
 double toCurrency(double value) {

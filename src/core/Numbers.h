@@ -24,6 +24,13 @@ namespace korvane::core {
 [[nodiscard]] std::int16_t toInt16(double value);
 [[nodiscard]] std::int32_t toInt32(double value);
 
+// `value`; raises RuntimeError 6 if it is infinite or no number.
+[[nodiscard]] double finite(double value);
+// Raises RuntimeError 11 for a divisor of 0, and 6 as finite() does.
+[[nodiscard]] double quotient(double dividend, double divisor);
+// The nearest float; raises RuntimeError 6 for what is too large for one.
+[[nodiscard]] float toSingle(double value);
+
 // `value` rounded to four decimals, half to even; raises RuntimeError 6 beyond +-922337203685477.5807.
 [[nodiscard]] double toCurrency(double value);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string>
 
 #include "core/Numbers.h"
@@ -17,22 +16,7 @@ namespace {
 
 constexpr std::size_t kScaledCells = 160;  // also of a large map
 constexpr double kLargestCell = 250.0;
-constexpr int kErrorDivisionByZero = 11;
 constexpr const char* kIniFile = "Settings.ini";
-
-double finite(double value) {
-    if (!std::isfinite(value)) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
-    }
-    return value;
-}
-
-double quotient(double dividend, double divisor) {
-    if (divisor == 0.0) {
-        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
-    }
-    return finite(dividend / divisor);
-}
 
 }  // namespace
 
@@ -99,9 +83,9 @@ float FrmInjScale::store(std::string_view section, const controls::TextBox& box)
 
 // A fraction typed into a box counts, though the stored sizes are whole.
 void FrmInjScale::scaleMap() {
-    const double ratio = quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
+    const double ratio = core::quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
     for (std::size_t cell = 0; cell < kScaledCells; ++cell) {
-        const double scaled = core::toInt(finite(tables_.FuelMapOut[cell] * ratio));
+        const double scaled = core::toInt(core::finite(tables_.FuelMapOut[cell] * ratio));
         tables_.FuelMapOut[cell] = core::toByte(std::clamp(scaled, 0.0, kLargestCell));
     }
     if (populateFuelOUT) {

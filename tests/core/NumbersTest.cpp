@@ -5,6 +5,7 @@
 
 #include "core/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "support/ErrorOf.h"
 
 namespace korvane::core {
 namespace {
@@ -115,6 +116,26 @@ TEST(ToInt32, RoundsAndThenChecksTheRange) {
     EXPECT_EQ(errorOf([] { return toInt32(2147483647.5); }), platform::kErrorOverflow);
     EXPECT_EQ(errorOf([] { return toInt32(kInfinity); }), platform::kErrorOverflow);
     EXPECT_EQ(errorOf([] { return toInt32(val("1e999")); }), platform::kErrorOverflow);
+}
+
+TEST(Finite, IsTheNumberOrAnOverflow) {
+    EXPECT_EQ(finite(-1.5), -1.5);
+    EXPECT_EQ(errorOf([] { return finite(kInfinity); }), platform::kErrorOverflow);
+    EXPECT_EQ(errorOf([] { return finite(kNoNumber); }), platform::kErrorOverflow);
+}
+
+TEST(Quotient, NeedsADivisorAndARoomForTheResult) {
+    EXPECT_EQ(quotient(1, -4), -0.25);
+    EXPECT_EQ(support::errorOf([] { static_cast<void>(quotient(1, 0)); }), 11);
+    EXPECT_EQ(support::errorOf([] { static_cast<void>(quotient(0, 0)); }), 11);
+    EXPECT_EQ(errorOf([] { return quotient(1e200, 1e-200); }), platform::kErrorOverflow);
+}
+
+TEST(ToSingle, RoundsAndChecksTheRange) {
+    EXPECT_EQ(toSingle(0.1), 0.1F);
+    EXPECT_EQ(toSingle(-3.4e38), -3.4e38F);
+    EXPECT_EQ(errorOf([] { return toSingle(3.5e38); }), platform::kErrorOverflow);
+    EXPECT_EQ(errorOf([] { return toSingle(kNoNumber); }), platform::kErrorOverflow);
 }
 
 TEST(ToCurrency, KeepsFourDecimalsHalfToEven) {
