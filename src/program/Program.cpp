@@ -6,6 +6,7 @@
 #include "core/tables/ModuleReg.h"
 #include "live/Lamps.h"
 #include "live/MainLayout.h"
+#include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
 
@@ -34,7 +35,8 @@ Program::Program(platform::Machine& machine)
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
-      mapWindows_(machine, mapContext_, windows_) {
+      mapWindows_(machine, mapContext_, windows_),
+      shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
@@ -44,6 +46,7 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
+    frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -100,18 +103,27 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
-                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.Command5, &frmSarn2_.Command6, &frmSarn2_.Command7,
+                         &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
     frmSarn2_.chkDatalog.Enabled = false;
     frmSarn2_.txtDatalogFile.Enabled = false;
 }
 
+void Program::openPowerCalc() {
+    if (auto* const open = shelf_.open<performance::FrmPowerCalc>()) {
+        open->show();
+    } else {
+        shelf_.show(std::make_unique<performance::FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)));
+    }
+}
+
 void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
+        shelf_.unloadAll();
         frmMisc_.leave();
         frm3Dmap_.leave();
     }

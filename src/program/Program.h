@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/clsInjAnalyser.h"
+#include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "link/Connection.h"
@@ -54,6 +55,7 @@ private:
     void mainWindowUnload(bool& stays);
     void nameChannels();
     void disableWhatComesLater();
+    void openPowerCalc();
 
     platform::Machine& machine_;
     core::SharedTables tables_;
@@ -71,6 +73,7 @@ private:
     maps::FrmInjScale frmInjScale_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
+    controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
     std::function<void()> endedHandler_;
 };

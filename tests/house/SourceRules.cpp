@@ -13,10 +13,28 @@ namespace korvane::house {
 namespace {
 
 // In the order of the layers: a module may include its own files and those of the modules before it.
-constexpr std::array<std::string_view, 21> kLayers{
-    "platform",    "controls",        "core",       "link",           "fields", "live",    "maps",
-    "analysis",    "settings",        "trend",      "performance",    "ecu",    "console", "views/widgets",
-    "views/frame", "views/dashboard", "views/maps", "views/settings", "views",  "program", "app"};
+constexpr std::array<std::string_view, 22> kLayers{"platform",
+                                                   "controls",
+                                                   "core",
+                                                   "link",
+                                                   "fields",
+                                                   "live",
+                                                   "maps",
+                                                   "analysis",
+                                                   "settings",
+                                                   "trend",
+                                                   "performance",
+                                                   "ecu",
+                                                   "console",
+                                                   "views/widgets",
+                                                   "views/frame",
+                                                   "views/dashboard",
+                                                   "views/maps",
+                                                   "views/settings",
+                                                   "views/performance",
+                                                   "views",
+                                                   "program",
+                                                   "app"};
 
 struct Machine {
     std::string_view module;
@@ -29,8 +47,9 @@ constexpr std::array<Machine, 2> kMachines{
     Machine{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
 };
 
-constexpr std::array<std::string_view, 8> kQtModules{"platform/qt", "views/widgets",  "views/frame", "views/dashboard",
-                                                     "views/maps",  "views/settings", "views",       "app"};
+constexpr std::array<std::string_view, 9> kQtModules{"platform/qt",       "views/widgets", "views/frame",
+                                                     "views/dashboard",   "views/maps",    "views/settings",
+                                                     "views/performance", "views",         "app"};
 
 constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
 
