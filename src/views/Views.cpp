@@ -5,6 +5,7 @@
 #include "views/maps/InjScaleView.h"
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
+#include "views/performance/PowerCalcView.h"
 #include "views/settings/MiscView.h"
 
 namespace korvane::views {
@@ -16,6 +17,7 @@ void addViews(ViewHost& host) {
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
+    host.add<PowerCalcView, performance::FrmPowerCalc>("frmPowerCalc");
     host.add<MiscView, settings::FrmMisc>("frmMisc");
 }
 
