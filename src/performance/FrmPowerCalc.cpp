@@ -60,7 +60,7 @@ void FrmPowerCalc::placeControls() {
         controls::Control& control;
         int left, top, width, height;  // twips
     };
-    Width = 860 * 15;
+    Width = 920 * 15;
     Height = 500 * 15;
     for (const auto& [control, left, top, width, height] :
          std::array{Place{txtSpeed, 5700, 300, 1500, 600}, Place{lbltimer, 7500, 300, 2400, 600},

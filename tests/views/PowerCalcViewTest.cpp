@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 
 #include <gmock/gmock.h>
@@ -123,6 +124,9 @@ TEST_F(PowerCalcViewTest, AllOfItIsInSightAtTheSizeThatItOpensWith) {
         EXPECT_TRUE(view().rect().contains(QRect(widget.mapTo(&view(), QPoint()), widget.size()))) << name;
     }
     EXPECT_FALSE(find<Readout>("lbltimer").isCut());
+    const auto& scroll = *view().findChild<QScrollArea*>();
+    EXPECT_EQ(scroll.horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(scroll.verticalScrollBar()->maximum(), 0);
 }
 
 }  // namespace

@@ -21,11 +21,12 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsualSize(66, 38);  // of the text's
+constexpr QSizeF kUsualSize(68, 38);  // of the text's
 constexpr int kDigits = 8;
 constexpr int kLineGap = 6;
-constexpr int kBlockGap = 28;
-constexpr double kTimerScale = 2.6;
+constexpr int kBlockGap = 20;
+constexpr int kListShare = 4;  // of the list's width, free beside the button
+constexpr double kTimerScale = 2.2;
 
 // Shows a number that nobody types.
 class NumberBox : public QLineEdit {
@@ -70,7 +71,6 @@ PowerCalcView::PowerCalcView(performance::FrmPowerCalc& window, FrameClock& cloc
     right.addWidget(&makePull());
     right.addWidget(&makeLog(), 1);
     columns.addLayout(&right, 1);
-    orderTabs();
 }
 
 void PowerCalcView::addLine(Card& card, QGridLayout& grid, int row, const Line& line) {
@@ -167,20 +167,12 @@ Card& PowerCalcView::makeLog() {
     auto& clear = child<QPushButton>(&card);
     binder().bind(window_.Command1, clear, 'c');
     rows.addWidget(&list, 1);
-    rows.addWidget(&clear, 0, Qt::AlignRight);
+    auto& foot = child<QHBoxLayout>(kNobody);
+    foot.addStretch(kListShare);
+    foot.addWidget(&clear, 1);
+    rows.addLayout(&foot);
     card.fitMargins();
     return card;
-}
-
-void PowerCalcView::orderTabs() {
-    std::vector<controls::Control*> order{&window_.txtCarName, &window_.txtPera};
-    for (auto& gear : window_.txtVaihde) {
-        order.push_back(&gear);
-    }
-    order.insert(order.end(),
-                 {&window_.txtUsedGear, &window_.txtPaino, &window_.txtrengas, &window_.Command2, &window_.Command3,
-                  &window_.txtStartRPM, &window_.txtStopRPM, &window_.txtSpeed, &window_.List1, &window_.Command1});
-    binder().setTabOrder(order);
 }
 
 }  // namespace korvane::views

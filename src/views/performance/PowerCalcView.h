@@ -29,7 +29,6 @@ private:
     void addSpeed(Card& card, QGridLayout& grid);
     void addTimer(Card& card, QGridLayout& grid);
     Card& makeLog();
-    void orderTabs();
 
     performance::FrmPowerCalc& window_;
 };
