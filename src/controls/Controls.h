@@ -9,9 +9,20 @@
 
 namespace korvane::controls {
 
-class Label : public Control {
+// A control with words on it.
+class CaptionControl : public Control {
 public:
     using Control::Control;
+    CaptionControl(Window& window, std::string_view name, std::string_view caption);
+    Property<std::string> Caption{*this};
+
+    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
+    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
+};
+
+class Label : public CaptionControl {
+public:
+    using CaptionControl::CaptionControl;
     Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "label"; }
@@ -19,9 +30,9 @@ public:
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
-class CommandButton : public Control {
+class CommandButton : public CaptionControl {
 public:
-    using Control::Control;
+    using CaptionControl::CaptionControl;
     Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "button"; }
@@ -32,9 +43,9 @@ public:
 };
 
 // Assigning another Value raises Click, as a press does.
-class CheckBox : public Control {
+class CheckBox : public CaptionControl {
 public:
-    using Control::Control;
+    using CaptionControl::CaptionControl;
     Property<std::string> Caption{*this};
     Property<int> Value{*this};  // 0 or 1
 
@@ -51,9 +62,9 @@ protected:
 
 // One of several that exclude each other: switching one on switches off the others in the same container, and raises
 // its Click.
-class OptionButton : public Control {
+class OptionButton : public CaptionControl {
 public:
-    using Control::Control;
+    using CaptionControl::CaptionControl;
     Property<std::string> Caption{*this};
     Property<bool> Value{*this};
 
@@ -169,9 +180,9 @@ protected:
 };
 
 // A titled box around other controls: setContainer(&frame) puts a control inside.
-class Frame : public Control {
+class Frame : public CaptionControl {
 public:
-    using Control::Control;
+    using CaptionControl::CaptionControl;
     Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "frame"; }
