@@ -8,8 +8,8 @@ namespace {
 class ValueCommands : public testing::Test, public ConsoleOnTestWindow {};
 
 TEST_F(ValueCommands, LinesWithoutACommandGetNoReply) {
-    for (const char* line : {"", " \t ", "# get everything"}) {
-        EXPECT_EQ(run(line), "(none)") << line;
+    for (const char* blank : {"", " \t ", "# get everything"}) {
+        EXPECT_EQ(run(blank), "(none)") << blank;
     }
 }
 
