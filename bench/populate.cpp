@@ -11,7 +11,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace {
 

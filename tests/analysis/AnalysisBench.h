@@ -9,7 +9,7 @@
 #include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "support/ErrorOf.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::analysis {
 

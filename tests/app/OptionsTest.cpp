@@ -71,8 +71,9 @@ TEST(OptionsTest, EachOptionIsRead) {
 }
 
 TEST(OptionsTest, TheLastOneCountsAndPortsAddUp) {
+    const support::TempFolder folder;
     const Options options =
-        parsed({"--decimal", "no", "--folder", "/no/such/folder", "--ecu", "type=1", "--port", "COM1=/dev/a=b",
+        parsed({"--decimal", "no", "--folder", folder.nowhere().string(), "--ecu", "type=1", "--port", "COM1=/dev/a=b",
                 "--port", "COM2=/dev/b", "--port", "COM1=/dev/c", "--ecu", "none", "--decimal", ".", "--folder", "/"});
     EXPECT_EQ(options.decimal, '.');
     EXPECT_EQ(options.ecu, "none");
@@ -100,9 +101,11 @@ TEST(OptionsTest, BadValuesAreTold) {
     EXPECT_EQ(failure({"--port", "COM1="}),
               "--port needs a port and its device, such as COM3=/dev/ttyUSB0, not \"COM1=\"");
     EXPECT_EQ(failure({"--ecu", ""}), "--ecu needs none or KEY=VALUE,...");
-    EXPECT_EQ(failure({"--folder", "/no/such/folder"}), "there is no folder \"/no/such/folder\"");
+    const support::TempFolder folder;
+    const auto missing = folder.nowhere().string();
+    EXPECT_EQ(failure({"--folder", missing}), "there is no folder \"" + missing + "\"");
     EXPECT_EQ(failure({"--folder", "/dev/null"}), "there is no folder \"/dev/null\"");
-    EXPECT_EQ(failure({"--script", "/no/such/file"}), "there is no file \"/no/such/file\"");
+    EXPECT_EQ(failure({"--script", missing}), "there is no file \"" + missing + "\"");
     EXPECT_EQ(failure({"--script", "/"}), "there is no file \"/\"");
 }
 
@@ -124,7 +127,8 @@ TEST(OptionsTest, VirtualTimeNeedsHeadlessAndAnEcu) {
 
 TEST(OptionsTest, HelpAndVersionComeBeforeAllElse) {
     EXPECT_TRUE(parsed({"--nonsense", "--help"}).help);
-    EXPECT_TRUE(parsed({"--folder", "/no/such/folder", "--version"}).version);
+    const support::TempFolder folder;
+    EXPECT_TRUE(parsed({"--folder", folder.nowhere().string(), "--version"}).version);
     for (const auto* option :
          {"--headless", "--console", "--script", "--virtual-time", "--now", "--ecu", "--port", "--connect", "--folder",
           "--preferences", "--decimal", "--trace", "--version", "--help"}) {

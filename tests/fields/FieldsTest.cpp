@@ -4,7 +4,7 @@
 #include "core/tables/Module1.h"
 #include "fields/Fields.h"
 #include "platform/RuntimeError.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::fields {
 namespace {

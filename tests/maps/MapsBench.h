@@ -16,7 +16,7 @@
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
 #include "maps/transfer/MapContext.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::maps {
 
@@ -88,12 +88,7 @@ protected:
     // The bytes that have gone out since the last call, once they are through.
     support::Bytes sent() {
         machine_.pump.wait(500);
-        support::Bytes bytes;
-        for (const auto& arrival : machine_.recorder.arrivals) {
-            bytes.push_back(arrival.byte);
-        }
-        machine_.recorder.arrivals.clear();
-        return bytes;
+        return machine_.recorder.takeBytes();
     }
 
     void setParameter(int address, std::uint8_t value) {

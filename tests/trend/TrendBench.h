@@ -10,12 +10,7 @@
 
 #include "controls/PictureBox.h"
 #include "controls/Window.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "support/MachineBench.h"
 #include "trend/cTrendline.h"
 
 namespace korvane::controls {
@@ -58,7 +53,7 @@ inline std::ostream& operator<<(std::ostream& out, const Line& line) {
     return out << " " << line.color;
 }
 
-class TrendBench : public testing::Test {
+class TrendBench : public support::MachineBench {
 protected:
     TrendBench() {
         picture_.Width = 9000;
@@ -116,14 +111,7 @@ protected:
         }
     }
 
-    platform::VirtualPump pump_;
-    platform::MemoryLine serial_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windows_;
-    platform::Machine machine_{pump_, serial_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
-    controls::Window window_{machine_, "frmSarn2"};
+    controls::Window window_{virtual_.machine, "frmSarn2"};
     controls::PictureBox picture_{window_, "picTrend"};
     TrendTable table_;
     cTrendline line_;

@@ -10,7 +10,7 @@
 #include "core/tables/Module1.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 #include "views/Events.h"
 #include "views/frame/ViewHost.h"
 #include "views/settings/MiscView.h"
