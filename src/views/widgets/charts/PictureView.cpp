@@ -1,7 +1,6 @@
 #include "views/widgets/charts/PictureView.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -10,6 +9,7 @@
 #include <span>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -99,10 +99,7 @@ void addColumns(QPolygon& line, std::span<const controls::Point> points, double 
 
 }  // namespace
 
-PictureView::PictureView(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
+PictureView::PictureView(QWidget* parent) : PaintedWidget(QSizePolicy::Expanding, QSizePolicy::Expanding, parent) {}
 
 // A smaller picture would have its texts one upon the other.
 QSize PictureView::sizeHint() const {
@@ -110,10 +107,7 @@ QSize PictureView::sizeHint() const {
 }
 
 QFont PictureView::smallFont() const {
-    QFont small = font();
-    small.setPixelSize(
-        std::max(kSmallestText, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kTextScale))));
-    return small;
+    return scaledFont(font(), kTextScale, kSmallestText);
 }
 
 double PictureView::twipsPerPixelOfText() const {

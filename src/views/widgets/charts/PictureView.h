@@ -4,17 +4,17 @@
 
 #include <QColor>
 #include <QPolygon>
-#include <QWidget>
 
 #include <functional>
 #include <vector>
 
 #include "controls/PictureBox.h"
+#include "views/widgets/PaintedWidget.h"
 #include "views/widgets/charts/LineRaster.h"
 
 namespace korvane::views {
 
-class PictureView : public QWidget {
+class PictureView : public PaintedWidget {
 public:
     explicit PictureView(QWidget* parent);
 
