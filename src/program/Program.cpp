@@ -5,7 +5,6 @@
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
 #include "live/Lamps.h"
-#include "live/MainLayout.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
 
@@ -77,7 +76,6 @@ void Program::mainWindowLoad() {
     tables_.HwVersion = core::kAssumedHwVersion;
     core::InitTimeUnits(tables_);
     connection_.fillLists();
-    layOutControls(frmSarn2_);
     layOutLamps(frmSarn2_, machine_.screen.Height);
     frmSarn2_.Width = kMainWidth;
     frmSarn2_.Height = kMainHeight;
@@ -93,9 +91,8 @@ void Program::mainWindowLoad() {
 }
 
 void Program::nameChannels() {
-    constexpr std::size_t kFirstMultiplexed = 12;
     for (int i = 0; i < frmSarn2_.lblValueMuxName.count(); ++i) {
-        frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[kFirstMultiplexed + static_cast<std::size_t>(i)].name;
+        frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[core::indexOf(core::inputChannel(i))].name;
     }
 }
 
