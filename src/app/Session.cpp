@@ -48,8 +48,7 @@ Session::Session(const Options& options, Surroundings surroundings)
       memoryLine_(options.ecu ? std::make_unique<platform::MemoryLine>(surroundings.pump, ecu_.get()) : nullptr),
       realLine_(memoryLine_ ? nullptr : surroundings.makeRealLine(preferences_)),
       line_(memoryLine_ ? static_cast<platform::SerialLine&>(*memoryLine_) : *realLine_, surroundings.pump,
-            memoryLine_ && !ecu_ ? platform::TappedLine::Inject([this](auto bytes) { memoryLine_->inject(bytes); })
-                                 : platform::TappedLine::Inject()),
+            injection()),
       dialogs_(surroundings.shownDialogs),
       machine_{surroundings.pump,
                line_,
@@ -67,12 +66,25 @@ Session::Session(const Options& options, Surroundings surroundings)
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
-    const auto traceFailed = [] { complain("--trace: the file can't be written any more"); };
-    if (options.trace && !line_.traceTo(*options.trace, traceFailed)) {
-        throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
+    if (options.trace) {
+        startTrace(*options.trace);
     }
     tellOfPreferences(preferencesOf(options));
     registerNames();
+}
+
+// Only a line in memory on which nobody answers takes bytes from a script.
+platform::TappedLine::Inject Session::injection() {
+    if (memoryLine_ && !ecu_) {
+        return [this](auto bytes) { memoryLine_->inject(bytes); };
+    }
+    return {};
+}
+
+void Session::startTrace(const std::filesystem::path& file) {
+    if (!line_.traceTo(file, [] { complain("--trace: the file can't be written any more"); })) {
+        throw std::runtime_error("--trace: " + file.string() + " can't be written");
+    }
 }
 
 void Session::start() {

@@ -50,6 +50,8 @@ public:
 
 private:
     [[nodiscard]] console::ConsoleContext makeContext(const Surroundings& surroundings);
+    [[nodiscard]] platform::TappedLine::Inject injection();
+    void startTrace(const std::filesystem::path& file);
     void registerNames();
 
     std::optional<int> connect_;

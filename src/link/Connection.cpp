@@ -9,6 +9,7 @@
 #include "core/tables/ModuleReg.h"
 #include "link/W32Comms.h"
 #include "platform/DebugLog.h"
+#include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -40,18 +41,6 @@ constexpr platform::Micros kLongestNesting = 1000 * platform::kMicrosPerMilli;
 constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // More of one handler is the tuner's time, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
-
-// One more for as long as it lives.
-class Count {
-public:
-    explicit Count(int& count) : count_(count) { ++count_; }
-    Count(const Count&) = delete;
-    Count& operator=(const Count&) = delete;
-    ~Count() { --count_; }
-
-private:
-    int& count_;
-};
 
 // A remembered row of a list; 0 for what is no row of it.
 int rowOr0(std::int32_t row, const controls::ComboBox& list) {
@@ -217,12 +206,12 @@ void Connection::onComm() {
         return;
     }
     {
-        const Count deeper(receiveDepth_);
+        const platform::Deeper deeper(receiveDepth_);
         receiveAll();
     }
     // An event that this look runs, and that ends here as well, needs no look of its own.
     if (looks_ == 0) {
-        const Count looking(looks_);
+        const platform::Deeper looking(looks_);
         machine_.pump.pump();
     }
 }

@@ -4,8 +4,6 @@
 #include <array>
 #include <cmath>
 
-#include "core/Numbers.h"
-
 namespace korvane::live {
 
 namespace {
@@ -35,10 +33,8 @@ constexpr std::array kProperties{
 void SarnGauge::setValue(int value) {
     value_ = std::clamp(value, 0, kTickCount);
     if (value_ != lastValue_) {
-        number_.assign(core::numberText(value_).view());
-        ++redraws_;
         lastValue_ = value_;
-        changed(faceProperty());
+        redrawWith(value_);
     }
 }
 
