@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "core/tables/LiveChannel.h"
-#include "core/tables/SharedTables.h"
+#include "core/tables/LiveTable.h"
 
 namespace korvane::live {
 

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <span>
 
-#include "core/tables/SharedTables.h"
+#include "core/tables/FirmwareIdentity.h"
+#include "core/tables/LiveTable.h"
 #include "link/Windows.h"
 #include "live/ChannelTable.h"
 #include "live/FrmSarn2.h"
@@ -39,7 +40,8 @@ public:
 
 class LiveUpdate : public link::LiveDecoder {
 public:
-    LiveUpdate(FrmSarn2& window, core::SharedTables& tables, link::Windows& windows, TrendSink& trends);
+    LiveUpdate(FrmSarn2& window, const core::FirmwareIdentity& firmware, core::LiveTable& tables,
+               link::Windows& windows, TrendSink& trends);
 
     // Who else takes each frame; null for nobody.
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
@@ -72,7 +74,8 @@ private:
     [[nodiscard]] double sampleOf(LiveChannel channel) const;
 
     FrmSarn2& window_;
-    core::SharedTables& tables_;
+    const core::FirmwareIdentity& firmware_;
+    core::LiveTable& tables_;
     link::Windows& windows_;
     TrendSink& trends_;
     InjectionAnalyser* analyser_ = nullptr;

@@ -28,7 +28,7 @@ Program::Program(platform::Machine& machine)
       dispatcher_(machine, frmSarn2_, tables_, windows_),
       connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
-      liveUpdate_(frmSarn2_, tables_, windows_, trends_),
+      liveUpdate_(frmSarn2_, tables_, tables_, windows_, trends_),
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),

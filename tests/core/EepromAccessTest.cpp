@@ -4,6 +4,7 @@
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/RuntimeError.h"

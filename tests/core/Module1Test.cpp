@@ -5,6 +5,7 @@
 #include "core/ParameterNames.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "core/tables/SharedTables.h"
 #include "platform/virtual/MemoryPreferences.h"
 
 namespace korvane::core {

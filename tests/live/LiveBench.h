@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/LiveUpdate.h"
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"
@@ -126,7 +127,7 @@ protected:
     link::Windows windows_;
     FrmSarn2 window_{machine_};
     NotingTrends trends_;
-    LiveUpdate live_{window_, tables_, windows_, trends_};
+    LiveUpdate live_{window_, tables_, tables_, windows_, trends_};
     NotingAnalyser analyser_;
     NotingRows rows_;
     NotingMap map_;
