@@ -122,9 +122,7 @@ void Connection::btnConnect_Click() {
         if (panel_.MSComm1.PortOpen()) {
             forceBaud();
         }
-        if (loadSettings) {
-            loadSettings();
-        }
+        loadSettings();
     } catch (const platform::RuntimeError& error) {
         showConnectError(error.number(), error.what());
     }

@@ -113,8 +113,8 @@ void Program::mainWindowUnload(bool& stays) {
         frm3Dmap_.leave();
     }
     ended_ = !stays;
-    if (ended_ && endedHandler_) {
-        endedHandler_();
+    if (ended_) {
+        Ended();
     }
 }
 

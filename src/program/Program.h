@@ -1,9 +1,6 @@
 // The program: owner of the shared tables and the windows, and what connects them.
 #pragma once
 
-#include <functional>
-#include <utility>
-
 #include "analysis/clsInjAnalyser.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
@@ -34,8 +31,7 @@ public:
     // Closes the main window as its close box does, and returns when the program has ended.
     void quit();
     [[nodiscard]] bool ended() const { return ended_; }
-    // Called when the main window goes.
-    void setEndedHandler(std::function<void()> handler) { endedHandler_ = std::move(handler); }
+    controls::Event<> Ended;  // the main window has gone
 
     [[nodiscard]] core::SharedTables& tables() { return tables_; }
     [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
@@ -72,7 +68,6 @@ private:
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
     bool ended_ = false;
-    std::function<void()> endedHandler_;
 };
 
 }  // namespace korvane::program
