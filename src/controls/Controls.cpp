@@ -59,11 +59,6 @@ constexpr std::array kComboBox{
 
 }  // namespace
 
-CaptionControl::CaptionControl(Window& window, std::string_view name, std::string_view caption)
-    : Control(window, name) {
-    Caption = caption;
-}
-
 std::vector<std::span<const PropertyInfo>> CaptionControl::propertyTables() const {
     return withTable<Control>(*this, kCaption);
 }

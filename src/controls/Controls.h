@@ -1,6 +1,7 @@
 // The kinds of control that the program's windows are made of.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <string>
 #include <vector>
@@ -13,7 +14,10 @@ namespace korvane::controls {
 class CaptionControl : public Control {
 public:
     using Control::Control;
-    CaptionControl(Window& window, std::string_view name, std::string_view caption);
+    template <std::size_t Size>
+    CaptionControl(Window& window, std::string_view name, const char (&caption)[Size]) : Control(window, name) {
+        Caption = caption;
+    }
     Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
@@ -23,30 +27,23 @@ public:
 class Label : public CaptionControl {
 public:
     using CaptionControl::CaptionControl;
-    Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "label"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
 class CommandButton : public CaptionControl {
 public:
     using CaptionControl::CaptionControl;
-    Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "button"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
     [[nodiscard]] bool canFocus() const override { return true; }
     [[nodiscard]] bool canClick() const override { return true; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
 // Assigning another Value raises Click, as a press does.
 class CheckBox : public CaptionControl {
 public:
     using CaptionControl::CaptionControl;
-    Property<std::string> Caption{*this};
     Property<int> Value{*this};  // 0 or 1
 
     [[nodiscard]] std::string_view kind() const override { return "check box"; }
@@ -65,7 +62,6 @@ protected:
 class OptionButton : public CaptionControl {
 public:
     using CaptionControl::CaptionControl;
-    Property<std::string> Caption{*this};
     Property<bool> Value{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "option button"; }
@@ -183,11 +179,8 @@ protected:
 class Frame : public CaptionControl {
 public:
     using CaptionControl::CaptionControl;
-    Property<std::string> Caption{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "frame"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
 // A lamp or other small picture.
