@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "core/tables/Module1.h"
+#include "link/Commands.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -127,7 +128,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 void Dispatcher::fuelFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
-    requestSecondHalf(245);
+    requestSecondHalf(kAskFuelSecondHalf);
     setMapCaption("Received 50% Fuel map ");
 }
 
@@ -140,7 +141,7 @@ void Dispatcher::fuelSecondHalf(Payload payload) {
 void Dispatcher::ignitionFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
     showIgnitionMap();
-    requestSecondHalf(247);
+    requestSecondHalf(kAskIgnitionSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {

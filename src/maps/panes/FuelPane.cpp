@@ -12,8 +12,8 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr std::uint8_t kRead = 'f';
-constexpr std::uint8_t kChange = 'g';
+constexpr auto kRead = link::kAskFuelMap;
+constexpr auto kChange = link::kChangeFuelCell;
 
 controls::Value scaleOf(const controls::Object& object) {
     return core::val(core::textOf(dynamic_cast<const FuelPane&>(object).InjTimeScale));

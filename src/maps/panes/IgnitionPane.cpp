@@ -6,8 +6,8 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr std::uint8_t kRead = 'a';
-constexpr std::uint8_t kChange = 'i';
+constexpr auto kRead = link::kAskIgnitionMap;
+constexpr auto kChange = link::kChangeIgnitionCell;
 
 }  // namespace
 

@@ -9,8 +9,6 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr std::uint8_t kRead = 'm';
-
 constexpr std::array<std::string_view, kMiscBits> kBitCaptions{"Enable PWM",
                                                                "Enable Choke",
                                                                "Enable StartHelp",
@@ -44,7 +42,7 @@ MiscPane::MiscPane(PaneWindow& window)
       TimeOutTimer(window, "TimeOutTimer", false, 1000),
       transfer_(*this, window.line(), window.context()) {
     btnReadMisc.Caption = "Read Misc";
-    btnReadMisc.Click = [&window] { window.line().request(kRead); };
+    btnReadMisc.Click = [&window] { window.line().request(link::kAskMiscBlock); };
     btnSaveMisc.Caption = "Send Misc";
     btnSaveMisc.Click = [this] { transfer_.save(); };
     TimeOutTimer.Tick = [this] { timeOutCounter = core::toInt16(timeOutCounter + 1); };
@@ -109,7 +107,7 @@ void MiscPane::place() {
 }
 
 void MiscPane::readPane() {
-    paneWindow().line().requestFirst(kRead);
+    paneWindow().line().requestFirst(link::kAskMiscBlock);
 }
 
 // The dispatcher calls it past the window's door, and events run in it.

@@ -34,14 +34,14 @@ void MiscTransfer::save() {
 
 void MiscTransfer::sendBlock() {
     const std::int32_t enabled = enableWord();
-    line_.send({'M'});
+    line_.send({link::kSendMiscBlock});
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
     sendWord(enabled);
     line_.send({core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get()))});
     line_.send({core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
     line_.send({pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
-    line_.send({complement('M'), 'd'});
+    line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
 }
 
 void MiscTransfer::sendWord(std::int32_t value) {
