@@ -97,22 +97,6 @@ TEST_F(Misc, ReplyStopsThePollForATenthOfASecond) {
     EXPECT_EQ(window_.timeOutCounter, 0);
 }
 
-class CaptionObserver : public controls::Observer {
-public:
-    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
-    ~CaptionObserver() override { window_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &window_.Caption) {
-            captions.push_back(window_.Caption);
-        }
-    }
-
-    std::vector<std::string> captions;
-
-private:
-    controls::Window& window_;
-};
-
 TEST_F(Misc, ReplyIsAnnouncedFirst) {
     CaptionObserver observer(window_);
     window_.LoadMisc(false);
