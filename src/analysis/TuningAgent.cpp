@@ -238,8 +238,8 @@ bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
 
 void clsInjAnalyser::SendFuelCell(int index) {
     if (port_.PortOpen()) {
-        port_.Output(
-            link::cellCommand(link::kChangeFuelCell, core::toByte(index), core::checked(tables_.FuelMapOut, index)));
+        port_.Output(link::cellCommand(link::kFuelMap.changeCell, core::toByte(index),
+                                       core::checked(tables_.FuelMapOut, index)));
     }
 }
 

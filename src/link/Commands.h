@@ -7,38 +7,29 @@
 
 namespace korvane::link {
 
-// The maps and blocks that are asked for come as frames of the same code.
-enum Command : std::uint8_t {
-    kAskLiveData = 'x',
-    kAskIdentity = 'y',
-    kRestartDevice = 'X',
+inline constexpr std::uint8_t kAskLiveData = 'x';
+inline constexpr std::uint8_t kAskIdentity = 'y';
+inline constexpr std::uint8_t kRestartDevice = 'X';
 
-    kAskFuelMap = 'f',
-    kAskFuelSecondHalf = 245,
-    kSendFuelMap = 'F',
-    kSendFuelSecondHalf = 246,
-    kStoreFuelMap = 'c',
-    kChangeFuelCell = 'g',
-
-    kAskIgnitionMap = 'a',
-    kAskIgnitionSecondHalf = 247,
-    kSendIgnitionMap = 'A',
-    kSendIgnitionSecondHalf = 248,
-    kStoreIgnitionMap = 'b',
-    kChangeIgnitionCell = 'i',
-
-    kAskPwmTable = 'p',
-    kSendPwmCell = 'P',
-    kStorePwmTable = 'o',
-
-    kAskMiscBlock = 'm',
-    kSendMiscBlock = 'M',
-    kStoreMiscBlock = 'd',
-
-    kAskSettingsBlock = 'e',
-    kThrottleIsClosed = '(',
-    kThrottleIsOpen = ')',
+// The fuel and the ignition map: both halves of a large one, or the first alone, which is a whole ordinary map.
+struct MapCommands {
+    std::uint8_t ask;
+    std::uint8_t askSecondHalf;
+    std::uint8_t send;
+    std::uint8_t sendSecondHalf;
+    std::uint8_t store;       // what was sent goes to the EEPROM
+    std::uint8_t changeCell;  // of the running engine
 };
+inline constexpr MapCommands kFuelMap{'f', 245, 'F', 246, 'c', 'g'};
+inline constexpr MapCommands kIgnitionMap{'a', 247, 'A', 248, 'b', 'i'};
+
+// The PWM table, which is sent cell by cell, the misc block, and the settings block, which is only asked for.
+inline constexpr std::uint8_t kAskPwmTable = 'p', kSendPwmCell = 'P', kStorePwmTable = 'o';
+inline constexpr std::uint8_t kAskMiscBlock = 'm', kSendMiscBlock = 'M', kStoreMiscBlock = 'd';
+inline constexpr std::uint8_t kAskSettingsBlock = 'e';
+
+// The ECU takes the throttle's present value for one of its ends.
+inline constexpr std::uint8_t kThrottleIsClosed = '(', kThrottleIsOpen = ')';
 
 // A command of several bytes closes with the complement of the byte that opened it, and so does every frame.
 [[nodiscard]] constexpr std::uint8_t complement(std::uint8_t command) {

@@ -128,7 +128,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 void Dispatcher::fuelFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
-    requestSecondHalf(kAskFuelSecondHalf);
+    requestSecondHalf(kFuelMap.askSecondHalf);
     setMapCaption("Received 50% Fuel map ");
 }
 
@@ -141,7 +141,7 @@ void Dispatcher::fuelSecondHalf(Payload payload) {
 void Dispatcher::ignitionFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
     showIgnitionMap();
-    requestSecondHalf(kAskIgnitionSecondHalf);
+    requestSecondHalf(kIgnitionMap.askSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {

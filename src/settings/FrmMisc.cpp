@@ -151,7 +151,7 @@ void FrmMisc::loadFile(const std::string& path) {
 }
 
 // The ECU takes the throttle's present value by itself. A closed port is the serial control's own failure.
-void FrmMisc::calibrateThrottle(link::Command command) {
+void FrmMisc::calibrateThrottle(std::uint8_t command) {
     trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
 }
 

@@ -8,7 +8,6 @@
 
 #include "fields/Fields.h"
 #include "fields/Saver.h"
-#include "link/Commands.h"
 #include "link/Windows.h"
 #include "settings/FullRead.h"
 #include "settings/MiscContext.h"
@@ -49,7 +48,7 @@ private:
     void enable(controls::ControlArray<controls::TextBox>& boxes, int bit);
     void btnReadFromFile_Click();
     void loadFile(const std::string& path);
-    void calibrateThrottle(link::Command command);
+    void calibrateThrottle(std::uint8_t command);
     void btnLaunchHelp_Click();
     // Shows a failure of `handler` in a message box that begins with `text`.
     template <class Handler>

@@ -32,12 +32,12 @@ void MapLine::showWithTime(std::string_view caption) {
     show(std::string(caption) + core::timeText(window_.machine().pump.wallTime()));
 }
 
-void MapLine::request(link::Command command) {
+void MapLine::request(std::uint8_t command) {
     showWithTime("Receiving data from Device...");
     sendIfOpen({command});
 }
 
-void MapLine::requestFirst(link::Command command) {
+void MapLine::requestFirst(std::uint8_t command) {
     request(command);
     pump();
 }

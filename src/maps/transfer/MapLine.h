@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "controls/Controls.h"
-#include "link/Commands.h"
 #include "maps/transfer/MapContext.h"
 
 namespace korvane::maps {
@@ -41,9 +40,9 @@ public:
     // With the time of day behind it.
     void showWithTime(std::string_view caption);
     // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
-    void request(link::Command command);
+    void request(std::uint8_t command);
     // Among the first reads: events run behind it.
-    void requestFirst(link::Command command);
+    void requestFirst(std::uint8_t command);
 
     // Runs a write handler. A failure ends it and shows its description as the caption; the poll timer stays as the
     // handler has left it.

@@ -3,6 +3,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "fields/Progress.h"
+#include "link/Commands.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
