@@ -11,8 +11,8 @@
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "core/files/TextFile.h"
+#include "link/Commands.h"
 #include "maps/grid/MapGeometry.h"
-#include "maps/grid/RealtimeChanges.h"
 #include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -227,7 +227,8 @@ bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
 
 void clsInjAnalyser::SendFuelCell(int index) {
     if (port_.PortOpen()) {
-        port_.Output(maps::cellFrame('g', core::toByte(index), core::checked(tables_.FuelMapOut, index)));
+        port_.Output(link::cellCommand(link::kFuelMap.changeCell, core::toByte(index),
+                                       core::checked(tables_.FuelMapOut, index)));
     }
 }
 

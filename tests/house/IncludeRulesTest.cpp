@@ -32,7 +32,7 @@ protected:
 
 TEST_F(Sources, KeepTheRulesOfTheHouse) {
     for (const SourceFile& file : files_) {
-        EXPECT_THAT(brokenRules(file), IsEmpty());
+        EXPECT_THAT(brokenRules(file, files_), IsEmpty());
     }
 }
 
@@ -157,9 +157,22 @@ TEST(Guard, StandsInEveryHeader) {
     EXPECT_THAT(brokenGuard({"core/files/IniFile.cpp", "int i;\n"}), IsEmpty());
 }
 
+TEST(Continuation, IsSaidWhereAFileHasNoHeaderOfItsName) {
+    const std::vector<SourceFile> all{{"core/Numbers.h", ""}, {"maps/NumberText.h", ""}};
+    EXPECT_THAT(brokenContinuation({"core/Numbers.cpp", "#include <string>\n"}, all), IsEmpty());
+    EXPECT_THAT(brokenContinuation({"core/NumberText.cpp", "// Continues Numbers.\n#include <string>\n"}, all),
+                IsEmpty());
+    EXPECT_THAT(brokenContinuation({"app/main.cpp", "#include <string>\n"}, all), IsEmpty());
+    EXPECT_THAT(brokenContinuation({"core/TimeText.h", "#pragma once\n"}, all), IsEmpty());
+    for (const char* text : {"#include <string>\n", "\n// Too late.\n", "#include <string>  // why\n", ""}) {
+        EXPECT_THAT(brokenContinuation({"core/NumberText.cpp", text}, all), SizeIs(1)) << text;
+    }
+}
+
 TEST(AllRules, AreAppliedTogether) {
     const SourceFile file{"ecu/replies.h", "#include <QString>\n#include \"core/Numbers.h\"\n"};
-    EXPECT_THAT(brokenRules(file), SizeIs(4));
+    EXPECT_THAT(brokenRules({"core/NumberText.cpp", "int i;\n"}, {}), SizeIs(1));
+    EXPECT_THAT(brokenRules(file, {}), SizeIs(4));
 }
 
 }  // namespace

@@ -153,11 +153,24 @@ std::vector<std::string> brokenLibraries(const SourceFile& file) {
     return broken;
 }
 
-std::vector<std::string> brokenRules(const SourceFile& file) {
+std::vector<std::string> brokenContinuation(const SourceFile& file, const std::vector<SourceFile>& all) {
+    constexpr std::string_view ending = ".cpp";
+    if (!file.path.ends_with(ending) || file.path.ends_with("/main.cpp") || file.text.starts_with("// ")) {
+        return {};
+    }
+    const std::string header = file.path.substr(0, file.path.size() - ending.size()) + ".h";
+    if (std::ranges::find(all, header, &SourceFile::path) != all.end()) {
+        return {};
+    }
+    return {file.path + ": has no header of its own and does not begin with a comment on what it continues"};
+}
+
+std::vector<std::string> brokenRules(const SourceFile& file, const std::vector<SourceFile>& all) {
     std::vector<std::string> broken = brokenNaming(file);
     append(broken, brokenGuard(file));
     append(broken, brokenLayers(file));
     append(broken, brokenLibraries(file));
+    append(broken, brokenContinuation(file, all));
     return broken;
 }
 

@@ -49,6 +49,23 @@ public:
     int clears = 0;
 };
 
+// Notes what the caption of a window becomes.
+class CaptionObserver : public controls::Observer {
+public:
+    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
+    ~CaptionObserver() override { window_.removeObserver(*this); }
+    void propertyChanged(controls::Object&, const void* property) override {
+        if (property == &window_.Caption) {
+            captions.push_back(window_.Caption);
+        }
+    }
+
+    std::vector<std::string> captions;
+
+private:
+    controls::Window& window_;
+};
+
 // A window of all panes that does nothing of its own: it does not read at its load, and offers everything.
 class BenchWindow : public MapForm {
 public:
