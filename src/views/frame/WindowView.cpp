@@ -47,6 +47,13 @@ void WindowView::detach() {
     hide();
 }
 
+void WindowView::leave() {
+    detach();
+    if (!binder_.isVisiting()) {
+        deleteLater();
+    }
+}
+
 QPixmap WindowView::picture() {
     if (binder_.isAttached()) {
         binder_.showAll();
