@@ -1,7 +1,6 @@
 #include "views/widgets/charts/PictureView.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -11,6 +10,7 @@
 #include <span>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -100,10 +100,7 @@ void addColumns(QPolygon& line, std::span<const controls::Point> points, double 
 
 }  // namespace
 
-PictureView::PictureView(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
+PictureView::PictureView(QWidget* parent) : PaintedWidget(QSizePolicy::Expanding, QSizePolicy::Expanding, parent) {}
 
 // A smaller picture would have its texts one upon the other.
 QSize PictureView::sizeHint() const {
@@ -111,10 +108,7 @@ QSize PictureView::sizeHint() const {
 }
 
 QFont PictureView::smallFont() const {
-    QFont small = font();
-    small.setPixelSize(
-        std::max(kSmallestText, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kTextScale))));
-    return small;
+    return scaledFont(font(), kTextScale, kSmallestText);
 }
 
 double PictureView::twipsPerPixelOfText() const {

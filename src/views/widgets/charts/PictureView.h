@@ -4,18 +4,18 @@
 
 #include <QColor>
 #include <QPolygon>
-#include <QWidget>
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
 #include "controls/PictureBox.h"
+#include "views/widgets/PaintedWidget.h"
 #include "views/widgets/charts/LineRaster.h"
 
 namespace korvane::views {
 
-class PictureView : public QWidget {
+class PictureView : public PaintedWidget {
 public:
     explicit PictureView(QWidget* parent);
 
