@@ -62,6 +62,7 @@ TEST_F(LineRasterTest, LaterLinesCoverEarlierOnes) {
 TEST_F(LineRasterTest, WhatLiesOutsideIsCut) {
     raster.add(QList<QPoint>{{-2000000, 75}, {2000000, 75}}, kRed);
     raster.add(QList<QPoint>{{80, -2000000}, {80, 2000000}}, kCyan);
+    raster.add(QList<QPoint>{{-2000100, -2000000}, {-2000, 2000000}}, kRed);
     raster.add(QList<QPoint>{{-5, 10}, {-5, 20}}, kRed);
     raster.add(QList<QPoint>{{175, 10}, {175, 20}}, kRed);
     raster.add(QList<QPoint>{{30, -50}, {30, -20}}, kRed);
@@ -76,6 +77,26 @@ TEST_F(LineRasterTest, WhatLiesOutsideIsCut) {
         expected.setPixel(80, y, kCyan);
     }
     EXPECT_EQ(image, expected);
+}
+
+TEST_F(LineRasterTest, ASteepLineGoesOnAtTheEdgeAsItCame) {
+    const QList<QPoint> rising{{-40, 140}, {60, 5}};
+    const QList<QPoint> falling{{110, 5}, {210, 140}};
+    QImage expected(size, QImage::Format_RGB32);
+    expected.fill(kGround);
+    QPainter painter(&expected);
+    for (const auto& line : {rising, falling}) {
+        raster.add(line, kRed);
+        LineRaster wide;
+        wide.clear({300, 150});
+        wide.add(QPolygon(line).translated(60, 0), kRed);
+        QImage whole(300, 150, QImage::Format_RGB32);
+        wide.paint(whole, kGround);
+        painter.setCompositionMode(QPainter::CompositionMode_Lighten);
+        painter.drawImage(-60, 0, whole);
+    }
+    painter.end();
+    EXPECT_EQ(painted(), expected);
 }
 
 TEST_F(LineRasterTest, AnotherSizeStartsAnew) {

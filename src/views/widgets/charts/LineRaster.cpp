@@ -10,16 +10,24 @@ namespace {
 
 constexpr std::size_t kBand = 16;  // columns: their pixels in one row are one line of the processor's cache
 
-// How far a line that rises by `rise` in `length` steps has come at a step, rounded as the toolkit does it: to the
-// nearest pixel upwards, down to the next one downwards.
-std::int64_t riseAt(std::int64_t step, std::int64_t rise, std::int64_t length) {
-    return rise >= 0 ? (2 * step + 1) * rise / (2 * length) : -((step * -rise + length - 1) / length);
-}
+// How far a line that comes `rise` pixels in `length` steps has come at each step, rounded as the toolkit does it.
+class Slope {
+public:
+    Slope(int rise, int length) : each_(rise * kOne / length), start_(std::max<std::int64_t>(each_, 0) / 2) {}
 
-// The last step at which the line has come no further than `place`, away from its start.
-std::int64_t lastStepAt(std::int64_t place, std::int64_t rise, std::int64_t length) {
-    return rise >= 0 ? (2 * length * (place + 1) - rise - 1) / (2 * rise) : place * length / -rise;
-}
+    [[nodiscard]] int at(std::int64_t step) const { return static_cast<int>((start_ + step * each_) >> kBits); }
+    // The last step at which the line is no further than `place` pixels away from its start. Not for a level line.
+    [[nodiscard]] int lastAt(std::int64_t place) const {
+        return static_cast<int>(each_ > 0 ? ((place + 1) * kOne - start_ - 1) / each_ : place * kOne / -each_);
+    }
+
+private:
+    static constexpr int kBits = 32;
+    static constexpr std::int64_t kOne = std::int64_t{1} << kBits;
+
+    std::int64_t each_;
+    std::int64_t start_;
+};
 
 }  // namespace
 
@@ -51,10 +59,10 @@ void LineRaster::addSegment(QPoint from, QPoint to, QRgb color) {
 
 // One pixel in each column.
 void LineRaster::addFlat(QPoint left, QPoint right, QRgb color) {
-    const QPoint way = right - left;
+    const Slope slope(right.y() - left.y(), right.x() - left.x());
     const int last = std::min(right.x(), static_cast<int>(columns_.size()) - 1);
     for (int x = std::max(left.x(), 0); x <= last; ++x) {
-        const int y = left.y() + static_cast<int>(riseAt(x - left.x(), way.y(), way.x()));
+        const int y = left.y() + slope.at(x - left.x());
         addRun(x, {y, y, color});
     }
 }
@@ -62,12 +70,16 @@ void LineRaster::addFlat(QPoint left, QPoint right, QRgb color) {
 // One pixel in each row.
 void LineRaster::addSteep(QPoint top, QPoint bottom, QRgb color) {
     const QPoint way = bottom - top;
+    const Slope slope(way.x(), way.y());
     const int direction = way.x() > 0 ? 1 : -1;
-    for (int place = 0; place <= std::abs(way.x()); ++place) {
-        const auto first = place == 0 ? 0 : lastStepAt(place - 1, way.x(), way.y()) + 1;
-        const auto last = std::min<std::int64_t>(lastStepAt(place, way.x(), way.y()), way.y());
-        addRun(top.x() + direction * place,
-               {top.y() + static_cast<int>(first), top.y() + static_cast<int>(last), color});
+    const int right = static_cast<int>(columns_.size()) - 1;
+    const int before = std::max(direction > 0 ? -top.x() : top.x() - right, 0);
+    const int behind = std::min(direction > 0 ? right - top.x() : top.x(), std::abs(way.x()));
+    int first = before > 0 ? slope.lastAt(before - 1) + 1 : 0;
+    for (int place = before; place <= behind; ++place) {
+        const int last = std::min(slope.lastAt(place), way.y());
+        addRun(top.x() + direction * place, {top.y() + first, top.y() + last, color});
+        first = last + 1;
     }
 }
 

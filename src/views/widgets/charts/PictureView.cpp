@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <span>
 
 #include "views/widgets/Palette.h"
@@ -37,8 +38,8 @@ QPoint pixelAt(controls::Point point, double scale) {
     return {floorOf(point.x * scale), floorOf(point.y * scale)};
 }
 
-int lengthOf(const QPolygon& line) {
-    int length = 0;
+std::int64_t lengthOf(const QPolygon& line) {
+    std::int64_t length = 0;
     for (qsizetype i = 1; i < line.size(); ++i) {
         const QPoint way = line[i] - line[i - 1];
         length += std::max(std::abs(way.x()), std::abs(way.y()));

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QPolygon>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -60,7 +61,7 @@ private:
 
     std::vector<Line> lines_;
     std::size_t lineCount_ = 0;
-    int lineLength_ = 0;  // of all together, pixels
+    std::int64_t lineLength_ = 0;  // of all together, pixels
     LineRaster raster_;
     QImage image_;
     std::vector<Words> words_;
