@@ -6,6 +6,7 @@
 
 #include "core/Checked.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Fields.h"
 #include "platform/RuntimeError.h"
 #include "support/VirtualMachine.h"

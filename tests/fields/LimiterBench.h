@@ -9,6 +9,7 @@
 
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"

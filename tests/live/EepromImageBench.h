@@ -14,6 +14,7 @@
 
 #include "LiveBench.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "link/Connection.h"
 #include "live/EepromImage.h"
 #include "support/MachineBench.h"

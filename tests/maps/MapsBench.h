@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"

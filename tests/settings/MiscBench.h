@@ -10,6 +10,7 @@
 
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "link/Dispatcher.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"

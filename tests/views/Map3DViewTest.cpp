@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/tables/SharedTables.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "support/VirtualMachine.h"

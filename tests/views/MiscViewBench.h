@@ -8,6 +8,7 @@
 
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"
 #include "support/VirtualMachine.h"

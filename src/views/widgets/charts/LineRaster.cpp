@@ -48,7 +48,7 @@ void LineRaster::add(const QPolygon& line, QRgb color) {
 void LineRaster::addSegment(QPoint from, QPoint to, QRgb color) {
     const QPoint way = to - from;
     if (way.x() == 0) {
-        const auto [top, bottom] = std::minmax(from.y(), to.y());
+        const auto [top, bottom] = std::minmax({from.y(), to.y()});
         addRun(from.x(), {top, bottom, color});
     } else if (std::abs(way.x()) >= std::abs(way.y())) {
         way.x() > 0 ? addFlat(from, to, color) : addFlat(to, from, color);
