@@ -2,6 +2,13 @@
 
 namespace korvane::views {
 
+namespace {
+
+const QString kWords = QStringLiteral("%1 rows on disk, %2 waiting");
+constexpr int kWide = 10000;  // keeps the layout still while the numbers grow
+
+}  // namespace
+
 LogCountsPart::LogCountsPart(logs::LogCounts& counts, QLabel& label, Binder& binder)
     : counts_(&counts), label_(label), binder_(binder) {
     label_.setObjectName(QStringLiteral("logCounts"));
@@ -19,10 +26,11 @@ void LogCountsPart::show() {
     if (counts_ == nullptr) {
         return;
     }
-    const bool known = counts_->onDisk != 0 || counts_->waiting != 0;
-    label_.setText(known ? QStringLiteral("%1 rows on disk, %2 waiting").arg(counts_->onDisk).arg(counts_->waiting)
-                         : QString());
-    label_.setToolTip(QString::fromStdString(counts_->path));
+    if (counts_->onDisk.get() != 0 || counts_->waiting.get() != 0) {
+        label_.setText(kWords.arg(counts_->onDisk.get()).arg(counts_->waiting.get()));
+        label_.setMinimumWidth(label_.fontMetrics().horizontalAdvance(kWords.arg(kWide).arg(kWide)));
+    }
+    label_.setToolTip(QString::fromStdString(counts_->path.get()));
 }
 
 void LogCountsPart::detach(const ControlSet&) {
