@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
@@ -67,12 +68,18 @@ bool clsTXTdata::LoadFromFile(const std::filesystem::path& path) {
         load_.opened = true;
         readRows();
     } catch (const RuntimeError& failure) {
-        load_.failure = failure.number();
-        load_.description = failure.what();
-        load_.failedRow = load_.opened ? itemCount_ + 1 : 0;
+        noteFailure(failure);
+    } catch (const std::bad_alloc&) {
+        noteFailure({kErrorOutOfMemory, "Out of memory"});
     }
     bytes_.close();
     return false;
+}
+
+void clsTXTdata::noteFailure(const RuntimeError& failure) {
+    load_.failure = failure.number();
+    load_.description = failure.what();
+    load_.failedRow = load_.opened ? itemCount_ + 1 : 0;
 }
 
 void clsTXTdata::reset() {

@@ -17,6 +17,7 @@
 #include "logs/LogBytes.h"
 #include "logs/LogGrammar.h"
 #include "logs/LogLines.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::logs {
 
@@ -107,6 +108,7 @@ private:
     enum class Stage { Cells, Rate, Rpm, Done };
 
     void reset();
+    void noteFailure(const platform::RuntimeError& failure);
     void readRows();
     void addRow(const LogLine& line);
     void addRate(std::string_view time);
