@@ -273,8 +273,10 @@ TEST_F(Reader, AFileThatGrowsWhileItIsReadIsReadToItsEnd) {
 TEST_F(Reader, AFileThatShrinksOrGoesWhileItIsReadEndsThere) {
     const auto file = folder_.write("log.txt", LogText().rows(10'000).bytes);
     log_.loading = [&](std::uintmax_t, std::uintmax_t) {
-        std::filesystem::resize_file(file, 272 * 10);
-        std::filesystem::remove(file);
+        if (std::filesystem::exists(file)) {
+            std::filesystem::resize_file(file, 272 * 10);
+            std::filesystem::remove(file);
+        }
     };
     EXPECT_FALSE(log_.LoadFromFile(file));
     EXPECT_EQ(log_.ItemCount(), (1 << 20) / 272 + 1);
