@@ -89,8 +89,9 @@ QSize WindowView::modelSize() const {
     return QSize(window_.Width / kTwipsPerPixel, window_.Height / kTwipsPerPixel).boundedTo(kLargest);
 }
 
+// A window that fills the screen keeps doing so.
 void WindowView::showSize() {
-    if (!modelSize().isEmpty() && modelSize() != size()) {
+    if (!modelSize().isEmpty() && modelSize() != size() && !isMaximized() && !isFullScreen()) {
         resize(modelSize());
     }
 }
@@ -116,6 +117,10 @@ void WindowView::closeEvent(QCloseEvent* event) {
 
 void WindowView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    reportSize();
+}
+
+void WindowView::reportSize() {
     if (binder_.isAttached() && size() != modelSize()) {
         const Binder::Visit visit(binder_);
         window_.resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
