@@ -1,7 +1,10 @@
 #include "views/dashboard/MeterView.h"
 
+#include <QPainter>
+
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
+#include "views/widgets/Palette.h"
 #include "views/widgets/values/Dial.h"
 
 namespace korvane::views {
@@ -23,6 +26,11 @@ MeterView::MeterView(live::FrmMeter& window, FrameClock& clock)
     const int aboveAndBelow = (window.Height - window.SarnMeter1.Height) / kTwipsPerPixel;
     setMinimumSize(dial_.minimumSizeHint() + QSize(beside, aboveAndBelow));
     top_ = window.SarnMeter1.Top / kTwipsPerPixel;
+}
+
+// The ground on which the dial stands.
+void MeterView::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), shades::surface(palette()));
 }
 
 // Below the dial is the list's place.

@@ -15,6 +15,7 @@ public:
     MeterView(live::FrmMeter& window, FrameClock& clock);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
