@@ -17,8 +17,8 @@ class ReadoutScript : public testing::Test {
 protected:
     std::vector<std::string> run(const std::string& script) {
         folder_.write("Settings_par.ini",
-                      "[Par0]\nRPM\nEngine speed\n1\n0\n500\n\n[Par1]\nTempW\nWater\n1\n0\n110\n\n[Par3]\nVoltage\n\n"
-                      "1\n0\n16\n");
+                      "[Par0]\nRPM\nEngine speed\n1\n0\n500\n\n[Par1]\nTempW\nWater\n1\n0\n110\n\n"
+                      "[Par2]\nTempA\nAir\n1\n0\n80\n\n[Par3]\nVoltage\nBattery\n1\n0\n16\n");
         const auto outcome = runProgram(
             "korvane-tuner",
             {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", "type=11,drive=idle"},

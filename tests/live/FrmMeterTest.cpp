@@ -30,13 +30,13 @@ TEST_F(FrmMeterTest, TheDialStandsAtItsPlace) {
 }
 
 TEST_F(FrmMeterTest, TheListSetsTheDialsType) {
-    EXPECT_EQ(window.SarnMeter1.Max, 3);
+    EXPECT_EQ(window.SarnMeter1.Max, 3.0);
     window.Combo1.choose(1);
     EXPECT_EQ(window.SarnMeter1.MeterType(), 1);
-    EXPECT_EQ(window.SarnMeter1.Max, 10000);
+    EXPECT_EQ(window.SarnMeter1.Max, 10000.0);
     window.Combo1.choose(2);
     EXPECT_EQ(window.SarnMeter1.MeterType(), 0);
-    EXPECT_EQ(window.SarnMeter1.Max, 3);
+    EXPECT_EQ(window.SarnMeter1.Max, 3.0);
 }
 
 TEST_F(FrmMeterTest, TheNeedleTakesAHundredthOfTheScaleEveryTenthOfASecond) {
@@ -61,18 +61,18 @@ TEST_F(FrmMeterTest, AtMaxTheNeedleGoesBackToMin) {
     EXPECT_EQ(value(), 100);
 }
 
-// Below the dial are 720 twips, beside it 100 on each side, above it 300.
+// Below the dial are 725 twips, beside it 100 on each side, above it 300.
 TEST_F(FrmMeterTest, ADragFitsTheDialToTheWindow) {
     window.resize(4200, 9000);
     EXPECT_EQ(window.SarnMeter1.Width, 4000);
     EXPECT_EQ(window.SarnMeter1.Height, 4000);
-    window.resize(9000, 4020);
+    window.resize(9000, 4025);
     EXPECT_EQ(window.SarnMeter1.Width, 3000);
     EXPECT_EQ(window.SarnMeter1.Left, 100);
     EXPECT_EQ(window.SarnMeter1.Top, 300);
     EXPECT_EQ(window.Width, 9000);
     EXPECT_GE(window.Combo1.Top, 3300);
-    EXPECT_LE(window.Combo1.Top + window.Combo1.Height, 4020);
+    EXPECT_LE(window.Combo1.Top + window.Combo1.Height, 4025);
 }
 
 TEST_F(FrmMeterTest, ATinyWindowKeepsADial) {

@@ -210,7 +210,6 @@ TEST_F(BigTextViewTest, ShowsTheValueAndItsTitle) {
     pass(200);
     EXPECT_EQ(figures().text(), "850");
     EXPECT_EQ(view().windowTitle(), "RPM  850");
-    EXPECT_FALSE(view().windowIcon().isNull());
 }
 
 TEST_F(BigTextViewTest, AnAlarmIsPaintedRed) {

@@ -35,7 +35,7 @@ struct MeterViewTest : testing::Test, support::VirtualMachine {
 };
 
 TEST_F(MeterViewTest, TheDialFitsTheWindow) {
-    for (const QSize size : {QSize(353, 408), QSize(800, 600), QSize(300, 700)}) {
+    for (const QSize size : {QSize(355, 410), QSize(800, 600), QSize(300, 700)}) {
         view().resize(size);
         settle();
         EXPECT_EQ(dial().width(), dial().height());

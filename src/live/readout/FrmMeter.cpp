@@ -9,11 +9,11 @@ namespace {
 // In twips. The list stands below the dial.
 constexpr int kDialLeft = 100;
 constexpr int kDialTop = 300;
-constexpr int kBelowDial = 720;
+constexpr int kBelowDial = 725;
 constexpr int kListHeight = 480;
 constexpr int kListWidth = 1800;
 constexpr int kSmallestDial = 300;
-constexpr int kDesignDial = 5100;
+constexpr int kDesignDial = 5125;
 constexpr int kSteps = 100;  // of a sweep
 
 }  // namespace

@@ -91,7 +91,7 @@ QSize WindowView::modelSize() const {
 
 // A window that fills the screen keeps doing so.
 void WindowView::showSize() {
-    if (!modelSize().isEmpty() && modelSize() != size() && !isMaximized() && !isFullScreen()) {
+    if (!reporting_ && !modelSize().isEmpty() && modelSize() != size() && !isMaximized() && !isFullScreen()) {
         resize(modelSize());
     }
 }
@@ -120,10 +120,17 @@ void WindowView::resizeEvent(QResizeEvent* event) {
     reportSize();
 }
 
+// Only what the window has made of both measures goes back to the display.
 void WindowView::reportSize() {
-    if (binder_.isAttached() && size() != modelSize()) {
-        const Binder::Visit visit(binder_);
-        window_.resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+    if (!binder_.isAttached() || size() == modelSize()) {
+        return;
+    }
+    const Binder::Visit visit(binder_);
+    reporting_ = true;
+    window_.resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+    reporting_ = false;
+    if (binder_.isAttached()) {
+        showSize();
     }
 }
 

@@ -50,6 +50,7 @@ private:
 
     controls::Window& window_;
     Binder binder_;
+    bool reporting_ = false;
 };
 
 }  // namespace korvane::views
