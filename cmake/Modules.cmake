@@ -51,7 +51,8 @@ function(korvane_module name)
 endfunction()
 
 # korvane_precompiled(TARGET FIRST headers): the headers that cost most, compiled once for the target FIRST and used by
-# the others, which have the same options. A source still includes all that it uses: the debug preset has none of it.
+# the others, which have the same options and at least its definitions. A source still includes all that it uses: the
+# debug preset has no such headers.
 function(korvane_precompiled target first)
   if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
     target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
@@ -83,7 +84,7 @@ function(korvane_test name)
   # Tests are compiled often and run for milliseconds.
   target_compile_options(test_${name} PRIVATE -O0)
   if(arg_QT)
-    korvane_precompiled(test_${name} test_qt <gmock/gmock.h> <gtest/gtest.h> <QWidget>)
+    korvane_precompiled(test_${name} test_views <gmock/gmock.h> <gtest/gtest.h> <QWidget>)
   else()
     korvane_precompiled(test_${name} test_platform <gmock/gmock.h> <gtest/gtest.h>)
   endif()

@@ -16,6 +16,7 @@
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
 #include "program/MapWindows.h"
+#include "program/ReadoutWindows.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -49,6 +50,7 @@ public:
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
+    [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
 
 private:
     void mainWindowLoad();
@@ -73,6 +75,7 @@ private:
     maps::FrmInjScale frmInjScale_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
+    ReadoutWindows readoutWindows_;
     bool ended_ = false;
 };
 

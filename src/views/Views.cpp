@@ -1,7 +1,9 @@
 #include "views/Views.h"
 
 #include "views/Accessibility.h"
+#include "views/dashboard/BigTextView.h"
 #include "views/dashboard/MainView.h"
+#include "views/dashboard/MeterView.h"
 #include "views/maps/InjScaleView.h"
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
@@ -17,6 +19,8 @@ void addViews(ViewHost& host) {
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<MiscView, settings::FrmMisc>("frmMisc");
+    host.add<BigTextView, live::FrmBigText>("frmBigText");
+    host.add<MeterView, live::FrmMeter>("frmMeter");
 }
 
 }  // namespace korvane::views

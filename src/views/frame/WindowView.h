@@ -37,16 +37,20 @@ protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
+    [[nodiscard]] QSize modelSize() const;
+    // The window learns of a size that is not its own.
+    void reportSize();
+
 private:
     void propertyChanged(controls::Object& object, const void* property) override;
     void showTitle();
     void showColor();
     void showSize();
     void showVisible();
-    [[nodiscard]] QSize modelSize() const;
 
     controls::Window& window_;
     Binder binder_;
+    bool reporting_ = false;
 };
 
 }  // namespace korvane::views
