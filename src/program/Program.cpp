@@ -35,7 +35,8 @@ Program::Program(platform::Machine& machine)
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
-      mapWindows_(machine, mapContext_, windows_) {
+      mapWindows_(machine, mapContext_, windows_),
+      logViewer_(frmSarn2_, liveUpdate_, tables_) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
@@ -45,6 +46,7 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
@@ -102,8 +104,8 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
-                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+    for (auto* button : {&frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6, &frmSarn2_.Command7,
+                         &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
 }
@@ -114,6 +116,7 @@ void Program::mainWindowUnload(bool& stays) {
         mapWindows_.unloadAll();
         frmMisc_.leave();
         frm3Dmap_.leave();
+        logViewer_.unload();
     }
     ended_ = !stays;
     if (ended_ && endedHandler_) {

@@ -18,6 +18,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
@@ -53,6 +54,7 @@ public:
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
+    [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
 private:
     void mainWindowLoad();
@@ -77,6 +79,7 @@ private:
     maps::FrmInjScale frmInjScale_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
+    LogViewer logViewer_;
     bool ended_ = false;
     std::function<void()> endedHandler_;
 };

@@ -117,14 +117,21 @@ void Plot::drawFrame() {
     surface_->box(pointAt(frame_.left, frame_.top), pointAt(frame_.right, frame_.bottom), kFrameColor);
 }
 
+void Plot::drawNote(int height, std::string_view words) {
+    surface_->text(pointAt(legendLeft_, frame_.bottom - height), words, controls::kWhite);
+}
+
 void Plot::drawLegend(std::string_view name, std::string_view below, int series) {
     surface_->text(pointAt(legendLeft_, legendTop_), name, colorOf(series));
-    surface_->text(pointAt(legendLeft_, legendTop_ + kLegendLineStep), below, colorOf(series));
+    if (!below.empty()) {
+        surface_->text(pointAt(legendLeft_, legendTop_ + kLegendLineStep), below, colorOf(series));
+    }
     legendTop_ += kLegendStep;
 }
 
 void Plot::drawSeries(const PlotColumn& column, int series) {
-    const auto rows = std::min(column.firstRow + column.values.size(), static_cast<std::size_t>(scale_.maxX) + 1);
+    const auto rows =
+        std::min(column.firstRow + column.values.size(), static_cast<std::size_t>(std::max(scale_.maxX, 0)) + 1);
     if (rows <= column.firstRow) {
         return;
     }

@@ -62,7 +62,9 @@ public:
     // A line across all values with a label under it.
     void drawRowLine(double rowsFromTheRight, std::string_view label);
     void drawFrame();
-    // The next name of the legend and the line below it.
+    // A line of text beside the plot, so far above its lower edge.
+    void drawNote(int height, std::string_view words);
+    // The next name of the legend and the line below it, which may be empty.
     void drawLegend(std::string_view name, std::string_view below, int series);
     // Values outside the plot are drawn at its edges; rows beyond the left edge are left out.
     void drawSeries(const PlotColumn& column, int series);

@@ -6,6 +6,7 @@
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
 #include "views/settings/MiscView.h"
+#include "views/trend/TrendView.h"
 
 namespace korvane::views {
 
@@ -17,6 +18,7 @@ void addViews(ViewHost& host) {
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<MiscView, settings::FrmMisc>("frmMisc");
+    host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 
 }  // namespace korvane::views

@@ -86,6 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
              {0, 300, 300}},
         Case{"cut to the log", &previousPage, {0, 10000, 10000}, 10000, 300, {0, 300, 300}},
         Case{"a page of one row steps before the log", &previousPage, {2, 3, 1}, 500, 3, {-498, 2, 500}},
+        Case{"a page that ends before it begins", &previousPage, {2, 1, -1}, 500, 1, {-498, 2, 500}},
         Case{"an empty page steps before the log", &previousPage, {0, 0, 0}, 10000, 0, {-10000, 0, 10000}}));
 
 TEST(LogPagesTest, ARowThatNoNumberHoldsIsAnOverflow) {
