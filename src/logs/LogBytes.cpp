@@ -61,11 +61,6 @@ void LogBytes::clear() {
     room_ = 0;
 }
 
-void LogBytes::shrinkTo(std::size_t size) {
-    size_ = size;
-    growTo(size);
-}
-
 void LogBytes::growTo(std::size_t room) {
     auto bytes = std::make_unique_for_overwrite<char[]>(room);  // NOLINT(modernize-avoid-c-arrays)
     std::copy_n(bytes_.get(), size_, bytes.get());

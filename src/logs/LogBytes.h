@@ -23,8 +23,6 @@ public:
     void close() { file_.reset(); }
     // Forgets the bytes.
     void clear();
-    // Forgets what stands behind the first `size` bytes.
-    void shrinkTo(std::size_t size);
 
     [[nodiscard]] std::string_view text() const { return {bytes_.get(), size_}; }
     // Of the file when it was opened.

@@ -12,15 +12,18 @@
 // to the left.
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "core/tables/LiveChannel.h"
+#include "core/tables/LogTable.h"
 
 namespace korvane::logs {
 
+inline constexpr std::size_t kCellSize = core::LogTable::kCellSize;
+inline constexpr int kWrittenColumns = core::LogTable::kColumns;
 inline constexpr char kBlank = ' ';
 
 inline constexpr int kTimeColumn = 0;
@@ -40,13 +43,5 @@ inline constexpr std::array<std::string_view, 25> kColumnNames{
 // What a reader takes at the most.
 inline constexpr int kReadColumns = 31;
 inline constexpr std::int32_t kReadRows = 100'000;
-
-// Takes the blanks in front and the cell behind them off `rest`. Empty if there is no cell left.
-[[nodiscard]] constexpr std::string_view takeCell(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(kBlank), rest.size()));
-    const std::string_view cell = rest.substr(0, rest.find(kBlank));
-    rest.remove_prefix(cell.size());
-    return cell;
-}
 
 }  // namespace korvane::logs

@@ -6,6 +6,8 @@
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
+#include "core/TextEncoding.h"
+#include "logs/LogCells.h"
 #include "logs/LogLines.h"
 #include "logs/LogNumber.h"
 #include "platform/RuntimeError.h"
@@ -24,14 +26,6 @@ constexpr double kLiveSpeed = 16;
 
 [[noreturn]] void outOfRange() {
     throw RuntimeError(platform::kErrorSubscript, "Subscript out of range");
-}
-
-std::string_view cellOf(std::string_view line, int column) {
-    std::string_view cell = takeCell(line);
-    for (int i = 0; i < column && !cell.empty(); ++i) {
-        cell = takeCell(line);
-    }
-    return cell;
 }
 
 std::string_view nameOf(int column) {
@@ -68,10 +62,12 @@ bool clsTXTdata::LoadFromFile(const std::filesystem::path& path) {
     try {
         bytes_.open(path);
         itemCount_ = 0;
+        load_.opened = true;
         readRows();
     } catch (const RuntimeError& failure) {
         load_.failure = failure.number();
         load_.description = failure.what();
+        load_.failedRow = load_.opened ? itemCount_ + 1 : 0;
     }
     bytes_.close();
     return false;
@@ -84,6 +80,7 @@ void clsTXTdata::reset() {
     rates_.clear();
     count_ = 0;
     speed_ = 0;
+    lastTime_ = nameOf(kTimeColumn);
     stage_ = Stage::Done;
     load_ = {};
 }
@@ -98,11 +95,9 @@ void clsTXTdata::readRows() {
     });
     LogLine line;
     while (lines.next(line)) {
-        load_.failedRow = itemCount_ + 1;
         load_.lastLineEnded = line.hasEnd();
         addRow(line);
         ++itemCount_;
-        load_.failedRow = 0;
     }
 }
 
@@ -113,10 +108,10 @@ void clsTXTdata::addRow(const LogLine& line) {
     starts_.push_back(static_cast<std::uint32_t>(line.next));
     const std::string_view text = bytes_.text().substr(line.begin, line.end - line.begin);
     stage_ = Stage::Cells;
-    if (!cellOf(text, kReadColumns).empty()) {
+    if (countCells(text) > static_cast<std::size_t>(kReadColumns)) {
         outOfRange();
     }
-    addRate(itemCount_ + 1);
+    addRate(cellOf(text, kTimeColumn));
     stage_ = Stage::Rate;
     static_cast<void>(scaled(cellOf(text, kRpmColumn), kRpmColumn, decimal_));
     stage_ = Stage::Rpm;
@@ -125,14 +120,14 @@ void clsTXTdata::addRow(const LogLine& line) {
 }
 
 // Counts the rows that have the same time.
-void clsTXTdata::addRate(std::int32_t row) {
-    const std::string_view before = row == 1 ? nameOf(kTimeColumn) : cellOf(line(row - 1), kTimeColumn);
-    if (cellOf(line(row), kTimeColumn) == before) {
+void clsTXTdata::addRate(std::string_view time) {
+    if (time == lastTime_) {
         ++count_;
     } else {
         speed_ = count_ == 0 ? kUsualRate : count_;
         count_ = 0;
     }
+    lastTime_ = time;
     rates_.push_back(std::max(count_, speed_));
 }
 
@@ -177,7 +172,7 @@ LogCell clsTXTdata::Data(int column, int row) const {
 std::string clsTXTdata::TData(int column, int row) const {
     const LogCell cell = Data(column, row);
     if (const auto* const text = std::get_if<std::string_view>(&cell)) {
-        return std::string(*text);
+        return core::isUtf8(*text) ? std::string(*text) : core::fromWindows1252(*text);
     }
     return core::withDecimal(core::textOf(std::get<double>(cell)), decimal_);
 }

@@ -40,10 +40,11 @@ struct LogColumn {
 // How a load ended.
 struct LogLoad {
     std::filesystem::path path;
+    bool opened = false;
     int failure = 0;  // number of the failure that ended it, 0 for none
     std::string description;
-    std::int32_t failedRow = 0;  // the row that failed, 0 if it was the file
-    bool lastLineEnded = true;   // the file's last line has a line end
+    std::int32_t failedRow = 0;  // the row that it failed at, 0 if the file was not opened
+    bool lastLineEnded = true;   // the last line read has a line end
 };
 
 class clsTXTdata {
@@ -67,8 +68,8 @@ public:
     // Rows loaded; the first is row 1.
     [[nodiscard]] std::int32_t ItemCount() const { return itemCount_; }
 
-    // The cell as text; numbers have the regional separator. Columns 0 to 30, rows 0 (the names) to 100000; any other
-    // raises RuntimeError 9. A cell that the file has not got is "0".
+    // The cell as text in UTF-8; numbers have the regional separator. Columns 0 to 30, rows 0 (the names) to 100000;
+    // any other raises RuntimeError 9. A cell that the file has not got is "0".
     [[nodiscard]] std::string TData(int column, int row) const;
     // The same cell as it is.
     [[nodiscard]] LogCell Data(int column, int row) const;
@@ -108,7 +109,7 @@ private:
     void reset();
     void readRows();
     void addRow(const LogLine& line);
-    void addRate(std::int32_t row);
+    void addRate(std::string_view time);
     [[nodiscard]] bool isScaled(int column, std::int32_t row) const;
     [[nodiscard]] LogColumn convert(int column, CellReading reading) const;
 
@@ -119,6 +120,7 @@ private:
     std::vector<std::uint32_t> rates_;   // column 24 of each row that came so far
     std::uint32_t count_ = 0;            // rows of the second that is being read, and of the one before
     std::uint32_t speed_ = 0;
+    std::string lastTime_;  // column 0 of the row before; empty for none
     std::int32_t itemCount_ = 0;
     std::int32_t replayRow_ = 1;
     Stage stage_ = Stage::Done;  // of the last stored row
