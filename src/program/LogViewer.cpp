@@ -7,8 +7,9 @@
 
 namespace korvane::program {
 
-LogViewer::LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live)
-    : frmSarn2_(frmSarn2), liveUpdate_(liveUpdate), live_(live), shelf_(frmSarn2.machine().pump) {}
+LogViewer::LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live,
+                     logs::clsTXTdata*& reader)
+    : frmSarn2_(frmSarn2), liveUpdate_(liveUpdate), live_(live), reader_(reader), shelf_(frmSarn2.machine().pump) {}
 
 void LogViewer::open() {
     if (window_ != nullptr) {
@@ -17,7 +18,11 @@ void LogViewer::open() {
     }
     auto window = std::make_unique<trend::FrmTrend_txt>(frmSarn2_, liveUpdate_, live_);
     window_ = window.get();
-    window_->Closed = [this] { window_ = nullptr; };
+    reader_ = &window_->reader();
+    window_->Closed = [this] {
+        window_ = nullptr;
+        reader_ = nullptr;
+    };
     shelf_.show(std::move(window));
 }
 

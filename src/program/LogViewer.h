@@ -14,7 +14,8 @@ namespace korvane::program {
 // One viewer at a time, made anew for each opening, so that it starts without a log.
 class LogViewer {
 public:
-    LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live);
+    // `reader` is kept at the open viewer's, null without one.
+    LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live, logs::clsTXTdata*& reader);
 
     // The open one comes to the front.
     void open();
@@ -28,6 +29,7 @@ private:
     live::FrmSarn2& frmSarn2_;
     live::LiveUpdate& liveUpdate_;
     core::LiveTable& live_;
+    logs::clsTXTdata*& reader_;
     controls::WindowShelf shelf_;
     trend::FrmTrend_txt* window_ = nullptr;
 };

@@ -36,7 +36,7 @@ Program::Program(platform::Machine& machine)
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
       mapWindows_(machine, mapContext_, windows_),
-      logViewer_(frmSarn2_, liveUpdate_, tables_) {
+      logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Numbers.h"
+#include "logs/LogFindings.h"
 #include "logs/LogGrammar.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -195,6 +196,7 @@ void FrmTrend_txt::open(const std::filesystem::path& file) {
         enter(Combopoints.name(), [this] { turn(&pageOf); });
         redraw();
         btnSimulate.Enabled = true;
+        lblLog.Caption = logs::findingsOf(reader_);
     });
 }
 

@@ -107,10 +107,17 @@ void Plot::drawRightScale() {
     }
 }
 
-void Plot::drawRowLine(double rowsFromTheRight, std::string_view label) {
-    const double x = frame_.right - rowsFromTheRight / scale_.maxX * frame_.width();
+double Plot::placeOf(double rows) const {
+    const double distance = rows / scale_.maxX * frame_.width();
+    return scale_.ToRight ? frame_.left + distance : frame_.right - distance;
+}
+
+void Plot::drawRowLine(double rows, std::string_view label) {
+    const double x = placeOf(rows);
     surface_->line(pointAt(x, frame_.top), pointAt(x, frame_.bottom), controls::kDarkGrey);
-    surface_->text(pointAt(x - kLabelShift, frame_.bottom + kLabelShift), label, controls::kWhite);
+    if (!label.empty()) {
+        surface_->text(pointAt(x - kLabelShift, frame_.bottom + kLabelShift), label, controls::kWhite);
+    }
 }
 
 void Plot::drawFrame() {
@@ -165,9 +172,10 @@ std::span<const std::int16_t> Plot::placesOf(std::size_t rows) {
     if (places_.size() < rows) {
         places_.resize(rows);
     }
-    const double step = static_cast<double>(frame_.width()) / scale_.maxX;
+    const double step = static_cast<double>(frame_.width()) / scale_.maxX * (scale_.ToRight ? 1 : -1);
+    const double edge = scale_.ToRight ? frame_.left : frame_.right;
     for (std::size_t i = placed_; i < rows; ++i) {
-        places_[i] = rounded(frame_.right - static_cast<double>(static_cast<int>(i)) * step);
+        places_[i] = rounded(edge + static_cast<double>(static_cast<int>(i)) * step);
     }
     placed_ = std::max(placed_, rows);
     return std::span(places_).first(rows);

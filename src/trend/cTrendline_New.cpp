@@ -4,6 +4,7 @@
 
 #include "core/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "trend/TableDraw.h"
 
 namespace korvane::trend {
 
@@ -43,29 +44,47 @@ double valueAt(const logs::clsTXTdata& reader, std::int32_t column, CellReading 
 }  // namespace
 
 void cTrendline_New::DrawSQLTrend(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale) {
+    guarded("Error: cDrawSQLTrend ", [&] { drawLog(reader, columns, rightScale); });
+}
+
+void cTrendline_New::DrawTrend(const TrendTable& table, bool rightScale) {
+    guarded("Error: cDrawTrend ", [&] {
+        begin(rightScale, ToRight, [&] { return peakOfTable(table, maxX); });
+        const TableLook look{ShowValue, XTitleShow, XTitleScale, static_cast<double>(XTitleKerroin), XTitleEnd};
+        drawTable(plot_, table, maxX, look, rightScale);
+    });
+}
+
+template <class Draw>
+void cTrendline_New::guarded(const char* failure, Draw draw) {
     try {
-        draw(reader, columns, rightScale);
+        draw();
     } catch (const RuntimeError& error) {
-        dialogs_.show(
-            {"Korvane Tuner", std::string("Error: cDrawSQLTrend ") + error.what(), platform::MessageIcon::Exclamation});
+        dialogs_.show({"Korvane Tuner", std::string(failure) + error.what(), platform::MessageIcon::Exclamation});
     }
     if (PicBox != nullptr) {
         PicBox->drawn();
     }
 }
 
-void cTrendline_New::draw(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale) {
+template <class Peak>
+void cTrendline_New::begin(bool rightScale, bool toRight, Peak peak) {
+    constexpr int kMargin = 10;  // that the scale may add
     if (PicBox == nullptr) {
         throw RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
     }
     if (AutoScale) {
-        scaleTo(reader, columns);
+        maxY = scaleFor(core::toInt32(peak() + kMargin) - kMargin, maxY);
     }
     maxY = maxY == 0 ? kUsualMaxY : maxY;
     Resolution = Resolution == 0 ? kUsualResolution : Resolution;
     maxX = maxX == 0 ? kUsualMaxX : maxX;
     PicBox->ForeColor = controls::kWhite;
-    plot_.begin(*PicBox, {maxY, minY, Resolution, maxX, ShowLimits}, rightScale);
+    plot_.begin(*PicBox, {maxY, minY, Resolution, maxX, ShowLimits, toRight}, rightScale);
+}
+
+void cTrendline_New::drawLog(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale) {
+    begin(rightScale, false, [&] { return peakOfLog(reader, columns); });
     plot_.drawValueGrid();
     if (rightScale) {
         plot_.drawRightScale();
@@ -79,7 +98,7 @@ void cTrendline_New::draw(const logs::clsTXTdata& reader, const LogColumns& colu
     }
 }
 
-void cTrendline_New::scaleTo(const logs::clsTXTdata& reader, const LogColumns& columns) {
+double cTrendline_New::peakOfLog(const logs::clsTXTdata& reader, const LogColumns& columns) {
     double highest = 0;
     for (int series = 0; series < kPlotSeries; ++series) {
         if (const auto column = columns[static_cast<std::size_t>(series)]; column != 0) {
@@ -90,8 +109,7 @@ void cTrendline_New::scaleTo(const logs::clsTXTdata& reader, const LogColumns& c
             highest = std::max(highest, peakOf(rows.values));
         }
     }
-    constexpr int kMargin = 10;  // that the scale may add
-    maxY = scaleFor(core::toInt32(highest + kMargin) - kMargin, maxY);
+    return highest;
 }
 
 // The label says the row's number, with a fraction where the step has one. A step of nothing would never come to the

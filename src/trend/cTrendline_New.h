@@ -12,6 +12,7 @@
 #include "logs/clsTXTdata.h"
 #include "platform/Dialogs.h"
 #include "trend/Plot.h"
+#include "trend/TrendTable.h"
 
 namespace korvane::trend {
 
@@ -31,17 +32,20 @@ public:
     std::int32_t Resolution = 10;   // steps of the value grid
     std::int32_t maxX = 300;        // rows across the plot
     bool ShowLimits = false;        // other colours
-    // Of the draw from an array; DrawSQLTrend reads none of them.
-    bool ToRight = false;
-    bool ShowValue = true;
-    bool XTitleShow = true;
+    // Of DrawTrend alone.
+    bool ToRight = false;    // from the left edge rightwards
+    bool ShowValue = true;   // the newest value of each series
+    bool XTitleShow = true;  // labels on the time axis: rows by XTitleScale times XTitleKerroin, and XTitleEnd
     double XTitleScale = 60;
-    std::string XTitleEnd = " min";
+    std::string XTitleEnd = " min";  // up to 8 characters are shown
     float XTitleKerroin = 1;
     controls::PictureBox* PicBox = nullptr;
 
     // A failure (a cell that is no number, a row that no log has) ends the draw where it stands, with a message.
     void DrawSQLTrend(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale);
+
+    // Draws a table as cTrendline does. A failure ends the draw with a message.
+    void DrawTrend(const TrendTable& table, bool rightScale);
 
     // Where the last draw stands on its surface.
     [[nodiscard]] const PlotFrame& frame() const { return plot_.frame(); }
@@ -53,8 +57,13 @@ private:
         int failure = 0;  // why they end, 0 if they are all there
     };
 
-    void draw(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale);
-    void scaleTo(const logs::clsTXTdata& reader, const LogColumns& columns);
+    template <class Draw>
+    void guarded(const char* failure, Draw draw);
+    void drawLog(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale);
+    // With AutoScale to the highest value, which `peak` finds.
+    template <class Peak>
+    void begin(bool rightScale, bool toRight, Peak peak);
+    [[nodiscard]] double peakOfLog(const logs::clsTXTdata& reader, const LogColumns& columns);
     void drawRowNumbers();
     void drawSeries(const logs::clsTXTdata& reader, std::int32_t column, int series);
     // `first` to `last`; lent until the next call.
