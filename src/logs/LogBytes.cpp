@@ -15,7 +15,6 @@ namespace {
 namespace fs = std::filesystem;
 using platform::RuntimeError;
 
-constexpr int kErrorOutOfMemory = 7;
 constexpr std::size_t kBlock = std::size_t{1} << 20U;
 constexpr std::size_t kFirstRoom = std::size_t{64} << 20U;  // at the most
 

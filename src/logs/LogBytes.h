@@ -10,6 +10,8 @@
 
 namespace korvane::logs {
 
+inline constexpr int kErrorOutOfMemory = 7;
+
 class LogBytes {
 public:
     // What is larger is no log: the largest has 27 MB. A line that does not end within the second is none either.

@@ -15,8 +15,8 @@ constexpr std::size_t kBlock = 240;
 std::uint8_t cellsBeginning(std::string_view line, std::size_t first, std::size_t end) {
     std::uint8_t count = 0;
     for (std::size_t i = first; i < end; ++i) {
-        const bool begins = (line[i] != kBlank) & (line[i - 1] == kBlank);
-        count = static_cast<std::uint8_t>(count + (begins ? 1 : 0));
+        const int begins = static_cast<int>(line[i] != kBlank) & static_cast<int>(line[i - 1] == kBlank);
+        count = static_cast<std::uint8_t>(count + begins);
     }
     return count;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
@@ -50,8 +51,10 @@ double inSinglePrecision(double value) {
     return static_cast<double>(static_cast<float>(value));
 }
 
-double valOf(const std::string& text) {
-    return static_cast<double>(static_cast<float>(core::val(text)));
+// Most texts are numbers that need no more than a look.
+double valOf(std::string_view text) {
+    double number = 0;
+    return isNumber(text, '.', number) ? number : core::val(text);
 }
 
 }  // namespace
@@ -65,12 +68,18 @@ bool clsTXTdata::LoadFromFile(const std::filesystem::path& path) {
         load_.opened = true;
         readRows();
     } catch (const RuntimeError& failure) {
-        load_.failure = failure.number();
-        load_.description = failure.what();
-        load_.failedRow = load_.opened ? itemCount_ + 1 : 0;
+        noteFailure(failure);
+    } catch (const std::bad_alloc&) {
+        noteFailure({kErrorOutOfMemory, "Out of memory"});
     }
     bytes_.close();
     return false;
+}
+
+void clsTXTdata::noteFailure(const RuntimeError& failure) {
+    load_.failure = failure.number();
+    load_.description = failure.what();
+    load_.failedRow = load_.opened ? itemCount_ + 1 : 0;
 }
 
 void clsTXTdata::reset() {
@@ -174,13 +183,23 @@ std::string clsTXTdata::TData(int column, int row) const {
     if (const auto* const text = std::get_if<std::string_view>(&cell)) {
         return core::isUtf8(*text) ? std::string(*text) : core::fromWindows1252(*text);
     }
-    return core::withDecimal(core::textOf(std::get<double>(cell)), decimal_);
+    return textOf(std::get<double>(cell));
+}
+
+std::string clsTXTdata::textOf(double number) const {
+    return core::withDecimal(core::textOf(number), decimal_);
 }
 
 double clsTXTdata::number(int column, int row) const {
     const LogCell cell = Data(column, row);
     const auto* const text = std::get_if<std::string_view>(&cell);
     return text == nullptr ? std::get<double>(cell) : numberOf(*text, decimal_);
+}
+
+double clsTXTdata::valAt(int column, int row) const {
+    const LogCell cell = Data(column, row);
+    const auto* const text = std::get_if<std::string_view>(&cell);
+    return valOf(text == nullptr ? textOf(std::get<double>(cell)) : *text);
 }
 
 const LogColumn& clsTXTdata::column(int column, CellReading reading) const {
@@ -199,7 +218,7 @@ LogColumn clsTXTdata::convert(int column, CellReading reading) const {
     try {
         for (; row <= itemCount_; ++row) {
             converted.values[static_cast<std::size_t>(row)] =
-                reading == CellReading::Val ? valOf(TData(column, row)) : inSinglePrecision(number(column, row));
+                reading == CellReading::Val ? valAt(column, row) : inSinglePrecision(number(column, row));
         }
     } catch (const RuntimeError& failure) {
         converted.failedRow = row;

@@ -17,15 +17,16 @@
 #include "logs/LogBytes.h"
 #include "logs/LogGrammar.h"
 #include "logs/LogLines.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::logs {
 
 // A text of the log, which lives until the next load, or a number.
 using LogCell = std::variant<std::string_view, double>;
 
-// How a cell becomes a number. Both take a number as it is, rounded to single precision.
+// How a cell becomes a number.
 enum class CellReading {
-    Number,  // by the regional settings; RuntimeError 13 for any other text, 6 for a number too large
+    Number,  // by the regional settings, in single precision; RuntimeError 13 for any other text, 6 for one too large
     Val      // what core::val() makes of the cell's text; never fails
 };
 
@@ -107,10 +108,13 @@ private:
     enum class Stage { Cells, Rate, Rpm, Done };
 
     void reset();
+    void noteFailure(const platform::RuntimeError& failure);
     void readRows();
     void addRow(const LogLine& line);
     void addRate(std::string_view time);
     [[nodiscard]] bool isScaled(int column, std::int32_t row) const;
+    [[nodiscard]] std::string textOf(double number) const;
+    [[nodiscard]] double valAt(int column, int row) const;
     [[nodiscard]] LogColumn convert(int column, CellReading reading) const;
 
     core::LiveTable& live_;

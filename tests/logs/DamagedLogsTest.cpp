@@ -98,7 +98,7 @@ TEST(DamagedLogs, AnswerAsTheTableOfTheirCellsWould) {
     const support::TempFolder folder;
     core::LiveTable live;
     int ended = 0;
-    for (unsigned seed = 1; seed <= 4000; ++seed) {
+    for (unsigned seed = 1; seed <= 600; ++seed) {
         const char decimal = seed % 4 == 0 ? ',' : '.';
         const std::string bytes = Damage(seed).log();
         TableOfCells table(decimal);
@@ -109,8 +109,8 @@ TEST(DamagedLogs, AnswerAsTheTableOfTheirCellsWould) {
         ASSERT_FALSE(testing::Test::HasFailure()) << "seed " << seed;
         ended += log.lastLoad().failure != 0 ? 1 : 0;
     }
-    EXPECT_GT(ended, 400);
-    EXPECT_LT(ended, 3600);
+    EXPECT_GT(ended, 60);
+    EXPECT_LT(ended, 540);
 }
 
 }  // namespace

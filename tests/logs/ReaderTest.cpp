@@ -1,5 +1,6 @@
 // What the reader makes of whole and of damaged logs.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "core/Numbers.h"
 #include "logs/LogBench.h"
@@ -238,7 +239,8 @@ TEST_F(Reader, OtherBytesAreShownAsText) {
 
 TEST_F(Reader, AFileThatIsNoneLeavesTheCountAboveZeros) {
     load(LogText().rows(3));
-    for (const auto& path : {folder_.nowhere(), folder_.path(), folder_ / ""}) {
+    ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    for (const auto& path : {folder_.nowhere(), folder_.path(), folder_ / "pipe", std::filesystem::path("/dev/zero")}) {
         EXPECT_FALSE(log_.LoadFromFile(path));
         EXPECT_EQ(log_.ItemCount(), 3);
         EXPECT_THAT(cells(1, 0, 30), Each("0"));
@@ -271,8 +273,10 @@ TEST_F(Reader, AFileThatGrowsWhileItIsReadIsReadToItsEnd) {
 TEST_F(Reader, AFileThatShrinksOrGoesWhileItIsReadEndsThere) {
     const auto file = folder_.write("log.txt", LogText().rows(10'000).bytes);
     log_.loading = [&](std::uintmax_t, std::uintmax_t) {
-        std::filesystem::resize_file(file, 272 * 10);
-        std::filesystem::remove(file);
+        if (std::filesystem::exists(file)) {
+            std::filesystem::resize_file(file, 272 * 10);
+            std::filesystem::remove(file);
+        }
     };
     EXPECT_FALSE(log_.LoadFromFile(file));
     EXPECT_EQ(log_.ItemCount(), (1 << 20) / 272 + 1);
@@ -367,7 +371,7 @@ TEST_F(Reader, AColumnOfNumbersEndsAtTheFirstText) {
     EXPECT_EQ(numbers.failedRow, 3);
     EXPECT_EQ(numbers.failure, 13);
     EXPECT_EQ(&log_.column(7, CellReading::Number), &numbers);
-    EXPECT_THAT(log_.column(7, CellReading::Val).values, ElementsAre(0, 1, static_cast<double>(0.1F), 0, 1));
+    EXPECT_THAT(log_.column(7, CellReading::Val).values, ElementsAre(0, 1, 0.1, 0, 1));
     EXPECT_EQ(log_.column(7, CellReading::Val).failure, 0);
     EXPECT_THAT(log_.column(1, CellReading::Number).values, ElementsAre(0, 100, 100, 100, 100));
     EXPECT_THAT(log_.column(24, CellReading::Val).values, ElementsAre(0, 15, 15, 15, 15));

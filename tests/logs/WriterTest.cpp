@@ -215,6 +215,14 @@ TEST_F(Writer, AFolderOfThatNameFails) {
     EXPECT_THAT(texts(), ElementsAre("Error saveLogData: Path/File access error75"));
 }
 
+TEST_F(Writer, ADeviceThatTakesNothingFails) {
+    std::filesystem::create_symlink("/dev/full", folder / "drive.txt");
+    startLog("drive");
+    rows(101);
+    EXPECT_THAT(texts(), ElementsAre("Error saveLogData: Disk full61"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "drive.txt"));
+}
+
 TEST_F(Writer, ADiskThatFillsUpLeavesNothingOfTheBatch) {
     startLog("drive");
     rows(101);
