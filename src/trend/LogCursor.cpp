@@ -14,7 +14,7 @@ void LogCursor::mark(double distance) {
     row_.reset();
     if (showsRows()) {
         const double row = core::roundHalfEven(page_.firstRow + distance);
-        row_ = core::toInt32(std::clamp<double>(row, page_.firstShown(), page_.lastShown()));
+        row_ = core::toInt32(std::clamp(row, page_.firstShown(), page_.lastShown()));
     }
 }
 

@@ -17,8 +17,8 @@ public:
         std::int32_t maxX = 0;
         double left = 0;
         double right = 0;
-        [[nodiscard]] std::int32_t firstShown() const { return firstRow + 2; }
-        [[nodiscard]] std::int32_t lastShown() const { return lastRow - 1; }
+        [[nodiscard]] double firstShown() const { return firstRow + 2.0; }
+        [[nodiscard]] double lastShown() const { return lastRow - 1.0; }
         bool operator==(const Page&) const = default;
     };
 

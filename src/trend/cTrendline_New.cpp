@@ -22,6 +22,11 @@ constexpr CellReading readingOf(int series) {
     return series == kLastLine ? CellReading::Val : CellReading::Number;
 }
 
+// The row so many further; RuntimeError 6 for one that 32 bits can't hold.
+std::int32_t shifted(std::int32_t row, int rows) {
+    return core::toInt32(static_cast<double>(row) + rows);
+}
+
 [[noreturn]] void fail(int number) {
     throw RuntimeError(number, number == platform::kErrorSubscript      ? "Subscript out of range"
                                : number == platform::kErrorTypeMismatch ? "Type mismatch"
@@ -102,7 +107,7 @@ double cTrendline_New::peakOfLog(const logs::clsTXTdata& reader, const LogColumn
     double highest = 0;
     for (int series = 0; series < kPlotSeries; ++series) {
         if (const auto column = columns[static_cast<std::size_t>(series)]; column != 0) {
-            const auto rows = rowsOf(reader, column, series, firstRow, lastRow - 2);
+            const auto rows = rowsOf(reader, column, series, firstRow, shifted(lastRow, -2));
             if (rows.failure != 0) {
                 fail(rows.failure);
             }
@@ -117,7 +122,7 @@ double cTrendline_New::peakOfLog(const logs::clsTXTdata& reader, const LogColumn
 void cTrendline_New::drawRowNumbers() {
     const double step = (maxX - 1) / kRowSteps;
     for (int i = 0; i * step <= maxX && (i == 0 || step > 0); ++i) {
-        plot_.drawRowLine(i * step, core::numberText(firstRow + 1 + i * step).view());
+        plot_.drawRowLine(i * step, core::numberText(firstRow + 1.0 + i * step).view());
     }
     plot_.drawNote(kFromHeight, "from " + std::to_string(firstRow));
     plot_.drawNote(kToHeight, "to " + std::to_string(lastRow) + ' ' + std::to_string(maxX));
@@ -126,11 +131,12 @@ void cTrendline_New::drawRowNumbers() {
 void cTrendline_New::drawSeries(const logs::clsTXTdata& reader, std::int32_t column, int series) {
     plot_.drawLegend(reader.TData(column, 0), {}, series);
     constexpr int kFirst = 2;  // rows of the page that the line leaves out at its start
-    const auto first = firstRow + kFirst;
-    if (lastRow - 2 < first) {
+    const auto first = shifted(firstRow, kFirst);
+    const auto last = shifted(lastRow, -1);
+    if (last <= first) {
         return;
     }
-    const auto rows = rowsOf(reader, column, series, first, lastRow - 1);
+    const auto rows = rowsOf(reader, column, series, first, last);
     if (rows.values.size() > 1) {
         plot_.drawSeries({rows.values, kFirst}, series);
     }

@@ -114,7 +114,8 @@ TEST_F(SqlTrendTest, ValuesOutsideThePlotAreLimitedToItsEdges) {
     draw();
     ASSERT_THAT(series(), SizeIs(1));
     std::vector<int> levels;
-    for (const auto& point : series()[0].points) {
+    const auto line = series()[0];
+    for (const auto& point : line.points) {
         levels.push_back(point.y);
     }
     EXPECT_THAT(levels, ElementsAre(3300, 100, 100, 3300, 100, 3300));  // rows 2 to 7
@@ -302,6 +303,16 @@ TEST_F(SqlTrendTest, RowsBeforeTheLogAreAFailure) {
     draw();
     EXPECT_THAT(messages(), ElementsAre("Error: cDrawSQLTrend Subscript out of range"));
     EXPECT_THAT(texts(), Contains(Words{at(7250, 260), "Twater", kWhite})) << "drawn as far as it came";
+}
+
+TEST_F(SqlTrendTest, RowsThatNoNumberHoldsAreAFailure) {
+    line_.firstRow = 2147483647;
+    line_.lastRow = -2147483648;
+    draw();
+    EXPECT_THAT(messages(), ElementsAre("Error: cDrawSQLTrend Overflow"));
+    line_.AutoScale = true;
+    draw();
+    EXPECT_THAT(messages(), ElementsAre("Error: cDrawSQLTrend Overflow"));
 }
 
 TEST_F(SqlTrendTest, AColumnThatDoesNotExistIsAFailure) {

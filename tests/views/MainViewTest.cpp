@@ -131,7 +131,7 @@ TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
         key(*view().focusWidget(), Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
-                                     "btnAsetukset", "Command1", "btnBackup", "btnUploadEEPROM"));
+                                     "btnAsetukset", "Command1", "btnDatalogTrend", "btnBackup"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {

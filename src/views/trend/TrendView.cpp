@@ -17,6 +17,7 @@
 
 #include "views/frame/TransferBar.h"
 #include "views/trend/LogPlot.h"
+#include "views/trend/ScrollColumn.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
@@ -27,7 +28,7 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{88, 44};  // text sizes
+constexpr QSizeF kUsual{88, 40};  // text sizes
 constexpr int kGap = 6;
 constexpr int kListLetters = 11;
 
@@ -94,13 +95,7 @@ TrendView::TrendView(trend::FrmTrend_txt& window, FrameClock& clock)
     auto& columns = child<QHBoxLayout>(&content());
     columns.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     columns.setSpacing(kSpacing);
-    auto& choices = child<QVBoxLayout>(kNobody);
-    choices.setSpacing(kSpacing);
-    columns.addLayout(&choices);
-    for (auto* const card : {&makeFile(), &makeSeries(), &makeScale(), &makePages()}) {
-        choices.addWidget(card);
-    }
-    choices.addStretch(1);
+    columns.addWidget(&makeChoices());
     auto& rows = child<QVBoxLayout>(kNobody);
     rows.setSpacing(kSpacing);
     columns.addLayout(&rows, 1);
@@ -110,8 +105,21 @@ TrendView::TrendView(trend::FrmTrend_txt& window, FrameClock& clock)
     fitTexts();
 }
 
-QWidget& TrendView::makeFile() {
-    auto& card = child<Card>(&content());
+QWidget& TrendView::makeChoices() {
+    auto& column = child<ScrollColumn>(&content());
+    QWidget* const inside = &column.inside();
+    auto& rows = child<QVBoxLayout>(inside);
+    rows.setContentsMargins(0, 0, 0, 0);
+    rows.setSpacing(kSpacing);
+    for (auto* const card : {&makeFile(inside), &makeSeries(inside), &makeScale(inside), &makePages(inside)}) {
+        rows.addWidget(card);
+    }
+    rows.addStretch(1);
+    return column;
+}
+
+QWidget& TrendView::makeFile(QWidget* parent) {
+    auto& card = child<Card>(parent);
     auto& rows = child<QVBoxLayout>(&card);
     rows.setSpacing(kGap);
     rows.addWidget(&makeButton(window_.btnLoad, 'l', binder(), &card));
@@ -120,8 +128,8 @@ QWidget& TrendView::makeFile() {
     return card;
 }
 
-QWidget& TrendView::makeSeries() {
-    auto& card = child<Card>(&content());
+QWidget& TrendView::makeSeries(QWidget* parent) {
+    auto& card = child<Card>(parent);
     auto& rows = child<QVBoxLayout>(&card);
     rows.setSpacing(kGap);
     binder().bind(window_.Frame1, card);
@@ -133,8 +141,8 @@ QWidget& TrendView::makeSeries() {
     return card;
 }
 
-QWidget& TrendView::makeScale() {
-    auto& card = child<Card>(&content());
+QWidget& TrendView::makeScale(QWidget* parent) {
+    auto& card = child<Card>(parent);
     auto& grid = child<QGridLayout>(&card);
     grid.setSpacing(kGap);
     grid.setColumnStretch(1, 1);
@@ -145,8 +153,8 @@ QWidget& TrendView::makeScale() {
     return card;
 }
 
-QWidget& TrendView::makePages() {
-    auto& card = child<Card>(&content());
+QWidget& TrendView::makePages(QWidget* parent) {
+    auto& card = child<Card>(parent);
     auto& grid = child<QGridLayout>(&card);
     grid.setSpacing(kGap);
     grid.setColumnStretch(1, 1);
@@ -156,7 +164,7 @@ QWidget& TrendView::makePages() {
     rows.setAccessibleName(QStringLiteral("Rows in the log"));
     binder().bind(window_.lblMaxpoints, rows);
     const int row = grid.rowCount();
-    auto& name = child<QLabel>(static_cast<QWidget*>(&card), QStringLiteral("of"));
+    auto& name = child<QLabel>(static_cast<QWidget*>(&card), QStringLiteral("Rows:"));
     grid.addWidget(&name, row, 0);
     grid.addWidget(&rows, row, 1);
     auto& buttons = child<QHBoxLayout>(kNobody);
@@ -189,10 +197,6 @@ QWidget& TrendView::makeNotes() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& rows = child<QVBoxLayout>(inside);
     rows.setSpacing(kGap);
-    auto& values = child<Readout>(inside);
-    values.setAccessibleName(QStringLiteral("Values of the row"));
-    binder().bind(window_.lblCursor, values);
-    rows.addWidget(&values);
     auto& row = child<QHBoxLayout>(kNobody);
     auto& log = child<QLabel>(inside);
     log.setWordWrap(true);
@@ -204,6 +208,10 @@ QWidget& TrendView::makeNotes() {
     row.addWidget(&log, 1);
     row.addWidget(load_);
     rows.addLayout(&row);
+    auto& values = child<Readout>(inside);
+    values.setAccessibleName(QStringLiteral("Values of the row"));
+    binder().bind(window_.lblCursor, values);
+    rows.addWidget(&values);
     card.fitMargins();
     return card;
 }

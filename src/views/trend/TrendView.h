@@ -21,10 +21,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget& makeSeries();
-    [[nodiscard]] QWidget& makeScale();
-    [[nodiscard]] QWidget& makePages();
-    [[nodiscard]] QWidget& makeFile();
+    [[nodiscard]] QWidget& makeChoices();
+    [[nodiscard]] QWidget& makeFile(QWidget* parent);
+    [[nodiscard]] QWidget& makeSeries(QWidget* parent);
+    [[nodiscard]] QWidget& makeScale(QWidget* parent);
+    [[nodiscard]] QWidget& makePages(QWidget* parent);
     [[nodiscard]] QWidget& makePlot();
     [[nodiscard]] QWidget& makeNotes();
     void connectPlot(LogPlot& plot);
