@@ -204,6 +204,9 @@ QWidget& TrendView::makeNotes() {
     binder().bind(window_.lblLog, log);
     load_ =
         &makeTransferBar(window_.prgLoad, binder(), inside, QStringLiteral("Loading"), QStringLiteral("Loading %p%"));
+    QSizePolicy policy = load_->sizePolicy();
+    policy.setRetainSizeWhenHidden(false);
+    load_->setSizePolicy(policy);
     load_->installEventFilter(this);
     row.addWidget(&log, 1);
     row.addWidget(load_);
