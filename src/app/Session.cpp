@@ -40,6 +40,7 @@ ecu::EcuSettings ecuSettings(const std::string& keys) {
 
 Session::Session(const Options& options, Surroundings surroundings)
     : connect_(options.connect),
+      shownLog_(options.log),
       folder_(options.folder ? *options.folder : defaultFolder()),
       preferences_(preferencesOf(options)),
       ecu_(options.ecu && *options.ecu != "none"
@@ -91,6 +92,9 @@ void Session::start() {
     program_.start();
     if (connect_) {
         program_.connectTo(*connect_);
+    }
+    if (shownLog_) {
+        program_.logViewer().open(*shownLog_);
     }
 }
 

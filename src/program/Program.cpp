@@ -35,7 +35,8 @@ Program::Program(platform::Machine& machine)
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
       mapWindows_(machine, mapContext_, windows_),
-      readoutWindows_(machine, tables_) {
+      readoutWindows_(machine, tables_),
+      logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
@@ -47,6 +48,7 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
     frmSarn2_.Command6.Click = [this] { readoutWindows_.openBigText(); };
     frmSarn2_.Command8.Click = [this] { readoutWindows_.openMeter(); };
+    frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
@@ -102,8 +104,7 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button :
-         {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command7}) {
+    for (auto* button : {&frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command7}) {
         button->Enabled = false;
     }
 }
@@ -115,6 +116,7 @@ void Program::mainWindowUnload(bool& stays) {
         frmMisc_.leave();
         frm3Dmap_.leave();
         readoutWindows_.unloadAll();
+        logViewer_.unload();
     }
     ended_ = !stays;
     if (ended_) {

@@ -15,6 +15,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
 #include "settings/FrmMisc.h"
@@ -51,6 +52,7 @@ public:
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
 private:
     void mainWindowLoad();
@@ -76,6 +78,7 @@ private:
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
+    LogViewer logViewer_;
     bool ended_ = false;
 };
 

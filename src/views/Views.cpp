@@ -8,6 +8,7 @@
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
 #include "views/settings/MiscView.h"
+#include "views/trend/TrendView.h"
 
 namespace korvane::views {
 
@@ -21,6 +22,7 @@ void addViews(ViewHost& host) {
     host.add<MiscView, settings::FrmMisc>("frmMisc");
     host.add<BigTextView, live::FrmBigText>("frmBigText");
     host.add<MeterView, live::FrmMeter>("frmMeter");
+    host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 
 }  // namespace korvane::views

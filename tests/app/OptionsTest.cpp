@@ -83,7 +83,7 @@ TEST(OptionsTest, TheLastOneCountsAndPortsAddUp) {
 
 TEST(OptionsTest, UnknownOptionsAndMissingValuesAreTold) {
     EXPECT_EQ(failure({"--headles"}), "unknown option \"--headles\"; --help lists them all");
-    EXPECT_EQ(failure({"--headless", "file.txt"}), "unknown option \"file.txt\"; --help lists them all");
+    EXPECT_EQ(failure({"--headless", "-x"}), "unknown option \"-x\"; --help lists them all");
     EXPECT_EQ(failure({"--a\nb"}), "unknown option \"--a?b\"; --help lists them all");
     EXPECT_EQ(failure({"--folder"}), "--folder needs a value");
     EXPECT_EQ(failure({"--trace", "--headless"}), "--trace needs a value");
@@ -107,6 +107,27 @@ TEST(OptionsTest, BadValuesAreTold) {
     EXPECT_EQ(failure({"--folder", "/dev/null"}), "there is no folder \"/dev/null\"");
     EXPECT_EQ(failure({"--script", missing}), "there is no file \"" + missing + "\"");
     EXPECT_EQ(failure({"--script", "/"}), "there is no file \"/\"");
+}
+
+TEST(OptionsTest, AWordThatIsNoOptionIsALog) {
+    const support::TempFolder folder;
+    folder.write("one.txt", "");
+    folder.write("two.txt", "");
+    const auto one = (folder.path() / "one.txt").string();
+    const auto two = (folder.path() / "two.txt").string();
+    EXPECT_FALSE(parsed({"--headless"}).log);
+    const Options options = parsed({one, "--headless", "--decimal", ","});
+    EXPECT_EQ(options.log, one);
+    EXPECT_TRUE(options.headless);
+    EXPECT_EQ(options.decimal, ',');
+    EXPECT_EQ(parsed({"--console", one, two}).log, two) << "the last one counts";
+    EXPECT_NE(optionsHelp().find("[FILE.txt]"), std::string_view::npos);
+}
+
+TEST(OptionsTest, ALogMustBeAFile) {
+    for (const auto* text : {"no-such-file.txt", "/", "/dev/null", ""}) {
+        EXPECT_EQ(failure({text}), "there is no file \"" + std::string(text) + "\"");
+    }
 }
 
 TEST(OptionsTest, NowMustBeAMomentOfTheCalendar) {

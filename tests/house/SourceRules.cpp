@@ -13,7 +13,7 @@ namespace korvane::house {
 namespace {
 
 // In the order of the layers: a module may include its own files and those of the modules before it.
-constexpr std::array<std::string_view, 22> kLayers{"platform",
+constexpr std::array<std::string_view, 23> kLayers{"platform",
                                                    "controls",
                                                    "core",
                                                    "link",
@@ -32,6 +32,7 @@ constexpr std::array<std::string_view, 22> kLayers{"platform",
                                                    "views/dashboard",
                                                    "views/maps",
                                                    "views/settings",
+                                                   "views/trend",
                                                    "views",
                                                    "program",
                                                    "app"};
@@ -47,8 +48,9 @@ constexpr std::array<Machine, 2> kMachines{
     Machine{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
 };
 
-constexpr std::array<std::string_view, 8> kQtModules{"platform/qt", "views/widgets",  "views/frame", "views/dashboard",
-                                                     "views/maps",  "views/settings", "views",       "app"};
+constexpr std::array<std::string_view, 9> kQtModules{"platform/qt",     "views/widgets", "views/frame",
+                                                     "views/dashboard", "views/maps",    "views/settings",
+                                                     "views/trend",     "views",         "app"};
 
 constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
 

@@ -111,7 +111,7 @@ TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
         key(*view().focusWidget(), Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
-                                     "btnAsetukset", "Command1", "Command8", "Command6"));
+                                     "btnAsetukset", "Command1", "btnDatalogTrend", "Command8"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {
