@@ -21,15 +21,7 @@ struct WindowRig {
     support::VirtualMachine machineBelow;
     platform::QtPump pump;
     platform::QtSerialLine line{pump, platform::PortMap(pump, {})};
-    platform::Machine machine{pump,
-                              line,
-                              machineBelow.dialogs,
-                              machineBelow.preferences,
-                              machineBelow.log,
-                              machineBelow.windows,
-                              machineBelow.folder.path(),
-                              '.',
-                              {}};
+    platform::Machine machine = machineBelow.with(pump, line);
     program::Program program{machine};
     views::ViewHost host{machineBelow.windows};
 };

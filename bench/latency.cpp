@@ -14,6 +14,7 @@
 #include "controls/Object.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
+#include "support/PropertyWatch.h"
 #include "support/VirtualProgram.h"
 
 namespace {
@@ -22,24 +23,6 @@ using namespace korvane;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kFrames = 2000;
-
-// Notes when the first value label gets a new text.
-class Watcher : public controls::Observer {
-public:
-    explicit Watcher(controls::Label& label) : label_(label) { label_.addObserver(*this); }
-    ~Watcher() override { label_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &label_.Caption) {
-            seen = Clock::now();
-            ++changes;
-        }
-    }
-    Clock::time_point seen;
-    int changes = 0;
-
-private:
-    controls::Label& label_;
-};
 
 int openMaster() {
     const int master = posix_openpt(O_RDWR | O_NOCTTY);
@@ -58,32 +41,37 @@ int main(int argc, char** argv) {
     support::VirtualMachine host;
     platform::QtPump pump;
     platform::QtSerialLine line(pump, platform::PortMap(pump, {{1, ptsname(master)}}));
-    platform::Machine machine{pump, line, host.dialogs, host.preferences, host.log, host.windows, host.folder.path(),
-                              '.',  {}};
+    platform::Machine machine = host.with(pump, line);
     program::Program program(machine);
     program.start();
     program.connectTo(1);
     program.frmSarn2().TimerRequestData.Enabled = false;
     program.frmSarn2().TimerGetSettings.Enabled = false;
 
-    Watcher watcher(program.frmSarn2().lblValue(0));
+    auto& label = program.frmSarn2().lblValue(0);
+    Clock::time_point seen;
+    int changes = 0;
+    const support::PropertyWatch watch(label, &label.Caption, [&] {
+        seen = Clock::now();
+        ++changes;
+    });
     std::vector<double> micros;
     for (int i = 0; i < kFrames; ++i) {
         // The frame's last byte is written by a second thread while the program waits, as a device would.
         Clock::time_point sent;
         auto bytes = support::frame('R', support::Bytes(19, 1));
         bytes[3] = static_cast<std::uint8_t>(i % 250);
-        const int before = watcher.changes;
+        const int before = changes;
         std::jthread device([&] {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
             sent = Clock::now();
             static_cast<void>(!write(master, bytes.data(), bytes.size()));
         });
-        for (int waits = 0; watcher.changes == before && waits < 100; ++waits) {
+        for (int waits = 0; changes == before && waits < 100; ++waits) {
             pump.wait(3);
         }
         device.join();
-        micros.push_back(std::chrono::duration<double, std::micro>(watcher.seen - sent).count());
+        micros.push_back(std::chrono::duration<double, std::micro>(seen - sent).count());
     }
     std::sort(micros.begin(), micros.end());
     std::printf(

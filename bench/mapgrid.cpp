@@ -8,6 +8,7 @@
 #include <chrono>
 #include <vector>
 
+#include "Offscreen.h"
 #include "WindowRig.h"
 #include "core/Checked.h"
 #include "maps/MapForm.h"
@@ -91,11 +92,5 @@ BENCHMARK(BlockOfTheWholeMap)->Arg(160)->Arg(320)->UseManualTime()->Unit(benchma
 
 int main(int argc, char** argv) {
     qputenv("QT_SCALE_FACTOR", "2");
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return korvane::runBenchmarks(argc, argv);
 }

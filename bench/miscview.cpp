@@ -11,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+#include "Offscreen.h"
 #include "WindowRig.h"
 #include "views/Events.h"
 
@@ -129,11 +130,5 @@ BENCHMARK(ChangeOfPage)->Iterations(450)->UseManualTime()->Unit(benchmark::kMill
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return korvane::runBenchmarks(argc, argv);
 }

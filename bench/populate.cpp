@@ -6,12 +6,13 @@
 
 #include "core/Checked.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #
 #   bench/program.sh [SECONDS]      build/release must be built; default 20 seconds
 #   bench/program.sh SECONDS maps   with the map window open and its trace on
+#   bench/program.sh SECONDS readouts   with five big readouts open, each on a channel of its own
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -39,6 +40,12 @@ echo "set frmMisc.TimerInitialGetData.Enabled false" >&3
 sleep 3
 if [ "$scene" = maps ]; then
   printf '%s\n' "click frmSarn2.btnKartat" "click frmMaps.chkTrace" >&3
+  sleep 3
+fi
+if [ "$scene" = readouts ]; then
+  for i in 1 2 3 4 5; do
+    printf '%s\n' "click frmSarn2.Command6" "choose frmBigText#$i.Combo1 $((i == 1 ? 0 : i + 1))" >&3
+  done
   sleep 3
 fi
 before=$(ticks)

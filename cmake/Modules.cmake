@@ -43,8 +43,25 @@ function(korvane_module name)
   endforeach()
   if(arg_QT)
     set_target_properties(korvane_${name} PROPERTIES AUTOMOC ON)
+    if("Widgets" IN_LIST arg_QT AND NOT "SerialPort" IN_LIST arg_QT)
+      korvane_precompiled(korvane_${name} korvane_views_widgets <QLabel> <QPainter> <QStyle> <QWidget>)
+    endif()
   endif()
   korvane_flags(korvane_${name})
+endfunction()
+
+# korvane_precompiled(TARGET FIRST headers): the headers that cost most, compiled once for the target FIRST and used by
+# the others, which have the same options and at least its definitions. A source still includes all that it uses: the
+# debug preset has no such headers.
+function(korvane_precompiled target first)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+  endif()
+  if(target STREQUAL first)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  else()
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  endif()
 endfunction()
 
 # korvane_test(NAME [USES modules] [QT modules]): the tests in tests/NAME as one program, each case known to CTest.
@@ -66,6 +83,11 @@ function(korvane_test name)
   korvane_flags(test_${name})
   # Tests are compiled often and run for milliseconds.
   target_compile_options(test_${name} PRIVATE -O0)
+  if(arg_QT)
+    korvane_precompiled(test_${name} test_views <gmock/gmock.h> <gtest/gtest.h> <QWidget>)
+  else()
+    korvane_precompiled(test_${name} test_platform <gmock/gmock.h> <gtest/gtest.h>)
+  endif()
   gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120)
 endfunction()

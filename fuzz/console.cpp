@@ -35,7 +35,7 @@ public:
 // Whatever path a script answers with, the file is one in the folder of this run.
 class DialogsInside : public platform::QueuedDialogs {
 public:
-    explicit DialogsInside(const fuzz::Folder& folder) : folder_(folder) {}
+    explicit DialogsInside(const support::TempFolder& folder) : folder_(folder) {}
 
     std::string choose(const platform::FileDialog& dialog) override {
         const std::filesystem::path chosen = QueuedDialogs::choose(dialog);
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    const fuzz::Folder& folder_;
+    const support::TempFolder& folder_;
 };
 
 std::size_t commandLines(std::string_view text) {
@@ -77,15 +77,12 @@ struct Run {
         program.start();
     }
 
-    const fuzz::Folder& folder = fuzz::emptyFolder();
+    support::VirtualMachine below;
     ShortPump pump;
     platform::MemoryLine line{pump, nullptr};
     platform::TappedLine tap{line, pump, [this](auto bytes) { line.inject(bytes); }};
-    DialogsInside dialogs{folder};
-    platform::MemoryPreferences preferences;
-    platform::MemoryLog log;
-    controls::WindowList windows;
-    platform::Machine machine{pump, tap, dialogs, preferences, log, windows, folder.path(), '.', {}};
+    DialogsInside dialogs{below.folder};
+    platform::Machine machine = below.with(pump, tap, dialogs);
     program::Program program{machine};
     AnyEcu ecu;
     console::Names names;

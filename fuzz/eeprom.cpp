@@ -87,7 +87,7 @@ void upload(fuzz::Bytes content) {
     run.program.connectTo(1);
     run.pump.wait(1000);
     listener.bytes.clear();
-    const auto file = run.folder.write("eeprom.txt", content);
+    const auto file = run.folder.write("eeprom.txt", fuzz::textOf(content));
     const auto lines = core::readLines(file);
 
     run.dialogs.answerFile(file.string());
@@ -101,8 +101,8 @@ void upload(fuzz::Bytes content) {
 }
 
 void takeByTheEcu(fuzz::Bytes content) {
-    const auto& folder = fuzz::emptyFolder();
-    const auto file = folder.write("eeprom.txt", content);
+    const support::TempFolder folder;
+    const auto file = folder.write("eeprom.txt", fuzz::textOf(content));
     std::vector<std::uint8_t> cells{1, 2, 3};
     if (const auto error = ecu::readEepromFile(file, cells); !error.empty()) {
         require(cells == std::vector<std::uint8_t>{1, 2, 3});

@@ -42,8 +42,8 @@ void replaceSection(const std::filesystem::path& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto& folder = fuzz::emptyFolder();
-    const fuzz::Bytes content(data, size);
+    const support::TempFolder folder;
+    const auto content = fuzz::textOf({data, size});
     const auto file = folder.write("Settings_par.ini", content);
     folder.write("Settings.ini", content);
     readChannels(folder.path());

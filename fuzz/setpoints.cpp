@@ -71,7 +71,7 @@ void loadAndSave(fuzz::ProgramRun& run, const std::filesystem::path& file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::ProgramRun run;
-    const auto file = run.folder.write("setpoints.lam", {data, size});
+    const auto file = run.folder.write("setpoints.lam", fuzz::textOf({data, size}));
     readLines(file);
     run.program.mapWindows().open();
     loadAndSave(run, file);

@@ -63,6 +63,7 @@ void readSettings(const fs::path& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    readSettings(fuzz::emptyFolder().write("tune.txt", {data, size}));
+    const support::TempFolder folder;
+    readSettings(folder.write("tune.txt", fuzz::textOf({data, size})));
     return 0;
 }

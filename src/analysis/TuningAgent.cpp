@@ -11,8 +11,9 @@
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "core/files/TextFile.h"
+#include "link/Commands.h"
 #include "maps/grid/MapGeometry.h"
-#include "maps/grid/RealtimeChanges.h"
+#include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -31,18 +32,6 @@ constexpr int kHalfTurn = 25;  // ms, twice for each step
 
 constexpr float kLean = 0.3F;  // above: more fuel; below: less
 constexpr float kEnoughWeight = 20.0F;
-
-// One more for as long as it lives.
-class Deeper {
-public:
-    explicit Deeper(int& depth) : depth_(depth) { ++depth_; }
-    Deeper(const Deeper&) = delete;
-    Deeper& operator=(const Deeper&) = delete;
-    ~Deeper() { --depth_; }
-
-private:
-    int& depth_;
-};
 
 // Realtime changes, ticked for as long as it lives; the window may go meanwhile.
 class Realtime {
@@ -79,7 +68,7 @@ void clsInjAnalyser::timerAgent_Timer() {
     if (window_ == nullptr || depth_ >= kDeepestLook) {
         return;
     }
-    const Deeper deeper(depth_);
+    const platform::Deeper deeper(depth_);
     showLamp(controls::Picture::Green);
     CorrectAllCells();
     SmoothFuelMap();
@@ -238,7 +227,8 @@ bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
 
 void clsInjAnalyser::SendFuelCell(int index) {
     if (port_.PortOpen()) {
-        port_.Output(maps::cellFrame('g', core::toByte(index), core::checked(tables_.FuelMapOut, index)));
+        port_.Output(link::cellCommand(link::kFuelMap.changeCell, core::toByte(index),
+                                       core::checked(tables_.FuelMapOut, index)));
     }
 }
 

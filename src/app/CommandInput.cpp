@@ -26,7 +26,7 @@ CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Op
     watchSignals();
     if (options.script) {
         script_ = readScript(*options.script);
-        session_.commands().setWantingHandler([this] { commands_->callAt(pump_.now()); });
+        session_.commands().Wanting = [this] { commands_->callAt(pump_.now()); };
         commands_->callAt(pump_.now());
     } else if (options.headless || options.console) {
         watchStandardInput();
@@ -55,7 +55,7 @@ void CommandInput::watchStandardInput() {
         standardInput_->setEnabled(false);
         commands_->callAt(pump_.now());
     });
-    session_.commands().setWantingHandler([this] { standardInput_->setEnabled(true); });
+    session_.commands().Wanting = [this] { standardInput_->setEnabled(true); };
 }
 
 // The next piece is read when all commands of this one have been answered.

@@ -128,6 +128,15 @@ void setTrace(Options& options, const std::string& value) {
     options.trace = value;
 }
 
+// Also a pipe or a device is no log: reading it could take for ever.
+void setLog(Options& options, const std::string& value) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(value, error)) {
+        throw BadOption("there is no file " + inQuotes(value));
+    }
+    options.log = value;
+}
+
 struct Flag {
     std::string_view name;
     bool Options::*member;
@@ -169,6 +178,9 @@ bool setFlag(Options& options, std::string_view name) {
     return true;
 }
 
+// A word that is no option is the log to open.
+constexpr Setting kLog{{}, &setLog};
+
 const Setting& settingNamed(const std::string& name) {
     const auto* const setting =
         std::find_if(kSettings.begin(), kSettings.end(), [&](const Setting& each) { return each.name == name; });
@@ -185,14 +197,15 @@ std::vector<Given> readArguments(std::span<const std::string> arguments, Options
         if (setFlag(options, arguments[i])) {
             continue;
         }
-        const Setting& setting = settingNamed(arguments[i]);
-        if (i + 1 == arguments.size() || arguments[i + 1].starts_with("--")) {
+        const bool isLog = !arguments[i].starts_with("-");
+        const Setting& setting = isLog ? kLog : settingNamed(arguments[i]);
+        if (!isLog && (i + 1 == arguments.size() || arguments[i + 1].starts_with("--"))) {
             throw BadOption(arguments[i] + " needs a value");
         }
         if (!setting.addsUp) {
             std::erase_if(given, [&](const Given& each) { return each.setting == &setting; });
         }
-        given.push_back({&setting, arguments[++i]});
+        given.push_back({&setting, isLog ? arguments[i] : arguments[++i]});
     }
     return given;
 }
@@ -233,8 +246,9 @@ std::variant<Options, OptionsError> parseOptions(std::span<const std::string> ar
 std::string_view optionsHelp() {
     return R"(Korvane Tuner: tunes and watches an engine control unit over a serial line.
 
-korvane-tuner [options]
+korvane-tuner [options] [FILE.txt]
 
+  FILE.txt                       a log, which the viewer opens at the start
   --headless                     no display; commands come from standard input
   --console                      with a display: commands from standard input too
   --script FILE                  take the commands from FILE, then quit

@@ -29,6 +29,7 @@ struct Options {
     std::optional<std::filesystem::path> preferences;
     std::optional<char> decimal;
     std::optional<std::filesystem::path> trace;
+    std::optional<std::filesystem::path> log;  // to open in the viewer at the start
 };
 
 // The largest script file in bytes.

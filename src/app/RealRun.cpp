@@ -48,7 +48,7 @@ bool somebodyLooks(const Options& options) {
 }
 
 int runUntilEnded(Session& session, platform::EventPump& pump, const Options& options) {
-    session.program().setEndedHandler([] { QCoreApplication::quit(); });
+    session.program().Ended = [] { QCoreApplication::quit(); };
     session.start();
     const CommandInput input(session, pump, options);
     QCoreApplication::exec();

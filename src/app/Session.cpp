@@ -40,6 +40,7 @@ ecu::EcuSettings ecuSettings(const std::string& keys) {
 
 Session::Session(const Options& options, Surroundings surroundings)
     : connect_(options.connect),
+      shownLog_(options.log),
       folder_(options.folder ? *options.folder : defaultFolder()),
       preferences_(preferencesOf(options)),
       ecu_(options.ecu && *options.ecu != "none"
@@ -48,8 +49,7 @@ Session::Session(const Options& options, Surroundings surroundings)
       memoryLine_(options.ecu ? std::make_unique<platform::MemoryLine>(surroundings.pump, ecu_.get()) : nullptr),
       realLine_(memoryLine_ ? nullptr : surroundings.makeRealLine(preferences_)),
       line_(memoryLine_ ? static_cast<platform::SerialLine&>(*memoryLine_) : *realLine_, surroundings.pump,
-            memoryLine_ && !ecu_ ? platform::TappedLine::Inject([this](auto bytes) { memoryLine_->inject(bytes); })
-                                 : platform::TappedLine::Inject()),
+            injection()),
       dialogs_(surroundings.shownDialogs),
       machine_{surroundings.pump,
                line_,
@@ -67,18 +67,34 @@ Session::Session(const Options& options, Surroundings surroundings)
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
-    const auto traceFailed = [] { complain("--trace: the file can't be written any more"); };
-    if (options.trace && !line_.traceTo(*options.trace, traceFailed)) {
-        throw std::runtime_error("--trace: " + options.trace->string() + " can't be written");
+    if (options.trace) {
+        startTrace(*options.trace);
     }
     tellOfPreferences(preferencesOf(options));
     registerNames();
+}
+
+// Only a line in memory on which nobody answers takes bytes from a script.
+platform::TappedLine::Inject Session::injection() {
+    if (memoryLine_ && !ecu_) {
+        return [this](auto bytes) { memoryLine_->inject(bytes); };
+    }
+    return {};
+}
+
+void Session::startTrace(const std::filesystem::path& file) {
+    if (!line_.traceTo(file, [] { complain("--trace: the file can't be written any more"); })) {
+        throw std::runtime_error("--trace: " + file.string() + " can't be written");
+    }
 }
 
 void Session::start() {
     program_.start();
     if (connect_) {
         program_.connectTo(*connect_);
+    }
+    if (shownLog_) {
+        program_.logViewer().open(*shownLog_);
     }
 }
 
@@ -102,6 +118,7 @@ void Session::registerNames() {
     console::registerSharedTables(names_, program_.tables());
     console::registerMainWindow(names_, program_.frmSarn2());
     console::registerAnalyser(names_, program_.analyser());
+    console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerSettings(names_, program_.frmMisc());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {

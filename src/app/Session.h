@@ -37,7 +37,7 @@ public:
     // Throws std::runtime_error with one line for the user when an option can't be met.
     Session(const Options& options, Surroundings surroundings);
 
-    // Opens the main window and connects if the options ask for it.
+    // Opens the main window, connects and opens a log if the options ask for it.
     void start();
     // Writes what is to be written at the end of a run. Empty, or one line for the user.
     [[nodiscard]] std::string finish();
@@ -50,9 +50,12 @@ public:
 
 private:
     [[nodiscard]] console::ConsoleContext makeContext(const Surroundings& surroundings);
+    [[nodiscard]] platform::TappedLine::Inject injection();
+    void startTrace(const std::filesystem::path& file);
     void registerNames();
 
     std::optional<int> connect_;
+    std::optional<std::filesystem::path> shownLog_;
     std::filesystem::path folder_;
     platform::FilePreferences preferences_;
     std::unique_ptr<EcuPort> ecu_;

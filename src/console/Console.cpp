@@ -1,7 +1,7 @@
 #include "console/Console.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -21,7 +21,7 @@ void requireText(std::string_view line) {
     }
 }
 
-std::string onOneLine(std::string text) {
+std::string withoutLineBreaks(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char character) { return static_cast<unsigned char>(character) < 0x20; }, ' ');
     return text;
@@ -32,49 +32,54 @@ std::string onOneLine(std::string text) {
 Console::Console(ConsoleContext context)
     : context_(std::move(context)), finder_(context_.machine.windows), watches_(context_.machine.pump) {}
 
-std::span<const Console::Command> Console::commands() {
-    static constexpr auto kCommands = std::to_array<Command>({
-        {"get", "PATH", 1, 1, &Console::get},
-        {"set", "PATH VALUE", 2, 2, &Console::set},
-        {"click", "CONTROL", 1, 1, &Console::click},
-        {"choose", "CONTROL N", 2, 2, &Console::choose},
-        {"column", "CONTROL N", 2, 2, &Console::column},
-        {"type", "CONTROL TEXT", 2, 2, &Console::type},
-        {"key", "CONTROL CODE [SHIFT]", 2, 3, &Console::key},
-        {"keyup", "CONTROL CODE [SHIFT]", 2, 3, &Console::keyup},
-        {"mouse", "CONTROL [SHIFT]", 1, 2, &Console::mouse},
-        {"focus", "CONTROL or WINDOW", 1, 1, &Console::focus},
-        {"close", "WINDOW", 1, 1, &Console::close},
-        {"resize", "WINDOW WIDTH HEIGHT", 3, 3, &Console::resize},
-        {"file", "PATH or -", 1, 1, &Console::file},
-        {"dialogs", "", 0, 0, &Console::dialogs},
-        {"messages", "", 0, 0, &Console::messages},
-        {"windows", "", 0, 0, &Console::windows},
-        {"controls", "WINDOW", 1, 1, &Console::controls},
-        {"wait", "MS", 1, 1, &Console::wait},
-        {"watch", "PATH", 1, 1, &Console::watch},
-        {"unwatch", "PATH", 1, 1, &Console::unwatch},
-        {"changes", "", 0, 0, &Console::changes},
-        {"at", "MS COMMAND ...", 2, kAnyNumber, &Console::at},
-        {"sent", "[times]", 0, 1, &Console::sent},
-        {"receive", "HEX", 1, kAnyNumber, &Console::receive},
-        {"ecu", "KEY VALUE", 2, 2, &Console::ecu},
-        {"call", "NAME ARGUMENTS", 1, kAnyNumber, &Console::call},
-        {"screenshot", "WINDOW FILE.png", 2, 2, &Console::screenshot},
-        {"now", "", 0, 0, &Console::now},
-        {"help", "", 0, 0, &Console::help},
-        {"quit", "", 0, 0, &Console::quitCommand},
-    });
-    return kCommands;
-}
+constexpr Console::Command Console::kCommands[] = {
+    {"get", "PATH", 1, 1, &Console::get},
+    {"set", "PATH VALUE", 2, 2, &Console::set},
+    {"click", "CONTROL", 1, 1, &Console::click},
+    {"choose", "CONTROL N", 2, 2, &Console::choose},
+    {"column", "CONTROL N", 2, 2, &Console::column},
+    {"type", "CONTROL TEXT", 2, 2, &Console::type},
+    {"key", "CONTROL CODE [SHIFT]", 2, 3, &Console::key},
+    {"keyup", "CONTROL CODE [SHIFT]", 2, 3, &Console::keyup},
+    {"mouse", "CONTROL [SHIFT]", 1, 2, &Console::mouse},
+    {"focus", "CONTROL or WINDOW", 1, 1, &Console::focus},
+    {"close", "WINDOW", 1, 1, &Console::close},
+    {"resize", "WINDOW WIDTH HEIGHT", 3, 3, &Console::resize},
+    {"file", "PATH or -", 1, 1, &Console::file},
+    {"dialogs", "", 0, 0, &Console::dialogs},
+    {"messages", "", 0, 0, &Console::messages},
+    {"windows", "", 0, 0, &Console::windows},
+    {"controls", "WINDOW", 1, 1, &Console::controls},
+    {"wait", "MS", 1, 1, &Console::wait},
+    {"watch", "PATH", 1, 1, &Console::watch},
+    {"unwatch", "PATH", 1, 1, &Console::unwatch},
+    {"changes", "", 0, 0, &Console::changes},
+    {"at", "MS COMMAND ...", 2, kAnyNumber, &Console::at},
+    {"sent", "[times]", 0, 1, &Console::sent},
+    {"receive", "HEX", 1, kAnyNumber, &Console::receive},
+    {"ecu", "KEY VALUE", 2, 2, &Console::ecu},
+    {"call", "NAME ARGUMENTS", 1, kAnyNumber, &Console::call},
+    {"screenshot", "WINDOW FILE.png", 2, 2, &Console::screenshot},
+    {"now", "", 0, 0, &Console::now},
+    {"help", "", 0, 0, &Console::help},
+    {"quit", "", 0, 0, &Console::quitCommand},
+};
 
 const Console::Command& Console::commandNamed(std::string_view name) {
-    const auto all = commands();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Command& each) { return each.name == name; });
-    if (found == all.end()) {
+    const auto* const found = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                           [&](const Command& each) { return each.name == name; });
+    if (found == std::end(kCommands)) {
         throw ConsoleError("no command is named " + shown(name) + "; help lists them all");
     }
     return *found;
+}
+
+Console::Answer Console::help(Arguments&) {
+    Json::Array out;
+    for (const auto& command : kCommands) {
+        out.emplace_back(command.name);
+    }
+    return out;
 }
 
 std::optional<std::string> Console::execute(std::string_view line) {
@@ -102,7 +107,7 @@ std::string Console::reply(std::string_view line) {
         const Answer answer = run(line);
         return answer ? "ok " + writeJson(*answer) : "ok";
     } catch (const std::exception& error) {
-        return onOneLine(std::string("error ") + error.what());
+        return withoutLineBreaks(std::string("error ") + error.what());
     }
 }
 

@@ -40,13 +40,13 @@ private:
         std::size_t most;
         Answer (Console::*handler)(Arguments&);
     };
+    static const Command kCommands[];
     struct Delayed {
         std::string command;
         std::unique_ptr<platform::Alarm> alarm;
         bool done = false;
     };
 
-    static std::span<const Command> commands();
     static const Command& commandNamed(std::string_view name);
 
     [[nodiscard]] std::string reply(std::string_view line);

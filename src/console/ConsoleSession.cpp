@@ -75,8 +75,8 @@ void ConsoleSession::executeAll() {
 void ConsoleSession::goOn() {
     if (ended_) {
         console_.quit();
-    } else if (wanting_) {
-        wanting_();
+    } else {
+        Wanting();
     }
 }
 

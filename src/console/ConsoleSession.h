@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "console/Console.h"
+#include "controls/Control.h"
 
 namespace korvane::console {
 
@@ -32,7 +33,7 @@ public:
     void endOfProgram() { answer(); }
     // Called whenever all that was fed is answered, until the end of input: the moment to feed more. Whoever feeds only
     // then keeps no more in memory than one piece of input.
-    void setWantingHandler(std::function<void()> handler) { wanting_ = std::move(handler); }
+    controls::Event<> Wanting;
 
 private:
     struct Line {
@@ -53,10 +54,9 @@ private:
     Line open_;
     std::deque<Line> waiting_;
     std::optional<std::string> unanswered_;  // the reply of the command under way
-    std::function<void()> wanting_;
-    bool ended_ = false;      // the input
-    bool executing_ = false;  // a command that has not been answered
-    bool stepping_ = false;   // executeAll() goes on by itself
+    bool ended_ = false;                     // the input
+    bool executing_ = false;                 // a command that has not been answered
+    bool stepping_ = false;                  // executeAll() goes on by itself
 };
 
 }  // namespace korvane::console

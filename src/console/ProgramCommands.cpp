@@ -179,14 +179,6 @@ Console::Answer Console::now(Arguments&) {
     return context_.machine.pump.milliseconds();
 }
 
-Console::Answer Console::help(Arguments&) {
-    Json::Array out;
-    for (const auto& command : commands()) {
-        out.emplace_back(command.name);
-    }
-    return out;
-}
-
 Console::Answer Console::quitCommand(Arguments&) {
     quit();
     return {};

@@ -6,22 +6,19 @@ namespace korvane::controls {
 
 namespace {
 
-constexpr std::array kLabel{property<&Label::Caption>("Caption")};
-constexpr std::array kButton{property<&CommandButton::Caption>("Caption")};
-constexpr std::array kCheckBox{property<&CheckBox::Caption>("Caption"),
-                               PropertyInfo{"Value",
-                                            [](const Object& object) -> Value {
-                                                return std::int64_t{dynamic_cast<const CheckBox&>(object).Value.get()};
-                                            },
-                                            [](Object& object, const Value& value) {
-                                                const auto state = detail::fromValue<int>(value);
-                                                if (state != 0 && state != 1) {
-                                                    detail::wrongKind("0 or 1");
-                                                }
-                                                dynamic_cast<CheckBox&>(object).Value = state;
-                                            }}};
-constexpr std::array kOptionButton{property<&OptionButton::Caption>("Caption"),
-                                   property<&OptionButton::Value>("Value")};
+
+constexpr std::array kCaption{property<&CaptionControl::Caption>("Caption")};
+constexpr std::array kCheckBox{PropertyInfo{
+    "Value",
+    [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const CheckBox&>(object).Value.get()}; },
+    [](Object& object, const Value& value) {
+        const auto state = detail::fromValue<int>(value);
+        if (state != 0 && state != 1) {
+            detail::wrongKind("0 or 1");
+        }
+        dynamic_cast<CheckBox&>(object).Value = state;
+    }}};
+constexpr std::array kOptionButton{property<&OptionButton::Value>("Value")};
 constexpr std::array kTabStrip{PropertyInfo{"SelectedItem",
                                             [](const Object& object) -> Value {
                                                 return std::int64_t{
@@ -36,22 +33,13 @@ constexpr std::array kTabStrip{PropertyInfo{"SelectedItem",
                                                 strip.SelectedItem = tab;
                                             }}};
 constexpr std::array kProgressBar{property<&ProgressBar::Value>("Value"), property<&ProgressBar::Max>("Max")};
-constexpr std::array kFrame{property<&Frame::Caption>("Caption")};
 constexpr std::array kImage{property<&Image::Shown>("Picture")};
 constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
 
 }  // namespace
 
-std::vector<std::span<const PropertyInfo>> Label::propertyTables() const {
-    return withTable<Control>(*this, kLabel);
-}
-
-std::vector<std::span<const PropertyInfo>> CommandButton::propertyTables() const {
-    return withTable<Control>(*this, kButton);
-}
-
-std::vector<std::span<const PropertyInfo>> Frame::propertyTables() const {
-    return withTable<Control>(*this, kFrame);
+std::vector<std::span<const PropertyInfo>> CaptionControl::propertyTables() const {
+    return withTable<Control>(*this, kCaption);
 }
 
 std::vector<std::span<const PropertyInfo>> Image::propertyTables() const {
@@ -59,7 +47,7 @@ std::vector<std::span<const PropertyInfo>> Image::propertyTables() const {
 }
 
 std::vector<std::span<const PropertyInfo>> CheckBox::propertyTables() const {
-    return withTable<Control>(*this, kCheckBox);
+    return withTable<CaptionControl>(*this, kCheckBox);
 }
 
 void CheckBox::press() {
@@ -86,7 +74,7 @@ void OptionButton::afterChange(const void* property) {
 }
 
 std::vector<std::span<const PropertyInfo>> OptionButton::propertyTables() const {
-    return withTable<Control>(*this, kOptionButton);
+    return withTable<CaptionControl>(*this, kOptionButton);
 }
 
 const std::string& TabStrip::tabCaption(int tab) const {

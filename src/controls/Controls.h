@@ -1,6 +1,7 @@
 // The kinds of control that the program's windows are made of.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <map>
 #include <string>
@@ -11,33 +12,40 @@
 
 namespace korvane::controls {
 
-class Label : public Control {
+// A control with words on it.
+class CaptionControl : public Control {
 public:
     using Control::Control;
+    template <std::size_t Size>
+    CaptionControl(Window& window, std::string_view name, const char (&caption)[Size]) : Control(window, name) {
+        Caption = caption;
+    }
     Property<std::string> Caption{*this};
 
-    [[nodiscard]] std::string_view kind() const override { return "label"; }
     [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
-class CommandButton : public Control {
+class Label : public CaptionControl {
 public:
-    using Control::Control;
-    Property<std::string> Caption{*this};
+    using CaptionControl::CaptionControl;
+
+    [[nodiscard]] std::string_view kind() const override { return "label"; }
+};
+
+class CommandButton : public CaptionControl {
+public:
+    using CaptionControl::CaptionControl;
 
     [[nodiscard]] std::string_view kind() const override { return "button"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
     [[nodiscard]] bool canFocus() const override { return true; }
     [[nodiscard]] bool canClick() const override { return true; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
 // Assigning another Value raises Click, as a press does.
-class CheckBox : public Control {
+class CheckBox : public CaptionControl {
 public:
-    using Control::Control;
-    Property<std::string> Caption{*this};
+    using CaptionControl::CaptionControl;
     Property<int> Value{*this};  // 0 or 1
 
     [[nodiscard]] std::string_view kind() const override { return "check box"; }
@@ -53,10 +61,9 @@ protected:
 
 // One of several that exclude each other: switching one on switches off the others in the same container, and raises
 // its Click.
-class OptionButton : public Control {
+class OptionButton : public CaptionControl {
 public:
-    using Control::Control;
-    Property<std::string> Caption{*this};
+    using CaptionControl::CaptionControl;
     Property<bool> Value{*this};
 
     [[nodiscard]] std::string_view kind() const override { return "option button"; }
@@ -145,14 +152,11 @@ protected:
 };
 
 // A titled box around other controls: setContainer(&frame) puts a control inside.
-class Frame : public Control {
+class Frame : public CaptionControl {
 public:
-    using Control::Control;
-    Property<std::string> Caption{*this};
+    using CaptionControl::CaptionControl;
 
     [[nodiscard]] std::string_view kind() const override { return "frame"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "Caption"; }
-    [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 };
 
 // A lamp or other small picture.

@@ -89,9 +89,17 @@ void Window::leave() {
 }
 
 void Window::resize(int width, int height) {
+    const bool outer = std::exchange(resizing_, true);
     Width = width;
     Height = height;
     enter(name_, [this] { Form_Resize(); });
+    resizing_ = outer;
+}
+
+void Window::afterChange(const void* property) {
+    if ((property == &Width || property == &Height) && loaded_ && !resizing_) {
+        resize(Width, Height);
+    }
 }
 
 void Window::setFocus(Control* control) {

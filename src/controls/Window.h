@@ -49,7 +49,8 @@ public:
     // For the owner: the window has been unloaded. Handlers of it may still run.
     std::function<void()> Unloaded;
 
-    // The user drags the window to a new size, in twips.
+    // The user drags the window to a new size, in twips. An assigned Width or Height of a loaded window sets off the
+    // resize event too; one inside that event sets off no other.
     void resize(int width, int height);
 
     // The control with the focus; null when none has it. Moving it raises LostFocus and GotFocus; a control that can't
@@ -98,6 +99,7 @@ protected:
     // False refuses to go.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}
+    void afterChange(const void* property) override;
     // For a window that is one for the whole run: its close box hides it, and no unload event comes.
     void hideOnClose() { hidesOnClose_ = true; }
 
@@ -110,6 +112,7 @@ private:
     Control* active_ = nullptr;
     int depth_ = 0;
     bool loaded_ = false;
+    bool resizing_ = false;
     bool hidesOnClose_ = false;
 };
 

@@ -39,14 +39,7 @@ void CommandParser::feed(std::uint8_t byte, Micros at, CommandHandler& handler) 
     lastByte_ = at;
     switch (stage_) {
         case Stage::ShortForm:
-            if (!continuesShortForm(byte)) {
-                endShortForm(at, handler);
-                begin(byte, at, handler);
-            } else if (counted_) {
-                takeLength(byte);
-            } else {
-                takeComplement(byte, at, handler);
-            }
+            takeAfterShortForm(byte, at, handler);
             break;
         case Stage::Length:
             takeLength(byte);
@@ -60,6 +53,17 @@ void CommandParser::feed(std::uint8_t byte, Micros at, CommandHandler& handler) 
         case Stage::Idle:
             begin(byte, at, handler);
             break;
+    }
+}
+
+void CommandParser::takeAfterShortForm(std::uint8_t byte, Micros at, CommandHandler& handler) {
+    if (!continuesShortForm(byte)) {
+        endShortForm(at, handler);
+        begin(byte, at, handler);
+    } else if (counted_) {
+        takeLength(byte);
+    } else {
+        takeComplement(byte, at, handler);
     }
 }
 

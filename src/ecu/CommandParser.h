@@ -48,6 +48,7 @@ private:
     void begin(std::uint8_t byte, Micros at, CommandHandler& handler);
     void endShortForm(Micros at, CommandHandler& handler);
     [[nodiscard]] bool continuesShortForm(std::uint8_t byte) const;
+    void takeAfterShortForm(std::uint8_t byte, Micros at, CommandHandler& handler);
     void takeLength(std::uint8_t byte);
     void takeBody(std::uint8_t byte);
     void takeComplement(std::uint8_t byte, Micros at, CommandHandler& handler);

@@ -9,6 +9,8 @@
 
 namespace korvane::fields {
 
+inline constexpr int kByteValues = 256;
+
 enum class Width {
     Byte,
     Word,      // 16 bits in one call; the parameter has the mark of a word

@@ -15,7 +15,6 @@ namespace {
 
 using core::checked;
 
-constexpr int kByteValues = 256;
 constexpr int kByteMask = 0xFF;
 
 template <class... Handlers>

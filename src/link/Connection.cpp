@@ -7,8 +7,10 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/tables/ModuleReg.h"
+#include "link/Commands.h"
 #include "link/W32Comms.h"
 #include "platform/DebugLog.h"
+#include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -23,9 +25,8 @@ constexpr int kRefreshStep = 25;      // ms between two rows of the list
 constexpr int kFastestRefresh = 10;   // ms, the list's first row
 constexpr int kRefreshCount = 12;
 
-constexpr std::array<std::uint8_t, 1> kLiveRequest{'x'};
-constexpr std::array<std::uint8_t, 3> kIdentityRequest{'y', 0, 0x86};
-constexpr std::array<std::uint8_t, 2> kRestart{'X', 0xA7};
+constexpr std::array<std::uint8_t, 1> kLiveRequest{kAskLiveData};
+constexpr std::array<std::uint8_t, 3> kIdentityRequest{kAskIdentity, 0, complement(kAskIdentity)};
 
 // A handler that waits lets the next frame in before its own has ended. A line that never falls silent must not stack
 // them up without end: deeper down the bytes stay in the buffer until an outer level goes on with them.
@@ -41,18 +42,6 @@ constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // More of one handler is the tuner's time, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
 
-// One more for as long as it lives.
-class Count {
-public:
-    explicit Count(int& count) : count_(count) { ++count_; }
-    Count(const Count&) = delete;
-    Count& operator=(const Count&) = delete;
-    ~Count() { --count_; }
-
-private:
-    int& count_;
-};
-
 // A remembered row of a list; 0 for what is no row of it.
 int rowOr0(std::int32_t row, const controls::ComboBox& list) {
     return row >= 0 && row < list.ListCount() ? row : 0;
@@ -67,9 +56,9 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.ComboRefresh.Click = [this] { comboRefreshClick(); };
     panel_.ComboPort.GotFocus = [this] { showPortDevices(); };
     panel_.btnConnect.Click = [this] { btnConnect_Click(); };
-    panel_.Command2.Click = [this] { panel_.MSComm1.Output(kRestart); };
-    panel_.Command3.Click = [this] { panel_.MSComm1.Output('p'); };
-    panel_.Command4.Click = [this] { panel_.MSComm1.Output('o'); };
+    panel_.Command2.Click = [this] { panel_.MSComm1.Output(shortCommand(kRestartDevice)); };
+    panel_.Command3.Click = [this] { panel_.MSComm1.Output(kAskPwmTable); };
+    panel_.Command4.Click = [this] { panel_.MSComm1.Output(kStorePwmTable); };
     panel_.Timer1.Tick = [this] { timer1Tick(); };
     panel_.TimerRequestData.Tick = [this] { sendIfOpen(kLiveRequest); };
     panel_.TimerGetSettings.Tick = [this] { sendIfOpen(kIdentityRequest); };
@@ -133,9 +122,7 @@ void Connection::btnConnect_Click() {
         if (panel_.MSComm1.PortOpen()) {
             forceBaud();
         }
-        if (loadSettings) {
-            loadSettings();
-        }
+        loadSettings();
     } catch (const platform::RuntimeError& error) {
         showConnectError(error.number(), error.what());
     }
@@ -217,12 +204,12 @@ void Connection::onComm() {
         return;
     }
     {
-        const Count deeper(receiveDepth_);
+        const platform::Deeper deeper(receiveDepth_);
         receiveAll();
     }
     // An event that this look runs, and that ends here as well, needs no look of its own.
     if (looks_ == 0) {
-        const Count looking(looks_);
+        const platform::Deeper looking(looks_);
         machine_.pump.pump();
     }
 }
@@ -304,7 +291,7 @@ platform::Micros Connection::dispatch() {
 
 void Connection::startSimulation() {
     std::array<std::uint8_t, 5> identity{1, 1, 13, 58, 11};
-    dispatcher_.DoCommand('y', identity);
+    dispatcher_.DoCommand(kIdentityFrame, identity);
     panel_.Timerofflinefeat.Enabled = false;
     panel_.TimerOffline.Enabled = true;
 }
@@ -316,7 +303,7 @@ void Connection::simulateFrame() {
     std::copy(head.begin(), head.end(), offlineFrame_.begin());
     offlineFrame_[6] = static_cast<std::uint8_t>(previous > 250 ? 2 : previous + 3);
     panel_.TimerOffline.Interval = core::toInt32(core::val(panel_.ComboRefresh.Text()));
-    dispatcher_.DoCommand('R', offlineFrame_);
+    dispatcher_.DoCommand(kLiveDataFrame, offlineFrame_);
 }
 
 }  // namespace korvane::link

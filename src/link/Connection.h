@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 
@@ -30,7 +29,7 @@ public:
     [[nodiscard]] bool closing(int useSound);
 
     // Loads the settings window, so that replies always reach it. Called behind each connect and each disconnect.
-    std::function<void()> loadSettings;
+    controls::Event<> loadSettings;
 
 private:
     void onComm();

@@ -21,17 +21,17 @@ struct ConnectionPanel {
     controls::ComboBox ComboPort{window, "ComboPort"};
     controls::ComboBox ComboBaud{window, "ComboBaud"};
     controls::ComboBox ComboRefresh{window, "ComboRefresh"};
-    controls::CommandButton btnConnect{window, "btnConnect"};
+    controls::CommandButton btnConnect{window, "btnConnect", "Connect"};
     controls::ProgressBar prgSettings{window, "prgSettings"};  // of the read of all settings
-    controls::Label lblState{window, "lblState"};
-    controls::Label lblBytesRec{window, "lblBytesRec"};
-    controls::Label lblPackets{window, "lblPackets"};
+    controls::Label lblState{window, "lblState", "Not connected"};
+    controls::Label lblBytesRec{window, "lblBytesRec", "0"};
+    controls::Label lblPackets{window, "lblPackets", "0"};
     controls::Label lblHWVer{window, "lblHWVer"};
     controls::Label lblFeatures{window, "lblFeatures"};
-    controls::CommandButton Command2{window, "Command2"};  // "Restart device"
-    controls::Frame FrameOptTest{window, "FrameOptTest"};  // "Opt test"
-    controls::CommandButton Command3{window, "Command3"};  // in FrameOptTest
-    controls::CommandButton Command4{window, "Command4"};  // in FrameOptTest
+    controls::CommandButton Command2{window, "Command2", "Restart device"};
+    controls::Frame FrameOptTest{window, "FrameOptTest", "Opt test"};
+    controls::CommandButton Command3{window, "Command3", "Command3"};  // in FrameOptTest
+    controls::CommandButton Command4{window, "Command4", "Command4"};  // in FrameOptTest
 
     controls::MSComm MSComm1{window, "MSComm1"};
     controls::Timer Timer1{window, "Timer1", true, 1000};                       // status line

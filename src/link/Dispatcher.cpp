@@ -8,6 +8,8 @@
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
+#include "link/Commands.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -127,7 +129,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 void Dispatcher::fuelFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
-    requestSecondHalf(245);
+    requestSecondHalf(kFuelMap.askSecondHalf);
     setMapCaption("Received 50% Fuel map ");
 }
 
@@ -140,7 +142,7 @@ void Dispatcher::fuelSecondHalf(Payload payload) {
 void Dispatcher::ignitionFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
     showIgnitionMap();
-    requestSecondHalf(247);
+    requestSecondHalf(kIgnitionMap.askSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {

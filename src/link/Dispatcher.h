@@ -6,11 +6,14 @@
 #include <string>
 #include <string_view>
 
-#include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "link/Frames.h"
 #include "link/Windows.h"
 #include "platform/Machine.h"
+
+namespace korvane::core {
+struct SharedTables;
+}
 
 namespace korvane::link {
 

@@ -43,6 +43,10 @@ protected:
     ~FrameHandler() = default;
 };
 
+// Those that the program makes itself while it simulates an ECU.
+inline constexpr std::uint8_t kLiveDataFrame = 'R';
+inline constexpr std::uint8_t kIdentityFrame = 'y';
+
 struct EcuFrame {
     std::uint8_t code;
     std::string_view name;
@@ -50,7 +54,7 @@ struct EcuFrame {
 };
 
 inline constexpr EcuFrame kEcuFrames[] = {
-    {'R', "live data", &FrameHandler::liveData},
+    {kLiveDataFrame, "live data", &FrameHandler::liveData},
     {170, "device started", &FrameHandler::deviceStarted},
     {'!', "alarm flash", &FrameHandler::alarmFlash},
     {'T', "EEPROM byte", &FrameHandler::eepromByte},
@@ -68,7 +72,7 @@ inline constexpr EcuFrame kEcuFrames[] = {
     {'p', "PWM cell", &FrameHandler::pwmCell},
     {'e', "settings block", &FrameHandler::settingsBlock},
     {'l', "lambda block", &FrameHandler::lambdaBlock},
-    {'y', "identity", &FrameHandler::identity},
+    {kIdentityFrame, "identity", &FrameHandler::identity},
     {'S', "ignition debug values", &FrameHandler::ignitionDebug},
 };
 

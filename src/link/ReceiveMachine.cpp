@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "link/Commands.h"
 #include "link/Frames.h"
 
 namespace korvane::link {
@@ -79,7 +80,7 @@ std::size_t ReceiveMachine::takePayload(std::span<const std::uint8_t> bytes) {
 
 void ReceiveMachine::takeComplement(std::uint8_t byte) {
     position_ = 0;
-    if (byte == static_cast<std::uint8_t>(~command_)) {
+    if (byte == complement(command_)) {
         ready_ = true;
     } else {
         command_ = 0;

@@ -113,7 +113,7 @@ private:
     platform::Micros start_;
 };
 
-EepromImage::EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom)
+EepromImage::EepromImage(FrmSarn2& window, const core::EepromShadow& tables, core::EepromAccess& eeprom)
     : window_(window), tables_(tables), eeprom_(eeprom) {
     window.btnBackup.Click = [this] { backup(); };
     window.btnUploadEEPROM.Click = [this] { upload(); };

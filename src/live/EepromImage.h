@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "core/EepromAccess.h"
-#include "core/tables/SharedTables.h"
+#include "core/tables/EepromShadow.h"
 #include "live/FrmSarn2.h"
 #include "platform/Dialogs.h"
 #include "platform/WallTime.h"
@@ -25,7 +25,7 @@ namespace korvane::live {
 // poll stands still; they are released on every way out. A main window that is closed ends either at the next byte.
 class EepromImage {
 public:
-    EepromImage(FrmSarn2& window, core::SharedTables& tables, core::EepromAccess& eeprom);
+    EepromImage(FrmSarn2& window, const core::EepromShadow& tables, core::EepromAccess& eeprom);
 
 private:
     static constexpr int kLastChecked = 1000;  // address
@@ -52,7 +52,7 @@ private:
     void tell(const std::string& text, platform::MessageIcon icon);
 
     FrmSarn2& window_;
-    core::SharedTables& tables_;
+    const core::EepromShadow& tables_;
     core::EepromAccess& eeprom_;
     std::bitset<kLastChecked + 1> heard_;  // in this backup
     bool clockWasSet_ = false;             // during it

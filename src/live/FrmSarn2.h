@@ -7,6 +7,7 @@
 #include "link/ConnectionPanel.h"
 #include "live/SarnGauge.h"
 #include "live/SarnMeter.h"
+#include "logs/LogCounts.h"
 
 namespace korvane::live {
 
@@ -18,26 +19,26 @@ public:
     controls::Event<> Load;
     controls::Event<bool&> Unload;  // the argument starts false; true keeps the window open
 
-    controls::CommandButton btnKartat{*this, "btnKartat"};
-    controls::CommandButton btnAsetukset{*this, "btnAsetukset"};
-    controls::CommandButton btnBackup{*this, "btnBackup"};
-    controls::CommandButton btnUploadEEPROM{*this, "btnUploadEEPROM"};
-    controls::CommandButton btnDatalogTrend{*this, "btnDatalogTrend"};
-    controls::CommandButton btnTuningHelp{*this, "btnTuningHelp"};
+    controls::CommandButton btnKartat{*this, "btnKartat", "Kartat"};
+    controls::CommandButton btnAsetukset{*this, "btnAsetukset", "Asetukset"};
+    controls::CommandButton btnBackup{*this, "btnBackup", "Backup EEPROM"};
+    controls::CommandButton btnUploadEEPROM{*this, "btnUploadEEPROM", "Upload EEPROM"};
+    controls::CommandButton btnDatalogTrend{*this, "btnDatalogTrend", "View datalog"};
+    controls::CommandButton btnTuningHelp{*this, "btnTuningHelp", "TuningHelper"};
     controls::ProgressBar prgEeprom{*this, "prgEeprom"};  // of an EEPROM image's backup or upload
-    controls::CommandButton Command1{*this, "Command1"};
-    controls::CommandButton Command5{*this, "Command5"};
+    controls::CommandButton Command1{*this, "Command1", "open Largemap"};
+    controls::CommandButton Command5{*this, "Command5", "Ignition debug"};
     controls::CommandButton Command6{*this, "Command6"};
-    controls::CommandButton Command7{*this, "Command7"};
-    controls::CommandButton Command8{*this, "Command8"};
+    controls::CommandButton Command7{*this, "Command7", "openIgnLim"};
+    controls::CommandButton Command8{*this, "Command8", "Command8"};
 
-    controls::Frame FrameValues{*this, "FrameValues"};                                // around the value labels
+    controls::Frame FrameValues{*this, "FrameValues", "Live values"};                 // around the value labels
     controls::ControlArray<controls::Label> lblValueName{*this, "lblValueName", 12};  // the names beside lblValue
     controls::ControlArray<controls::Label> lblValue{*this, "lblValue", 12};
-    controls::Frame FrameMux{*this, "FrameMux"};  // around the multiplexed channels
+    controls::Frame FrameMux{*this, "FrameMux", "Inputs"};  // around the multiplexed channels
     controls::ControlArray<controls::Label> lblValueMuxName{*this, "lblValueMuxName", 8};  // the channels' names
     controls::ControlArray<controls::Label> lblValueMux{*this, "lblValueMux", 8};          // channels 12 to 19
-    controls::Label lblAccel{*this, "lblAccel"};
+    controls::Label lblAccel{*this, "lblAccel", "0"};
     controls::Frame FrameLeds{*this, "FrameLeds"};
     controls::ControlArray<controls::Image> imgLed{*this, "imgLed", 16};  // top to bottom
     controls::ControlArray<controls::Label> lblLED{*this, "lblLED", 16};
@@ -46,19 +47,19 @@ public:
     SarnGauge SarnGauge3{*this, "SarnGauge3"};
     controls::PictureBox picTrend{*this, "picTrend"};
     controls::PictureBox picTrend2{*this, "picTrend2"};
-    controls::CheckBox chkSlowTrend{*this, "chkSlowTrend"};
-    controls::CheckBox chkUseSound{*this, "chkUseSound"};
+    controls::CheckBox chkSlowTrend{*this, "chkSlowTrend", "Slow trend"};
+    controls::CheckBox chkUseSound{*this, "chkUseSound", "Use Sound alarms"};
     controls::CheckBox chkDatalog{*this, "chkDatalog"};
     controls::TextBox txtDatalogFile{*this, "txtDatalogFile"};
+    logs::LogCounts logCounts;  // shown beside them
 
 protected:
     void Form_Load() override { Load(); }
     bool Form_Unload() override;
 
 private:
-    void describeButtons();
     void describeValues();
-    void placeTrends();
+    void describeInstruments();
 };
 
 }  // namespace korvane::live

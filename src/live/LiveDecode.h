@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/tables/SharedTables.h"
+#include "core/tables/LiveTable.h"
 
 namespace korvane::live {
 

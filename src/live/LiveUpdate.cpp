@@ -46,11 +46,12 @@ double numberIn(std::string_view text) {
 
 }  // namespace
 
-LiveUpdate::LiveUpdate(FrmSarn2& window, core::SharedTables& tables, link::Windows& windows, TrendSink& trends)
-    : window_(window), tables_(tables), windows_(windows), trends_(trends) {}
+LiveUpdate::LiveUpdate(FrmSarn2& window, const core::FirmwareIdentity& firmware, core::LiveTable& tables,
+                       link::Windows& windows, TrendSink& trends)
+    : window_(window), firmware_(firmware), tables_(tables), windows_(windows), trends_(trends) {}
 
 void LiveUpdate::decodeLivePacket(std::span<std::uint8_t> payload) {
-    decodeLive(payload, {tables_.HwVersion, tables_.ThrottleMin, tables_.ThrottleMax}, tables_.liveValues);
+    decodeLive(payload, {firmware_.HwVersion, tables_.ThrottleMin, tables_.ThrottleMax}, tables_.liveValues);
     updateData_new();
 }
 
@@ -147,7 +148,7 @@ void LiveUpdate::lightLamps() {
     std::int32_t liveFlags = 0;
     skippingErrors([&] { liveFlags = core::toInt32(value(channelOfLamps())); });
     for (int n = 0; n < window_.imgLed.count(); ++n) {
-        const bool lit = (liveFlags & tables_.BitMask[static_cast<std::size_t>(n)]) != 0;
+        const bool lit = (liveFlags & firmware_.BitMask[static_cast<std::size_t>(n)]) != 0;
         window_.imgLed(n).Shown = lit ? controls::Picture::Green : controls::Picture::Grey;
     }
 }

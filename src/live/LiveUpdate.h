@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <span>
 
-#include "core/tables/SharedTables.h"
+#include "core/tables/FirmwareIdentity.h"
+#include "core/tables/LiveTable.h"
 #include "link/Windows.h"
 #include "live/ChannelTable.h"
 #include "live/FrmSarn2.h"
+#include "logs/RowWriter.h"
 
 namespace korvane::live {
 
@@ -29,17 +31,12 @@ public:
     virtual void addValues(float lambda, float cell, float rpm, float load) = 0;
 };
 
-// Writes one row of the datalog for each frame.
-class RowWriter {
-public:
-    virtual ~RowWriter() = default;
-
-    virtual void writeLiveRow() = 0;
-};
+using logs::RowWriter;
 
 class LiveUpdate : public link::LiveDecoder {
 public:
-    LiveUpdate(FrmSarn2& window, core::SharedTables& tables, link::Windows& windows, TrendSink& trends);
+    LiveUpdate(FrmSarn2& window, const core::FirmwareIdentity& firmware, core::LiveTable& tables,
+               link::Windows& windows, TrendSink& trends);
 
     // Who else takes each frame; null for nobody.
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
@@ -72,7 +69,8 @@ private:
     [[nodiscard]] double sampleOf(LiveChannel channel) const;
 
     FrmSarn2& window_;
-    core::SharedTables& tables_;
+    const core::FirmwareIdentity& firmware_;
+    core::LiveTable& tables_;
     link::Windows& windows_;
     TrendSink& trends_;
     InjectionAnalyser* analyser_ = nullptr;

@@ -18,6 +18,9 @@ constexpr int kValuesLeft = 2 * kGap + kColumn;
 constexpr int kValuesTop = 3600;
 constexpr int kTrendsLeft = 6000;
 constexpr int kStatusLeft = 15400;
+constexpr int kTrendWidth = 9000;  // until a view has a size for it
+constexpr int kTrendHeight = 3600;
+constexpr int kDialSize = 2700;
 
 void place(Control& control, int left, int top, int width, int height) {
     control.Left = left;
@@ -72,22 +75,23 @@ void placeValues(FrmSarn2& window) {
     }
 }
 
-// The dials are as high as their type says: only their places are set here.
+// The dials are as high as their type says.
 void placeInstruments(FrmSarn2& window) {
+    window.SarnGauge3.Height = kDialSize;
     int left = kValuesLeft;
     for (Control* control :
          std::initializer_list<Control*>{&window.SarnMeterRpm, &window.SarnMeterboost, &window.SarnGauge3}) {
         control->Left = left;
         control->Top = kInstrumentsTop;
-        left += control->Width + kGap;
+        control->Width = kDialSize;
+        left += kDialSize + kGap;
     }
     place(window.lblAccel, left, kInstrumentsTop, kColumn, kLine);
 }
 
 void placeTrends(FrmSarn2& window) {
-    window.picTrend.Left = window.picTrend2.Left = kTrendsLeft;
-    window.picTrend.Top = 3400;
-    window.picTrend2.Top = 6900;
+    place(window.picTrend, kTrendsLeft, 3400, kTrendWidth, kTrendHeight);
+    place(window.picTrend2, kTrendsLeft, 6900, kTrendWidth, kTrendHeight);
     int left = kTrendsLeft;
     for (Control* control : std::initializer_list<Control*>{&window.chkSlowTrend, &window.chkUseSound,
                                                             &window.chkDatalog, &window.txtDatalogFile}) {

@@ -4,30 +4,24 @@
 #include <array>
 #include <cmath>
 
-#include "core/Numbers.h"
-
 namespace korvane::live {
 
 namespace {
 
-using controls::Object;
-using controls::property;
-using controls::PropertyInfo;
-using controls::Value;
-
 constexpr double kRadiansPerUnit = 0.04712388975;  // 2.7 degrees
 constexpr double kStartAngle = 2.3561944875;       // 135 degrees
 
-const SarnGauge& gauge(const Object& object) {
+const SarnGauge& gauge(const controls::Object& object) {
     return dynamic_cast<const SarnGauge&>(object);
 }
 
 constexpr std::array kProperties{
-    PropertyInfo{"value", [](const Object& object) -> Value { return std::int64_t{gauge(object).value()}; },
-                 [](Object& object, const Value& value) {
-                     dynamic_cast<SarnGauge&>(object).setValue(controls::detail::fromValue<int>(value));
-                 }},
-    property<&SarnGauge::Caption>("Caption"),
+    controls::PropertyInfo{
+        "value", [](const controls::Object& object) -> controls::Value { return std::int64_t{gauge(object).value()}; },
+        [](controls::Object& object, const controls::Value& value) {
+            dynamic_cast<SarnGauge&>(object).setValue(controls::detail::fromValue<int>(value));
+        }},
+    controls::property<&SarnGauge::Caption>("Caption"),
 };
 
 }  // namespace
@@ -35,10 +29,8 @@ constexpr std::array kProperties{
 void SarnGauge::setValue(int value) {
     value_ = std::clamp(value, 0, kTickCount);
     if (value_ != lastValue_) {
-        number_.assign(core::numberText(value_).view());
-        ++redraws_;
         lastValue_ = value_;
-        changed(faceProperty());
+        redrawWith(value_);
     }
 }
 
@@ -63,7 +55,7 @@ DialPoint SarnGauge::pointAt(double value, double radius) {
     return {(std::cos(angle) * radius + 1) / 2, (std::sin(angle) * radius + 1) / 2};
 }
 
-std::vector<std::span<const PropertyInfo>> SarnGauge::propertyTables() const {
+std::vector<std::span<const controls::PropertyInfo>> SarnGauge::propertyTables() const {
     return controls::withTable<Control>(*this, kProperties);
 }
 

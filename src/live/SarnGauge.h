@@ -6,9 +6,9 @@
 namespace korvane::live {
 
 // Shows 0 to 100; values outside are clamped.
-class SarnGauge : public controls::Control {
+class SarnGauge : public Instrument {
 public:
-    using Control::Control;
+    using Instrument::Instrument;
 
     controls::Property<std::string> Caption{*this, "Name"};
     // The caption on the face: an empty Caption leaves the one before.
@@ -27,8 +27,6 @@ public:
     // One up, and from above 99 back to 0.
     void step();
 
-    [[nodiscard]] int redraws() const { return redraws_; }
-    [[nodiscard]] const std::string& number() const { return number_; }
     [[nodiscard]] DialPoint pointerTip() const { return pointAt(value_, kOuterRadius); }
 
     static constexpr int kTickCount = 100;
@@ -39,9 +37,7 @@ public:
     [[nodiscard]] static DialLine endLine() { return {{0.5, 0.5}, pointAt(kTickCount, kOuterRadius)}; }
 
     [[nodiscard]] std::string_view kind() const override { return "gauge"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
-    [[nodiscard]] const void* faceProperty() const { return &value_; }
 
 protected:
     void afterChange(const void* property) override;
@@ -53,8 +49,6 @@ private:
 
     int value_ = 0;
     int lastValue_ = 0;
-    int redraws_ = 0;
-    std::string number_ = "0";
     std::string shownCaption_ = "Name";
 };
 

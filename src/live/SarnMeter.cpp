@@ -50,7 +50,7 @@ constexpr std::array kProperties{
 }  // namespace
 
 SarnMeter::SarnMeter(controls::Window& window, std::string_view name, std::optional<int> index)
-    : Control(window, name, index),
+    : Instrument(window, name, index),
       pump_(window.machine().pump),
       timerHigh_(pump_.makeAlarm([this] { timerHighTick(); })) {
     needle_ = peakLine_ = lineAt(0);
@@ -135,15 +135,13 @@ DialLine SarnMeter::lineAt(double degrees) const {
 }
 
 void SarnMeter::redraw() {
-    number_.assign(core::numberText(value_).view());
     needle_ = lineAt(position_);
     if (position_ >= peak_) {
         peak_ = core::toInt16(position_);
         peakLine_ = lineAt(peak_);
         hold_ = kPeakHoldTicks;
     }
-    ++redraws_;
-    changed(faceProperty());
+    redrawWith(value_);
 }
 
 void SarnMeter::timerHighTick() {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "controls/Control.h"
+#include "live/Instrument.h"
 #include "platform/EventPump.h"
 
 namespace korvane::live {
@@ -26,7 +26,7 @@ struct DialLine {
 
 // Values are clamped to Min..Max; positions are degrees clockwise from MinPos. Writing the value that is shown already
 // redraws nothing. The peak marker waits ten ticks of 50 ms and then falls a degree a tick until it meets the needle.
-class SarnMeter : public controls::Control {
+class SarnMeter : public Instrument {
 public:
     SarnMeter(controls::Window& window, std::string_view name, std::optional<int> index = {});
 
@@ -45,11 +45,9 @@ public:
     [[nodiscard]] int MeterType() const { return type_; }
     void setMeterType(int type);
 
-    [[nodiscard]] double position() const { return position_; }          // needle, degrees from MinPos
-    [[nodiscard]] int peakPosition() const { return peak_; }             // marker, whole degrees
-    [[nodiscard]] int peakHold() const { return hold_; }                 // ticks before the marker falls
-    [[nodiscard]] int redraws() const { return redraws_; }               // how often the face was drawn anew
-    [[nodiscard]] const std::string& number() const { return number_; }  // the value as text
+    [[nodiscard]] double position() const { return position_; }  // needle, degrees from MinPos
+    [[nodiscard]] int peakPosition() const { return peak_; }     // marker, whole degrees
+    [[nodiscard]] int peakHold() const { return hold_; }         // ticks before the marker falls
     [[nodiscard]] const DialLine& needle() const { return needle_; }
     [[nodiscard]] const DialLine& peakLine() const { return peakLine_; }
 
@@ -61,10 +59,7 @@ public:
     void readProperties(const PropertyBag& bag);
 
     [[nodiscard]] std::string_view kind() const override { return "dial"; }
-    [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
-    // Told to observers when needle, marker or number change.
-    [[nodiscard]] const void* faceProperty() const { return &value_; }
 
 protected:
     void afterChange(const void* property) override;
@@ -80,8 +75,6 @@ private:
     int peak_ = 0;
     int hold_ = 0;
     int type_ = 0;
-    int redraws_ = 0;
-    std::string number_ = "0";
     DialLine needle_;
     DialLine peakLine_;
     platform::EventPump& pump_;

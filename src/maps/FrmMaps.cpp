@@ -1,3 +1,4 @@
+// Continues MapForm: the ordinary map window, whose frames take turns in one place.
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
 
@@ -5,17 +6,14 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr MapVariant kVariant{
-    .title = {"frmMaps", "Korvane Tuner, Maps "},
-    .geometry = kOrdinaryMaps,
-    .scale = &ordinaryInjectionScale,
-    .halves = Halves::One,
-    .ignitionPointing = Pointing::Keys,
-    .traceCaption = "Trace map route",
-};
+constexpr MapVariant kVariant{{"frmMaps", "Korvane Tuner, Maps "},
+                              kOrdinaryMaps,
+                              &ordinaryInjectionScale,
+                              Halves::One,
+                              Pointing::Keys,
+                              "Trace map route"};
 
-// Where things stand that are moved away and back, twips.
-constexpr int kAway = -20000;
+// Where things stand while they are in sight, twips.
 constexpr int kFirstButton = 4000;
 constexpr int kSecondButton = 6000;
 constexpr int kFrameTop = 3600;

@@ -1,3 +1,6 @@
+// Continues MapForm: the window of the large maps, whose frames are pages of a tab strip.
+#include <array>
+
 #include "maps/Frm3Dmap.h"
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
@@ -6,35 +9,34 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr MapVariant kVariant{
-    .title = {"frmMaps_Large", "Korvane Tuner, Maps, Large "},
-    .geometry = kLargeMaps,
-    .scale = &largeInjectionScale,
-    .halves = Halves::Two,
-    .ignitionPointing = Pointing::KeysAndMouse,
-    .traceCaption = "Trace map",
-};
+constexpr MapVariant kVariant{{"frmMaps_Large", "Korvane Tuner, Maps, Large "},
+                              kLargeMaps,
+                              &largeInjectionScale,
+                              Halves::Two,
+                              Pointing::KeysAndMouse,
+                              "Trace map"};
 
-constexpr int kPages = 4;
-constexpr int kPageLeft = 50;  // twips, of the page on show
-constexpr int kPageTop = 350;
-constexpr int kAway = -20000;
-constexpr int kPageWidth = 11200;
-constexpr int kPageHeight = 5000;
+constexpr std::array kPageCaptions{"Fuel", "Ignition", "PWM", "Injection analyser"};
+
+// Of the page on show, twips.
+struct Place {
+    int left, top, width, height;
+};
+constexpr Place kPage{50, 350, 11200, 5000};
 
 }  // namespace
 
 FrmMaps_Large::FrmMaps_Large(platform::Machine& machine, const MapContext& mapContext)
     : MapForm(machine, mapContext, kVariant),
       TabStrip1(*this, "TabStrip1"),
-      picOptions(*this, "picOptions", kPages),
+      picOptions(*this, "picOptions", static_cast<int>(kPageCaptions.size())),
       chkFocusOnMAP(*this, "chkFocusOnMAP") {
     chkFocusOnMAP.Caption = "Lock focus";
     int page = 0;
     for (auto* frame : {&FrameFuel, &FrameIgn, &FramePWM, &FrameInjAnalys}) {
         frame->setContainer(&picOptions(page++));
     }
-    for (const auto* caption : {"Fuel", "Ignition", "PWM", "Injection analyser"}) {
+    for (const auto* caption : kPageCaptions) {
         TabStrip1.addTab(caption);
     }
     TabStrip1.Click = [this] { showPage(); };
@@ -42,9 +44,9 @@ FrmMaps_Large::FrmMaps_Large(platform::Machine& machine, const MapContext& mapCo
 
 void FrmMaps_Large::arrangePanes() {
     for (auto& page : picOptions) {
-        page.Top = kPageTop;
-        page.Width = kPageWidth;
-        page.Height = kPageHeight;
+        page.Top = kPage.top;
+        page.Width = kPage.width;
+        page.Height = kPage.height;
     }
     TabStrip1.SelectedItem = 1;
 }
@@ -52,7 +54,7 @@ void FrmMaps_Large::arrangePanes() {
 void FrmMaps_Large::showPage() {
     for (int i = 0; i < picOptions.count(); ++i) {
         const bool shown = i + 1 == TabStrip1.SelectedItem;
-        picOptions(i).Left = shown ? kPageLeft : kAway;
+        picOptions(i).Left = shown ? kPage.left : kAway;
         picOptions(i).Enabled = shown;
     }
 }

@@ -4,8 +4,8 @@
 
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
+#include "maps/MapHelp.h"
 #include "maps/grid/Selection.h"
-#include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
 namespace korvane::maps {
@@ -15,18 +15,12 @@ namespace {
 constexpr int kWidth = 1340 * 15;  // twips; fits a laptop of 1366 by 768
 constexpr int kHeight = 690 * 15;
 
-constexpr const char* kHelp =
-    "Valitse haluamasi 'laatikko', josta lähtien haluat vaihtaa arvoja.\r\n"
-    "Paina Ctrl-painike pohjaan ja valitse toinen laatikko, johon asti haluat muuttaa arvoja.\r\n"
-    "Valittu alue muuttui vihreäksi.\r\n"
-    "Seuraavaksi voit käyttää seuraavia nappeja muuttaaksesi valitsemiasi arvoja: \r\n"
-    "+ : kasvata kaikkia arvoja  \r\n"
-    "- : pienennä kaikkia arvoja \r\n"
-    "a : muuta kaikki arvot ensimmäsenä olevaksi arvoksi \r\n"
-    "l : linearisoi alue, linearisoidaan ensimmöisen ja viimisen arvon väli suoraksi\r\n"
-    "Injection Analyzer: Laskee lambdan keskiarvoa kussakin karttan paikassa (AFR).\r\n"
-    "Tuning Agent:       Aktiivisesti korjaa kartan arvoja analysoinnin perusteella.\r\n"
-    "Modify lambda setpoints: Muutetaan lambdan tavoitearvoja. max teho ~12.0. ";
+constexpr MiscCaptions kMiscCaptions{
+    .bits = {"Enable PWM", "Enable Choke", "Enable StartHelp", "Enable Injection", "Enable Accel pump",
+             "Enable Ignition", "", "", "Enable Voltage", "Enable Lambda", "Enable motor brake", "Enable Launch/ALS",
+             "", "", "Enable SHift light", "Enable RPM limit"},
+    .receiving = "Getting data from Sarnex!",
+};
 
 // The order in which scripts see the controls, grid by grid and button by button across the panes.
 constexpr std::array<std::string_view, 48> kControlOrder{"FrameFuel",
@@ -82,7 +76,7 @@ constexpr std::array<std::string_view, 48> kControlOrder{"FrameFuel",
 
 MapForm::MapForm(platform::Machine& machine, const MapContext& mapContext, const MapVariant& variant)
     : PaneWindow(machine, mapContext, variant.title, variant.geometry),
-      MiscPane(ground()),
+      MiscPane(ground(), kMiscCaptions),
       FuelPane(ground(), variant.scale, variant.halves, txtMisc(kInjectionOffset)),
       IgnitionPane(ground(), variant.halves, variant.ignitionPointing),
       PwmPane(ground()),
@@ -100,7 +94,7 @@ MapForm::MapForm(platform::Machine& machine, const MapContext& mapContext, const
         context().frm3Dmap.open();
     };
     btnHelp.Caption = "Ohje";
-    btnHelp.Click = [this] { showHelp(); };
+    btnHelp.Click = [this] { showMapHelp(this->machine().dialogs); };
 }
 
 std::vector<std::span<const controls::PropertyInfo>> MapForm::propertyTables() const {
@@ -133,10 +127,6 @@ void MapForm::setSetpointToolTip(int cell, std::string_view text) {
     if (analys.geometry.has(cell)) {
         analys(cell).ToolTipText = text;
     }
-}
-
-void MapForm::showHelp() {
-    machine().dialogs.show({"Ohje ", kHelp, platform::MessageIcon::Information});
 }
 
 }  // namespace korvane::maps

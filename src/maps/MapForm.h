@@ -22,6 +22,9 @@ struct MapVariant {
     std::string_view traceCaption;
 };
 
+// Where a frame or a page stands that is out of sight, twips.
+inline constexpr int kAway = -20000;
+
 // The order of the panes is that of the first reads: misc, fuel, ignition, PWM.
 class MapForm : public PaneWindow,
                 public MiscPane,
@@ -52,9 +55,6 @@ protected:
 
     // Before the 3D view opens. The ordinary window leaves the view's sizes as they are, also those of a large one.
     virtual void prepare3D() {}
-
-private:
-    void showHelp();
 };
 
 // The window of the 160-cell maps: ignition, PWM and analyser take turns in one place.

@@ -5,7 +5,6 @@
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
 #include "live/Lamps.h"
-#include "live/MainLayout.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -30,21 +29,28 @@ Program::Program(platform::Machine& machine)
       dispatcher_(machine, frmSarn2_, tables_, windows_),
       connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
-      liveUpdate_(frmSarn2_, tables_, windows_, trends_),
+      liveUpdate_(frmSarn2_, tables_, tables_, windows_, trends_),
+      logWriter_(machine, tables_, frmSarn2_.chkDatalog, frmSarn2_.txtDatalogFile, frmSarn2_.logCounts),
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
       mapWindows_(machine, mapContext_, windows_),
+      readoutWindows_(machine, tables_),
+      logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
     dispatcher_.setLiveDecoder(liveUpdate_);
     liveUpdate_.setAnalyser(&analyser_);
+    liveUpdate_.setRowWriter(&logWriter_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.Command6.Click = [this] { readoutWindows_.openBigText(); };
+    frmSarn2_.Command8.Click = [this] { readoutWindows_.openMeter(); };
+    frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
@@ -80,7 +86,6 @@ void Program::mainWindowLoad() {
     tables_.HwVersion = core::kAssumedHwVersion;
     core::InitTimeUnits(tables_);
     connection_.fillLists();
-    layOutControls(frmSarn2_);
     layOutLamps(frmSarn2_, machine_.screen.Height);
     frmSarn2_.Width = kMainWidth;
     frmSarn2_.Height = kMainHeight;
@@ -96,19 +101,15 @@ void Program::mainWindowLoad() {
 }
 
 void Program::nameChannels() {
-    constexpr std::size_t kFirstMultiplexed = 12;
     for (int i = 0; i < frmSarn2_.lblValueMuxName.count(); ++i) {
-        frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[kFirstMultiplexed + static_cast<std::size_t>(i)].name;
+        frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[core::indexOf(core::inputChannel(i))].name;
     }
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.Command5, &frmSarn2_.Command6, &frmSarn2_.Command7,
-                         &frmSarn2_.Command8}) {
+    for (auto* button : {&frmSarn2_.Command5, &frmSarn2_.Command7}) {
         button->Enabled = false;
     }
-    frmSarn2_.chkDatalog.Enabled = false;
-    frmSarn2_.txtDatalogFile.Enabled = false;
 }
 
 void Program::openPowerCalc() {
@@ -126,10 +127,12 @@ void Program::mainWindowUnload(bool& stays) {
         shelf_.unloadAll();
         frmMisc_.leave();
         frm3Dmap_.leave();
+        readoutWindows_.unloadAll();
+        logViewer_.unload();
     }
     ended_ = !stays;
-    if (ended_ && endedHandler_) {
-        endedHandler_();
+    if (ended_) {
+        Ended();
     }
 }
 

@@ -1,9 +1,6 @@
 // The program: owner of the shared tables and the windows, and what connects them.
 #pragma once
 
-#include <functional>
-#include <utility>
-
 #include "analysis/clsInjAnalyser.h"
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
@@ -13,11 +10,15 @@
 #include "live/EepromImage.h"
 #include "live/FrmSarn2.h"
 #include "live/LiveUpdate.h"
+#include "logs/LogWriter.h"
+#include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/LogViewer.h"
 #include "program/MapWindows.h"
+#include "program/ReadoutWindows.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -35,8 +36,7 @@ public:
     // Closes the main window as its close box does, and returns when the program has ended.
     void quit();
     [[nodiscard]] bool ended() const { return ended_; }
-    // Called when the main window goes.
-    void setEndedHandler(std::function<void()> handler) { endedHandler_ = std::move(handler); }
+    controls::Event<> Ended;  // the main window has gone
 
     [[nodiscard]] core::SharedTables& tables() { return tables_; }
     [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
@@ -44,11 +44,16 @@ public:
     [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
     [[nodiscard]] link::Connection& connection() { return connection_; }
     [[nodiscard]] link::Windows& windows() { return windows_; }
+    [[nodiscard]] logs::LogWriter& logWriter() { return logWriter_; }
+    // The reader of the open log viewer; null while there is none. The viewer's owner sets it.
+    logs::clsTXTdata* clsTXTdata = nullptr;
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
+    [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
 private:
     void mainWindowLoad();
@@ -68,14 +73,16 @@ private:
     link::Connection connection_;
     trend::MainTrends trends_;
     live::LiveUpdate liveUpdate_;
+    logs::LogWriter logWriter_;
     analysis::clsInjAnalyser analyser_;
     maps::Frm3Dmap frm3Dmap_;
     maps::FrmInjScale frmInjScale_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
+    ReadoutWindows readoutWindows_;
+    LogViewer logViewer_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
-    std::function<void()> endedHandler_;
 };
 
 }  // namespace korvane::program

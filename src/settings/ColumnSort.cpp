@@ -1,6 +1,7 @@
 #include "settings/ColumnSort.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -48,42 +49,37 @@ std::string padded(const std::string& number, std::size_t width) {
     return std::string(width - std::min(width, number.size()), '0') + number;
 }
 
+// Sets the members to three whole numbers: the first of at most so many digits, the others of two. False for other
+// parts; some members may be set then.
+bool setParts(platform::WallTime& moment, const std::array<int platform::WallTime::*, 3>& members,
+              const std::vector<std::string_view>& parts, std::size_t mostOfFirst) {
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        const auto number = parts.size() == members.size() ? partOf(parts[i], i == 0 ? mostOfFirst : 2) : std::nullopt;
+        if (!number) {
+            return false;
+        }
+        moment.*members[i] = *number;
+    }
+    return true;
+}
+
 bool setDate(std::string_view text, platform::WallTime& moment) {
+    using platform::WallTime;
     const bool yearFirst = text.find('-') != std::string_view::npos;
     auto parts = split(text, yearFirst ? '-' : '.');
     if (!yearFirst) {
         std::reverse(parts.begin(), parts.end());
     }
-    if (parts.size() != 3 || parts[0].size() != 4) {
-        return false;
-    }
-    const auto year = partOf(parts[0], 4);
-    const auto month = partOf(parts[1], 2);
-    const auto day = partOf(parts[2], 2);
-    if (!year || !month || !day) {
-        return false;
-    }
-    moment.year = *year;
-    moment.month = *month;
-    moment.day = *day;
-    return true;
+    return parts[0].size() == 4 && setParts(moment, {&WallTime::year, &WallTime::month, &WallTime::day}, parts, 4);
 }
 
 bool setTime(std::string_view text, platform::WallTime& moment) {
-    const auto parts = split(text, ':');
-    if (parts.size() != 2 && parts.size() != 3) {
-        return false;
+    using platform::WallTime;
+    auto parts = split(text, ':');
+    if (parts.size() == 2) {
+        parts.push_back("0");
     }
-    const auto hour = partOf(parts[0], 2);
-    const auto minute = partOf(parts[1], 2);
-    const auto second = parts.size() == 3 ? partOf(parts[2], 2) : std::optional(0);
-    if (!hour || !minute || !second) {
-        return false;
-    }
-    moment.hour = *hour;
-    moment.minute = *minute;
-    moment.second = *second;
-    return true;
+    return setParts(moment, {&WallTime::hour, &WallTime::minute, &WallTime::second}, parts, 2);
 }
 
 // A moment that is in no calendar, such as the 30th of February, comes back as another one.

@@ -1,12 +1,12 @@
 #include "settings/FrmMisc.h"
 
-#include <array>
 #include <limits>
 #include <string>
 
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/files/SettingsFile.h"
+#include "link/Commands.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"
@@ -22,9 +22,6 @@ constexpr int kBesideMain = 600;  // twips, right of and below the main window's
 constexpr int kAccelBit = 4;      // of the feature word
 constexpr int kVoltBit = 8;
 constexpr int kLambdaBit = 9;
-
-constexpr std::uint8_t kThrottleClosed = '(';
-constexpr std::uint8_t kThrottleOpen = ')';
 
 constexpr const char* kLaunchHelp =
     "Launch: Enabloi Launch kartta sivulta, aseta Lauch rpm limit. Launch voidaan laittaa kytkeytymään pois viiveen "
@@ -54,8 +51,8 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
     tbsOptions.Click = [this] { tbsOptions_Click(); };
     btnLoad.Click = [this] { fullRead_.run(); };
     btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };
-    btn0thr.Click = [this] { calibrateThrottle(kThrottleClosed); };
-    btn100thr.Click = [this] { calibrateThrottle(kThrottleOpen); };
+    btn0thr.Click = [this] { calibrateThrottle(link::kThrottleIsClosed); };
+    btn100thr.Click = [this] { calibrateThrottle(link::kThrottleIsOpen); };
     btnLaunchHelp.Click = [this] { btnLaunchHelp_Click(); };
     TimeOutTimer.Tick = [this] {
         if (TimeOutCount < std::numeric_limits<std::int16_t>::max()) {
@@ -155,8 +152,7 @@ void FrmMisc::loadFile(const std::string& path) {
 
 // The ECU takes the throttle's present value by itself. A closed port is the serial control's own failure.
 void FrmMisc::calibrateThrottle(std::uint8_t command) {
-    const std::array<std::uint8_t, 2> bytes{command, static_cast<std::uint8_t>(~command & 0xFF)};
-    trapped("", [&] { context_.connection.MSComm1.Output(bytes); });
+    trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
 }
 
 void FrmMisc::btnLaunchHelp_Click() {

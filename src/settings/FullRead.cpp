@@ -1,5 +1,6 @@
 #include "settings/FullRead.h"
 
+#include "link/Commands.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
 #include "settings/FullReadPlan.h"
@@ -9,7 +10,6 @@ namespace korvane::settings {
 namespace {
 
 constexpr int kFirstPause = 30;  // ms
-constexpr std::uint8_t kReadBlock = 'e';
 
 }  // namespace
 
@@ -27,7 +27,7 @@ void FullRead::requestBlock() {
     pump.wait(kFirstPause);
     pump.pump();
     if (context_.connection.MSComm1.PortOpen()) {
-        context_.connection.MSComm1.Output(kReadBlock);
+        context_.connection.MSComm1.Output(link::kAskSettingsBlock);
     }
     pump.pump();
     pump.wait(kFullReadPause);

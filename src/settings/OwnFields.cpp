@@ -11,7 +11,6 @@ namespace {
 using core::SharedTables;
 using fields::Own;
 
-constexpr int kByteValues = 256;
 constexpr int kNibble = 4;
 
 bool bit(const SharedTables& tables, std::int32_t value, int number) {
@@ -121,7 +120,7 @@ Own shownSetpointLow(MiscControls& window) {
 Own shownSetpointHigh(MiscControls& window) {
     auto& box = window.txtIdleValveSetpoint;
     const auto show = [&](std::int32_t value) {
-        showNumber(box, core::val(box.Text.get()) + double{kByteValues} * value);
+        showNumber(box, core::val(box.Text.get()) + double{fields::kByteValues} * value);
     };
     return {show, {}};
 }

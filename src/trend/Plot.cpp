@@ -107,24 +107,38 @@ void Plot::drawRightScale() {
     }
 }
 
-void Plot::drawRowLine(double rowsFromTheRight, std::string_view label) {
-    const double x = frame_.right - rowsFromTheRight / scale_.maxX * frame_.width();
+double Plot::placeOf(double rows) const {
+    const double distance = rows / scale_.maxX * frame_.width();
+    return scale_.ToRight ? frame_.left + distance : frame_.right - distance;
+}
+
+void Plot::drawRowLine(double rows, std::string_view label) {
+    const double x = placeOf(rows);
     surface_->line(pointAt(x, frame_.top), pointAt(x, frame_.bottom), controls::kDarkGrey);
-    surface_->text(pointAt(x - kLabelShift, frame_.bottom + kLabelShift), label, controls::kWhite);
+    if (!label.empty()) {
+        surface_->text(pointAt(x - kLabelShift, frame_.bottom + kLabelShift), label, controls::kWhite);
+    }
 }
 
 void Plot::drawFrame() {
     surface_->box(pointAt(frame_.left, frame_.top), pointAt(frame_.right, frame_.bottom), kFrameColor);
 }
 
+void Plot::drawNote(int height, std::string_view words) {
+    surface_->text(pointAt(legendLeft_, frame_.bottom - height), words, controls::kWhite);
+}
+
 void Plot::drawLegend(std::string_view name, std::string_view below, int series) {
     surface_->text(pointAt(legendLeft_, legendTop_), name, colorOf(series));
-    surface_->text(pointAt(legendLeft_, legendTop_ + kLegendLineStep), below, colorOf(series));
+    if (!below.empty()) {
+        surface_->text(pointAt(legendLeft_, legendTop_ + kLegendLineStep), below, colorOf(series));
+    }
     legendTop_ += kLegendStep;
 }
 
 void Plot::drawSeries(const PlotColumn& column, int series) {
-    const auto rows = std::min(column.firstRow + column.values.size(), static_cast<std::size_t>(scale_.maxX) + 1);
+    const auto rows =
+        std::min(column.firstRow + column.values.size(), static_cast<std::size_t>(std::max(scale_.maxX, 0)) + 1);
     if (rows <= column.firstRow) {
         return;
     }
@@ -158,9 +172,10 @@ std::span<const std::int16_t> Plot::placesOf(std::size_t rows) {
     if (places_.size() < rows) {
         places_.resize(rows);
     }
-    const double step = static_cast<double>(frame_.width()) / scale_.maxX;
+    const double step = static_cast<double>(frame_.width()) / scale_.maxX * (scale_.ToRight ? 1 : -1);
+    const double edge = scale_.ToRight ? frame_.left : frame_.right;
     for (std::size_t i = placed_; i < rows; ++i) {
-        places_[i] = rounded(frame_.right - static_cast<double>(static_cast<int>(i)) * step);
+        places_[i] = rounded(edge + static_cast<double>(static_cast<int>(i)) * step);
     }
     placed_ = std::max(placed_, rows);
     return std::span(places_).first(rows);

@@ -25,11 +25,12 @@ inline constexpr std::int16_t kUsualMaxX = 600;
 [[nodiscard]] int scaleFor(int peak, int maxY);
 
 struct PlotScale {
-    int maxY;         // value at the top, not 0
-    int minY;         // negative: a tenth of the plot's height is kept free below zero
-    int Resolution;   // steps of the value grid, not 0
-    int maxX;         // rows across the plot, not 0
-    bool ShowLimits;  // other colours
+    int maxY;              // value at the top, not 0
+    int minY;              // negative: a tenth of the plot's height is kept free below zero
+    int Resolution;        // steps of the value grid, not 0
+    int maxX;              // rows across the plot, not 0
+    bool ShowLimits;       // other colours
+    bool ToRight = false;  // rows run from the left edge rightwards
 };
 
 // Where the plot stands on its surface, twips.
@@ -41,8 +42,8 @@ struct PlotFrame {
     [[nodiscard]] double zero() const { return bottom + zeroLift; }
 };
 
-// The values of one series, of any length, lent for a draw. The first stands `firstRow` rows left of the right edge,
-// the others follow to the left.
+// The values of one series, of any length, lent for a draw. The first stands `firstRow` rows from the edge at which
+// rows begin, the right one by default; the others follow.
 struct PlotColumn {
     std::span<const double> values;
     std::size_t firstRow = 0;
@@ -59,12 +60,15 @@ public:
     void drawValueGrid();
     // Labels from 0 to 100 right of the frame.
     void drawRightScale();
-    // A line across all values with a label under it.
-    void drawRowLine(double rowsFromTheRight, std::string_view label);
+    // A line across all values, so many rows from the edge at which rows begin, with a label under it that may be
+    // empty.
+    void drawRowLine(double rows, std::string_view label);
     void drawFrame();
-    // The next name of the legend and the line below it.
+    // A line of text beside the plot, so far above its lower edge.
+    void drawNote(int height, std::string_view words);
+    // The next name of the legend and the line below it, which may be empty.
     void drawLegend(std::string_view name, std::string_view below, int series);
-    // Values outside the plot are drawn at its edges; rows beyond the left edge are left out.
+    // Values outside the plot are drawn at its edges; rows beyond the other edge are left out.
     void drawSeries(const PlotColumn& column, int series);
 
     [[nodiscard]] const PlotFrame& frame() const { return frame_; }
@@ -72,6 +76,7 @@ public:
     [[nodiscard]] controls::Color colorOf(int series) const;
 
 private:
+    [[nodiscard]] double placeOf(double rows) const;
     // The x of each row, the same for all series; made when a series first needs it.
     [[nodiscard]] std::span<const std::int16_t> placesOf(std::size_t rows);
     void levelsOf(std::span<const double> values, std::span<std::int16_t> levels) const;

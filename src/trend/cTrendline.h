@@ -27,8 +27,6 @@ public:
 private:
     void draw(const TrendTable& table, bool rightScale);
     void scaleTo(const TrendTable& table);
-    void drawMinutes();
-    void drawLine(const TrendTable& table, int series);
 
     Plot plot_;
 };

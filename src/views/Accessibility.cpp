@@ -8,6 +8,7 @@
 #include "views/maps/MapGridSpeech.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/charts/PictureView.h"
+#include "views/widgets/values/BigFigures.h"
 #include "views/widgets/values/Dial.h"
 #include "views/widgets/values/Gauge.h"
 #include "views/widgets/values/Lamp.h"
@@ -38,6 +39,9 @@ private:
         if (const auto* readout = dynamic_cast<const Readout*>(widget())) {
             return readout->text();
         }
+        if (const auto* figures = dynamic_cast<const BigFigures*>(widget())) {
+            return figures->text();
+        }
         if (const auto* lamp = dynamic_cast<const Lamp*>(widget())) {
             return lamp->picture() == controls::Picture::Grey ? QStringLiteral("off") : QStringLiteral("on");
         }
@@ -53,7 +57,7 @@ QAccessibleInterface* speak(const QString&, QObject* object) {
     const auto spoken = [&](QAccessible::Role role) {
         return std::make_unique<Spoken>(qobject_cast<QWidget*>(object), role).release();
     };
-    if (dynamic_cast<Readout*>(object) != nullptr) {
+    if (dynamic_cast<Readout*>(object) != nullptr || dynamic_cast<BigFigures*>(object) != nullptr) {
         return spoken(QAccessible::StaticText);
     }
     if (dynamic_cast<Lamp*>(object) != nullptr) {

@@ -1,12 +1,15 @@
 #include "views/Views.h"
 
 #include "views/Accessibility.h"
+#include "views/dashboard/BigTextView.h"
 #include "views/dashboard/MainView.h"
+#include "views/dashboard/MeterView.h"
 #include "views/maps/InjScaleView.h"
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
 #include "views/performance/PowerCalcView.h"
 #include "views/settings/MiscView.h"
+#include "views/trend/TrendView.h"
 
 namespace korvane::views {
 
@@ -19,6 +22,9 @@ void addViews(ViewHost& host) {
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<PowerCalcView, performance::FrmPowerCalc>("frmPowerCalc");
     host.add<MiscView, settings::FrmMisc>("frmMisc");
+    host.add<BigTextView, live::FrmBigText>("frmBigText");
+    host.add<MeterView, live::FrmMeter>("frmMeter");
+    host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 
 }  // namespace korvane::views

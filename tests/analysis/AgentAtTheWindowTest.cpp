@@ -1,6 +1,7 @@
 // The agent and frmMaps together: what a correction looks like at the window and on the line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "AnalysisBench.h"
 #include "maps/Frm3Dmap.h"
@@ -45,14 +46,13 @@ protected:
         }
         analyser_.CellStats.at(static_cast<std::size_t>(cell)).LoadOffsetAvg = loadOffset;
     }
-    Bytes sent() const {
-        Bytes bytes;
-        for (const auto& arrival : machine_.recorder.arrivals) {
-            bytes.push_back(arrival.byte);
-        }
-        return bytes;
-    }
+    Bytes sent() { return machine_.recorder.takeBytes(); }
     int map(std::size_t cell) const { return tables_.FuelMapOut.at(cell); }
+    void expectMap(const std::map<std::size_t, int>& counts) const {
+        for (const auto& [cell, count] : counts) {
+            EXPECT_EQ(map(cell), count) << cell;
+        }
+    }
 
     maps::Frm3Dmap frm3Dmap_{machine_.machine, tables_};
     maps::FrmInjScale frmInjScale_{machine_.machine, tables_};
@@ -98,12 +98,7 @@ TEST_F(AgentAtTheWindow, ABlockThatTheTunerHoldsTakesTheKey) {
     gather(20);
     maps_.chkUseTuningAgent.press();
     machine_.pump.wait(kFirstTick + 2 * kCorrection);
-    EXPECT_EQ(map(20), 56);
-    EXPECT_EQ(map(98), 86);
-    EXPECT_EQ(map(99), 87);
-    EXPECT_EQ(map(100), 87);
-    EXPECT_EQ(map(101), 87);
-    EXPECT_EQ(map(102), 86);
+    expectMap({{20, 56}, {98, 86}, {99, 87}, {100, 87}, {101, 87}, {102, 86}});
 }
 
 // The share of cell 150 goes to cell 166, which the window has not got.
@@ -114,10 +109,7 @@ TEST_F(AgentAtTheWindow, TheLastRowIsCorrectedLikeAnyOther) {
     tables_.FuelMapOut[0] = 64;  // for the smoothing: 8 above the row below
     maps_.chkUseTuningAgent.press();
     machine_.pump.wait(kFirstTick + 4 * kCorrection);
-    EXPECT_EQ(map(150), 105);
-    EXPECT_EQ(map(155), 105);
-    EXPECT_EQ(map(166), 110);
-    EXPECT_EQ(map(16), 60);
+    expectMap({{150, 105}, {155, 105}, {166, 110}, {16, 60}});
     EXPECT_EQ(analyser_.CellStats[150].LoadOffsetAvg, 0.0F);
     EXPECT_EQ(maps_.chkOnlineChanges.Value.get(), 0);
     EXPECT_THAT(machine_.log.lines, IsEmpty());

@@ -7,9 +7,10 @@
 
 #include "analysis/clsInjAnalyser.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "support/ErrorOf.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::analysis {
 

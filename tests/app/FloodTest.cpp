@@ -9,16 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "app/RealProgram.h"
 #include "ecu/server/Pty.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "program/Program.h"
-#include "support/TempFolder.h"
-#include "support/VirtualProgram.h"
-#include "views/Views.h"
 
 namespace korvane::app {
 namespace {
@@ -69,39 +61,23 @@ private:
 class FloodedWindows : public testing::TestWithParam<std::pair<const char*, Bytes>> {
 protected:
     FloodedWindows() {
-        views::addViews(views_);
-        program_.connection().loadSettings = [this] {
-            program_.frmMisc().load();
-            program_.frmMisc().TimerInitialGetData.Enabled = false;
-        };
-        program_.start();
-        program_.connectTo(1);
-        program_.frmSarn2().btnKartat.press();
-        EXPECT_TRUE(program_.frmSarn2().MSComm1.PortOpen());
+        real_.program.connectTo(1);
+        real_.program.frmSarn2().btnKartat.press();
+        EXPECT_TRUE(real_.program.frmSarn2().MSComm1.PortOpen());
     }
 
-    support::TempFolder folder_;
     ecu::Pty pty_;
-    platform::QtPump pump_;
-    platform::QtSerialLine line_{
-        pump_, platform::PortMap(pump_, {{1, pty_.slavePath()}}, [] { return std::vector<platform::FoundPort>(); })};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windows_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, folder_.path(), '.', {}};
-    program::Program program_{machine_};
-    views::ViewHost views_{windows_};
+    RealProgram real_{1, pty_.slavePath()};
 };
 
 TEST_P(FloodedWindows, ArePaintedTenTimesASecond) {
     const Restless window;
-    const auto begin = pump_.now();
+    const auto begin = real_.pump.now();
     {
         const Flood flood(pty_, GetParam().second);
-        pump_.wait(700);
+        real_.pump.wait(700);
     }
-    const auto seconds = static_cast<double>(pump_.now() - begin) / 1e6;
+    const auto seconds = static_cast<double>(real_.pump.now() - begin) / 1e6;
     EXPECT_GE(window.pictures, 10 * seconds);
     EXPECT_LE(seconds, 5);
 }

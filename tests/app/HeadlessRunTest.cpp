@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,15 +19,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-std::vector<std::string> lines(const std::string& text) {
-    std::istringstream stream(text);
-    std::vector<std::string> all;
-    for (std::string line; std::getline(stream, line);) {
-        all.push_back(line);
-    }
-    return all;
-}
 
 class HeadlessRun : public testing::Test {
 protected:
@@ -52,7 +42,7 @@ TEST_F(HeadlessRun, TellsTheIdentityAndLiveValuesOfTheVirtualEcu) {
             {"--ecu", "type=11"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
-    EXPECT_THAT(lines(outcome.output),
+    EXPECT_THAT(linesOf(outcome.output),
                 ElementsAre("ok", "ok", "ok", "ok \"Korvane Tuner v1.3 by Dulmer  Korvane3 full engine control\"",
                             "ok \"COM3; 57600 Connected\"",
                             "error frmSarn2.lblValue(0) has no property Text (a label has Caption)"));
@@ -85,7 +75,7 @@ TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
             "get frmSarn2.lblHWVer.Caption\n"
             "get SWType\n",
             {"--ecu", "none"});
-    const auto replies = lines(outcome.output);
+    const auto replies = linesOf(outcome.output);
     ASSERT_EQ(replies.size(), 8U);
     EXPECT_EQ(replies[1], "ok \"520602ad\"");  // the settings window asks for the lambda sensor's type
     EXPECT_EQ(replies[3], "ok \"78\"");        // one poll
@@ -101,12 +91,12 @@ TEST_F(HeadlessRun, EndsWithTheMainWindowAndKeepsTheChoices) {
             "click frmSarn2.btnConnect\nclose frmSarn2\nwait 1100\nget frmSarn2.Caption\n",
             {"--ecu", "type=11"});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(lines(outcome.output), ElementsAre("ok", "ok", "ok", "ok", "ok", "ok"));
+    EXPECT_THAT(linesOf(outcome.output), ElementsAre("ok", "ok", "ok", "ok", "ok", "ok"));
     const auto again =
         run("get frmSarn2.ComboPort.ListIndex\nget frmSarn2.ComboBaud.Text\nget frmSarn2.chkUseSound.Value\n"
             "get useSound\n",
             {"--ecu", "type=11"});
-    EXPECT_THAT(lines(again.output), ElementsAre("ok 4", "ok \"230400\"", "ok 1", "ok true"));
+    EXPECT_THAT(linesOf(again.output), ElementsAre("ok 4", "ok \"230400\"", "ok 1", "ok true"));
 }
 
 TEST_F(HeadlessRun, SaysWhatIsWrongWithAnOptionInOneLine) {
@@ -128,7 +118,7 @@ TEST_F(HeadlessRun, SaysWhatIsWrongWithAnOptionInOneLine) {
         }
         const auto outcome = runProgram("korvane-tuner", arguments);
         EXPECT_EQ(outcome.status, 2) << bad.front();
-        EXPECT_EQ(lines(outcome.errors).size(), 1U) << outcome.errors;
+        EXPECT_EQ(linesOf(outcome.errors).size(), 1U) << outcome.errors;
         EXPECT_EQ(outcome.output, "");
     }
 }
@@ -149,7 +139,7 @@ TEST(DisplayRun, IsNotHeldUpByAMessageBoxThatNobodyCanAnswer) {
         runProgram("korvane-tuner", {"--console", "--folder", folder.path().string(), "--ecu", "type=11"},
                    "messages\nscreenshot frmSarn2 " + picture + "\nget frmSarn2.Visible\nquit\n");
     EXPECT_EQ(outcome.status, 0);
-    const auto replies = lines(outcome.output);
+    const auto replies = linesOf(outcome.output);
     ASSERT_EQ(replies.size(), 4U) << outcome.output << outcome.errors;
     EXPECT_THAT(replies[0], HasSubstr("Settings_par.ini file not found."));
     EXPECT_EQ(replies[1], "ok");
@@ -170,7 +160,7 @@ TEST(RealRun, TalksToTheVirtualEcuOverAPseudoTerminal) {
                                     "wait 1800\nget frmSarn2.lblState.Caption\n"
                                     "get SWType\nget frmSarn2.isConnected\n");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(lines(outcome.output),
+    EXPECT_THAT(linesOf(outcome.output),
                 ElementsAre("ok", "ok", "ok", "ok", "ok", "ok", "ok \"COM2; 230400 Connected\"", "ok 11", "ok true"));
     EXPECT_THAT(folder.read("trace"), HasSubstr(" < 52\n"));
 }
@@ -185,7 +175,7 @@ TEST(RealRun, ALineInThePreferencesFixesAPort) {
                                     "wait 300\nchoose frmSarn2.ComboPort 8\nchoose frmSarn2.ComboBaud 3\n"
                                     "click frmSarn2.btnConnect\nset frmMisc.TimerInitialGetData.Enabled false\n"
                                     "wait 1800\nget frmSarn2.lblState.Caption\nget SWType\n");
-    EXPECT_THAT(lines(outcome.output),
+    EXPECT_THAT(linesOf(outcome.output),
                 ElementsAre("ok", "ok", "ok", "ok", "ok", "ok", "ok \"COM9; 57600 Connected\"", "ok 11"));
     EXPECT_THAT(folder.read("preferences.ini"), HasSubstr("COM9=" + port));
 }

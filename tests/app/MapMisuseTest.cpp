@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -40,12 +39,8 @@ std::vector<std::string> repliesAtMaps(const std::string& script) {
         "korvane-tuner", {"--headless", "--virtual-time", "--folder", folder.path().string(), "--ecu", "none"},
         opening + script);
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
-    std::istringstream stream(outcome.output);
-    std::vector<std::string> replies;
-    for (std::string line; std::getline(stream, line);) {
-        EXPECT_THAT(line, StartsWith("ok")) << "reply " << replies.size();
-        replies.push_back(line);
-    }
+    auto replies = linesOf(outcome.output);
+    EXPECT_THAT(replies, Each(StartsWith("ok")));
     replies.erase(replies.begin(), replies.begin() + std::min<std::ptrdiff_t>(9, std::ssize(replies)));
     return replies;
 }

@@ -1,7 +1,6 @@
 // The tuner's story at the map window as a script: read, raise a block, send, save, close, open, load, compare.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -25,12 +24,8 @@ protected:
             runProgram("korvane-tuner",
                        {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
         EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        std::istringstream stream(outcome.output);
-        std::vector<std::string> replies;
-        for (std::string line; std::getline(stream, line);) {
-            EXPECT_FALSE(line.starts_with("error")) << line;
-            replies.push_back(line);
-        }
+        const auto replies = linesOf(outcome.output);
+        EXPECT_THAT(replies, testing::Each(testing::Not(testing::StartsWith("error"))));
         return replies;
     }
     static int number(const std::string& reply) { return std::stoi(reply.substr(3)); }

@@ -59,6 +59,12 @@ protected:
             }
         }
     }
+    void halveFuel(maps::MapForm& opener) {
+        tables.FuelMapIn.fill(100);
+        tables.FuelMapOut.fill(100);
+        rescale(opener);
+        EXPECT_EQ(tables.FuelMapOut[17], 50);
+    }
 };
 
 TEST_F(MapWindowsTest, FourteenFifteenAnd213HaveLargeMaps) {
@@ -148,20 +154,14 @@ TEST_F(MapWindowsTest, WhenTheKnownOneGoesNoneIsAndTheAgentStops) {
 TEST_F(MapWindowsTest, InjectorsAreRescaledOnFrmMapsAlsoBelowAnotherWindow) {
     auto& ordinary = openFor(11);
     auto& large = openLarge();
-    tables.FuelMapIn.fill(100);
-    tables.FuelMapOut.fill(100);
-    rescale(large);
-    EXPECT_EQ(tables.FuelMapOut[17], 50);
+    halveFuel(large);
     EXPECT_EQ(ordinary.fuel(17).ForeColor.get(), kBlue);
     EXPECT_NE(large.fuel(17).ForeColor.get(), kBlue);
 }
 
 TEST_F(MapWindowsTest, WithoutFrmMapsNoWindowShowsTheRescaledMap) {
     auto& large = openLarge();
-    tables.FuelMapIn.fill(100);
-    tables.FuelMapOut.fill(100);
-    rescale(large);
-    EXPECT_EQ(tables.FuelMapOut[17], 50);
+    halveFuel(large);
     EXPECT_NE(large.fuel(17).ForeColor.get(), kBlue);
     EXPECT_THAT(names(), ElementsAre("frmMaps_Large"));
     EXPECT_THAT(log.lines, IsEmpty());

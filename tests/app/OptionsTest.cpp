@@ -71,8 +71,9 @@ TEST(OptionsTest, EachOptionIsRead) {
 }
 
 TEST(OptionsTest, TheLastOneCountsAndPortsAddUp) {
+    const support::TempFolder folder;
     const Options options =
-        parsed({"--decimal", "no", "--folder", "/no/such/folder", "--ecu", "type=1", "--port", "COM1=/dev/a=b",
+        parsed({"--decimal", "no", "--folder", folder.nowhere().string(), "--ecu", "type=1", "--port", "COM1=/dev/a=b",
                 "--port", "COM2=/dev/b", "--port", "COM1=/dev/c", "--ecu", "none", "--decimal", ".", "--folder", "/"});
     EXPECT_EQ(options.decimal, '.');
     EXPECT_EQ(options.ecu, "none");
@@ -82,7 +83,7 @@ TEST(OptionsTest, TheLastOneCountsAndPortsAddUp) {
 
 TEST(OptionsTest, UnknownOptionsAndMissingValuesAreTold) {
     EXPECT_EQ(failure({"--headles"}), "unknown option \"--headles\"; --help lists them all");
-    EXPECT_EQ(failure({"--headless", "file.txt"}), "unknown option \"file.txt\"; --help lists them all");
+    EXPECT_EQ(failure({"--headless", "-x"}), "unknown option \"-x\"; --help lists them all");
     EXPECT_EQ(failure({"--a\nb"}), "unknown option \"--a?b\"; --help lists them all");
     EXPECT_EQ(failure({"--folder"}), "--folder needs a value");
     EXPECT_EQ(failure({"--trace", "--headless"}), "--trace needs a value");
@@ -100,10 +101,33 @@ TEST(OptionsTest, BadValuesAreTold) {
     EXPECT_EQ(failure({"--port", "COM1="}),
               "--port needs a port and its device, such as COM3=/dev/ttyUSB0, not \"COM1=\"");
     EXPECT_EQ(failure({"--ecu", ""}), "--ecu needs none or KEY=VALUE,...");
-    EXPECT_EQ(failure({"--folder", "/no/such/folder"}), "there is no folder \"/no/such/folder\"");
+    const support::TempFolder folder;
+    const auto missing = folder.nowhere().string();
+    EXPECT_EQ(failure({"--folder", missing}), "there is no folder \"" + missing + "\"");
     EXPECT_EQ(failure({"--folder", "/dev/null"}), "there is no folder \"/dev/null\"");
-    EXPECT_EQ(failure({"--script", "/no/such/file"}), "there is no file \"/no/such/file\"");
+    EXPECT_EQ(failure({"--script", missing}), "there is no file \"" + missing + "\"");
     EXPECT_EQ(failure({"--script", "/"}), "there is no file \"/\"");
+}
+
+TEST(OptionsTest, AWordThatIsNoOptionIsALog) {
+    const support::TempFolder folder;
+    folder.write("one.txt", "");
+    folder.write("two.txt", "");
+    const auto one = (folder.path() / "one.txt").string();
+    const auto two = (folder.path() / "two.txt").string();
+    EXPECT_FALSE(parsed({"--headless"}).log);
+    const Options options = parsed({one, "--headless", "--decimal", ","});
+    EXPECT_EQ(options.log, one);
+    EXPECT_TRUE(options.headless);
+    EXPECT_EQ(options.decimal, ',');
+    EXPECT_EQ(parsed({"--console", one, two}).log, two) << "the last one counts";
+    EXPECT_NE(optionsHelp().find("[FILE.txt]"), std::string_view::npos);
+}
+
+TEST(OptionsTest, ALogMustBeAFile) {
+    for (const auto* text : {"no-such-file.txt", "/", "/dev/null", ""}) {
+        EXPECT_EQ(failure({text}), "there is no file \"" + std::string(text) + "\"");
+    }
 }
 
 TEST(OptionsTest, NowMustBeAMomentOfTheCalendar) {
@@ -124,7 +148,8 @@ TEST(OptionsTest, VirtualTimeNeedsHeadlessAndAnEcu) {
 
 TEST(OptionsTest, HelpAndVersionComeBeforeAllElse) {
     EXPECT_TRUE(parsed({"--nonsense", "--help"}).help);
-    EXPECT_TRUE(parsed({"--folder", "/no/such/folder", "--version"}).version);
+    const support::TempFolder folder;
+    EXPECT_TRUE(parsed({"--folder", folder.nowhere().string(), "--version"}).version);
     for (const auto* option :
          {"--headless", "--console", "--script", "--virtual-time", "--now", "--ecu", "--port", "--connect", "--folder",
           "--preferences", "--decimal", "--trace", "--version", "--help"}) {

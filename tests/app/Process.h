@@ -18,6 +18,8 @@ struct Outcome {
 [[nodiscard]] Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments,
                                  const std::string& input = {}, const std::function<void()>& prepare = {});
 
+[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
+
 // The end for writing of a pipe that nobody reads. The caller closes it.
 [[nodiscard]] int brokenPipe();
 

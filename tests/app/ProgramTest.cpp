@@ -277,8 +277,11 @@ TEST(ProgramEnd, ADestroyedProgramLeavesTheMachineUsable) {
         program.start();
         program.connectTo(1);
     }
-    EXPECT_NO_THROW(machine.pump.wait(5000));
+    const auto before = machine.pump.milliseconds();
+    machine.pump.wait(5000);
+    EXPECT_EQ(machine.pump.milliseconds(), before + 5000);
     EXPECT_THAT(machine.windows.loaded(), IsEmpty());
+    EXPECT_THAT(machine.log.lines, IsEmpty());
 }
 
 }  // namespace

@@ -10,34 +10,15 @@
 #include <string>
 
 #include "app/Process.h"
-#include "controls/MSComm.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "program/Program.h"
+#include "app/RealProgram.h"
 #include "qt/Until.h"
 #include "support/TempFolder.h"
-#include "views/Views.h"
 
 namespace korvane::app {
 
 class RealWindows : public testing::Test {
 protected:
-    RealWindows()
-        : ecu_("korvane-ecu", {"--pty", port(), "--with-parent"}),
-          line_(pump_, platform::PortMap(pump_, {{2, port()}}, [] { return std::vector<platform::FoundPort>(); })),
-          machine_{pump_, line_, dialogs_, preferences_, log_, windows_, folder_.path(), '.', {}},
-          program_(machine_),
-          views_(windows_) {
-        views::addViews(views_);
-        // Without the read that follows a load: it takes twenty seconds, here by the real clock.
-        program_.connection().loadSettings = [this] {
-            program_.frmMisc().load();
-            program_.frmMisc().TimerInitialGetData.Enabled = false;
-        };
-        program_.start();
+    RealWindows() : ecu_("korvane-ecu", {"--pty", port(), "--with-parent"}), real_(2, port()) {
         auto* const view = views_.viewOf(window_);
         view->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(view));
@@ -63,17 +44,16 @@ protected:
     }
 
     support::TempFolder folder_;
-    platform::QtPump pump_;
     BackgroundProgram ecu_;
-    platform::QtSerialLine line_;
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windows_;
-    platform::Machine machine_;
-    program::Program program_;
+    RealProgram real_;
+    platform::QtPump& pump_ = real_.pump;
+    platform::QueuedDialogs& dialogs_ = real_.below.dialogs;
+    platform::MemoryPreferences& preferences_ = real_.below.preferences;
+    platform::MemoryLog& log_ = real_.below.log;
+    controls::WindowList& windows_ = real_.below.windows;
+    program::Program& program_ = real_.program;
     live::FrmSarn2& window_ = program_.frmSarn2();
-    views::ViewHost views_;
+    views::ViewHost& views_ = real_.views;
 };
 
 }  // namespace korvane::app

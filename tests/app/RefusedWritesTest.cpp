@@ -5,7 +5,6 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -26,9 +25,8 @@ const std::string kNoReplies = "korvane-tuner: replies can't be written: ";
 
 // Those that the program has written itself, and not the toolkit.
 std::string ownLines(const std::string& errors) {
-    std::istringstream lines(errors);
     std::string own;
-    for (std::string line; std::getline(lines, line);) {
+    for (const auto& line : linesOf(errors)) {
         own += line.starts_with("korvane-tuner: ") ? line + '\n' : "";
     }
     return own;

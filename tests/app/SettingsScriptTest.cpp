@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,15 +17,6 @@ using support::TempFolder;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::istringstream stream(text);
-    std::vector<std::string> all;
-    for (std::string line; std::getline(stream, line);) {
-        all.push_back(line);
-    }
-    return all;
-}
 
 // What a tuner does at one group of settings, and what its boxes show when they have been read again.
 struct Group {

@@ -19,128 +19,182 @@ using testing::IsEmpty;
 constexpr int kReadTakes = 30 + 600 + 133 * 150;
 constexpr int kTransit = 10;  // of the block on the line, at most
 
-// What the two windows look like at some moment.
-struct Look {
-    bool bar;
-    int value;
-    int paintings;
+class FullReadStory : public SettingsStory {
+protected:
+    FullReadStory() { connectAndOpen(); }
+
+    // By the button, and in the time that the plan takes.
+    void readAll() {
+        const int began = now();
+        press("btnLoad");
+        EXPECT_GE(now() - began, kReadTakes);
+        EXPECT_LE(now() - began, kReadTakes + kTransit);
+    }
+    void expectReadEnded() {
+        EXPECT_EQ(misc_.Caption.get(), "Receiving data from target device!:  Received 100%");
+        EXPECT_TRUE(polls());
+        EXPECT_EQ(main_.TimerRequestData.Interval, 10);
+        EXPECT_THAT(messages(), IsEmpty());
+    }
 };
 
-TEST_F(SettingsStory, AFullReadShowsItselfAndLeavesTheWindowsUsable) {
-    connectAndOpen();
-    auto& bar = find<QProgressBar>(misc_, "prgLoad");
-    auto& mainBar = find<QProgressBar>(main_, "prgSettings");
-    const views::PaintCounter status(find(misc_, "status"));
-    const views::PaintCounter trend(find(main_, "picTrend"));
-    std::vector<Look> looks;
-    const auto look = [&] {
-        EXPECT_EQ(mainBar.isVisible(), bar.isVisible());
-        EXPECT_EQ(mainBar.value(), bar.value());
-        looks.push_back({bar.isVisible(), bar.value(), status.count()});
+// What the two windows look like at some moments of a read.
+class VisibleReadStory : public FullReadStory {
+protected:
+    struct Look {
+        bool bar;
+        int value;
+        int paintings;
     };
-    in(1000, look);
-    in(5000, look);
-    in(6000, [&] {
+
+    void look() {
+        EXPECT_EQ(mainBar_.isVisible(), bar_.isVisible());
+        EXPECT_EQ(mainBar_.value(), bar_.value());
+        looks_.push_back({bar_.isVisible(), bar_.value(), status_.count()});
+    }
+    void typeOnAnotherPage() {
         chooseTab(5);
         EXPECT_TRUE(find(misc_, "picOptions(4)").isVisible());
         EXPECT_FALSE(find(misc_, "picOptions(0)").isVisible());
         EXPECT_FALSE(find(misc_, "txtInjAdv(0)").isVisible());
         type("txtNTC1", "99");
         EXPECT_EQ(shown("txtNTC1"), "99");
-    });
-    in(6000 + 2 * kBeat, [&] {
-        const QPoint middle = find(misc_, "txtNTC1").mapTo(views_.viewOf(misc_), QPoint(2, 2));
-        EXPECT_EQ(views_.viewOf(misc_)->childAt(middle), &find(misc_, "txtNTC1"));
-    });
-    in(10000, look);
-    in(15000, look);
-    looks.push_back({bar.isVisible(), bar.value(), status.count()});
-    main_.TimerRequestData.Enabled = false;
-    host_.pump.wait(kBeat);  // the last answer of the fast poll has come
-    const int began = now();
-    const auto received = main_.bytesReceived;
-    press("btnLoad");
-    EXPECT_GE(now() - began, kReadTakes);
-    EXPECT_LE(now() - began, kReadTakes + kTransit);
-    const auto all = main_.bytesReceived - received;
-    host_.pump.wait(2 * kBeat);
-    looks.push_back({bar.isVisible(), bar.value(), status.count()});
-
-    std::vector<bool> bars(looks.size());
-    std::transform(looks.begin(), looks.end(), bars.begin(), [](const Look& each) { return each.bar; });
-    EXPECT_THAT(bars, ElementsAre(false, true, true, true, true, false));
-    for (std::size_t i = 2; i < 5; ++i) {
-        EXPECT_GT(looks[i].value, looks[i - 1].value);
-        EXPECT_GT(looks[i].paintings, looks[i - 1].paintings) << "the caption has changed";
     }
-    EXPECT_EQ(bar.maximum(), 130);
-    EXPECT_GT(trend.count(), 4) << "the main window paints too";
+    void expectInFront(const std::string& name) {
+        const QPoint middle = find(misc_, name).mapTo(views_.viewOf(misc_), QPoint(2, 2));
+        EXPECT_EQ(views_.viewOf(misc_)->childAt(middle), &find(misc_, name));
+    }
+    // Without the fast poll, whose last answer has come. What the read receives.
+    double readWithoutPoll() {
+        main_.TimerRequestData.Enabled = false;
+        host_.pump.wait(kBeat);
+        const auto before = main_.bytesReceived;
+        readAll();
+        return main_.bytesReceived - before;
+    }
+    // The first look is before the read, the last behind it.
+    void expectProgress() const {
+        std::vector<bool> bars(looks_.size());
+        std::transform(looks_.begin(), looks_.end(), bars.begin(), [](const Look& each) { return each.bar; });
+        EXPECT_THAT(bars, ElementsAre(false, true, true, true, true, false));
+        for (std::size_t i = 2; i < 5; ++i) {
+            EXPECT_GT(looks_.at(i).value, looks_.at(i - 1).value);
+            EXPECT_GT(looks_.at(i).paintings, looks_.at(i - 1).paintings) << "the caption has changed";
+        }
+        EXPECT_EQ(bar_.maximum(), 130);
+    }
+
+    QProgressBar& bar_ = find<QProgressBar>(misc_, "prgLoad");
+    QProgressBar& mainBar_ = find<QProgressBar>(main_, "prgSettings");
+    views::PaintCounter status_{find(misc_, "status")};
+    views::PaintCounter trend_{find(main_, "picTrend")};
+    std::vector<Look> looks_;
+};
+
+TEST_F(VisibleReadStory, AFullReadShowsItselfAndLeavesTheWindowsUsable) {
+    look();
+    for (const int moment : {1000, 5000, 10000, 15000}) {
+        in(moment, [this] { look(); });
+    }
+    in(6000, [this] { typeOnAnotherPage(); });
+    in(6000 + 2 * kBeat, [this] { expectInFront("txtNTC1"); });
+    const auto received = readWithoutPoll();
+    host_.pump.wait(2 * kBeat);
+    look();
+    expectProgress();
+    EXPECT_GT(trend_.count(), 4) << "the main window paints too";
     // The block, 128 bytes and two words; and from the block on a poll each 500 ms: 39 live frames.
-    EXPECT_EQ(all, 22 + 128 * 6 + 2 * 7 + 39 * 22);
+    EXPECT_EQ(received, 22 + 128 * 6 + 2 * 7 + 39 * 22);
     EXPECT_EQ(shown("txtNTC1"), "22") << "what was typed before its reply came is gone";
-    EXPECT_EQ(misc_.Caption.get(), "Receiving data from target device!:  Received 100%");
-    EXPECT_TRUE(polls());
-    EXPECT_EQ(main_.TimerRequestData.Interval, 10);
-    EXPECT_THAT(messages(), IsEmpty());
+    expectReadEnded();
 }
 
-TEST_F(SettingsStory, ValuesOfEveryKindAreChangedSavedAndReadAgain) {
-    connectAndOpen();
-    const auto before = eeprom();
+// Values of every kind, page by page.
+class ChangedValuesStory : public FullReadStory {
+protected:
+    void changeIgnition() {
+        chooseTab(1);
+        type("txtIdleAdv(2)", "78");
+        save("btnSaveIdleAdv");
+        press("txtchargetime");
+        key(Qt::Key_Plus);
+        key(Qt::Key_Plus);
+        EXPECT_EQ(shown("txtchargetime"), "3.54");
+        save("btnSaveChargeTime");
+        type("txtMotorBrakeLow", "1700");
+        save("btnSaveMotorbrake");
+    }
+    void changeInjection() {
+        chooseTab(2);
+        press("txtVolt(0)");
+        key(Qt::Key_Left);
+        key(Qt::Key_Up);
+        key(Qt::Key_Up);
+        EXPECT_EQ(shown("txtVolt(3)"), "0.2778");
+        save("btnSaveVolt");
+        press("txtAccel(0)");
+        key(Qt::Key_Left);
+        key(Qt::Key_Minus);
+        EXPECT_EQ(shown("txtAccel(9)"), "0.0972");
+        save("btnAccel");
+        EXPECT_TRUE(polls());
+    }
+    void changeOutputsAndSensors() {
+        chooseTab(3);
+        press("OptionPWM1(2)");
+        save("btnPWMmode");
+        type("txtIdleValveSetpoint", "1100");
+        save("btnSaveIdleValve");
+        chooseTab(4);
+        press("optLambdaType(1)");
+        save("btnSaveLambdaType");
+        chooseTab(5);
+        save("btn0thr");
+    }
+    void changeFlagsAndWarnings() {
+        chooseTab(6);
+        press("chkMisc2(3)");
+        save("btnSaveMisc3");
+        chooseTab(7);
+        type("txtVolt1Warning", "15");
+        type("txtColdRPMlimit", "4700");
+        save("btnSaveWarnings");
+    }
+    void changeLaunch() {
+        chooseTab(8);
+        type("txtLaunchcontrol", "5000");
+        press("txtALS_fuel");
+        key(Qt::Key_Plus);
+        find(misc_, "Combolaunchmode").setFocus();
+        key(Qt::Key_Down);
+        save("btnSaveALSsettings");
+    }
+    void readAgain() {
+        for (auto* box :
+             {&misc_.txtIdleAdv(2), &misc_.txtMotorBrakeLow, &misc_.txtIdleValveSetpoint, &misc_.txtLaunchcontrol}) {
+            box->Text = "";
+        }
+        press("btnLoad");
+        host_.pump.wait(2 * kBeat);
+    }
+    void expectNewValuesOnShow() {
+        const std::vector<std::pair<std::string, std::string>> boxes{
+            {"txtIdleAdv(2)", "78"},   {"txtchargetime", "3.54"},   {"txtMotorBrakeLow", "1700"},
+            {"txtVolt(3)", "0.2778"},  {"txtAccel(9)", "0.0972"},   {"txtIdleValveSetpoint", "1100"},
+            {"txtVolt1Warning", "16"}, {"txtColdRPMlimit", "4700"}, {"txtLaunchcontrol", "5000"},
+            {"txtALS_fuel", "20"}};
+        for (const auto& [box, text] : boxes) {
+            EXPECT_EQ(shown(box), text) << box;
+        }
+        for (const char* button : {"OptionPWM1(2)", "optLambdaType(1)", "chkMisc2(3)"}) {
+            EXPECT_TRUE(find<QAbstractButton>(misc_, button).isChecked()) << button;
+        }
+        EXPECT_EQ(misc_.lblMINTHR.Caption.get(), "41");
+        EXPECT_EQ(misc_.Combolaunchmode.ListIndex, 3);
+    }
 
-    chooseTab(1);
-    type("txtIdleAdv(2)", "78");
-    save("btnSaveIdleAdv");
-    press("txtchargetime");
-    key(Qt::Key_Plus);
-    key(Qt::Key_Plus);
-    EXPECT_EQ(shown("txtchargetime"), "3.54");
-    save("btnSaveChargeTime");
-    type("txtMotorBrakeLow", "1700");
-    save("btnSaveMotorbrake");
-
-    chooseTab(2);
-    press("txtVolt(0)");
-    key(Qt::Key_Left);
-    key(Qt::Key_Up);
-    key(Qt::Key_Up);
-    EXPECT_EQ(shown("txtVolt(3)"), "0.2778");
-    save("btnSaveVolt");
-    press("txtAccel(0)");
-    key(Qt::Key_Left);
-    key(Qt::Key_Minus);
-    EXPECT_EQ(shown("txtAccel(9)"), "0.0972");
-    save("btnAccel");
-    EXPECT_TRUE(polls());
-
-    chooseTab(3);
-    press("OptionPWM1(2)");
-    save("btnPWMmode");
-    type("txtIdleValveSetpoint", "1100");
-    save("btnSaveIdleValve");
-
-    chooseTab(4);
-    press("optLambdaType(1)");
-    save("btnSaveLambdaType");
-    chooseTab(5);
-    save("btn0thr");
-    chooseTab(6);
-    press("chkMisc2(3)");
-    save("btnSaveMisc3");
-    chooseTab(7);
-    type("txtVolt1Warning", "15");
-    type("txtColdRPMlimit", "4700");
-    save("btnSaveWarnings");
-
-    chooseTab(8);
-    type("txtLaunchcontrol", "5000");
-    press("txtALS_fuel");
-    key(Qt::Key_Plus);
-    find(misc_, "Combolaunchmode").setFocus();
-    key(Qt::Key_Down);
-    save("btnSaveALSsettings");
-
-    const std::map<int, int> changed{
+    // Address and byte.
+    const std::map<int, int> changed_{
         {1, 0x14 + 8},                           // and antilag
         {13, 177},                               // charge time
         {359, 7},                                // 8 less a step
@@ -157,34 +211,24 @@ TEST_F(SettingsStory, ValuesOfEveryKindAreChangedSavedAndReadAgain) {
         {984, 8},                                // 7.5, to the even number
         {1005, 4700 % 256}, {1006, 4700 / 256},  // before: 4500
     };
-    EXPECT_EQ(changedSince(before), changed);
+};
 
-    for (auto* box :
-         {&misc_.txtIdleAdv(2), &misc_.txtMotorBrakeLow, &misc_.txtIdleValveSetpoint, &misc_.txtLaunchcontrol}) {
-        box->Text = "";
-    }
-    press("btnLoad");
-    host_.pump.wait(2 * kBeat);
-    const std::vector<std::pair<std::string, std::string>> boxes{
-        {"txtIdleAdv(2)", "78"},   {"txtchargetime", "3.54"},   {"txtMotorBrakeLow", "1700"},
-        {"txtVolt(3)", "0.2778"},  {"txtAccel(9)", "0.0972"},   {"txtIdleValveSetpoint", "1100"},
-        {"txtVolt1Warning", "16"}, {"txtColdRPMlimit", "4700"}, {"txtLaunchcontrol", "5000"},
-        {"txtALS_fuel", "20"}};
-    for (const auto& [box, text] : boxes) {
-        EXPECT_EQ(shown(box), text) << box;
-    }
-    EXPECT_TRUE(find<QAbstractButton>(misc_, "OptionPWM1(2)").isChecked());
-    EXPECT_TRUE(find<QAbstractButton>(misc_, "optLambdaType(1)").isChecked());
-    EXPECT_TRUE(find<QAbstractButton>(misc_, "chkMisc2(3)").isChecked());
-    EXPECT_EQ(misc_.lblMINTHR.Caption.get(), "41");
-    EXPECT_EQ(misc_.Combolaunchmode.ListIndex, 3);
-    EXPECT_EQ(changedSince(before), changed) << "a read writes nothing";
+TEST_F(ChangedValuesStory, ValuesOfEveryKindAreChangedSavedAndReadAgain) {
+    const auto before = eeprom();
+    changeIgnition();
+    changeInjection();
+    changeOutputsAndSensors();
+    changeFlagsAndWarnings();
+    changeLaunch();
+    EXPECT_EQ(changedSince(before), changed_);
+    readAgain();
+    expectNewValuesOnShow();
+    EXPECT_EQ(changedSince(before), changed_) << "a read writes nothing";
     EXPECT_THAT(messages(), IsEmpty());
 }
 
 // The read goes on to its end as with a closed port; what it had not reached stays as it was.
-TEST_F(SettingsStory, ThePortIsClosedInTheMiddleOfAFullRead) {
-    connectAndOpen();
+TEST_F(FullReadStory, ThePortIsClosedInTheMiddle) {
     for (auto* box : {&misc_.txtMotorBrakeLow, &misc_.txtAccelLimiterValue}) {
         box->Text = "mine";
     }
@@ -195,24 +239,24 @@ TEST_F(SettingsStory, ThePortIsClosedInTheMiddleOfAFullRead) {
     });
     double closedAt = 0;
     in(8100, [&] { closedAt = main_.bytesReceived; });
-    const int began = now();
-    press("btnLoad");
-    EXPECT_GE(now() - began, kReadTakes);
-    EXPECT_LE(now() - began, kReadTakes + kTransit);
-    EXPECT_EQ(misc_.Caption.get(), "Receiving data from target device!:  Received 100%");
+    readAll();
+    expectReadEnded();
     EXPECT_EQ(shown("txtAccelLimiterValue"), "mine");
     EXPECT_EQ(main_.bytesReceived, closedAt);
-    EXPECT_TRUE(polls());
-    EXPECT_EQ(main_.TimerRequestData.Interval, 10);
     host_.pump.wait(2 * kBeat);
     EXPECT_FALSE(find(misc_, "prgLoad").isVisible());
     EXPECT_FALSE(find(main_, "prgSettings").isVisible());
-    EXPECT_THAT(messages(), IsEmpty());
+}
 
+TEST_F(FullReadStory, TheConnectionAfterOneThatWasClosedInTheMiddleReadsAll) {
+    misc_.txtAccelLimiterValue.Text = "mine";
+    in(8000, [&] { press(main_, "btnConnect"); });
+    press("btnLoad");
+    EXPECT_EQ(shown("txtAccelLimiterValue"), "mine");
     press(main_, "btnConnect");
     host_.pump.wait(100);
     press("btnLoad");
-    EXPECT_EQ(shown("txtAccelLimiterValue"), "50") << "the next connection reads all";
+    EXPECT_EQ(shown("txtAccelLimiterValue"), "50");
 }
 
 TEST_F(SettingsStory, ThePortIsClosedInTheMiddleOfABackup) {
@@ -238,52 +282,67 @@ TEST_F(SettingsStory, ThePortIsClosedInTheMiddleOfABackup) {
     EXPECT_EQ(caption("btnBackup"), "BackUp EEPROM");
 }
 
-TEST_F(SettingsStory, AnImageIsTakenAndPutBackWhileTheWindowsStayUsable) {
-    connectAndOpen();
-    const auto backedUp = eeprom();
-    auto& bar = find<QProgressBar>(main_, "prgEeprom");
-    const views::PaintCounter barPaints(bar);
-    std::vector<int> values;
-    int painted = 0;
-    in(20000, [&] {
-        values.push_back(bar.value());
-        painted = barPaints.count();
+class ImageStory : public SettingsStory {
+protected:
+    ImageStory() { connectAndOpen(); }
+
+    void lookAtAnotherPage() {
+        values_.push_back(bar_.value());
+        painted_ = paints_.count();
         chooseTab(9);
         EXPECT_TRUE(find(misc_, "picOptions(8)").isVisible());
         EXPECT_FALSE(find(main_, "btnAsetukset").isEnabled());
         EXPECT_FALSE(polls());
-    });
-    in(100000, [&] {
-        values.push_back(bar.value());
-        EXPECT_GT(barPaints.count(), painted);
-    });
-    press(main_, "btnBackup");
-    // 14 and 72 tens of 1375 ms have passed behind the first pause.
-    EXPECT_THAT(values, ElementsAre(14, 72));
-    EXPECT_THAT(messages(), ElementsAre(HasSubstr(" EEPROM saved to file ")));
-    ASSERT_NE(imageName(), "");
-    EXPECT_TRUE(polls());
+    }
+    void lookAtTheBar() {
+        values_.push_back(bar_.value());
+        EXPECT_GT(paints_.count(), painted_);
+    }
+    void backUp() {
+        in(20000, [this] { lookAtAnotherPage(); });
+        in(100000, [this] { lookAtTheBar(); });
+        press(main_, "btnBackup");
+        // 14 and 72 tens of 1375 ms have passed behind the first pause.
+        EXPECT_THAT(values_, ElementsAre(14, 72));
+        EXPECT_THAT(messages(), ElementsAre(HasSubstr(" EEPROM saved to file ")));
+        EXPECT_NE(imageName(), "");
+        EXPECT_TRUE(polls());
+    }
+    void writeAByteAndAWord() {
+        type("TextOs", "700");
+        type("TextArvo", "33");
+        save("Command1");
+        type("TextOs", "2");
+        type("TextArvo", "6000");
+        save("btnWriteEE16bit");
+    }
+    void putBack() {
+        host_.dialogs.answerFile(imageName());
+        in(20000, [this] {
+            EXPECT_TRUE(bar_.isVisible());
+            EXPECT_FALSE(polls());
+            chooseTab(1);
+            EXPECT_TRUE(find(misc_, "picOptions(0)").isVisible());
+        });
+        press(main_, "btnUploadEEPROM");
+        EXPECT_TRUE(polls());
+        EXPECT_EQ(caption("btnUploadEEPROM"), "Upload EEPROM");
+        EXPECT_THAT(messages(), IsEmpty());
+    }
 
-    type("TextOs", "700");
-    type("TextArvo", "33");
-    save("Command1");
-    type("TextOs", "2");
-    type("TextArvo", "6000");
-    save("btnWriteEE16bit");
+    QProgressBar& bar_ = find<QProgressBar>(main_, "prgEeprom");
+    views::PaintCounter paints_{bar_};
+    int painted_ = 0;
+    std::vector<int> values_;
+};
+
+TEST_F(ImageStory, AnImageIsTakenAndPutBackWhileTheWindowsStayUsable) {
+    const auto backedUp = eeprom();
+    backUp();
+    writeAByteAndAWord();
     EXPECT_EQ(changedSince(backedUp), (std::map<int, int>{{2, 6000 % 256}, {3, 6000 / 256}, {700, 33}}));
-
-    host_.dialogs.answerFile(imageName());
-    in(20000, [&] {
-        EXPECT_TRUE(bar.isVisible());
-        EXPECT_FALSE(polls());
-        chooseTab(1);
-        EXPECT_TRUE(find(misc_, "picOptions(0)").isVisible());
-    });
-    press(main_, "btnUploadEEPROM");
+    putBack();
     EXPECT_THAT(changedSince(backedUp), IsEmpty());
-    EXPECT_TRUE(polls());
-    EXPECT_EQ(caption("btnUploadEEPROM"), "Upload EEPROM");
-    EXPECT_THAT(messages(), IsEmpty());
 }
 
 }  // namespace

@@ -13,11 +13,7 @@
 #include "controls/MSComm.h"
 #include "controls/PictureBox.h"
 #include "controls/Timer.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::console {
 
@@ -105,22 +101,16 @@ public:
     std::vector<std::string> taken;
 };
 
-// A machine whose parts stand at any test's hand.
-struct ConsoleMachine {
-    platform::VirtualPump pump;
-    platform::MemoryLine memoryLine{pump, nullptr};
-    platform::TappedLine tap{memoryLine, pump, [this](auto bytes) { memoryLine.inject(bytes); }};
-    platform::QueuedDialogs dialogs;
-    platform::MemoryPreferences preferences;
-    platform::MemoryLog debugLog;
-    controls::WindowList windows;
-    platform::Machine machine{pump, tap, dialogs, preferences, debugLog, windows, {}, '.', {}};
+// A virtual machine with a tap on its line.
+struct ConsoleMachine : support::VirtualMachine {
+    platform::TappedLine tap{line, pump, [this](auto bytes) { line.inject(bytes); }};
+    platform::Machine tapped = with(tap);
     Names names;
     std::ostringstream errors;
 
     // The reply, or "(none)", when all that is due behind the command has run.
-    static std::string execute(Console& console, std::string_view line) {
-        const auto reply = console.execute(line);
+    static std::string execute(Console& console, std::string_view command) {
+        const auto reply = console.execute(command);
         if (!console.ended()) {
             console.whenEnded([] {});
         }
@@ -131,13 +121,13 @@ struct ConsoleMachine {
 struct ConsoleOnTestWindow : ConsoleMachine {
     ConsoleOnTestWindow() { window->show(); }
 
-    std::string run(std::string_view line) { return execute(console, line); }
+    std::string run(std::string_view command) { return execute(console, command); }
 
     FakeEcu ecu;
     FakeScreenshots screenshots;
     int quits = 0;
-    std::unique_ptr<TestWindow> window = std::make_unique<TestWindow>(machine);
-    Console console{{machine, dialogs, tap, names, &ecu, &screenshots, errors, [this] { ++quits; }, {}}};
+    std::unique_ptr<TestWindow> window = std::make_unique<TestWindow>(tapped);
+    Console console{{tapped, dialogs, tap, names, &ecu, &screenshots, errors, [this] { ++quits; }, {}}};
 };
 
 }  // namespace korvane::console

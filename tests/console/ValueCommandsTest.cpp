@@ -8,9 +8,9 @@ namespace {
 class ValueCommands : public testing::Test, public ConsoleOnTestWindow {};
 
 TEST_F(ValueCommands, LinesWithoutACommandGetNoReply) {
-    EXPECT_EQ(run(""), "(none)");
-    EXPECT_EQ(run(" \t "), "(none)");
-    EXPECT_EQ(run("# get everything"), "(none)");
+    for (const char* blank : {"", " \t ", "# get everything"}) {
+        EXPECT_EQ(run(blank), "(none)") << blank;
+    }
 }
 
 TEST_F(ValueCommands, UnknownCommandsAndWrongCountsAreErrors) {
@@ -213,7 +213,7 @@ TEST_F(ValueCommands, DelayedWaitsDoNotNestWithoutEnd) {
 
 TEST_F(ValueCommands, ADelayedCommandOfAConsoleThatIsGoneDoesNotRun) {
     {
-        Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+        Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
         EXPECT_EQ(other.execute("at 10 set frmTest.Caption \"late\""), "ok");
     }
     pump.wait(20);
@@ -248,8 +248,8 @@ TEST_F(ValueCommands, ReceivePutsBytesOnTheLine) {
 }
 
 TEST_F(ValueCommands, ReceiveNeedsALineInMemory) {
-    platform::TappedLine real(memoryLine, pump);
-    Console other({machine, dialogs, real, names, nullptr, nullptr, errors, {}, {}});
+    platform::TappedLine real(line, pump);
+    Console other({tapped, dialogs, real, names, nullptr, nullptr, errors, {}, {}});
     EXPECT_EQ(other.execute("receive 52"), "error bytes can't be put on a real line (receive needs --ecu none)");
 }
 
@@ -258,7 +258,7 @@ TEST_F(ValueCommands, EcuChangesTheVirtualEcu) {
     EXPECT_EQ(run("ecu silent 1"), "ok");
     EXPECT_EQ(ecu.settings, (std::vector<std::string>{"drive=idle", "silent=1"}));
     EXPECT_EQ(run("ecu bad 1"), "error the virtual ECU has no key bad");
-    Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+    Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
     EXPECT_EQ(other.execute("ecu silent 1"), "error there is no virtual ECU (start with --ecu KEY=VALUE)");
 }
 
@@ -267,7 +267,7 @@ TEST_F(ValueCommands, ScreenshotNeedsADisplay) {
     EXPECT_EQ(screenshots.taken, std::vector<std::string>{"frmTest /tmp/a b.png"});
     EXPECT_EQ(run("screenshot frmTest /forbidden.png"), "error /forbidden.png can't be written");
     EXPECT_EQ(run("screenshot frmMaps a.png"), "error no open window is named frmMaps");
-    Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+    Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
     EXPECT_EQ(other.execute("screenshot frmTest a.png"), "error there is no display to take a picture of");
 }
 
@@ -302,7 +302,7 @@ TEST_F(ValueCommands, QuitEndsTheProgramOnce) {
 
 TEST_F(ValueCommands, AProgramThatHasEndedByItselfTakesNoMoreCommands) {
     bool ended = false;
-    Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, [this] { ++quits; }, [&] { return ended; }});
+    Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, [this] { ++quits; }, [&] { return ended; }});
     EXPECT_EQ(other.execute("now"), "ok 0");
     ended = true;
     EXPECT_TRUE(other.ended());

@@ -73,7 +73,7 @@ TEST_F(Watching, EndsWhenTheWindowGoesAway) {
     window.reset();
     EXPECT_EQ(run("changes"), "ok [[0,\"frmTest.txtName.Text\",\"last\"]]");
     EXPECT_EQ(run("unwatch frmTest.Caption"), "error frmTest.Caption is not watched");
-    window = std::make_unique<TestWindow>(machine);
+    window = std::make_unique<TestWindow>(tapped);
     window->show();
     window->Caption = "new";
     EXPECT_EQ(run("changes"), "ok []");
@@ -81,7 +81,7 @@ TEST_F(Watching, EndsWhenTheWindowGoesAway) {
 
 TEST_F(Watching, EndsWithTheConsole) {
     {
-        Console other({machine, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+        Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
         EXPECT_EQ(other.execute("watch frmTest.Caption"), "ok");
     }
     window->Caption = "nobody looks";

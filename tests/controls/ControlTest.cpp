@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <map>
 
 #include "ModelBench.h"
 
@@ -132,14 +133,11 @@ TEST_F(ControlTest, ALabelCanBeClickedOnlyWithAHandler) {
 }
 
 TEST_F(ControlTest, LetterKeysShareOneCodeForBothCases) {
-    EXPECT_EQ(keyCodeOf('a'), 65);
-    EXPECT_EQ(keyCodeOf('A'), 65);
-    EXPECT_EQ(keyCodeOf('l'), 76);
-    EXPECT_EQ(keyCodeOf('+'), 187);
-    EXPECT_EQ(keyCodeOf('-'), 189);
-    EXPECT_EQ(keyCodeOf('7'), '7');
-    EXPECT_EQ(keyCodeOf(','), 188);
-    EXPECT_EQ(keyCodeOf('.'), 190);
+    const std::map<char, int> codes{{'a', 65},  {'A', 65},  {'l', 76},  {'+', 187},
+                                    {'-', 189}, {'7', '7'}, {',', 188}, {'.', 190}};
+    for (const auto& [character, code] : codes) {
+        EXPECT_EQ(keyCodeOf(character), code) << character;
+    }
     // The codes 37 to 40 are the arrows.
     for (const char character : {'%', '&', '\'', '('}) {
         EXPECT_EQ(keyCodeOf(character), 0) << character;

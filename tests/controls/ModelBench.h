@@ -7,13 +7,8 @@
 
 #include "controls/Controls.h"
 #include "controls/Window.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
 #include "support/ErrorOf.h"
+#include "support/MachineBench.h"
 
 namespace korvane::controls {
 
@@ -62,15 +57,11 @@ private:
 
 using support::errorOf;
 
-class ModelBench : public testing::Test {
+class ModelBench : public support::MachineBench {
 protected:
-    platform::VirtualPump pump_;
-    platform::MemoryLine line_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    WindowList windows_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
+    platform::MemoryLine& line_ = virtual_.line;
+    WindowList& windows_ = virtual_.windows;
+    platform::Machine& machine_ = virtual_.machine;
     NotingWindow window_{machine_, "frmTest"};
 };
 

@@ -136,6 +136,36 @@ TEST_F(WindowTest, LoadedOnesStandInTheirOrder) {
     EXPECT_THAT(windows_.loaded(), ElementsAre(&second, &window_));
 }
 
+TEST_F(WindowTest, AnAssignedSizeOfALoadedWindowSetsOffTheResizeEvent) {
+    window_.Width = 3000;
+    window_.load();
+    window_.events.clear();
+    window_.Width = 4000;
+    window_.Height = 2000;
+    window_.Height = 2000;
+    EXPECT_THAT(window_.events, ElementsAre("resize 4000 0", "resize 4000 2000"));
+}
+
+TEST_F(WindowTest, ASizeAssignedInTheResizeEventSetsOffNoOther) {
+    class Square : public NotingWindow {
+    public:
+        using NotingWindow::NotingWindow;
+
+    protected:
+        void Form_Resize() override {
+            NotingWindow::Form_Resize();
+            Height = Width;
+        }
+    };
+    Square square(machine_, "frmSquare");
+    square.load();
+    square.events.clear();
+    square.resize(3000, 2000);
+    square.Width = 5000;
+    EXPECT_THAT(square.events, ElementsAre("resize 3000 2000", "resize 5000 3000"));
+    EXPECT_EQ(square.Height, 5000);
+}
+
 TEST_F(WindowTest, OneThatGoesAwayIsNoLongerLoaded) {
     {
         NotingWindow second(machine_, "frmSecond");

@@ -4,13 +4,9 @@
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
+#include "core/tables/SharedTables.h"
 #include "platform/RuntimeError.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "support/MachineBench.h"
 
 namespace korvane::core {
 namespace {
@@ -43,7 +39,7 @@ private:
     platform::EventPump& pump_;
 };
 
-class EepromAccessTest : public testing::Test {
+class EepromAccessTest : public support::MachineBench {
 protected:
     EepromAccessTest() {
         InitModule(tables_, preferences_);
@@ -60,13 +56,8 @@ protected:
     }
 
     SharedTables tables_;
-    platform::VirtualPump pump_;
     NotingLine line_{pump_};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windows_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windows_, {}, {}, {}};
+    platform::Machine machine_ = virtual_.with(line_);
     controls::Window window_{machine_, "frmSarn2"};
     controls::MSComm port_{window_, "MSComm1"};
     EepromAccess eeprom_{port_, pump_, tables_};
@@ -93,9 +84,9 @@ TEST_F(EepromAccessTest, ADeviceThatGoesInTheMiddleOfAFrameEndsItInSilence) {
             port_.setPortOpen(false);
         }
     };
-    EXPECT_NO_THROW(eeprom_.WriteEE(1, 300));
+    eeprom_.WriteEE(1, 300);
     EXPECT_THAT(sent(), ElementsAre('W', 1, 0));
-    EXPECT_NO_THROW(eeprom_.ReadEE(1));
+    eeprom_.ReadEE(1);
     EXPECT_EQ(sent().size(), 3U);
 }
 

@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
+#include <utility>
 
 #include "core/ParameterNames.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "core/tables/SharedTables.h"
 #include "platform/virtual/MemoryPreferences.h"
 
 namespace korvane::core {
@@ -153,20 +155,23 @@ TEST_F(Module1, AnyOtherTypeRestoresTheGeneralLayout) {
 }
 
 TEST(ParameterAddresses, HoldTheAddressesOfTheirNames) {
-    const ParameterAddresses addresses = parameterAddresses(11);
-    EXPECT_EQ(addresses.MISC2_OFF, 1);
-    EXPECT_EQ(addresses.INJ_MODE_OFFSET, 345);
-    EXPECT_EQ(addresses.IDLE_ADV4, 396);
-    EXPECT_EQ(addresses.IGNORDER_OFF, 513);
-    EXPECT_EQ(addresses.INJADV_OFF0, 558);
-    EXPECT_EQ(addresses.INJADV_OFF15, 573);
-    EXPECT_EQ(addresses.VOLT4_WARNING_OFF, 987);
-    EXPECT_EQ(addresses.INPUT1_LIMIT_OFF, 1912);
-    EXPECT_EQ(addresses.INPUT8_LIMIT_FUNC_OFF, 1956);
-    EXPECT_EQ(addresses.INPUT8_LIMIT_F_VAL_OFF, 1958);
-    EXPECT_EQ(addresses.CYL_COUNT_OFF, 1960);
-    EXPECT_EQ(addresses.SW_VER, 2999);
-    EXPECT_EQ(addresses.SW_TYPE, 3000);
+    using A = ParameterAddresses;
+    const A addresses = parameterAddresses(11);
+    for (const auto& [address, expected] : {std::pair{&A::MISC2_OFF, 1},
+                                            {&A::INJ_MODE_OFFSET, 345},
+                                            {&A::IDLE_ADV4, 396},
+                                            {&A::IGNORDER_OFF, 513},
+                                            {&A::INJADV_OFF0, 558},
+                                            {&A::INJADV_OFF15, 573},
+                                            {&A::VOLT4_WARNING_OFF, 987},
+                                            {&A::INPUT1_LIMIT_OFF, 1912},
+                                            {&A::INPUT8_LIMIT_FUNC_OFF, 1956},
+                                            {&A::INPUT8_LIMIT_F_VAL_OFF, 1958},
+                                            {&A::CYL_COUNT_OFF, 1960},
+                                            {&A::SW_VER, 2999},
+                                            {&A::SW_TYPE, 3000}}) {
+        EXPECT_EQ(addresses.*address, expected);
+    }
 }
 
 TEST(ParameterAddresses, ThereIsOneVariableForEachParameter) {

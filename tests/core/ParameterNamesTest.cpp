@@ -116,18 +116,12 @@ bool isWord(std::string_view name) {
 }
 
 TEST(ParameterNames, GivesTheAddressOfAName) {
-    EXPECT_EQ(addressOf("MISC2_OFF"), 1);
-    EXPECT_EQ(addressOf("RPM_LIMIT_LOW_OFF"), 2);
-    EXPECT_EQ(addressOf("INJ_OFF"), 16);
-    EXPECT_EQ(addressOf("IGN_OFF"), 180);
-    EXPECT_EQ(addressOf("INJ_MODE_OFFSET"), 345);
-    EXPECT_EQ(addressOf("PWM_OFF"), 400);
-    EXPECT_EQ(addressOf("LOAD_MODE"), 498);
-    EXPECT_EQ(addressOf("LAUNCHCONTROL_LO"), 511);
-    EXPECT_EQ(addressOf("INJ_MULTIPLIER_OFF"), 1026);
-    EXPECT_EQ(addressOf("CYL_COUNT_OFF"), 1960);
-    EXPECT_EQ(addressOf("SW_VER"), 2999);
-    EXPECT_EQ(addressOf("SW_TYPE"), 3000);
+    for (const Row& row :
+         {Row{"MISC2_OFF", 1}, Row{"RPM_LIMIT_LOW_OFF", 2}, Row{"INJ_OFF", 16}, Row{"IGN_OFF", 180},
+          Row{"INJ_MODE_OFFSET", 345}, Row{"PWM_OFF", 400}, Row{"LOAD_MODE", 498}, Row{"LAUNCHCONTROL_LO", 511},
+          Row{"INJ_MULTIPLIER_OFF", 1026}, Row{"CYL_COUNT_OFF", 1960}, Row{"SW_VER", 2999}, Row{"SW_TYPE", 3000}}) {
+        EXPECT_EQ(addressOf(row.name), row.address) << row.name;
+    }
 }
 
 TEST(ParameterNames, EachParameterHasItsAddressAndWidth) {

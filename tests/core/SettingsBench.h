@@ -11,6 +11,7 @@
 
 #include "core/Checked.h"
 #include "core/files/SettingsFile.h"
+#include "core/tables/SharedTables.h"
 #include "platform/QueuedDialogs.h"
 #include "support/TempFolder.h"
 

@@ -1,6 +1,10 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <set>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "core/Checked.h"
 #include "core/tables/SharedTables.h"
@@ -38,6 +42,41 @@ TEST(SharedTables, StartAsBeforeTheFirstAnswer) {
     EXPECT_EQ(tables->MiscBlock.size(), 10U);
     EXPECT_EQ(tables->liveValues.size(), 31U);
     EXPECT_EQ(tables->logDataCount, 0);
+}
+
+// Stands for a value of any type, which is never made.
+struct Anything {
+    template <class T>
+    operator T() const;
+};
+
+// Of an aggregate: with one initial value more than it has members it can't be made.
+template <class T, class... Values>
+constexpr std::size_t memberCount() {
+    if constexpr (requires { T{std::declval<Values>()..., Anything{}}; }) {
+        return memberCount<T, Values..., Anything>();
+    } else {
+        return sizeof...(Values);
+    }
+}
+
+template <class Table>
+void expectAllNamed() {
+    std::set<std::string_view> names;
+    std::apply([&](const auto&... member) { (names.insert(member.name), ...); }, kMembers<Table>);
+    EXPECT_EQ(names.size(), memberCount<Table>()) << "a member is missing in the list behind " << *names.begin();
+}
+
+template <class... Parts>
+void expectAllNamed(const TablesOf<Parts...>&) {
+    (expectAllNamed<Parts>(), ...);
+    EXPECT_EQ(sizeof(SharedTables), sizeof(TablesOf<Parts...>)) << "SharedTables has a member outside its parts";
+}
+
+TEST(SharedTables, ScriptsKnowEachMemberOfEachPart) {
+    expectAllNamed(*std::make_unique<SharedTables>());
+    expectAllNamed<EEParam>();
+    expectAllNamed<LiveValue>();
 }
 
 TEST(LogTable, ACellNeverStoredHoldsTenNuls) {

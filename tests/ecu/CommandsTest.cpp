@@ -159,12 +159,11 @@ TEST(Commands, SingleCellsGoToWorkingMemory) {
     EXPECT_THAT(wire.ask({'g', 10, 10, 99, 99, 0x98}), IsEmpty());
     EXPECT_THAT(wire.ask({'i', 11, 11, 98, 98, 0x96}), IsEmpty());
     EXPECT_THAT(wire.ask({'P', 70, 70, 97, 97, 0xAF}), IsEmpty());
-    EXPECT_EQ(wire.ecu.workingMap(MapKind::Fuel)[10], 99);
-    EXPECT_EQ(wire.ecu.workingMap(MapKind::Ignition)[11], 98);
-    EXPECT_EQ(wire.ecu.workingMap(MapKind::Pwm)[70], 97);
-    EXPECT_NE(wire.ecu.storedMap(MapKind::Fuel)[10], 99);
-    EXPECT_NE(wire.ecu.storedMap(MapKind::Ignition)[11], 98);
-    EXPECT_NE(wire.ecu.storedMap(MapKind::Pwm)[70], 97);
+    for (const auto& [map, cell, value] :
+         {std::tuple{MapKind::Fuel, 10U, 99}, {MapKind::Ignition, 11U, 98}, {MapKind::Pwm, 70U, 97}}) {
+        EXPECT_EQ(wire.ecu.workingMap(map)[cell], value);
+        EXPECT_NE(wire.ecu.storedMap(map)[cell], value);
+    }
 }
 
 TEST(Commands, DoubledBytesThatDifferAreIgnored) {

@@ -14,6 +14,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "ServedEcu.h"
 #include "ecu/server/EcuServer.h"
 #include "ecu/server/Pty.h"
 
@@ -92,31 +93,15 @@ private:
     pid_t child_ = -1;
 };
 
-class ExclusiveClient : public testing::Test {
+class ExclusiveClient : public ServedEcu {
 protected:
     ExclusiveClient() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
-        end_ = Descriptor(ends[0]);
-        stop_ = Descriptor(ends[1]);
         if (::geteuid() == 0) {
             EXPECT_EQ(::chown(pty_.slavePath().c_str(), kNobody, static_cast<gid_t>(-1)), 0);
         }
-        thread_ = std::thread([this] { server_.run(end_); });
-    }
-    ~ExclusiveClient() override {
-        EXPECT_EQ(::write(stop_.number(), "x", 1), 1);
-        thread_.join();
     }
 
     [[nodiscard]] const std::string& path() const { return pty_.slavePath(); }
-
-    VirtualEcu ecu_;
-    Pty pty_;
-    EcuServer server_{ecu_, pty_};
-    Descriptor end_;
-    Descriptor stop_;
-    std::thread thread_;
 };
 
 TEST_F(ExclusiveClient, KeepsOthersOutWhileItLives) {

@@ -6,10 +6,9 @@ namespace korvane::ecu {
 namespace {
 
 TEST(OneLine, LeavesTextsAlone) {
-    EXPECT_EQ(oneLine(""), "");
-    EXPECT_EQ(oneLine("lose takes 0 to 1, not \"2\""), "lose takes 0 to 1, not \"2\"");
-    EXPECT_EQ(oneLine("L\u00E4mp\u00F6\u00A0\u20AC"), "L\u00E4mp\u00F6\u00A0\u20AC");
-    EXPECT_EQ(oneLine("\xFF\x80\xC2"), "\xFF\x80\xC2");
+    for (const char* text : {"", "lose takes 0 to 1, not \"2\"", "L\u00E4mp\u00F6\u00A0\u20AC", "\xFF\x80\xC2"}) {
+        EXPECT_EQ(oneLine(text), text);
+    }
 }
 
 TEST(OneLine, HasNoControlCharacter) {

@@ -142,7 +142,7 @@ TEST_F(Program, AMistakeIsOneLineWhateverIsInIt) {
     const std::vector<std::vector<std::string>> mistakes = {{"a\nb"},
                                                             {"--a\rb\n", "1"},
                                                             {"--type", "1\n2\x1B[2J"},
-                                                            {"--eeprom", "/nonexistent\n/x\n"},
+                                                            {"--eeprom", (folder_ / "missing\n" / "x\n").string()},
                                                             {"--type"},
                                                             {"--drive", "\xFF\n"},
                                                             {"\n"},

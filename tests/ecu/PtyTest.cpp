@@ -9,6 +9,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "ServedEcu.h"
 #include "Wire.h"
 #include "ecu/server/EcuServer.h"
 #include "ecu/server/Pty.h"
@@ -124,28 +125,7 @@ TEST_F(PtyLink, LeavesTheLinkOfAnotherAlone) {
     EXPECT_EQ(std::filesystem::read_symlink(path_), "/dev/zero");
 }
 
-// A server in a thread, ended by a byte in a pipe.
-class Server : public testing::Test {
-protected:
-    Server() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe(ends.data()), 0);
-        end_ = Descriptor(ends[0]);
-        stop_ = Descriptor(ends[1]);
-        thread_ = std::thread([this] { server_.run(end_); });
-    }
-    ~Server() override {
-        EXPECT_EQ(::write(stop_.number(), "x", 1), 1);
-        thread_.join();
-    }
-
-    VirtualEcu ecu_;
-    Pty pty_;
-    EcuServer server_{ecu_, pty_};
-    Descriptor end_;
-    Descriptor stop_;
-    std::thread thread_;
-};
+using Server = ServedEcu;
 
 TEST_F(Server, AnswersOnTheTerminal) {
     const PcEnd pc(pty_.slavePath());

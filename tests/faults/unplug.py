@@ -1,5 +1,6 @@
 """Unplug x operation: one side dies in the middle, in real time and on a pseudo-terminal."""
 
+import contextlib
 import dataclasses
 import functools
 import os
@@ -84,11 +85,18 @@ def reconnect(tuner):
     connected(tuner)
 
 
+@contextlib.contextmanager
+def under_way(operation, bench, number):
+    """A little later in the operation with each number."""
+    with bench.place() as place:
+        ecu, tuner = start(place)
+        set_off(ecu, tuner, operation, 0.01 * number)
+        yield place, ecu, tuner
+
+
 def ecu_dies(operation, bench, tries):
     for number in range(tries):
-        with bench.place() as place:
-            ecu, tuner = start(place)
-            set_off(ecu, tuner, operation, 0.01 * number)
+        with under_way(operation, bench, number) as (place, ecu, tuner):
             ecu.kill()
             until(lambda: not tuner.value("get frmSarn2.MSComm1.PortOpen", SOON), "the port is closed", tuner)
             told = tuner.messages()
@@ -101,9 +109,7 @@ def ecu_dies(operation, bench, tries):
 
 def program_dies(operation, bench, tries):
     for number in range(tries):
-        with bench.place() as place:
-            ecu, tuner = start(place)
-            set_off(ecu, tuner, operation, 0.01 * number)
+        with under_way(operation, bench, number) as (place, ecu, tuner):
             tuner.kill()
             again = place.tuner("--port", f"COM1={ecu.link}")
             again.all(PORT)

@@ -2,9 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Fields.h"
 #include "platform/RuntimeError.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::fields {
 namespace {

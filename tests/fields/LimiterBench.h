@@ -9,12 +9,13 @@
 
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"
 #include "link/ConnectionPanel.h"
-#include "support/NotingLine.h"
-#include "support/VirtualProgram.h"
+#include "support/MachineBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::fields {
 
@@ -134,30 +135,10 @@ inline constexpr std::array kSaveLaunchSteps{
     SaveStep{&A::ACCEL_LIMITER_MODE_OFF, k50}, SaveStep{&A::ACCEL_LIMITER_VALUE_OFF, k50}};
 inline constexpr SavePlan kSaveLaunch{kSaveLaunchSteps};
 
-// The captions of a window, one after the other.
-class CaptionObserver : public controls::Observer {
-public:
-    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
-    CaptionObserver(const CaptionObserver&) = delete;
-    CaptionObserver& operator=(const CaptionObserver&) = delete;
-    ~CaptionObserver() override { window_.removeObserver(*this); }
-
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &window_.Caption) {
-            captions.push_back(window_.Caption);
-        }
-    }
-
-    std::vector<std::string> captions;
-
-private:
-    controls::Window& window_;
-};
-
-using Lines = std::vector<std::string>;
+using support::Lines;
 
 // The window is open, and so is the port unless a test closes it. The clock stands at 0.
-class LimiterBench : public testing::Test {
+class LimiterBench : public support::NotingBench {
 protected:
     LimiterBench() {
         core::InitModule(tables_, virtual_.preferences);
@@ -169,22 +150,16 @@ protected:
     }
 
     int addressOf(Address address) const { return tables_.addresses.*address; }
-    [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
 
-    support::VirtualMachine virtual_;
-    support::NotingLine line_{virtual_.pump, virtual_.recorder};
-    platform::Machine machine_{virtual_.pump,          line_,        virtual_.dialogs,
-                               virtual_.preferences,   virtual_.log, virtual_.windows,
-                               virtual_.folder.path(), '.',          {}};
     core::SharedTables tables_;
     controls::Window main_{machine_, "main"};
     link::ConnectionPanel panel_{main_};
-    core::EepromAccess eeprom_{panel_.MSComm1, virtual_.pump, tables_};
+    core::EepromAccess eeprom_{panel_.MSComm1, pump_, tables_};
     LimiterControls window_{machine_};
     Context context_{window_, tables_, eeprom_, panel_.TimerRequestData};
     Fields fields_{tables_, limiterFields(window_)};
     Saver saver_{context_, fields_};
-    CaptionObserver captions_{window_};
+    support::PropertyValues<std::string> captions_{window_, window_.Caption};
 };
 
 }  // namespace korvane::fields

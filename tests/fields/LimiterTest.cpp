@@ -29,7 +29,7 @@ TEST_F(LimiterTest, TheCaptionTellsHowFarTheReadIs) {
         expected.push_back(std::string("Receiving data from target device!:  Loading.. ") + percent + "%");
     }
     expected.emplace_back("Receiving data from target device!:  Received 100%");
-    EXPECT_THAT(captions_.captions, ElementsAreArray(expected));
+    EXPECT_THAT(captions_.values, ElementsAreArray(expected));
 }
 
 class Sending : public LimiterBench {
@@ -88,7 +88,7 @@ TEST_F(Sending, TheCaptionStandsBehindEachStep) {
         expected.push_back(std::string("Sending data to device: Sending.. ") + percent + "%");
     }
     expected.emplace_back("Data sent and stored to device.");
-    EXPECT_THAT(captions_.captions, ElementsAreArray(expected));
+    EXPECT_THAT(captions_.values, ElementsAreArray(expected));
 }
 
 TEST_F(Sending, ThePercentageComesWhenThePauseIsOver) {
@@ -141,7 +141,7 @@ TEST_F(LimiterTest, VoltsShowAndStepTheirCountUpTo250) {
 TEST_F(LimiterTest, TheLaunchPaneIsReadByteByByte) {
     Reader(context_, kReadLaunch).run();
     EXPECT_THAT(line_.sent(), ElementsAre("0 R 511", "150 R 512", "300 R 971", "450 R 972", "600 R 973", "750 R 974"));
-    EXPECT_THAT(captions_.captions, IsEmpty());
+    EXPECT_THAT(captions_.values, IsEmpty());
 }
 
 TEST_F(LimiterTest, TheLaunchLimitIsTheWordInTheImage) {

@@ -32,7 +32,7 @@ protected:
 
 TEST_F(Sources, KeepTheRulesOfTheHouse) {
     for (const SourceFile& file : files_) {
-        EXPECT_THAT(brokenRules(file), IsEmpty());
+        EXPECT_THAT(brokenRules(file, files_), IsEmpty());
     }
 }
 
@@ -42,58 +42,72 @@ TEST_F(Sources, AreAllThere) {
     }
 }
 
+// Files and what they include.
+using Includes = std::vector<std::pair<const char*, const char*>>;
+
+void expectAllowed(const Includes& includes) {
+    for (const auto& [file, include] : includes) {
+        EXPECT_THAT(layers(file, include), IsEmpty()) << file << " includes " << include;
+    }
+}
+
+void expectForbidden(const Includes& includes) {
+    for (const auto& [file, include] : includes) {
+        EXPECT_THAT(layers(file, include), SizeIs(1)) << file << " includes " << include;
+    }
+}
+
 TEST(Layers, LetAModuleIncludeItselfAndThoseBefore) {
-    EXPECT_THAT(layers("live/Lamps.cpp", "live/Lamps.h"), IsEmpty());
-    EXPECT_THAT(layers("live/Lamps.cpp", "link/Dispatcher.h"), IsEmpty());
-    EXPECT_THAT(layers("live/Lamps.cpp", "core/tables/SharedTables.h"), IsEmpty());
-    EXPECT_THAT(layers("app/Session.cpp", "console/Console.h"), IsEmpty());
-    EXPECT_THAT(layers("platform/Files.cpp", "platform/Files.h"), IsEmpty());
+    expectAllowed({{"live/Lamps.cpp", "live/Lamps.h"},
+                   {"live/Lamps.cpp", "link/Dispatcher.h"},
+                   {"live/Lamps.cpp", "core/tables/SharedTables.h"},
+                   {"app/Session.cpp", "console/Console.h"},
+                   {"platform/Files.cpp", "platform/Files.h"}});
 }
 
 TEST(Layers, ForbidALaterModule) {
-    EXPECT_THAT(layers("core/files/IniFile.h", "link/Dispatcher.h"), SizeIs(1));
-    EXPECT_THAT(layers("platform/Files.cpp", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(layers("link/Dispatcher.cpp", "live/FrmSarn2.h"), SizeIs(1));
-    EXPECT_THAT(layers("maps/grid/MapGrid.cpp", "analysis/Analyser.h"), SizeIs(1));
-    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "program/Program.h"), SizeIs(1));
-    EXPECT_THAT(layers("console/Console.cpp", "views/Views.h"), SizeIs(1));
-    EXPECT_THAT(layers("platform/Files.cpp", "controls/Window.h"), SizeIs(1));
-    EXPECT_THAT(layers("views/widgets/values/Dial.cpp", "views/frame/Binder.h"), SizeIs(1));
-    EXPECT_THAT(layers("views/frame/Binder.cpp", "views/maps/MapGridView.h"), SizeIs(1));
-    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "views/Views.h"), SizeIs(1));
+    expectForbidden({{"core/files/IniFile.h", "link/Dispatcher.h"},
+                     {"platform/Files.cpp", "core/Numbers.h"},
+                     {"link/Dispatcher.cpp", "live/FrmSarn2.h"},
+                     {"maps/grid/MapGrid.cpp", "analysis/Analyser.h"},
+                     {"views/dashboard/MainView.cpp", "program/Program.h"},
+                     {"console/Console.cpp", "views/Views.h"},
+                     {"platform/Files.cpp", "controls/Window.h"},
+                     {"views/widgets/values/Dial.cpp", "views/frame/Binder.h"},
+                     {"views/frame/Binder.cpp", "views/maps/MapGridView.h"},
+                     {"views/dashboard/MainView.cpp", "views/Views.h"}});
 }
 
 TEST(Layers, LetOnlyTheCompositionAndItsToolsKnowAMachine) {
-    EXPECT_THAT(layers("controls/Window.cpp", "platform/virtual/VirtualPump.h"), SizeIs(1));
-    EXPECT_THAT(layers("live/Lamps.cpp", "platform/virtual/MemoryLine.h"), SizeIs(1));
-    EXPECT_THAT(layers("link/Connection.cpp", "platform/qt/PortMap.h"), SizeIs(1));
-    EXPECT_THAT(layers("console/Console.cpp", "platform/qt/QtPump.h"), SizeIs(1));
-    EXPECT_THAT(layers("platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"), SizeIs(1));
-    EXPECT_THAT(layers("app/main.cpp", "platform/qt/QtPump.h"), IsEmpty());
-    EXPECT_THAT(layers("app/main.cpp", "platform/virtual/VirtualPump.h"), IsEmpty());
-    EXPECT_THAT(layers("views/frame/ViewHost.cpp", "platform/qt/QtPump.h"), IsEmpty());
+    expectAllowed({{"app/main.cpp", "platform/qt/QtPump.h"},
+                   {"app/main.cpp", "platform/virtual/VirtualPump.h"},
+                   {"views/frame/ViewHost.cpp", "platform/qt/QtPump.h"}});
+    expectForbidden({{"controls/Window.cpp", "platform/virtual/VirtualPump.h"},
+                     {"live/Lamps.cpp", "platform/virtual/MemoryLine.h"},
+                     {"link/Connection.cpp", "platform/qt/PortMap.h"},
+                     {"console/Console.cpp", "platform/qt/QtPump.h"},
+                     {"platform/virtual/MemoryLine.cpp", "platform/qt/QtPump.h"}});
 }
 
 TEST(Layers, KeepAMachineInItsLayer) {
-    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "platform/SerialLine.h"), IsEmpty());
-    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "platform/virtual/VirtualPump.h"), IsEmpty());
-    EXPECT_THAT(layers("platform/virtual/MemoryLine.h", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(layers("platform/qt/QtSerialLine.cpp", "link/Connection.h"), SizeIs(1));
+    expectAllowed({{"platform/virtual/MemoryLine.h", "platform/SerialLine.h"},
+                   {"platform/virtual/MemoryLine.h", "platform/virtual/VirtualPump.h"}});
+    expectForbidden(
+        {{"platform/virtual/MemoryLine.h", "core/Numbers.h"}, {"platform/qt/QtSerialLine.cpp", "link/Connection.h"}});
 }
 
 TEST(Layers, LeaveTheVirtualEcuNothingButTheParameterNames) {
-    EXPECT_THAT(layers("ecu/Replies.cpp", "ecu/Replies.h"), IsEmpty());
-    EXPECT_THAT(layers("ecu/Replies.cpp", "core/ParameterNames.h"), IsEmpty());
-    EXPECT_THAT(layers("ecu/Replies.cpp", "core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(layers("ecu/Replies.cpp", "link/ReceiveMachine.h"), SizeIs(1));
-    EXPECT_THAT(layers("ecu/main.cpp", "platform/EventPump.h"), SizeIs(1));
+    expectAllowed({{"ecu/Replies.cpp", "ecu/Replies.h"}, {"ecu/Replies.cpp", "core/ParameterNames.h"}});
+    expectForbidden({{"ecu/Replies.cpp", "core/Numbers.h"},
+                     {"ecu/Replies.cpp", "link/ReceiveMachine.h"},
+                     {"ecu/main.cpp", "platform/EventPump.h"}});
 }
 
 TEST(Layers, WantTheModuleInEveryInclude) {
-    EXPECT_THAT(layers("live/Lamps.cpp", "Lamps.h"), SizeIs(1));
-    EXPECT_THAT(layers("live/Lamps.cpp", "../core/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(layers("live/Lamps.cpp", "attic/Numbers.h"), SizeIs(1));
-    EXPECT_THAT(layers("views/dashboard/MainView.cpp", "MainView.moc"), IsEmpty());
+    expectAllowed({{"views/dashboard/MainView.cpp", "MainView.moc"}});
+    expectForbidden({{"live/Lamps.cpp", "Lamps.h"},
+                     {"live/Lamps.cpp", "../core/Numbers.h"},
+                     {"live/Lamps.cpp", "attic/Numbers.h"}});
 }
 
 TEST(Layers, FindAnIncludeHoweverItIsWritten) {
@@ -143,9 +157,22 @@ TEST(Guard, StandsInEveryHeader) {
     EXPECT_THAT(brokenGuard({"core/files/IniFile.cpp", "int i;\n"}), IsEmpty());
 }
 
+TEST(Continuation, IsSaidWhereAFileHasNoHeaderOfItsName) {
+    const std::vector<SourceFile> all{{"core/Numbers.h", ""}, {"maps/NumberText.h", ""}};
+    EXPECT_THAT(brokenContinuation({"core/Numbers.cpp", "#include <string>\n"}, all), IsEmpty());
+    EXPECT_THAT(brokenContinuation({"core/NumberText.cpp", "// Continues Numbers.\n#include <string>\n"}, all),
+                IsEmpty());
+    EXPECT_THAT(brokenContinuation({"app/main.cpp", "#include <string>\n"}, all), IsEmpty());
+    EXPECT_THAT(brokenContinuation({"core/TimeText.h", "#pragma once\n"}, all), IsEmpty());
+    for (const char* text : {"#include <string>\n", "\n// Too late.\n", "#include <string>  // why\n", ""}) {
+        EXPECT_THAT(brokenContinuation({"core/NumberText.cpp", text}, all), SizeIs(1)) << text;
+    }
+}
+
 TEST(AllRules, AreAppliedTogether) {
     const SourceFile file{"ecu/replies.h", "#include <QString>\n#include \"core/Numbers.h\"\n"};
-    EXPECT_THAT(brokenRules(file), SizeIs(4));
+    EXPECT_THAT(brokenRules({"core/NumberText.cpp", "int i;\n"}, {}), SizeIs(1));
+    EXPECT_THAT(brokenRules(file, {}), SizeIs(4));
 }
 
 }  // namespace

@@ -13,11 +13,12 @@ namespace korvane::house {
 namespace {
 
 // In the order of the layers: a module may include its own files and those of the modules before it.
-constexpr std::array<std::string_view, 22> kLayers{"platform",
+constexpr std::array<std::string_view, 24> kLayers{"platform",
                                                    "controls",
                                                    "core",
                                                    "link",
                                                    "fields",
+                                                   "logs",
                                                    "live",
                                                    "maps",
                                                    "analysis",
@@ -31,6 +32,7 @@ constexpr std::array<std::string_view, 22> kLayers{"platform",
                                                    "views/dashboard",
                                                    "views/maps",
                                                    "views/settings",
+                                                   "views/trend",
                                                    "views/performance",
                                                    "views",
                                                    "program",
@@ -47,9 +49,9 @@ constexpr std::array<Machine, 2> kMachines{
     Machine{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},
 };
 
-constexpr std::array<std::string_view, 9> kQtModules{"platform/qt",       "views/widgets", "views/frame",
-                                                     "views/dashboard",   "views/maps",    "views/settings",
-                                                     "views/performance", "views",         "app"};
+constexpr std::array<std::string_view, 10> kQtModules{
+    "platform/qt",    "views/widgets", "views/frame",       "views/dashboard", "views/maps",
+    "views/settings", "views/trend",   "views/performance", "views",           "app"};
 
 constexpr std::string_view kSharedWithEcu = "core/ParameterNames.h";
 
@@ -172,11 +174,24 @@ std::vector<std::string> brokenLibraries(const SourceFile& file) {
     return broken;
 }
 
-std::vector<std::string> brokenRules(const SourceFile& file) {
+std::vector<std::string> brokenContinuation(const SourceFile& file, const std::vector<SourceFile>& all) {
+    constexpr std::string_view ending = ".cpp";
+    if (!file.path.ends_with(ending) || file.path.ends_with("/main.cpp") || file.text.starts_with("// ")) {
+        return {};
+    }
+    const std::string header = file.path.substr(0, file.path.size() - ending.size()) + ".h";
+    if (std::ranges::find(all, header, &SourceFile::path) != all.end()) {
+        return {};
+    }
+    return {file.path + ": has no header of its own and does not begin with a comment on what it continues"};
+}
+
+std::vector<std::string> brokenRules(const SourceFile& file, const std::vector<SourceFile>& all) {
     std::vector<std::string> broken = brokenNaming(file);
     append(broken, brokenGuard(file));
     append(broken, brokenLayers(file));
     append(broken, brokenLibraries(file));
+    append(broken, brokenContinuation(file, all));
     return broken;
 }
 

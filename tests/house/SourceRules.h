@@ -29,8 +29,12 @@ struct SourceFile {
 // An include of Qt outside the modules that may use it; of a third party's header anywhere.
 [[nodiscard]] std::vector<std::string> brokenLibraries(const SourceFile& file);
 
+// A .cpp file without a header of its name beside it, other than main.cpp, that does not begin with a comment: it has
+// to say what it continues. `all` are the files of the project.
+[[nodiscard]] std::vector<std::string> brokenContinuation(const SourceFile& file, const std::vector<SourceFile>& all);
+
 // All the rules together.
-[[nodiscard]] std::vector<std::string> brokenRules(const SourceFile& file);
+[[nodiscard]] std::vector<std::string> brokenRules(const SourceFile& file, const std::vector<SourceFile>& all);
 
 // Every file under `folder`, in order of path.
 [[nodiscard]] std::vector<SourceFile> readSources(const std::filesystem::path& folder);

@@ -5,6 +5,7 @@
 namespace korvane::link {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr const char* kStartCaption = "Korvane Tuner v1.3 by Dulmer";
@@ -77,7 +78,7 @@ TEST_F(IdentityTest, ThreeBytesSetTheFeaturesAlone) {
     EXPECT_FALSE(panel_.lblHWVer.Visible);
     EXPECT_EQ(panel_.lblFeatures.Caption.get(), "");
     EXPECT_TRUE(panel_.TimerGetSettings.Enabled);
-    EXPECT_EQ(log_.lines.size(), 1U);
+    EXPECT_THAT(log_.lines, ElementsAre(kTooShort));
 }
 
 TEST_F(IdentityTest, TwoBytesSetTheFeaturesAlone) {
@@ -91,7 +92,7 @@ TEST_F(IdentityTest, OneByteSetsNothing) {
     command('y', {2});
     EXPECT_EQ(tables_.Features, -1);
     EXPECT_TRUE(panel_.TimerGetSettings.Enabled);
-    EXPECT_EQ(log_.lines.size(), 1U);
+    EXPECT_THAT(log_.lines, ElementsAre(kTooShort));
 }
 
 TEST_F(IdentityTest, TheOldCaptionIsCutTo30CharactersBeforeTheType) {

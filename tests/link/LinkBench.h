@@ -12,17 +12,12 @@
 #include "link/ConnectionPanel.h"
 #include "link/Dispatcher.h"
 #include "link/Windows.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "support/MachineBench.h"
 
 namespace korvane::link {
 
 using Journal = std::vector<std::string>;
-using Bytes = std::vector<std::uint8_t>;
+using support::Bytes;
 
 // Notes when bytes are handed to it, before any of them travels.
 class JournalLine : public platform::MemoryLine {
@@ -114,8 +109,12 @@ public:
     std::vector<Bytes> frames;
 };
 
+// What the log says of a frame that ends in a failure.
+inline constexpr const char* kTooShort = "err docommand Subscript out of range";
+inline constexpr const char* kNoWindow = "err docommand Object variable not set";
+
 // No window is open at first; the clock starts at noon.
-class LinkBench : public testing::Test {
+class LinkBench : public support::MachineBench {
 protected:
     LinkBench() {
         core::InitModule(tables_, preferences_);
@@ -142,13 +141,8 @@ protected:
     }
 
     Journal journal_;
-    platform::VirtualPump pump_;
     JournalLine line_{pump_, journal_};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windowList_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windowList_, {}, '.', {}};
+    platform::Machine machine_ = virtual_.with(line_);
     controls::Window window_{machine_, "frmSarn2"};
     ConnectionPanel panel_{window_};
     core::SharedTables tables_;

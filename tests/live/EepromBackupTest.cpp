@@ -104,9 +104,7 @@ TEST_F(EepromBackup, ButtonsAreReleasedBeforeTheBoxShows) {
         std::vector<bool> enabled;
     };
     LookingDialogs dialogs;
-    platform::Machine machine{virtual_.pump,          line_,        dialogs,
-                              virtual_.preferences,   virtual_.log, virtual_.windows,
-                              virtual_.folder.path(), '.',          {}};
+    platform::Machine machine = virtual_.with(pump_, line_, dialogs);
     FrmSarn2 window(machine);
     window.load();
     dialogs.button = &window.btnKartat;

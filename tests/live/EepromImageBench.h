@@ -14,9 +14,11 @@
 
 #include "LiveBench.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "link/Connection.h"
 #include "live/EepromImage.h"
-#include "support/VirtualProgram.h"
+#include "support/MachineBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::live {
 
@@ -93,7 +95,7 @@ inline std::ostream& operator<<(std::ostream& out, const Sent& sent) {
 }
 
 // The clock stands at 0, 12:00:00. The port is open, the poll runs and the identity has been told.
-class EepromImageBench : public testing::Test {
+class EepromImageBench : public support::TimedBench {
 protected:
     EepromImageBench() {
         core::InitModule(tables_, virtual_.preferences);
@@ -106,8 +108,6 @@ protected:
         main_.TimerGetSettings.Enabled = false;
     }
 
-    void at(int milliseconds, std::function<void()> action) { virtual_.at(milliseconds, std::move(action)); }
-    [[nodiscard]] std::int64_t now() const { return virtual_.pump.milliseconds(); }
     [[nodiscard]] bool polls() { return main_.TimerRequestData.Enabled; }
 
     [[nodiscard]] std::array<controls::CommandButton*, 4> buttons() {
@@ -148,20 +148,9 @@ protected:
 
     // The captions that `button` shows while `run` runs.
     std::vector<std::string> captions(controls::CommandButton& button, const std::function<void()>& run) {
-        struct Noting : controls::Observer {
-            explicit Noting(controls::CommandButton& which) : button(which) { button.addObserver(*this); }
-            ~Noting() override { button.removeObserver(*this); }
-            void propertyChanged(controls::Object&, const void* property) override {
-                if (property == &button.Caption) {
-                    texts.push_back(button.Caption);
-                }
-            }
-            controls::CommandButton& button;
-            std::vector<std::string> texts;
-        };
-        Noting noting(button);
+        const support::PropertyValues noted(button, button.Caption);
         run();
-        return noting.texts;
+        return noted.values;
     }
     static std::vector<std::string> percents(const std::string& last) {
         std::vector<std::string> texts;
@@ -173,14 +162,11 @@ protected:
     }
 
     EepromDevice ecu_;
-    support::VirtualMachine virtual_;
-    LooseLine line_{virtual_.pump, &ecu_};
-    platform::Machine machine_{virtual_.pump,          line_,        virtual_.dialogs,
-                               virtual_.preferences,   virtual_.log, virtual_.windows,
-                               virtual_.folder.path(), '.',          {}};
+    LooseLine line_{pump_, &ecu_};
+    platform::Machine machine_ = virtual_.with(line_);
     core::SharedTables tables_;
     FrmSarn2 main_{machine_};
-    core::EepromAccess eeprom_{main_.MSComm1, virtual_.pump, tables_};
+    core::EepromAccess eeprom_{main_.MSComm1, pump_, tables_};
     NotingMisc misc_;
     link::Windows windows_;
     link::Dispatcher dispatcher_{machine_, main_, tables_, windows_};

@@ -8,17 +8,13 @@
 #include <vector>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/LiveUpdate.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "support/MachineBench.h"
 
 namespace korvane::live {
 
-using Bytes = std::vector<std::uint8_t>;
+using support::Bytes;
 using Journal = std::vector<std::string>;
 
 struct Sample {
@@ -93,7 +89,7 @@ public:
     bool fails = false;
 };
 
-class LiveBench : public testing::Test {
+class LiveBench : public support::MachineBench {
 protected:
     LiveBench() { core::InitModule(tables_, preferences_); }
 
@@ -115,18 +111,11 @@ protected:
         }
     }
 
-    platform::VirtualPump pump_;
-    platform::MemoryLine line_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windowList_;
-    platform::Machine machine_{pump_, line_, dialogs_, preferences_, log_, windowList_, {}, '.', {}};
     core::SharedTables tables_;
     link::Windows windows_;
-    FrmSarn2 window_{machine_};
+    FrmSarn2 window_{virtual_.machine};
     NotingTrends trends_;
-    LiveUpdate live_{window_, tables_, windows_, trends_};
+    LiveUpdate live_{window_, tables_, tables_, windows_, trends_};
     NotingAnalyser analyser_;
     NotingRows rows_;
     NotingMap map_;

@@ -6,6 +6,10 @@
 namespace korvane::maps {
 namespace {
 
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyRight;
+using controls::kKeyUp;
 using controls::Picture;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -63,6 +67,16 @@ protected:
             }
         }
         return -1;
+    }
+    struct Move {
+        int from;
+        int keyCode;
+        int to;
+    };
+    void expectMoves(const std::vector<Move>& moves) {
+        for (const auto& [from, keyCode, to] : moves) {
+            EXPECT_EQ(focusAfter(from, keyCode), to) << "from " << from;
+        }
     }
     // The text after a step from `target`, which the tool-tip and the analyser must hold as well.
     std::string stepped(const std::string& target, int keyCode) {
@@ -207,27 +221,21 @@ TEST_F(AnalyserPaneTest, WhileTheyAreModifiedTargetsStandOnWhite) {
 }
 
 TEST_F(AnalyserPaneTest, ArrowsMoveTheFocusInsideTheGrid) {
-    EXPECT_EQ(focusAfter(17, controls::kKeyLeft), 16);
-    EXPECT_EQ(focusAfter(17, controls::kKeyUp), 1);
-    EXPECT_EQ(focusAfter(17, controls::kKeyRight), 18);
-    EXPECT_EQ(focusAfter(17, controls::kKeyDown), 33);
+    expectMoves({{17, kKeyLeft, 16}, {17, kKeyUp, 1}, {17, kKeyRight, 18}, {17, kKeyDown, 33}});
 }
 
 TEST_F(AnalyserPaneTest, ArrowsDoNotWrap) {
-    EXPECT_EQ(focusAfter(16, controls::kKeyLeft), 16);
-    EXPECT_EQ(focusAfter(15, controls::kKeyUp), 15);
-    EXPECT_EQ(focusAfter(31, controls::kKeyRight), 31);
-    EXPECT_EQ(focusAfter(144, controls::kKeyDown), 144);
-    EXPECT_EQ(focusAfter(143, controls::kKeyDown), 159);
+    expectMoves(
+        {{16, kKeyLeft, 16}, {15, kKeyUp, 15}, {31, kKeyRight, 31}, {144, kKeyDown, 144}, {143, kKeyDown, 159}});
 }
 
 TEST_F(LargeAnalyserPaneTest, ArrowsKnowTheLargeGrid) {
-    EXPECT_EQ(focusAfter(16, controls::kKeyLeft), 15);
-    EXPECT_EQ(focusAfter(20, controls::kKeyLeft), 20);
-    EXPECT_EQ(focusAfter(39, controls::kKeyRight), 39);
-    EXPECT_EQ(focusAfter(20, controls::kKeyUp), 0);
-    EXPECT_EQ(focusAfter(299, controls::kKeyDown), 319);
-    EXPECT_EQ(focusAfter(300, controls::kKeyDown), 300);
+    expectMoves({{16, kKeyLeft, 15},
+                 {20, kKeyLeft, 20},
+                 {39, kKeyRight, 39},
+                 {20, kKeyUp, 0},
+                 {299, kKeyDown, 319},
+                 {300, kKeyDown, 300}});
 }
 
 TEST_F(LargeAnalyserPaneTest, AllItsCellsAreFilledAndPainted) {

@@ -8,6 +8,15 @@
 
 namespace korvane::maps {
 
+using controls::kKeyDown;
+using controls::kKeyLeft;
+using controls::kKeyPlus;
+using controls::kKeyRight;
+using controls::kKeyShift;
+using controls::kKeyUp;
+using controls::kWhite;
+using controls::kYellow;
+
 inline constexpr int kNoShift = 0;
 inline constexpr int kShift = controls::kShiftMask;
 inline constexpr int kControl = controls::kControlMask;

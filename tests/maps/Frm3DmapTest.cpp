@@ -154,7 +154,7 @@ TEST_F(Frm3DmapTest, TellsTheViewOncePerRefresh) {
 TEST_F(Frm3DmapTest, TheRedrawStopsWhereTheImageEnds) {
     tables_.IgnMapOut[319] = 77;
     frm3Dmap_.setMapSizes(20, 17);
-    EXPECT_NO_THROW(frm3Dmap_.open());
+    frm3Dmap_.open();
     EXPECT_EQ(chart().Row.get(), 17);
     EXPECT_EQ(chart().Column.get(), 1);
     EXPECT_EQ(data(16, 20), "77");
@@ -164,11 +164,18 @@ TEST_F(Frm3DmapTest, TheRedrawStopsWhereTheImageEnds) {
     EXPECT_EQ(machine_.log.lines.size(), 1U);
 }
 
-TEST_F(Frm3DmapTest, AbsurdSizesDoNoHarm) {
+// 32767 by 32767 has more cells than the image, -1 by -1 has one that the chart has not got; the others have none.
+TEST_F(Frm3DmapTest, AbsurdSizesAreTakenAndFilledAsFarAsTheirCellsGo) {
     frm3Dmap_.open();
-    for (const auto& [columns, rows] : {std::pair{32767, 32767}, {0, 0}, {-1, -1}, {-32768, 10}, {16, -32768}}) {
+    for (const auto& [columns, rows, failures] :
+         {std::tuple{32767, 32767, 1U}, {0, 0, 0U}, {-1, -1, 1U}, {-32768, 10, 0U}, {16, -32768, 0U}}) {
+        machine_.log.lines.clear();
         frm3Dmap_.setMapSizes(static_cast<std::int16_t>(columns), static_cast<std::int16_t>(rows));
-        EXPECT_NO_THROW(frm3Dmap_.Update3D(1)) << columns << ' ' << rows;
+        frm3Dmap_.Update3D(1);
+        EXPECT_EQ(chart().ColumnCount.get(), columns);
+        EXPECT_EQ(chart().RowCount.get(), rows);
+        EXPECT_EQ(machine_.log.lines.size(), failures) << columns << ' ' << rows;
+        EXPECT_THAT(machine_.log.lines, testing::Each(testing::HasSubstr("Subscript out of range")));
     }
     frm3Dmap_.setMapSizes(16, 10);
     frm3Dmap_.Update3D(1);

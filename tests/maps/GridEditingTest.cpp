@@ -5,15 +5,7 @@ namespace korvane::maps {
 namespace {
 
 using controls::kGreen;
-using controls::kKeyDown;
-using controls::kKeyLeft;
 using controls::kKeyMinus;
-using controls::kKeyPlus;
-using controls::kKeyRight;
-using controls::kKeyShift;
-using controls::kKeyUp;
-using controls::kWhite;
-using controls::kYellow;
 using support::Bytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -168,18 +160,15 @@ TEST_F(GridEditingTest, TheFocusStopsAtTheEdges) {
 }
 
 TEST_F(LargeGridEditingTest, TheFocusGoesByTwentyColumns) {
-    key(window_.ign, 50, kKeyDown);
-    EXPECT_EQ(focusIn(window_.ign), 70);
-    key(window_.ign, 39, kKeyRight);
-    EXPECT_EQ(focusIn(window_.ign), 39);
-    key(window_.ign, 40, kKeyLeft);
-    EXPECT_EQ(focusIn(window_.ign), 40);
-    key(window_.ign, 300, kKeyDown);
-    EXPECT_EQ(focusIn(window_.ign), 300);
-    key(window_.ign, 299, kKeyDown);
-    EXPECT_EQ(focusIn(window_.ign), 319);
-    key(window_.ign, 19, kKeyUp);
-    EXPECT_EQ(focusIn(window_.ign), 19);
+    for (const auto& [from, keyCode, to] : {std::tuple{50, kKeyDown, 70},
+                                            {39, kKeyRight, 39},
+                                            {40, kKeyLeft, 40},
+                                            {300, kKeyDown, 300},
+                                            {299, kKeyDown, 319},
+                                            {19, kKeyUp, 19}}) {
+        key(window_.ign, from, keyCode);
+        EXPECT_EQ(focusIn(window_.ign), to) << "from " << from;
+    }
 }
 
 TEST_F(GridEditingTest, TheFocusIsYellowAndLeavesWhite) {

@@ -5,6 +5,7 @@
 #include "core/Numbers.h"
 #include "core/ParameterNumber.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "maps/grid/MapConversions.h"
 #include "platform/RuntimeError.h"
 #include "platform/virtual/MemoryPreferences.h"

@@ -27,6 +27,11 @@ protected:
 
     static std::string textOf(MapGrid& grid, int cell) { return grid(cell).Text; }
     static controls::Color colorOf(MapGrid& grid, int cell) { return grid(cell).ForeColor; }
+    static void expectCell(MapGrid& grid, int cell, const char* text, controls::Color color, const char* toolTip) {
+        EXPECT_EQ(textOf(grid, cell), text);
+        EXPECT_EQ(colorOf(grid, cell), color);
+        EXPECT_EQ(grid(cell).ToolTipText.get(), toolTip);
+    }
 
     std::string chartData(int row, int column) {
         frm3Dmap_.MSChart1.Row = row;
@@ -229,9 +234,7 @@ TEST_F(MapDisplayTest, AModeOfZeroInTheMiddleIsNoFailure) {
     alarm->callAt(machine_.pump.now());
     receiveFuel(15, 255);
     window_.populateFuel();
-    EXPECT_EQ(textOf(window_.fuel, 15), "10.625");
-    EXPECT_EQ(colorOf(window_.fuel, 15), kBlack);
-    EXPECT_EQ(window_.fuel(15).ToolTipText.get(), " 255 hp (550cc) 15");
+    expectCell(window_.fuel, 15, "10.625", kBlack, " 255 hp (550cc) 15");
 }
 
 TEST_F(MapDisplayTest, IgnitionIsShownInDegrees) {
@@ -239,17 +242,11 @@ TEST_F(MapDisplayTest, IgnitionIsShownInDegrees) {
     tables_.IgnMapIn[1] = 7;
     tables_.IgnMapOut[1] = 128;
     window_.populateIGN();
-    EXPECT_EQ(textOf(window_.ign, 0), "51");
-    EXPECT_EQ(colorOf(window_.ign, 0), kBlack);
-    EXPECT_EQ(window_.ign(0).ToolTipText.get(), "255");
-    EXPECT_EQ(textOf(window_.ign, 1), "1.4");
-    EXPECT_EQ(colorOf(window_.ign, 1), kBlue);
-    EXPECT_EQ(window_.ign(1).ToolTipText.get(), "7");
+    expectCell(window_.ign, 0, "51", kBlack, "255");
+    expectCell(window_.ign, 1, "1.4", kBlue, "7");
     EXPECT_EQ(textOf(window_.ign, 159), "0");
     window_.populateIGNOUT();
-    EXPECT_EQ(textOf(window_.ign, 1), "25.6");
-    EXPECT_EQ(colorOf(window_.ign, 1), kBlue);
-    EXPECT_EQ(window_.ign(1).ToolTipText.get(), "128");
+    expectCell(window_.ign, 1, "25.6", kBlue, "128");
 }
 
 TEST_F(MapDisplayTest, PwmIsShownInMilliseconds) {
@@ -257,14 +254,10 @@ TEST_F(MapDisplayTest, PwmIsShownInMilliseconds) {
     tables_.PwmMapIn[1] = 72;
     tables_.PwmMapOut[1] = 36;
     window_.populatePWM();
-    EXPECT_EQ(textOf(window_.pwm, 0), "0.013");
-    EXPECT_EQ(colorOf(window_.pwm, 0), kBlack);
-    EXPECT_EQ(window_.pwm(0).ToolTipText.get(), "1");
+    expectCell(window_.pwm, 0, "0.013", kBlack, "1");
     EXPECT_EQ(textOf(window_.pwm, 1), "1");
     window_.populatePWMOUT();
-    EXPECT_EQ(textOf(window_.pwm, 1), "0.5");
-    EXPECT_EQ(colorOf(window_.pwm, 1), kBlue);
-    EXPECT_EQ(window_.pwm(1).ToolTipText.get(), "36");
+    expectCell(window_.pwm, 1, "0.5", kBlue, "36");
     EXPECT_EQ(textOf(window_.pwm, 159), "0");
 }
 

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "TransferBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::maps {
 namespace {
@@ -201,24 +202,14 @@ TEST_F(TuneFile, WhoseFuelMapCanNotBeShownIsTakenAllTheSame) {
     EXPECT_NE(window_.fuel(0).Text.get(), "");
 }
 
-// Fails the first time that the cell's text changes.
-class FailingView : public controls::Observer {
-public:
-    explicit FailingView(controls::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
-    ~FailingView() override { cell_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &cell_.Text && !std::exchange(failed_, true)) {
+TEST_F(TuneFile, WhoseIgnitionMapCanNotBeShownIsTakenAllTheSame) {
+    auto& cell = window_.ign(0);
+    bool failed = false;
+    const support::PropertyWatch view(cell, &cell.Text, [&] {
+        if (!std::exchange(failed, true)) {
             throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
         }
-    }
-
-private:
-    controls::TextBox& cell_;
-    bool failed_ = false;
-};
-
-TEST_F(TuneFile, WhoseIgnitionMapCanNotBeShownIsTakenAllTheSame) {
-    FailingView view(window_.ign(0));
+    });
     load(maps() + pwm());
     EXPECT_EQ(message(), "Virhe sytytys kartassa");
     EXPECT_EQ(tables_.IgnMapOut[0], 20);

@@ -380,9 +380,13 @@ TEST_F(MapFormTest, WhatTheAnalyserAsksOfCellsBeyondTheGridIsPassedOver) {
     auto& window = openMaps();
     const auto before = tables_.FuelMapOut;
     for (const int cell : {-1, 160, 319, 320}) {
-        EXPECT_NO_THROW(window.setSetpointToolTip(cell, "13"));
-        EXPECT_NO_THROW(window.pressFuelKey(cell, controls::kKeyPlus, 0));
+        window.setSetpointToolTip(cell, "1357");
+        window.pressFuelKey(cell, controls::kKeyPlus, 0);
     }
+    for (const auto* control : window.controls()) {
+        EXPECT_NE(control->ToolTipText.get(), "1357") << control->path();
+    }
+    EXPECT_THAT(machine_.log.lines, IsEmpty());
     EXPECT_EQ(tables_.FuelMapOut, before);
     window.pressFuelKey(159, controls::kKeyPlus, 0);
     EXPECT_EQ(tables_.FuelMapOut[159], before[159] + 1);

@@ -6,6 +6,7 @@
 #include "EditingBench.h"
 #include "TransferBench.h"
 #include "maps/MapForm.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::maps {
 namespace {
@@ -129,25 +130,6 @@ TEST_F(MapRules, TheFirstReadsAskAlsoForWhatTheEcuDoesNotOffer) {
     EXPECT_THAT(sent(), ElementsAre('m', 'f', 'a', 'p', 0, 0x8F));
 }
 
-// What a cell has shown, in order.
-class NotedTexts : public controls::Observer {
-public:
-    explicit NotedTexts(controls::TextBox& cell) : cell_(cell) { cell_.addObserver(*this); }
-    NotedTexts(const NotedTexts&) = delete;
-    NotedTexts& operator=(const NotedTexts&) = delete;
-    ~NotedTexts() override { cell_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &cell_.Text) {
-            texts.push_back(cell_.Text);
-        }
-    }
-
-    std::vector<std::string> texts;
-
-private:
-    controls::TextBox& cell_;
-};
-
 double halfMillisecond(core::SharedTables&) {
     return 0.5;
 }
@@ -177,19 +159,19 @@ protected:
 // (10 + 9) * 0.5; with the box as it was it would have been (10 + 1) * 0.5 first.
 TEST_F(TuneFileOffset, IsInTheFuelCellsFromTheStartAsCounts) {
     tables_.InjOff_type = 1;
-    const NotedTexts shown(window_.fuel(17));
+    const support::PropertyValues shown(window_.fuel(17), window_.fuel(17).Text);
     load();
     EXPECT_EQ(window_.txtMisc(2).Text.get(), "9");
-    EXPECT_THAT(shown.texts, ElementsAre("9.5"));
+    EXPECT_THAT(shown.values, ElementsAre("9.5"));
 }
 
 // 10 * 0.5 + 9 * 0.25.
 TEST_F(TuneFileOffset, IsInTheFuelCellsFromTheStartAsTime) {
     tables_.InjOff_type = 0;
     tables_.TickF = 0.25;
-    const NotedTexts shown(window_.fuel(17));
+    const support::PropertyValues shown(window_.fuel(17), window_.fuel(17).Text);
     load();
-    EXPECT_THAT(shown.texts, ElementsAre("7.25"));
+    EXPECT_THAT(shown.values, ElementsAre("7.25"));
 }
 
 }  // namespace

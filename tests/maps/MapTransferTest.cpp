@@ -1,4 +1,5 @@
 #include "TransferBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::maps {
 namespace {
@@ -152,30 +153,14 @@ TEST_F(MapWrite, KeepsThePollStoppedUntilTheCommitIsThrough) {
     EXPECT_EQ(seen, 2);
 }
 
-class PollObserver : public controls::Observer {
-public:
-    explicit PollObserver(controls::Timer& timer) : timer_(timer) { timer_.addObserver(*this); }
-    ~PollObserver() override { timer_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &timer_.Enabled) {
-            states.push_back(timer_.Enabled);
-        }
-    }
-
-    std::vector<bool> states;
-
-private:
-    controls::Timer& timer_;
-};
-
 TEST_F(MapWrite, SwitchesThePollOnAndOffBeforeTheCommitOfIgnitionAlone) {
     openPort();
-    PollObserver observer(poll());
+    support::PropertyValues observer(poll(), poll().Enabled);
     window_.btnWriteFuel.press();
-    EXPECT_THAT(observer.states, ElementsAre(false, true));
-    observer.states.clear();
+    EXPECT_THAT(observer.values, ElementsAre(false, true));
+    observer.values.clear();
     window_.btnWriteIgn.press();
-    EXPECT_THAT(observer.states, ElementsAre(false, true, false, true));
+    EXPECT_THAT(observer.values, ElementsAre(false, true, false, true));
 }
 
 TEST_F(MapWrite, SendsACellThatIsEditedAheadOfItAsEdited) {

@@ -10,13 +10,14 @@
 #include <vector>
 
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
 #include "maps/transfer/MapContext.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 
 namespace korvane::maps {
 
@@ -47,6 +48,23 @@ public:
     bool logData = false;
     bool agentEnable = false;
     int clears = 0;
+};
+
+// Notes what the caption of a window becomes.
+class CaptionObserver : public controls::Observer {
+public:
+    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
+    ~CaptionObserver() override { window_.removeObserver(*this); }
+    void propertyChanged(controls::Object&, const void* property) override {
+        if (property == &window_.Caption) {
+            captions.push_back(window_.Caption);
+        }
+    }
+
+    std::vector<std::string> captions;
+
+private:
+    controls::Window& window_;
 };
 
 // A window of all panes that does nothing of its own: it does not read at its load, and offers everything.
@@ -88,12 +106,7 @@ protected:
     // The bytes that have gone out since the last call, once they are through.
     support::Bytes sent() {
         machine_.pump.wait(500);
-        support::Bytes bytes;
-        for (const auto& arrival : machine_.recorder.arrivals) {
-            bytes.push_back(arrival.byte);
-        }
-        machine_.recorder.arrivals.clear();
-        return bytes;
+        return machine_.recorder.takeBytes();
     }
 
     void setParameter(int address, std::uint8_t value) {

@@ -1,4 +1,5 @@
 #include "TransferBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::maps {
 namespace {
@@ -97,30 +98,14 @@ TEST_F(Misc, ReplyStopsThePollForATenthOfASecond) {
     EXPECT_EQ(window_.timeOutCounter, 0);
 }
 
-class CaptionObserver : public controls::Observer {
-public:
-    explicit CaptionObserver(controls::Window& window) : window_(window) { window_.addObserver(*this); }
-    ~CaptionObserver() override { window_.removeObserver(*this); }
-    void propertyChanged(controls::Object&, const void* property) override {
-        if (property == &window_.Caption) {
-            captions.push_back(window_.Caption);
-        }
-    }
-
-    std::vector<std::string> captions;
-
-private:
-    controls::Window& window_;
-};
-
 TEST_F(Misc, ReplyIsAnnouncedFirst) {
-    CaptionObserver observer(window_);
+    const support::PropertyValues observer(window_, window_.Caption);
     window_.LoadMisc(false);
-    EXPECT_THAT(observer.captions, ElementsAre("Getting data from Sarnex!", "Misc datan haku onnistui"));
+    EXPECT_THAT(observer.values, ElementsAre("Getting data from Sarnex!", "Misc datan haku onnistui"));
 }
 
 TEST_F(Misc, LoadThatSkipsTheTimersLeavesThePollAloneUntilItsEnd) {
-    CaptionObserver observer(window_);
+    const support::PropertyValues observer(window_, window_.Caption);
     bool seen = false;
     whileBlocked(50, [&] {
         seen = true;
@@ -131,7 +116,7 @@ TEST_F(Misc, LoadThatSkipsTheTimersLeavesThePollAloneUntilItsEnd) {
     EXPECT_TRUE(seen);
     EXPECT_EQ(now(), 100);
     EXPECT_TRUE(poll().Enabled);
-    EXPECT_THAT(observer.captions, ElementsAre("Misc datan haku onnistui"));
+    EXPECT_THAT(observer.values, ElementsAre("Misc datan haku onnistui"));
 }
 
 // The next reply would be cut in two by a pause in which events run.

@@ -12,12 +12,15 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
+constexpr MiscCaptions kCaptions{.bits = {"Enable LCD", "", "Reset to defaults"},
+                                 .receiving = "Getting data from ECU!"};
+
 // As small as a map window gets: the misc block and the ignition map.
 class SmallWindow : public PaneWindow, public MiscPane, public IgnitionPane {
 public:
     SmallWindow(platform::Machine& machine, const MapContext& context)
         : PaneWindow(machine, context, {"frmSmall", "Small"}, kOrdinaryMaps),
-          MiscPane(ground()),
+          MiscPane(ground(), kCaptions),
           IgnitionPane(ground(), Halves::One, Pointing::Keys) {}
 };
 
@@ -49,6 +52,15 @@ TEST_F(PaneWindowTest, HasTheNamesOfItsOwnPanesAlone) {
                                             "btnReadMisc", "btnSaveMisc", "FrameMisc", "lblMisc", "txtMisc",
                                             "CheckMisc", "FrameINJMaxOpen", "optINJMaxOpen", "TimeOutTimer",
                                             "chkOnlineChanges", "prgTransfer", "Timer1", "TimerInitialGetData"));
+}
+
+TEST_F(PaneWindowTest, NamesTheMiscBlockInItsOwnWords) {
+    EXPECT_EQ(window_.CheckMisc(0).Caption.get(), "Enable LCD");
+    EXPECT_EQ(window_.CheckMisc(2).Caption.get(), "Reset to defaults");
+    EXPECT_EQ(window_.CheckMisc(15).Caption.get(), "");
+    const CaptionObserver observer(window_);
+    deliver('m', Bytes(9, 0));
+    EXPECT_THAT(observer.captions, ElementsAre("Getting data from ECU!", "Misc datan haku onnistui"));
 }
 
 TEST_F(PaneWindowTest, ReadsItsPanesInTheirOrderAfterTheLoad) {

@@ -4,14 +4,6 @@
 namespace korvane::maps {
 namespace {
 
-using controls::kKeyDown;
-using controls::kKeyLeft;
-using controls::kKeyPlus;
-using controls::kKeyRight;
-using controls::kKeyShift;
-using controls::kKeyUp;
-using controls::kWhite;
-using controls::kYellow;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -24,8 +24,7 @@ protected:
     void at(int milliseconds, std::function<void()> action) { machine_.at(milliseconds, std::move(action)); }
     // Also while the program blocks.
     void whileBlocked(int milliseconds, std::function<void()> action) {
-        machine_.alarms.push_back(machine_.pump.makeAlarm(std::move(action), platform::AlarmKind::Device));
-        machine_.alarms.back()->callAt(milliseconds * platform::kMicrosPerMilli);
+        machine_.at(milliseconds, std::move(action), platform::AlarmKind::Device);
     }
     [[nodiscard]] std::int64_t now() const { return machine_.pump.milliseconds(); }
 

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <iterator>
 
+#include "WroteAt.h"
 #include "platform/RuntimeError.h"
 #include "platform/TappedLine.h"
 #include "platform/virtual/MemoryLine.h"
@@ -64,12 +65,7 @@ TEST_F(Tapped, RecordsEachWriteWithItsTime) {
     pump.runUntil(7999);
     tap.write(Bytes{});
     tap.write(Bytes{0x79, 0x00});
-    const auto writes = tap.takeSent();
-    ASSERT_EQ(writes.size(), 2U);
-    EXPECT_EQ(writes[0].milliseconds, 0);
-    EXPECT_THAT(writes[0].bytes, ElementsAre(0x78));
-    EXPECT_EQ(writes[1].milliseconds, 7);
-    EXPECT_THAT(writes[1].bytes, ElementsAre(0x79, 0x00));
+    EXPECT_THAT(tap.takeSent(), ElementsAre(WroteAt(0, Bytes{0x78}), WroteAt(7, Bytes{0x79, 0x00})));
     EXPECT_TRUE(tap.takeSent().empty());
     tap.write(Bytes{0x41});
     EXPECT_THAT(tap.takeSentBytes(), ElementsAre(0x41));

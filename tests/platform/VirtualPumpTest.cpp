@@ -116,9 +116,10 @@ TEST_F(VirtualPumpTest, CallsComeInOrderOfTimeAndThenOfAsking) {
     noting("late").callAt(ms(20));
     noting("first").callAt(ms(10));
     noting("second", AlarmKind::Device).callAt(ms(10));
-    noting("third").callAt(ms(10));
+    noting("third", AlarmKind::Command).callAt(ms(10));
+    noting("fourth").callAt(ms(10));
     pump_.wait(30);
-    EXPECT_THAT(calls_, ElementsAre("first", "second", "third", "late"));
+    EXPECT_THAT(calls_, ElementsAre("first", "second", "third", "fourth", "late"));
 }
 
 TEST_F(VirtualPumpTest, AskingAgainReplacesTheEarlierMomentAndQueuesBehind) {
@@ -136,6 +137,14 @@ TEST_F(VirtualPumpTest, AMomentThatHasPassedIsTheNextChance) {
     pump_.pump();
     EXPECT_THAT(calls_, ElementsAre("a"));
     EXPECT_EQ(pump_.now(), ms(100));
+}
+
+TEST_F(VirtualPumpTest, AMomentThatHasPassedQueuesBehindWhatIsDueNow) {
+    pump_.wait(30);
+    noting("now").callAt(ms(30));
+    noting("passed").callAt(ms(10));
+    pump_.pump();
+    EXPECT_THAT(calls_, ElementsAre("now", "passed"));
 }
 
 TEST_F(VirtualPumpTest, ACancelledAlarmDoesNotCall) {
@@ -222,12 +231,13 @@ TEST_F(VirtualPumpTest, AHandlerThatWaitsPastTheOuterWaitMovesTheClockOn) {
 
 TEST_F(VirtualPumpTest, ASleepRunsDeviceAlarmsOnly) {
     noting("program").callAt(ms(10));
+    noting("command", AlarmKind::Command).callAt(ms(15));
     noting("device", AlarmKind::Device).callAt(ms(20));
     pump_.sleep(100);
     EXPECT_THAT(calls_, ElementsAre("device"));
     EXPECT_EQ(pump_.now(), ms(100));
     pump_.pump();
-    EXPECT_THAT(calls_, ElementsAre("device", "program"));
+    EXPECT_THAT(calls_, ElementsAre("device", "program", "command"));
 }
 
 TEST_F(VirtualPumpTest, ASleepInsideAHandlerBlocksToo) {

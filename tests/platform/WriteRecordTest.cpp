@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <vector>
 
+#include "WroteAt.h"
 #include "platform/WriteRecord.h"
 
 namespace korvane::platform {
@@ -19,16 +20,8 @@ TEST(WriteRecord, GivesBackWritesWithTheirTimesAndIsEmptyThen) {
     // Differences that need two and five bytes.
     record.add(127 + 128, Bytes(300, 5));
     record.add(127 + 128 + 86'400'000'000, Bytes{6});
-    const auto writes = record.take();
-    ASSERT_EQ(writes.size(), 5U);
-    EXPECT_EQ(writes[0].milliseconds, 0);
-    EXPECT_THAT(writes[0].bytes, ElementsAre(1));
-    EXPECT_EQ(writes[1].milliseconds, 127);
-    EXPECT_THAT(writes[1].bytes, ElementsAre(2, 3));
-    EXPECT_EQ(writes[2].milliseconds, 127);
-    EXPECT_EQ(writes[3].milliseconds, 255);
-    EXPECT_EQ(writes[3].bytes, Bytes(300, 5));
-    EXPECT_EQ(writes[4].milliseconds, 86'400'000'255);
+    EXPECT_THAT(record.take(), ElementsAre(WroteAt(0, Bytes{1}), WroteAt(127, Bytes{2, 3}), WroteAt(127, Bytes{4}),
+                                           WroteAt(255, Bytes(300, 5)), WroteAt(86'400'000'255, Bytes{6})));
     EXPECT_THAT(record.take(), IsEmpty());
 }
 

@@ -163,7 +163,11 @@ TEST_F(SerialLinks, DeviceFixedByALinkTakesNoSecondNumber) {
 }
 
 TEST(SerialPorts, OfThisComputerAreDeviceFiles) {
-    for (const auto& port : findSerialPorts()) {
+    const auto ports = findSerialPorts();
+    if (ports.empty()) {
+        GTEST_SKIP() << "this computer has no serial port";
+    }
+    for (const auto& port : ports) {
         EXPECT_TRUE(std::filesystem::is_character_file(port.path)) << port.path;
     }
 }

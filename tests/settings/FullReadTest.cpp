@@ -1,4 +1,5 @@
 #include "MiscBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::settings {
 namespace {
@@ -83,7 +84,7 @@ TEST_F(FullReadTest, PausesBehindEachRead) {
 
 TEST_F(FullReadTest, CountsInTheCaption) {
     showOnOpenPort();
-    TextObserver observer(frmMisc_, frmMisc_.Caption);
+    const support::PropertyValues captions(frmMisc_, frmMisc_.Caption);
     frmMisc_.btnLoad.press();
     Lines expected;
     const auto percents = [&](double first, double last, double step) {
@@ -105,7 +106,7 @@ TEST_F(FullReadTest, CountsInTheCaption) {
     percents(90, 95, 1);
     percents(95.5, 99.5, 0.5);  // 95 stands there already when the acceleration cells begin
     expected.push_back(kReceived);
-    EXPECT_THAT(observer.texts, ElementsAreArray(expected));
+    EXPECT_THAT(captions.values, ElementsAreArray(expected));
 }
 
 TEST_F(FullReadTest, TakesAsLongOnAClosedPortAndChangesNoField) {

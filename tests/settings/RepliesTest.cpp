@@ -96,10 +96,14 @@ TEST_F(RepliesTest, AccelerationCellsShowMillisecondsAndKeepNoByte) {
 }
 
 TEST_F(RepliesTest, VoltageWarningsShowTwiceTheByte) {
-    expectText(984, 7, frmMisc_.txtVolt1Warning, "14");
-    expectText(985, 8, frmMisc_.txtVolt2Warning, "16");
-    expectText(986, 0, frmMisc_.txtVolt3Warning, "0");
-    expectText(987, 255, frmMisc_.txtVolt4Warning, "510");
+    auto& w = frmMisc_;
+    int addr = 984;
+    for (const auto& [box, value, text] : {std::tuple{&w.txtVolt1Warning, 7, "14"},
+                                           {&w.txtVolt2Warning, 8, "16"},
+                                           {&w.txtVolt3Warning, 0, "0"},
+                                           {&w.txtVolt4Warning, 255, "510"}}) {
+        expectText(addr++, value, *box, text);
+    }
 }
 
 TEST_F(RepliesTest, ThrottleValuesStandInLabels) {

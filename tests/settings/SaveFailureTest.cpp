@@ -151,9 +151,9 @@ TEST_F(SaveTest, NeverReadsBack) {
         if (button == nullptr || button->Caption.get() != "Save") {
             continue;
         }
-        for (const auto& line : save(*button)) {
-            EXPECT_THAT(line, HasSubstr("=")) << button->name();
-        }
+        const auto lines = save(*button);
+        EXPECT_FALSE(lines.empty()) << button->name();
+        EXPECT_THAT(lines, testing::Each(HasSubstr("="))) << button->name();
     }
 }
 

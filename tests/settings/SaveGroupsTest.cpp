@@ -6,7 +6,16 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-using SaveGroupsTest = SaveBench;
+class SaveGroupsTest : public SaveBench {
+protected:
+    using Texts = std::vector<std::pair<controls::TextBox&, const char*>>;
+
+    static void fill(const Texts& texts) {
+        for (const auto& [box, text] : texts) {
+            box.Text = text;
+        }
+    }
+};
 
 TEST_F(SaveGroupsTest, IdleIgnition) {
     number(frmMisc_.txtIdleAdv, 10);
@@ -37,8 +46,7 @@ TEST_F(SaveGroupsTest, ChargeTimeComesFromTheTag) {
 // 1500 is 0x05DC, 2000 is 0x07D0. The rows of both are marked as words: the low byte's write clears the high one, and
 // blocks for 50 ms in between.
 TEST_F(SaveGroupsTest, EngineBrake) {
-    frmMisc_.txtMotorBrakeLow.Text = "1500";
-    frmMisc_.txtMotorBrakeHigh.Text = "2000";
+    fill({{frmMisc_.txtMotorBrakeLow, "1500"}, {frmMisc_.txtMotorBrakeHigh, "2000"}});
     EXPECT_THAT(save(frmMisc_.btnSaveMotorbrake),
                 ElementsAre("0 507=220", "50 508=0", "50 508=5", "100 509=208", "150 510=0", "150 510=7"));
     EXPECT_EQ(now(), 150);
@@ -46,8 +54,7 @@ TEST_F(SaveGroupsTest, EngineBrake) {
 }
 
 TEST_F(SaveGroupsTest, NegativeWordGoesInTwosComplement) {
-    frmMisc_.txtMotorBrakeLow.Text = "-2";
-    frmMisc_.txtMotorBrakeHigh.Text = "-32768";
+    fill({{frmMisc_.txtMotorBrakeLow, "-2"}, {frmMisc_.txtMotorBrakeHigh, "-32768"}});
     EXPECT_THAT(save(frmMisc_.btnSaveMotorbrake),
                 ElementsAre("0 507=254", "50 508=0", "50 508=255", "100 509=0", "150 510=0", "150 510=128"));
 }
@@ -122,9 +129,7 @@ TEST_F(SaveGroupsTest, FlagsAreOneByte) {
 
 // 900 is 0x0384.
 TEST_F(SaveGroupsTest, IdleValve) {
-    frmMisc_.txtIdleValveMax.Text = "80";
-    frmMisc_.txtIdleValveMin.Text = "20";
-    frmMisc_.txtIdleValveSetpoint.Text = "900";
+    fill({{frmMisc_.txtIdleValveMax, "80"}, {frmMisc_.txtIdleValveMin, "20"}, {frmMisc_.txtIdleValveSetpoint, "900"}});
     EXPECT_THAT(save(frmMisc_.btnSaveIdleValve),
                 ElementsAre("0 503=80", "50 502=20", "100 504=132", "150 505=0", "150 505=3"));
     EXPECT_EQ(now(), 150);
@@ -174,19 +179,18 @@ TEST_F(SaveGroupsTest, IdleFuelCorrection) {
 }
 
 TEST_F(SaveGroupsTest, TemperatureSensors) {
-    frmMisc_.txtNTC1.Text = "22";
-    frmMisc_.txtNTC2.Text = "23";
-    frmMisc_.txtNTC3.Text = "24";
-    frmMisc_.txtNTC4.Text = "25";
-    frmMisc_.txtNTCMultiplier.Text = "10";
+    fill({{frmMisc_.txtNTC1, "22"},
+          {frmMisc_.txtNTC2, "23"},
+          {frmMisc_.txtNTC3, "24"},
+          {frmMisc_.txtNTC4, "25"},
+          {frmMisc_.txtNTCMultiplier, "10"}});
     EXPECT_THAT(save(frmMisc_.btnSaveNTCCal),
                 ElementsAre("0 516=22", "0 517=23", "100 969=24", "100 970=25", "100 979=10"));
     EXPECT_EQ(now(), 100);
 }
 
 TEST_F(SaveGroupsTest, LoadCalculation) {
-    frmMisc_.txtLoadOffset.Text = "5";
-    frmMisc_.txtLoadGain.Text = "10";
+    fill({{frmMisc_.txtLoadOffset, "5"}, {frmMisc_.txtLoadGain, "10"}});
     frmMisc_.optLoadMode(0).press();
     EXPECT_THAT(save(frmMisc_.btnLoadCalc), ElementsAre("0 497=5", "200 496=10", "400 498=0"));
     EXPECT_EQ(now(), 400);
@@ -199,16 +203,16 @@ TEST_F(SaveGroupsTest, LoadCalculation) {
 // 4500 is 0x1194; its row is a word, written in one call with 50 ms in between.
 TEST_F(SaveGroupsTest, Warnings) {
     auto& w = frmMisc_;
-    w.txtBoostIgnCut.Text = "240";
-    w.txtColdRPMlimit.Text = "4500";
-    w.txtWaterWarning.Text = "105";
-    w.txtOilWarning.Text = "130";
-    w.txtAirWarning.Text = "60";
-    w.txtTemp4Warning.Text = "70";
-    w.txtVolt1Warning.Text = "15";
-    w.txtVolt2Warning.Text = "13";
-    w.txtVolt3Warning.Text = "510";
-    w.txtVolt4Warning.Text = "0";
+    fill({{w.txtBoostIgnCut, "240"},
+          {w.txtColdRPMlimit, "4500"},
+          {w.txtWaterWarning, "105"},
+          {w.txtOilWarning, "130"},
+          {w.txtAirWarning, "60"},
+          {w.txtTemp4Warning, "70"},
+          {w.txtVolt1Warning, "15"},
+          {w.txtVolt2Warning, "13"},
+          {w.txtVolt3Warning, "510"},
+          {w.txtVolt4Warning, "0"}});
     EXPECT_THAT(save(w.btnSaveWarnings),
                 ElementsAre("0 515=240", "0 1005=148", "50 1006=17", "50 980=105", "50 982=130", "50 981=60",
                             "50 983=70", "50 984=8", "50 985=6", "50 986=255", "50 987=0"));
@@ -220,13 +224,10 @@ TEST_F(SaveGroupsTest, LaunchAndAntilag) {
     auto& w = frmMisc_;
     w.txtLaunchcontrol.Text = "5000";
     w.Combolaunchmode.choose(4);
-    w.txtAccelLimiterValue.Text = "7";
-    w.txtAccelLimiterMode.Text = "1";
+    fill({{w.txtAccelLimiterValue, "7"}, {w.txtAccelLimiterMode, "1"}});
     w.txtALS_fuel.Tag = "3";
     w.txtALS_ign_retard.Tag = "4";
-    w.txtlaunchdelay.Text = "8";
-    w.txtflatshiftstartdelay.Text = "9";
-    w.txtflatshiftstopdelay.Text = "10";
+    fill({{w.txtlaunchdelay, "8"}, {w.txtflatshiftstartdelay, "9"}, {w.txtflatshiftstopdelay, "10"}});
     EXPECT_THAT(save(w.btnSaveALSsettings),
                 ElementsAre("0 511=136", "50 512=0", "50 512=19", "50 971=4", "50 974=7", "50 973=1", "100 968=3",
                             "100 967=4", "150 972=8", "150 977=9", "150 978=10"));

@@ -1,4 +1,5 @@
 #include "MiscBench.h"
+#include "support/PropertyWatch.h"
 #include "support/Typing.h"
 
 namespace korvane::settings {
@@ -168,23 +169,11 @@ TEST_F(ScaledFieldsTest, CannotBeTypedInto) {
 }
 
 TEST_F(ScaledFieldsTest, AreUnlockedAroundEachChange) {
-    class LockWatch : public controls::Observer {
-    public:
-        explicit LockWatch(controls::TextBox& box) : box_(box) { box_.addObserver(*this); }
-        ~LockWatch() override { box_.removeObserver(*this); }
-        void propertyChanged(controls::Object&, const void* property) override {
-            if (property == &box_.Text) {
-                unlocked = !box_.Locked;
-            }
-        }
-        bool unlocked = false;
-
-    private:
-        controls::TextBox& box_;
-    };
-    LockWatch watch(frmMisc_.txtStart);
+    bool unlocked = false;
+    auto& box = frmMisc_.txtStart;
+    const support::PropertyWatch watch(box, &box.Text, [&] { unlocked = !box.Locked; });
     frmMisc_.txtStart.keyDown(kKeyPlus, 0);
-    EXPECT_TRUE(watch.unlocked);
+    EXPECT_TRUE(unlocked);
     EXPECT_TRUE(frmMisc_.txtStart.Locked);
 }
 

@@ -1,130 +1,22 @@
-// A trendline on a picture of 9000 by 3600 twips, and verbs that read what it has drawn.
-//
-// The plot then stands at left 500, right 7200, top 100, bottom 3300: 6700 wide, 3200 high.
+// A trendline on the picture of DrawingBench.
 #pragma once
 
-#include <gtest/gtest.h>
-#include <ostream>
-#include <string>
-#include <vector>
-
-#include "controls/PictureBox.h"
-#include "controls/Window.h"
-#include "platform/Machine.h"
-#include "platform/QueuedDialogs.h"
-#include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
-#include "platform/virtual/VirtualPump.h"
+#include "trend/DrawingBench.h"
 #include "trend/cTrendline.h"
-
-namespace korvane::controls {
-
-inline std::ostream& operator<<(std::ostream& out, const Point& point) {
-    return out << "(" << point.x << "," << point.y << ")";
-}
-
-}  // namespace korvane::controls
 
 namespace korvane::trend {
 
-using controls::Color;
-using controls::Drawing;
-using controls::Point;
-
-// One text as drawn.
-struct Words {
-    Point at;
-    std::string words;
-    Color color;
-    bool operator==(const Words&) const = default;
-};
-
-inline std::ostream& operator<<(std::ostream& out, const Words& words) {
-    return out << words.at << " \"" << words.words << "\" " << words.color;
-}
-
-// One line or polyline as drawn.
-struct Line {
-    std::vector<Point> points;
-    Color color;
-    bool operator==(const Line&) const = default;
-};
-
-inline std::ostream& operator<<(std::ostream& out, const Line& line) {
-    for (const auto& point : line.points) {
-        out << point;
-    }
-    return out << " " << line.color;
-}
-
-class TrendBench : public testing::Test {
+class TrendBench : public DrawingBench {
 protected:
-    TrendBench() {
-        picture_.Width = 9000;
-        picture_.Height = 3600;
-        line_.PicBox = &picture_;
-    }
+    TrendBench() { line_.PicBox = &picture_; }
 
     void draw(bool rightScale = false) { line_.DrawTrend(table_, rightScale); }
-
-    [[nodiscard]] std::vector<Words> texts() const {
-        std::vector<Words> all;
-        for (const auto& shape : picture_.drawing().shapes()) {
-            if (shape.kind == Drawing::Kind::Text) {
-                const auto& text = picture_.drawing().textOf(shape);
-                all.push_back({text.at, text.words, shape.color});
-            }
-        }
-        return all;
-    }
-    [[nodiscard]] std::vector<Line> shapesOf(Drawing::Kind kind) const {
-        std::vector<Line> all;
-        for (const auto& shape : picture_.drawing().shapes()) {
-            if (shape.kind == kind) {
-                const auto points = picture_.drawing().pointsOf(shape);
-                all.push_back({{points.begin(), points.end()}, shape.color});
-            }
-        }
-        return all;
-    }
-    // The straight lines of the grid.
-    [[nodiscard]] std::vector<Line> grid() const {
-        auto all = shapesOf(Drawing::Kind::Polyline);
-        std::erase_if(all, [](const Line& line) { return line.color != controls::kDarkGrey; });
-        return all;
-    }
-    [[nodiscard]] std::vector<Line> horizontal() const {
-        auto all = grid();
-        std::erase_if(all, [](const Line& line) { return line.points[0].y != line.points[1].y; });
-        return all;
-    }
-    [[nodiscard]] std::vector<Line> vertical() const {
-        auto all = grid();
-        std::erase_if(all, [](const Line& line) { return line.points[0].x != line.points[1].x; });
-        return all;
-    }
-    // The lines of the series, in order.
-    [[nodiscard]] std::vector<Line> series() const {
-        auto all = shapesOf(Drawing::Kind::Polyline);
-        std::erase_if(all, [](const Line& line) { return line.color == controls::kDarkGrey; });
-        return all;
-    }
     void pushAll(double value, int count = 1, int series = 0) {
         for (int i = 0; i < count; ++i) {
             table_.push(value, series);
         }
     }
 
-    platform::VirtualPump pump_;
-    platform::MemoryLine serial_{pump_, nullptr};
-    platform::QueuedDialogs dialogs_;
-    platform::MemoryPreferences preferences_;
-    platform::MemoryLog log_;
-    controls::WindowList windows_;
-    platform::Machine machine_{pump_, serial_, dialogs_, preferences_, log_, windows_, {}, '.', {}};
-    controls::Window window_{machine_, "frmSarn2"};
-    controls::PictureBox picture_{window_, "picTrend"};
     TrendTable table_;
     cTrendline line_;
 };

@@ -57,9 +57,9 @@ TEST_F(DialTest, TheNeedlePointsWhereTheValueIs) {
 
 // Two thirds of the scale are 180 degrees: straight up. A needle of 0.7 of the radius ends at 0.15 of the side.
 TEST_F(DialTest, TheNeedleEndsAtItsLength) {
-    auto& dial = find<Dial>("SarnMeterboost");
     window.SarnMeterboost.setValue(2);
     frame();
+    auto& dial = find<Dial>("SarnMeterboost");
     EXPECT_TRUE(isNeedle(at(dial, 0.5, 0.25)));
     EXPECT_FALSE(isNeedle(at(dial, 0.5, 0.12)));
 }

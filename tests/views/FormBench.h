@@ -17,7 +17,7 @@
 
 #include "controls/Controls.h"
 #include "controls/PictureBox.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 #include "views/Events.h"
 #include "views/frame/ViewHost.h"
 #include "views/widgets/Child.h"

@@ -11,6 +11,7 @@
 #include <set>
 
 #include "support/VirtualProgram.h"
+#include "views/CutTexts.h"
 #include "views/Events.h"
 #include "views/Views.h"
 #include "views/dashboard/MainView.h"
@@ -57,27 +58,6 @@ struct MainViewTest : testing::Test, support::VirtualProgram {
         }
         pump.wait(1000);
         frame();
-    }
-
-    // The texts that do not stand whole in their widgets.
-    [[nodiscard]] std::vector<std::string> cutTexts() const {
-        std::vector<std::string> cut;
-        for (const auto* widget : view().findChildren<QWidget*>()) {
-            const bool inside = widget->parentWidget()->rect().contains(widget->geometry()) ||
-                                widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
-            const auto* readout = dynamic_cast<const Readout*>(widget);
-            const bool whole = readout != nullptr ? !readout->isCut() && readout->shrink() > 0.8 : fits(*widget);
-            if (widget->isVisible() && !(inside && whole)) {
-                cut.push_back(widget->objectName().toStdString() + "/" + widget->metaObject()->className());
-            }
-        }
-        return cut;
-    }
-    [[nodiscard]] static bool fits(const QWidget& widget) {
-        const bool hasText =
-            qobject_cast<const QAbstractButton*>(&widget) != nullptr || qobject_cast<const QLabel*>(&widget) != nullptr;
-        const QSize needed = widget.minimumSizeHint();
-        return !hasText || (widget.width() >= needed.width() && widget.height() >= needed.height());
     }
 
     ViewHost host{windows};
@@ -131,7 +111,7 @@ TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
         key(*view().focusWidget(), Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
-                                     "btnAsetukset", "btnTuningHelp", "Command1", "btnBackup", "btnUploadEEPROM"));
+                                     "btnAsetukset", "btnTuningHelp", "Command1", "btnDatalogTrend"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {
@@ -171,7 +151,7 @@ TEST_F(MainViewTest, TheListsCaptionsLeadToTheirLists) {
 
 TEST_F(MainViewTest, NothingIsCutOnASmallLaptop) {
     drive();
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     auto* const scroll = view().findChild<QScrollArea*>();
     EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
@@ -181,7 +161,7 @@ TEST_F(MainViewTest, NothingIsCutInTheSmallestUsualWindow) {
     window.resize(1040 * 15, 600 * 15);
     settle();
     drive();
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
 }
 
@@ -191,11 +171,11 @@ TEST_F(MainViewTest, NothingIsCutWithTextsOfTwiceTheSize) {
     view().setFont(large);
     settle();
     drive();
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     EXPECT_GT(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
     window.resize(1366 * 2 * 15, 728 * 2 * 15);
     settle();
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     EXPECT_EQ(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
 }
 
@@ -204,7 +184,7 @@ TEST_F(MainViewTest, ALargeWindowHasLargerTextsAndASmallOneTheUsual) {
     window.resize(3840 * 15, 2120 * 15);
     settle();
     EXPECT_GT(QFontInfo(find("btnConnect")->font()).pixelSize(), usual * 3 / 2);
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     window.resize(1366 * 15, 728 * 15);
     settle();
     EXPECT_EQ(QFontInfo(find("btnConnect")->font()).pixelSize(), usual);
@@ -321,6 +301,20 @@ TEST_F(MainViewTest, ClosingWhileConnectedTakesASecondAndThenTheViewIsGone) {
     pump.wait(1000);
     EXPECT_EQ(host.viewOf(window), nullptr);
     EXPECT_TRUE(program.ended());
+}
+
+TEST_F(MainViewTest, RowsOfTheLogAreCountedBesideItsName) {
+    auto& counts = dynamic_cast<QLabel&>(*find("logCounts"));
+    EXPECT_EQ(counts.text(), "");
+    window.txtDatalogFile.Text = std::string("drive");
+    window.chkDatalog.press();
+    for (int i = 0; i < 103; ++i) {
+        program.logWriter().writeLiveRow();
+    }
+    frame();
+    EXPECT_EQ(counts.text(), "101 rows on disk, 2 waiting");
+    EXPECT_EQ(counts.toolTip().toStdString(), (folder / "drive.txt").string());
+    EXPECT_THAT(cutTexts(), IsEmpty());
 }
 
 }  // namespace

@@ -6,9 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "core/tables/SharedTables.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 #include "views/Events.h"
 #include "views/Views.h"
 #include "views/widgets/Palette.h"
@@ -293,6 +294,7 @@ TEST_F(Map3DViewTest, ThePictureStaysInsideTheWidget) {
     settle();
     for (int azimuth = 0; azimuth < 360; azimuth += 15) {
         drag({200, 200}, {30, 0});
+        ASSERT_FALSE(chart().faces().empty());
         for (const auto& face : chart().faces()) {
             for (const QPointF corner : face.corners) {
                 ASSERT_TRUE(QRectF(chart().rect()).contains(corner)) << azimuth;

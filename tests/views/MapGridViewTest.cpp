@@ -11,7 +11,7 @@
 
 #include "controls/Controls.h"
 #include "maps/grid/MapGrid.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 #include "views/Accessibility.h"
 #include "views/Events.h"
 #include "views/frame/ViewHost.h"

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/VirtualProgram.h"
+#include "views/CutTexts.h"
 #include "views/Events.h"
 #include "views/Views.h"
 #include "views/maps/MapGridView.h"
@@ -81,27 +82,8 @@ struct MapsViewTest : testing::Test, support::VirtualProgram {
         views::key(*view().focusWidget(), key, modifiers, text);
     }
 
-    [[nodiscard]] std::vector<std::string> cutTexts() const {
-        std::vector<std::string> cut;
-        for (const auto* widget : view().findChildren<QWidget*>()) {
-            const bool inside = widget->parentWidget()->rect().contains(widget->geometry()) ||
-                                widget->parentWidget()->objectName() == "qt_scrollarea_viewport";
-            const auto* readout = dynamic_cast<const Readout*>(widget);
-            const bool whole = readout != nullptr ? !readout->isCut() && readout->shrink() > 0.8 : fits(*widget);
-            if (widget->isVisible() && !(inside && whole)) {
-                cut.push_back(widget->objectName().toStdString() + "/" + widget->metaObject()->className());
-            }
-        }
-        return cut;
-    }
-    [[nodiscard]] static bool fits(const QWidget& widget) {
-        const bool hasText =
-            qobject_cast<const QAbstractButton*>(&widget) != nullptr || qobject_cast<const QLabel*>(&widget) != nullptr;
-        const QSize needed = widget.minimumSizeHint();
-        return !hasText || (widget.width() >= needed.width() && widget.height() >= needed.height());
-    }
     void expectNothingCut() const {
-        EXPECT_THAT(cutTexts(), IsEmpty());
+        EXPECT_THAT(cutTexts(view()), IsEmpty());
         auto* const scroll = view().findChild<QScrollArea*>();
         EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
         EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
@@ -208,7 +190,7 @@ TEST_F(MapsViewTest, NothingIsCutWithTextsOfTwiceTheSize) {
     large.setPixelSize(QFontInfo(large).pixelSize() * 2);
     view().setFont(large);
     settle();
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
     EXPECT_GT(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
     maps_->resize(1366 * 2 * 15, 728 * 2 * 15);
     settle();

@@ -8,9 +8,10 @@
 
 #include "core/EepromAccess.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "settings/FrmMisc.h"
-#include "support/VirtualProgram.h"
+#include "support/VirtualMachine.h"
 #include "views/Events.h"
 #include "views/frame/ViewHost.h"
 #include "views/settings/MiscView.h"

@@ -82,6 +82,40 @@ TEST_F(PictureViewTest, APictureIsThatOfAllItsSegments) {
     }
 }
 
+// Lines that fill the picture again and again are painted in another way.
+TEST_F(PictureViewTest, APictureFullOfLinesIsThatOfAllItsSegments) {
+    constexpr QSize kSize(1500, 170);
+    std::mt19937 random(9);
+    picture.resize(kSize);
+    QImage expected(kSize, QImage::Format_RGB32);
+    expected.fill(kBackground);
+    QPainter painter(&expected);
+    for (const auto& [color, shown] :
+         {std::pair(controls::kRed, QColor(255, 0, 0)), {controls::kCyan, {0, 255, 255}}}) {
+        const auto points = drawing.polyline(30000, color);
+        painter.setPen(QPen(shown, 1));
+        QPoint last;
+        for (int i = 0; i < 30000; ++i) {
+            const QPoint pixel(1499 - i / 20, static_cast<int>(random() % 85) + (color == controls::kRed ? 0 : 85));
+            points[static_cast<std::size_t>(i)] = {static_cast<std::int16_t>(pixel.x() * 15 + 7),
+                                                   static_cast<std::int16_t>(pixel.y() * 15 + 7)};
+            painter.drawLine(i > 0 ? last : pixel, pixel);
+            last = pixel;
+        }
+    }
+    painter.end();
+    for (const auto y : {std::int16_t{15}, std::int16_t{1275}}) {
+        for (int i = 0; i < 200; ++i) {
+            drawing.line({0, y}, {22492, y}, controls::kYellow);
+        }
+        for (int x = 0; x < 1500; ++x) {
+            expected.setPixelColor(x, y / 15, QColor(255, 255, 0));
+        }
+    }
+    picture.setDrawing(drawing, 22500, kBackground);
+    EXPECT_EQ(picture.grab().toImage(), expected);
+}
+
 TEST_F(PictureViewTest, ABoxIsItsFourSides) {
     drawing.box({150, 150}, {1500, 900}, controls::kYellow);
     const QImage image = painted(3000);

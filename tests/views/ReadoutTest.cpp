@@ -5,6 +5,16 @@
 namespace korvane::views {
 namespace {
 
+// As large as it asks for.
+struct ReservedReadout : testing::Test {
+    ReservedReadout() {
+        readout.setReserve("14.7266");
+        readout.resize(readout.sizeHint());
+    }
+
+    Readout readout{nullptr};
+};
+
 TEST(Readout, ItsSizeNeverFollowsTheText) {
     Readout readout(nullptr);
     readout.setReserve("14.7266");
@@ -15,19 +25,13 @@ TEST(Readout, ItsSizeNeverFollowsTheText) {
     EXPECT_EQ(readout.sizeHint(), size);
 }
 
-TEST(Readout, TheReservedTextFits) {
-    Readout readout(nullptr);
-    readout.setReserve("14.7266");
-    readout.resize(readout.sizeHint());
+TEST_F(ReservedReadout, HasRoomForTheText) {
     readout.setText("14.7266");
     EXPECT_EQ(readout.shrink(), 1);
     EXPECT_FALSE(readout.isCut());
 }
 
-TEST(Readout, ALongerTextIsDrawnSmallerAndThenCut) {
-    Readout readout(nullptr);
-    readout.setReserve("14.7266");
-    readout.resize(readout.sizeHint());
+TEST_F(ReservedReadout, DrawsALongerTextSmallerAndThenCut) {
     readout.setText("14.7266123");
     EXPECT_LT(readout.shrink(), 1);
     EXPECT_FALSE(readout.isCut());

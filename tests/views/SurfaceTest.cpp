@@ -190,7 +190,9 @@ TEST(SheetTest, EachPieceBelongsToTheNearestCell) {
 // The middle between heights 0, 0.4, 0.8 and 0 is 0.3; the piece at the corner 0.4 has 0.4, 0.2, 0.3 and 0.6 or 0.2.
 TEST(SheetTest, HeightsBetweenTheCellsAreTheirMeans) {
     const Heights heights{2, 2, {0, 0.4, 0.8, 0}};
-    for (const auto& face : sheetOf(heights, fromAbove())) {
+    const auto faces = sheetOf(heights, fromAbove());
+    EXPECT_EQ(faces.size(), 4U);
+    for (const auto& face : faces) {
         const double expected = std::array{(0 + 0.2 + 0.3 + 0.4) / 4, (0.4 + 0.2 + 0.3 + 0.2) / 4,
                                            (0.8 + 0.4 + 0.3 + 0.4) / 4, (0 + 0.4 + 0.3 + 0.2) / 4}
                                     .at(static_cast<std::size_t>(face.cell));
@@ -210,7 +212,9 @@ TEST(SheetTest, LinesRunFromCellToCell) {
             return std::hypot(middle.x() - point.x(), middle.y() - point.y()) < 1e-6;
         });
     };
-    for (const auto& face : sheetOf(heights, projection)) {
+    const auto faces = sheetOf(heights, projection);
+    EXPECT_EQ(faces.size(), 16U);
+    for (const auto& face : faces) {
         int lines = 0;
         for (std::size_t i = 0; i < 4; ++i) {
             const bool meetsCell = touches(face.corners.at(i)) || touches(face.corners.at((i + 1) % 4));
@@ -318,6 +322,7 @@ TEST_P(AxisLabelsTest, TextsRunAwayFromTheFloor) {
                                projection.at({0, 1, 0})};
         for (const auto axis : {Axis::Columns, Axis::Rows}) {
             const auto labels = labelsOf(axis, projection, 16, kText);
+            EXPECT_FALSE(labels.places.empty()) << azimuth;
             for (std::size_t i = 0; i < labels.places.size(); ++i) {
                 const auto corners = labels.outline(i, kText);
                 const QPointF middle = std::accumulate(corners.begin(), corners.end(), QPointF()) / 4;

@@ -1,9 +1,21 @@
+#include <QEventLoop>
 #include <QImage>
+#include <QPointer>
+#include <QTimer>
 
 #include "views/FormBench.h"
 
 namespace korvane::views {
 namespace {
+
+// Runs `action` as an event of a running event loop, and the loop until what the action set off has run as well.
+template <class Action>
+void runInLoop(Action action) {
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, action);
+    QTimer::singleShot(1, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 struct ViewHostTest : testing::Test, FormBench {};
 
@@ -40,6 +52,44 @@ TEST_F(ViewHostTest, AWindowThatDiesLoadedTakesItsViewAlong) {
     dying.reset();
     EXPECT_EQ(host.viewOf(*address), nullptr);
     settle();
+}
+
+TEST_F(ViewHostTest, AViewGoesWhenItsWindowIsUnloaded) {
+    show();
+    const QPointer<QWidget> gone = &view();
+    runInLoop([&] {
+        EXPECT_TRUE(form.unload());
+        EXPECT_FALSE(gone->isVisible());
+    });
+    EXPECT_TRUE(gone.isNull());
+}
+
+// The handler waits inside the press of the button, and events of all kinds run meanwhile.
+TEST_F(ViewHostTest, AViewLivesUntilTheHandlerThatItHasCalledReturns) {
+    show();
+    const QPointer<QWidget> leaving = &view();
+    bool survived = false;
+    form.btnPress.Click = [&] {
+        runInLoop([&] { EXPECT_TRUE(form.unload()); });
+        runInLoop([] {});
+        survived = !leaving.isNull();
+    };
+    runInLoop([&] { click(find("btnPress")); });
+    EXPECT_TRUE(survived);
+    runInLoop([] {});
+    EXPECT_TRUE(leaving.isNull());
+}
+
+TEST_F(ViewHostTest, AWindowThatIsLoadedAgainHasANewView) {
+    show();
+    const QPointer<QWidget> old = &view();
+    runInLoop([&] {
+        EXPECT_TRUE(form.unload());
+        form.show();
+    });
+    EXPECT_TRUE(old.isNull());
+    ASSERT_NE(host.viewOf(form), nullptr);
+    EXPECT_TRUE(view().isVisible());
 }
 
 TEST_F(ViewHostTest, APictureShowsWhatHasChangedSinceTheLastFrame) {

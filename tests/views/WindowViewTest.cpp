@@ -33,6 +33,35 @@ TEST_F(WindowViewTest, TheUsersSizeReachesTheWindow) {
     EXPECT_EQ(form.resizes, 1);
 }
 
+// Neither the new width with the old height nor any other size in between.
+TEST_F(WindowViewTest, TheUsersSizeComesBackFromTheWindowUnchanged) {
+    class Sizes : public QObject {
+    public:
+        std::vector<QSize> seen;
+
+    protected:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::Resize) {
+                seen.push_back(dynamic_cast<QWidget&>(*watched).size());
+            }
+            return false;
+        }
+    } sizes;
+    view().installEventFilter(&sizes);
+    view().resize(640, 700);
+    settle();
+    EXPECT_THAT(sizes.seen, ElementsAre(QSize(640, 700)));
+}
+
+TEST_F(WindowViewTest, AMaximizedViewKeepsItsSize) {
+    view().showMaximized();
+    settle();
+    const QSize whole = view().size();
+    form.Width = 500 * 15;
+    settle();
+    EXPECT_EQ(view().size(), whole);
+}
+
 TEST_F(WindowViewTest, AFlashIsSeenWithoutAFrame) {
     form.BackColor = controls::kRed;
     const QColor flash = view().grab().toImage().pixelColor(2, 2);

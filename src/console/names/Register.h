@@ -7,10 +7,11 @@
 
 #include "console/names/Names.h"
 #include "console/text/Convert.h"
+#include "core/tables/Members.h"
 
 namespace korvane::console {
 
-enum class Access { ReadWrite, ReadOnly };
+using core::Access;
 
 // `value` as a variable of type T takes it; ConsoleError for another kind or range.
 template <class T>

@@ -1,6 +1,9 @@
-// The names of the shared tables and values; declared in Registry.h.
+// The names of the shared tables and values, as their lists of members have them; declared in Registry.h.
+#include <array>
 #include <functional>
-#include <utility>
+#include <string>
+#include <tuple>
+#include <type_traits>
 
 #include "console/ConsoleError.h"
 #include "console/names/Register.h"
@@ -9,22 +12,6 @@
 namespace korvane::console {
 
 namespace {
-
-void addIdentity(Names& names, core::SharedTables& tables) {
-    addElements(names, "SWTypeNames()", tables.SWTypeNames, std::identity(), Access::ReadOnly);
-    addVariable(names, "Features", tables.Features);
-    addVariable(names, "HwVersion", tables.HwVersion);
-    addVariable(names, "SWType", tables.SWType);
-    addElements(names, "BitMask()", tables.BitMask, std::identity());
-    for (const auto& [name, variable] :
-         {std::pair{"TickA", &tables.TickA}, std::pair{"TickB", &tables.TickB}, std::pair{"TickC", &tables.TickC},
-          std::pair{"TickD", &tables.TickD}, std::pair{"TickE", &tables.TickE}, std::pair{"TickF", &tables.TickF}}) {
-        addVariable(names, name, *variable);
-    }
-    for (const auto& variable : core::parameterVariables()) {
-        addVariable(names, std::string(variable.name), tables.addresses.*variable.member);
-    }
-}
 
 // A row holds what a read of its width stores: a byte, or 32 bits where it is marked as 16 bits wide.
 void assignParameter(core::EEParam& row, const Json& value) {
@@ -39,80 +26,69 @@ void assignParameter(core::EEParam& row, const Json& value) {
     }
 }
 
-void addEeprom(Names& names, core::SharedTables& tables) {
-    auto& rows = tables.EEParams;
-    names.add(
-        "EEParams().value", {{0, static_cast<int>(rows.size()) - 1}},
-        [&rows](Names::Indices at) { return toJson(rows[static_cast<std::size_t>(at.front())].value); },
-        [&rows](Names::Indices at, const Json& value) {
-            assignParameter(rows[static_cast<std::size_t>(at.front())], value);
-        });
-    addElements(names, "EEParams().name", rows, &core::EEParam::name, Access::ReadOnly);
-    addElements(names, "EEParams().reserved", rows, &core::EEParam::reserved, Access::ReadOnly);
-    addElements(names, "EEParams().is16bit", rows, &core::EEParam::is16bit);
-    addElements(names, "EEImage()", tables.EEImage, std::identity());
-    addElements(names, "EETime()", tables.EETime, std::identity());
+// Calls `take` with each member of `Table`.
+template <class Table, class Take>
+void forEachMember(Take take) {
+    std::apply([&take](const auto&... member) { (take(member), ...); }, core::kMembers<Table>);
 }
 
-void addMaps(Names& names, core::SharedTables& tables) {
-    for (const auto& [name, map] :
-         {std::pair{"FuelMapIn()", &tables.FuelMapIn}, std::pair{"FuelMapOut()", &tables.FuelMapOut},
-          std::pair{"IgnMapIn()", &tables.IgnMapIn}, std::pair{"IgnMapOut()", &tables.IgnMapOut},
-          std::pair{"PwmMapIn()", &tables.PwmMapIn}, std::pair{"PwmMapOut()", &tables.PwmMapOut}}) {
-        addElements(names, name, *map, std::identity());
+template <class Rows, class Row, class Value>
+void addColumn(Names& names, const std::string& form, Rows& rows, const core::Member<Row, Value>& column) {
+    if constexpr (std::is_same_v<Value, core::ParameterValue>) {
+        names.add(
+            form, {{0, static_cast<int>(rows.size()) - 1}},
+            [&rows](Names::Indices at) { return toJson(rows[static_cast<std::size_t>(at.front())].value); },
+            [&rows](Names::Indices at, const Json& value) {
+                assignParameter(rows[static_cast<std::size_t>(at.front())], value);
+            });
+    } else {
+        addElements(names, form, rows, column.place, column.access);
     }
-    addElements(names, "MiscBlock()", tables.MiscBlock, std::identity());
-    addVariable(names, "FuelSendAcks", tables.FuelSendAcks);
-    addVariable(names, "IgnSendAcks", tables.IgnSendAcks);
 }
 
-void addLiveData(Names& names, core::SharedTables& tables) {
-    using core::LiveValue;
-    addElements(names, "liveValues().name", tables.liveValues, &LiveValue::name);
-    addElements(names, "liveValues().description", tables.liveValues, &LiveValue::description);
-    addElements(names, "liveValues().limit", tables.liveValues, &LiveValue::limit);
-    addElements(names, "liveValues().gain", tables.liveValues, &LiveValue::gain);
-    addElements(names, "liveValues().offset", tables.liveValues, &LiveValue::offset);
-    addElements(names, "liveValues().value", tables.liveValues, &LiveValue::value);
-    addElements(names, "liveValues().raw", tables.liveValues, &LiveValue::raw);
-    addVariable(names, "IdlePidWord", tables.IdlePidWord);
-    addVariable(names, "BoostPidWord", tables.BoostPidWord);
-    addVariable(names, "AccelWord", tables.AccelWord);
-    addVariable(names, "MapPlace", tables.MapPlace);
-    addVariable(names, "PrevMapPlace", tables.PrevMapPlace);
-    addVariable(names, "ThrottleMin", tables.ThrottleMin);
-    addVariable(names, "ThrottleMax", tables.ThrottleMax);
+void addTable(Names& names, const std::string&, core::ParameterAddresses& addresses, Access) {
+    for (const auto& variable : core::parameterVariables()) {
+        addVariable(names, std::string(variable.name), addresses.*variable.member);
+    }
 }
 
-void addDatalog(Names& names, core::SharedTables& tables) {
-    using core::LogTable;
+void addTable(Names& names, const std::string& name, core::LogTable& table, Access) {
     names.add(
-        "logData()", {{0, LogTable::kColumns - 1}, {0, LogTable::kRows - 1}},
-        [&tables](Names::Indices at) { return Json(tables.logData.cell(at[0], at[1])); },
-        [&tables](Names::Indices at, const Json& value) { tables.logData.set(at[0], at[1], text(value)); });
-    addVariable(names, "logDataCount", tables.logDataCount);
+        name + "()", {{0, core::LogTable::kColumns - 1}, {0, core::LogTable::kRows - 1}},
+        [&table](Names::Indices at) { return Json(table.cell(at[0], at[1])); },
+        [&table](Names::Indices at, const Json& value) { table.set(at[0], at[1], text(value)); });
 }
 
-void addPreferences(Names& names, core::SharedTables& tables) {
-    addVariable(names, "useSound", tables.useSound);
-    addVariable(names, "InjOff_type", tables.InjOff_type);
-    addVariable(names, "Inj8ms_mode", tables.Inj8ms_mode);
-    addVariable(names, "OldInjectorSize", tables.OldInjectorSize);
-    addVariable(names, "NewInjectorSize", tables.NewInjectorSize);
-    addVariable(names, "ignWindowOpen", tables.ignWindowOpen);
-    addVariable(names, "SaveFileName", tables.SaveFileName);
-    addVariable(names, "LoadFileName", tables.LoadFileName);
+template <class Element, std::size_t Size>
+void addTable(Names& names, const std::string& name, std::array<Element, Size>& table, Access access) {
+    if constexpr (std::tuple_size_v<decltype(core::kMembers<Element>)> == 0) {
+        addElements(names, name + "()", table, std::identity(), access);
+    } else {
+        forEachMember<Element>(
+            [&](const auto& column) { addColumn(names, name + "()." + std::string(column.name), table, column); });
+    }
+}
+
+template <class Value>
+void addTable(Names& names, const std::string& name, Value& variable, Access access) {
+    addVariable(names, name, variable, access);
+}
+
+template <class Part>
+void addPart(Names& names, Part& part) {
+    forEachMember<Part>(
+        [&](const auto& member) { addTable(names, std::string(member.name), part.*member.place, member.access); });
+}
+
+template <class... Parts>
+void addParts(Names& names, core::TablesOf<Parts...>& tables) {
+    (addPart<Parts>(names, tables), ...);
 }
 
 }  // namespace
 
 void registerSharedTables(Names& names, core::SharedTables& tables) {
-    addIdentity(names, tables);
-    addEeprom(names, tables);
-    addMaps(names, tables);
-    addLiveData(names, tables);
-    addDatalog(names, tables);
-    addPreferences(names, tables);
+    addParts(names, tables);
 }
 
 }  // namespace korvane::console

@@ -79,36 +79,35 @@ private:
         return meaning;
     }
 
-    Json array(int depth) {
-        Json::Array items;
-        expect('[');
+    // What stands between the brackets, with commas in between; `item` reads one.
+    template <class Item>
+    void list(char open, char close, Item item) {
+        expect(open);
         skipBlanks();
-        if (take(']')) {
-            return items;
+        if (take(close)) {
+            return;
         }
         do {
-            items.push_back(value(depth + 1));
+            item();
             skipBlanks();
         } while (take(','));
-        expect(']');
+        expect(close);
+    }
+
+    Json array(int depth) {
+        Json::Array items;
+        list('[', ']', [&] { items.push_back(value(depth + 1)); });
         return items;
     }
 
     Json object(int depth) {
         Json::Object members;
-        expect('{');
-        skipBlanks();
-        if (take('}')) {
-            return members;
-        }
-        do {
+        list('{', '}', [&] {
             skipBlanks();
             std::string name = string();
             expect(':');
             members.push_back({std::move(name), value(depth + 1)});
-            skipBlanks();
-        } while (take(','));
-        expect('}');
+        });
         return members;
     }
 

@@ -16,10 +16,12 @@
 #include <functional>
 #include <string>
 
-#include "core/tables/SharedTables.h"
+#include "core/tables/MapImages.h"
 #include "platform/Dialogs.h"
 
 namespace korvane::core {
+
+struct SharedTables;
 
 // Replaces the file at `path`. `mapSize` is 160 or 320; with any other number the file begins at Misc. A failure shows
 // the message box "Error save: " and its description, and the file is left as far as it came.

@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "core/files/SettingsFile.h"
 #include "core/files/TextFile.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::core {
 
@@ -39,7 +40,7 @@ void writeTable(OutputFile& file, std::string_view header, Cells cells, std::siz
     }
 }
 
-void writeMaps(OutputFile& file, const SharedTables& tables, std::int16_t mapSize) {
+void writeMaps(OutputFile& file, const MapImages& tables, std::int16_t mapSize) {
     const Cells fuel(tables.FuelMapOut);
     const Cells ignition(tables.IgnMapOut);
     if (mapSize == kSmallMap) {
@@ -62,7 +63,7 @@ bool isWritten(const EEParam& row) {
     return !row.name.empty() || !std::holds_alternative<std::monostate>(row.value);
 }
 
-void writeParameters(OutputFile& file, const SharedTables& tables) {
+void writeParameters(OutputFile& file, const EepromShadow& tables) {
     file.writeLine("PARAMS");
     for (int address = 1; std::cmp_less(address, tables.EEParams.size()); ++address) {
         const EEParam& row = checked(tables.EEParams, address);

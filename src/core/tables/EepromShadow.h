@@ -5,7 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <variant>
+
+#include "core/tables/Members.h"
 
 namespace korvane::core {
 
@@ -28,5 +31,15 @@ struct EepromShadow {
     std::array<std::uint8_t, kEepromSize> EEImage{};  // bytes as last read
     std::array<std::string, kEepromSize> EETime;      // when they were read, "hh:mm:ss"
 };
+
+template <>
+inline constexpr auto kMembers<EEParam> =
+    std::tuple{Member{"value", &EEParam::value}, Member{"name", &EEParam::name, Access::ReadOnly},
+               Member{"reserved", &EEParam::reserved, Access::ReadOnly}, Member{"is16bit", &EEParam::is16bit}};
+
+template <>
+inline constexpr auto kMembers<EepromShadow> =
+    std::tuple{Member{"EEParams", &EepromShadow::EEParams}, Member{"EEImage", &EepromShadow::EEImage},
+               Member{"EETime", &EepromShadow::EETime}};
 
 }  // namespace korvane::core

@@ -4,8 +4,10 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 #include "core/ParameterAddresses.h"
+#include "core/tables/Members.h"
 
 namespace korvane::core {
 
@@ -28,5 +30,20 @@ struct FirmwareIdentity {
     double TickE = 0.0;
     double TickF = 0.0;
 };
+
+template <>
+inline constexpr auto kMembers<FirmwareIdentity> =
+    std::tuple{Member{"SWTypeNames", &FirmwareIdentity::SWTypeNames, Access::ReadOnly},
+               Member{"Features", &FirmwareIdentity::Features},
+               Member{"HwVersion", &FirmwareIdentity::HwVersion},
+               Member{"SWType", &FirmwareIdentity::SWType},
+               Member{"addresses", &FirmwareIdentity::addresses},
+               Member{"BitMask", &FirmwareIdentity::BitMask},
+               Member{"TickA", &FirmwareIdentity::TickA},
+               Member{"TickB", &FirmwareIdentity::TickB},
+               Member{"TickC", &FirmwareIdentity::TickC},
+               Member{"TickD", &FirmwareIdentity::TickD},
+               Member{"TickE", &FirmwareIdentity::TickE},
+               Member{"TickF", &FirmwareIdentity::TickF}};
 
 }  // namespace korvane::core

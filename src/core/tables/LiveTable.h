@@ -5,6 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
+
+#include "core/tables/Members.h"
 
 namespace korvane::core {
 
@@ -31,5 +34,19 @@ struct LiveTable {
     std::int16_t ThrottleMin = 0;   // the throttle's byte when closed and when fully open
     std::int16_t ThrottleMax = 0;
 };
+
+template <>
+inline constexpr auto kMembers<LiveValue> =
+    std::tuple{Member{"name", &LiveValue::name},     Member{"description", &LiveValue::description},
+               Member{"limit", &LiveValue::limit},   Member{"gain", &LiveValue::gain},
+               Member{"offset", &LiveValue::offset}, Member{"value", &LiveValue::value},
+               Member{"raw", &LiveValue::raw}};
+
+template <>
+inline constexpr auto kMembers<LiveTable> =
+    std::tuple{Member{"liveValues", &LiveTable::liveValues},     Member{"IdlePidWord", &LiveTable::IdlePidWord},
+               Member{"BoostPidWord", &LiveTable::BoostPidWord}, Member{"AccelWord", &LiveTable::AccelWord},
+               Member{"MapPlace", &LiveTable::MapPlace},         Member{"PrevMapPlace", &LiveTable::PrevMapPlace},
+               Member{"ThrottleMin", &LiveTable::ThrottleMin},   Member{"ThrottleMax", &LiveTable::ThrottleMax}};
 
 }  // namespace korvane::core

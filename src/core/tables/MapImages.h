@@ -4,6 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
+
+#include "core/tables/Members.h"
 
 namespace korvane::core {
 
@@ -29,5 +32,20 @@ struct MapImages {
     float OldInjectorSize = 450.0F;  // ccm per minute
     float NewInjectorSize = 550.0F;
 };
+
+template <>
+inline constexpr auto kMembers<MapImages> = std::tuple{Member{"FuelMapIn", &MapImages::FuelMapIn},
+                                                       Member{"FuelMapOut", &MapImages::FuelMapOut},
+                                                       Member{"IgnMapIn", &MapImages::IgnMapIn},
+                                                       Member{"IgnMapOut", &MapImages::IgnMapOut},
+                                                       Member{"PwmMapIn", &MapImages::PwmMapIn},
+                                                       Member{"PwmMapOut", &MapImages::PwmMapOut},
+                                                       Member{"MiscBlock", &MapImages::MiscBlock},
+                                                       Member{"FuelSendAcks", &MapImages::FuelSendAcks},
+                                                       Member{"IgnSendAcks", &MapImages::IgnSendAcks},
+                                                       Member{"InjOff_type", &MapImages::InjOff_type},
+                                                       Member{"Inj8ms_mode", &MapImages::Inj8ms_mode},
+                                                       Member{"OldInjectorSize", &MapImages::OldInjectorSize},
+                                                       Member{"NewInjectorSize", &MapImages::NewInjectorSize}};
 
 }  // namespace korvane::core

@@ -3,6 +3,7 @@
 #include "core/Checked.h"
 #include "core/ParameterNames.h"
 #include "core/tables/ModuleReg.h"
+#include "core/tables/SharedTables.h"
 
 namespace korvane::core {
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "core/files/ChannelFile.h"
-#include "core/tables/SharedTables.h"
 #include "platform/PreferencesStore.h"
 
 namespace korvane::core {
+
+struct FirmwareIdentity;
+struct SharedTables;
 
 // Everything that the tables hold before the ECU has said a word. Called once, when the main window loads.
 void InitModule(SharedTables& tables, const platform::PreferencesStore& preferences);

@@ -37,7 +37,6 @@ std::uint8_t steppedWithOffset(std::uint8_t byte, double offset) {
 
 GridRules fuelRules(CountOffset offset) {
     GridRules rules;
-    rules.image = &core::SharedTables::FuelMapOut;
     rules.shape = BlockShape::Rectangle;
     rules.pointing = Pointing::KeysAndMouse;
     rules.blockUp = [offset](std::uint8_t byte) {
@@ -53,7 +52,6 @@ GridRules fuelRules(CountOffset offset) {
 
 GridRules ignitionRules(Pointing pointing) {
     GridRules rules;
-    rules.image = &core::SharedTables::IgnMapOut;
     rules.pointing = pointing;
     rules.blockUp = &raisedToTop;
     rules.cellUp = &raisedToTop;
@@ -62,7 +60,6 @@ GridRules ignitionRules(Pointing pointing) {
 
 GridRules pwmRules() {
     GridRules rules = ignitionRules(Pointing::Keys);
-    rules.image = &core::SharedTables::PwmMapOut;
     rules.cellUp = [](std::uint8_t byte) { return raised(byte, kHighestPwmStep); };
     return rules;
 }

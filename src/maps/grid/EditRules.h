@@ -1,4 +1,4 @@
-// The rules by which each of the three map grids is edited.
+// The rules by which each of the three map grids is edited. The pane adds the image and what follows an edit.
 #pragma once
 
 #include <cstdint>

@@ -1,32 +1,25 @@
-// Draws the fuel map into its grid, in milliseconds.
+// The fuel map as its grid shows it, in milliseconds.
 #pragma once
 
 #include <optional>
 #include <string>
 
-#include "maps/grid/CellFace.h"
-#include "maps/transfer/MapContext.h"
+#include "maps/grid/MapDisplay.h"
 
 namespace korvane::maps {
-
-class FuelPane;
 
 // How a window takes its injection time scale from the parameters, in milliseconds for one count. May overwrite an
 // injection mode that is none.
 using InjectionScale = double (*)(core::SharedTables& tables);
 
-class FuelDisplay {
+// Events run at each cell. RuntimeError 6 where the injection offset makes a time that single precision can't hold.
+class FuelDisplay : public MapDisplay {
 public:
-    FuelDisplay(FuelPane& pane, controls::Window& window, const MapContext& context, InjectionScale scale,
-                const controls::TextBox& injectionOffset);
+    // Each drawing sets `injTimeScale` before it.
+    FuelDisplay(MapGrid& fuel, controls::Window& window, const MapContext& context, InjectionScale scale,
+                float& injTimeScale, const controls::TextBox& injectionOffset);
 
-    // Sets the pane's InjTimeScale.
     void updateScale();
-
-    // Show the image as received, or (OUT) as edited. Events run at each cell. RuntimeError 6 where the injection
-    // offset makes a time that single precision can't hold.
-    void populateFuel() { show(context_.tables.FuelMapIn, Rewrite::Locked); }
-    void populateFuelOUT() { show(context_.tables.FuelMapOut, Rewrite::Unlocked); }
 
 private:
     // A pulse and the time that the engine leaves it, in milliseconds.
@@ -35,16 +28,15 @@ private:
         double available;
     };
 
-    void show(const core::MapImage& image, Rewrite rewrite);
-    void showCell(int cell, std::uint8_t count, Rewrite rewrite);
-    void composeToolTip(int cell, std::uint8_t count, const std::optional<Pulse>& pulse);
+    [[nodiscard]] Reading read(int cell, std::uint8_t count, std::string& toolTip) override;
+    void beforeMap() override { updateScale(); }
+    void beforeCell() override;
+    void composeToolTip(int cell, std::uint8_t count, const std::optional<Pulse>& pulse, std::string& toolTip) const;
 
-    FuelPane& pane_;
     controls::Window& window_;
-    const MapContext& context_;
     InjectionScale scale_;
+    float& injTimeScale_;
     const controls::TextBox& injectionOffset_;
-    std::string toolTip_;  // kept for its memory
 };
 
 }  // namespace korvane::maps

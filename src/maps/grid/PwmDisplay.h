@@ -1,28 +1,18 @@
-// Draws the PWM table into its grid, in milliseconds.
+// The PWM table as its grid shows it, in milliseconds.
 #pragma once
 
-#include "core/tables/SharedTables.h"
-#include "maps/grid/MapGrid.h"
+#include <string>
+
+#include "maps/grid/MapDisplay.h"
 
 namespace korvane::maps {
 
-class Frm3Dmap;
-
-class PwmDisplay {
+class PwmDisplay : public MapDisplay {
 public:
-    PwmDisplay(MapGrid& grid, const core::SharedTables& tables, Frm3Dmap& frm3Dmap)
-        : grid_(grid), tables_(tables), frm3Dmap_(frm3Dmap) {}
-
-    // Show the table as received, or (OUT) as edited.
-    void populatePWM() { show(tables_.PwmMapIn); }
-    void populatePWMOUT() { show(tables_.PwmMapOut); }
+    PwmDisplay(MapGrid& pwm, const MapContext& context) : MapDisplay(pwm, context, kPwmImages, Rewrite::Locked) {}
 
 private:
-    void show(const core::MapImage& image);
-
-    MapGrid& grid_;
-    const core::SharedTables& tables_;
-    Frm3Dmap& frm3Dmap_;
+    [[nodiscard]] Reading read(int cell, std::uint8_t count, std::string& toolTip) override;
 };
 
 }  // namespace korvane::maps

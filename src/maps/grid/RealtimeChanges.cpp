@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "link/Commands.h"
+
 namespace korvane::maps {
 
 void RealtimeChanges::send(std::uint8_t command, int cell, std::uint8_t value) const {
@@ -9,7 +11,7 @@ void RealtimeChanges::send(std::uint8_t command, int cell, std::uint8_t value) c
     if (enabled_.Value != 1 || !port_.PortOpen() || cell > kLastCell) {
         return;
     }
-    port_.Output(cellFrame(command, static_cast<std::uint8_t>(cell), value));
+    port_.Output(link::cellCommand(command, static_cast<std::uint8_t>(cell), value));
 }
 
 }  // namespace korvane::maps

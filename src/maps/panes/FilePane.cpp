@@ -15,41 +15,47 @@ constexpr const char* kFilter = "All Files (*.txt)|*.txt";
 
 }  // namespace
 
+// What the two buttons start.
+struct FilePane::Operation {
+    FileDialog::Kind kind;
+    const char* title;
+    std::string core::SharedTables::*lastPath;
+    void (FilePane::*act)(const std::string& path);
+    const char* failure;  // in front of the description
+};
+
+const FilePane::Operation FilePane::kSaving{FileDialog::Kind::Save, "Save Settings", &core::SharedTables::SaveFileName,
+                                            &FilePane::saveTune, "Error savefile: "};
+const FilePane::Operation FilePane::kLoading{FileDialog::Kind::Open, "Open Settings file",
+                                             &core::SharedTables::LoadFileName, &FilePane::loadTune,
+                                             "Error loadfile: "};
+
 FilePane::FilePane(PaneWindow& window) : MapPane(window), btnSave(window, "btnSave"), btnLoad(window, "btnLoad") {
     btnSave.Caption = "Talleta arvot tiedostoon";
-    btnSave.Click = [this] { trapped("Error savefile: ", [this] { saveTune(); }); };
+    btnSave.Click = [this] { run(kSaving); };
     btnLoad.Caption = "Hae arvot tiedostosta";
-    btnLoad.Click = [this] { trapped("Error loadfile: ", [this] { loadTune(); }); };
+    btnLoad.Click = [this] { run(kLoading); };
 }
 
-void FilePane::trapped(const std::string& failureText, const std::function<void()>& operation) {
+void FilePane::run(const Operation& operation) {
     try {
-        operation();
+        const std::string path = paneWindow().machine().dialogs.choose({operation.kind, operation.title, kFilter});
+        if (!path.empty()) {
+            paneWindow().context().tables.*operation.lastPath = path;
+            (this->*operation.act)(path);
+        }
     } catch (const platform::RuntimeError& failure) {
-        paneWindow().tell(failureText + failure.what());
+        paneWindow().tell(operation.failure + std::string(failure.what()));
     }
 }
 
-void FilePane::saveTune() {
-    auto& dialogs = paneWindow().machine().dialogs;
-    const std::string path = dialogs.choose({FileDialog::Kind::Save, "Save Settings", kFilter});
-    if (path.empty()) {
-        return;
-    }
-    auto& tables = paneWindow().context().tables;
-    tables.SaveFileName = path;
-    core::SaveSettingsFile(path, tables, core::toInt16(paneWindow().geometry.cells()), dialogs);
+void FilePane::saveTune(const std::string& path) {
+    core::SaveSettingsFile(path, paneWindow().context().tables, core::toInt16(paneWindow().geometry.cells()),
+                           paneWindow().machine().dialogs);
 }
 
-void FilePane::loadTune() {
-    auto& dialogs = paneWindow().machine().dialogs;
-    const std::string path = dialogs.choose({FileDialog::Kind::Open, "Open Settings file", kFilter});
-    if (path.empty()) {
-        return;
-    }
-    auto& tables = paneWindow().context().tables;
-    tables.LoadFileName = path;
-    const int status = core::LoadSettingsFile(path, tables, {}, dialogs);
+void FilePane::loadTune(const std::string& path) {
+    const int status = core::LoadSettingsFile(path, paneWindow().context().tables, {}, paneWindow().machine().dialogs);
     if (status != core::kSettingsRead) {
         paneWindow().tell("Error loading data:\r\n" + core::settingsStatusText(status));
     }

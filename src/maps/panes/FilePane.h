@@ -1,7 +1,6 @@
 // The buttons of the tune file.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "maps/panes/MapPane.h"
@@ -17,10 +16,14 @@ public:
     controls::CommandButton btnSave, btnLoad;
 
 private:
-    void saveTune();
-    void loadTune();
-    // Runs a file operation; its failure shows this text and the description.
-    void trapped(const std::string& failureText, const std::function<void()>& operation);
+    struct Operation;
+    static const Operation kSaving;
+    static const Operation kLoading;
+
+    // Asks for the file and does it; a failure is told.
+    void run(const Operation& operation);
+    void saveTune(const std::string& path);
+    void loadTune(const std::string& path);
     // The tune goes through all panes of the window.
     void handOver(bool withPwm);
 };

@@ -3,35 +3,18 @@
 #include <array>
 
 #include "core/Numbers.h"
+#include "link/Commands.h"
 #include "maps/panes/MiscBoxes.h"
 
 namespace korvane::maps {
 
 namespace {
 
-constexpr std::uint8_t kRead = 'm';
-
-constexpr std::array<std::string_view, kMiscBits> kBitCaptions{"Enable PWM",
-                                                               "Enable Choke",
-                                                               "Enable StartHelp",
-                                                               "Enable Injection",
-                                                               "Enable Accel pump",
-                                                               "Enable Ignition",
-                                                               "",
-                                                               "",
-                                                               "Enable Voltage",
-                                                               "Enable Lambda",
-                                                               "Enable motor brake",
-                                                               "Enable Launch/ALS",
-                                                               "",
-                                                               "",
-                                                               "Enable SHift light",
-                                                               "Enable RPM limit"};
 constexpr std::array<std::string_view, 4> kBoxNames{"RPM Limit", "RPM Shift", "Inj offset", "Ign offset"};
 
 }  // namespace
 
-MiscPane::MiscPane(PaneWindow& window)
+MiscPane::MiscPane(PaneWindow& window, const MiscCaptions& captions)
     : MapPane(window),
       btnReadMisc(window, "btnReadMisc"),
       btnSaveMisc(window, "btnSaveMisc"),
@@ -42,17 +25,17 @@ MiscPane::MiscPane(PaneWindow& window)
       FrameINJMaxOpen(window, "FrameINJMaxOpen"),
       optINJMaxOpen(window, "optINJMaxOpen", 2),
       TimeOutTimer(window, "TimeOutTimer", false, 1000),
-      transfer_(*this, window.line(), window.context()) {
+      transfer_(*this, window.line(), window.context(), captions.receiving) {
     btnReadMisc.Caption = "Read Misc";
-    btnReadMisc.Click = [&window] { window.line().request(kRead); };
+    btnReadMisc.Click = [&window] { window.line().request(link::kAskMiscBlock); };
     btnSaveMisc.Caption = "Send Misc";
     btnSaveMisc.Click = [this] { transfer_.save(); };
     TimeOutTimer.Tick = [this] { timeOutCounter = core::toInt16(timeOutCounter + 1); };
-    describe();
+    describe(captions);
     describeMiscBoxes(txtMisc);
 }
 
-void MiscPane::describe() {
+void MiscPane::describe(const MiscCaptions& captions) {
     FrameMisc.Caption = "Misc";
     FrameINJMaxOpen.Caption = "Suutin max aukiolo";
     FrameINJMaxOpen.setContainer(&FrameMisc);
@@ -67,7 +50,7 @@ void MiscPane::describe() {
         txtMisc(i).setContainer(&FrameMisc);
     }
     for (int bit = 0; bit < kMiscBits; ++bit) {
-        CheckMisc(bit).Caption = kBitCaptions.at(static_cast<std::size_t>(bit));
+        CheckMisc(bit).Caption = captions.bits.at(static_cast<std::size_t>(bit));
         CheckMisc(bit).setContainer(&FrameMisc);
     }
 }
@@ -109,7 +92,7 @@ void MiscPane::place() {
 }
 
 void MiscPane::readPane() {
-    paneWindow().line().requestFirst(kRead);
+    paneWindow().line().requestFirst(link::kAskMiscBlock);
 }
 
 // The dispatcher calls it past the window's door, and events run in it.

@@ -1,6 +1,9 @@
 // The misc block: limits, offsets, the enable word and the injectors' longest opening.
 #pragma once
 
+#include <array>
+#include <string_view>
+
 #include "link/Windows.h"
 #include "maps/panes/MapPane.h"
 #include "maps/panes/PaneWindow.h"
@@ -16,9 +19,16 @@ inline constexpr int kIgnitionOffset = 3;
 
 inline constexpr int kMiscBits = 16;  // of the enable word
 
+// The words of a window's misc block.
+struct MiscCaptions {
+    std::array<std::string_view, kMiscBits> bits;  // of the enable word; empty for one without a meaning
+    const char* receiving;                         // the window's caption while a reply is shown
+};
+
 class MiscPane : public MapPane, public link::MiscPart, public link::EepromPart {
 public:
-    explicit MiscPane(PaneWindow& window);
+    // `captions` lives as long as the pane.
+    MiscPane(PaneWindow& window, const MiscCaptions& captions);
 
     controls::CommandButton btnReadMisc, btnSaveMisc;
     controls::Frame FrameMisc;
@@ -41,7 +51,7 @@ public:
     void showLoadedTune() override { showMiscOfFile(); }
 
 private:
-    void describe();
+    void describe(const MiscCaptions& captions);
     void place();
 
     MiscTransfer transfer_;

@@ -2,39 +2,36 @@
 #pragma once
 
 #include "link/Windows.h"
-#include "maps/grid/GridEditor.h"
 #include "maps/grid/PwmDisplay.h"
-#include "maps/panes/MapPane.h"
-#include "maps/panes/PaneWindow.h"
+#include "maps/panes/GridPane.h"
 #include "maps/transfer/PwmTransfer.h"
 
 namespace korvane::maps {
 
-class PwmPane : public MapPane, public link::PwmMapPart {
+class PwmPane : public GridPane, public link::PwmMapPart {
 public:
     explicit PwmPane(PaneWindow& window);
 
-    controls::Frame FramePWM;
-    MapGrid pwm;  // txtPWM, lblRpmP, lblMapP
-    controls::CommandButton btnReadPWM, btnSavePWM;
+    controls::Frame& FramePWM = mapFrame();
+    MapGrid& pwm = mapGrid();  // txtPWM, lblRpmP, lblMapP
+    controls::CommandButton& btnReadPWM = readButton();
+    controls::CommandButton& btnSavePWM = sendButton();
 
     // Show the table as received, or (OUT) as edited.
-    void populatePWM() { display_.populatePWM(); }
-    void populatePWMOUT() override;
+    void populatePWM() { showReceived(); }
+    void populatePWMOUT() override { showEdited(); }
     // The key-down handler. RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
-    void pwmKeyDown(int index, int keyCode, int shift) { editor_.keyDown(index, keyCode, shift); }
+    void pwmKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
 
-    [[nodiscard]] MapGrid* paneGrid() override { return &pwm; }
     void loadPane(std::int32_t features) override;
     void readPane() override;
     void acceptLoadedTune(bool withPwm) override;
 
 private:
-    [[nodiscard]] GridRules rules();
-    void showStep(int cell);
+    [[nodiscard]] MapDisplay& mapDisplay() override { return display_; }
+    void redrawCell(int cell) override;
 
     PwmDisplay display_;
-    GridEditor editor_;
     PwmTransfer transfer_;
 };
 

@@ -1,18 +1,16 @@
 #include "maps/transfer/MapLine.h"
 
-#include <span>
-
 #include "core/TimeText.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
 
 namespace korvane::maps {
 
-void MapLine::send(std::initializer_list<std::uint8_t> bytes) {
-    context_.connection.MSComm1.Output(std::span(bytes.begin(), bytes.size()));
+void MapLine::send(std::span<const std::uint8_t> bytes) {
+    context_.connection.MSComm1.Output(bytes);
 }
 
-void MapLine::sendIfOpen(std::initializer_list<std::uint8_t> bytes) {
+void MapLine::sendIfOpen(std::span<const std::uint8_t> bytes) {
     if (isOpen()) {
         send(bytes);
     }
@@ -34,13 +32,13 @@ void MapLine::showWithTime(std::string_view caption) {
     show(std::string(caption) + core::timeText(window_.machine().pump.wallTime()));
 }
 
-void MapLine::request(std::uint8_t letter) {
+void MapLine::request(std::uint8_t command) {
     showWithTime("Receiving data from Device...");
-    sendIfOpen({letter});
+    sendIfOpen({command});
 }
 
-void MapLine::requestFirst(std::uint8_t letter) {
-    request(letter);
+void MapLine::requestFirst(std::uint8_t command) {
+    request(command);
     pump();
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,11 +12,6 @@
 #include "maps/transfer/MapContext.h"
 
 namespace korvane::maps {
-
-// A command closes with the complement of the letter that opened it.
-[[nodiscard]] constexpr std::uint8_t complement(std::uint8_t letter) {
-    return static_cast<std::uint8_t>(~letter & 0xFF);
-}
 
 class MapLine {
 public:
@@ -25,8 +21,10 @@ public:
     // Whether all that was sent has left the machine.
     [[nodiscard]] bool isDrained() const { return context_.connection.MSComm1.OutBufferCount() < 1; }
     // RuntimeError 8018 when the port is closed.
-    void send(std::initializer_list<std::uint8_t> bytes);
-    void sendIfOpen(std::initializer_list<std::uint8_t> bytes);
+    void send(std::span<const std::uint8_t> bytes);
+    void send(std::initializer_list<std::uint8_t> bytes) { send(std::span(bytes.begin(), bytes.size())); }
+    void sendIfOpen(std::span<const std::uint8_t> bytes);
+    void sendIfOpen(std::initializer_list<std::uint8_t> bytes) { sendIfOpen(std::span(bytes.begin(), bytes.size())); }
 
     // The live poll, which would mix its frames with those of a transfer.
     void stopPoll() { context_.connection.TimerRequestData.Enabled = false; }
@@ -42,9 +40,9 @@ public:
     // With the time of day behind it.
     void showWithTime(std::string_view caption);
     // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
-    void request(std::uint8_t letter);
+    void request(std::uint8_t command);
     // Among the first reads: events run behind it.
-    void requestFirst(std::uint8_t letter);
+    void requestFirst(std::uint8_t command);
 
     // Runs a write handler. A failure ends it and shows its description as the caption; the poll timer stays as the
     // handler has left it.

@@ -1,5 +1,6 @@
 #include "maps/transfer/MapWriter.h"
 
+#include "link/Commands.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
@@ -20,9 +21,7 @@ constexpr int kBothAcks = 11;
 struct MapWriter::Kind {
     core::MapImage core::SharedTables::*image;
     std::int16_t core::SharedTables::*acks;
-    std::uint8_t firstLetter;
-    std::uint8_t secondLetter;
-    std::uint8_t commitLetter;
+    const link::MapCommands& commands;
     bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
     const char* sending;
     const char* done;
@@ -31,9 +30,7 @@ struct MapWriter::Kind {
 const MapWriter::Kind MapWriter::kFuel{
     .image = &core::SharedTables::FuelMapOut,
     .acks = &core::SharedTables::FuelSendAcks,
-    .firstLetter = 'F',
-    .secondLetter = 246,
-    .commitLetter = 'c',
+    .commands = link::kFuelMap,
     .pollsBeforeCommit = false,
     .sending = "Sending  fuel data",
     .done = "Fuel kartta lähetetty ja talletettu autoon",
@@ -41,9 +38,7 @@ const MapWriter::Kind MapWriter::kFuel{
 const MapWriter::Kind MapWriter::kIgnition{
     .image = &core::SharedTables::IgnMapOut,
     .acks = &core::SharedTables::IgnSendAcks,
-    .firstLetter = 'A',
-    .secondLetter = 248,
-    .commitLetter = 'b',
+    .commands = link::kIgnitionMap,
     .pollsBeforeCommit = true,
     .sending = "Sending  Ignition data",
     .done = "Ignition kartta lähetetty ja talletettu autoon",
@@ -66,13 +61,13 @@ void MapWriter::writeWhole() {
     fields::Progress progress(window_.prgTransfer, kHalf);
     line_.stopPoll();
     line_.show(kind_.sending);
-    sendHalf(kind_.firstLetter, 0, progress);
+    sendHalf(kind_.commands.send, 0, progress);
     if (kind_.pollsBeforeCommit) {
         line_.startPoll();
         line_.stopPoll();
     }
     line_.wait(kCommitPause);
-    line_.send({kind_.commitLetter});
+    line_.send({kind_.commands.store});
     line_.wait(kCommitPause);
     line_.startPoll();
     line_.show(kind_.done);
@@ -84,21 +79,21 @@ void MapWriter::writeHalves() {
     line_.stopPoll();
     line_.show(kind_.sending);
     tables_.*kind_.acks = 0;
-    sendHalf(kind_.firstLetter, 0, progress);
+    sendHalf(kind_.commands.send, 0, progress);
     static_cast<void>(acknowledged(kFirstAck, kFirstAckTurns));
-    sendHalf(kind_.secondLetter, kHalf, progress);
+    sendHalf(kind_.commands.sendSecondHalf, kHalf, progress);
     if (acknowledged(kBothAcks, kSecondAckTurns)) {
         line_.stopPoll();
         line_.wait(kCommitPause);
-        line_.send({kind_.commitLetter});
+        line_.send({kind_.commands.store});
         line_.show(kind_.done);
     }
     line_.wait(kCommitPause);
     line_.startPoll();
 }
 
-void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, fields::Progress& progress) {
-    line_.send({letter});
+void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress) {
+    line_.send({command});
     for (std::size_t cell = first; cell < first + kHalf;) {
         line_.pump();
         if (!line_.isDrained()) {
@@ -110,7 +105,7 @@ void MapWriter::sendHalf(std::uint8_t letter, std::size_t first, fields::Progres
         line_.send({byte});
         progress.step();
     }
-    line_.send({complement(letter)});
+    line_.send({link::complement(command)});
 }
 
 bool MapWriter::acknowledged(int count, int turns) {

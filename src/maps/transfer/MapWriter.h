@@ -29,7 +29,7 @@ public:
 private:
     void writeWhole();
     void writeHalves();
-    void sendHalf(std::uint8_t letter, std::size_t first, fields::Progress& progress);
+    void sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress);
     // Whether the count of acknowledgements came to `count` within so many turns of 5 ms.
     [[nodiscard]] bool acknowledged(int count, int turns);
 

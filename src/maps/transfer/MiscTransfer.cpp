@@ -1,6 +1,7 @@
 #include "maps/transfer/MiscTransfer.h"
 
 #include "core/Numbers.h"
+#include "link/Commands.h"
 #include "maps/panes/MiscPane.h"
 
 namespace korvane::maps {
@@ -19,8 +20,8 @@ constexpr std::uint8_t kOpen2ms2 = 5;
 
 }  // namespace
 
-MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context)
-    : pane_(pane), line_(line), context_(context) {}
+MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving)
+    : pane_(pane), line_(line), context_(context), receiving_(receiving) {}
 
 void MiscTransfer::save() {
     line_.trapped([this] {
@@ -34,14 +35,14 @@ void MiscTransfer::save() {
 
 void MiscTransfer::sendBlock() {
     const std::int32_t enabled = enableWord();
-    line_.send({'M'});
+    line_.send({link::kSendMiscBlock});
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
     sendWord(enabled);
     line_.send({core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get()))});
     line_.send({core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
     line_.send({pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
-    line_.send({complement('M'), 'd'});
+    line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
 }
 
 void MiscTransfer::sendWord(std::int32_t value) {
@@ -63,7 +64,7 @@ std::int32_t MiscTransfer::enableWord() {
 void MiscTransfer::LoadMisc(bool skipTimer) {
     if (!skipTimer) {
         pane_.timeOutCounter = 0;
-        line_.show("Getting data from Sarnex!");
+        line_.show(receiving_);
         line_.stopPoll();
     }
     showBlock();

@@ -12,7 +12,8 @@ class MiscPane;
 
 class MiscTransfer {
 public:
-    MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context);
+    // `receiving` is the window's caption while a reply of the ECU is shown; a literal.
+    MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving);
 
     void save();
 
@@ -31,6 +32,7 @@ private:
     MiscPane& pane_;
     MapLine& line_;
     const MapContext& context_;
+    const char* receiving_;
 };
 
 }  // namespace korvane::maps

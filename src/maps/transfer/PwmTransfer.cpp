@@ -3,6 +3,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "fields/Progress.h"
+#include "link/Commands.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
@@ -30,7 +31,7 @@ void PwmTransfer::read() {
 void PwmTransfer::ask() {
     line_.stopPoll();
     line_.wait(kQuietPause);
-    line_.sendIfOpen({'p', 0, complement('p')});
+    line_.sendIfOpen({link::kAskPwmTable, 0, link::complement(link::kAskPwmTable)});
     line_.pump();
     line_.startPoll();
 }
@@ -50,17 +51,16 @@ void PwmTransfer::send() {
         line_.wait(kCellPause);
         line_.pump();
     }
-    line_.sendIfOpen({'o', complement('o'), 'X', complement('X')});
+    line_.sendIfOpen({link::kStorePwmTable, link::complement(link::kStorePwmTable), link::kRestartDevice,
+                      link::complement(link::kRestartDevice)});
     line_.showWithTime("PWM table have been sent to ECU ");
     line_.startPoll();
 }
 
-// Cell and value go twice, so that the ECU can check them.
 void PwmTransfer::sendCell(int cell) {
     const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
     if (window_.isFormLoaded) {
-        const auto index = static_cast<std::uint8_t>(cell);
-        line_.sendIfOpen({'P', index, index, value, value, complement('P')});
+        line_.sendIfOpen(link::cellCommand(link::kSendPwmCell, static_cast<std::uint8_t>(cell), value));
     }
     grid_(cell).ToolTipText = core::numberText(value).view();
 }

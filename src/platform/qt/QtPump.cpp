@@ -16,39 +16,6 @@ namespace {
 constexpr Micros kLongestSleep = 3'600'000 * kMicrosPerMilli;
 }  // namespace
 
-class QtPump::QtAlarm : public Alarm {
-public:
-    QtAlarm(QtPump& pump, Entries& entries, std::function<void()> handler)
-        : call(std::make_shared<const std::function<void()>>(std::move(handler))), pump_(pump), entries_(entries) {}
-    ~QtAlarm() override { QtAlarm::cancel(); }
-    QtAlarm(const QtAlarm&) = delete;
-    QtAlarm& operator=(const QtAlarm&) = delete;
-
-    void callAt(Micros due) override {
-        cancel();
-        entry_ = {std::max(due, pump_.now()), pump_.orders_++, this};
-        entries_.insert(entry_);
-        armed_ = true;
-        pump_.schedule();
-    }
-
-    void cancel() override {
-        if (armed_) {
-            entries_.erase(entry_);
-            armed_ = false;
-        }
-    }
-
-    // Shared, because a call may delete its own alarm.
-    const std::shared_ptr<const std::function<void()>> call;
-
-private:
-    QtPump& pump_;
-    Entries& entries_;
-    Entry entry_{};
-    bool armed_ = false;
-};
-
 // Delivers when an event that was posted to it arrives.
 class QtPump::Waker : public QObject {
 public:
@@ -138,15 +105,7 @@ bool QtPump::isUnsettled(const Settled& settled) const {
     if (holds_ > settled.holds || now() >= settled.latest) {
         return false;
     }
-    const auto isDue = [this](AlarmKind kind) {
-        const Entries& entries = entries_.at(static_cast<std::size_t>(kind));
-        return mayRun(kind) && !entries.empty() && entries.begin()->due <= now();
-    };
     return depth_ > settled.depth || isDue(AlarmKind::Program) || isDue(AlarmKind::Device);
-}
-
-std::unique_ptr<Alarm> QtPump::makeAlarm(std::function<void()> call, AlarmKind kind) {
-    return std::make_unique<QtAlarm>(*this, entries_.at(static_cast<std::size_t>(kind)), std::move(call));
 }
 
 QtPump::Hold::Hold(QtPump& pump) : pump_(pump) {
@@ -162,23 +121,12 @@ bool QtPump::mayRun(AlarmKind kind) const {
     return kind == AlarmKind::Device || (sleeps_ == 0 && (kind == AlarmKind::Command || holds_ == 0));
 }
 
-const QtPump::Entries* QtPump::nextSource() const {
-    const Entries* source = nullptr;
-    for (const auto kind : {AlarmKind::Program, AlarmKind::Command, AlarmKind::Device}) {
-        const Entries& entries = entries_.at(static_cast<std::size_t>(kind));
-        if (mayRun(kind) && !entries.empty() && (source == nullptr || *entries.begin() < *source->begin())) {
-            source = &entries;
-        }
-    }
-    return source;
-}
-
 void QtPump::schedule() {
-    const Entries* const source = nextSource();
-    if (source == nullptr) {
+    const Entry* const next = first();
+    if (next == nullptr) {
         return;
     }
-    const Micros due = source->begin()->due;
+    const Micros due = next->due;
     const Micros left = due - now();
     if (left <= 0) {
         post();
@@ -197,24 +145,10 @@ void QtPump::post() {
 
 void QtPump::deliver() {
     // What the alarms ask for while they run waits for the next turn, so that the loop gets to its other work.
-    const auto before = orders_;
-    while (runNext(before)) {
+    const auto before = orders();
+    while (runFirst(now(), before)) {
     }
     schedule();
-}
-
-bool QtPump::runNext(std::uint64_t before) {
-    const Entries* const source = nextSource();
-    if (source == nullptr || source->begin()->due > now() || source->begin()->order >= before) {
-        return false;
-    }
-    QtAlarm* const alarm = source->begin()->alarm;
-    const auto call = alarm->call;
-    alarm->cancel();
-    // The call may nest an event loop, which has to go on with the alarms that are left.
-    schedule();
-    (*call)();
-    return true;
 }
 
 }  // namespace korvane::platform

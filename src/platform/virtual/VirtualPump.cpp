@@ -14,37 +14,6 @@ constexpr int kMostSettling = 100'000;
 
 }  // namespace
 
-class VirtualPump::VirtualAlarm final : public Alarm {
-public:
-    VirtualAlarm(VirtualPump& pump, Entries& entries, std::function<void()> handler)
-        : call(std::move(handler)), pump_(pump), entries_(entries) {}
-    ~VirtualAlarm() override { cancel(); }
-
-    void callAt(Micros due) override {
-        cancel();
-        entry_ = {std::max(due, pump_.now_), pump_.orders_++, this};
-        entries_.insert(std::upper_bound(entries_.begin(), entries_.end(), entry_, later), entry_);
-        armed_ = true;
-    }
-
-    void cancel() override {
-        if (armed_) {
-            entries_.erase(std::lower_bound(entries_.begin(), entries_.end(), entry_, later));
-            armed_ = false;
-        }
-    }
-
-    std::function<void()> call;
-
-private:
-    static bool later(const Entry& one, const Entry& other) { return other < one; }
-
-    VirtualPump& pump_;
-    Entries& entries_;
-    Entry entry_{};
-    bool armed_ = false;
-};
-
 VirtualPump::VirtualPump(WallTime start) : wallStart_(secondsOf(start)) {}
 
 VirtualPump::~VirtualPump() = default;
@@ -55,8 +24,8 @@ WallTime VirtualPump::wallTime() const {
 
 void VirtualPump::pump() {
     // What the events ask for while they run waits for the next chance, so a pump always ends.
-    const auto before = orders_;
-    while (runNext(now_, before)) {
+    const auto before = orders();
+    while (runFirst(now_, before)) {
     }
 }
 
@@ -65,7 +34,7 @@ void VirtualPump::wait(int milliseconds) {
 }
 
 void VirtualPump::runUntil(Micros moment) {
-    while (runNext(moment, kAll)) {
+    while (runFirst(moment, kAll)) {
     }
     now_ = std::max(now_, moment);
 }
@@ -79,34 +48,9 @@ void VirtualPump::sleep(int milliseconds) {
 
 void VirtualPump::whenSettled(std::function<void()> call, Micros) {
     const Micros latest = now_ + kLongestSettling;
-    for (int events = 0; events < kMostSettling && now_ <= latest && runNext(now_, kAll); ++events) {
+    for (int events = 0; events < kMostSettling && now_ <= latest && runFirst(now_, kAll); ++events) {
     }
     call();
-}
-
-bool VirtualPump::runNext(Micros limit, std::uint64_t before) {
-    const Entries* source = nullptr;
-    if (!deviceEntries_.empty()) {
-        source = &deviceEntries_;
-    }
-    if (!blocked_ && !entries_.empty() && (source == nullptr || entries_.back() < source->back())) {
-        source = &entries_;
-    }
-    if (source == nullptr || source->back().due > limit || source->back().order >= before) {
-        return false;
-    }
-    VirtualAlarm* const alarm = source->back().alarm;
-    now_ = std::max(now_, source->back().due);
-    // A copy: a call may delete its own alarm.
-    const auto call = alarm->call;
-    alarm->cancel();
-    call();
-    return true;
-}
-
-std::unique_ptr<Alarm> VirtualPump::makeAlarm(std::function<void()> call, AlarmKind kind) {
-    auto& entries = kind == AlarmKind::Device ? deviceEntries_ : entries_;
-    return std::make_unique<VirtualAlarm>(*this, entries, std::move(call));
 }
 
 }  // namespace korvane::platform

@@ -17,12 +17,24 @@ constexpr int kRowGap = 2;
 constexpr int kColumnGap = 8;
 constexpr double kNameScale = 0.92;
 
-Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
-    auto& card = child<Card>(parent, QStringLiteral("Status"));
+// Rows of two; the column `wide` takes what is left.
+QGridLayout& makePairs(Card& card, int wide) {
     auto& grid = child<QGridLayout>(&card);
     grid.setVerticalSpacing(kRowGap);
     grid.setHorizontalSpacing(kColumnGap);
-    grid.setColumnStretch(1, 1);
+    grid.setColumnStretch(wide, 1);
+    return grid;
+}
+
+void addPair(QGridLayout& grid, QWidget& left, QWidget& right) {
+    const int row = grid.count() / 2;
+    grid.addWidget(&left, row, 0);
+    grid.addWidget(&right, row, 1);
+}
+
+Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent, QStringLiteral("Status"));
+    auto& grid = makePairs(card, 1);
     binder.bind(window.FrameLeds, card);
     for (int n = 0; n < window.imgLed.count(); ++n) {
         auto& lamp = child<Lamp>(&card);
@@ -30,8 +42,7 @@ Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         name.setReserve(QStringLiteral("IgnChargeError"));
         binder.bind(window.imgLed(n), lamp);
         binder.bind(window.lblLED(n), name, &lamp);
-        grid.addWidget(&lamp, n, 0);
-        grid.addWidget(&name, n, 1);
+        addPair(grid, lamp, name);
     }
     card.fitMargins();
     return card;
@@ -39,10 +50,7 @@ Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
 
 Card& makeInputs(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& card = child<Card>(parent);
-    auto& grid = child<QGridLayout>(&card);
-    grid.setVerticalSpacing(kRowGap);
-    grid.setHorizontalSpacing(kColumnGap);
-    grid.setColumnStretch(0, 1);
+    auto& grid = makePairs(card, 0);
     binder.bind(window.FrameMux, card);
     for (int i = 0; i < window.lblValueMux.count(); ++i) {
         auto& name = child<Readout>(&card, Readout::Look{.scale = kNameScale, .muted = true});
@@ -51,8 +59,7 @@ Card& makeInputs(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         value.setReserve(QStringLiteral("4095"));
         binder.bind(window.lblValueMux(i), value);
         binder.bind(window.lblValueMuxName(i), name, &value);
-        grid.addWidget(&name, i, 0);
-        grid.addWidget(&value, i, 1);
+        addPair(grid, name, value);
     }
     card.fitMargins();
     return card;

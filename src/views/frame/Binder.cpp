@@ -45,6 +45,12 @@ QWidget* Binder::widgetOf(const controls::Control* control) const {
 }
 
 // A window that is being destroyed has lost its controls before it says that it goes.
+void Binder::endVisit() {
+    if (--visits_ == 0 && !attached_) {
+        view_.deleteLater();
+    }
+}
+
 void Binder::detach() {
     if (!attached_) {
         return;

@@ -97,13 +97,14 @@ public:
 
     void marked(BoundPart& part);
 
-    // The view calls the model: what the model does meanwhile must not delete the view.
+    // The view calls the model: what the model does meanwhile must not delete the view. A view whose window has gone is
+    // deleted after its last visit.
     class Visit {
     public:
         explicit Visit(Binder& binder) : binder_(binder) { ++binder_.visits_; }
         Visit(const Visit&) = delete;
         Visit& operator=(const Visit&) = delete;
-        ~Visit() { --binder_.visits_; }
+        ~Visit() { binder_.endVisit(); }
 
     private:
         Binder& binder_;
@@ -125,6 +126,7 @@ public:
 
 private:
     void add(std::unique_ptr<Binding> binding);
+    void endVisit();
 
     controls::Window& window_;
     QWidget& view_;

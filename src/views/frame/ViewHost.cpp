@@ -5,18 +5,16 @@
 
 namespace korvane::views {
 
-namespace {
-constexpr int kSweep = 100;  // ms
-}
-
 ViewHost::ViewHost(controls::WindowList& windows) : windows_(windows) {
     windows_.setListener(this);
-    sweeper_.setInterval(kSweep);
-    QObject::connect(&sweeper_, &QTimer::timeout, &sweeper_, [this] { sweep(); });
 }
 
+// No event loop may come any more for those that are on their way out.
 ViewHost::~ViewHost() {
     windows_.setListener(nullptr);
+    for (const auto& view : leaving_) {
+        const std::unique_ptr<WindowView> gone(view.data());
+    }
 }
 
 void ViewHost::add(std::string_view windowName, Factory factory) {
@@ -42,21 +40,13 @@ void ViewHost::windowLoaded(controls::Window& window) {
     }
 }
 
-// A handler of the window may be running that the view has called: the view goes when that has returned.
 void ViewHost::windowUnloaded(controls::Window& window) {
     const auto found = views_.find(&window);
     if (found != views_.end()) {
-        found->second->detach();
-        leaving_.push_back(std::move(found->second));
+        std::erase_if(leaving_, [](const auto& view) { return view.isNull(); });
+        leaving_.emplace_back(found->second.get());
+        found->second.release()->leave();
         views_.erase(found);
-        sweeper_.start();
-    }
-}
-
-void ViewHost::sweep() {
-    std::erase_if(leaving_, [](const auto& view) { return !view->isVisiting(); });
-    if (leaving_.empty()) {
-        sweeper_.stop();
     }
 }
 

@@ -1,7 +1,7 @@
 // Gives every loaded window its view.
 #pragma once
 
-#include <QTimer>
+#include <QPointer>
 
 #include <filesystem>
 #include <functional>
@@ -50,15 +50,13 @@ public:
 private:
     void windowLoaded(controls::Window& window) override;
     void windowUnloaded(controls::Window& window) override;
-    void sweep();
     [[nodiscard]] const controls::Window* find(std::string_view windowName) const;
 
     controls::WindowList& windows_;
     FrameClock clock_;
     std::map<std::string, Factory, std::less<>> factories_;
     std::map<const controls::Window*, std::unique_ptr<WindowView>> views_;
-    std::vector<std::unique_ptr<WindowView>> leaving_;
-    QTimer sweeper_;
+    std::vector<QPointer<WindowView>> leaving_;  // null once they have gone
 };
 
 }  // namespace korvane::views

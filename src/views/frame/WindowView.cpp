@@ -47,6 +47,13 @@ void WindowView::detach() {
     hide();
 }
 
+void WindowView::leave() {
+    detach();
+    if (!binder_.isVisiting()) {
+        deleteLater();
+    }
+}
+
 QPixmap WindowView::picture() {
     if (binder_.isAttached()) {
         binder_.showAll();
@@ -89,8 +96,9 @@ QSize WindowView::modelSize() const {
     return QSize(window_.Width / kTwipsPerPixel, window_.Height / kTwipsPerPixel).boundedTo(kLargest);
 }
 
+// A window that fills the screen keeps doing so.
 void WindowView::showSize() {
-    if (!modelSize().isEmpty() && modelSize() != size()) {
+    if (!reporting_ && !modelSize().isEmpty() && modelSize() != size() && !isMaximized() && !isFullScreen()) {
         resize(modelSize());
     }
 }
@@ -116,9 +124,20 @@ void WindowView::closeEvent(QCloseEvent* event) {
 
 void WindowView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (binder_.isAttached() && size() != modelSize()) {
-        const Binder::Visit visit(binder_);
-        window_.resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+    reportSize();
+}
+
+// Only what the window has made of both measures goes back to the display.
+void WindowView::reportSize() {
+    if (!binder_.isAttached() || size() == modelSize()) {
+        return;
+    }
+    const Binder::Visit visit(binder_);
+    reporting_ = true;
+    window_.resize(width() * kTwipsPerPixel, height() * kTwipsPerPixel);
+    reporting_ = false;
+    if (binder_.isAttached()) {
+        showSize();
     }
 }
 

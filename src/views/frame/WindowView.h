@@ -22,8 +22,8 @@ public:
     void open();
     // The window goes: the view disappears and touches nothing of it from now on.
     void detach();
-    // Whether a handler of the window runs that this view has called: the view must live until it has returned.
-    [[nodiscard]] bool isVisiting() const { return binder_.isVisiting(); }
+    // Detaches the view, which deletes itself as soon as no handler of the window runs that it has called.
+    void leave();
 
     // The view as it looks now, on screen or not.
     [[nodiscard]] QPixmap picture();
@@ -37,16 +37,20 @@ protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
+    [[nodiscard]] QSize modelSize() const;
+    // The window learns of a size that is not its own.
+    void reportSize();
+
 private:
     void propertyChanged(controls::Object& object, const void* property) override;
     void showTitle();
     void showColor();
     void showSize();
     void showVisible();
-    [[nodiscard]] QSize modelSize() const;
 
     controls::Window& window_;
     Binder binder_;
+    bool reporting_ = false;
 };
 
 }  // namespace korvane::views

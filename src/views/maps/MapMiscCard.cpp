@@ -1,3 +1,4 @@
+// A part of MapParts: the misc block.
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>

@@ -5,13 +5,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
 #include "views/frame/WindowView.h"
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Lamp.h"
-#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 
@@ -56,12 +56,7 @@ QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent) {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kColumnGap);
-    auto& status = child<Readout>(inside, Readout::Look{.bold = true});
-    status.setObjectName(QStringLiteral("status"));
-    status.setText(QString::fromStdString(window.Caption));
-    status.setReserve(QStringLiteral("PWM table have been sent to ECU 00:00:00"));
-    QObject::connect(&view, &QWidget::windowTitleChanged, &status, &Readout::setText);
-    row.addWidget(&status, 1);
+    row.addWidget(&makeStatusLine(view, window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside), 1);
     row.addWidget(&makeTransferBar(window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
     row.addSpacing(kGroupGap);
     row.addWidget(&makeButton(window.btnLoad, 'h', binder, inside));

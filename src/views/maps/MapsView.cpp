@@ -59,6 +59,16 @@ void MapsView::orderTabs(std::vector<controls::Control*> first) {
     binder().setTabOrder(first);
 }
 
+void MapsView::addTransfers(PairCard& card) {
+    card.addButtons(maps_.btnReadFuel, 'r', maps_.btnWriteFuel, 's');
+    card.addButtons(maps_.btnReadIgn, 'i', maps_.btnWriteIgn, 'g');
+}
+
+void MapsView::addLive(PairCard& card) {
+    card.addBox(maps_.chkTrace, 'a', 0);
+    card.addBox(maps_.chkOnlineChanges, 'e', 1);
+}
+
 FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(window, clock) {
     addPanes(window);
     addCommands(window);
@@ -97,15 +107,13 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
 
 void FrmMapsView::addCommands(maps::FrmMaps& window) {
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
-    transfer.addButtons(window.btnReadFuel, 'r', window.btnWriteFuel, 's');
-    transfer.addButtons(window.btnReadIgn, 'i', window.btnWriteIgn, 'g');
+    addTransfers(transfer);
     transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
     transfer.addWideBox(window.chkShowPwm, 'b');
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
-    live.addBox(window.chkTrace, 'a', 0);
-    live.addBox(window.chkOnlineChanges, 'e', 1);
+    addLive(live);
     live.addBox(window.chkFocusOnFuel, 'f', 0);
     live.addBox(window.chkFocusOnIGN, 'n', 1);
     right().addWidget(&live.card());
@@ -156,14 +164,12 @@ void FrmMapsLargeView::addPages(maps::FrmMaps_Large& window) {
 
 void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
-    transfer.addButtons(window.btnReadFuel, 'r', window.btnWriteFuel, 's');
-    transfer.addButtons(window.btnReadIgn, 'i', window.btnWriteIgn, 'g');
+    addTransfers(transfer);
     transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
-    live.addBox(window.chkTrace, 'a', 0);
-    live.addBox(window.chkOnlineChanges, 'e', 1);
+    addLive(live);
     live.addBox(window.chkFocusOnMAP, 'k', 0);
     right().addWidget(&live.card());
 }

@@ -18,6 +18,9 @@ protected:
 
     [[nodiscard]] QVBoxLayout& left() { return left_; }
     [[nodiscard]] QVBoxLayout& right() { return right_; }
+    // What both windows have in their cards at the top of the right column.
+    void addTransfers(PairCard& card);
+    void addLive(PairCard& card);
     // The cards of the right column from the analyser's on.
     void addLowerCards();
     // Tab goes through these and then through what both windows have at the right.

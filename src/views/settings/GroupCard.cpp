@@ -196,6 +196,12 @@ void GroupCard::addCells(const QString& name, const QString& spoken, controls::C
     addCells(name, spoken, all, digits);
 }
 
+void GroupCard::addTable(const QString& word, const QStringList& heads, const QString& spoken,
+                         controls::ControlArray<controls::TextBox>& boxes, int digits) {
+    addHeads(word, heads);
+    addCells({}, spoken, boxes, digits);
+}
+
 void GroupCard::addNote(const QString& text) {
     add(makeCaption(text, &card_));
 }

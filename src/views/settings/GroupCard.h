@@ -45,6 +45,10 @@ public:
     void addCells(const QString& name, const QString& spoken, controls::ControlArray<controls::TextBox>& boxes,
                   int digits);
 
+    // Heads with one row of boxes beneath them.
+    void addTable(const QString& word, const QStringList& heads, const QString& spoken,
+                  controls::ControlArray<controls::TextBox>& boxes, int digits);
+
     void addNote(const QString& text);
     void addOptions(controls::ControlArray<controls::OptionButton>& options, Qt::Orientation direction);
     void add(QWidget& widget) { rows_.insertWidget(end(), &widget); }

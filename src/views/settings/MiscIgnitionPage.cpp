@@ -8,8 +8,8 @@ namespace {
 
 Card& makeIdleIgnition(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameIdleAdv, binder, page);
-    group.addHeads(QStringLiteral("RPM"), {"500", "600", "700", "800", "900"});
-    group.addCells({}, QStringLiteral("Idle Ignition"), window.txtIdleAdv, kByteDigits);
+    group.addTable(QStringLiteral("RPM"), {"500", "600", "700", "800", "900"}, QStringLiteral("Idle Ignition"),
+                   window.txtIdleAdv, kByteDigits);
     group.addButton(window.btnSaveIdleAdv, 's');
     return group.card();
 }

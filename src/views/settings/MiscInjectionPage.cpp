@@ -36,24 +36,24 @@ Card& makeStartHelp(settings::MiscControls& window, Binder& binder, QWidget* pag
 
 Card& makeVoltage(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameVolt, binder, page);
-    group.addHeads(QStringLiteral("V"), {"<13.5", "<13", "<12", "<10"});
-    group.addCells({}, QStringLiteral("Voltage correction"), window.txtVolt, kScaledDigits);
+    group.addTable(QStringLiteral("V"), {"<13.5", "<13", "<12", "<10"}, QStringLiteral("Voltage correction"),
+                   window.txtVolt, kScaledDigits);
     group.addButton(window.btnSaveVolt, 'v');
     return group.card();
 }
 
 Card& makeAdvance(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameInjAdv, binder, page);
-    group.addHeads(QStringLiteral("RPM"), thousands(1000, 500, window.txtInjAdv.count()));
-    group.addCells({}, QStringLiteral("Injection advance"), window.txtInjAdv, kByteDigits);
+    group.addTable(QStringLiteral("RPM"), thousands(1000, 500, window.txtInjAdv.count()),
+                   QStringLiteral("Injection advance"), window.txtInjAdv, kByteDigits);
     group.addButton(window.btnSaveInjAdv, 'e');
     return group.card();
 }
 
 Card& makePump(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameAccel, binder, page);
-    group.addHeads({}, {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90"});
-    group.addCells({}, QStringLiteral("Acceleration pump"), window.txtAccel, kScaledDigits);
+    group.addTable({}, {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90"}, QStringLiteral("Acceleration pump"),
+                   window.txtAccel, kScaledDigits);
     auto& delay = child<GapLabel>(&group.card(), QStringLiteral("delay                               engine rounds"));
     auto& box = child<ValueBox>(&delay, kByteDigits);
     box.setAccessibleName(QStringLiteral("delay, engine rounds"));

@@ -28,8 +28,8 @@ Card& makeCorrection(settings::MiscControls& window, Binder& binder, QWidget* pa
 
 Card& makeIdleFuel(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameIdlemap, binder, page);
-    group.addHeads(QStringLiteral("RPM"), thousands(500, 100, window.txtInjIdleMap.count()));
-    group.addCells({}, QStringLiteral("Idle Fuel"), window.txtInjIdleMap, kByteDigits);
+    group.addTable(QStringLiteral("RPM"), thousands(500, 100, window.txtInjIdleMap.count()),
+                   QStringLiteral("Idle Fuel"), window.txtInjIdleMap, kByteDigits);
     group.addButton(window.btnSaveIdlemap, 'v');
     return group.card();
 }

@@ -39,8 +39,8 @@ Card& makeIdleValve(settings::MiscControls& window, Binder& binder, QWidget* pag
 
 Card& makeBoost(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameBoost, binder, page);
-    group.addHeads(QStringLiteral("RPM"), thousands(1000, 500, window.txtBoostTav.count()));
-    group.addCells({}, QStringLiteral("Boost"), window.txtBoostTav, kByteDigits);
+    group.addTable(QStringLiteral("RPM"), thousands(1000, 500, window.txtBoostTav.count()), QStringLiteral("Boost"),
+                   window.txtBoostTav, kByteDigits);
     group.addNote(QStringLiteral("MPX sensor: value in 10mbars --> 1bar boost = 200, 1.25bar=225"));
     group.addNote(QStringLiteral("Other sensors:  max boost = 250, smaller value = lowerboost"));
     group.addButton(window.btnSaveBoost, 'v');

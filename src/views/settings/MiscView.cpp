@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
 #include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
@@ -14,7 +15,6 @@
 #include "views/widgets/PaneStack.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TabRow.h"
-#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 
@@ -76,12 +76,8 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kSpacing);
-    auto& status = child<Readout>(inside, Readout::Look{.bold = true});
-    status.setObjectName(QStringLiteral("status"));
-    status.setText(QString::fromStdString(window.Caption));
-    status.setReserve(QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"));
-    connect(this, &QWidget::windowTitleChanged, &status, &Readout::setText);
-    row.addWidget(&status);
+    row.addWidget(
+        &makeStatusLine(*this, window, QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"), inside));
     row.addWidget(&makeTransferBar(window.prgLoad, binder(), inside, QStringLiteral("Reading")));
     row.addStretch(1);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));

@@ -1,14 +1,11 @@
 #include "views/widgets/Caption.h"
 
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyle>
 
-#include <algorithm>
-#include <cmath>
-
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -27,10 +24,7 @@ Caption::Caption(const QString& text, QWidget* buddy, QWidget* parent) : QLabel(
 }
 
 QFont Caption::smallFont() const {
-    QFont small = font();
-    small.setPixelSize(
-        std::max(kSmallestPixels, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kScale))));
-    return small;
+    return scaledFont(font(), kScale, kSmallestPixels);
 }
 
 QSize Caption::sizeHint() const {

@@ -1,14 +1,12 @@
 #include "views/widgets/Card.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QLayout>
 #include <QPainter>
 
-#include <cmath>
-
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -21,8 +19,7 @@ constexpr int kTitleGap = 4;
 }  // namespace
 
 QFont Card::titleFont() const {
-    QFont small = font();
-    small.setPixelSize(static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kTitleScale)));
+    QFont small = scaledFont(font(), kTitleScale);
     small.setBold(true);
     return small;
 }

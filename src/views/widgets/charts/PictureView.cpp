@@ -1,15 +1,16 @@
 #include "views/widgets/charts/PictureView.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <span>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -24,10 +25,26 @@ constexpr int kSmallestWidth = 280;
 constexpr double kSmallestHeight = 2250;  // twips
 constexpr double kNearEdge = 0.35;        // of the width: a text further left has room enough
 constexpr double kNarrowest = 0.5;
-constexpr double kThickLine = 1.5;  // from this pixel ratio on a line is two pixels thick
+constexpr double kThickLine = 1.5;   // from this pixel ratio on a line is two pixels thick
+constexpr int kLongLines = 500'000;  // pixels, covered more than once or not, that take the toolkit some 5 ms
+
+// As std::floor, without a call for each of very many points.
+int floorOf(double number) {
+    const int whole = static_cast<int>(number);
+    return whole > number ? whole - 1 : whole;
+}
 
 QPoint pixelAt(controls::Point point, double scale) {
-    return {static_cast<int>(std::floor(point.x * scale)), static_cast<int>(std::floor(point.y * scale))};
+    return {floorOf(point.x * scale), floorOf(point.y * scale)};
+}
+
+std::int64_t lengthOf(const QPolygon& line) {
+    std::int64_t length = 0;
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        const QPoint way = line[i] - line[i - 1];
+        length += std::max(std::abs(way.x()), std::abs(way.y()));
+    }
+    return length;
 }
 
 // The points of a line that follow each other in one column of pixels. Together the first, the lowest, the highest and
@@ -83,10 +100,7 @@ void addColumns(QPolygon& line, std::span<const controls::Point> points, double 
 
 }  // namespace
 
-PictureView::PictureView(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
+PictureView::PictureView(QWidget* parent) : PaintedWidget(QSizePolicy::Expanding, QSizePolicy::Expanding, parent) {}
 
 // A smaller picture would have its texts one upon the other.
 QSize PictureView::sizeHint() const {
@@ -94,10 +108,7 @@ QSize PictureView::sizeHint() const {
 }
 
 QFont PictureView::smallFont() const {
-    QFont small = font();
-    small.setPixelSize(
-        std::max(kSmallestText, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * kTextScale))));
-    return small;
+    return scaledFont(font(), kTextScale, kSmallestText);
 }
 
 double PictureView::twipsPerPixelOfText() const {
@@ -117,6 +128,7 @@ void PictureView::setDrawing(const controls::Drawing& drawing, int width, const 
     const double logical = static_cast<double>(this->width()) / std::max(width, 1);
     ground_ = ground;
     lineCount_ = 0;
+    lineLength_ = 0;
     wordCount_ = 0;
     for (const auto& shape : drawing.shapes()) {
         if (shape.kind == controls::Drawing::Kind::Text) {
@@ -161,12 +173,17 @@ void PictureView::addLine(const controls::Drawing& drawing, const controls::Draw
         return;
     }
     addColumns(line.points, points, scale);
+    lineLength_ += lengthOf(line.points);
 }
 
 void PictureView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), ground_);
-    paintLines(painter);
+    if (lineLength_ > kLongLines) {
+        paintLongLines(painter);
+    } else {
+        painter.fillRect(rect(), ground_);
+        paintLines(painter);
+    }
     paintTexts(painter);
 }
 
@@ -202,6 +219,26 @@ void PictureView::paintLines(QPainter& painter) const {
             painter.drawPolyline(lines_[i].points.translated(1, 1));
         }
     }
+    painter.restore();
+}
+
+void PictureView::paintLongLines(QPainter& painter) {
+    const double ratio = devicePixelRatioF();
+    const QSize size(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
+    if (image_.size() != size) {
+        image_ = QImage(size, QImage::Format_RGB32);
+    }
+    raster_.clear(size);
+    for (std::size_t i = 0; i < lineCount_; ++i) {
+        raster_.add(lines_[i].points, lines_[i].color.rgb());
+        if (ratio >= kThickLine) {
+            raster_.add(lines_[i].points.translated(1, 1), lines_[i].color.rgb());
+        }
+    }
+    raster_.paint(image_, ground_.rgb());
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.drawImage(0, 0, image_);
     painter.restore();
 }
 

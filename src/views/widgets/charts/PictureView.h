@@ -4,16 +4,18 @@
 
 #include <QColor>
 #include <QPolygon>
-#include <QWidget>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
 #include "controls/PictureBox.h"
+#include "views/widgets/PaintedWidget.h"
+#include "views/widgets/charts/LineRaster.h"
 
 namespace korvane::views {
 
-class PictureView : public QWidget {
+class PictureView : public PaintedWidget {
 public:
     explicit PictureView(QWidget* parent);
 
@@ -53,10 +55,15 @@ private:
     void addLine(const controls::Drawing& drawing, const controls::Drawing::Shape& shape, double scale);
     void addText(const controls::Drawing::Text& text, const QColor& color, double scale);
     void paintLines(QPainter& painter) const;
+    // The same much faster for lines that fill the picture again and again.
+    void paintLongLines(QPainter& painter);
     void paintTexts(QPainter& painter) const;
 
     std::vector<Line> lines_;
     std::size_t lineCount_ = 0;
+    std::int64_t lineLength_ = 0;  // of all together, pixels
+    LineRaster raster_;
+    QImage image_;
     std::vector<Words> words_;
     std::size_t wordCount_ = 0;
     QColor ground_{Qt::black};

@@ -26,19 +26,7 @@ constexpr int kSmallestSide = 156;
 
 }  // namespace
 
-Dial::Dial(QWidget* parent) : QWidget(parent), scale_(dialScaleOf(0)) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
-
-QSize Dial::sizeHint() const {
-    return {kSmallestSide, kSmallestSide};
-}
-
-QRect Dial::square() const {
-    const int side = std::min(width(), height());
-    return {(width() - side) / 2, (height() - side) / 2, side, side};
-}
+Dial::Dial(QWidget* parent) : SquareWidget(kSmallestSide, parent), scale_(dialScaleOf(0)) {}
 
 QPointF Dial::place(live::DialPoint point) const {
     const QRect where = square();
@@ -81,8 +69,7 @@ void Dial::renewFace() {
 
 void Dial::resizeEvent(QResizeEvent*) {
     renewFace();
-    QFont font = this->font();
-    font.setPixelSize(std::max(8, static_cast<int>(std::lround(square().width() * kDigitShare))));
+    QFont font = fontOf(kDigitShare);
     font.setBold(true);
     digits_.setFont(font);
     if (resized_) {

@@ -3,17 +3,17 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <QWidget>
 
 #include <functional>
 
 #include "live/SarnMeter.h"
 #include "views/widgets/values/DialFace.h"
+#include "views/widgets/values/SquareWidget.h"
 #include "views/widgets/values/TabularText.h"
 
 namespace korvane::views {
 
-class Dial : public QWidget {
+class Dial : public SquareWidget {
 public:
     explicit Dial(QWidget* parent);
 
@@ -28,13 +28,8 @@ public:
     [[nodiscard]] const QString& number() const { return pose_.number; }
     [[nodiscard]] QString name() const { return scale_.name; }
 
-    // The square in which the dial stands.
-    [[nodiscard]] QRect square() const;
     // Called with the square's new side after the widget's size has changed, in logical pixels.
     void onResized(std::function<void(int)> resized) { resized_ = std::move(resized); }
-
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

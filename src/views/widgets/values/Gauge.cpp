@@ -23,23 +23,10 @@ constexpr double kHub = 0.045;
 constexpr double kStartAngle = 225;  // of the arc, as the toolkit counts: against the clock from three o'clock
 constexpr double kDegreesPerUnit = 2.7;
 constexpr int kSmallestSide = 130;
-constexpr int kSmallestFont = 8;
 
 }  // namespace
 
-Gauge::Gauge(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
-
-QSize Gauge::sizeHint() const {
-    return {kSmallestSide, kSmallestSide};
-}
-
-QRect Gauge::square() const {
-    const int side = std::min(width(), height());
-    return {(width() - side) / 2, (height() - side) / 2, side, side};
-}
+Gauge::Gauge(QWidget* parent) : SquareWidget(kSmallestSide, parent) {}
 
 QPointF Gauge::place(live::DialPoint point) const {
     return QPointF(point.x, point.y) * square().width();
@@ -55,8 +42,7 @@ void Gauge::setPose(const Pose& pose) {
 
 void Gauge::resizeEvent(QResizeEvent*) {
     faces_ = {};
-    QFont font = this->font();
-    font.setPixelSize(std::max(kSmallestFont, static_cast<int>(std::lround(square().width() * kDigitShare))));
+    QFont font = fontOf(kDigitShare);
     font.setBold(true);
     digits_.setFont(font);
 }
@@ -88,9 +74,7 @@ QPixmap Gauge::paintFace(const QColor& ticks) const {
     for (const auto& line : {live::SarnGauge::startLine(), live::SarnGauge::endLine()}) {
         painter.drawLine(place(line.inner), place(line.outer));
     }
-    QFont font = this->font();
-    font.setPixelSize(std::max(kSmallestFont, static_cast<int>(std::lround(side * kCaptionShare))));
-    painter.setFont(font);
+    painter.setFont(fontOf(kCaptionShare));
     painter.drawText(QRectF(0, side * (kCaptionCentre - kCaptionShare), side, 2 * side * kCaptionShare),
                      Qt::AlignCenter, pose_.caption);
     return face;

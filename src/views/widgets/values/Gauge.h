@@ -3,14 +3,14 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <QWidget>
 
 #include "live/SarnGauge.h"
+#include "views/widgets/values/SquareWidget.h"
 #include "views/widgets/values/TabularText.h"
 
 namespace korvane::views {
 
-class Gauge : public QWidget {
+class Gauge : public SquareWidget {
 public:
     explicit Gauge(QWidget* parent);
 
@@ -23,11 +23,6 @@ public:
     };
     void setPose(const Pose& pose);
     [[nodiscard]] const QString& number() const { return pose_.number; }
-
-    [[nodiscard]] QRect square() const;
-
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

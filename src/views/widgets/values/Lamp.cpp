@@ -18,10 +18,7 @@ constexpr double kOffRimShare = 0.42;
 constexpr double kLitRimShare = 0.30;
 }  // namespace
 
-Lamp::Lamp(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
+Lamp::Lamp(QWidget* parent) : PaintedWidget(QSizePolicy::Fixed, QSizePolicy::Fixed, parent) {}
 
 void Lamp::setPicture(controls::Picture picture) {
     if (picture != picture_) {

@@ -1,13 +1,12 @@
 // A small round lamp: a ring while it is off, a filled disc while it is lit.
 #pragma once
 
-#include <QWidget>
-
 #include "controls/PropertyTable.h"
+#include "views/widgets/PaintedWidget.h"
 
 namespace korvane::views {
 
-class Lamp : public QWidget {
+class Lamp : public PaintedWidget {
 public:
     explicit Lamp(QWidget* parent);
 

@@ -1,7 +1,6 @@
 #include "views/widgets/values/Readout.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -9,6 +8,7 @@
 #include <cmath>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
 
@@ -19,9 +19,9 @@ constexpr double kNarrowest = 0.85;    // of the usual width, for one that grows
 constexpr int kSmallestPixels = 8;
 }  // namespace
 
-Readout::Readout(const Look& look, QWidget* parent) : QWidget(parent), look_(look) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    setSizePolicy(QSizePolicy::Preferred, look_.growing ? QSizePolicy::Preferred : QSizePolicy::Fixed);
+Readout::Readout(const Look& look, QWidget* parent)
+    : PaintedWidget(QSizePolicy::Preferred, look.growing ? QSizePolicy::Preferred : QSizePolicy::Fixed, parent),
+      look_(look) {
     refit();
 }
 
@@ -40,7 +40,7 @@ void Readout::setReserve(const QString& longest) {
 }
 
 int Readout::usualPixels() const {
-    return std::max(kSmallestPixels, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * look_.scale)));
+    return scaledPixels(font(), look_.scale, kSmallestPixels);
 }
 
 QFont Readout::fontOf(int pixels) const {

@@ -1,8 +1,7 @@
 // A text that changes many times a second: painted by itself, never laid out anew.
 #pragma once
 
-#include <QWidget>
-
+#include "views/widgets/PaintedWidget.h"
 #include "views/widgets/values/TabularText.h"
 
 namespace korvane::views {
@@ -10,7 +9,7 @@ namespace korvane::views {
 // What a widget stands on.
 enum class Ground { Surface, Tile };
 
-class Readout : public QWidget {
+class Readout : public PaintedWidget {
 public:
     struct Look {
         double scale = 1;  // of the inherited font

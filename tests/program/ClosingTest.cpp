@@ -15,6 +15,21 @@ protected:
         return program_.preferences.read(core::kSettingsKey, name).value_or("nothing");
     }
 
+    // Port, speed, refresh time and sound.
+    void expectRemembered(const std::vector<std::string>& choices) const {
+        EXPECT_EQ((std::vector{remembered("Port"), remembered("Speed"), remembered("Refresh"), remembered("UseSound")}),
+                  choices);
+    }
+
+    // With these rows chosen and the sound on.
+    void leaveWith(int port, int speed, int refresh) {
+        window_.ComboPort.choose(port);
+        window_.ComboBaud.choose(speed);
+        window_.ComboRefresh.choose(refresh);
+        window_.chkUseSound.press();
+        EXPECT_TRUE(window_.unload());
+    }
+
     VirtualProgram program_;
     live::FrmSarn2& window_ = program_.window;
 };
@@ -45,25 +60,15 @@ TEST_F(ClosingTest, TakesOneSecondWhenConnectedAndLeavesThePortClosed) {
 }
 
 TEST_F(ClosingTest, StoresTheChoices) {
-    window_.ComboPort.choose(4);
-    window_.ComboBaud.choose(5);
-    window_.ComboRefresh.choose(7);
-    window_.chkUseSound.press();
-    EXPECT_TRUE(window_.unload());
-    EXPECT_EQ(remembered("Port"), "4");
-    EXPECT_EQ(remembered("Speed"), "5");
-    EXPECT_EQ(remembered("Refresh"), "7");
-    EXPECT_EQ(remembered("UseSound"), "1");
+    leaveWith(4, 5, 7);
+    expectRemembered({"4", "5", "7", "1"});
 }
 
 TEST_F(ClosingTest, StoresThemWhenConnectedTooAndBeforeAnythingElse) {
     window_.ComboPort.choose(9);
     program_.connect();
     EXPECT_FALSE(window_.unload());
-    EXPECT_EQ(remembered("Port"), "9");
-    EXPECT_EQ(remembered("Speed"), "3");
-    EXPECT_EQ(remembered("Refresh"), "0");
-    EXPECT_EQ(remembered("UseSound"), "0");
+    expectRemembered({"9", "3", "0", "0"});
 }
 
 TEST_F(ClosingTest, NothingIsStoredBefore) {
@@ -81,11 +86,7 @@ TEST_F(ClosingTest, ASpeedOf9600IsStoredButDoesNotSurviveARestart) {
 }
 
 TEST_F(ClosingTest, TheChoicesComeBackAtTheNextStart) {
-    window_.ComboPort.choose(14);
-    window_.ComboBaud.choose(1);
-    window_.ComboRefresh.choose(11);
-    window_.chkUseSound.press();
-    EXPECT_TRUE(window_.unload());
+    leaveWith(14, 1, 11);
     program::Program next(program_.machine);
     next.start();
     EXPECT_EQ(next.frmSarn2().ComboPort.Text(), "COM15");

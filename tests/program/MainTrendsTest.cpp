@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "support/PropertyWatch.h"
 #include "support/VirtualProgram.h"
 #include "trend/MainTrends.h"
 
@@ -28,23 +29,10 @@ protected:
     // How often a picture is drawn anew while `what` runs.
     template <class What>
     int drawsOf(controls::PictureBox& picture, What what) {
-        class Counter : public controls::Observer {
-        public:
-            explicit Counter(controls::PictureBox& box) : box_(box) { box_.addObserver(*this); }
-            Counter(const Counter&) = delete;
-            Counter& operator=(const Counter&) = delete;
-            ~Counter() override { box_.removeObserver(*this); }
-            void propertyChanged(controls::Object&, const void* property) override {
-                count += property == box_.drawingProperty() ? 1 : 0;
-            }
-            int count = 0;
-
-        private:
-            controls::PictureBox& box_;
-        };
-        Counter counter(picture);
+        int count = 0;
+        const support::PropertyWatch watch(picture, picture.drawingProperty(), [&] { ++count; });
         what();
-        return counter.count;
+        return count;
     }
     void liveFrame() { program_.receiveFrame('R', {9, 196, 130, 75, 138, 120, 50, 128, 55, 7, 33, 0, 0, 100, 200}); }
 

@@ -1,0 +1,51 @@
+// What the program sends to the ECU: the command bytes by name, and how a command closes. Reads and writes of single
+// EEPROM cells are core::EepromAccess.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace korvane::link {
+
+inline constexpr std::uint8_t kAskLiveData = 'x';
+inline constexpr std::uint8_t kAskIdentity = 'y';
+inline constexpr std::uint8_t kRestartDevice = 'X';
+
+// The fuel and the ignition map: both halves of a large one, or the first alone, which is a whole ordinary map.
+struct MapCommands {
+    std::uint8_t ask;
+    std::uint8_t askSecondHalf;
+    std::uint8_t send;
+    std::uint8_t sendSecondHalf;
+    std::uint8_t store;       // what was sent goes to the EEPROM
+    std::uint8_t changeCell;  // of the running engine
+};
+inline constexpr MapCommands kFuelMap{'f', 245, 'F', 246, 'c', 'g'};
+inline constexpr MapCommands kIgnitionMap{'a', 247, 'A', 248, 'b', 'i'};
+
+// The PWM table, which is sent cell by cell, the misc block, and the settings block, which is only asked for.
+inline constexpr std::uint8_t kAskPwmTable = 'p', kSendPwmCell = 'P', kStorePwmTable = 'o';
+inline constexpr std::uint8_t kAskMiscBlock = 'm', kSendMiscBlock = 'M', kStoreMiscBlock = 'd';
+inline constexpr std::uint8_t kAskSettingsBlock = 'e';
+
+// The ECU takes the throttle's present value for one of its ends.
+inline constexpr std::uint8_t kThrottleIsClosed = '(', kThrottleIsOpen = ')';
+
+// A command of several bytes closes with the complement of the byte that opened it, and so does every frame.
+[[nodiscard]] constexpr std::uint8_t complement(std::uint8_t command) {
+    return static_cast<std::uint8_t>(~command & 0xFF);
+}
+
+[[nodiscard]] constexpr std::array<std::uint8_t, 2> shortCommand(std::uint8_t command) {
+    return {command, complement(command)};
+}
+
+// One cell of a map or table. Cell and value go twice, so that the ECU can check them:
+//
+//     command  cell  cell  value  value  ~command
+[[nodiscard]] constexpr std::array<std::uint8_t, 6> cellCommand(std::uint8_t command, std::uint8_t cell,
+                                                                std::uint8_t value) {
+    return {command, cell, cell, value, value, complement(command)};
+}
+
+}  // namespace korvane::link

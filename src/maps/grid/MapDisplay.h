@@ -1,0 +1,52 @@
+// Draws a map into its grid.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "maps/grid/CellFace.h"
+#include "maps/grid/MapGrid.h"
+#include "maps/grid/MapImages.h"
+#include "maps/transfer/MapContext.h"
+
+namespace korvane::maps {
+
+class MapDisplay {
+public:
+    // `ofEdited` is how the cells are rewritten with the edited image; with the received one they stay locked.
+    MapDisplay(MapGrid& grid, const MapContext& context, const MapImages& images, Rewrite ofEdited)
+        : grid_(grid), context_(context), images_(images), ofEdited_(ofEdited) {}
+    MapDisplay(const MapDisplay&) = delete;
+    MapDisplay& operator=(const MapDisplay&) = delete;
+    virtual ~MapDisplay() = default;
+
+    void showReceived() { show(context_.tables.*images_.received, Rewrite::Locked); }
+    void showEdited() { show(context_.tables.*images_.edited, ofEdited_); }
+
+protected:
+    struct Reading {
+        double number;         // in the tuner's unit
+        bool tooLong = false;  // a pulse that the engine's speed leaves no time for
+    };
+
+    // What a cell with this count shows. `toolTip` holds the count and may be written anew.
+    [[nodiscard]] virtual Reading read(int cell, std::uint8_t count, std::string& toolTip) = 0;
+    virtual void beforeMap() {}
+    // Events may run in it.
+    virtual void beforeCell() {}
+
+    [[nodiscard]] const MapGrid& grid() const { return grid_; }
+    [[nodiscard]] core::SharedTables& tables() const { return context_.tables; }
+
+private:
+    void show(const core::MapImage& image, Rewrite rewrite);
+    void showCell(int cell, std::uint8_t count, Rewrite rewrite);
+
+    MapGrid& grid_;
+    const MapContext& context_;
+    const MapImages& images_;
+    Rewrite ofEdited_;
+    std::string toolTip_;  // kept for its memory
+};
+
+}  // namespace korvane::maps

@@ -1,0 +1,58 @@
+#include "maps/panes/GridPane.h"
+
+#include <utility>
+
+#include "core/Checked.h"
+
+namespace korvane::maps {
+
+GridPane::GridPane(PaneWindow& window, const GridPaneNames& names, const MapImages& images, GridRules rules)
+    : MapPane(window),
+      images_(images),
+      mapFrame_(window, names.frame.name),
+      mapGrid_(window, names.grid, window.geometry, mapFrame_),
+      readButton_(window, names.read.name),
+      sendButton_(window, names.send.name),
+      editor_(window, mapGrid_, window.context().tables, connected(std::move(rules))) {
+    mapFrame_.Caption = names.frame.caption;
+    readButton_.Caption = names.read.caption;
+    sendButton_.Caption = names.send.caption;
+}
+
+GridRules GridPane::connected(GridRules rules) {
+    rules.image = images_.edited;
+    rules.redraw = [this] { showEdited(); };
+    rules.redrawCell = [this](int cell) { redrawCell(cell); };
+    rules.cellEdited = [this](int cell) { cellEdited(cell); };
+    return rules;
+}
+
+void GridPane::redrawCell(int) {
+    showEdited();
+}
+
+void GridPane::cellEdited(int) {}
+
+std::uint8_t GridPane::editedByte(int cell) const {
+    return core::checked(tables().*images_.edited, cell);
+}
+
+void GridPane::loadPane(std::int32_t) {
+    mapGrid_.place();
+}
+
+void GridPane::showReceived() {
+    const controls::Window::Stay stay(paneWindow());
+    mapDisplay().showReceived();
+}
+
+void GridPane::showEdited() {
+    const controls::Window::Stay stay(paneWindow());
+    mapDisplay().showEdited();
+}
+
+void GridPane::acceptLoadedTune(bool) {
+    tables().*images_.edited = tables().*images_.received;
+}
+
+}  // namespace korvane::maps

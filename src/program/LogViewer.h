@@ -1,0 +1,37 @@
+// How long the log viewer lives.
+#pragma once
+
+#include <filesystem>
+
+#include "controls/WindowShelf.h"
+#include "core/tables/LiveTable.h"
+#include "live/FrmSarn2.h"
+#include "live/LiveUpdate.h"
+#include "trend/FrmTrend_txt.h"
+
+namespace korvane::program {
+
+// One viewer at a time, made anew for each opening, so that it starts without a log.
+class LogViewer {
+public:
+    // `reader` is kept at the open viewer's, null without one.
+    LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live, logs::clsTXTdata*& reader);
+
+    // The open one comes to the front.
+    void open();
+    void open(const std::filesystem::path& log);
+    void unload() { shelf_.unloadAll(); }
+
+    // Null while no viewer is open.
+    [[nodiscard]] trend::FrmTrend_txt* window() const { return window_; }
+
+private:
+    live::FrmSarn2& frmSarn2_;
+    live::LiveUpdate& liveUpdate_;
+    core::LiveTable& live_;
+    logs::clsTXTdata*& reader_;
+    controls::WindowShelf shelf_;
+    trend::FrmTrend_txt* window_ = nullptr;
+};
+
+}  // namespace korvane::program

@@ -1,0 +1,16 @@
+#include "views/frame/StatusLine.h"
+
+#include "views/widgets/Child.h"
+
+namespace korvane::views {
+
+Readout& makeStatusLine(WindowView& view, const controls::Window& window, const QString& longest, QWidget* parent) {
+    auto& status = child<Readout>(parent, Readout::Look{.bold = true});
+    status.setObjectName(QStringLiteral("status"));
+    status.setText(QString::fromStdString(window.Caption));
+    status.setReserve(longest);
+    QObject::connect(&view, &QWidget::windowTitleChanged, &status, &Readout::setText);
+    return status;
+}
+
+}  // namespace korvane::views
