@@ -6,7 +6,6 @@ namespace korvane::controls {
 
 namespace {
 
-
 constexpr std::array kCaption{property<&CaptionControl::Caption>("Caption")};
 constexpr std::array kCheckBox{PropertyInfo{
     "Value",
