@@ -114,6 +114,7 @@ void Session::registerNames() {
     console::registerSharedTables(names_, program_.tables());
     console::registerMainWindow(names_, program_.frmSarn2());
     console::registerAnalyser(names_, program_.analyser());
+    console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerSettings(names_, program_.frmMisc());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {

@@ -1,4 +1,4 @@
-// What each live channel is called in a log, and where the main window shows it.
+// Where the main window shows each live channel.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +24,6 @@ enum class ChannelDial { None, Rpm, Boost, Throttle };
 
 struct ChannelRow {
     LiveChannel channel;
-    std::string_view logName;  // of its column in a log; empty for a channel that logs have not got
     ChannelLabel label = ChannelLabel::None;
     std::string_view caption = {};  // beside the label
     ChannelDial dial = ChannelDial::None;
@@ -33,37 +32,37 @@ struct ChannelRow {
 
 // In the order of the channels' numbers.
 inline constexpr std::array<ChannelRow, core::kChannelCount> kChannels{{
-    {LiveChannel::Rpm, "RPM", ChannelLabel::Value, "RPM:", ChannelDial::Rpm},
-    {LiveChannel::WaterTemperature, "Twater", ChannelLabel::Value, "TempW"},
-    {LiveChannel::AirTemperature, "Tair", ChannelLabel::Value, "TempA"},
-    {LiveChannel::Voltage, "Voltage", ChannelLabel::Value, "Voltage"},
-    {LiveChannel::Pressure, "MAP", ChannelLabel::Value, "MAP:", ChannelDial::Boost},
-    {LiveChannel::Throttle, "Throttle", ChannelLabel::Value, "Throttle", ChannelDial::Throttle},
-    {LiveChannel::Lambda, "Lambda", ChannelLabel::Value, "Lambda"},
-    {LiveChannel::InjectionDuty, "InjTime", ChannelLabel::Value, "Inj duty"},
-    {LiveChannel::IdlePid, "idlePID1", ChannelLabel::NameOnly, "PID 1"},
-    {LiveChannel::BoostPid, "BoostPID2", ChannelLabel::NameOnly, "PID 2"},
-    {LiveChannel::KType, "K-type", ChannelLabel::Value, "K-type"},
-    {LiveChannel::IgnitionAdvance, "IgnAdv", ChannelLabel::Value, "Ign adv."},
-    {LiveChannel::Input0, "T1", ChannelLabel::Input},
-    {LiveChannel::Input1, "T2", ChannelLabel::Input},
-    {LiveChannel::Input2, "T3", ChannelLabel::Input},
-    {LiveChannel::Input3, "T4", ChannelLabel::Input},
-    {LiveChannel::Input4, "V1", ChannelLabel::Input},
-    {LiveChannel::Input5, "V2", ChannelLabel::Input},
-    {LiveChannel::Input6, "V3", ChannelLabel::Input},
-    {LiveChannel::Input7, "V4", ChannelLabel::Input},
-    {LiveChannel::Accel, "Accel", ChannelLabel::Accel},
-    {LiveChannel::MapPlace, "Kartta"},
-    {.channel = LiveChannel::Flags, .logName = "Debug", .lamps = true},
-    {LiveChannel::UpdateSpeed, "updatespeed"},
-    {LiveChannel::Input12, ""},
-    {LiveChannel::Input13, ""},
-    {LiveChannel::Input14, ""},
-    {LiveChannel::Input15, ""},
-    {LiveChannel::Spare28, ""},
-    {LiveChannel::Spare29, ""},
-    {LiveChannel::Spare30, ""},
+    {LiveChannel::Rpm, ChannelLabel::Value, "RPM:", ChannelDial::Rpm},
+    {LiveChannel::WaterTemperature, ChannelLabel::Value, "TempW"},
+    {LiveChannel::AirTemperature, ChannelLabel::Value, "TempA"},
+    {LiveChannel::Voltage, ChannelLabel::Value, "Voltage"},
+    {LiveChannel::Pressure, ChannelLabel::Value, "MAP:", ChannelDial::Boost},
+    {LiveChannel::Throttle, ChannelLabel::Value, "Throttle", ChannelDial::Throttle},
+    {LiveChannel::Lambda, ChannelLabel::Value, "Lambda"},
+    {LiveChannel::InjectionDuty, ChannelLabel::Value, "Inj duty"},
+    {LiveChannel::IdlePid, ChannelLabel::NameOnly, "PID 1"},
+    {LiveChannel::BoostPid, ChannelLabel::NameOnly, "PID 2"},
+    {LiveChannel::KType, ChannelLabel::Value, "K-type"},
+    {LiveChannel::IgnitionAdvance, ChannelLabel::Value, "Ign adv."},
+    {LiveChannel::Input0, ChannelLabel::Input},
+    {LiveChannel::Input1, ChannelLabel::Input},
+    {LiveChannel::Input2, ChannelLabel::Input},
+    {LiveChannel::Input3, ChannelLabel::Input},
+    {LiveChannel::Input4, ChannelLabel::Input},
+    {LiveChannel::Input5, ChannelLabel::Input},
+    {LiveChannel::Input6, ChannelLabel::Input},
+    {LiveChannel::Input7, ChannelLabel::Input},
+    {LiveChannel::Accel, ChannelLabel::Accel},
+    {LiveChannel::MapPlace},
+    {.channel = LiveChannel::Flags, .lamps = true},
+    {LiveChannel::UpdateSpeed},
+    {LiveChannel::Input12},
+    {LiveChannel::Input13},
+    {LiveChannel::Input14},
+    {LiveChannel::Input15},
+    {LiveChannel::Spare28},
+    {LiveChannel::Spare29},
+    {LiveChannel::Spare30},
 }};
 
 // A series of one of the two trends; trend 2 is picTrend2, trend 0 picTrend. What is drawn is derived from the channel.
@@ -88,13 +87,6 @@ inline constexpr std::array<TrendPlace, 10> kTrendPlaces{{
     {LiveChannel::IdlePid, 2, 3, "IdlePid", " %"},
     {LiveChannel::BoostPid, 2, 4, "BoostPid", " "},
 }};
-
-inline constexpr int kLogTimeColumn = 0;
-
-// A logged channel's column of a log, whose first column is the time.
-[[nodiscard]] constexpr int logColumnOf(LiveChannel channel) {
-    return kLogTimeColumn + 1 + static_cast<int>(core::indexOf(channel));
-}
 
 // The channel that a dial shows, and the one whose bits light the lamps.
 [[nodiscard]] constexpr LiveChannel channelOf(ChannelDial dial) {

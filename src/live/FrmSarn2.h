@@ -7,6 +7,7 @@
 #include "link/ConnectionPanel.h"
 #include "live/SarnGauge.h"
 #include "live/SarnMeter.h"
+#include "logs/LogCounts.h"
 
 namespace korvane::live {
 
@@ -50,6 +51,7 @@ public:
     controls::CheckBox chkUseSound{*this, "chkUseSound", "Use Sound alarms"};
     controls::CheckBox chkDatalog{*this, "chkDatalog"};
     controls::TextBox txtDatalogFile{*this, "txtDatalogFile"};
+    logs::LogCounts logCounts;  // shown beside them
 
 protected:
     void Form_Load() override { Load(); }

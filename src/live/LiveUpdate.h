@@ -9,6 +9,7 @@
 #include "link/Windows.h"
 #include "live/ChannelTable.h"
 #include "live/FrmSarn2.h"
+#include "logs/RowWriter.h"
 
 namespace korvane::live {
 
@@ -30,13 +31,7 @@ public:
     virtual void addValues(float lambda, float cell, float rpm, float load) = 0;
 };
 
-// Writes one row of the datalog for each frame.
-class RowWriter {
-public:
-    virtual ~RowWriter() = default;
-
-    virtual void writeLiveRow() = 0;
-};
+using logs::RowWriter;
 
 class LiveUpdate : public link::LiveDecoder {
 public:

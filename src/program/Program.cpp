@@ -29,6 +29,7 @@ Program::Program(platform::Machine& machine)
       connection_(machine, frmSarn2_, dispatcher_),
       trends_(frmSarn2_),
       liveUpdate_(frmSarn2_, tables_, tables_, windows_, trends_),
+      logWriter_(machine, tables_, frmSarn2_.chkDatalog, frmSarn2_.txtDatalogFile, frmSarn2_.logCounts),
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
@@ -39,6 +40,7 @@ Program::Program(platform::Machine& machine)
     frmMisc_.setRenameHandler([this] { nameChannels(); });
     dispatcher_.setLiveDecoder(liveUpdate_);
     liveUpdate_.setAnalyser(&analyser_);
+    liveUpdate_.setRowWriter(&logWriter_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
@@ -101,8 +103,6 @@ void Program::disableWhatComesLater() {
                          &frmSarn2_.Command7, &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
-    frmSarn2_.chkDatalog.Enabled = false;
-    frmSarn2_.txtDatalogFile.Enabled = false;
 }
 
 void Program::mainWindowUnload(bool& stays) {

@@ -9,6 +9,8 @@
 #include "live/EepromImage.h"
 #include "live/FrmSarn2.h"
 #include "live/LiveUpdate.h"
+#include "logs/LogWriter.h"
+#include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
@@ -39,6 +41,9 @@ public:
     [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
     [[nodiscard]] link::Connection& connection() { return connection_; }
     [[nodiscard]] link::Windows& windows() { return windows_; }
+    [[nodiscard]] logs::LogWriter& logWriter() { return logWriter_; }
+    // The reader of the open log viewer; null while there is none. The viewer's owner sets it.
+    logs::clsTXTdata* clsTXTdata = nullptr;
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
@@ -62,6 +67,7 @@ private:
     link::Connection connection_;
     trend::MainTrends trends_;
     live::LiveUpdate liveUpdate_;
+    logs::LogWriter logWriter_;
     analysis::clsInjAnalyser analyser_;
     maps::Frm3Dmap frm3Dmap_;
     maps::FrmInjScale frmInjScale_;

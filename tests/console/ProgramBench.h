@@ -18,6 +18,7 @@ struct ProgramBench : ConsoleMachine {
         registerSharedTables(names, program->tables());
         registerMainWindow(names, program->frmSarn2());
         registerAnalyser(names, program->analyser());
+        registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
         registerSettings(names, program->frmMisc());
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {

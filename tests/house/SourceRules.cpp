@@ -13,10 +13,28 @@ namespace korvane::house {
 namespace {
 
 // In the order of the layers: a module may include its own files and those of the modules before it.
-constexpr std::array<std::string_view, 21> kLayers{
-    "platform",    "controls",        "core",       "link",           "fields", "live",    "maps",
-    "analysis",    "settings",        "trend",      "performance",    "ecu",    "console", "views/widgets",
-    "views/frame", "views/dashboard", "views/maps", "views/settings", "views",  "program", "app"};
+constexpr std::array<std::string_view, 22> kLayers{"platform",
+                                                   "controls",
+                                                   "core",
+                                                   "link",
+                                                   "fields",
+                                                   "logs",
+                                                   "live",
+                                                   "maps",
+                                                   "analysis",
+                                                   "settings",
+                                                   "trend",
+                                                   "performance",
+                                                   "ecu",
+                                                   "console",
+                                                   "views/widgets",
+                                                   "views/frame",
+                                                   "views/dashboard",
+                                                   "views/maps",
+                                                   "views/settings",
+                                                   "views",
+                                                   "program",
+                                                   "app"};
 
 struct Machine {
     std::string_view module;

@@ -32,18 +32,6 @@ TEST(ChannelTable, TheNumbersAreThoseOfTheFirmwaresTable) {
     EXPECT_EQ(core::inputChannel(15), LiveChannel::Input15);
 }
 
-TEST(ChannelTable, ALogHasColumns1To24WithTheseNames) {
-    const std::vector<std::string> names{"RPM",    "Twater",  "Tair",     "Voltage",   "MAP",    "Throttle",
-                                         "Lambda", "InjTime", "idlePID1", "BoostPID2", "K-type", "IgnAdv",
-                                         "T1",     "T2",      "T3",       "T4",        "V1",     "V2",
-                                         "V3",     "V4",      "Accel",    "Kartta",    "Debug",  "updatespeed"};
-    for (std::size_t i = 0; i < kChannels.size(); ++i) {
-        EXPECT_EQ(kChannels[i].logName, i < names.size() ? names[i] : "") << i;
-    }
-    EXPECT_EQ(logColumnOf(LiveChannel::Rpm), 1);
-    EXPECT_EQ(logColumnOf(LiveChannel::UpdateSpeed), 24);
-}
-
 TEST(ChannelTable, DialsAndLampsHaveTheirChannels) {
     EXPECT_EQ(channelOf(ChannelDial::Rpm), LiveChannel::Rpm);
     EXPECT_EQ(channelOf(ChannelDial::Boost), LiveChannel::Pressure);

@@ -154,8 +154,6 @@ TEST(ProgramStart, ShowsTheWindowAndOffersOnlyWhatThereIs) {
                                &program.window.btnBackup, &program.window.btnUploadEEPROM, &program.window.Command1}) {
         EXPECT_TRUE(button->Enabled) << button->name();
     }
-    EXPECT_FALSE(program.window.chkDatalog.Enabled);
-    EXPECT_FALSE(program.window.txtDatalogFile.Enabled);
 }
 
 TEST(ProgramStart, ItsButtonsBearTheirCaptions) {

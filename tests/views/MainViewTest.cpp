@@ -303,5 +303,19 @@ TEST_F(MainViewTest, ClosingWhileConnectedTakesASecondAndThenTheViewIsGone) {
     EXPECT_TRUE(program.ended());
 }
 
+TEST_F(MainViewTest, RowsOfTheLogAreCountedBesideItsName) {
+    auto& counts = dynamic_cast<QLabel&>(*find("logCounts"));
+    EXPECT_EQ(counts.text(), "");
+    window.txtDatalogFile.Text = std::string("drive");
+    window.chkDatalog.press();
+    for (int i = 0; i < 103; ++i) {
+        program.logWriter().writeLiveRow();
+    }
+    frame();
+    EXPECT_EQ(counts.text(), "101 rows on disk, 2 waiting");
+    EXPECT_EQ(counts.toolTip().toStdString(), (folder / "drive.txt").string());
+    EXPECT_THAT(cutTexts(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace korvane::views

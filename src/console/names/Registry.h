@@ -10,6 +10,7 @@
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
+#include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "settings/FrmMisc.h"
 
@@ -30,6 +31,10 @@ void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& ta
 
 // The members of frmMisc that are no controls, and its procedure UpdateReadEE.
 void registerSettings(Names& names, settings::FrmMisc& window);
+
+// The members and procedures of the log viewer's reader. `reader` is null while the viewer is closed: members are null
+// then, and procedures fail.
+void registerLog(Names& names, logs::clsTXTdata*& reader);
 
 struct Procedures {
     core::EepromAccess& eeprom;

@@ -1,9 +1,13 @@
 // A part of MainParts: the live trends.
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include <memory>
+
+#include "views/dashboard/LogCountsPart.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -33,6 +37,10 @@ QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     binder.bind(window.txtDatalogFile, file);
     row.addWidget(&makeBox(window.chkDatalog, 'e', binder, parent));
     row.addWidget(&file, 2);
+    auto& counts = child<QLabel>(parent);
+    counts.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    binder.bind(std::make_unique<LogCountsPart>(window.logCounts, counts, binder), {}, counts);
+    row.addWidget(&counts, 1);
     return row;
 }
 
