@@ -34,7 +34,8 @@ Program::Program(platform::Machine& machine)
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
-      mapWindows_(machine, mapContext_, windows_) {
+      mapWindows_(machine, mapContext_, windows_),
+      debugWindow_(machine, frmSarn2_, trends_, logWriter_, windows_) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
@@ -44,6 +45,7 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.Command5.Click = [this] { debugWindow_.open(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
@@ -99,8 +101,8 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
-                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+    for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command6, &frmSarn2_.Command7,
+                         &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
 }
@@ -109,6 +111,7 @@ void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
+        debugWindow_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
     }

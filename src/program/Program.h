@@ -15,6 +15,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/DebugWindow.h"
 #include "program/MapWindows.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
@@ -73,6 +74,7 @@ private:
     maps::FrmInjScale frmInjScale_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
+    DebugWindow debugWindow_;
     bool ended_ = false;
 };
 

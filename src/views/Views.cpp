@@ -1,6 +1,7 @@
 #include "views/Views.h"
 
 #include "views/Accessibility.h"
+#include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/maps/InjScaleView.h"
 #include "views/maps/Map3DView.h"
@@ -12,6 +13,7 @@ namespace korvane::views {
 void addViews(ViewHost& host) {
     installAccessibility();
     host.add<MainView, live::FrmSarn2>("frmSarn2");
+    host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
