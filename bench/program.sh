@@ -5,11 +5,14 @@
 #   bench/program.sh [SECONDS]      build/release must be built; default 20 seconds
 #   bench/program.sh SECONDS maps   with the map window open and its trace on
 #   bench/program.sh SECONDS readouts   with five big readouts open, each on a channel of its own
+#   bench/program.sh SECONDS ignition   with the poll of the ignition debug window, which draws both trends each time
+#   bench/program.sh SECONDS ignition headless   the same without windows; any scene may have this behind it
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=${1:-20}
 scene=${2:-}
+mode=${3:-console}
 bin=build/release/bin
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   export QT_QPA_PLATFORM=offscreen
@@ -27,7 +30,7 @@ done
 mkdir "$work/folder"
 cp packaging/Settings_par.ini "$work/folder/"
 mkfifo "$work/commands"
-KORVANE_DEBUG=1 "$bin/korvane-tuner" --console --folder "$work/folder" --port COM1="$work/ecu" --connect COM1 \
+KORVANE_DEBUG=1 "$bin/korvane-tuner" "--$mode" --folder "$work/folder" --port COM1="$work/ecu" --connect COM1 \
   <"$work/commands" >"$work/replies" 2>"$work/log" &
 tuner=$!
 exec 3>"$work/commands"
@@ -48,6 +51,10 @@ if [ "$scene" = readouts ]; then
   done
   sleep 3
 fi
+if [ "$scene" = ignition ]; then
+  printf '%s\n' "click frmSarn2.Command5" "click frmIGNDebug.Command1" >&3
+  sleep 3
+fi
 before=$(ticks)
 sleep "$seconds"
 after=$(ticks)
@@ -61,5 +68,5 @@ wait "$tuner"
 hertz=$(getconf CLK_TCK)
 awk -v t=$((after - before)) -v hz="$hertz" -v s="$seconds" -v kb="$memory" 'BEGIN {
   printf "processor: %.1f %% of one core\nresident memory: %.1f MB\n", 100 * t / hz / s, kb / 1024 }'
-echo "packets a second: $(tail -n 2 "$work/replies" | head -n 1)"
+[ "$scene" = ignition ] || echo "packets a second: $(tail -n 2 "$work/replies" | head -n 1)"
 grep "first window" "$work/log" || true

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] std::optional<platform::Micros> nextDue() const override { return ecu_.nextDue(); }
     void take(platform::Micros at, std::vector<std::uint8_t>& out) override { ecu_.take(at, out); }
     [[nodiscard]] std::string set(const std::string& key, const std::string& value) override;
+    [[nodiscard]] long sparksFired() const override { return ecu_.sparksFired(); }
 
 private:
     ecu::VirtualEcu ecu_;

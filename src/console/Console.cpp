@@ -57,7 +57,7 @@ constexpr Console::Command Console::kCommands[] = {
     {"at", "MS COMMAND ...", 2, kAnyNumber, &Console::at},
     {"sent", "[times]", 0, 1, &Console::sent},
     {"receive", "HEX", 1, kAnyNumber, &Console::receive},
-    {"ecu", "KEY VALUE", 2, 2, &Console::ecu},
+    {"ecu", "[KEY VALUE]", 0, 2, &Console::ecu},
     {"call", "NAME ARGUMENTS", 1, kAnyNumber, &Console::call},
     {"screenshot", "WINDOW FILE.png", 2, 2, &Console::screenshot},
     {"now", "", 0, 0, &Console::now},

@@ -21,6 +21,8 @@ public:
 
     // What is wrong with the key or the value, as a sentence; empty when it is done.
     [[nodiscard]] virtual std::string set(const std::string& key, const std::string& value) = 0;
+    // Sparks that it has fired to clean the plugs, since the start.
+    [[nodiscard]] virtual long sparksFired() const = 0;
 };
 
 // The display, where windows look like something.

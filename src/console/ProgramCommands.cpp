@@ -149,10 +149,16 @@ Console::Answer Console::receive(Arguments& arguments) {
 }
 
 Console::Answer Console::ecu(Arguments& arguments) {
-    const std::string key = arguments.text();
     if (context_.ecu == nullptr) {
         throw ConsoleError("there is no virtual ECU (start with --ecu KEY=VALUE)");
     }
+    if (arguments.empty()) {
+        return Json::Object{{"sparks", context_.ecu->sparksFired()}};
+    }
+    if (arguments.left() == 1) {
+        throw ConsoleError("ecu takes a KEY and its VALUE, or nothing");
+    }
+    const std::string key = arguments.text();
     requireSuccess(context_.ecu->set(key, arguments.text()));
     return {};
 }

@@ -79,11 +79,10 @@ double muxValue(MuxChannel channel, const EngineState& state, const Calibration&
     return 100.0 * calibration.boostLimit.at(static_cast<std::size_t>(place));
 }
 
-int debugWord(unsigned turn, Noise& noise) {
+int debugWord(unsigned turn, double fault, Noise& noise) {
     constexpr int kGood[] = {0x5555, 0xAAAA};
-    constexpr double kFaultChance = 1.0 / 300.0;
     const int word = kGood[turn % 2];
-    return noise.happens(kFaultChance) ? word ^ (1 << (noise.next() >> 60U)) : word;
+    return noise.happens(fault) ? word ^ (1 << (noise.next() >> 60U)) : word;
 }
 
 }  // namespace
@@ -129,11 +128,11 @@ SettingsBlock settingsBlock(const FirmwareMemory& memory) {
     return block;
 }
 
-DebugPayload debugPayload(const EngineState& state, unsigned turn, Noise& noise) {
+DebugPayload debugPayload(const EngineState& state, unsigned turn, double fault, Noise& noise) {
     const int halfTurn = counts(72000.0 * 30.0 / std::max(state.rpm, 1.0), 65535);
     const int advance = counts(halfTurn / 180.0 * state.advance, 65535);
-    const int ignition = debugWord(turn, noise);
-    const int spark = debugWord(turn, noise);
+    const int ignition = debugWord(turn, fault, noise);
+    const int spark = debugWord(turn, fault, noise);
     return {low(ignition), high(ignition), low(halfTurn), high(halfTurn),
             low(spark),    high(spark),    low(advance),  high(advance)};
 }

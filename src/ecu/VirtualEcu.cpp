@@ -18,6 +18,7 @@ constexpr std::size_t kSendBuffer = 2048;
 
 constexpr std::uint64_t kLineSeed = 0x4C696E65;
 constexpr std::uint64_t kSensorSeed = 0x53656E73;
+constexpr std::uint64_t kIgnitionBoxSeed = 0x49676E42;
 
 }  // namespace
 
@@ -26,7 +27,8 @@ VirtualEcu::VirtualEcu(const EcuSettings& settings)
       memory_(firmwareType(settings.type), settings.eeprom),
       engine_(settings.seed),
       queue_(settings.seed ^ kLineSeed),
-      sensors_(settings.seed ^ kSensorSeed) {
+      sensors_(settings.seed ^ kSensorSeed),
+      ignitionBox_(settings.seed ^ kIgnitionBoxSeed) {
     engine_.drive(settings_.drive);
     changeFaults(0);
 }
@@ -154,6 +156,7 @@ void VirtualEcu::changeSeed(Micros) {
     engine_.reseed(settings_.seed);
     queue_.reseed(settings_.seed ^ kLineSeed);
     sensors_ = Noise(settings_.seed ^ kSensorSeed);
+    ignitionBox_ = Noise(settings_.seed ^ kIgnitionBoxSeed);
 }
 
 void VirtualEcu::changeFaults(Micros) {

@@ -53,6 +53,7 @@ public:
     [[nodiscard]] std::array<double, kMapCells> trueFuelMap() const { return neededCounts(memory_); }
     // The engine as the last command found it.
     [[nodiscard]] const EngineState& engine() const { return engine_.state(); }
+    // By the cleaning of the plugs, since the start.
     [[nodiscard]] long sparksFired() const { return sparksFired_; }
 
 private:
@@ -119,6 +120,7 @@ private:
     CommandParser parser_;
     LineQueue queue_;
     Noise sensors_;
+    Noise ignitionBox_;
     Calibration calibration_;
     std::optional<std::uint64_t> calibrated_;  // revision of the memory behind calibration_
     std::optional<Micros> engineTime_;

@@ -148,7 +148,10 @@ void VirtualEcu::teachOpen(Body, Micros) {
 }
 
 void VirtualEcu::sendDebug(Body, Micros at) {
-    answer('S', debugPayload(engine_.state(), debugTurn_++, sensors_), at);
+    if (busy(at)) {
+        return;
+    }
+    answer('S', debugPayload(engine_.state(), debugTurn_++, settings_.ignitionFault, ignitionBox_), at);
 }
 
 }  // namespace korvane::ecu

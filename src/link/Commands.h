@@ -31,6 +31,9 @@ inline constexpr std::uint8_t kAskSettingsBlock = 'e';
 // The ECU takes the throttle's present value for one of its ends.
 inline constexpr std::uint8_t kThrottleIsClosed = '(', kThrottleIsOpen = ')';
 
+// Of the ignition box: its debug words; fire the plugs clean.
+inline constexpr std::uint8_t kAskIgnitionDebug = 'S', kCleanPlugs = '!';
+
 // A command of several bytes closes with the complement of the byte that opened it, and so does every frame.
 [[nodiscard]] constexpr std::uint8_t complement(std::uint8_t command) {
     return static_cast<std::uint8_t>(~command & 0xFF);

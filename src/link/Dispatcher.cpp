@@ -25,14 +25,18 @@ constexpr int kFlashMilliseconds = 100;
 constexpr int kIdentityPause = 300;
 constexpr std::size_t kCaptionWidth = 30;
 
+template <class Kind>
+Kind& opened(Kind* window) {
+    if (window == nullptr) {
+        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+    }
+    return *window;
+}
+
 // A window that has not got the part fails as one that is not open.
 template <class Part>
 Part& part(MapWindow* window) {
-    auto* const found = partOf<Part>(window);
-    if (found == nullptr) {
-        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
-    }
-    return *found;
+    return opened(partOf<Part>(window));
 }
 
 // The first `count` characters of a UTF-8 text.
@@ -257,9 +261,7 @@ void Dispatcher::showFirmwareType() {
 }
 
 void Dispatcher::ignitionDebug(Payload payload) {
-    if (windows_.frmIGNDebug != nullptr) {
-        windows_.frmIGNDebug->showDebugFrame(payload);
-    }
+    opened(windows_.frmIGNDebug).showDebugFrame(payload);
 }
 
 MapWindow* Dispatcher::replyWindow() const {

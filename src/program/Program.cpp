@@ -38,6 +38,7 @@ Program::Program(platform::Machine& machine)
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
+      debugWindow_(machine, frmSarn2_, trends_, logWriter_, windows_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
@@ -51,6 +52,7 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.Command6.Click = [this] { readoutWindows_.openBigText(); };
     frmSarn2_.Command8.Click = [this] { readoutWindows_.openMeter(); };
     frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
+    frmSarn2_.Command5.Click = [this] { debugWindow_.open(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
@@ -107,9 +109,7 @@ void Program::nameChannels() {
 }
 
 void Program::disableWhatComesLater() {
-    for (auto* button : {&frmSarn2_.Command5, &frmSarn2_.Command7}) {
-        button->Enabled = false;
-    }
+    frmSarn2_.Command7.Enabled = false;
 }
 
 void Program::openPowerCalc() {
@@ -125,6 +125,7 @@ void Program::mainWindowUnload(bool& stays) {
     if (!stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
+        debugWindow_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         readoutWindows_.unloadAll();

@@ -16,6 +16,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/DebugWindow.h"
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
@@ -81,6 +82,7 @@ private:
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
+    DebugWindow debugWindow_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

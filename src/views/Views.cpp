@@ -2,6 +2,7 @@
 
 #include "views/Accessibility.h"
 #include "views/dashboard/BigTextView.h"
+#include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
 #include "views/maps/InjScaleView.h"
@@ -16,6 +17,7 @@ namespace korvane::views {
 void addViews(ViewHost& host) {
     installAccessibility();
     host.add<MainView, live::FrmSarn2>("frmSarn2");
+    host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");

@@ -89,7 +89,10 @@ public:
         settings.push_back(key + "=" + value);
         return key == "bad" ? "the virtual ECU has no key bad" : "";
     }
+    [[nodiscard]] long sparksFired() const override { return sparks; }
+
     std::vector<std::string> settings;
+    long sparks = 0;
 };
 
 class FakeScreenshots : public Screenshots {

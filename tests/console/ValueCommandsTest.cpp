@@ -262,6 +262,16 @@ TEST_F(ValueCommands, EcuChangesTheVirtualEcu) {
     EXPECT_EQ(other.execute("ecu silent 1"), "error there is no virtual ECU (start with --ecu KEY=VALUE)");
 }
 
+TEST_F(ValueCommands, EcuAloneTellsTheSparksOfTheVirtualEcu) {
+    EXPECT_EQ(run("ecu"), R"(ok {"sparks":0})");
+    ecu.sparks = 2500;
+    EXPECT_EQ(run("ecu"), R"(ok {"sparks":2500})");
+    EXPECT_EQ(run("ecu drive"), "error ecu takes a KEY and its VALUE, or nothing");
+    EXPECT_TRUE(ecu.settings.empty());
+    Console other({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+    EXPECT_EQ(other.execute("ecu"), "error there is no virtual ECU (start with --ecu KEY=VALUE)");
+}
+
 TEST_F(ValueCommands, ScreenshotNeedsADisplay) {
     EXPECT_EQ(run("screenshot frmTest \"/tmp/a b.png\""), "ok");
     EXPECT_EQ(screenshots.taken, std::vector<std::string>{"frmTest /tmp/a b.png"});

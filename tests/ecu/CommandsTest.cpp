@@ -287,26 +287,81 @@ TEST(Commands, ARestartAnswersWhenItIsOverAndLosesWorkingMaps) {
     EXPECT_EQ(wire.poll().size(), 19U);
 }
 
-TEST(Commands, DebugWordsAreTheGoodPatternsNearlyAlways) {
+// The debug words of an answer.
+struct DebugWords {
+    int ignition;
+    int spark;
+};
+
+DebugWords askDebugWords(Wire& wire) {
+    const Bytes frame = wire.ask({'S', 0, 0xAC});
+    EXPECT_EQ(frame.size(), 11U);
+    // Half a turn at 3000 is 10 ms, 720 counts of 1/72 ms.
+    EXPECT_EQ(frame.at(4) + 256 * frame.at(5), 720);
+    return {frame.at(2) + 256 * frame.at(3), frame.at(6) + 256 * frame.at(7)};
+}
+
+bool isGood(int word) {
+    return word == 0x5555 || word == 0xAAAA;
+}
+
+TEST(Commands, DebugWordsAreTheGoodPatternsInTurn) {
     Wire wire("drive=3000:50:20");
     wire.poll();
-    int good = 0;
-    for (int i = 0; i < 1000; ++i) {
-        const Bytes frame = wire.ask({'S', 0, 0xAC});
-        ASSERT_EQ(frame.size(), 11U);
-        const int word = frame[2] + 256 * frame[3];
-        good += word == 0x5555 || word == 0xAAAA ? 1 : 0;
-        // Half a turn at 3000 is 10 ms, 720 counts of 1/72 ms.
-        EXPECT_EQ(frame[4] + 256 * frame[5], 720);
+    for (int i = 0; i < 300; ++i) {
+        const DebugWords words = askDebugWords(wire);
+        EXPECT_EQ(words.ignition, i % 2 == 0 ? 0x5555 : 0xAAAA);
+        EXPECT_EQ(words.spark, words.ignition);
     }
-    EXPECT_GT(good, 980);
-    EXPECT_LT(good, 1000);
+}
+
+// With a chance of a quarter, 1000 words have 250 bad ones, with a standard deviation of 14.
+TEST(Commands, AnIgnitionFaultDamagesDebugWordsByItsChance) {
+    Wire wire("drive=3000:50:20,ignfault=0.25");
+    wire.poll();
+    int badIgnition = 0;
+    int badSpark = 0;
+    int badBoth = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const DebugWords words = askDebugWords(wire);
+        badIgnition += isGood(words.ignition) ? 0 : 1;
+        badSpark += isGood(words.spark) ? 0 : 1;
+        badBoth += isGood(words.ignition) || isGood(words.spark) ? 0 : 1;
+    }
+    EXPECT_NEAR(badIgnition, 250, 70);
+    EXPECT_NEAR(badSpark, 250, 70);
+    EXPECT_NEAR(badBoth, 62, 40) << "each word has its own luck";
+}
+
+TEST(Commands, AnIgnitionFaultIsSwitchedOnAndOffWhileItRuns) {
+    Wire wire("drive=3000:50:20");
+    wire.poll();
+    EXPECT_EQ(wire.ecu.set("ignfault", "1", wire.now), "");
+    for (int i = 0; i < 50; ++i) {
+        const DebugWords words = askDebugWords(wire);
+        EXPECT_FALSE(isGood(words.ignition));
+        EXPECT_FALSE(isGood(words.spark));
+    }
+    EXPECT_EQ(wire.ecu.set("ignfault", "0", wire.now), "");
+    EXPECT_TRUE(isGood(askDebugWords(wire).ignition));
+}
+
+TEST(Commands, AnIgnitionFaultLeavesLiveDataAsTheyAre) {
+    Wire good;
+    Wire bad("ignfault=1");
+    for (int i = 0; i < 20; ++i) {
+        static_cast<void>(good.ask({'S', 0, 0xAC}));
+        static_cast<void>(bad.ask({'S', 0, 0xAC}));
+        EXPECT_EQ(good.poll(), bad.poll());
+    }
 }
 
 TEST(Commands, SparkCleaningFiresHundreds) {
     Wire wire;
     EXPECT_THAT(wire.ask({'!', 1, 25, 0xDE}), IsEmpty());
     EXPECT_EQ(wire.ecu.sparksFired(), 2500);
+    EXPECT_THAT(wire.ask({'!', 1, 255, 0xDE}), IsEmpty());
+    EXPECT_EQ(wire.ecu.sparksFired(), 28000);
 }
 
 TEST(Commands, WhatItDoesNotKnowIsAnsweredSo) {

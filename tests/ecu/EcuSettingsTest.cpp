@@ -28,11 +28,13 @@ TEST(EcuSettings, DefaultsAreAFullEngineControlOnALap) {
 
 TEST(EcuSettings, TakesEveryKey) {
     EcuSettings settings;
-    EXPECT_EQ(parseKeyList(settings,
-                           "type=15,version=1130,features=257,identity=4,payload=13,seed=18446744073709551615,"
-                           "drive=pull,save=/tmp/x,lose=0.5,flip=1,add=0,late=250,silent=1,refuse=F+248,mute=A+246,"
-                           "restart=100,alarm=1"),
-              "");
+    EXPECT_EQ(
+        parseKeyList(
+            settings,
+            "type=15,version=1130,features=257,identity=4,payload=13,seed=18446744073709551615,"
+            "drive=pull,save=/tmp/x,lose=0.5,flip=1,add=0,ignfault=0.01,late=250,silent=1,refuse=F+248,mute=A+246,"
+            "restart=100,alarm=1"),
+        "");
     EXPECT_EQ(settings.type, 15);
     EXPECT_EQ(settings.version, 1130);
     EXPECT_EQ(settings.features, 257);
@@ -44,6 +46,7 @@ TEST(EcuSettings, TakesEveryKey) {
     EXPECT_EQ(settings.lose, 0.5);
     EXPECT_EQ(settings.flip, 1.0);
     EXPECT_EQ(settings.add, 0.0);
+    EXPECT_EQ(settings.ignitionFault, 0.01);
     EXPECT_EQ(settings.lateMs, 250);
     EXPECT_TRUE(settings.silent);
     EXPECT_THAT(settings.refused, ElementsAre(70, 248));
@@ -59,12 +62,30 @@ TEST(EcuSettings, AnEmptyListChangesNothing) {
 }
 
 TEST(EcuSettings, RefusesNumbersOutOfRange) {
-    for (const auto& [key, value] :
-         {std::pair{"type", "256"}, {"type", "-1"},    {"version", "65536"}, {"features", "x"}, {"identity", "3"},
-          {"identity", "6"},        {"payload", "12"}, {"payload", "20"},    {"seed", "-1"},    {"seed", ""},
-          {"lose", "1.01"},         {"flip", "-0.1"},  {"add", "nan"},       {"lose", "0,5"},   {"late", "-5"},
-          {"late", "10001"},        {"silent", "2"},   {"silent", "yes"},    {"restart", "-1"}, {"alarm", ""},
-          {"type", "11 "},          {"type", " 11"},   {"type", "0x0B"}}) {
+    for (const auto& [key, value] : {std::pair{"type", "256"},
+                                     {"type", "-1"},
+                                     {"version", "65536"},
+                                     {"features", "x"},
+                                     {"identity", "3"},
+                                     {"identity", "6"},
+                                     {"payload", "12"},
+                                     {"payload", "20"},
+                                     {"seed", "-1"},
+                                     {"seed", ""},
+                                     {"lose", "1.01"},
+                                     {"flip", "-0.1"},
+                                     {"add", "nan"},
+                                     {"ignfault", "2"},
+                                     {"lose", "0,5"},
+                                     {"late", "-5"},
+                                     {"late", "10001"},
+                                     {"silent", "2"},
+                                     {"silent", "yes"},
+                                     {"restart", "-1"},
+                                     {"alarm", ""},
+                                     {"type", "11 "},
+                                     {"type", " 11"},
+                                     {"type", "0x0B"}}) {
         EXPECT_THAT(parsed(key, value), HasSubstr(key)) << value;
     }
 }
@@ -127,8 +148,8 @@ TEST(EcuSettings, HelpNamesEveryKey) {
         EXPECT_FALSE(help.values.empty());
     }
     EXPECT_THAT(names, testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed",
-                                                     "drive", "eeprom", "save", "lose", "flip", "add", "late", "silent",
-                                                     "refuse", "mute", "restart", "alarm"));
+                                                     "drive", "eeprom", "save", "lose", "flip", "add", "ignfault",
+                                                     "late", "silent", "refuse", "mute", "restart", "alarm"));
 }
 
 }  // namespace

@@ -74,6 +74,19 @@ TEST(LineBehaviour, PollsFasterThanTheLineBuildNoBacklog) {
     EXPECT_LE(wire.arrives().size(), 44U);
 }
 
+// An answer of 11 bytes takes 11.5 ms.
+TEST(LineBehaviour, DebugPollsFasterThanTheLineBuildNoBacklog) {
+    Wire wire;
+    wire.ecu.setBaud(9600);
+    for (int i = 0; i < 1000; ++i) {
+        for (const std::uint8_t byte : Bytes{'S', 0, 0xAC}) {
+            wire.ecu.receive(byte, wire.now);
+        }
+        wire.arrives(10'000);
+    }
+    EXPECT_LE(wire.arrives().size(), 44U);
+}
+
 TEST(LineBehaviour, NoiseFromThePcBuildsNoBacklog) {
     Wire wire;
     for (int i = 0; i < 1000; ++i) {

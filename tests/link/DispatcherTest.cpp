@@ -202,9 +202,14 @@ TEST_F(DispatcherTest, IgnitionDebugValuesGoToTheirWindow) {
     EXPECT_THAT(debug_.frames[0], ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
 }
 
+TEST_F(DispatcherTest, IgnitionDebugValuesFailWhileTheirWindowIsClosed) {
+    command('S', {1, 2, 3, 4, 5, 6, 7, 8});
+    EXPECT_THAT(log_.lines, ElementsAre(kNoWindow));
+}
+
 TEST_F(DispatcherTest, FramesForWindowsThatAreNotOpenChangeNothing) {
     window_.Caption = "before";
-    for (const int code : {'e', 'l', 'S'}) {
+    for (const int code : {'e', 'l'}) {
         command(code, Bytes(20, 1));
     }
     EXPECT_THAT(journal_, IsEmpty());
@@ -252,9 +257,10 @@ protected:
     static constexpr std::size_t kIdentityFailures = 3;  // one to three bytes
 };
 
-// Four map halves, four acknowledgements, the misc block and the PWM cell all want the map window.
+// Four map halves, four acknowledgements, the misc block and the PWM cell all want the map window, debug words want
+// theirs.
 TEST_F(AnyLength, OfAPayloadEndsInTheLogWithNoWindowOpen) {
-    EXPECT_EQ(failures(), 10 * 255 + kEepromFailures + kIdentityFailures);
+    EXPECT_EQ(failures(), 11 * 255 + kEepromFailures + kIdentityFailures);
 }
 
 // Map halves want 160 bytes, the misc block 9, the PWM cell 2 and the lambda block 20.

@@ -21,6 +21,7 @@ public:
     void take(platform::Micros at, std::vector<std::uint8_t>& out) override { ecu_.take(at, out); }
 
     [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return ecu_.eeprom(); }
+    [[nodiscard]] long sparksFired() const { return ecu_.sparksFired(); }
 
 private:
     ecu::VirtualEcu ecu_;

@@ -314,7 +314,7 @@ TEST_F(MainViewTest, RowsOfTheLogAreCountedBesideItsName) {
     frame();
     EXPECT_EQ(counts.text(), "101 rows on disk, 2 waiting");
     EXPECT_EQ(counts.toolTip().toStdString(), (folder / "drive.txt").string());
-    EXPECT_THAT(cutTexts(), IsEmpty());
+    EXPECT_THAT(cutTexts(view()), IsEmpty());
 }
 
 }  // namespace

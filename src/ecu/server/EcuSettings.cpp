@@ -101,8 +101,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 18>& keys() {
-    static constexpr std::array<Key, 18> kKeys = {{
+const std::array<Key, 19>& keys() {
+    static constexpr std::array<Key, 19> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -116,6 +116,8 @@ const std::array<Key, 18>& keys() {
         {{"lose", "0 to 1", "chance for a byte towards the PC to get lost"}, readChance<&EcuSettings::lose>},
         {{"flip", "0 to 1", "chance for a byte towards the PC to get one bit flipped"}, readChance<&EcuSettings::flip>},
         {{"add", "0 to 1", "chance for a stray byte before a byte towards the PC"}, readChance<&EcuSettings::add>},
+        {{"ignfault", "0 to 1", "chance for a debug word of the ignition box to be damaged"},
+         readChance<&EcuSettings::ignitionFault>},
         {{"late", "0 to 10000", "milliseconds by which every answer comes later"},
          readInt<&EcuSettings::lateMs, 0, 10000>},
         {{"silent", "0 or 1", "hears and says nothing"}, readSwitch<&EcuSettings::silent>},

@@ -24,6 +24,7 @@ struct EcuSettings {
     double lose = 0.0;                 // chances for each byte towards the PC
     double flip = 0.0;
     double add = 0.0;
+    double ignitionFault = 0.0;  // chance for each debug word of the ignition box to be damaged
     int lateMs = 0;
     bool silent = false;
     std::vector<std::uint8_t> refused;         // map halves ('F', 'A', 246, 248) that are answered with status 0

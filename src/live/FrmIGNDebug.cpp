@@ -1,0 +1,122 @@
+#include "live/FrmIGNDebug.h"
+
+#include <array>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "link/Commands.h"
+
+namespace korvane::live {
+
+namespace {
+
+constexpr std::array<std::uint8_t, 3> kDebugRequest{link::kAskIgnitionDebug, 0,
+                                                    link::complement(link::kAskIgnitionDebug)};
+constexpr double kSampleScale = 10;  // of a word
+
+bool isGoodPattern(std::string_view word) {
+    return word == "21845" || word == "43690";  // 0x5555 and 0xAAAA
+}
+
+void countFault(const controls::Label& word, controls::Label& errors) {
+    if (!isGoodPattern(word.Caption.get())) {
+        errors.Caption = core::numberText(core::val(errors.Caption.get()) + 1).view();
+    }
+}
+
+}  // namespace
+
+// Shown and pushed in this order.
+const FrmIGNDebug::Word FrmIGNDebug::kWords[] = {
+    {0, &FrmIGNDebug::lblIgnDeb, 0, 0},
+    {4, &FrmIGNDebug::lblSparkDeb, 0, 1},
+    {2, &FrmIGNDebug::lblRPMticks, 2, 0},
+    {6, &FrmIGNDebug::lblEnnakkoTicks, 2, 1},
+};
+
+FrmIGNDebug::FrmIGNDebug(platform::Machine& machine, FrmSarn2& main, TrendSink& trends, logs::LogWriter& log)
+    : Window(machine, "frmIGNDebug"), main_(main), trends_(trends), log_(log) {
+    Caption = "Ignition Debug";
+    txtSparks.Text = "1";
+    Command1.Click = [this] { poll(true); };
+    Command2.Click = [this] { poll(false); };
+    // Whether the port is open is not asked: on a closed one each tick fails.
+    TimerIGN.Tick = [this] { main_.MSComm1.Output(kDebugRequest); };
+    btnCleanSparkPlugs.Click = [this] { btnCleanSparkPlugs_Click(); };
+    placeControls();
+}
+
+void FrmIGNDebug::placeControls() {
+    struct Place {
+        controls::Control& control;
+        int left, top, width, height;  // twips
+    };
+    Width = 500 * 15;
+    Height = 400 * 15;
+    for (const auto& [control, left, top, width, height] :
+         std::array{Place{lblIgnDeb, 1800, 480, 1500, 315}, Place{lblIgnErr, 3600, 480, 1500, 315},
+                    Place{lblSparkDeb, 1800, 900, 1500, 315}, Place{lblSparkErr, 3600, 900, 1500, 315},
+                    Place{lblRPMticks, 1800, 1320, 1500, 315}, Place{lblEnnakkoTicks, 1800, 1740, 1500, 315},
+                    Place{Command1, 300, 2400, 1500, 435}, Place{Command2, 1950, 2400, 1500, 435},
+                    Place{FrameSparks, 120, 3150, 7000, 1200}, Place{txtSparks, 240, 420, 900, 315},
+                    Place{btnCleanSparkPlugs, 1300, 360, 1500, 435}}) {
+        control.Left = left;
+        control.Top = top;
+        control.Width = width;
+        control.Height = height;
+    }
+    txtSparks.setContainer(&FrameSparks);
+    btnCleanSparkPlugs.setContainer(&FrameSparks);
+}
+
+bool FrmIGNDebug::Form_Unload() {
+    TimerIGN.Enabled = false;
+    if (Closed) {
+        Closed();
+    }
+    return true;
+}
+
+// The two polls never run together.
+void FrmIGNDebug::poll(bool debugWords) {
+    TimerIGN.Enabled = debugWords;
+    main_.TimerRequestData.Enabled = !debugWords;
+}
+
+void FrmIGNDebug::btnCleanSparkPlugs_Click() {
+    const std::uint8_t count = core::toByte(core::val(txtSparks.Text.get()));
+    main_.MSComm1.Output(std::array<std::uint8_t, 4>{link::kCleanPlugs, 1, count, link::complement(link::kCleanPlugs)});
+}
+
+void FrmIGNDebug::showDebugFrame(std::span<const std::uint8_t> payload) {
+    const Stay stay(*this);  // a row's message box may outlast the window
+    for (const Word& word : kWords) {
+        showWord(word, payload);
+    }
+    trends_.drawTrends();
+    countFault(lblIgnDeb, lblIgnErr);
+    countFault(lblSparkDeb, lblSparkErr);
+    if (main_.chkDatalog.Value == 1) {
+        writeRow();
+    }
+}
+
+void FrmIGNDebug::showWord(const Word& word, std::span<const std::uint8_t> payload) {
+    const int value = core::checked(payload, word.low) + 256 * core::checked(payload, word.low + 1);
+    (this->*word.label).Caption = core::numberText(value).view();
+    trends_.pushTrendSample(value / kSampleScale, word.series, word.trend);
+}
+
+void FrmIGNDebug::writeRow() {
+    const auto value = [this](int index) -> std::string_view { return main_.lblValue(index).Caption.get(); };
+    log_.writeDebugRow({lblRPMticks.Caption.get(),
+                        lblEnnakkoTicks.Caption.get(),
+                        lblIgnDeb.Caption.get(),
+                        lblSparkDeb.Caption.get(),
+                        lblIgnErr.Caption.get(),
+                        lblSparkErr.Caption.get(),
+                        {value(6), value(7), value(8), value(9)},
+                        {value(10), value(11)}});
+}
+
+}  // namespace korvane::live
