@@ -10,7 +10,7 @@
 
 namespace korvane::controls {
 
-// A control with words on it.
+// A control with a text on it.
 class CaptionControl : public Control {
 public:
     using Control::Control;
@@ -102,7 +102,7 @@ private:
     std::vector<std::string> captions_;
 };
 
-// How far something has come, from 0 to Max. Stands in view only while something goes on.
+// The progress of some work, from 0 to Max. Visible only while the work runs.
 class ProgressBar : public Control {
 public:
     ProgressBar(Window& window, std::string_view name, std::optional<int> index = {});
@@ -128,12 +128,12 @@ public:
     [[nodiscard]] int ListCount() const { return static_cast<int>(rows_.size()); }
     // Text of a row; RuntimeError 9 for a row that does not exist.
     [[nodiscard]] const std::string& List(int row) const;
-    // A note on one row, such as the device that a port name stands for.
+    // A note on one row, such as the device that a port name means.
     void setItemToolTip(int row, std::string text);
     [[nodiscard]] const std::string& itemToolTip(int row) const;
     // The chosen row's text, empty when none is chosen.
     [[nodiscard]] std::string Text() const;
-    // Picks a row as a user does: picking what is picked raises nothing. RuntimeError 380 for a row that does not
+    // Picks a row as a user does: picking the chosen row raises nothing. RuntimeError 380 for a row that does not
     // exist.
     void choose(int row) override;
     [[nodiscard]] std::optional<Choices> choices() const override { return Choices{0, ListCount()}; }
@@ -145,7 +145,7 @@ public:
     [[nodiscard]] bool canFocus() const override { return true; }
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 
-    // Told to observers when rows or their notes change.
+    // Observers are notified of it when rows or their notes change.
     [[nodiscard]] const void* rowsProperty() const { return &rows_; }
 
 protected:
