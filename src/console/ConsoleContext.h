@@ -23,7 +23,7 @@ public:
     [[nodiscard]] virtual std::string set(const std::string& key, const std::string& value) = 0;
 };
 
-// The display, where windows look like something.
+// Pictures of windows on a display.
 class Screenshots {
 public:
     virtual ~Screenshots() = default;
@@ -43,7 +43,7 @@ struct ConsoleContext {
     std::ostream& errors;                // for commands that run by themselves
     // Closes the main window as its close box would, and returns when the program has ended.
     std::function<void()> quit;
-    // Whether the main window has gone.
+    // Whether the main window has been unloaded.
     std::function<bool()> programEnded;
 };
 

@@ -29,7 +29,7 @@ enum class MuxChannel {
     Count
 };
 
-// What the sensors say at one moment; `noise` is their unrest.
+// The sensor values at one moment, with `noise` added.
 [[nodiscard]] LivePayload livePayload(const EngineModel& engine, const Calibration& calibration, int version,
                                       MuxChannel channel, Noise& noise);
 

@@ -32,7 +32,7 @@ struct PlotScale {
     bool ShowLimits;  // other colours
 };
 
-// Where the plot stands on its surface, twips.
+// The place of the plot on its surface, twips.
 struct PlotFrame {
     int left, right, top, bottom;
     int zeroLift;  // how far zero lies from the bottom, downwards
@@ -41,8 +41,8 @@ struct PlotFrame {
     [[nodiscard]] double zero() const { return bottom + zeroLift; }
 };
 
-// The values of one series, of any length, lent for a draw. The first stands `firstRow` rows left of the right edge,
-// the others follow to the left.
+// The values of one series, of any length, which must exist during the draw. The first is `firstRow` rows left of the
+// right edge, the others follow to the left.
 struct PlotColumn {
     std::span<const double> values;
     std::size_t firstRow = 0;
