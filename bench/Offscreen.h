@@ -1,4 +1,4 @@
-// main() of the benchmarks with windows: on no display but the one that is asked for.
+// main() of the benchmarks with windows: offscreen, unless another display is asked for.
 #pragma once
 
 #include <QApplication>

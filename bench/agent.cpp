@@ -1,4 +1,4 @@
-// One look of the tuning agent at all cells: with nothing to do, and with samples that are not enough yet.
+// One pass of the tuning agent over all cells: with nothing to do, and with samples that are not enough yet.
 #include <benchmark/benchmark.h>
 
 #include "analysis/clsInjAnalyser.h"

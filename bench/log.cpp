@@ -129,7 +129,7 @@ void loadAndConvert(logs::clsTXTdata& log) {
     }
 }
 
-// Before memory of an earlier load lies ready.
+// Called before any other load, whose memory this one could reuse.
 double megabytesOfALoad() {
     static_cast<void>(lap());
     core::LiveTable live;

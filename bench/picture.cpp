@@ -17,7 +17,7 @@ constexpr int kWidth = 28800;  // twips: 1920 pixels
 constexpr int kHeight = 16200;
 constexpr int kSeries = 5;
 
-// `restless` has every row on another level; else each row is near the one before.
+// With `restless` each row has another value; else each row is near the one before.
 controls::Drawing drawingOf(int rows, bool restless) {
     controls::Drawing drawing;
     std::mt19937 random(5);

@@ -8,7 +8,7 @@
 //     measured,MODE,WHEN,RMS     of the means that the analyser gathers in the ten minutes before and after, the agent
 //                                off, less the target
 //     minute,MODE,M,RMS,MEAN     of the mixture that the ECU's map gives, less the target, M minutes after the start
-//     worst,MODE,CELL,DISTANCE,REST  the cell that the map serves worst at the end, and the RMS without it
+//     worst,MODE,CELL,DISTANCE,REST  the cell with the largest distance at the end, and the RMS without it
 //     keys,MODE,UP,DOWN          steps that the agent took by key
 //     smoothed,MODE,COUNTS       by which the cells were raised beside the keys, together
 #include <algorithm>
@@ -36,7 +36,7 @@ using namespace korvane;
 struct Mode {
     const char* name;
     bool simple = false;        // no share for the neighbours
-    bool smooths = true;        // false: the agent's corrections alone, without what follows each look
+    bool smooths = true;        // false: the agent's corrections alone, without the smoothing
     bool cutsFuel = true;       // the ECU does, with the throttle closed, as it comes from the factory
     bool knowsThrottle = true;  // the program has read the throttle's ends, without which it sees no overrun
 };
@@ -232,7 +232,7 @@ private:
     const Mode& mode_;
     Device device_;
     support::VirtualProgram rig_;
-    controls::clsTimer correcting_{rig_.pump, rig_.log};  // in the place of the agent's clock
+    controls::clsTimer correcting_{rig_.pump, rig_.log};  // instead of the agent's timer
     maps::FrmMaps* window_ = nullptr;
     std::vector<int> visited_;
 };

@@ -46,8 +46,8 @@ private:
     Bytes rest_;
 };
 
-// The program on a machine in memory with `device` at the other end of its line; what it says about a folder without
-// files is past.
+// The program on a machine in memory with `device` at the other end of its line; its message about a folder without
+// files has been removed.
 struct ProgramRun : support::VirtualMachine {
     explicit ProgramRun(platform::LineDevice* device = nullptr) : VirtualMachine(device) {
         program.start();

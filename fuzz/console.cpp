@@ -70,7 +70,7 @@ struct Run {
         console::registerProcedures(names, {program.eeprom(), {}, [this](double value, int series, int trend) {
                                                 program.trends().pushTrendSample(value, series, trend);
                                             }});
-        // Any path could stand in these two; the ini files have a target of their own.
+        // These two take any path; the ini files have a target of their own.
         names.addProcedure("ReadIniSection", "FILE SECTION", [](auto) { return std::optional<console::Json>(); });
         names.addProcedure("WriteIniSection", "FILE SECTION LINES",
                            [](auto) { return std::optional<console::Json>(); });

@@ -18,14 +18,14 @@ using fuzz::require;
 
 constexpr Micros kByteTime = 200;
 constexpr Micros kMilli = 1000;
-constexpr Micros kLongestRun = 660'000'000;  // the engine lives ten minutes ahead at most
+constexpr Micros kLongestRun = 660'000'000;  // the engine is simulated for ten minutes at most
 constexpr std::size_t kLongestBody = 160;
 
 // What a step begins with; those that are left are as good as the last one.
 enum class Step : std::uint8_t { Bytes, Counted, FixedBody, ShortWait, Wait, LongWait, Set, Baud, Command };
 constexpr int kSteps = 16;
 
-// Takes the same bytes as the ECU, and looks at what the parser makes of them.
+// Takes the same bytes as the ECU, and checks what the parser makes of them.
 class Listener : public ecu::CommandHandler {
 public:
     void feed(std::uint8_t byte, Micros at) {

@@ -32,7 +32,7 @@ public:
     std::vector<std::uint8_t> bytes;
 };
 
-// The byte that a line stands for, -1 for any other text.
+// The byte that a line contains, -1 for any other text.
 int byteOf(std::string_view line) {
     constexpr std::string_view kBlanks = " \t";
     const auto begin = std::min(line.find_first_not_of(kBlanks), line.size());

@@ -33,7 +33,7 @@ void openWindows(program::Program& program, unsigned which) {
     }
 }
 
-// Any code: the frames of an ECU, and noise in the shape of a frame.
+// Any code: the frames of an ECU, and other bytes in the form of a frame.
 std::vector<std::uint8_t> frameOf(fuzz::Script& script) {
     const auto code = script.next();
     const auto payload = script.bytes(script.next());
@@ -68,7 +68,7 @@ void take(fuzz::ProgramRun& run, fuzz::Script& script) {
     }
 }
 
-// A frame that fails ends its event; what lies behind it waits for the next one.
+// A frame that fails ends its event; the bytes behind it wait for the next one.
 void takeAll(fuzz::ProgramRun& run) {
     for (int event = 0; event < 5000 && run.program.frmSarn2().MSComm1.InBufferCount() > 0; ++event) {
         run.line.inject(std::array<std::uint8_t, 1>{0});
@@ -76,8 +76,8 @@ void takeAll(fuzz::ProgramRun& run) {
     }
 }
 
-// Whatever came: once the line has been quiet and a frame's worth of zeros has ended what was open, a good frame is
-// heard.
+// After any input: once the line has been quiet and a frame's length of zeros has ended an open frame, a good frame is
+// received.
 void hearsAGoodFrame(fuzz::ProgramRun& run) {
     auto& window = run.program.frmSarn2();
     if (!window.MSComm1.PortOpen()) {

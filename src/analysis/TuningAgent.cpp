@@ -1,5 +1,5 @@
 // The tuning agent: what the analyser does to the fuel map by itself. Continues clsInjAnalyser, whose samples and
-// controls it works on; the collecting of samples stands apart from what acts on the engine.
+// controls it uses; collecting samples is kept apart from what acts on the engine.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -24,16 +24,16 @@ namespace {
 constexpr int kColumns = maps::kOrdinaryMaps.columns;  // of the arithmetic here, also for the large maps
 constexpr int kLimit = maps::kLargeMaps.cells();
 
-// A look waits with each correction, and the next tick comes inside the wait. While corrections go on the looks stack
-// up; the deepest ones are left out, and the ticks go on when the stack has come down.
-constexpr int kDeepestLook = 20;
+// A pass waits with each correction, and the next tick comes inside the wait. So passes nest while corrections are
+// made; a tick that would nest deeper than this is skipped.
+constexpr int kDeepestPass = 20;
 
 constexpr int kHalfTurn = 25;  // ms, twice for each step
 
 constexpr float kLean = 0.3F;  // above: more fuel; below: less
 constexpr float kEnoughWeight = 20.0F;
 
-// Realtime changes, ticked for as long as it lives; the window may go meanwhile.
+// Realtime changes, ticked while the object exists; the window may close meanwhile.
 class Realtime {
 public:
     explicit Realtime(maps::TunedMap*& window) : window_(window) { window_->setOnlineChanges(true); }
@@ -56,7 +56,7 @@ int directionOf(float proposal, float weight) {
     return proposal > kLean ? 1 : proposal < kLean ? -1 : 0;
 }
 
-// How far a cell is lifted towards one that lies well above it.
+// How far a cell is raised towards a neighbour that is well above it.
 int lift(int from, int to) {
     constexpr int kMost = 10;
     return std::min(core::toInt32((from - to) / 2.0), kMost);
@@ -65,7 +65,7 @@ int lift(int from, int to) {
 }  // namespace
 
 void clsInjAnalyser::timerAgent_Timer() {
-    if (window_ == nullptr || depth_ >= kDeepestLook) {
+    if (window_ == nullptr || depth_ >= kDeepestPass) {
         return;
     }
     const platform::Deeper deeper(depth_);
@@ -74,7 +74,7 @@ void clsInjAnalyser::timerAgent_Timer() {
     SmoothFuelMap();
 }
 
-// Grey while the agent is stopped, also for what is left of a look then.
+// Grey while the agent is stopped, also for the rest of a pass that is under way then.
 void clsInjAnalyser::showLamp(controls::Picture lamp) {
     window_->setAgentLamp(agentEnable_ ? lamp : controls::Picture::Grey);
 }
@@ -102,7 +102,7 @@ float clsInjAnalyser::weightOf(int cell) const {
     return core::checked(SampleCount, cell) * Proposal(cell);
 }
 
-// A neighbour without samples of its own follows all the same.
+// A neighbour without samples of its own is corrected all the same.
 float clsInjAnalyser::neighbourWeight(int cell) const {
     const float weight = weightOf(cell);
     return weight != 0.0F ? weight : 1.0F;
@@ -140,7 +140,7 @@ void clsInjAnalyser::SplitByLoad(int cell, int steps) {
     core::checked(CellStats, cell).LoadOffsetAvg = 0.0F;
 }
 
-// The agent presses the tuner's own keys, so that stops, redraw and sending are those of the keys. The window may close
+// The agent presses the keys + and -, so that limits, redraw and sending are those of the keys. The window may close
 // in the waits.
 void clsInjAnalyser::ApplyCellCorrection(int cell, int steps, float weight) {
     if (window_ == nullptr) {
@@ -186,7 +186,8 @@ void clsInjAnalyser::SaveControlToFile(std::string_view line) {
     }
 }
 
-// Fuel rises with load everywhere and falls with speed only by little. The bounds hold for the large maps too.
+// A map's fuel should rise with load everywhere and fall with speed only by little. The bounds are also used for the
+// large maps.
 void clsInjAnalyser::SmoothFuelMap() {
     bool changed = false;
     for (int row = 0; row < maps::kOrdinaryMaps.rows - 1; ++row) {

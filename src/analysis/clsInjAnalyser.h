@@ -20,7 +20,7 @@ struct CellStatistics {
     float LambdaAvg = 0.0F;
     float RpmOffsetAvg = 0.0F;   // rpm above the cell's column
     float LoadOffsetAvg = 0.0F;  // load above the cell's row
-    float LambdaBase = 0.0F;     // written by nothing
+    float LambdaBase = 0.0F;     // never set by the program
 };
 
 // All arithmetic is in single precision; what it can't hold raises RuntimeError 6. Indices outside 0 to 320 raise
@@ -66,7 +66,7 @@ public:
     std::int16_t rows = 0;
     controls::clsTimer timerAgent;
 
-    // One look of the agent at all cells; the timer's event does both.
+    // One pass of the agent over all cells; the timer's event does both.
     void CorrectAllCells();
     void SmoothFuelMap();
 
@@ -96,7 +96,7 @@ private:
     bool logData_ = false;
     bool simpleMode_ = false;
     bool agentEnable_ = false;
-    int depth_ = 0;  // of the agent's looks inside each other's waits
+    int depth_ = 0;  // of the agent's passes inside each other's waits
 };
 
 }  // namespace korvane::analysis

@@ -1,4 +1,4 @@
-// Brings commands from standard input or a script file to the console, and signals to the program's orderly end.
+// Brings commands from standard input or a script file to the console, and ends the program after a signal.
 #pragma once
 
 #include <QSocketNotifier>
@@ -31,7 +31,7 @@ private:
     std::size_t fed_ = 0;  // bytes of the script
     std::unique_ptr<QSocketNotifier> standardInput_;
     std::unique_ptr<QSocketNotifier> signals_;
-    // What came in is an order to the program, for which it has no ear while it blocks.
+    // Input runs as a command alarm: not while the program blocks.
     std::unique_ptr<platform::Alarm> commands_;
     std::unique_ptr<platform::Alarm> end_;
 };

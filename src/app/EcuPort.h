@@ -1,4 +1,4 @@
-// Plugs the virtual ECU into a line in memory.
+// Connects the virtual ECU to a line in memory.
 #pragma once
 
 #include "console/Console.h"
@@ -11,7 +11,7 @@ class EcuPort : public platform::LineDevice, public console::EcuControl {
 public:
     EcuPort(const ecu::EcuSettings& settings, platform::EventPump& pump) : ecu_(settings), pump_(pump) {}
 
-    // The line to tell when a changed key gives the ECU something to say.
+    // The line to notify when a changed key makes the ECU send.
     void setLine(platform::MemoryLine& line) { line_ = &line; }
     // The end of the run: writes the EEPROM where its keys say so. Empty, or what went wrong.
     [[nodiscard]] std::string finish() const { return ecu_.finish(); }

@@ -1,4 +1,4 @@
-// Tells the debug log how long after the start of the process the first window was painted.
+// Writes to the debug log how long after the start of the process the first window was painted.
 #pragma once
 
 #include <QObject>
@@ -9,7 +9,7 @@ namespace korvane::app {
 
 class FirstPaint : public QObject {
 public:
-    // Listens to the application until the first paint.
+    // Filters the application's events until the first paint.
     explicit FirstPaint(platform::DebugLog& log);
 
 protected:

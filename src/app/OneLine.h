@@ -1,4 +1,4 @@
-// What the program says on standard error.
+// The program's messages on standard error.
 #pragma once
 
 #include <string>

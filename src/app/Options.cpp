@@ -117,7 +117,7 @@ void setEcu(Options& options, const std::string& value) {
     options.ecu = value;
 }
 
-// Opening a pipe would wait for somebody who reads it, and a disk is no place for a text.
+// Opening a pipe would wait for a reader, and a block device must not be overwritten with text.
 void setTrace(Options& options, const std::string& value) {
     std::error_code error;
     const auto status = std::filesystem::status(value, error);
@@ -148,7 +148,7 @@ constexpr std::array<Flag, 3> kFlags{
 struct Setting {
     std::string_view name;
     void (*set)(Options&, const std::string&);
-    bool addsUp = false;  // of others the last one counts
+    bool addsUp = false;  // all values count; of other options the last one
 };
 
 constexpr std::array<Setting, 9> kSettings{{
@@ -190,7 +190,7 @@ const Setting& settingNamed(const std::string& name) {
     return *setting;
 }
 
-// Flags take effect at once; the settings are returned as far as they count.
+// Flags are set at once; of the settings those that count are returned.
 std::vector<Given> readArguments(std::span<const std::string> arguments, Options& options) {
     std::vector<Given> given;
     for (std::size_t i = 0; i < arguments.size(); ++i) {

@@ -42,7 +42,8 @@ Surroundings withRealLine(Surroundings surroundings, const Options& options) {
     return surroundings;
 }
 
-// Without a person a message box would stand for ever: a script that runs to its end, or a display that shows nothing.
+// Without a user a message box would stay open for ever: with a script that runs to its end, or a display that shows
+// nothing.
 bool somebodyLooks(const Options& options) {
     return !options.script && QGuiApplication::platformName() != "offscreen";
 }

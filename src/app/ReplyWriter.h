@@ -6,10 +6,10 @@
 
 namespace korvane::app {
 
-// SIGPIPE must be ignored. The first failure is told on standard error; what is written after it is dropped.
+// SIGPIPE must be ignored. The first failure is reported on standard error; what is written after it is dropped.
 class ReplyWriter {
 public:
-    // `descriptor` stays the caller's.
+    // `descriptor` is not closed.
     explicit ReplyWriter(int descriptor) : descriptor_(descriptor) {}
 
     // Returns when all is written, however long the reader takes.
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] bool failed() const { return failed_; }
 
 private:
-    // The number of bytes written, 0 if none could be for now; below 0 on failure.
+    // The number of bytes written, 0 if none could be written now; below 0 on failure.
     [[nodiscard]] long writeSome(std::string_view bytes) const;
 
     int descriptor_;

@@ -22,10 +22,10 @@
 
 namespace korvane::app {
 
-// Where a run differs from others.
+// What differs between the kinds of runs.
 struct Surroundings {
     platform::EventPump& pump;
-    // Makes the line to real ports; null where every port leads into memory.
+    // Makes the line to real ports; null where every port is a line in memory.
     std::function<std::unique_ptr<platform::SerialLine>(platform::PreferencesStore&)> makeRealLine;
     platform::Dialogs* shownDialogs = nullptr;  // null without a display
     console::Screenshots* screenshots = nullptr;
@@ -39,7 +39,7 @@ public:
 
     // Opens the main window, connects and opens a log if the options ask for it.
     void start();
-    // Writes what is to be written at the end of a run. Empty, or one line for the user.
+    // Writes the files that are due at the end of a run. Returns an empty text, or one line for the user.
     [[nodiscard]] std::string finish();
     [[nodiscard]] bool repliesFailed() const { return replies_.failed(); }
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kUsageError = 2;
 
-// A write that the system refuses is a failure of that write and not the end of the program.
+// A write that the system refuses must fail, not end the program by a signal.
 void ignoreWriteSignals() {
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
@@ -46,8 +46,8 @@ bool hasDisplay() {
     return false;
 }
 
-// A program that was started without them would get the next files that it opens in their place. A write to standard
-// output that is not there stays a failure; what is said on standard error is lost.
+// Without standard descriptors the next files that the program opens would get their numbers. A write to the missing
+// standard output must still fail; what is written to the missing standard error is lost.
 void occupyStandardStreams() {
     for (const auto& [stream, mode] :
          {std::pair{STDIN_FILENO, O_RDONLY}, std::pair{STDOUT_FILENO, O_RDONLY}, std::pair{STDERR_FILENO, O_WRONLY}}) {

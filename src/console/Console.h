@@ -1,4 +1,4 @@
-// Executes the commands by which users' scripts drive the program. docs/console.md tells what each does.
+// Executes the commands by which users' scripts drive the program. docs/console.md describes them.
 #pragma once
 
 #include <cstdint>

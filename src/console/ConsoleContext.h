@@ -25,7 +25,7 @@ public:
     [[nodiscard]] virtual long sparksFired() const = 0;
 };
 
-// The display, where windows look like something.
+// Pictures of windows on a display.
 class Screenshots {
 public:
     virtual ~Screenshots() = default;
@@ -45,7 +45,7 @@ struct ConsoleContext {
     std::ostream& errors;                // for commands that run by themselves
     // Closes the main window as its close box would, and returns when the program has ended.
     std::function<void()> quit;
-    // Whether the main window has gone.
+    // Whether the main window has been unloaded.
     std::function<bool()> programEnded;
 };
 

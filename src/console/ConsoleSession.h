@@ -27,12 +27,12 @@ public:
 
     // Takes bytes of input and executes the lines that they complete.
     void feed(std::string_view bytes);
-    // No more input comes: what stands there is executed, and then the program quits.
+    // No more input comes: the rest is executed, and then the program quits.
     void endOfInput();
     // The program has ended: a command that was carried out and has no reply yet gets it.
     void endOfProgram() { answer(); }
-    // Called whenever all that was fed is answered, until the end of input: the moment to feed more. Whoever feeds only
-    // then keeps no more in memory than one piece of input.
+    // Called whenever all that was fed is answered, until the end of input. A caller that feeds more only then keeps no
+    // more than one piece of input in memory.
     controls::Event<> Wanting;
 
 private:

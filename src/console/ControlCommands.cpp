@@ -1,4 +1,4 @@
-// Continues Console: the commands by which a user presses, types and looks, apart from those that read and set values.
+// Continues Console: the commands that do what a user does: press, type, choose, take a picture.
 #include <algorithm>
 
 #include "console/Console.h"
@@ -103,7 +103,7 @@ Console::Answer Console::keyup(Arguments& arguments) {
     return {};
 }
 
-// A button or lamp that a press means something to is clicked by the same mouse.
+// A control that a press has an effect on is also clicked by the mouse.
 Console::Answer Console::mouse(Arguments& arguments) {
     auto& control = nextControl(arguments);
     requireReach(control);

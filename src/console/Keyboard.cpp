@@ -27,7 +27,7 @@ void takeLastCharacter(std::string& text) {
     }
 }
 
-// What a character that the handler let pass does to the text.
+// Applies a character that the handler did not drop to the text.
 void enterCharacter(TextBox& box, int character) {
     std::string text = box.Text;
     if (character == controls::kKeyBackspace) {

@@ -6,7 +6,7 @@ namespace korvane::console {
 
 namespace {
 
-constexpr std::size_t kMemory = std::size_t{64} << 20U;  // bytes of notes that nobody has read
+constexpr std::size_t kMemory = std::size_t{64} << 20U;  // bytes of unread notes
 
 // Roughly what the value takes in memory.
 std::size_t weightOf(const Json& value) {
@@ -21,7 +21,7 @@ std::size_t weightOf(const Json& value) {
     return weight;
 }
 
-// A row that is gone for the moment reads as null.
+// A row that does not exist at the moment reads as null.
 Json currentValue(const Target& target) {
     try {
         return readProperty(target);
@@ -74,7 +74,7 @@ Json Watches::takeChanges() {
     return out;
 }
 
-// Which property has changed is told by its value: some properties are computed from others.
+// Values are compared to find which property has changed: some properties are computed from others.
 void Watches::propertyChanged(controls::Object& object, const void*) {
     for (auto& watch : watches_) {
         if (watch.target.object != &object) {

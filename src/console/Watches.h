@@ -25,7 +25,7 @@ public:
     // False if it is not watched.
     [[nodiscard]] bool remove(const std::string& name);
 
-    // [[ms,"name",value],...] since the last call, oldest first. When nobody asks for long, the oldest are dropped.
+    // [[ms,"name",value],...] since the last call, oldest first. If there are too many, the oldest are dropped.
     [[nodiscard]] Json takeChanges();
 
 private:

@@ -11,7 +11,7 @@
 namespace korvane::controls {
 
 // Row and Column, counted from 1, select the cell that Data and the labels are about. RuntimeError 9 for what lies
-// outside RowCount by ColumnCount. Any size is allowed: only what was written takes room, the rest is empty.
+// outside RowCount by ColumnCount. Any size is allowed: only cells that were written take memory, the rest is empty.
 class Chart : public Control {
 public:
     using Control::Control;
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] const std::string& RowLabel() const { return written(rowLabels_, row()); }
     [[nodiscard]] const std::string& ColumnLabel() const { return written(columnLabels_, column()); }
 
-    // The same by place, counted from 0, for whoever shows the whole chart.
+    // The same by row and column, counted from 0, for code that shows the whole chart.
     [[nodiscard]] const std::string& dataAt(int row, int column) const;
     [[nodiscard]] const std::string& rowLabelAt(int row) const;
     [[nodiscard]] const std::string& columnLabelAt(int column) const;

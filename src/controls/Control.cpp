@@ -6,7 +6,7 @@ namespace korvane::controls {
 
 namespace {
 
-// A container further left than this has been moved away, which is how pages and panes are hidden.
+// A container further left than this (twips) counts as hidden: pages and panes are hidden by moving them away.
 constexpr int kOutOfView = -3000;
 
 Value indexOf(const Object& object) {

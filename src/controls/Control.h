@@ -47,7 +47,7 @@ template <class... Arguments>
 class Event {
 public:
     template <class Handler>
-    void operator=(Handler handler) {  // NOLINT(misc-unconventional-assign-operator): reads as the window's description
+    void operator=(Handler handler) {  // NOLINT(misc-unconventional-assign-operator): sets the handler
         handler_ = std::move(handler);
     }
     [[nodiscard]] explicit operator bool() const { return static_cast<bool>(handler_); }
@@ -88,11 +88,11 @@ public:
     [[nodiscard]] std::string path() const;  // "txtFuel(17)"
     [[nodiscard]] Window& window() const { return window_; }
 
-    // The frame or page that the control stands in, null for the window itself.
+    // The frame or page that contains the control, null for the window itself.
     void setContainer(Control* container) { container_ = container; }
     [[nodiscard]] Control* container() const { return container_; }
 
-    // Whether a user could reach it: it and all that it stands in are visible, in view and enabled.
+    // Whether a user could reach it: it and all its containers are visible, in view and enabled.
     [[nodiscard]] bool inSight() const;
     [[nodiscard]] bool usable() const;
 
@@ -100,7 +100,7 @@ public:
     [[nodiscard]] virtual std::string_view kind() const = 0;
     [[nodiscard]] virtual std::string_view mainProperty() const { return {}; }
     [[nodiscard]] virtual bool canFocus() const { return false; }
-    // Whether pressing it means anything.
+    // Whether pressing it has an effect.
     [[nodiscard]] virtual bool canClick() const { return static_cast<bool>(Click); }
 
     // The rows or tabs that a user picks from: the number of the first one and how many there are. Nothing for a
@@ -121,7 +121,7 @@ public:
     virtual void choose(int choice) { static_cast<void>(choice); }
     virtual void clickColumn(int column) { static_cast<void>(column); }
 
-    // What a user does. Each goes in through the window's door: failures end there.
+    // What a user does. Each runs through Window::enter(), which catches failures.
     virtual void press();  // a click
     void keyDown(int keyCode, int shift);
     void keyUp(int keyCode, int shift);
@@ -132,7 +132,7 @@ public:
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
 
 protected:
-    // Runs the event's handler behind the window's door.
+    // Runs the event's handler through Window::enter().
     template <class... Arguments>
     void raise(const Event<Arguments...>& event, std::type_identity_t<Arguments>... arguments) const {
         if (event) {

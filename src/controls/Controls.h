@@ -12,7 +12,7 @@
 
 namespace korvane::controls {
 
-// A control with words on it.
+// A control with a text on it.
 class CaptionControl : public Control {
 public:
     using Control::Control;
@@ -104,7 +104,7 @@ private:
     std::vector<std::string> captions_;
 };
 
-// How far something has come, from 0 to Max. Stands in view only while something goes on.
+// The progress of some work, from 0 to Max. Visible only while the work runs.
 class ProgressBar : public Control {
 public:
     ProgressBar(Window& window, std::string_view name, std::optional<int> index = {});
@@ -125,7 +125,7 @@ public:
     using ListControl::ListControl;
 
     void Clear() override;
-    // A note on one row, such as the device that a port name stands for.
+    // A note on one row, such as the device that a port name means.
     void setItemToolTip(int row, std::string text);
     [[nodiscard]] const std::string& itemToolTip(int row) const;
 

@@ -150,7 +150,7 @@ void ListView::sort() {
     }
 }
 
-// The rows' places in rows_, in the order in which they are to stand.
+// Indices into rows_ in sorted order.
 std::vector<std::size_t> ListView::sortedOrder() const {
     const auto key = static_cast<std::size_t>(SortKey.get());
     std::vector<std::size_t> order(rows_.size());

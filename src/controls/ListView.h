@@ -24,7 +24,7 @@ public:
     };
 
     // Assigning one of these three sorts the rows while Sorted is on: by the bytes of the column's texts, equal ones in
-    // the order in which they stood. A new row finds its place too; a cell assigned later moves nothing.
+    // the order that they had. A new row is sorted in too; assigning a cell later moves no row.
     Property<int> SortKey{*this};    // the column to sort by, from 0; one that does not exist leaves the rows alone
     Property<int> SortOrder{*this};  // 0 rising, 1 falling
     Property<bool> Sorted{*this};
@@ -44,13 +44,13 @@ public:
     [[nodiscard]] const Column& column(int number) const;
     [[nodiscard]] const std::string& Cell(int row, int column) const;
     void setCell(int row, int column, std::string text);
-    // Kept beside a row; travels with it.
+    // Kept with a row; moves with it.
     [[nodiscard]] const std::string& rowTag(int row) const;
     void setRowTag(int row, std::string text);
 
     // The user's click on a row; RuntimeError 9 for one that does not exist.
     void clickRow(int row);
-    // Picking what is picked raises nothing.
+    // Picking the row that is selected raises nothing.
     void choose(int row) override;
     void clickColumn(int column) override;
     [[nodiscard]] std::optional<Choices> choices() const override { return Choices{1, rowCount()}; }
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] std::string_view mainProperty() const override { return "Rows"; }
     [[nodiscard]] bool canFocus() const override { return true; }
     [[nodiscard]] std::vector<std::span<const PropertyInfo>> propertyTables() const override;
-    // Told to observers when rows change or are sorted.
+    // Observers are notified of it when rows change or are sorted.
     [[nodiscard]] const void* rowsProperty() const { return &rows_; }
 
 protected:

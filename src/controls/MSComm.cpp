@@ -14,7 +14,7 @@ constexpr int kErrorInvalidPort = 8002;
 constexpr int kErrorPortNotOpen = 8018;
 constexpr int kErrorBadSettings = 380;
 
-// While nobody reads (a message box is open), the line goes on; what comes beyond this is lost as in any driver.
+// While no handler reads (a message box is open), bytes still arrive; those beyond this limit are lost, as in a driver.
 constexpr std::size_t kInputLimit = std::size_t{1} << 20U;
 constexpr std::size_t kFloodLimit = std::size_t{256} << 10U;  // of a device that does not wait for the program
 
@@ -140,7 +140,7 @@ void MSComm::lineReceived(std::span<const std::uint8_t> bytes) {
     }
 }
 
-// An outer handler may have taken the bytes meanwhile: there is nothing to tell then.
+// An outer handler may have taken the bytes meanwhile: then there is no event.
 void MSComm::receiveEvent() {
     if (InBufferCount() > 0) {
         raise(OnComm);

@@ -27,14 +27,14 @@ public:
     Event<> OnComm;
     // Raises it once more with an event of its own, if bytes are still there by then.
     void raiseOnCommLater() { arrival_->callAt(pump_.now()); }
-    // The device went away; the port is closed by then. Carries a sentence for the user.
+    // The device was removed; the port is closed by then. The argument is a sentence for the user.
     Event<const std::string&> LineLost;
 
     // Opening raises RuntimeError when the device can't be had; closing never fails and drops what was not read.
     void setPortOpen(bool open);
     [[nodiscard]] bool PortOpen() const { return open_; }
 
-    // Received bytes that nobody has taken. Reading is by looking at them and taking from the front.
+    // Received bytes that have not been taken. A reader looks at them and then takes bytes from the front.
     [[nodiscard]] std::size_t InBufferCount() const { return input_.size() - taken_; }
     [[nodiscard]] std::span<const std::uint8_t> waitingInput() const;
     void takeInput(std::size_t count);
@@ -46,7 +46,7 @@ public:
     void Output(std::uint8_t byte) { Output(std::span(&byte, 1)); }
     [[nodiscard]] int OutBufferCount() const;
 
-    // The rate of the open line, as the device tells it. RuntimeError 8018 when the port is closed.
+    // The rate of the open line in baud, as the device reports it. RuntimeError 8018 when the port is closed.
     [[nodiscard]] int lineBaud() const;
     // False if the device refuses the rate. RuntimeError 8018 when the port is closed.
     [[nodiscard]] bool setLineBaud(int baud);

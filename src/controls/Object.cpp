@@ -31,7 +31,7 @@ void Object::removeObserver(Observer& observer) {
 }
 
 void Object::changed(const void* property) {
-    // By index: an observer may come or go while they are told.  NOLINTNEXTLINE(modernize-loop-convert)
+    // By index: an observer may be added or removed during the calls.  NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < observers_.size(); ++i) {
         observers_[i]->propertyChanged(*this, property);
     }

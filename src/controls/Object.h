@@ -28,7 +28,7 @@ public:
     virtual ~Observer() = default;
     // `property` is the address of the Property member that changed.
     virtual void propertyChanged(Object& object, const void* property) = 0;
-    // The object is being destroyed: only its address is of use any more.
+    // The object is being destroyed: only its address may still be used.
     virtual void objectGone(const Object& object) { static_cast<void>(object); }
 };
 
@@ -44,7 +44,7 @@ public:
     // The property named `name`, or null.
     [[nodiscard]] const PropertyInfo* findProperty(std::string_view name) const;
 
-    // Observers are told in the order in which they came. One that is going away removes itself.
+    // Observers are notified in the order in which they were added. One that is destroyed removes itself before.
     void addObserver(Observer& observer);
     void removeObserver(Observer& observer);
 

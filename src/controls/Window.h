@@ -1,4 +1,4 @@
-// A window as a model: its properties, its controls, the focus, and the one door through which events come in.
+// A window as a model: its properties, its controls, the focus, and the one function through which all events enter.
 #pragma once
 
 #include <exception>
@@ -61,7 +61,7 @@ public:
     // A key pressed anywhere in the window, before the control with the focus gets it.
     virtual void Form_KeyDown(int keyCode, int shift);
 
-    // The door for events: what a handler throws ends here, with a line in the debug log.
+    // Runs an event's handler. What it throws is caught here, with a line in the debug log.
     template <class Handler>
     void enter(std::string_view what, Handler&& handler) {
         const Stay stay(*this);
@@ -71,7 +71,7 @@ public:
             logFailure(what, error);
         }
     }
-    // Marks the window as in use by code that does not come in through the door.
+    // Marks the window as in use by code that was not called through enter().
     class Stay {
     public:
         explicit Stay(Window& window) : window_(window) { ++window_.depth_; }
@@ -96,7 +96,7 @@ public:
 
 protected:
     virtual void Form_Load() {}
-    // False refuses to go.
+    // Called before the unload; false keeps the window open.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}
     void afterChange(const void* property) override;
@@ -130,7 +130,7 @@ public:
     // At most one listener: the one that shows windows on a display.
     void setListener(WindowListener* listener) { listener_ = listener; }
 
-    // A window enters the list before its load event, and the listener learns of it behind that.
+    // A window is in the list before its load event; the listener is called after the event.
     void add(Window& window);
     void announce(Window& window);
     void remove(Window& window);

@@ -10,7 +10,7 @@
 
 namespace korvane::controls {
 
-// Any number of them may be open, several of one kind as well. A window that has been unloaded stays alive until none
+// Any number of them may be open, several of one kind as well. A window that has been unloaded is kept until none
 // of its handlers runs, so that code behind a wait still finds it.
 class WindowShelf {
 public:
@@ -19,7 +19,7 @@ public:
     WindowShelf& operator=(const WindowShelf&) = delete;
     ~WindowShelf();
 
-    // Takes the window and shows it. The reference holds until the window has gone.
+    // Takes the window and shows it. The reference is valid until the window is deleted.
     template <class Kind>
     Kind& show(std::unique_ptr<Kind> window) {
         auto& shown = *window;
@@ -38,7 +38,7 @@ public:
         }
         return nullptr;
     }
-    // The newest first. One that refuses to go stays open.
+    // Unloads all windows, the newest first. One that refuses stays open.
     void unloadAll();
 
 private:

@@ -23,7 +23,7 @@ void clsTimer::StopTimer() {
 
 void clsTimer::elapse() {
     alarm_->callAt(pump_.now() + Interval * platform::kMicrosPerMilli);
-    // A copy: the handler may end the timer, and what follows must not touch it.
+    // A copy: the handler may delete the timer, and the code below must not use it then.
     const auto handler = TimerElapsed;
     platform::DebugLog& log = log_;
     try {

@@ -1,4 +1,4 @@
-// A timer without a window.
+// A timer that belongs to no window.
 #pragma once
 
 #include <functional>

@@ -10,7 +10,7 @@
 
 namespace korvane::core {
 
-// `table[index]`; raises RuntimeError 9 for an index that the table has not got.
+// `table[index]`; raises RuntimeError 9 for an index outside the table.
 template <class Table, std::integral Index>
 [[nodiscard]] constexpr decltype(auto) checked(Table&& table, Index index) {
     if (std::cmp_less(index, 0) || std::cmp_greater_equal(index, std::size(table))) {

@@ -52,8 +52,8 @@ void EepromAccess::writeByte(std::int32_t addr, std::uint8_t data) {
 }
 
 void EepromAccess::send(std::initializer_list<std::uint8_t> frame) {
-    // The port may have been closed since the frame before, and the device may go between two bytes of this one: the
-    // tuner has been told of that, and the rest is that of a closed port.
+    // The port may have been closed since the last frame, and the device may be removed between two bytes of this one.
+    // The user has been told of that, and the rest of the frame is skipped as with a closed port.
     for (const std::uint8_t byte : frame) {
         if (port_.PortOpen()) {
             port_.Output(byte);

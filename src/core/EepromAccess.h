@@ -1,11 +1,11 @@
-// The only way in which a setting reaches the ECU's EEPROM or is asked back.
+// The only way in which the program writes a setting to the ECU's EEPROM or asks for one.
 //
 //     write a byte   'W'  address low  address high  data  data  ~'W'
 //     ask for a byte 'R'  address low  address high  ~'R'
 //     ask for a word 'U'  address low  address high  ~'U'
 //
 // Each byte of a frame goes out as an Output of its own. Nothing waits for an answer and nothing is sent again: a reply
-// comes through the dispatcher, later or never. With the port closed nothing happens.
+// arrives through the dispatcher, later or never. With the port closed nothing happens.
 #pragma once
 
 #include <cstdint>

@@ -14,7 +14,8 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-// From 0.0001 on a number is plain however many decimals it takes: texts that are cut to a width keep its size.
+// From 0.0001 on a number has no exponent, however many decimals it takes: a text that is cut to a width must not lose
+// its order of magnitude.
 constexpr int kSmallestPlainExponent = -4;
 
 // A number as digits d1 d2 d3 ... and the power of ten of d1, trailing zeros left out.

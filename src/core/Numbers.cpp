@@ -99,7 +99,7 @@ std::int64_t placesOf(std::string_view mantissa) {
     return distance > 0 ? distance : distance + 1;
 }
 
-// What a number that no double can hold stands for: 0 if it is too small, the largest double if it is too large.
+// The value of a number that no double can hold: 0 if it is too small, the largest double if it is too large.
 double outOfRange(std::string_view number) {
     const std::size_t end = std::min(number.find('e'), number.size());
     const std::string_view digits = end < number.size() ? number.substr(end + 1) : std::string_view("0");
@@ -119,7 +119,7 @@ double outOfRange(std::string_view number) {
 template <class T>
 T narrowed(double value) {
     const double rounded = roundHalfEven(value);
-    // Written so that what is no number fails too.
+    // In this form the comparison fails for NaN too.
     if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max())) {
         overflow();
     }
@@ -132,8 +132,8 @@ constexpr double kCurrencyScale = 10000.0;
 constexpr double kQuickCurrency = 1e9;  // ten-thousandths up to which a double's product is near enough to the true one
 constexpr double kNearHalf = 1e-6;
 
-// Adding this leaves no room for a fraction, so the sum is rounded half to even: a hundred times a frame, without a
-// call.
+// A sum with this number has no bits left for a fraction, so the addition rounds half to even. Needed a hundred times a
+// frame, so it must not cost a function call.
 constexpr double kRounder = 6755399441055744.0;
 constexpr double kRounderLimit = 2251799813685248.0;
 constexpr long double kCurrencyLimit = 9223372036854775807.0L;

@@ -10,7 +10,7 @@
 namespace korvane::core {
 
 // The number that `text` begins with: an optional sign, digits with an optional point, an optional exponent behind an
-// E. Blanks, tabs and line breaks count for nothing wherever they stand; the first character that no longer belongs to
+// E. Blanks, tabs and line breaks are skipped at every place; the first character that does not belong to
 // the number ends it, a comma too. What is no number is 0. A number too large for a double is the largest double.
 [[nodiscard]] double val(std::string_view text);
 

@@ -1,4 +1,4 @@
-// The ECU's named EEPROM parameters: one table, shared with nobody but readers.
+// The ECU's named EEPROM parameters: one constant table.
 #pragma once
 
 #include <span>

@@ -9,7 +9,7 @@
 
 namespace korvane::core {
 
-// 0 for a parameter that has not been read. RuntimeError 9 for an address that the table has not got.
+// 0 for a parameter that has not been read. RuntimeError 9 for an address outside the table.
 [[nodiscard]] inline double parameterNumber(const EepromShadow& tables, int address) {
     return std::visit(
         [](auto value) {

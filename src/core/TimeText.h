@@ -1,4 +1,4 @@
-// A moment of the calendar as captions, cells and file names show it.
+// A date and time as captions, cells and file names show it.
 #pragma once
 
 #include <string>

@@ -38,7 +38,7 @@ public:
     void feed(std::uint8_t byte, Micros at, CommandHandler& handler);
     // When a short form will be over if nothing more comes, or nothing.
     [[nodiscard]] std::optional<Micros> shortFormEnd() const;
-    // Time has come to `at`: a short form that is over by then is handed on, with the time at which it was over.
+    // The time is now `at`: a short form that has ended by then is passed on, with the time at which it ended.
     void settle(Micros at, CommandHandler& handler);
     void reset() { stage_ = Stage::Idle; }
 

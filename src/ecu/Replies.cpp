@@ -32,7 +32,7 @@ double temperature(double celsius, int version) {
     return version >= kShiftedTemperatures ? celsius + 50.0 : celsius;
 }
 
-// The pressure sensor gives 0.2 V at 0.1 bar less than nothing and 0.02 V a kPa, read as 5 V = 255.
+// The pressure sensor gives 0.02 V for each kPa, less 0.2 V; 5 V are read as 255.
 double pressureCounts(double bar) {
     return (bar * 100.0 * 0.02 - 0.2) * 255.0 / 5.0;
 }
@@ -99,7 +99,7 @@ LivePayload livePayload(const EngineModel& engine, const Calibration& calibratio
             byteOf(pressureCounts(state.manifoldBar) + 0.3 * noise.bell()), engine.throttleSensor(),
             byteOf(mixtureCounts(mixture)), byteOf(state.duty * 256.0),
             byteOf(std::min(std::floor(state.throttle * 10.0), 9.0)),
-            // One byte has no room for the last cells of a large map.
+            // One byte can't hold the last cells of a large map.
             byteOf(state.cell), high(flags), low(flags), byteOf(state.idleValve), byteOf(state.boostValve),
             byteOf(state.exhaustC / 5.0), byteOf(state.advance * 5.0),
             static_cast<std::uint8_t>(static_cast<int>(channel) * 16 + mux / 256), low(mux)};

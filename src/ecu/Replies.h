@@ -29,7 +29,7 @@ enum class MuxChannel {
     Count
 };
 
-// What the sensors say at one moment; `noise` is their unrest.
+// The sensor values at one moment, with `noise` added.
 [[nodiscard]] LivePayload livePayload(const EngineModel& engine, const Calibration& calibration, int version,
                                       MuxChannel channel, Noise& noise);
 
@@ -40,7 +40,8 @@ enum class MuxChannel {
 [[nodiscard]] SettingsBlock settingsBlock(const FirmwareMemory& memory);
 
 // Ignition debug word, half-turn time, spark debug word, advance time; times in counts of 1/72 ms. The debug words
-// alternate between their two good patterns (`turn` even, odd). With probability `fault` each of them has one bit wrong.
+// alternate between their two good patterns (`turn` even, odd). With probability `fault` each of them has one bit
+// wrong.
 [[nodiscard]] DebugPayload debugPayload(const EngineState& state, unsigned turn, double fault, Noise& noise);
 
 }  // namespace korvane::ecu

@@ -13,7 +13,7 @@ constexpr Micros kBootTime = 250'000;
 constexpr Micros kEngineStep = 5'000;
 constexpr Micros kLongestCatchUp = 600'000'000;
 constexpr std::size_t kFrameOverhead = 3;  // command, length, complement
-// What the firmware keeps ready to send. Answers that find more than this before them are not given.
+// The size of the firmware's send buffer. An answer that finds more than this before it is dropped.
 constexpr std::size_t kSendBuffer = 2048;
 
 constexpr std::uint64_t kLineSeed = 0x4C696E65;

@@ -21,9 +21,9 @@
 
 namespace korvane::ecu {
 
-// The caller tells the time with every call; it must not go back. The same settings and the same calls give the same
-// bytes at the same times. The engine starts with the first call that tells a time. It lives at most ten minutes
-// ahead of the last command: after a longer silence it goes on from there.
+// The caller passes the time with every call; it must not go back. The same settings and the same calls give the same
+// bytes at the same times. The engine starts with the first call that has a time. It is simulated for at most ten
+// minutes after the last command: after a longer silence it goes on from there.
 class VirtualEcu : private CommandHandler {
 public:
     explicit VirtualEcu(const EcuSettings& settings = {});
@@ -39,7 +39,7 @@ public:
     void take(Micros at, std::vector<std::uint8_t>& out);
 
     // Changes a key while running. Returns an empty text, or one sentence that says what is wrong (unknown key, bad
-    // value; nothing changed then). A new `type` is another box with its own memory; `save` writes at once.
+    // value; nothing changed then). A new `type` is another ECU with its own memory; `save` writes at once.
     [[nodiscard]] std::string set(std::string_view key, std::string_view value, Micros at);
     // The end of the run: writes the EEPROM if the key `save` names a file. Returns as set() does.
     [[nodiscard]] std::string finish() const;

@@ -64,7 +64,7 @@ int serve(const Options& options) {
 
 int main(int argc, char** argv) {
     fillStandardDescriptors();
-    // A reader that is gone and a file that must not grow are errors of a write, and no end of the program.
+    // A missing reader and a limit on file sizes must fail the write, not end the program by a signal.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     try {

@@ -1,4 +1,4 @@
-// What the caption of a window says while its parameters travel.
+// What the caption of a window says while its parameters are read or saved.
 #pragma once
 
 #include "controls/Window.h"

@@ -13,7 +13,7 @@ inline constexpr int kByteValues = 256;
 
 enum class Width {
     Byte,
-    Word,      // 16 bits in one call; the parameter has the mark of a word
+    Word,      // 16 bits in one call; the parameter is marked as 16 bits
     TwoBytes,  // 16 bits in two calls: the low byte, then the high byte to the next address
 };
 

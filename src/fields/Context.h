@@ -8,7 +8,7 @@
 
 namespace korvane::fields {
 
-// All of it lives as long as whoever uses it.
+// All of it outlives its users.
 struct Context {
     controls::Window& window;
     const core::SharedTables& tables;

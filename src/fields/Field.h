@@ -42,7 +42,7 @@ struct Lists {
     controls::ComboBox* high = nullptr;
 };
 
-// A way that is the parameter's own. An empty function: the parameter is not shown, or not stored.
+// Functions for a parameter that is shown or stored in a special way. If one is empty, it is not shown, or not stored.
 struct Own {
     std::function<void(std::int32_t value)> show;
     std::function<std::int32_t()> stored;
@@ -51,13 +51,13 @@ struct Own {
 // Shown only.
 using Caption = std::reference_wrapper<controls::Label>;
 
-// The text property of a box that keeps the count behind what it shows.
+// The text property of a box that keeps the raw count.
 using Keeper = controls::Property<std::string> controls::Control::*;
 
 // A locked box that shows a count times its factor and changes by keys alone.
 struct Stepping {
     int limit = 0;                            // the highest count that the keys reach
-    Keeper keeper = &controls::Control::Tag;  // null: nothing keeps the count; it is turned back from the text
+    Keeper keeper = &controls::Control::Tag;  // null: the count is not kept but computed from the text
 };
 
 // For Field::answers.

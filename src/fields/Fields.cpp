@@ -98,7 +98,7 @@ bool Fields::take(std::int32_t value, int addr, bool is16) {
     return true;
 }
 
-// A settings file hands over words as it does bytes; such a word leaves the image alone unless it fits one byte.
+// A settings file passes words in the same way as bytes; a word is stored in the image only if it fits one byte.
 void Fields::keepImage(std::int32_t value, int addr, bool is16) {
     auto& byte = checked(tables_.EEImage, addr);
     if (!is16 && !checked(tables_.EEParams, addr).is16bit) {

@@ -1,4 +1,4 @@
-// The parameters of one window: the way of a value of the ECU to the control that shows it, and back.
+// The parameters of one window: brings values of the ECU to the controls that show them, and back.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,11 @@ public:
     ~Fields() = default;
 
     // A reply, or a row of a settings file: keeps EEImage current and shows `value` in the first row that answers to
-    // `addr`; false if none does. RuntimeError 9 for an address that the EEPROM has not got, 6 for a negative word,
-    // 380 for a row that a list has not got.
+    // `addr`; false if none does. RuntimeError 9 for an address outside the EEPROM, 6 for a negative word, 380 for a
+    // row that a list does not have.
     bool take(std::int32_t value, int addr, bool is16);
 
-    // Shows a value that came another way than as a reply. RuntimeError 9 for a cell that does not exist.
+    // Shows a value that did not come as a reply of its own. RuntimeError 9 for a cell that does not exist.
     void show(Address address, std::int32_t value, int cell = 0);
 
     // The row that stores a parameter; RuntimeError 9 if there is none.

@@ -1,9 +1,9 @@
-// How often a piece of work that lets events run may be started inside itself.
+// Limits how often some work that lets events run is started inside itself.
 #pragma once
 
 namespace korvane::fields {
 
-// Each start needs room on the stack until it ends, and a line that never rests must not pile them up.
+// Each start takes stack space until it ends, and a line that is never silent could start it again and again.
 class Nesting {
 public:
     explicit Nesting(int limit) : limit_(limit) {}

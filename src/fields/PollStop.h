@@ -1,4 +1,4 @@
-// The live poll stands still.
+// Stops the live poll.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 
 namespace korvane::fields {
 
-// At the end the poll runs, whether or not it did before. With an interval it has that one meanwhile, for whoever
-// starts it in between, and its own again at the end.
+// At the end the poll runs, whether or not it did before. With an `interval` (ms) it has that one meanwhile, in case it
+// is started in between, and its own again at the end.
 class PollStop {
 public:
     explicit PollStop(controls::Timer& poll, std::optional<int> interval = {}) : poll_(poll) {

@@ -8,7 +8,7 @@
 
 namespace korvane::fields {
 
-// One that was begun inside another gives the bar back to it.
+// One that was started inside another restores the outer one's values at its end.
 class Progress {
 public:
     Progress(controls::ProgressBar& bar, int steps);
@@ -26,7 +26,7 @@ private:
     int outerValue_;
 };
 
-// Several bars for the same work. They are given back in reverse order.
+// Several bars for the same work. They are restored in reverse order.
 class ProgressBars {
 public:
     ProgressBars(const std::vector<controls::ProgressBar*>& bars, int steps);

@@ -23,7 +23,7 @@ struct ReadPlan {
     std::span<const ReadStep> steps;
     int pause = 0;  // ms, one wait
     Captions captions = {};
-    // With an interval the poll stands still meanwhile and has that one, for whoever starts it in between.
+    // If set, the poll is stopped meanwhile and has this interval (ms), in case it is started in between.
     std::optional<int> pollInterval = {};
 
     [[nodiscard]] int reads() const;

@@ -10,9 +10,9 @@
 
 namespace korvane::fields {
 
-// A read goes on whether or not an answer comes; with the port closed it takes as long and sends nothing. Nothing but
-// the window's unloading breaks it off: one that is started inside another runs to its end, and then the outer one goes
-// on. Deeper than some levels a start does nothing.
+// A read goes on whether or not an answer comes; with the port closed it takes as long and sends nothing. Only the
+// window's unload ends it early: one that is started inside another runs to its end, and then the outer one goes on.
+// Beyond a fixed depth a start does nothing.
 class Reader {
 public:
     // `bars` count the reads.

@@ -30,7 +30,7 @@ struct SaveStep {
 
 struct SavePlan {
     std::span<const SaveStep> steps;
-    bool stopsPoll = false;  // the poll stands still from the press to the end
+    bool stopsPoll = false;  // the poll is stopped from the press to the end
     Captions captions = {};
 };
 

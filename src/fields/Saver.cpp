@@ -50,8 +50,8 @@ void Saver::write(const SavePlan& plan, const SaveStep& step) {
     }
 }
 
-// The row of a number in two bytes may have the mark of a word: its write clears the next cell, which the second write
-// then puts right.
+// The row of a number in two bytes may be marked as 16 bits: then the first write clears the next cell, and the second
+// write sets it again.
 void Saver::writeValue(int address, std::int32_t value, Width width) {
     const auto low = core::toInt16(address);
     if (width != Width::TwoBytes) {

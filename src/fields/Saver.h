@@ -7,15 +7,15 @@
 
 namespace korvane::fields {
 
-// A save converts and writes cell by cell and never reads back; with the port closed it does all the same and nothing
-// goes out. Another one may be started in its pauses.
+// A save converts and writes cell by cell and never reads back; with the port closed it does the same, but nothing is
+// sent. Another one may be started in its pauses.
 class Saver {
 public:
     // `fields` has a row for each step of the plans.
     Saver(const Context& context, const Fields& fields) : context_(context), fields_(fields) {}
 
-    // What does not fit its target ends the save with one message and false; what went out before stays so, and the
-    // poll runs again.
+    // A value that does not fit its target ends the save with one message and false; what was sent before stays sent,
+    // and the poll runs again.
     bool run(const SavePlan& plan);
 
 private:

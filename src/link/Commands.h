@@ -1,4 +1,4 @@
-// What the program sends to the ECU: the command bytes by name, and how a command closes. Reads and writes of single
+// What the program sends to the ECU: the command bytes by name, and how a command ends. Reads and writes of single
 // EEPROM cells are core::EepromAccess.
 #pragma once
 
@@ -28,13 +28,13 @@ inline constexpr std::uint8_t kAskPwmTable = 'p', kSendPwmCell = 'P', kStorePwmT
 inline constexpr std::uint8_t kAskMiscBlock = 'm', kSendMiscBlock = 'M', kStoreMiscBlock = 'd';
 inline constexpr std::uint8_t kAskSettingsBlock = 'e';
 
-// The ECU takes the throttle's present value for one of its ends.
+// The ECU stores the throttle's present value as one of its two ends.
 inline constexpr std::uint8_t kThrottleIsClosed = '(', kThrottleIsOpen = ')';
 
-// Of the ignition box: its debug words; fire the plugs clean.
+// Of the ignition box: its debug words; sparks that clean the plugs.
 inline constexpr std::uint8_t kAskIgnitionDebug = 'S', kCleanPlugs = '!';
 
-// A command of several bytes closes with the complement of the byte that opened it, and so does every frame.
+// A command of several bytes ends with the complement of its first byte, and so does every frame.
 [[nodiscard]] constexpr std::uint8_t complement(std::uint8_t command) {
     return static_cast<std::uint8_t>(~command & 0xFF);
 }
@@ -43,7 +43,7 @@ inline constexpr std::uint8_t kAskIgnitionDebug = 'S', kCleanPlugs = '!';
     return {command, complement(command)};
 }
 
-// One cell of a map or table. Cell and value go twice, so that the ECU can check them:
+// One cell of a map or table. Cell and value are sent twice, so that the ECU can check them:
 //
 //     command  cell  cell  value  value  ~command
 [[nodiscard]] constexpr std::array<std::uint8_t, 6> cellCommand(std::uint8_t command, std::uint8_t cell,

@@ -28,21 +28,21 @@ constexpr int kRefreshCount = 12;
 constexpr std::array<std::uint8_t, 1> kLiveRequest{kAskLiveData};
 constexpr std::array<std::uint8_t, 3> kIdentityRequest{kAskIdentity, 0, complement(kAskIdentity)};
 
-// A handler that waits lets the next frame in before its own has ended. A line that never falls silent must not stack
-// them up without end: deeper down the bytes stay in the buffer until an outer level goes on with them.
+// A handler that waits lets the next frame be handled before its own has ended. A line that is never silent must not
+// nest them without limit: beyond this depth the bytes stay in the buffer until an outer run takes them.
 constexpr int kDeepestReceive = 40;
 
 constexpr int kErrorLineLost = 8012;
 
-// On a line that may bring more than the program can handle: how long one event goes on with the bytes that are there
-// before others have their turn, and how far the program may fall behind before what waits is dropped.
+// For a line that may bring more than the program can handle: how long one event handles bytes before other events run,
+// how long runs may nest, and how far the program may fall behind before the waiting bytes are dropped.
 constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
 constexpr platform::Micros kLongestNesting = 1000 * platform::kMicrosPerMilli;
 constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
-// More of one handler is the tuner's time, who reads a message box.
+// A handler that takes longer waits for the user, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
 
-// A remembered row of a list; 0 for what is no row of it.
+// A remembered row of a list; 0 for a number that is no row of it.
 int rowOr0(std::int32_t row, const controls::ComboBox& list) {
     return row >= 0 && row < list.ListCount() ? row : 0;
 }
@@ -149,7 +149,7 @@ void Connection::closePort() {
     panel_.TimerRequestData.Enabled = false;
 }
 
-// The control's own Settings do not reach the fast rates reliably, so they are forced on the open device.
+// The control's Settings do not set the fast rates reliably, so these are forced on the open device.
 void Connection::forceBaud() {
     static_cast<void>(GetPortBaud(panel_.MSComm1));
     if (panel_.ComboBaud.ListIndex > kSpeedWhenUnknown) {
@@ -199,7 +199,7 @@ bool Connection::closing(int useSound) {
 }
 
 void Connection::onComm() {
-    // What comes then is taken by a run further out.
+    // An outer run takes the bytes.
     if (receiveDepth_ >= kDeepestReceive || nestsTooLong()) {
         return;
     }
@@ -207,9 +207,9 @@ void Connection::onComm() {
         const platform::Deeper deeper(receiveDepth_);
         receiveAll();
     }
-    // An event that this look runs, and that ends here as well, needs no look of its own.
-    if (looks_ == 0) {
-        const platform::Deeper looking(looks_);
+    // Pending events run after the bytes of an event. An event that runs here does not do the same again.
+    if (pumps_ == 0) {
+        const platform::Deeper pumping(pumps_);
         machine_.pump.pump();
     }
 }
@@ -232,8 +232,8 @@ void Connection::receiveAll() {
     behind_ = 0;
 }
 
-// The outermost run ends early. Inside a handler's wait that would change the order of the frames: there others have
-// their turn between two frames, and only a line that never falls silent for long ends the run.
+// Whether the run ends with bytes left. The outermost run does so early. Inside a handler's wait that would change the
+// order of the frames: there other events run between two frames, and the run ends only after kLongestNesting.
 bool Connection::givesWay(platform::Micros lastHandler) {
     if (behind_ > kFarthestBehind) {
         dropWhatCameTooFast();
@@ -266,7 +266,7 @@ void Connection::dropWhatCameTooFast() {
                        " bytes");
 }
 
-// The count is checked: a byte that it can't hold is lost with the event.
+// The count of received bytes is checked: at its end a byte that can't be counted is lost, and the event fails.
 void Connection::takeBytes() {
     const auto room =
         static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - std::int64_t{panel_.bytesReceived});

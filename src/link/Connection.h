@@ -1,4 +1,4 @@
-// The main window as the owner of the serial port: port and speed choice, polling, restart, and the orderly close.
+// The serial port of the main window: choice of port and speed, polling, restart, and the close.
 #pragma once
 
 #include <array>
@@ -28,7 +28,7 @@ public:
     // window has to stay open for now, because the port is only just being closed; TimerExit unloads it a second later.
     [[nodiscard]] bool closing(int useSound);
 
-    // Loads the settings window, so that replies always reach it. Called behind each connect and each disconnect.
+    // Loads the settings window, so that replies always reach it. Called after each connect and each disconnect.
     controls::Event<> loadSettings;
 
 private:
@@ -55,7 +55,7 @@ private:
     ConnectionPanel& panel_;
     Dispatcher& dispatcher_;
     int receiveDepth_ = 0;
-    int looks_ = 0;  // at pending events, after the bytes of an event
+    int pumps_ = 0;  // runs of pending events after the bytes of an event, inside each other
     // Time spent in handlers since the buffer was empty last.
     platform::Micros behind_ = 0;
     platform::Micros runBegin_ = 0;  // of the outermost run

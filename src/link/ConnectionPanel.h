@@ -40,8 +40,8 @@ struct ConnectionPanel {
     controls::Timer TimerAlarm{window, "TimerAlarm", false, 0};                 // end of the alarm flash
     controls::Timer Timersound{window, "Timersound", true, 200};                // does nothing
     controls::Timer TimerExit{window, "TimerExit", false, 1000};                // delayed end of the program
-    controls::Timer Timerofflinefeat{window, "Timerofflinefeat", false, 2000};  // dormant simulation: identity
-    controls::Timer TimerOffline{window, "TimerOffline", false, 500};           // dormant simulation: live frames
+    controls::Timer Timerofflinefeat{window, "Timerofflinefeat", false, 2000};  // simulation, off: identity
+    controls::Timer TimerOffline{window, "TimerOffline", false, 500};           // simulation, off: live frames
 
     bool isConnected = false;
     std::array<std::string, 7> baudSettings;

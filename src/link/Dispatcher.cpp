@@ -33,7 +33,7 @@ Kind& opened(Kind* window) {
     return *window;
 }
 
-// A window that has not got the part fails as one that is not open.
+// A window without the part fails like one that is not open.
 template <class Part>
 Part& part(MapWindow* window) {
     return opened(partOf<Part>(window));
@@ -114,7 +114,7 @@ void Dispatcher::eepromWord(Payload payload) {
     showEepromValue(value, address, true);
 }
 
-// Byte replies never reach the ordinary map windows: their fields are the 16-bit limits.
+// Byte replies are not given to the ordinary map windows, which show only the 16-bit limits.
 void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
     if (windows_.frmMisc != nullptr) {
         windows_.frmMisc->UpdateReadEE(value, address, is16);

@@ -21,11 +21,11 @@ class Dispatcher : private FrameHandler {
 public:
     Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows);
 
-    // Who takes 'R' payloads; must be set before the first frame.
+    // The decoder of 'R' payloads; must be set before the first frame.
     void setLiveDecoder(LiveDecoder& decoder) { decoder_ = &decoder; }
 
     // Acts on one frame. A failure ends the frame with a line in the debug log; what was done until then stays done.
-    // The payload may be changed, and nothing keeps it after the return.
+    // The payload may be changed; no reference to it is kept after the return.
     void DoCommand(std::uint8_t cmd, std::span<std::uint8_t> payload);
 
 private:

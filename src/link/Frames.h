@@ -10,7 +10,7 @@
 
 namespace korvane::link {
 
-// What each frame does to the program. A handler may change the payload, and keeps nothing of it after the return.
+// What each frame does in the program. A handler may change the payload, but must not keep a reference to it.
 class FrameHandler {
 public:
     using Payload = std::span<std::uint8_t>;

@@ -9,7 +9,7 @@ namespace korvane::link {
 
 namespace {
 
-// What the place of the complement byte holds until the length is known; nothing reads it.
+// rxTotal() until the length is known; nothing uses it.
 constexpr std::int16_t kTotalUnknown = 20;
 
 constexpr std::int32_t kFirstPayloadPosition = 2;
@@ -67,7 +67,8 @@ void ReceiveMachine::takeLength(std::uint8_t byte) {
 }
 
 ReceiveMachine::Payload& ReceiveMachine::freePayload() {
-    const auto found = std::find_if(payloads_.begin(), payloads_.end(), [](const Payload& each) { return !each.lent; });
+    const auto found =
+        std::find_if(payloads_.begin(), payloads_.end(), [](const Payload& each) { return !each.inUse; });
     return found == payloads_.end() ? payloads_.emplace_back() : *found;
 }
 

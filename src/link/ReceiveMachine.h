@@ -3,7 +3,7 @@
 //   position   0         1        2 .. L+1   L+2
 //   content    command   length L payload    complement of the command (all bits inverted)
 //
-// There is no start mark, no escaping and no clock. A byte that is no known command is skipped while a command is
+// There is no start mark, no escaping and no time limit. A byte that is no known command is skipped while a command is
 // awaited; a wrong complement drops the frame. A frame cut off in the middle stays open until the next bytes end it.
 #pragma once
 
@@ -20,7 +20,7 @@ private:
     struct Payload {
         std::array<std::uint8_t, 255> bytes{};
         std::size_t size = 0;
-        bool lent = false;  // to a handler: a new frame takes another place
+        bool inUse = false;  // by a handler: a new frame takes another place
     };
 
 public:
@@ -29,14 +29,14 @@ public:
     ReceiveMachine& operator=(const ReceiveMachine&) = delete;
     ~ReceiveMachine() = default;
 
-    // The payload of a whole frame in the hands of a handler. What the handler changes is seen in payload(). A frame
-    // that arrives while the handler waits leaves these bytes alone.
+    // Keeps the payload of a whole frame for a handler. What the handler changes is visible in payload(). A frame that
+    // arrives while the handler waits does not overwrite these bytes.
     class Loan {
     public:
-        explicit Loan(ReceiveMachine& machine) : payload_(*machine.current_) { payload_.lent = true; }
+        explicit Loan(ReceiveMachine& machine) : payload_(*machine.current_) { payload_.inUse = true; }
         Loan(const Loan&) = delete;
         Loan& operator=(const Loan&) = delete;
-        ~Loan() { payload_.lent = false; }
+        ~Loan() { payload_.inUse = false; }
 
         [[nodiscard]] std::span<std::uint8_t> bytes() const { return std::span(payload_.bytes).first(payload_.size); }
 
@@ -53,7 +53,7 @@ public:
     // The payload of the frame: rxLength bytes, or one zero byte for a frame without payload.
     [[nodiscard]] std::span<const std::uint8_t> payload() const;
 
-    [[nodiscard]] std::int32_t rxPosition() const { return position_; }  // index of the next byte; 0 = hunting
+    [[nodiscard]] std::int32_t rxPosition() const { return position_; }  // index of the next byte
     [[nodiscard]] std::uint8_t rxCommand() const { return command_; }
     [[nodiscard]] std::int16_t rxLength() const { return length_; }
     [[nodiscard]] std::int16_t rxTotal() const { return total_; }  // position of the complement byte
@@ -71,7 +71,7 @@ private:
     std::int16_t total_ = 0;
     std::uint8_t command_ = 0;
     bool ready_ = false;
-    // One for each handler that waits inside another's wait, and one more. None moves when the row grows.
+    // One for each handler that waits inside another's wait, and one more. A deque, because elements must not move.
     std::deque<Payload> payloads_{1};
     Payload* current_ = &payloads_.front();
 };

@@ -1,5 +1,5 @@
-// What the dispatcher and the live update need of windows that stand further down in the house. A null pointer is a
-// window that is not open, or does not exist.
+// What the dispatcher and the live update need of windows that are in later modules. A null pointer means that the
+// window is not open, or does not exist.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace korvane::link {
 
-// A map window, whichever it is. What else it takes it says by the parts that it implements beside this.
+// Any map window. It also implements the part classes below for the data that it takes.
 class MapWindow {
 public:
     virtual ~MapWindow() = default;
@@ -52,7 +52,7 @@ public:
     virtual void updateMapPlace() = 0;
 };
 
-// Null for a window that has not got the part, and for none at all.
+// Null for a window without the part, and for a null pointer.
 template <class Part>
 [[nodiscard]] Part* partOf(MapWindow* window) {
     return dynamic_cast<Part*>(window);
@@ -88,7 +88,7 @@ struct Windows {
     IgnitionDebugWindow* frmIGNDebug = nullptr;
 };
 
-// Who takes the payload of an 'R' frame.
+// Takes the payload of an 'R' frame.
 class LiveDecoder {
 public:
     virtual ~LiveDecoder() = default;

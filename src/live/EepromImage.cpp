@@ -24,11 +24,11 @@ constexpr int kLastStep = 10;
 constexpr int kBytePause = 125;  // ms: an EEPROM write in the ECU has ended, and the reply of a read has come
 constexpr int kEdgePause = 100;
 constexpr int kOldestReply = 240;         // seconds
-constexpr std::size_t kTableSize = 1050;  // lines of a file that are looked at, from index 1 on
+constexpr std::size_t kTableSize = 1050;  // lines of a file that are read, from index 1 on
 
 constexpr std::string_view kDigits = "0123456789";
 
-// What stands still during a transfer.
+// Stops the poll and disables the buttons during a transfer.
 class Quiet {
 public:
     Quiet(FrmSarn2& window, bool pollAfterwards) : window_(window), pollAfterwards_(pollAfterwards) {
@@ -91,7 +91,7 @@ std::optional<int> secondsSince(std::string_view time, const platform::WallTime&
     return passed < 0 ? passed + kDay : passed;
 }
 
-// The wall clock as it would go on from now if nobody set it.
+// The time of day as it would go on from now if the clock were not set.
 class EepromImage::UnsetClock {
 public:
     explicit UnsetClock(const platform::EventPump& pump)

@@ -21,8 +21,9 @@
 namespace korvane::live {
 
 // Sets the clicks of btnBackup and btnUploadEEPROM. Each takes addresses 0 to 1010 byte by byte, 125 ms for each; every
-// tenth address comes up twice. Meanwhile the buttons that would mix their own frames with these are disabled and the
-// poll stands still; they are released on every way out. A main window that is closed ends either at the next byte.
+// tenth address is sent twice. Meanwhile the buttons that would mix their own frames with these are disabled and the
+// poll is stopped; both end with the transfer, however it ends. A main window that is closed ends either at the next
+// byte.
 class EepromImage {
 public:
     EepromImage(FrmSarn2& window, const core::EepromShadow& tables, core::EepromAccess& eeprom);

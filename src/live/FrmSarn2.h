@@ -1,4 +1,4 @@
-// The main window: the controls of the dashboard and of the connection, as the modules behind act on them.
+// The main window: the controls of the dashboard and of the connection.
 #pragma once
 
 #include "controls/Controls.h"
@@ -11,7 +11,8 @@
 
 namespace korvane::live {
 
-// Holds no logic of its own: the connection manager, the live update and the composition set the handlers.
+// Holds no logic of its own: link::Connection, live::LiveUpdate, trend::MainTrends and program::Program set the
+// handlers.
 class FrmSarn2 : public controls::Window, public link::ConnectionPanel {
 public:
     explicit FrmSarn2(platform::Machine& machine);

@@ -15,7 +15,7 @@ public:
     [[nodiscard]] const std::string& number() const { return number_; }  // the value as text
 
     [[nodiscard]] std::string_view mainProperty() const override { return "value"; }
-    // Told to observers when anything on the face changes.
+    // Observers are notified of it when anything on the face changes.
     [[nodiscard]] const void* faceProperty() const { return &number_; }
 
 protected:

@@ -23,7 +23,7 @@ constexpr double kOverrunRpm = 2000;
 constexpr double kOverrunThrottle = 2.0;
 constexpr double kCountsPerPercent = 2.56;  // of the injection's duty
 
-// Each step stands alone: one that fails is skipped and the next one runs.
+// Steps are independent: one that fails is skipped and the next one runs.
 template <class Step>
 void skippingErrors(Step step) {
     try {
@@ -32,7 +32,7 @@ void skippingErrors(Step step) {
     }
 }
 
-// What the text says, in the range of a float.
+// The number in the text, in the range of a float.
 double numberIn(std::string_view text) {
     if (text.empty() || text.find_first_not_of("0123456789+-.E") != std::string_view::npos) {
         throw platform::RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");

@@ -1,4 +1,4 @@
-// From the live channels to everything that shows or uses them.
+// Brings the live channels to everything that shows or uses them.
 #pragma once
 
 #include <cstdint>
@@ -38,7 +38,7 @@ public:
     LiveUpdate(FrmSarn2& window, const core::FirmwareIdentity& firmware, core::LiveTable& tables,
                link::Windows& windows, TrendSink& trends);
 
-    // Who else takes each frame; null for nobody.
+    // Others that take each frame; may be null.
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
     void setRowWriter(RowWriter* writer) { rowWriter_ = writer; }
 

@@ -75,7 +75,7 @@ void placeValues(FrmSarn2& window) {
     }
 }
 
-// The dials are as high as their type says.
+// The dials are square: their height follows their width.
 void placeInstruments(FrmSarn2& window) {
     window.SarnGauge3.Height = kDialSize;
     int left = kValuesLeft;

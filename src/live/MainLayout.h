@@ -1,4 +1,4 @@
-// Where the main window's controls stand, in twips, as scripts see them. A view lays them out for a person by itself.
+// The places of the main window's controls, in twips, as scripts see them. The view has a layout of its own.
 #pragma once
 
 #include "live/FrmSarn2.h"

@@ -51,7 +51,8 @@ public:
     [[nodiscard]] const DialLine& needle() const { return needle_; }
     [[nodiscard]] const DialLine& peakLine() const { return peakLine_; }
 
-    // The control stays square: its height follows its width, whichever of the two is assigned. A new size redraws.
+    // The control stays square: its height always becomes its width, whichever of the two is assigned. A new size
+    // redraws.
     void resize(int width) { Width = width; }
 
     // What a form stores of it, and how it comes back: ViisariLength is left out at 0.8 and reads as 0.7 when absent.

@@ -14,7 +14,7 @@ inline constexpr int kErrorOutOfMemory = 7;
 
 class LogBytes {
 public:
-    // What is larger is no log: the largest has 27 MB. A line that does not end within the second is none either.
+    // Bytes. A larger file is no log: the largest has 27 MB. A longer line is no line of a log.
     static constexpr std::size_t kLimit = std::size_t{256} << 20U;
     static constexpr std::size_t kLongestLine = std::size_t{16} << 20U;
 

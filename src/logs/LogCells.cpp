@@ -9,7 +9,7 @@ namespace korvane::logs {
 
 namespace {
 
-// Fits a byte, so that the sum of a block stays one and the compiler takes many characters at once.
+// At most 255, so that the count of a block fits a byte and the compiler can vectorise the loop.
 constexpr std::size_t kBlock = 240;
 
 std::uint8_t cellsBeginning(std::string_view line, std::size_t first, std::size_t end) {

@@ -11,8 +11,8 @@ namespace korvane::logs {
 
 [[nodiscard]] std::size_t countCells(std::string_view line);
 
-// The cell of a column, counted by blanks; empty if the line has fewer. Quick where the cells stand at the places at
-// which a writer puts them.
+// The cell of a column, counted by blanks; empty if the line has fewer. Quick where the cells are at the places where a
+// writer puts them.
 [[nodiscard]] std::string_view cellOf(std::string_view line, int column);
 
 }  // namespace korvane::logs

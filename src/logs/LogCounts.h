@@ -1,4 +1,4 @@
-// Where the rows of a running log are: what a person is told beside the box that switches it on.
+// Where the rows of a running log are, as shown beside the box that switches it on.
 #pragma once
 
 #include <cstdint>

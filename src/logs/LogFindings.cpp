@@ -47,7 +47,7 @@ bool areNuls(std::string_view text) {
     return text.find_first_not_of('\0') == std::string_view::npos;
 }
 
-// A line whose cells all end in a blank, but for the spare ones, holds none that run together.
+// In a line whose cells all end in a blank, but for the spare ones, no two cells are joined.
 bool hasLongCell(std::string_view line) {
     bool blanks = line.size() == kLineSize && areNuls(line.substr(kStored));
     for (std::size_t end = kCellSize - 1; blanks && end < kStored; end += kCellSize) {
@@ -68,7 +68,7 @@ bool endsInNuls(std::string_view line, std::size_t from) {
     return line.size() == kLineSize && areNuls(line.substr(from));
 }
 
-// NULs anywhere but in the cells that a row of either kind leaves alone.
+// NULs anywhere but in the cells that neither kind of row stores.
 bool hasNulRun(std::string_view line) {
     if (endsInNuls(line, kDebugStored)) {
         line = line.substr(0, kDebugStored);
@@ -82,7 +82,7 @@ bool isPattern(std::string_view cell) {
     return cell == "21845" || cell == "43690";
 }
 
-// The cells behind those of a debug row are empty at first, later those of an older row; then its words tell it.
+// The cells after those of a debug row are empty at first, later those of an older row; then its debug words show it.
 bool isDebugRow(std::string_view line) {
     return endsInNuls(line, kDebugStored) || isPattern(cellOf(line, kIgnitionColumn)) ||
            isPattern(cellOf(line, kSparkColumn));
@@ -94,7 +94,7 @@ bool hasOtherDecimal(std::string_view line, char decimal) {
     return at != std::string_view::npos && at > 0 && at + 1 < line.size() && line[at - 1] >= '0' && line[at - 1] <= '9';
 }
 
-// Whether the clock stood earlier than at the row before. Half a day back is midnight.
+// Whether the time is earlier than in the row before. A step back of half a day or more is midnight.
 bool goesBack(std::optional<int> before, std::optional<int> now) {
     return before && now && *now < *before && *before - *now < kDay / 2;
 }

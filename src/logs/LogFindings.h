@@ -1,4 +1,4 @@
-// What a person is told about a log that has been loaded. It only tells.
+// A text about a log that has been loaded, for the user. Changes nothing.
 #pragma once
 
 #include <string>

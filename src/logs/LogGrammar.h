@@ -1,15 +1,15 @@
-// The grammar of a log file. Nobody else knows it.
+// The grammar of a log file, defined only here.
 //
 //     12:00:00  892       85        21        13.8      1.02      ... 0         16        NNNNNNNNNNNNNNNNNNNN CR LF
 //     |         |         |         |         |         |             |         |         |         |
 //     0 Time    1 RPM     2 Twater  3 Tair    4 Voltage 5 MAP         23 Debug  24        25        26
 //
 // A line is 27 cells of ten characters with nothing between them, and CR LF: 272 bytes. A shorter text is padded with
-// blanks, a longer one is cut, so that one of ten characters runs into the next cell. A cell that nobody has stored
+// blanks, a longer one is cut, so that one of ten characters runs into the next cell. A cell that has never been stored
 // holds ten NULs (N). There is no header. Numbers have the decimal separator of the system's regional settings.
 //
-// A reader finds cells by the blanks between them alone: where two run together it sees one, and all that follow move
-// to the left.
+// A reader finds cells by the blanks between them alone: where two have no blank between them it reads one, and all
+// that follow move one column to the left.
 #pragma once
 
 #include <array>
@@ -40,7 +40,7 @@ inline constexpr std::array<std::string_view, 25> kColumnNames{
     "idlePID1", "BoostPID2", "K-type", "IgnAdv", "T1",      "T2",    "T3",         "T4",     "V1",
     "V2",       "V3",        "V4",     "Accel",  "Kartta",  "Debug", "updatespeed"};
 
-// What a reader takes at the most.
+// The largest table that a reader takes.
 inline constexpr int kReadColumns = 31;
 inline constexpr std::int32_t kReadRows = 100'000;
 

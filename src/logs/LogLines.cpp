@@ -31,7 +31,7 @@ bool LogLines::next(LogLine& line) {
     return found;
 }
 
-// A line feed is looked for once, however many lines end before it.
+// A line feed is searched once, however many lines end before it.
 std::size_t LogLines::findEnd() {
     const std::string_view text = bytes_.text();
     if (lineFeed_ < searched_ || (lineFeed_ < text.size() && text[lineFeed_] != '\n')) {

@@ -34,7 +34,7 @@ private:
     LogBytes& bytes_;
     std::function<bool()> readOn_;
     std::size_t begin_ = 0;
-    std::size_t searched_ = 0;  // no line end stands between begin_ and this place
+    std::size_t searched_ = 0;  // there is no line end between begin_ and this place
     std::size_t lineFeed_ =
         0;  // the first at or behind begin_ or, if there is none, the end of the bytes searched for it
     bool atEnd_ = false;

@@ -27,7 +27,7 @@ constexpr int kFirstCaption = 1;
 constexpr int kFirstWord = 11;
 constexpr int kLastCaptions = 14;
 
-// The file as it was before a batch, for a batch that fails. What is no regular file has no size to go back to.
+// The file's size before a batch, restored when the batch fails. What is no regular file has none.
 class SizeBefore {
 public:
     explicit SizeBefore(const fs::path& path) : path_(path) {
@@ -75,7 +75,7 @@ void LogWriter::chkDatalog_Click() {
     txtDatalogFile_.BackColor = on ? controls::kButtonFace : controls::kWindowBackground;
 }
 
-// By the letter: a name that begins with a slash leads into the folder as well.
+// Appended as text: a name that begins with a slash is in the folder too.
 std::string LogWriter::pathOfFile() const {
     return (machine_.folder / "").string() + txtDatalogFile_.Text.get() + ".txt";
 }

@@ -29,19 +29,19 @@ struct DebugCaptions {
 
 class LogWriter : public RowWriter {
 public:
-    // Sets the handlers of both controls. Whether a frame becomes a row is for its caller to say.
+    // Sets the handlers of both controls. The caller decides whether a frame becomes a row.
     LogWriter(platform::Machine& machine, core::SharedTables& tables, controls::CheckBox& chkDatalog,
               controls::TextBox& txtDatalogFile, LogCounts& counts);
 
-    // A row of the live channels. A cell that can't be stored is passed over. Allocates nothing.
+    // A row of the live channels. A cell that can't be stored is skipped. Allocates nothing.
     void writeLiveRow() override;
     // A row of the ignition debug window; columns 16 to 26 keep what the buffer held. RuntimeError 9 if logDataCount is
     // no row of the buffer.
     void writeDebugRow(const DebugCaptions& captions);
 
     // Appends the rows of the buffer to the file that is named now and empties the buffer, whether that works or not. A
-    // failure shows "Error saveLogData: ", its description and number; nothing of the batch is then in the file, unless
-    // the disk refuses that too.
+    // failure shows "Error saveLogData: ", its description and number; the file is then cut to the size before the
+    // batch, if the disk allows it.
     void saveLogData();
 
 private:

@@ -20,8 +20,8 @@ namespace {
 using core::LiveChannel;
 using platform::RuntimeError;
 
-constexpr double kRpmScale = 10;  // of the shown columns against the logged ones
-constexpr double kPressureScale = 100;
+constexpr double kRpmScale = 10;          // logged value / shown value
+constexpr double kPressureScale = 100;    // shown value / logged value
 constexpr std::uint32_t kUsualRate = 15;  // of a row that is alone in its second
 constexpr double kLiveSpeed = 16;
 
@@ -51,7 +51,7 @@ double inSinglePrecision(double value) {
     return static_cast<double>(static_cast<float>(value));
 }
 
-// Most texts are numbers that need no more than a look.
+// Most texts are plain numbers, which the quick path converts.
 double valOf(std::string_view text) {
     double number = 0;
     return isNumber(text, '.', number) ? number : core::val(text);

@@ -21,7 +21,7 @@
 
 namespace korvane::logs {
 
-// A text of the log, which lives until the next load, or a number.
+// A text of the log, valid until the next load, or a number.
 using LogCell = std::variant<std::string_view, double>;
 
 // How a cell becomes a number.
@@ -72,12 +72,12 @@ public:
     // The cell as text in UTF-8; numbers have the regional separator. Columns 0 to 30, rows 0 (the names) to 100000;
     // any other raises RuntimeError 9. A cell that the file has not got is "0".
     [[nodiscard]] std::string TData(int column, int row) const;
-    // The same cell as it is.
+    // The same cell, not converted to text.
     [[nodiscard]] LogCell Data(int column, int row) const;
     // The same cell by the regional settings: RuntimeError 13 for a text that is no number, 6 for one too large.
     [[nodiscard]] double number(int column, int row) const;
 
-    // All cells of a column at once, converted when they are first asked for. Lives until the next load. RuntimeError 9
+    // All cells of a column at once, converted when they are first asked for. Valid until the next load. RuntimeError 9
     // for a column that does not exist.
     [[nodiscard]] const LogColumn& column(int column, CellReading reading) const;
 
@@ -92,7 +92,7 @@ public:
     [[nodiscard]] double getSimSpeed() const;
     [[nodiscard]] std::int32_t replayRow() const { return replayRow_; }
 
-    // For whoever tells about the file.
+    // For code that reports on the file.
     [[nodiscard]] const LogLoad& lastLoad() const { return load_; }
     [[nodiscard]] char decimal() const { return decimal_; }
     // Rows that have cells: ItemCount, and the failing row if it came that far.
@@ -100,7 +100,7 @@ public:
     // A stored row as the file has it, without its line end.
     [[nodiscard]] std::string_view line(std::int32_t row) const;
 
-    // Told while a load goes on, from block to block: bytes read, and the file's size.
+    // Called during a load, for each block: bytes read, and the file's size.
     std::function<void(std::uintmax_t read, std::uintmax_t size)> loading;
 
 private:

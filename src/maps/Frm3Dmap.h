@@ -26,9 +26,10 @@ public:
 
     // Stored for the next Update3D.
     void setMapSizes(std::int16_t columns, std::int16_t rows);
-    // Any number that is not fuel's or PWM's is ignition; 99 keeps the table on show. A failure ends in the debug log.
+    // Any number that is not fuel's or PWM's is ignition; 99 keeps the table that is shown. A failure is written to the
+    // debug log.
     void Update3D(std::int32_t mapNumber);
-    // The table on show, as Update3D had it; 0 before the first.
+    // The number of the table that is shown, as passed to Update3D; 0 before the first call.
     [[nodiscard]] std::int32_t mapNumber() const { return mapNumber_; }
     // What btnShow3D does.
     void open();

@@ -13,7 +13,7 @@ constexpr MapVariant kVariant{{"frmMaps", "Korvane Tuner, Maps "},
                               Pointing::Keys,
                               "Trace map route"};
 
-// Where things stand while they are in sight, twips.
+// Places of the visible panes, twips.
 constexpr int kFirstButton = 4000;
 constexpr int kSecondButton = 6000;
 constexpr int kFrameTop = 3600;

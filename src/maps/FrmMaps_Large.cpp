@@ -18,7 +18,7 @@ constexpr MapVariant kVariant{{"frmMaps_Large", "Korvane Tuner, Maps, Large "},
 
 constexpr std::array kPageCaptions{"Fuel", "Ignition", "PWM", "Injection analyser"};
 
-// Of the page on show, twips.
+// Of the page that is shown, twips.
 struct Place {
     int left, top, width, height;
 };

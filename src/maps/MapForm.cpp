@@ -114,7 +114,7 @@ bool MapForm::Form_Unload() {
     return PaneWindow::Form_Unload();
 }
 
-// A block takes the key instead of the cell, whether the grid has the cell or not.
+// With a block selected the key acts on the block, so that the cell need not be in the grid.
 void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);
     const int pressed = hasBlock(fuel) ? fuel.SelFirst - 1 : cell;

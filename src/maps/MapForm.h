@@ -1,4 +1,4 @@
-// A map window at work: the body that frmMaps and frmMaps_Large share.
+// The common part of the map windows frmMaps and frmMaps_Large.
 #pragma once
 
 #include "controls/PictureBox.h"
@@ -22,7 +22,7 @@ struct MapVariant {
     std::string_view traceCaption;
 };
 
-// Where a frame or a page stands that is out of sight, twips.
+// The left edge of a frame or page that is hidden, twips.
 inline constexpr int kAway = -20000;
 
 // The order of the panes is that of the first reads: misc, fuel, ignition, PWM.

@@ -49,7 +49,7 @@ protected:
     [[nodiscard]] std::uint64_t orders() const { return orders_; }
 
 private:
-    // The first one last. Few at any time, so that inserting into the row beats a tree.
+    // The first one last. There are few at any time, so that a sorted vector is faster than a tree.
     using Entries = std::vector<Entry>;
 
     std::uint64_t orders_ = 0;

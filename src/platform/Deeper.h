@@ -3,7 +3,7 @@
 
 namespace korvane::platform {
 
-// One more for as long as it lives.
+// Adds one to a count while the object exists.
 class Deeper {
 public:
     explicit Deeper(int& depth) : depth_(depth) { ++depth_; }

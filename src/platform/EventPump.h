@@ -23,9 +23,9 @@ public:
     virtual void cancel() = 0;
 };
 
-// Program: handlers of the program, which stand still while the program blocks and while a message box is shown.
-// Command: orders from outside, of a script or the system; they stand still while the program blocks. Device: what
-// happens outside the program (a byte travels down a line in memory); it may always run and calls no handler.
+// Program: handlers of the program, which do not run while the program blocks or while a message box is shown.
+// Command: orders from outside, of a script or the system; they do not run while the program blocks. Device: what
+// happens outside the program (a byte arrives on a line in memory); it may always run and calls no handler.
 enum class AlarmKind { Program, Command, Device };
 
 class EventPump {

@@ -46,7 +46,7 @@ std::string contentOf(const Lines& lines) {
     return content;
 }
 
-// A line as far as it carries meaning: without blanks at its ends and the first half of a Windows line end.
+// A line without the blanks at its ends and without the CR of a Windows line end.
 std::string_view meaningOf(std::string_view line) {
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
@@ -85,7 +85,7 @@ std::string lineOf(std::string_view name, std::string_view text) {
     return std::string(name).append("=").append(quote).append(text).append(quote);
 }
 
-// Where a value stands in the lines, or where it would go.
+// The place of a value among the lines, or the place to insert it.
 struct Place {
     std::optional<std::size_t> line;  // of the value
     std::optional<std::size_t> end;   // behind the last used line under the key

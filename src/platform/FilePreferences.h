@@ -6,7 +6,7 @@
 //     [Ports]
 //     COM3=/dev/ttyUSB0
 //
-// The key stands in brackets, one `name=text` line under it for each value. Upper and lower case of keys and names
+// The key is in brackets, with one `name=text` line under it for each value. Upper and lower case of keys and names
 // count as the same. Blanks around a name and a text are left out, unless the text stands in double quotes.
 #pragma once
 

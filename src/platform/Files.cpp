@@ -30,7 +30,7 @@ std::string randomDigits() {
     return digits;
 }
 
-// Where a write to `path` arrives: the end of the links, whether there is a file or not.
+// What a write to `path` would reach: the end of a chain of links, whether there is a file or not.
 fs::path withoutLinks(fs::path path, std::error_code& error) {
     for (int link = 0; link < kMostLinks; ++link) {
         if (!fs::is_symlink(fs::symlink_status(path, error))) {
@@ -142,7 +142,7 @@ std::error_code moveFile(const fs::path& from, const fs::path& to) {
             fs::remove(to, kept);
         }
     } else if (error != std::errc::file_exists) {
-        // Not every disk has a second name for a file, nor every user the right to one.
+        // Not every file system has hard links, and not every user may make one.
         fs::rename(from, to, error);
     }
     return error;

@@ -20,8 +20,8 @@ namespace korvane::platform {
 using FileSink = std::function<void(std::string_view)>;
 using FileContent = std::function<void(const FileSink&)>;
 
-// Puts `content` in the place of the file at `path`, or makes the file, in one step: whoever looks, at any moment,
-// finds the old content, or no file, or the new content whole. The old file's permissions stay. A link stays, and what
+// Replaces the file at `path` by `content`, or makes the file, in one step: a reader finds at any moment the old
+// content, or no file, or the whole new content. The old file's permissions stay. A link stays, and what
 // it leads to is replaced. What is no regular file, is marked read-only or can't be written is not replaced. Nothing is
 // changed on failure; the result says why with the value of an errno, and is false (no error) when it is done.
 //
@@ -41,7 +41,7 @@ using FileContent = std::function<void(const FileSink&)>;
 inline constexpr std::string_view kHexDigits = "0123456789abcdef";
 inline constexpr std::size_t kUnusedDigits = 12;
 
-// A name in `folder` that no file bears: `stem` with kUnusedDigits hexadecimal digits behind it.
+// A name in `folder` that no file has: `stem` with kUnusedDigits hexadecimal digits behind it.
 [[nodiscard]] std::filesystem::path unusedName(const std::filesystem::path& folder, std::string_view stem);
 
 }  // namespace korvane::platform

@@ -23,7 +23,7 @@ bool isInsideCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// What the names of all files in the making for `place` begin with.
+// The common beginning of the names of all temporary files for `place`.
 std::string stemOf(const fs::path& place) {
     std::string name = place.filename().string();
     std::size_t size = kLongestName - kMark.size() - kUnusedDigits;
@@ -71,7 +71,7 @@ NewFile::~NewFile() {
     }
 }
 
-// Before the first byte: nobody reads what the old file would not have let him read.
+// Before the first byte is written: nobody may read what the permissions of the old file would forbid.
 void NewFile::keepPermissions() {
     std::error_code error;
     const fs::file_status status = fs::status(place_, error);

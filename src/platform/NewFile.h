@@ -1,4 +1,4 @@
-// A file in the making, beside the one whose place it takes when it is whole.
+// A temporary file beside the file that it replaces when it is complete.
 #pragma once
 
 #include <cstdio>
@@ -9,7 +9,7 @@
 
 namespace korvane::platform {
 
-// The first failure ends the making; takePlace() tells it. A file that has not taken its place goes away with the
+// The first failure ends the writing; takePlace() returns it. A file that has not taken its place is deleted with the
 // object.
 class NewFile {
 public:

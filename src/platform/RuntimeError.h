@@ -7,8 +7,8 @@
 
 namespace korvane::platform {
 
-// what() is the description a user sees; number() the one that goes with it in a message. A failure inside a handler
-// travels as this type to the handler's own trap, or to the door through which the event came in.
+// what() is the description that a user sees, number() the number beside it in a message. A failure inside a handler is
+// caught as this type by the handler itself or, at the latest, by Window::enter().
 class RuntimeError : public std::runtime_error {
 public:
     RuntimeError(int number, const std::string& description, std::string source = {})

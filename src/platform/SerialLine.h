@@ -27,14 +27,14 @@ public:
     virtual void open(int port, int baud, LineListener& listener) = 0;
     virtual void close() = 0;
 
-    // The device that COM`port` stands for, for people: "/dev/ttyUSB0, USB serial adapter". Empty if there is none now.
+    // The device that COM`port` means, for people: "/dev/ttyUSB0, USB serial adapter". Empty if there is none now.
     [[nodiscard]] virtual std::string deviceOf(int port) = 0;
 
     virtual void write(std::span<const std::uint8_t> bytes) = 0;
     // Bytes written that have not left the machine yet.
     [[nodiscard]] virtual std::size_t pendingOutput() = 0;
 
-    // Whether bytes come in whether or not the program can follow. What is put on a line in memory is there on purpose.
+    // Whether bytes may come in faster than the program can handle them. On a line in memory all bytes are wanted.
     [[nodiscard]] virtual bool mayFlood() const { return true; }
 
     // The line's rate, read from the open device; setBaud returns false if the device refuses the rate.

@@ -7,7 +7,7 @@ namespace korvane::platform {
 
 class StderrLog : public DebugLog {
 public:
-    // Looks at the environment once, here.
+    // Reads the environment once, here.
     StderrLog();
 
     void write(std::string_view line) override;

@@ -64,7 +64,7 @@ void TappedLine::lineLost(const std::string& reason) {
     }
 }
 
-// Flushed with each chunk, so that a look at the file shows the line as it is.
+// Flushed with each chunk, so that the file is up to date whenever it is read.
 void TappedLine::trace(char direction, std::span<const std::uint8_t> bytes) {
     if (!trace_.is_open() || bytes.empty()) {
         return;

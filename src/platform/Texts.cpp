@@ -7,7 +7,7 @@ namespace korvane::platform {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
-// The bytes of U+00C0 to U+00DE, the accented capitals; their small letters lie 32 further on.
+// The bytes of U+00C0 to U+00DE, the accented capitals; their small letters are 32 higher.
 constexpr char kLatinLead = '\xC3';
 constexpr char kFirstCapital = '\x80';
 constexpr char kLastCapital = '\x9E';

@@ -1,4 +1,4 @@
-// A moment of the calendar, local time, as clocks on walls and file names show it.
+// A date and time of day, local time, as captions and file names show it.
 #pragma once
 
 #include <compare>

@@ -4,7 +4,7 @@
 //   count   of bytes, in the same form
 //   bytes   as written
 //
-// One write behind the other, without anything between them.
+// The writes follow each other without anything between them.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ public:
 
     static constexpr std::size_t kLimit = std::size_t{1} << 20U;  // bytes of the record
 
-    // Times never decrease. A write without bytes leaves no trace. The oldest writes go when the limit is passed; the
+    // Times never decrease. A write without bytes is not recorded. The oldest writes go when the limit is passed; the
     // newest always stays.
     void add(std::int64_t milliseconds, std::span<const std::uint8_t> bytes);
 

@@ -1,4 +1,4 @@
-// Which map window opens, and how long each lives.
+// Opens the right map window, and owns the map windows.
 #pragma once
 
 #include <memory>
@@ -11,8 +11,8 @@
 
 namespace korvane::program {
 
-// Each opening makes a window anew, so that it starts as designed; frmMaps is one at a time. The newest is the one that
-// the dispatcher, the live update and the analyser know.
+// Each opening makes a window anew, so that it starts as designed; there is one frmMaps at a time. The dispatcher, the
+// live update and the analyser use the newest.
 class MapWindows {
 public:
     MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows);

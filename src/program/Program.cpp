@@ -16,7 +16,7 @@ namespace {
 constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
-constexpr int kQuitPatience = 60;  // steps; the orderly close takes a second
+constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
 
 }  // namespace
 
@@ -77,7 +77,8 @@ void Program::quit() {
         machine_.pump.wait(kQuitStep);
     }
     if (!ended_) {
-        // The port was closed past the button, and the button fails to open it again: the window goes all the same.
+        // The port was closed without the button, and the button fails to open it again: the window is unloaded all the
+        // same.
         frmSarn2_.isConnected = false;
         static_cast<void>(frmSarn2_.unload());
     }

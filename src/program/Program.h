@@ -25,19 +25,19 @@
 
 namespace korvane::program {
 
-// Runs on any machine. Everything it owns lives as long as it does; it must outlive every handler that is running.
+// Runs on any machine. Everything it owns exists as long as it does; it must outlive every handler that is running.
 class Program {
 public:
     explicit Program(platform::Machine& machine);
 
-    // Creates the main window; all else follows from its load.
+    // Creates and loads the main window; its load starts everything else.
     void start();
     // Connects to COM`port` as the tuner would.
     void connectTo(int port);
     // Closes the main window as its close box does, and returns when the program has ended.
     void quit();
     [[nodiscard]] bool ended() const { return ended_; }
-    controls::Event<> Ended;  // the main window has gone
+    controls::Event<> Ended;  // the main window has been unloaded
 
     [[nodiscard]] core::SharedTables& tables() { return tables_; }
     [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }

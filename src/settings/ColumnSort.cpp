@@ -82,7 +82,7 @@ bool setTime(std::string_view text, platform::WallTime& moment) {
     return setParts(moment, {&WallTime::hour, &WallTime::minute, &WallTime::second}, parts, 2);
 }
 
-// A moment that is in no calendar, such as the 30th of February, comes back as another one.
+// A date that does not exist, such as the 30th of February, is converted to another one.
 bool exists(const platform::WallTime& moment) {
     return moment.month >= 1 && moment.month <= 12 && moment.day >= 1 && moment.day <= 31 &&
            platform::wallTimeOf(platform::secondsOf(moment)) == moment;

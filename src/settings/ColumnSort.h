@@ -1,4 +1,4 @@
-// Sorting a list by a column's head.
+// Sorts a list by a column.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace korvane::settings {
 // number or date sorts by its own text. RuntimeError 9 for a column that does not exist.
 void sortByColumn(controls::ListView& list, int column);
 
-// Texts that sort as plain texts in the order of what they stand for; nothing for another text.
+// Keys: texts whose plain order is that of the values. Nothing for a text that is no such value.
 
 // Digits with an optional sign and point, 30 on either side of the point. A negative number has the complements of its
 // digits behind a blank, which stands before all digits.

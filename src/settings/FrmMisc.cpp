@@ -112,7 +112,7 @@ void FrmMisc::Form_KeyDown(int keyCode, int shift) {
     }
 }
 
-// Others call these two past the window's door, and events run in the first.
+// These two are called without Window::enter(), and events run in the first.
 void FrmMisc::LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) {
     const Stay stay(*this);
     replies_.LoadMisc2(payload, handled);
@@ -141,7 +141,7 @@ void FrmMisc::btnReadFromFile_Click() {
     }
 }
 
-// The values are only shown: the maps' windows stay as they are, and each group's button sends its own.
+// The values are only shown: the map windows do not change, and each group's button sends its own values.
 void FrmMisc::loadFile(const std::string& path) {
     const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) { UpdateReadEE(value, addr, is16); };
     const int status = core::LoadSettingsFile(path, context_.tables, take, machine().dialogs);
@@ -150,7 +150,7 @@ void FrmMisc::loadFile(const std::string& path) {
     }
 }
 
-// The ECU takes the throttle's present value by itself. A closed port is the serial control's own failure.
+// The ECU measures the throttle itself. With the port closed the serial control raises its own failure.
 void FrmMisc::calibrateThrottle(std::uint8_t command) {
     trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
 }

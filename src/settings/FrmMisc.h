@@ -16,8 +16,8 @@
 
 namespace korvane::settings {
 
-// One for the whole run: its close box hides it. It takes replies from its creation on, also before it is loaded; a
-// full read begins 100 ms after its load.
+// There is one for the whole run: its close box hides it. It takes replies from its creation on, also before it is
+// loaded; a full read begins 100 ms after its load.
 class FrmMisc : public MiscControls, public link::SettingsWindow {
 public:
     FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,

@@ -1,4 +1,4 @@
-// The read of all settings, which the user starts or the opening of the window.
+// The read of all settings, started by the user or by the opening of the window.
 #pragma once
 
 #include "fields/Reader.h"

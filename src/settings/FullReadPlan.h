@@ -10,7 +10,7 @@ inline constexpr int kFullReadPause = 150;  // ms
 inline constexpr fields::Captions kFullReadCaptions{"Receiving data from target device!:  Loading.. ",
                                                     "Receiving data from target device!:  Received 100%"};
 
-// The percentages do not rise steadily. The poll stands still.
+// The percentages do not rise steadily. The poll is stopped meanwhile.
 [[nodiscard]] fields::ReadPlan fullReadPlan();
 
 }  // namespace korvane::settings

@@ -1,4 +1,4 @@
-// What the parts of the settings window work on.
+// What the parts of the settings window use.
 #pragma once
 
 #include "core/EepromAccess.h"
@@ -9,7 +9,7 @@
 
 namespace korvane::settings {
 
-// All of it lives as long as the window.
+// All of it outlives the window.
 struct MiscContext {
     MiscControls& window;
     core::SharedTables& tables;

@@ -28,7 +28,7 @@ constexpr Stepping kVoltKeys{50};
 constexpr Stepping kAccelKeys{100, nullptr};
 constexpr Stepping kAlsKeys{15};
 
-// Of the four voltage cells only the first is read singly; the settings block has them all.
+// Of the four voltage cells only the first is read by its address; the settings block has them all.
 std::vector<Field> engineFields(MiscControls& w, core::SharedTables& tables) {
     return {
         {&A::CHARGE_TIME_OFF, w.txtchargetime, kFiftieths, kChargeTimeKeys},
@@ -63,7 +63,7 @@ std::vector<Field> engineFields(MiscControls& w, core::SharedTables& tables) {
     };
 }
 
-// The two rows of the lambda correction come with a block of their own.
+// The two rows of the lambda correction arrive in a block of their own.
 std::vector<Field> limitFields(MiscControls& w) {
     return {
         {&A::ALS_ADV_OFF, w.txtALS_ign_retard, kRetardDegrees, kAlsKeys},

@@ -9,7 +9,7 @@
 
 namespace korvane::settings {
 
-// In the order in which a reply is matched. Both live longer than the rows.
+// In the order in which a reply is matched. Both arguments must outlive the rows.
 [[nodiscard]] std::vector<fields::Field> miscFields(MiscControls& window, core::SharedTables& tables);
 
 }  // namespace korvane::settings

@@ -8,14 +8,14 @@ namespace {
 
 using controls::Control;
 
-constexpr int kPageLeft = 50;  // twips, of the page on show
+constexpr int kPageLeft = 50;  // twips, of the page that is shown
 constexpr int kPageTop = 50;
 constexpr int kAway = -20000;
 constexpr int kPageWidth = 7600;
 constexpr int kPageHeight = 5600;
 constexpr int kGap = 60;
 constexpr int kFrameWidth = 7400;
-constexpr int kFrameHead = 330;  // the caption, and the heads of columns beneath it
+constexpr int kFrameHead = 330;  // twips: the caption, and the column headers below it
 constexpr int kLine = 285;
 
 // Places controls from left to right, row below row.

@@ -1,4 +1,4 @@
-// The parameters of the settings window that are shown or stored in a way of their own.
+// The parameters of the settings window that need special functions to be shown or stored.
 #pragma once
 
 #include "core/tables/SharedTables.h"

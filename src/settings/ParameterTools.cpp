@@ -103,7 +103,8 @@ void ParameterTools::Command1_Click() {
     });
 }
 
-// A reply may change the boxes between the two calls, as a row with the mark of a word lets events run.
+// All boxes are read before the first write: the write of a row marked as 16 bits lets events run, and a reply may
+// change the boxes.
 void ParameterTools::btnWriteEE16bit_Click() {
     trapped([this] {
         const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");

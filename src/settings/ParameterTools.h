@@ -12,13 +12,13 @@
 
 namespace korvane::settings {
 
-// Sets the handlers of its controls. The raw tools test nothing: what does not fit its target ends in one message box,
-// and what was sent before stays so.
+// Sets the handlers of its controls. The raw tools check nothing: a value that does not fit its target ends in one
+// message box, and what was sent before stays sent.
 class ParameterTools {
 public:
     ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom);
 
-    // A channel has got another name.
+    // Called when a channel has been renamed.
     std::function<void()> channelRenamed;
 
     // Fills the lists of parameters and of channels and picks the first channel. Called when the window loads.
@@ -35,7 +35,7 @@ private:
 
     // RuntimeError 6, with a sentence for the user, for a number that its target can't hold.
     [[nodiscard]] std::int16_t address() const;
-    // Runs one of the raw tools; a failure of it shows the message box.
+    // Runs one of the raw tools; a failure is shown in a message box.
     template <class Tool>
     void trapped(Tool&& tool);
 

@@ -29,7 +29,7 @@ void Replies::UpdateReadEE(std::int32_t value, int addr, bool is16) {
 }
 
 void Replies::LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) {
-    // The pauses let more frames in, for which the line has but one buffer.
+    // A copy: the pauses let more frames be handled, and those may overwrite the payload.
     const std::vector<std::uint8_t> block(payload.begin(), payload.end());
     auto& window = context_.window;
     window.TimeOutCount = 0;

@@ -1,4 +1,4 @@
-// What the ECU, or a settings file, says of a setting, on its way to the control that shows it.
+// Brings values of settings from the ECU or a settings file to the controls that show them.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ class Replies {
 public:
     Replies(const MiscContext& context, fields::Fields& fields);
 
-    // As fields::Fields::take(); what no row answers to goes to TextArvo.
+    // As fields::Fields::take(); a value that no row takes is shown in TextArvo.
     void UpdateReadEE(std::int32_t value, int addr, bool is16);
 
     // The settings block, 19 bytes:
@@ -22,10 +22,10 @@ public:
     //     0 acceleration pump, 10 cells   10 start help   11 choke   12 voltage, 4 cells   16 charge time
     //     17 throttle closed   18 throttle fully open
     //
-    // Takes 600 ms in which the poll stands still. RuntimeError 9 at the first byte that is missing.
+    // Takes 600 ms, in which the poll is stopped. RuntimeError 9 at the first byte that is missing.
     void LoadMisc2(std::span<const std::uint8_t> payload, bool& handled);
 
-    // Marks the acceleration cell in use, 0 to 9; any other index leaves the mark where it is.
+    // Marks the acceleration cell in use, 0 to 9; any other index does not move the mark.
     void MarkAccelCell(int index);
 
 private:

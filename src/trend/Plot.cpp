@@ -26,7 +26,7 @@ constexpr int kLegendGapRightScale = 400;
 constexpr int kLegendStep = 350;
 constexpr int kLegendLineStep = 150;
 constexpr std::size_t kRowsAtOnce = 512;
-constexpr Color kFrameColor = 0xF0F0F0;  // the button face, on a surface that knows no palette
+constexpr Color kFrameColor = 0xF0F0F0;  // the system's button face; a drawing has fixed colours
 
 constexpr std::array<Color, kPlotSeries> kColors{controls::kWhite, controls::kYellow, controls::kRed, controls::kCyan,
                                                  controls::kMagenta};

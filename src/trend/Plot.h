@@ -33,7 +33,7 @@ struct PlotScale {
     bool ToRight = false;  // rows run from the left edge rightwards
 };
 
-// Where the plot stands on its surface, twips.
+// The place of the plot on its surface, twips.
 struct PlotFrame {
     int left, right, top, bottom;
     int zeroLift;  // how far zero lies from the bottom, downwards
@@ -42,8 +42,8 @@ struct PlotFrame {
     [[nodiscard]] double zero() const { return bottom + zeroLift; }
 };
 
-// The values of one series, of any length, lent for a draw. The first stands `firstRow` rows from the edge at which
-// rows begin, the right one by default; the others follow.
+// The values of one series, of any length, which must exist during the draw. The first is `firstRow` rows from the edge
+// at which rows begin, the right one by default; the others follow.
 struct PlotColumn {
     std::span<const double> values;
     std::size_t firstRow = 0;

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] const std::string& name(int series) const { return at(series).name; }
     [[nodiscard]] const std::string& unit(int series) const { return at(series).unit; }
 
-    // The newest sample goes to row 2; all others move one row up, and the one in row 400 falls out.
+    // The newest sample gets row 2; all others move one row up, and the one in row 400 is dropped.
     void push(double value, int series);
 
     [[nodiscard]] double value(int series, int row) const;
@@ -35,7 +35,8 @@ private:
     static constexpr std::size_t kSamples = kLastRow - kNewestRow + 1;
     static constexpr std::size_t kRoom = 8 * kSamples;
 
-    // The rows lie together and begin at `head`, which walks down through the room, so that a push moves nothing.
+    // The rows are contiguous and begin at `head`, which moves down through a larger buffer, so that a push copies
+    // nothing.
     struct Series {
         std::string name;
         std::string unit;

@@ -11,7 +11,7 @@ namespace korvane::trend {
 
 class cTrendline {  // NOLINT(readability-identifier-naming)
 public:
-    std::int32_t DrawPoints = 300;  // kept, not used by the draw
+    std::int32_t DrawPoints = 300;  // not used
     std::int16_t maxY = 100;        // value at the top of the plot
     std::int16_t minY = 0;          // negative: a tenth of the plot's height is kept free below zero
     std::int16_t Resolution = 10;   // steps of the value grid

@@ -1,10 +1,10 @@
-// What screen readers hear of the widgets that the views paint themselves.
+// Accessibility of the widgets that the views paint themselves.
 #pragma once
 
 namespace korvane::views {
 
-// Readouts speak as texts, lamps as indicators that are on or off, dials and gauges as dials, pictures as charts, map
-// grids as tables. Once for the application; again does nothing.
+// Readouts are texts, lamps are indicators that are on or off, dials and gauges are dials, pictures are charts, map
+// grids are tables. To be called once for the application; a second call does nothing.
 void installAccessibility();
 
 }  // namespace korvane::views

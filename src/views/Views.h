@@ -1,11 +1,11 @@
-// The windows' views, as one.
+// Registers the views of all windows.
 #pragma once
 
 #include "views/frame/ViewHost.h"
 
 namespace korvane::views {
 
-// Makes the views of all windows of the program known to the host, and what they paint known to screen readers.
+// Registers the views of all windows with the host, and the painted widgets with the toolkit's accessibility.
 void addViews(ViewHost& host);
 
 }  // namespace korvane::views

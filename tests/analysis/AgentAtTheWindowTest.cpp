@@ -101,7 +101,7 @@ TEST_F(AgentAtTheWindow, ABlockThatTheTunerHoldsTakesTheKey) {
     expectMap({{20, 56}, {98, 86}, {99, 87}, {100, 87}, {101, 87}, {102, 86}});
 }
 
-// The share of cell 150 goes to cell 166, which the window has not got.
+// The share of cell 150 goes to cell 166, which the window does not have.
 TEST_F(AgentAtTheWindow, TheLastRowIsCorrectedLikeAnyOther) {
     openPort();
     gather(150, 0.05F);

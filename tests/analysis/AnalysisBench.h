@@ -14,7 +14,7 @@
 
 namespace korvane::analysis {
 
-// A key changes the map as that of a grid does. What lies beyond the window's cells is passed over.
+// A key changes the map as that of a grid does. Cells outside the window's map are skipped.
 class NotingMap : public maps::TunedMap {
 public:
     explicit NotingMap(core::SharedTables& tables) : tables_(tables) {}

@@ -15,8 +15,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-// Neighbours stand far enough below each other that no smoothing comes in between unless a test asks for it: rising
-// down the columns, level along the rows.
+// Neighbours differ so that there is no smoothing unless a test asks for it: rising down the columns, level along the
+// rows.
 class TuningAgentTest : public AnalysisBench {
 protected:
     TuningAgentTest() {
@@ -325,7 +325,7 @@ TEST_F(TuningAgentTest, TheClockRunsEvery300MillisecondsWhileItIsOn) {
     EXPECT_THAT(window_.lamps, ElementsAre("green", "green", "grey"));
 }
 
-// 300 ms to the look, whose second step begins 50 ms later: it is made, under the grey lamp.
+// 300 ms to the pass, whose second step begins 50 ms later: it is made, with the grey lamp.
 TEST_F(TuningAgentTest, StoppedInTheMiddleOfALookItFinishesTheLookUnderTheGreyLamp) {
     analyser_.setSimpleMode(true);
     gather(20, 41, 13.0F);
@@ -355,7 +355,7 @@ TEST_F(TuningAgentTest, AWindowThatClosesInTheWaitIsNotTouchedAgain) {
     EXPECT_THAT(window_.journal, ElementsAre("online", "key 20 187 0"));
 }
 
-// Ticks come inside the waits of the looks before them.
+// Ticks come inside the waits of the passes before them.
 TEST_F(TuningAgentTest, LooksInsideEachOthersWaitsEnd) {
     analyser_.setSimpleMode(true);
     for (int cell = 0; cell < 150; ++cell) {
@@ -461,7 +461,7 @@ TEST_F(SmoothingTest, ColumnFourIsTheLastLowOne) {
     EXPECT_EQ(map(86), 88);
 }
 
-// Column 14 is compared downwards; the row above it is kept from following.
+// Column 14 is compared downwards; the row above it must not be smoothed too.
 TEST_F(SmoothingTest, RowOneIsTheLastThatMeetsHalfWay) {
     map(14) = 50 + 11;  // 5 above row 1 at 56 stays
     map(31) = 56 + 5;   // keeps its row level

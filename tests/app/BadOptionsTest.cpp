@@ -1,4 +1,4 @@
-// What the program says of options that it can't take.
+// What the program reports about options that it can't take.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>

@@ -1,4 +1,4 @@
-// A device that sends without end and without a limit: the windows go on painting, and others have their turn.
+// A device that sends without end and as fast as it can: the windows are still painted, and other events run.
 #include <QTimer>
 #include <QWidget>
 
@@ -18,7 +18,7 @@ namespace {
 using support::Bytes;
 using support::frame;
 
-// Sends the same bytes again and again, as fast as they are taken, for as long as it lives.
+// Sends the same bytes again and again, as fast as they are taken, while it exists.
 class Flood {
 public:
     Flood(const ecu::Pty& pty, Bytes bytes)

@@ -131,7 +131,7 @@ TEST_F(HeadlessRun, SurvivesAnyInput) {
     EXPECT_THAT(outcome.output, HasSubstr("ok 0\n"));
 }
 
-// With windows, on a display that nobody sees: a message box at the start must not stand for ever.
+// With windows, on a display that nobody sees: a message box at the start must not stay open.
 TEST(DisplayRun, IsNotHeldUpByAMessageBoxThatNobodyCanAnswer) {
     const TempFolder folder;
     const auto picture = (folder.path() / "main.png").string();

@@ -70,7 +70,7 @@ TEST_F(KeyboardStory, APulledCableIsToldOnceAndConnectingWorksAgain) {
     EXPECT_THAT(messages[0].text, HasSubstr("  Error "));
     EXPECT_EQ(window_.btnConnect.Caption.get(), "Connect");
 
-    // Nothing is there now, and the reason is told; once it is back, the port opens.
+    // The device is missing, and the message says so; once it is back, the port opens.
     press(Qt::Key_Space);
     EXPECT_FALSE(window_.isConnected);
     EXPECT_EQ(dialogs_.takeMessages().size(), 1U);

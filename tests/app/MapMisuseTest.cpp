@@ -1,4 +1,4 @@
-// Map windows that get what no careful tuner types and no sound ECU sends.
+// Map windows with input that no careful user types and no working ECU sends.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-// The replies to a script at an open map window, on a line on which nobody answers. An ECU with
+// The replies to a script at an open map window, on a line without a device. An ECU with
 // all features has told who it is and sent a misc block: 8500 and 9000 turns a minute, bits 0, 5 and 15, offsets 10 and
 // 153, the longer opening.
 std::vector<std::string> repliesAtMaps(const std::string& script) {

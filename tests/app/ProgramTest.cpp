@@ -204,7 +204,7 @@ TEST(ProgramLive, ChannelsThatAnOlderFirmwareDoesNotSendKeepTheirValues) {
     EXPECT_EQ(program.window.lblValue(11).Caption.get(), "17");
 }
 
-// Decoded up to the byte that it lacks, and shown by nobody.
+// Decoded up to the byte that is missing, and not shown.
 TEST(ProgramLive, AFourteenByteFrameSetsChannel8AndUpdatesNoDisplay) {
     VirtualProgram program;
     program.connect();

@@ -1,4 +1,4 @@
-// What is no file, never ends or has nobody at its other end: refused at once.
+// What is no file, has no end or has no writer is refused at once.
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Disks that take no more and pipes that nobody reads: the program says so and goes on.
+// Full disks and pipes without a reader: the program reports it and goes on.
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>

@@ -25,7 +25,7 @@ protected:
     TempFolder folder_;
 };
 
-// Standard input is not read: what stands there would fail.
+// Standard input is not read: its commands would fail.
 TEST_F(RunModes, AScriptRunsToItsEndInEveryMode) {
     const auto script =
         folder_.write("script", "# two commands\nset frmSarn2.Tag \"seen\"\nget frmSarn2.Tag\n").string();

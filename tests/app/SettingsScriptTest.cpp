@@ -1,4 +1,4 @@
-// A tuner's evening at the settings window as a script: read all, change a value of each group, save each, read again;
+// A tuner's work in the settings window as a script: read all, change a value of each group, save each, read again;
 // and the EEPROM's image taken and put back. What counts in the end is the ECU's EEPROM, byte by byte.
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -155,7 +155,7 @@ protected:
         return static_cast<std::size_t>(std::count(script_.begin(), script_.end(), '\n'));
     }
 
-    // Runs what has been said, against the virtual ECU in virtual time.
+    // Runs the script so far, against the virtual ECU in virtual time.
     std::vector<std::string> run(const std::string& ecu) {
         const auto outcome =
             runProgram("korvane-tuner",
@@ -204,7 +204,7 @@ protected:
             }
         }
     }
-    // No reply of a full read carries the lambda boxes: a tuner types what the engine wants into all of them.
+    // No reply of a full read has values for the lambda boxes: a tuner types values into all of them.
     void saveLambda() {
         say("choose frmMisc.tbsOptions 4");
         for (int i = 0; i < 10; ++i) {
@@ -298,7 +298,7 @@ TEST_F(SettingsScript, ATuneFileGoesIntoThePagesAndNotIntoTheEcu) {
     EXPECT_EQ(cells("before.txt"), cells("after.txt"));
 }
 
-// Every group saved as it has been read: nothing in the EEPROM moves.
+// Every group is saved as it has been read: nothing in the EEPROM changes.
 TEST_F(SettingsScript, GroupsSavedAsTheyWereReadChangeNothing) {
     connect();
     sayAll({"click frmSarn2.btnAsetukset", "ecu save " + path("before.txt")});
@@ -316,7 +316,7 @@ class ImageScript : public SettingsScript {
 protected:
     static constexpr std::size_t kCovered = 1011;  // cells 0 to 1010
 
-    // A first evening: some settings are not the factory's, and an image is taken.
+    // A first session: some settings are not the factory's, and an image is saved.
     std::string takeImage() {
         connect();
         sayAll({"click frmSarn2.btnAsetukset", "messages"});
@@ -351,7 +351,7 @@ TEST_F(ImageScript, AnImagePutsTheEepromBackToTheTimeOfTheBackup) {
     EXPECT_THAT(cells(image), SizeIs(3001));
     EXPECT_EQ(first(cells(image)), first(backedUp));
 
-    // Another evening with the same ECU: cells, words and whole groups are changed, then the image is uploaded.
+    // Another session with the same ECU: cells, words and whole groups are changed, then the image is uploaded.
     connect();
     sayAll({"click frmSarn2.btnAsetukset", "choose frmMisc.tbsOptions 9"});
     poke(0, 200);

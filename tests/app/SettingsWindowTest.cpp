@@ -1,4 +1,4 @@
-// The settings window's place in the program: when it is made, read, shown and gone.
+// The settings window in the program: when it is made, read, shown and closed.
 #include <gmock/gmock.h>
 
 #include "program/Program.h"

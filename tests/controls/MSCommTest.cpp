@@ -224,7 +224,7 @@ TEST_F(MSCommTest, AFailingHandlerIsLoggedAndTheNextBytesComeThrough) {
     EXPECT_EQ(events_, 2);
 }
 
-// A megabyte waits at most; a driver loses the rest as well.
+// At most a megabyte is kept; a driver loses the rest as well.
 TEST_F(MSCommTest, ABufferThatNobodyEmptiesDoesNotGrowWithoutEnd) {
     takes_ = false;
     open();

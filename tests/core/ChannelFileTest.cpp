@@ -147,7 +147,7 @@ TEST_F(ChannelFile, SavingReplacesOnlyItsOwnSection) {
     expectRead(30);
 }
 
-// Empty lines are none: the gain takes the place of the description, and each of the others moves up.
+// Empty lines do not count: the gain is read as the description, and each of the others moves up.
 TEST_F(ChannelFile, AnEmptyDescriptionShiftsWhatFollows) {
     load(channelFile(31));
     tables_.liveValues.at(3).description.clear();

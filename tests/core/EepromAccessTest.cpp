@@ -77,7 +77,7 @@ TEST_F(EepromAccessTest, AByteRowTakesTheLowByteTwiceInTheFrame) {
     EXPECT_EQ(pump_.milliseconds(), 0);
 }
 
-// The device goes with the third byte; whoever closes the port has told the tuner.
+// The device is removed at the third byte; the code that closes the port has told the user.
 TEST_F(EepromAccessTest, ADeviceThatGoesInTheMiddleOfAFrameEndsItInSilence) {
     line_.afterWrite = [this] {
         if (line_.writes.size() == 3) {

@@ -70,7 +70,7 @@ protected:
         return LoadSettingsFile(folder_.write("tune.txt", content), *tables_, nullptr, dialogs_);
     }
 
-    // With the parameters, which land in applied_.
+    // With the parameters, which are noted in applied_.
     int loadAll(std::string_view content) {
         const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) {
             static_cast<void>(checked(tables_->EEImage, addr));

@@ -1,4 +1,4 @@
-// The drives: whether the engine does what an engine does.
+// The drives: whether the engine behaves like an engine.
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

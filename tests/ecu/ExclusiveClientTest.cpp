@@ -1,4 +1,4 @@
-// Programs that take the terminal for themselves, as the program does, and die.
+// Programs that open the terminal exclusively, as the program does, and are killed.
 #include <algorithm>
 #include <array>
 #include <cerrno>

@@ -193,7 +193,7 @@ TEST(LineBehaviour, RestartsAfterSoManyBytes) {
     Wire wire("restart=100");
     wire.send({'g', 10, 10, 99, 99, 0x98});
     EXPECT_EQ(wire.ecu.workingMap(MapKind::Fuel)[10], 99);
-    wire.send(mapHalf('F', 0xB9));  // the 94th byte of it is the last that is heard
+    wire.send(mapHalf('F', 0xB9));  // the 94th byte of it is the last that is received
     EXPECT_THAT(wire.arrives(), ElementsAre(170, 0, 0x55));
     EXPECT_EQ(wire.ecu.workingMap(MapKind::Fuel), wire.ecu.storedMap(MapKind::Fuel));
     EXPECT_THAT(wire.ask(Bytes(200, 'c')), IsEmpty()) << "it restarts once";

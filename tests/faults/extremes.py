@@ -14,7 +14,7 @@ VALUES = [json.dumps(value) for value in (
 BOUNDED = 3  # runs, each with a value for each name
 AT_ONCE = 40  # names between two steps of time
 
-# Asked for by these, the program ends, and rightly so.
+# These end the program, as they should.
 ENDINGS = {"frmSarn2.TimerExit.Enabled", "frmSarn2.TimerExit.Interval"}
 
 PREPARE = ("choose frmSarn2.ComboPort 0", "click frmSarn2.btnConnect", "set frmMisc.TimerInitialGetData.Enabled false",
@@ -172,7 +172,7 @@ def extremes(window, names, bench, tries):
 
 
 def cells():
-    must = "the program lives through frames, timers and clicks, and answers"
+    must = "the program survives frames, timers and clicks, and answers"
     for window in TYPES:
         yield Cell("extremes", f"controls of {window}", must, (BOUNDED, len(VALUES)),
                    functools.partial(extremes, window, functools.partial(names_of, window)))

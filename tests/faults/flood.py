@@ -1,4 +1,4 @@
-"""Flood x frame x rate: the other end of the line sends without end, and nobody has asked for it."""
+"""Flood x frame x rate: the other end of the line sends without end, and nothing has been asked for."""
 
 import dataclasses
 import functools

@@ -19,7 +19,7 @@ def torn(writer, found, old, new):
     if writer.in_place and new.startswith(found):
         return None
     if writer is PREFERENCES and set(found.splitlines()) <= set((old or b"").splitlines()) | set(new.splitlines()):
-        return None  # several values are written one after the other, each in a whole file
+        return None  # several values are written one after the other, each with a complete file
     return f"{len(found)} bytes that are neither the old content nor the new one"
 
 
@@ -53,8 +53,8 @@ def after_next_write(place, writer, contents, before, seen):
     found = content(writer.path(place))
     check(found == contents[NEW], f"killed at event {seen}: the next write is not whole")
     expected = set(before) | {f"home/{writer.target}", "home/preferences.ini"}
-    litter = [name for name in files_in(place.root) if name not in expected and not kept(writer, name)]
-    check(not litter, f"killed at event {seen}: after the next write there still is {litter}")
+    left = [name for name in files_in(place.root) if name not in expected and not kept(writer, name)]
+    check(not left, f"killed at event {seen}: after the next write there still is {left}")
 
 
 def kept(writer, name):
@@ -83,6 +83,6 @@ def cells():
             left = "the old file" if existing else "no file"
             rule = ", or its beginning (it is written in place by rule)" if writer.in_place else ""
             kept = "; the old one under another name" if writer.keeps_old and existing else ""
-            must = f"{left} or the new one whole{rule}{kept}; no litter after the next write"
+            must = f"{left} or the whole new one{rule}{kept}; no temporary files after the next write"
             yield Cell("kill", f"{writer.name}, {'replaced' if existing else 'new'}", must, (6, 200),
                        functools.partial(kill_often, writer, existing))

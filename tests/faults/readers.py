@@ -1,4 +1,4 @@
-"""Odd input x reader: what stands where a file should be."""
+"""Odd input x reader: what is in the place of a file."""
 
 import dataclasses
 import functools
@@ -105,14 +105,14 @@ def by_dialog(prepare, button):
         tuner.messages()
         tuner.value("file " + json.dumps(str(path)))
         tuner.value("click " + button, QUICK)
-        check(kind not in NO_FILES or tuner.messages(), "nothing is told" + tuner.story())
+        check(kind not in NO_FILES or tuner.messages(), "nothing is reported" + tuner.story())
         lives(tuner)
     return read
 
 
 REFUSED = "within 5 s one line on standard error and status 2; less than 256 MB"
 LIVES = "within 5 s the program answers; less than 256 MB"
-DIALOG = LIVES + "; what is no file or is too large is told"
+DIALOG = LIVES + "; what is no file or is too large is reported"
 READERS = (
     Reader("--script", REFUSED + "; noise and an empty file are scripts", script),
     Reader("--preferences", REFUSED + "; with noise, an empty file or one that is too large the program runs",

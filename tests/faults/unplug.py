@@ -1,4 +1,4 @@
-"""Unplug x operation: one side dies in the middle, in real time and on a pseudo-terminal."""
+"""Unplug x operation: one side is lost in the middle, in real time and on a pseudo-terminal."""
 
 import contextlib
 import dataclasses
@@ -16,7 +16,7 @@ QUIET = "set frmMisc.TimerInitialGetData.Enabled false"
 class Operation:
     name: str
     before: tuple[str, ...]
-    start: str  # runs while the line dies
+    start: str  # runs while the line is lost
     moment: float = 0.3  # seconds between the two
     then: str = "now"  # runs 20 ms behind the start
 
@@ -100,7 +100,7 @@ def ecu_dies(operation, bench, tries):
             ecu.kill()
             until(lambda: not tuner.value("get frmSarn2.MSComm1.PortOpen", SOON), "the port is closed", tuner)
             told = tuner.messages()
-            check(any("Error" in text for text in told), f"nothing is told of the lost line: {told}" + tuner.story())
+            check(any("Error" in text for text in told), f"the lost line is not reported: {told}" + tuner.story())
             tuner.answers(1)
             place.ecu()
             reconnect(tuner)
@@ -126,7 +126,7 @@ def opened(tuner):
 def cells():
     for operation in OPERATIONS:
         yield Cell("unplug", f"korvane-ecu is killed, {operation.name}",
-                   "the program lives, says so within 5 s, answers, and connects again", (1, 30),
+                   "the program goes on, shows an error within 5 s, answers, and connects again", (1, 30),
                    functools.partial(ecu_dies, operation))
         yield Cell("unplug", f"the program is killed, {operation.name}",
                    "an ordinary user connects again within 2 s, without a restart of korvane-ecu", (1, 30),

@@ -1,4 +1,4 @@
-"""Write fault x writer: the place takes no write, or something else stands there."""
+"""Write fault x writer: the place can't be written, or something else is there."""
 
 import dataclasses
 import functools
@@ -84,16 +84,18 @@ def plant(writer, place):
 
 
 FAULTS = (
-    Fault("full disk, new", "no file, or the beginning of one where it is written in place; it is told", fill, False,
+    Fault("full disk, new", "no file, or the beginning of one where it is written in place; the failure is reported",
+          fill, False, written=False),
+    Fault("full disk, replaced", "the old file; the failure is reported", fill, True, written=False),
+    Fault("size limit, new", "as with a full disk; the program is not ended by a signal", nothing, False, limit=0,
           written=False),
-    Fault("full disk, replaced", "the old file; it is told", fill, True, written=False),
-    Fault("size limit, new", "as with a full disk; no death by signal", nothing, False, limit=0, written=False),
-    Fault("size limit, replaced", "as with a full disk; no death by signal", nothing, True, limit=0, written=False),
-    Fault("read-only folder", "the old file and it is told, or the new one", seal, True),
-    Fault("folder in its place", "the folder stays; it is told", put_folder, False),
-    Fault("pipe in its place", "nothing hangs, the pipe stays; it is told", put_pipe, False),
+    Fault("size limit, replaced", "as with a full disk; the program is not ended by a signal", nothing, True, limit=0,
+          written=False),
+    Fault("read-only folder", "the old file and a report of the failure, or the new one", seal, True),
+    Fault("folder in its place", "the folder stays; the failure is reported", put_folder, False),
+    Fault("pipe in its place", "nothing waits, the pipe stays; the failure is reported", put_pipe, False),
     Fault("link in its place", "the link stays, and the new content is there", put_link, True, written=True),
-    Fault("planted links", "nothing is written through them, the new file is whole", plant, True, written=True),
+    Fault("planted links", "nothing is written through them, the new file is complete", plant, True, written=True),
 )
 
 
@@ -119,8 +121,8 @@ def write_into(writer, fault, bench, _):
             if still_so:
                 still_so()
             judge(writer, fault, bench, place, old, told)
-            litter = set(files_in(place.root)) - set(before) - {f"home/{writer.target}", "home/preferences.ini"}
-            check(writer.keeps_old or not litter, f"left behind: {sorted(litter)}")
+            rest = set(files_in(place.root)) - set(before) - {f"home/{writer.target}", "home/preferences.ini"}
+            check(writer.keeps_old or not rest, f"left behind: {sorted(rest)}")
             return f"told: {told.splitlines()[0][:60]}" if told else None
 
 
@@ -131,7 +133,7 @@ def judge(writer, fault, bench, place, old, told):
     check(fault.written is not True or written, f"the new content is not there; told: {told}")
     if written:
         return
-    check(told or not writer.tells, "nothing is written, and nothing is told")
+    check(told or not writer.tells, "nothing is written, and the failure is not reported")
     check(not torn(writer, found, old, new) or old_is_kept(place, old), f"torn: {torn(writer, found, old, new)}")
 
 

@@ -1,4 +1,4 @@
-// A throw-away window with the settings of a limiter box, and what is read and written for it.
+// A window for tests, with the settings of a limiter box, and what is read and written for it.
 #pragma once
 
 #include <array>
@@ -137,7 +137,7 @@ inline constexpr SavePlan kSaveLaunch{kSaveLaunchSteps};
 
 using support::Lines;
 
-// The window is open, and so is the port unless a test closes it. The clock stands at 0.
+// The window is open, and so is the port unless a test closes it. The clock is at 0.
 class LimiterBench : public support::NotingBench {
 protected:
     LimiterBench() {

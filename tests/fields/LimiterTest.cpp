@@ -1,4 +1,4 @@
-// The plans of a limiter box: its whole read and send, written for a throw-away window.
+// The plans of a limiter box: its whole read and send, written for a window of the tests.
 #include "LimiterBench.h"
 
 namespace korvane::fields {
@@ -134,7 +134,7 @@ TEST_F(LimiterTest, VoltsShowAndStepTheirCountUpTo250) {
     EXPECT_EQ(box.ToolTipText.get(), "250");
     box.keyDown(controls::kKeyMinus, 0);
     EXPECT_EQ(box.Text.get(), "4.98");
-    box.keyDown(controls::kKeyUp, 0);  // a box for itself: arrows step nothing
+    box.keyDown(controls::kKeyUp, 0);  // a single box: arrows step nothing
     EXPECT_EQ(box.ToolTipText.get(), "249");
 }
 

@@ -1,4 +1,4 @@
-// What holds for any plan: depth, the poll, the bars, and a window that goes away.
+// What holds for any plan: depth, the poll, the bars, and a window that is unloaded.
 #include "LimiterBench.h"
 #include "fields/PollStop.h"
 

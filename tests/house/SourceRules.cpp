@@ -43,7 +43,7 @@ struct Machine {
     std::array<std::string_view, 5> users;
 };
 
-// The two machines stand beside the layers: only these modules know that there is more than one.
+// The two machines are outside the layers: only these modules may use them.
 constexpr std::array<Machine, 2> kMachines{
     Machine{"platform/virtual", {"platform/virtual", "app"}},
     Machine{"platform/qt", {"platform/qt", "views/frame", "views", "app"}},

@@ -9,7 +9,7 @@
 namespace korvane::house {
 
 // `path` is relative to src/, with '/' between its parts. Each function returns one sentence for every line or name
-// that breaks a rule, and nothing for a file that keeps them.
+// that breaks a rule, and nothing for a file that follows them.
 struct SourceFile {
     std::string path;
     std::string text;

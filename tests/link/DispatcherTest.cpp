@@ -257,13 +257,13 @@ protected:
     static constexpr std::size_t kIdentityFailures = 3;  // one to three bytes
 };
 
-// Four map halves, four acknowledgements, the misc block and the PWM cell all want the map window, debug words want
+// Four map halves, four acknowledgements, the misc block and the PWM cell all need the map window, debug words need
 // theirs.
 TEST_F(AnyLength, OfAPayloadEndsInTheLogWithNoWindowOpen) {
     EXPECT_EQ(failures(), 11 * 255 + kEepromFailures + kIdentityFailures);
 }
 
-// Map halves want 160 bytes, the misc block 9, the PWM cell 2 and the lambda block 20.
+// Map halves need 160 bytes, the misc block 9, the PWM cell 2 and the lambda block 20.
 TEST_F(AnyLength, OfAPayloadEndsInTheLogWithAllWindowsOpen) {
     openMapWindow();
     openIgnitionWindow();

@@ -19,7 +19,7 @@ namespace korvane::link {
 using Journal = std::vector<std::string>;
 using support::Bytes;
 
-// Notes when bytes are handed to it, before any of them travels.
+// Notes when bytes are written to it, before any of them is sent.
 class JournalLine : public platform::MemoryLine {
 public:
     JournalLine(platform::EventPump& pump, Journal& journal) : MemoryLine(pump, nullptr), journal_(journal) {}

@@ -62,7 +62,7 @@ std::vector<Frame> framesOf(const Bytes& stream) {
     return framesOf(stream, {stream.size()});
 }
 
-// The receive loop told byte by byte, as simply as it can be written.
+// The receive loop byte by byte, as simply as it can be written.
 std::vector<Frame> framesByTheRule(const Bytes& stream) {
     std::vector<Frame> frames;
     std::size_t i = 0;
@@ -247,7 +247,7 @@ TEST(ReceiveMachine, ACommandMayStandInThePayloadOrAsTheLength) {
 }
 
 // Behind the stray command the first 'y' counts as a length of 121. The 121 bytes behind it and the one that is tested
-// as the complement are swallowed: 41 of 60 frames of three bytes.
+// as the complement are lost: 41 of 60 frames of three bytes.
 TEST(ReceiveMachine, AStrayCommandInNoiseSwallowsFramesUntilItsComplementFails) {
     Bytes stream{'R'};
     for (int i = 0; i < 60; ++i) {

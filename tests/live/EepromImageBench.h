@@ -65,7 +65,7 @@ private:
     std::deque<Arrival> replies_;
 };
 
-// Its cable falls out before a byte.
+// Its cable is pulled out before a byte.
 class LooseLine : public platform::MemoryLine {
 public:
     using MemoryLine::MemoryLine;
@@ -94,7 +94,7 @@ inline std::ostream& operator<<(std::ostream& out, const Sent& sent) {
     return out << sent.ms << " " << sent.command << " " << sent.address << "=" << sent.data;
 }
 
-// The clock stands at 0, 12:00:00. The port is open, the poll runs and the identity has been told.
+// The clock is at 0, 12:00:00. The port is open, the poll runs and the identity has been received.
 class EepromImageBench : public support::TimedBench {
 protected:
     EepromImageBench() {

@@ -1,4 +1,4 @@
-// The live update on a main window of its own, with everything that it feeds noting what it gets in one journal.
+// The live update on a main window of its own; everything that it calls notes the call in one journal.
 #pragma once
 
 #include <cstdint>

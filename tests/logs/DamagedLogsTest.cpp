@@ -1,4 +1,4 @@
-// The reader keeps no table; whatever a file holds, it answers as the table would.
+// The reader keeps no table; for any file its answers are those of the table.
 #include <gtest/gtest.h>
 #include <random>
 

@@ -1,4 +1,4 @@
-// Logs written out by hand, ways to damage them, and a table of cells by the letter to compare the reader with.
+// Logs written out in the tests, ways to damage them, and a plain table of cells to compare the reader with.
 #pragma once
 
 #include <array>

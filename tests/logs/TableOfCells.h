@@ -1,4 +1,4 @@
-// The table of cells by the letter, 31 columns by as many rows as a test needs, filled character by character.
+// The table of cells as the rules describe it: 31 columns, as many rows as a test needs, filled character by character.
 #pragma once
 
 #include <algorithm>

@@ -41,7 +41,7 @@ protected:
         window_.setFocus(&grid(cell));
         grid(cell).mouseUp(1, shift, 0.0, 0.0);
     }
-    // Where the focus stands; -1 for no cell of the grid.
+    // The cell with the focus; -1 for no cell of the grid.
     [[nodiscard]] int focusIn(MapGrid& grid) {
         for (int cell = 0; cell < grid.geometry.cells(); ++cell) {
             if (window_.activeControl() == &grid(cell)) {

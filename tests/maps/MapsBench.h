@@ -21,7 +21,7 @@
 
 namespace korvane::maps {
 
-// Notes what the window asks of the analyser and answers with what a test has put in.
+// Notes the window's calls of the analyser and returns what a test has set.
 class FakeAnalyser : public Analyser {
 public:
     void setMapWindow(TunedMap* window) override { mapWindow = window; }
@@ -86,7 +86,7 @@ protected:
     }
 };
 
-// The main window stands for the serial control and the poll timer; the port is closed until openPort().
+// The main window provides the serial control and the poll timer; the port is closed until openPort().
 class MapsBench : public testing::Test {
 protected:
     MapsBench() {
@@ -103,7 +103,7 @@ protected:
         main_.MSComm1.setPortOpen(true);
     }
 
-    // The bytes that have gone out since the last call, once they are through.
+    // The bytes that have been sent since the last call, once they have arrived.
     support::Bytes sent() {
         machine_.pump.wait(500);
         return machine_.recorder.takeBytes();

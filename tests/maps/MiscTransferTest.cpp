@@ -119,7 +119,7 @@ TEST_F(Misc, LoadThatSkipsTheTimersLeavesThePollAloneUntilItsEnd) {
     EXPECT_THAT(observer.values, ElementsAre("Misc datan haku onnistui"));
 }
 
-// The next reply would be cut in two by a pause in which events run.
+// In a pause in which events run the next reply could begin, and the end of this handler would break it.
 TEST_F(Misc, NothingRunsInThePause) {
     bool ran = false;
     at(50, [&] { ran = true; });

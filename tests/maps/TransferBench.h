@@ -8,7 +8,7 @@
 
 namespace korvane::maps {
 
-// The clock stands at 12:00:00 when a test begins. Moments are milliseconds of the test.
+// The clock is at 12:00:00 when a test begins. Moments are milliseconds of the test.
 class TransferBench : public MapsBench {
 protected:
     TransferBench(MapGeometry shape, Halves halves, InjectionScale scale = &ordinaryInjectionScale)

@@ -181,7 +181,7 @@ TEST_F(FilePreferencesTest, AFullDiskLeavesTheFileWholeAndTheValueForThisRun) {
     EXPECT_EQ(content(), "[A]\nB=1\n");
     EXPECT_EQ(preferences.read("A", "B"), "a longer text");
     EXPECT_THAT(folder_.names(), ElementsAre(kFile));
-    // With room again, the next write brings both.
+    // When the disk has space again, the next write stores both.
     preferences.write("A", "C", "2");
     EXPECT_EQ(content(), "[A]\nB=a longer text\nC=2\n");
 }

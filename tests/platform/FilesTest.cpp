@@ -64,7 +64,7 @@ TEST_F(Files, AFullDiskLeavesNoBeginningOfANewFile) {
     EXPECT_THAT(folder_.names(), IsEmpty());
 }
 
-// At any moment of the making there is nothing of that name, also in the last one.
+// While the file is written there is no file of that name, up to the last step.
 TEST_F(Files, ANewFileAppearsWhole) {
     std::vector<std::string> seen;
     EXPECT_EQ(kDone, replaceFile(folder_ / "a", [&](const FileSink& write) {
@@ -148,7 +148,7 @@ TEST_F(Files, WhatKilledProgramsLeftBehindIsRemovedBefore) {
     EXPECT_THAT(folder_.names(), ElementsAre("a"));
 }
 
-// A backup has the time in its name, so that no later one bears the name of one that was killed.
+// The names of backups contain the time: a later one never has the name of one that was killed.
 TEST_F(Files, WhatAKilledWriteOfAnotherFileLeftGoesToo) {
     folder_.write("EEPROM_12_00_00.txt.korvane-0123456789ab", "half");
     EXPECT_EQ(kDone, replaceFile(folder_ / "EEPROM_12_05_00.txt", "new"));
@@ -173,7 +173,7 @@ TEST_F(Files, NothingElseIsRemoved) {
     EXPECT_TRUE(fs::is_symlink(folder_ / "a.korvane-00000000000e"));
 }
 
-// As another program's clean-up does it.
+// As the clean-up of another program does.
 TEST_F(Files, AFileThatIsTakenAwayInTheMakingIsMadeAnew) {
     for (int taken = 0; taken <= 3; ++taken) {
         int turns = 0;

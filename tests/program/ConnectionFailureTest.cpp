@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-// A port that goes wrong in the way that a test asks for.
+// A port with the failure that a test asks for.
 class StubbornLine : public platform::SerialLine {
 public:
     void open(int port, int baud, platform::LineListener&) override {
@@ -121,7 +121,7 @@ TEST_F(StubbornPortTest, ARateThatIsRefusedIsToldAndThePortStaysOpen) {
     EXPECT_TRUE(window_.TimerGetSettings.Enabled);
 }
 
-// The settings come behind the rate, and so with the press that closes the port.
+// The settings window is loaded after the rate is set, and also by the press that closes the port.
 TEST_F(StubbornPortTest, SettingsAreNotLoadedBeforeTheRateIsSet) {
     line_.refusesRate = true;
     window_.ComboBaud.choose(6);

@@ -20,7 +20,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// A line that opens and tells its rate only as long as a test lets it.
+// A line that opens and reports its rate only as long as a test allows it.
 class MoodyLine : public platform::MemoryLine {
 public:
     explicit MoodyLine(platform::EventPump& pump) : MemoryLine(pump, nullptr) {}
@@ -229,7 +229,7 @@ TEST_F(NestedFrames, OfTwoIdentitiesTheLaterDecidesTheLayout) {
     EXPECT_EQ(program_.tables.addresses.LAUNCHCONTROL_LO, 500);
 }
 
-// The event lets others run once before it ends.
+// The event lets other events run once before it ends.
 TEST_F(NestedFrames, WhatIsDueWhenTheBufferIsEmptyRunsInsideTheEvent) {
     bool busy = false;
     const auto due = program_.pump.makeAlarm([&] { busy = program_.window.isBusy(); });

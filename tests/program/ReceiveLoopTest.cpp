@@ -120,7 +120,7 @@ TEST_F(ReceiveLoopTest, AFailingHandlerCostsItsFrameOnly) {
     EXPECT_EQ(program_.tables.EEImage[1], 7);
 }
 
-// At the count's end each event loses the byte that it could not count; state and buffer stay as they are.
+// When the count is at its limit, each event loses the byte that it could not count; state and buffer are not changed.
 TEST_F(ReceiveLoopTest, ACountThatOverflowsEndsTheEventAndKeepsTheRest) {
     program_.window.bytesReceived = kMost - 4;
     Bytes bytes = frame('T', {7});
@@ -240,7 +240,7 @@ TEST_F(ReceiveLoopTest, TheLoopEndsWithALookAtPendingEvents) {
     EXPECT_TRUE(insideTheEvent);
 }
 
-// A message box stands until the tuner closes it; bytes go on arriving meanwhile.
+// A message box is open until the user closes it; bytes arrive meanwhile.
 class StandingBox : public platform::Dialogs {
 public:
     void show(const platform::MessageBox&) override {
@@ -276,7 +276,7 @@ TEST(ReceiveLoop, WhileARefusalStandsBytesQueueAndAreHandledAfterwards) {
     EXPECT_EQ(program.tables().IgnSendAcks, 0);
 }
 
-// What a handler writes into the payload stays there to be read.
+// What a handler writes into the payload can be read there afterwards.
 TEST_F(ReceiveLoopTest, TheScaledThrottleIsReadBackFromThePayload) {
     program_.tables.ThrottleMax = 200;
     Bytes live(19, 0);
@@ -358,7 +358,7 @@ protected:
     }
 };
 
-// Each identity blocks for its pause; between two of them everything else has its turn.
+// Each identity blocks for its pause; between two of them all other events run.
 TEST_F(ReceiveFlood, IdentitiesLeaveRoomForOtherEvents) {
     int ticks = 0;
     program_.window.TimerRequestData.restart(10);
@@ -394,7 +394,7 @@ TEST_F(ReceiveFlood, TheProgramFollowsAgainSoonAfterAFloodOfBlocksThatWaitInside
     EXPECT_LE(recovery(), 5000 * kMicrosPerMilli);
 }
 
-// Each frame waits inside the wait of the one before it. The wait that all of them stand in comes to its end.
+// Each frame waits inside the wait of the one before it. The outermost wait still ends.
 TEST_F(ReceiveFlood, AWaitEndsThoughTheFloodGoesOn) {
     WaitingDecoder decoder(program_.pump);
     program_.program.dispatcher().setLiveDecoder(decoder);

@@ -92,7 +92,7 @@ TEST_F(SimulationTest, TheThrottleRisesByThreeUntilTheDecodeHoldsItAt100) {
     EXPECT_EQ(channel(5), 100);
 }
 
-// A decoder that leaves the frame alone shows the whole ramp: past 250 it begins again at 2.
+// With a decoder that does not change the frame the whole ramp is shown: above 250 it begins again at 2.
 TEST_F(SimulationTest, TheRampBeginsAgainAt2Past250) {
     class Noting : public LiveDecoder {
     public:

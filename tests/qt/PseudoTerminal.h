@@ -17,15 +17,15 @@ public:
     // The device that the program opens.
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    // The device's end. The system carries the bytes over in its own time, so what is to come is waited for, two
+    // The device's end. The system transfers the bytes in its own time, so the calls wait for what is to come, two
     // seconds at most and without any event loop.
     void send(std::string_view bytes) const;
     void waitUntilSent() const;  // a line that ends with a line feed, to a device that nobody has opened yet
     [[nodiscard]] std::string received() const;  // so far
     [[nodiscard]] std::string received(std::size_t count) const;
-    void hangUp();  // pulls the cable
+    void hangUp();  // as when the cable is pulled out
 
-    // The rate as the system tells it.
+    // The rate as the system reports it.
     [[nodiscard]] int rate() const;
 
     // Whether no program holds the device's lock.

@@ -7,7 +7,7 @@
 
 namespace {
 
-// One application for all tests of the program, as Qt wants it; no display is needed.
+// One application for all tests of the program, as Qt requires; no display is needed.
 class QtEnvironment : public testing::Environment {
 public:
     void SetUp() override {

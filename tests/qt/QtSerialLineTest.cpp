@@ -339,7 +339,7 @@ TEST_F(QtSerialLineTest, ListenerMayOpenTheLineAgainWhenItIsLost) {
     EXPECT_TRUE(until(pump, [&] { return line.baud() == 9600; }));
 }
 
-// A nested loop may have read what the outer one was told of: the read finds nothing, which is no loss.
+// A nested loop may have read the bytes that the outer one was notified of: the read finds nothing, which is no loss.
 TEST_F(QtSerialLineTest, ReadThatFindsNothingIsNoLoss) {
     QSocketNotifier thief(cable->otherHandle(), QSocketNotifier::Read);
     std::string stolen;

@@ -99,12 +99,12 @@ TEST_F(FullReadTest, CountsInTheCaption) {
     percents(45, 60, 1);
     percents(12, 12, 1);
     percents(20, 22, 2);
-    percents(25, 40, 1);  // 25 stands there already when the boost cells begin
+    percents(25, 40, 1);  // 25 is shown already when the boost cells begin
     percents(43, 45, 2);
     percents(70, 77.5, 0.5);
     percents(87, 87, 1);
     percents(90, 95, 1);
-    percents(95.5, 99.5, 0.5);  // 95 stands there already when the acceleration cells begin
+    percents(95.5, 99.5, 0.5);  // 95 is shown already when the acceleration cells begin
     expected.push_back(kReceived);
     EXPECT_THAT(captions.values, ElementsAreArray(expected));
 }
@@ -168,7 +168,7 @@ TEST_F(FullReadTest, PressedAgainRunsAWholePassInside) {
     poll().Interval = 75;
     at(1000, [&] { frmMisc_.btnLoad.press(); });
     frmMisc_.btnLoad.press();
-    EXPECT_EQ(now(), 1000 + kPass + (kPass - 1080));  // the outer one is asking for 511 when it is held up
+    EXPECT_EQ(now(), 1000 + kPass + (kPass - 1080));  // the outer one is asking for 511 when the inner one begins
     const Lines lines = sent();
     EXPECT_EQ(lines.size(), 2 * 131U);
     EXPECT_EQ(lines.at(6), "1030 101");
@@ -212,7 +212,7 @@ TEST_F(FullReadTest, GoesOnBehindTheCloseBox) {
     EXPECT_FALSE(frmMisc_.Visible);
 }
 
-// Up to the end of the pause that it stands in.
+// Up to the end of the pause in which it is.
 TEST_F(FullReadTest, EndsWithTheProgram) {
     showOnOpenPort();
     at(1000, [&] { frmMisc_.leave(); });

@@ -20,7 +20,7 @@ namespace korvane::settings {
 
 using support::Lines;
 
-// The clock stands at 0 and the port is closed; frmMisc is not loaded yet. Addresses are those of the general layout.
+// The clock is at 0 and the port is closed; frmMisc is not loaded yet. Addresses are those of the general layout.
 class MiscBench : public support::NotingBench {
 protected:
     MiscBench() {

@@ -144,7 +144,7 @@ TEST_F(RepliesTest, EngineBrakeLimitsComeFromTheImage) {
     expectText(509, 0xDC, frmMisc_.txtMotorBrakeHigh, "1500");
 }
 
-// A settings file hands over the whole word, which the image does not take.
+// A settings file passes the whole word, which is not stored in the image.
 TEST_F(RepliesTest, AnEngineBrakeLimitOfAFileLeavesTheImageAndSoTheBox) {
     update(507, 0xDC);
     expectText(507, 1500, frmMisc_.txtMotorBrakeLow, "220");

@@ -31,7 +31,7 @@ protected:
         return sent();
     }
 
-    // The poll stands still while the save runs, and runs when it has ended.
+    // The poll is stopped while the save runs, and runs when it has ended.
     void expectPollStopped(controls::CommandButton& button, int moment) {
         poll().Enabled = true;
         bool seen = false;

@@ -1,4 +1,4 @@
-// A disk that takes no more: for as long as one lives, no file of this process grows beyond a size.
+// Acts like a full disk: while one exists, no file of this process grows beyond a size.
 #pragma once
 
 #include <csignal>

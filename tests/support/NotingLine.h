@@ -29,7 +29,7 @@ public:
     }
 
     // What has gone out since the last call, each command behind its moment: "50 392=7" writes 7 to 392, "R 507" and
-    // "U 1005" ask for a byte and a word, anything else stands in decimal.
+    // "U 1005" ask for a byte and a word, anything else is shown in decimal.
     std::vector<std::string> sent() {
         std::vector<std::string> lines;
         for (std::size_t i = 0; i < notes.size();) {

@@ -1,4 +1,4 @@
-// A folder on the real disk that goes away with its owner, and verbs for the files in it.
+// A folder on the real disk that is deleted with the object, and functions for the files in it.
 #pragma once
 
 #include <filesystem>

@@ -59,7 +59,7 @@ public:
 }
 
 struct VirtualMachine {
-    // The recorder stands at the other end of the line if no device does.
+    // The recorder is at the other end of the line if there is no device.
     explicit VirtualMachine(platform::LineDevice* device = nullptr)
         : line(pump, device != nullptr ? device : &recorder) {}
 
@@ -73,7 +73,7 @@ struct VirtualMachine {
         return {otherPump, otherLine, otherDialogs, preferences, log, windows, folder.path(), '.', {}};
     }
 
-    // Runs `action` so many milliseconds behind the start. The alarm of a device rings also while the program blocks.
+    // Runs `action` so many milliseconds behind the start. A device's alarm runs also while the program blocks.
     void at(int milliseconds, std::function<void()> action, platform::AlarmKind kind = platform::AlarmKind::Program) {
         alarms.push_back(pump.makeAlarm(std::move(action), kind));
         alarms.back()->callAt(milliseconds * platform::kMicrosPerMilli);

@@ -8,7 +8,7 @@
 
 namespace korvane::support {
 
-// Started, with a "Settings_par.ini" of defaults in its folder so that no message box stands in the way. A connect does
+// Started, with a "Settings_par.ini" of defaults in its folder so that no message box is shown. A connect does
 // not load the settings window: its read would mix with what a test looks at.
 struct VirtualProgram : VirtualMachine {
     explicit VirtualProgram(platform::LineDevice* device = nullptr);

@@ -24,7 +24,7 @@ int countOf(const QImage& image, const QColor& color) {
     return count;
 }
 
-// How many pixels stand out against the ground.
+// How many pixels differ clearly from the ground.
 int inkOn(const QImage& image, const QColor& ground) {
     int count = 0;
     for (int y = 0; y < image.height(); ++y) {
@@ -35,7 +35,7 @@ int inkOn(const QImage& image, const QColor& ground) {
     return count;
 }
 
-// In the light and in the dark.
+// With light and with dark system colours.
 struct ColorsTest : testing::TestWithParam<bool>, FormBench {
     ColorsTest() {
         QApplication::setPalette(GetParam() ? Palette::dark() : Palette::light());
@@ -53,7 +53,7 @@ struct ColorsTest : testing::TestWithParam<bool>, FormBench {
     ColorsTest& operator=(const ColorsTest&) = delete;
     ~ColorsTest() override { QApplication::setPalette(before_); }
 
-    // As it stands in its window.
+    // As it is shown in its window.
     QImage painted(const char* name) {
         frame();
         const QWidget& widget = find(name);

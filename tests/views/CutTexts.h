@@ -1,4 +1,4 @@
-// The texts in a view that do not stand whole in their widgets, for tests of layouts.
+// Finds the texts in a view that do not fit their widgets, for tests of layouts.
 #pragma once
 
 #include <QAbstractButton>
@@ -29,7 +29,7 @@ inline bool isWhole(const QWidget& widget) {
     return !hasText(widget) || (widget.width() >= needed.width() && widget.height() >= needed.height());
 }
 
-// What scrolls may stand outside the widget around it.
+// A scrolled widget may be outside the widget around it.
 inline bool isInside(const QWidget& widget) {
     return widget.parentWidget()->rect().contains(widget.geometry()) ||
            widget.parentWidget()->objectName() == "qt_scrollarea_viewport" || widget.inherits("QHeaderView");

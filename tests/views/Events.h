@@ -8,7 +8,7 @@
 
 namespace korvane::views {
 
-// What the toolkit has put off happens now.
+// Runs what the toolkit has delayed.
 inline void settle() {
     for (int turn = 0; turn < 3; ++turn) {
         QApplication::sendPostedEvents();

@@ -120,7 +120,7 @@ struct FormBench : support::VirtualMachine {
         return *widget;
     }
 
-    // The next frame of the clock, and what the toolkit has put off.
+    // Runs the next frame of the clock, and what the toolkit has delayed.
     void frame() {
         host.clock().tick();
         settle();

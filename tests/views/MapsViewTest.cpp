@@ -29,7 +29,7 @@ using testing::IsEmpty;
 
 constexpr std::int32_t kAllFeatures = 0xFFFF;
 
-// An open map window with made-up maps, on a line that nobody answers.
+// An open map window with invented maps, on a line without a device.
 struct MapsViewTest : testing::Test, support::VirtualProgram {
     template <class Window>
     Window& open(int width = 1366, int height = 728) {

@@ -1,4 +1,4 @@
-// The boxes of the settings window under a user's hands: typed into, stepped by keys, shown only; and its list.
+// The boxes of the settings window as a user works with them: typed into, stepped by keys, shown only; and its list.
 #include <QAccessible>
 #include <QHeaderView>
 #include <QKeySequence>

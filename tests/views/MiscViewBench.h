@@ -50,7 +50,7 @@ struct MiscViewBench : support::VirtualMachine {
         window.tbsOptions.choose(tab);
         frame();
     }
-    // The next frame of the clock, and what the toolkit has put off.
+    // Runs the next frame of the clock, and what the toolkit has delayed.
     void frame() {
         host.clock().tick();
         settle();

@@ -50,7 +50,7 @@ struct MiscViewTest : testing::Test, MiscViewBench {
         const bool als = box.path().starts_with("txtALS");
         return !box.Locked ? "255" : als ? "67.5" : "2.7778";
     }
-    // Every kind of number as long as it gets.
+    // The longest number of each kind.
     void fill() {
         for (auto* control : window.controls()) {
             if (auto* const box = dynamic_cast<controls::TextBox*>(control); box != nullptr) {

@@ -37,7 +37,7 @@ TEST_F(PictureViewTest, APolylineStandsWhereTheDrawingSays) {
     EXPECT_EQ(image.pixelColor(110, 50), kBackground);
 }
 
-// Every row of a plot of 50,000 lies on the same level but one, which stands in the middle of a pixel's rows.
+// All rows of a plot of 50,000 have the same value but one, in the middle of the rows of a pixel.
 TEST_F(PictureViewTest, ASpikeOfOneRowIn50000IsSeen) {
     constexpr int kRows = 50000;
     for (const int spike : {777, 25125, 49000}) {

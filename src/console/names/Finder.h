@@ -24,7 +24,7 @@ class Finder {
 public:
     explicit Finder(const controls::WindowList& windows) : windows_(windows) {}
 
-    // Whether a loaded window bears the name of the path's first segment.
+    // Whether a loaded window has the name of the path's first segment.
     [[nodiscard]] bool knowsWindow(const Path& path) const;
     [[nodiscard]] controls::Window& window(const Path& path) const;
     [[nodiscard]] controls::Control& control(const Path& path) const;

@@ -69,7 +69,7 @@ Json Arguments::value() {
         if (read.end == word.written.size()) {
             return std::move(read.value);
         }
-    } catch (const JsonError&) {  // NOLINT(bugprone-empty-catch): the sentence below tells it with the word
+    } catch (const JsonError&) {  // NOLINT(bugprone-empty-catch): the error below names the word
     }
     throw ConsoleError(shown(word.written) + " is no JSON value (a text stands in double quotes)");
 }

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view kChannelFile = "Settings_par.ini";
 constexpr std::string_view kInjectorFile = "Settings.ini";
 
-// From this channel on a missing section is nothing to tell of: older files end there.
+// From this channel on a missing section is not reported: older files end there.
 constexpr std::size_t kFirstQuietChannel = 20;
 
 std::string sectionOf(std::size_t channel) {

@@ -1,4 +1,4 @@
-// The two ini files beside the program: names and scales of the live channels, and the sizes of the injectors.
+// The two ini files in the program's folder: names and scales of the live channels, and the sizes of the injectors.
 //
 //     [Par4]              Settings_par.ini, a section for each channel 0 to 30
 //     MAP                 name
@@ -25,7 +25,7 @@ namespace korvane::core {
 // below channel 20 a message box says so. A line that a section lacks leaves its field's default.
 void loadChannelNames(LiveTable& tables, const std::filesystem::path& folder, platform::Dialogs& dialogs);
 
-// Writes the channel's section back. A file that can't be written stays as it was, and nobody is told.
+// Writes the channel's section back. A file that can't be written stays as it was, and no message is shown.
 void SaveParDef(const LiveTable& tables, const std::filesystem::path& folder, int channel);
 
 // Reads "Settings.ini" in `folder`: 450 and 550 where a size can't be read.

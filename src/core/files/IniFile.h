@@ -43,7 +43,7 @@ enum class IniStatus : int { Done = 0, NoArray = 1, NoLines = 2, CannotOpen = 3,
 // An unused name in the system's folder for temporary files; an empty path if the system has none.
 [[nodiscard]] std::filesystem::path TempFileName();
 
-// Deletes the file if there is one, a read-only one too. A folder stays. Failures pass in silence.
+// Deletes the file if there is one, a read-only one too. A folder stays. Failures are not reported.
 void KillFile(const std::filesystem::path& path);
 
 // `text` with a blank for each "-" and 9 - d for each digit d: "-12.5" gives " 87.4".

@@ -83,7 +83,7 @@ std::uint8_t byteOf(std::string_view token) {
     return toByte(val(token));
 }
 
-// The table phases. A fault ends them, and the status is the phase that it met.
+// Reads the tables phase by phase. A fault ends the reading, and the status is the phase in which it occurred.
 class TableReader {
 public:
     TableReader(Reader& reader, MapImages& tables) : reader_(reader), tables_(tables) {}

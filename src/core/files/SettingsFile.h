@@ -28,7 +28,7 @@ struct SharedTables;
 void SaveSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
                       platform::Dialogs& dialogs);
 
-// Where the reading of the tables ended; any other status is the number of a phase between them.
+// Where the reading of the tables ended. Numbers without a name here are the phases between these.
 inline constexpr int kSettingsRead = 0;
 inline constexpr int kSettingsEmpty = 1;          // no word in the file
 inline constexpr int kSettingsNoFuelHeader = 2;   // another file

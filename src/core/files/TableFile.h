@@ -12,8 +12,8 @@
 namespace korvane::core {
 
 // Write the elements from the first to the last but one: callers size their arrays one longer than the data. A number
-// stands with a blank before and behind it. The file appears, or is replaced, in one step at the end. False: a failure,
-// which the message box "Error tablesave: " and its description has told.
+// has a blank before and behind it. The file is made, or replaced, in one step at the end. False after a failure, which
+// has been shown in the message box "Error tablesave: " with its description.
 bool SaveByteTable(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs);
 bool SaveTextTable(const std::filesystem::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs);
 

@@ -25,13 +25,13 @@ inline constexpr int kErrorPathNotFound = 76;
 
 inline constexpr std::string_view kLineEnd = "\r\n";
 
-// The largest text file that the program takes in; what is larger is no file of its own.
+// The largest text file, in bytes, that the program reads; what is larger is no file of its own.
 inline constexpr std::size_t kLargestTextFile = std::size_t{16} << 20U;
 
 // The failure behind an errno value.
 [[nodiscard]] platform::RuntimeError fileError(const std::error_code& failure);
 
-// A file that is written as it goes, open for it.
+// A file that is open and written in place.
 class OutputFile {
 public:
     enum class Mode { Replace, Append };  // both create a missing file
@@ -41,7 +41,7 @@ public:
 
     void write(std::string_view text);
     void writeLine(std::string_view text);
-    // What the disk refuses may show only here. Without it the destructor closes the file and tells nobody.
+    // Some write failures are reported only here. Without this call the destructor closes the file and reports nothing.
     void close();
 
 private:

@@ -15,7 +15,7 @@ public:
     static constexpr int kRows = 101;
     static constexpr std::size_t kCellSize = 10;
 
-    // Stores `text` to the left, padded with blanks or cut at ten bytes.
+    // Stores `text` padded with blanks at its end, or cut at ten bytes.
     void set(int column, int row, std::string_view text);
 
     [[nodiscard]] std::string_view cell(int column, int row) const;

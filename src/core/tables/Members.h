@@ -21,7 +21,7 @@ Member(std::string_view, Value Table::*) -> Member<Table, Value>;
 template <class Table, class Value>
 Member(std::string_view, Value Table::*, Access) -> Member<Table, Value>;
 
-// A tuple of all members of `Table`, each once. Stands beside the table; one that is missing in it fails the tests.
+// A tuple of all members of `Table`, each once. It is declared beside the table; the tests find a missing member.
 template <class Table>
 inline constexpr std::tuple<> kMembers;
 

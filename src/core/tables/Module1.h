@@ -9,7 +9,7 @@ namespace korvane::core {
 struct FirmwareIdentity;
 struct SharedTables;
 
-// Everything that the tables hold before the ECU has said a word. Called once, when the main window loads.
+// Everything that the tables hold before the first reply of the ECU. Called once, when the main window loads.
 void InitModule(SharedTables& tables, const platform::PreferencesStore& preferences);
 
 // The parameter layout of a firmware type, kept in row 3000 as well: the addresses, and the names and marks of the

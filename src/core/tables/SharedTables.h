@@ -1,4 +1,4 @@
-// What all parts of the program share, part by part of its owner. Whoever needs one part takes that part.
+// The tables that the parts of the program share. Code that needs one of these structs takes only that one.
 #pragma once
 
 #include <cstdint>
@@ -37,8 +37,8 @@ inline constexpr auto kMembers<WindowState> =
     std::tuple{Member{"useSound", &WindowState::useSound}, Member{"ignWindowOpen", &WindowState::ignWindowOpen},
                Member{"SaveFileName", &WindowState::SaveFileName}, Member{"LoadFileName", &WindowState::LoadFileName}};
 
-// Its parts, and nothing of its own. Lives as long as the program and is touched only on its thread. An index that
-// comes from outside goes through checked().
+// All parts together. Exists as long as the program and is used only on its thread. An index that comes from outside
+// goes through checked().
 template <class... Parts>
 struct TablesOf : Parts... {
     TablesOf() = default;

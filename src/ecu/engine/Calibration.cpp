@@ -83,7 +83,7 @@ double Calibration::loadOf(double manifoldBar, double throttle) const {
 }
 
 double Calibration::manifoldOf(double loadPercent) const {
-    // By throttle the load rows say nothing exact about the pressure; this is its middle course.
+    // With the load taken from the throttle a row has no exact pressure; this is a typical one.
     return loadFromThrottle ? 0.35 + 0.0065 * loadPercent : loadStart + loadPercent / loadPerBar;
 }
 

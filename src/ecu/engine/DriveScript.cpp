@@ -33,7 +33,7 @@ constexpr std::array kPulling = {
 };
 
 constexpr std::array kLapping = {
-    // Away from the lights and up through the gears with more and more throttle.
+    // From standstill up through the gears with more and more throttle.
     Stretch{6.0, kIdleSpeed, 0.0, 0},
     Stretch{1.2, 1600.0, 0.18, 1},
     Stretch{4.0, 4200.0, 0.28, 1},
@@ -48,7 +48,7 @@ constexpr std::array kLapping = {
     Stretch{6.0, 2700.0, 0.11, 5},
     Stretch{5.0, 3100.0, 0.30, 5},
     Stretch{4.0, 2200.0, 0.0, 5},
-    // Full throttle, brushing the limiter once.
+    // Full throttle, reaching the limiter once.
     Stretch{0.5, 2300.0, 0.5, 2},
     Stretch{6.0, 7000.0, 1.0, 2},
     Stretch{0.4, 5000.0, 0.0, 0},
@@ -121,7 +121,7 @@ Demand DriveScript::advance(double seconds, double idleRpm, Noise& noise) {
     }
     const bool toIdle = stretch_.rpm == kIdleSpeed;
     const double endRpm = toIdle ? idleRpm : stretch_.rpm;
-    // The last of the way down to idle is the regulator's.
+    // Near idle the idle regulator takes over.
     const double way = std::min(elapsed_ / std::min(stretch_.seconds, toIdle ? 2.5 : stretch_.seconds), 1.0);
     return {.rpm = startRpm_ + (endRpm - startRpm_) * way,
             .throttle = stretch_.throttle,

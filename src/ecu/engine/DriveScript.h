@@ -1,4 +1,4 @@
-// The driver: what speed and throttle the engine is taken to from moment to moment.
+// The driver: the wanted speed and throttle at each moment.
 #pragma once
 
 #include <span>
@@ -31,7 +31,7 @@ struct Demand {
 
 class DriveScript {
 public:
-    // Begins a drive at the present speed of the engine; one that stands is cranked first.
+    // Begins a drive at the present speed of the engine; one that is stopped is cranked first.
     void begin(const Drive& drive, double rpm);
 
     // Moves on by `seconds` (far less than a stretch). Each round of a drive differs a little from the one before.

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kStep = EngineModel::kStep;
 constexpr double kFreshAir = 20.0;       // what the wideband sensor reads at most
-constexpr double kOthersMixture = 13.2;  // where another box or a carburettor meters the fuel
+constexpr double kOthersMixture = 13.2;  // where another ECU or a carburettor meters the fuel
 constexpr double kClosedPedal = 0.02;
 constexpr double kFiringRpm = 400.0;
 constexpr double kOutsideC = 20.0;
@@ -21,7 +21,7 @@ void follow(double& value, double target, double seconds) {
     value += (target - value) * (kStep / (kStep + seconds));
 }
 
-// Pressure behind the throttle plate without boost: what the engine draws against what the plate lets through.
+// Pressure behind the throttle plate without boost, from the engine's air demand and the plate's opening.
 double drawnPressure(double throttle, double rpm) {
     const double passed = 0.03 + 12.0 * throttle * throttle;
     const double drawn = rpm / 7000.0;

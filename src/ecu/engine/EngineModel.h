@@ -75,13 +75,13 @@ private:
     EngineState state_;
     DriveScript script_;
     Noise noise_;
-    double wander_ = 0.0;  // slow unrest of the idle, rpm
-    double foot_ = 0.0;    // unrest of the driver's foot
+    double wander_ = 0.0;  // slow noise of the idle speed, rpm
+    double foot_ = 0.0;    // noise of the throttle pedal
     double limiterSeconds_ = 0.0;
     double pumpSeconds_ = 0.0;
     double spool_ = 0.0;     // bar of boost
     double coldness_ = 1.0;  // 1 at 0 degrees C and below, 0 when warm
-    // The way from the valves to the sensor: what was burnt in the last steps.
+    // The delay from the cylinders to the sensor: the mixtures of the last steps.
     std::array<double, 64> exhaust_;
     std::size_t newest_ = 0;
 };

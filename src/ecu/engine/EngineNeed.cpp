@@ -7,7 +7,7 @@ namespace korvane::ecu {
 
 namespace {
 
-// A hill of the stored map's error over speed and load.
+// One smooth peak of the stored map's error over speed and load.
 struct Hill {
     double height;
     double rpm;

@@ -1,4 +1,4 @@
-// The fuel that the modelled engine really needs, and the maps that its last tuner left in the ECU.
+// The fuel that the modelled engine really needs, and the maps that are stored in the ECU at first.
 #pragma once
 
 namespace korvane::ecu {

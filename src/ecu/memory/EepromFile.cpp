@@ -35,7 +35,7 @@ std::string tooLong(const fs::path& path) {
     return "the EEPROM file " + path.string() + " is too long to hold an EEPROM";
 }
 
-// To open a pipe or a device may wait for ever or set something off, so it is looked at before. Returns as
+// Opening a pipe or a device may wait for ever or have side effects, so the kind of file is checked before. Returns as
 // readEepromFile() does.
 std::string look(const fs::path& path) {
     std::error_code error;

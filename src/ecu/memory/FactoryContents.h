@@ -1,4 +1,4 @@
-// The EEPROM as a box of a given firmware type has it before anybody changes it.
+// The EEPROM of an ECU of a given firmware type before it is changed.
 #pragma once
 
 #include <cstdint>

@@ -71,7 +71,7 @@ bool writeAll(int file, std::string_view content) {
     return true;
 }
 
-// Some file systems know no fsync().
+// Some file systems have no fsync().
 bool isKept(int file) {
     return ::fsync(file) == 0 || errno == EINVAL;
 }
@@ -104,7 +104,7 @@ private:
             return false;
         }
         if (fs::exists(status_)) {
-            // A file system without modes may refuse, and has nothing to keep.
+            // A file system without modes may refuse, and has no mode to keep.
             static_cast<void>(::fchmod(file, static_cast<mode_t>(status_.permissions())));
         }
         steps_.written(made);

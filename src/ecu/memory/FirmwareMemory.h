@@ -17,7 +17,7 @@ using MiscBytes = std::array<std::uint8_t, kMiscBytes>;
 
 class FirmwareMemory {
 public:
-    // Factory contents of a box of `type`, with `cells` laid over them from cell 0 on (3001 at most).
+    // Factory contents of an ECU of `type`, overwritten with `cells` from cell 0 on (3001 at most).
     FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells);
 
     [[nodiscard]] const FirmwareType& type() const { return type_; }

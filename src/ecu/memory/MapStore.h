@@ -1,4 +1,4 @@
-// Where the maps live in the EEPROM.
+// The places of the maps in the EEPROM.
 #pragma once
 
 namespace korvane::ecu {

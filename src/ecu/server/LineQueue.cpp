@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int64_t kNanosPerMicro = 1000;
 
-// Rounded up, so that a byte is not said to be there before it is.
+// Rounded up, so that a byte is never reported before it has arrived.
 Micros micros(std::int64_t nanos) {
     const std::int64_t whole = nanos / kNanosPerMicro;
     return nanos % kNanosPerMicro > 0 ? whole + 1 : whole;

@@ -30,7 +30,7 @@ public:
     void setFaults(const LineFaults& faults) { faults_ = faults; }
     void reseed(std::uint64_t seed) { noise_ = Noise(seed); }
 
-    // Sends `frame` once everything before it is through, but not before `earliest`.
+    // Sends `frame` once everything before it has been sent, but not before `earliest`.
     void send(std::span<const std::uint8_t> frame, Micros earliest);
     // How long a byte sent at `at` would have to wait for those before it; 0 on a free line.
     [[nodiscard]] Micros backlog(Micros at) const;
@@ -56,7 +56,7 @@ private:
     std::vector<Transit> transits_;
     std::size_t first_ = 0;  // of transits_ that has not been taken
     Nanos byteTime_ = 10'000'000'000 / 57600;
-    Nanos free_ = INT64_MIN;  // when the line has carried the last byte
+    Nanos free_ = INT64_MIN;  // when the last byte has been sent
     LineFaults faults_;
     Noise noise_;
 };

@@ -7,8 +7,8 @@
 
 namespace korvane::ecu {
 
-// Counts how often others open and close a file while this object lives. Where the system has no means for that, it
-// stays silent.
+// Counts how often others open and close a file while this object exists. Where the system can't report that, it
+// reports nothing.
 class OpenWatch {
 public:
     explicit OpenWatch(const std::filesystem::path& path);

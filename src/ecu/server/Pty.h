@@ -1,4 +1,4 @@
-// A pseudo-terminal that stands for the serial line.
+// A pseudo-terminal as the serial line.
 #pragma once
 
 #include <cstdint>
@@ -22,12 +22,12 @@ public:
     [[nodiscard]] int descriptor() const { return master_.number(); }
     // Appends what is there, `most` bytes at most; never waits.
     void read(std::vector<std::uint8_t>& to, std::size_t most) const;
-    // Never waits: what has no room in the terminal's buffer is lost, as on a line to which nobody listens.
+    // Never waits: bytes that do not fit the terminal's buffer are lost, as on a line without a receiver.
     void write(std::span<const std::uint8_t> bytes) const;
-    // The speed that the other side has set last, also one that has no name in the system; 0 if none is known.
+    // The speed in baud that the other side has set last, also one without a constant in the system; 0 if not known.
     [[nodiscard]] int baud() const;
-    // Takes away the mark that lets nobody else open the terminal. It outlives a program that is killed, because the
-    // terminal stays open here.
+    // Removes the exclusive mode, in which nobody else can open the terminal. It stays set when a program is killed,
+    // because the terminal is still open here.
     void clearExclusiveMark() const;
 
 private:
@@ -36,7 +36,7 @@ private:
     std::string slavePath_;
 };
 
-// A link to a device, gone with this object.
+// A link to a device, removed with this object.
 class DeviceLink {
 public:
     // Replaces an old link at `path`, dangling or not. Throws std::system_error when `path` can't be had, also when

@@ -3,8 +3,8 @@
 
 namespace korvane::ecu {
 
-// Output speed of the terminal behind `descriptor` in baud, also one that has no constant of its own; 0 if it can't be
-// told.
+// Output speed of the terminal behind `descriptor` in baud, also one that has no constant of its own; 0 if it is not
+// known.
 [[nodiscard]] int terminalSpeed(int descriptor);
 
 }  // namespace korvane::ecu

@@ -15,7 +15,7 @@ struct CellFace {
     std::string_view toolTip;
 };
 
-// Lets a cell be typed into while it lives.
+// Unlocks a cell while the object exists.
 class Unlocked {
 public:
     explicit Unlocked(controls::TextBox& cell) : cell_(cell) { cell_.Locked = false; }
@@ -27,7 +27,7 @@ private:
     controls::TextBox& cell_;
 };
 
-// Whether a cell can be typed into while its face is rewritten, as those of an edited image can.
+// Whether a cell is unlocked while its face is rewritten, as those of an edited image are.
 enum class Rewrite { Locked, Unlocked };
 
 // Blue for a byte that was edited since it was received.

@@ -9,8 +9,9 @@
 
 namespace korvane::maps {
 
-// + on a fuel cell where the injection offset counts as map counts. In a block what comes to 255 counts or more with
-// the offset becomes what comes to just 255, even if that is less; a single step asks for exactly 255.
+// + on a fuel cell where the injection offset counts as map counts. In a block, a cell whose sum with the offset is 255
+// or more becomes 255 minus the offset, even if that is less than before; a single step stops only at a sum of exactly
+// 255.
 [[nodiscard]] std::uint8_t raisedWithOffset(std::uint8_t byte, double offset);
 [[nodiscard]] std::uint8_t steppedWithOffset(std::uint8_t byte, double offset);
 

@@ -28,7 +28,7 @@ MapDisplay::Reading FuelDisplay::read(int cell, std::uint8_t count, std::string&
     const FuelModel model{tables().InjOff_type != 0, core::val(injectionOffset_.Text.get()), injTimeScale_,
                           tables().TickF};
     const double time = fuelTime(count, model);
-    // Where the offset counts as map counts no pulse is set against the engine's speed.
+    // Where the offset counts as map counts, the pulse is not compared with the time at the engine's speed.
     std::optional<Pulse> pulse;
     if (!model.offsetInCounts) {
         const double mode = core::parameterNumber(tables(), tables().addresses.INJ_MODE_OFFSET);

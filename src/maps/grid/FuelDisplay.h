@@ -9,7 +9,7 @@
 namespace korvane::maps {
 
 // How a window takes its injection time scale from the parameters, in milliseconds for one count. May overwrite an
-// injection mode that is none.
+// invalid injection mode.
 using InjectionScale = double (*)(core::SharedTables& tables);
 
 // Events run at each cell. RuntimeError 6 where the injection offset makes a time that single precision can't hold.

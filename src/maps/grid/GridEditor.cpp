@@ -98,7 +98,7 @@ void GridEditor::keyUp(int index, int keyCode, int shift) {
     }
 }
 
-// With a mouse the focus comes before the button tells of Shift.
+// With the mouse the focus moves, and ends the selection, before the button's event brings the Shift argument.
 void GridEditor::mouseUp(int index, int shift) {
     if (shift == kShiftMask && isRun() && grid_.SelFirst == 0) {
         grid_.SelFirst = beforeFocus_.first;
@@ -114,7 +114,7 @@ void GridEditor::mouseUp(int index, int shift) {
 void GridEditor::keyDown(int index, int keyCode, int shift) {
     static_cast<void>(grid_(index));  // fails before anything has changed
     if (keyCode == kKeyControl) {
-        return;  // on the way to an arrow, whose command needs the block
+        return;  // an arrow may follow, whose command needs the block
     }
     beforeFocus_ = {};
     const int key = withControl(keyCode, shift);
@@ -180,8 +180,7 @@ void GridEditor::levelBlock() {
 
 void GridEditor::select(int index, int key, int shift) {
     if (shift == kShiftMask) {
-        // The cell that a step reached ends the block already; it must not become its start when the next one leaves
-        // it.
+        // A step has reached this cell, which ends the block already: the next step must not make it the block's start.
         const bool reached = isRun() && movesOn(key) && hasBlock(grid_) && grid_.SelLast == index + 1;
         if (!reached && extend(index)) {
             paint();

@@ -11,17 +11,17 @@
 
 namespace korvane::maps {
 
-// The shape of a block and what goes with it.
+// The shape of a block and its rules.
 enum class BlockShape {
     // All cells between two. Getting the focus ends the selection, unless a step with Shift brought it.
     Run,
-    // The corner cells of a rectangle, told in the window's caption. With Shift no command acts on it; a key that is no
-    // command takes its colour at once.
+    // The corner cells of a rectangle, shown in the window's caption. With Shift no command acts on it; a key that is
+    // no command removes its colour at once.
     Rectangle,
 };
 
-// By what a block is chosen. With the mouse the release of a key or a button extends it too; that of a key ends
-// nothing.
+// How a block is selected. With the mouse the release of a key or a button extends it too; the release of a key does
+// not end the selection.
 enum class Pointing { Keys, KeysAndMouse };
 
 // What makes the editing of one grid differ from that of another.
@@ -47,7 +47,7 @@ public:
     GridEditor& operator=(const GridEditor&) = delete;
     ~GridEditor() = default;
 
-    // RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
+    // RuntimeError 9 for a cell outside the grid; nothing is changed then.
     void keyDown(int index, int keyCode, int shift);
 
 private:
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] std::uint8_t& byteOf(int cell);
     [[nodiscard]] std::uint8_t& byteOfNumber(int number) { return byteOf(number - 1); }
 
-    // True when the key has been dealt with.
+    // True when the key has been handled.
     [[nodiscard]] bool actOnBlock(int key, int shift);
     [[nodiscard]] bool blockCommand(int key);
     void changeBlock(const std::function<std::uint8_t(std::uint8_t)>& change);

@@ -13,8 +13,8 @@ namespace korvane::maps {
     return 2.0 * 1000.0 / (rpm / 60.0);
 }
 
-// Milliseconds of one fuel count, by injection mode and multiplier. A mode that is none becomes 2 in `tables`, for the
-// next time.
+// Milliseconds of one fuel count, by injection mode and multiplier. An invalid mode becomes 2 in `tables`, for the
+// next call.
 [[nodiscard]] double ordinaryInjectionScale(core::SharedTables& tables);
 [[nodiscard]] double largeInjectionScale(core::SharedTables& tables);
 
@@ -39,7 +39,7 @@ struct FuelModel {
 // `available` milliseconds. Empty where that is no number.
 [[nodiscard]] std::optional<double> CalcPower(double size, double pulse, double available);
 
-// The number that the text of `value` stands for: its seven significant digits. RuntimeError 6 for what is not finite.
+// The value rounded to its seven significant digits, as its text shows it. RuntimeError 6 for what is not finite.
 [[nodiscard]] double asShown(float value);
 
 }  // namespace korvane::maps

@@ -13,7 +13,7 @@ namespace korvane::maps {
 
 class MapDisplay {
 public:
-    // `ofEdited` is how the cells are rewritten with the edited image; with the received one they stay locked.
+    // `ofEdited` says whether cells are locked while the edited image is drawn; with the received one they stay locked.
     MapDisplay(MapGrid& grid, const MapContext& context, const MapImages& images, Rewrite ofEdited)
         : grid_(grid), context_(context), images_(images), ofEdited_(ofEdited) {}
     MapDisplay(const MapDisplay&) = delete;

@@ -19,7 +19,7 @@ struct MapGridNames {
 
 class MapGrid {
 public:
-    // All cells are Locked: the tuner never types into them. `frame` is what everything stands in.
+    // All cells are Locked: nothing is typed into them. `frame` contains all controls of the grid.
     MapGrid(controls::Window& window, const MapGridNames& names, MapGeometry shape, controls::Control& frame);
 
     controls::TextBox& operator()(int cell) { return cells(cell); }

@@ -1,4 +1,4 @@
-// Sends the edit of a single cell to the running engine at once. It lives in the ECU's working memory only.
+// Sends the edit of a single cell to the running engine at once. The ECU keeps it in its working memory only.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@ public:
     // `enabled` is the box that the tuner ticks.
     RealtimeChanges(const controls::CheckBox& enabled, controls::MSComm& port) : enabled_(enabled), port_(port) {}
 
-    // Sends nothing while the box is unticked or the port closed, and nothing for a cell past 255, which the command
-    // can't name: that one goes out with the whole map.
+    // Sends nothing while the box is unticked or the port closed, and nothing for a cell above 255, which the command
+    // can't name: that one is sent with the whole map.
     void send(std::uint8_t command, int cell, std::uint8_t value) const;
 
 private:

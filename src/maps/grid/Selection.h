@@ -15,7 +15,7 @@ void forgetBlock(MapGrid& grid);
 // The block of the ignition and PWM maps is a run of cells. A cell just behind the first moves the start instead of
 // making a block of two, on purpose; a cell before it makes a block that ends where the old one began.
 [[nodiscard]] bool extendRun(MapGrid& grid, int cell);
-// As far as a step of the focus came: as extendRun(), but the cell just behind the first makes a block too.
+// After a step of the focus: as extendRun(), but the cell just behind the first makes a block too.
 [[nodiscard]] bool extendRunByStep(MapGrid& grid, int cell);
 // The block of the fuel map is the corner cells of a rectangle. A cell before the first grows it at that end.
 [[nodiscard]] bool extendRectangle(MapGrid& grid, int cell);

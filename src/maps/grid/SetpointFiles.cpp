@@ -50,7 +50,7 @@ void SetpointFiles::save() {
     core::SaveTextTable(path, lines, dialogs);
 }
 
-// A file that can't be read at all leaves the targets alone; one that is too short sets the rest to 0.
+// A file that can't be read at all changes no target; one that is too short sets the rest to 0.
 void SetpointFiles::load() {
     const std::string path = window_.machine().dialogs.choose({FileDialog::Kind::Open, "Load Settings", kFilter});
     if (path.empty()) {

@@ -121,7 +121,7 @@ void AnalyserPane::showBoxes(bool shown) {
     imgAgentLed.Visible = shown;
 }
 
-// When the analyser goes all come back, also what the ECU does not offer.
+// When the analyser is closed all buttons are enabled again, also those for functions that the ECU does not have.
 void AnalyserPane::enableMapButtons(bool enabled) {
     for (auto* button : resting_) {
         button->Enabled = enabled;

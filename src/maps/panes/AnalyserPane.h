@@ -11,7 +11,7 @@ namespace korvane::maps {
 
 class AnalyserPane : public MapPane {
 public:
-    // `resting` are the buttons that are disabled while the analyser shows.
+    // `resting` are the buttons that are disabled while the analyser is shown.
     AnalyserPane(PaneWindow& window, std::vector<controls::CommandButton*> resting);
 
     controls::Frame FrameInjAnalys;
@@ -30,7 +30,7 @@ public:
     void tickPane() override;
 
 protected:
-    // Brings the analyser's frame into view, or puts the others back.
+    // Shows the analyser's frame, or the others again.
     virtual void showAnalyserPane(bool shown) = 0;
 
 private:

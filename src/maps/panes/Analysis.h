@@ -9,7 +9,7 @@
 namespace korvane::maps {
 
 // The open map window, as the analyser and its agent act on it. The analyser has more cells than any window: a cell
-// that the window has not got is passed over.
+// that the window does not have is skipped.
 class TunedMap {
 public:
     virtual ~TunedMap() = default;

@@ -8,7 +8,7 @@
 
 namespace korvane::maps {
 
-// A file that was loaded counts as freshly read: no cell is an edited one, and nothing goes to the ECU.
+// A loaded file counts as read from the ECU: no cell is an edited one, and nothing is sent.
 class FilePane : public MapPane {
 public:
     explicit FilePane(PaneWindow& window);
@@ -20,11 +20,11 @@ private:
     static const Operation kSaving;
     static const Operation kLoading;
 
-    // Asks for the file and does it; a failure is told.
+    // Asks for the file and reads or writes it; a failure is shown.
     void run(const Operation& operation);
     void saveTune(const std::string& path);
     void loadTune(const std::string& path);
-    // The tune goes through all panes of the window.
+    // Gives the loaded tune to all panes of the window.
     void handOver(bool withPwm);
 };
 

@@ -1,4 +1,4 @@
-// The fuel map: its grid, its editing, and its way to the ECU.
+// The fuel map: its grid, its editing, and its transfer to the ECU.
 #pragma once
 
 #include "link/Windows.h"
@@ -26,8 +26,8 @@ public:
     // Show the image as received, or (OUT) as edited.
     void populateFuel() override { showReceived(); }
     void populateFuelOUT() { showEdited(); }
-    // The key-down handler, also called by the agent. RuntimeError 9 for a cell that the grid has not got; nothing is
-    // changed then.
+    // The key-down handler, also called by the agent. RuntimeError 9 for a cell outside the grid; nothing is changed
+    // then.
     void fuelKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
 
     // InjTimeScale, for the window's list of properties.

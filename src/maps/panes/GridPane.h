@@ -1,4 +1,4 @@
-// A pane with a map: its grid, its editing, and the buttons that bring it from the ECU and back.
+// A pane with a map: its grid, its editing, and the buttons that read it from the ECU and send it.
 #pragma once
 
 #include <string_view>
@@ -41,10 +41,10 @@ protected:
     virtual void redrawCell(int cell);
     virtual void cellEdited(int cell);
 
-    // Show the image as received, or as edited. Others call these past the window's door, and events may run in them.
+    // Show the image as received, or as edited. Called without Window::enter(); events may run in them.
     void showReceived();
     void showEdited();
-    // RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
+    // RuntimeError 9 for a cell outside the grid; nothing is changed then.
     void editCell(int index, int keyCode, int shift) { editor_.keyDown(index, keyCode, shift); }
 
     [[nodiscard]] controls::Frame& mapFrame() { return mapFrame_; }

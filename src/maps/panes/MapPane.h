@@ -8,8 +8,7 @@ namespace korvane::maps {
 class MapGrid;
 class PaneWindow;
 
-// A window inherits the panes that it is made of and has their controls for its own. It calls them in the order in
-// which it names them, each where its rule asks for it.
+// A window inherits its panes, so that their controls are its own. It calls them in the order of its base classes.
 class MapPane {
 public:
     explicit MapPane(PaneWindow& window);
@@ -19,14 +18,14 @@ public:
 
     [[nodiscard]] virtual MapGrid* paneGrid() { return nullptr; }
 
-    // The window loads: the controls go to their places, and what the feature word offers is enabled.
+    // The window loads: places the controls and enables what the feature word offers.
     virtual void loadPane(std::int32_t features) { static_cast<void>(features); }
     // Asks the ECU for the pane's data, and lets events run.
     virtual void readPane() {}
     // Every third of a second.
     virtual void tickPane() {}
 
-    // A tune was read from a file: all panes show what came, then all count it as edited too, then all show that.
+    // A tune was read from a file. Each step is done for all panes: show what was read, take it as edited, show that.
     virtual void showLoadedTune() {}
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}

@@ -95,7 +95,7 @@ void MiscPane::readPane() {
     paneWindow().line().requestFirst(link::kAskMiscBlock);
 }
 
-// The dispatcher calls it past the window's door, and events run in it.
+// The dispatcher calls it without Window::enter(), and events run in it.
 void MiscPane::LoadMisc(bool skipTimer) {
     const controls::Window::Stay stay(paneWindow());
     transfer_.LoadMisc(skipTimer);

@@ -1,4 +1,4 @@
-// The misc block: limits, offsets, the enable word and the injectors' longest opening.
+// The misc block: limits, offsets, the enable word and the injectors' longest opening time.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@ inline constexpr int kIgnitionOffset = 3;
 
 inline constexpr int kMiscBits = 16;  // of the enable word
 
-// The words of a window's misc block.
+// The texts of a window's misc block.
 struct MiscCaptions {
     std::array<std::string_view, kMiscBits> bits;  // of the enable word; empty for one without a meaning
     const char* receiving;                         // the window's caption while a reply is shown
@@ -27,7 +27,7 @@ struct MiscCaptions {
 
 class MiscPane : public MapPane, public link::MiscPart, public link::EepromPart {
 public:
-    // `captions` lives as long as the pane.
+    // `captions` must outlive the pane.
     MiscPane(PaneWindow& window, const MiscCaptions& captions);
 
     controls::CommandButton btnReadMisc, btnSaveMisc;

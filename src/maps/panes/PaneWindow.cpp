@@ -8,7 +8,7 @@ namespace korvane::maps {
 namespace {
 
 constexpr int kNarrowScreen = 12001;  // twips: below, cells have to be small
-constexpr int kWideScreen = 15700;    // above, there is room for bold text
+constexpr int kWideScreen = 15700;    // above, bold text fits
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
 

@@ -1,4 +1,4 @@
-// The ground on which panes stand: what all map windows have.
+// The base of the windows that are made of panes: what all map windows have.
 #pragma once
 
 #include <cstdint>
@@ -45,24 +45,24 @@ public:
     // What the panes read after the load, in their order; nothing with the port closed.
     void initialReads();
 
-    // For the panes. ground() is what the constructor of each takes.
+    // For the panes. ground() is passed to the constructor of each.
     [[nodiscard]] PaneWindow& ground() { return *this; }
     void addPane(MapPane& pane) { panes_.push_back(&pane); }
     [[nodiscard]] const std::vector<MapPane*>& panes() const { return panes_; }
     [[nodiscard]] const MapContext& context() const { return context_; }
     [[nodiscard]] MapLine& line() { return line_; }
     void tell(const std::string& text);
-    // Runs a step; its failure is told as `text`.
+    // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
 
-    // Called when the window goes.
+    // Called when the window is unloaded.
     std::function<void()> Closed;
 
 protected:
     void Form_Load() override;
     bool Form_Unload() override;
 
-    // How the panes lie, behind their load.
+    // Places the panes, after their load.
     virtual void arrangePanes() {}
     // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
     virtual void followEngine() {}

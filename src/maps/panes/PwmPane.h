@@ -1,4 +1,4 @@
-// The PWM table: its grid, its editing, and its way to the ECU.
+// The PWM table: its grid, its editing, and its transfer to the ECU.
 #pragma once
 
 #include "link/Windows.h"
@@ -20,7 +20,7 @@ public:
     // Show the table as received, or (OUT) as edited.
     void populatePWM() { showReceived(); }
     void populatePWMOUT() override { showEdited(); }
-    // The key-down handler. RuntimeError 9 for a cell that the grid has not got; nothing is changed then.
+    // The key-down handler. RuntimeError 9 for a cell outside the grid; nothing is changed then.
     void pwmKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
 
     void loadPane(std::int32_t features) override;

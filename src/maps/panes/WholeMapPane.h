@@ -1,4 +1,4 @@
-// A map that comes and goes as a whole, and cell by cell while the engine runs: fuel and ignition.
+// A map that is read and sent as a whole, and cell by cell while the engine runs: fuel and ignition.
 #pragma once
 
 #include "link/Commands.h"
@@ -14,12 +14,12 @@ struct WholeMap {
     const link::MapCommands& commands;
     const MapWriter::Kind& writer;
     std::int32_t featureBit;  // without it the buttons are disabled
-    const char* loadFailure;  // told when a tune from a file can't be shown
+    const char* loadFailure;  // the message when a tune from a file can't be shown
 };
 
 class WholeMapPane : public GridPane {
 public:
-    // `map` lives as long as the pane.
+    // `map` must outlive the pane.
     WholeMapPane(PaneWindow& window, const WholeMap& map, Halves halves, GridRules rules);
 
     void loadPane(std::int32_t features) override;

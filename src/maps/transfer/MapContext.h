@@ -1,4 +1,4 @@
-// What the map windows work on beside their own controls.
+// What the map windows use besides their own controls.
 #pragma once
 
 #include "core/tables/SharedTables.h"
@@ -10,7 +10,7 @@ namespace korvane::maps {
 class Frm3Dmap;
 class FrmInjScale;
 
-// All of it lives longer than any map window.
+// All of it outlives every map window.
 struct MapContext {
     core::SharedTables& tables;
     link::ConnectionPanel& connection;  // MSComm1 and the poll timer, TimerRequestData

@@ -1,4 +1,4 @@
-// What the transfers of a map window share: the way to the ECU, the poll timer, the caption and the trap for failures.
+// What the transfers of a map window share: the line to the ECU, the poll timer, the caption and the catch of failures.
 #pragma once
 
 #include <cstdint>
@@ -33,11 +33,12 @@ public:
     // Events run in both: the port may be closed, the window unloaded and another transfer begun and ended by then.
     void wait(int milliseconds);
     void pump();
-    // Nothing runs: for handlers of replies, in whose waits the next reply would be cut in two.
+    // Blocks. For handlers of replies: in a wait the next reply could begin, and the receiver would lose its command
+    // when the handler ends.
     void block(int milliseconds);
 
     void show(std::string_view caption) { window_.Caption = caption; }
-    // With the time of day behind it.
+    // Shows `text` with the time of day behind it.
     void showWithTime(std::string_view caption);
     // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
     void request(std::uint8_t command);

@@ -8,7 +8,7 @@ namespace korvane::maps {
 namespace {
 
 constexpr std::size_t kHalf = 160;
-constexpr int kBytePause = 1;      // ms; the ECU's EEPROM writer keeps up with no more
+constexpr int kBytePause = 1;      // ms; the ECU can't take the bytes of a map any faster
 constexpr int kCommitPause = 100;  // ms, before and behind the commit letter
 constexpr int kAckPause = 5;       // ms
 constexpr int kFirstAckTurns = 100;
@@ -73,7 +73,7 @@ void MapWriter::writeWhole() {
     line_.show(kind_.done);
 }
 
-// The second half goes out also when the first was not acknowledged; only the commit depends on both.
+// The second half is sent also when the first was not acknowledged; only the commit depends on both.
 void MapWriter::writeHalves() {
     fields::Progress progress(window_.prgTransfer, 2 * kHalf);
     line_.stopPoll();

@@ -12,10 +12,10 @@ namespace korvane::maps {
 
 class PaneWindow;
 
-// How many halves a map goes out in; two need an acknowledgement each.
+// In how many halves a map is sent; two need an acknowledgement each.
 enum class Halves { One, Two };
 
-// A write may begin again, and the window be closed or the cable pulled, while one waits.
+// While a write waits, another one may begin, the window may be closed and the cable may be pulled out.
 class MapWriter {
 public:
     struct Kind;
@@ -30,7 +30,7 @@ private:
     void writeWhole();
     void writeHalves();
     void sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress);
-    // Whether the count of acknowledgements came to `count` within so many turns of 5 ms.
+    // Whether the count of acknowledgements reached `count` within so many turns of 5 ms.
     [[nodiscard]] bool acknowledged(int count, int turns);
 
     PaneWindow& window_;

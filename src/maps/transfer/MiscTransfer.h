@@ -17,7 +17,7 @@ public:
 
     void save();
 
-    // Brings MiscBlock onto the controls. False is how a reply of the ECU calls it: the poll stands still meanwhile.
+    // Shows MiscBlock in the controls. A reply of the ECU calls it with false: then the poll is stopped meanwhile.
     void LoadMisc(bool skipTimer);
     // The same display work after a file load, without timers; ends with its own caption.
     void showMiscOfFile();

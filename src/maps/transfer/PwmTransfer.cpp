@@ -10,7 +10,7 @@ namespace korvane::maps {
 
 namespace {
 
-// Three cells that the grid shows disabled are sent along.
+// Three cells that are disabled in the grid are sent too.
 constexpr int kFirstSent = 61;
 constexpr int kLastSent = 159;
 constexpr int kQuietPause = 200;  // ms, for the replies that the poll has asked for

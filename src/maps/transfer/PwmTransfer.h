@@ -10,11 +10,11 @@ class PaneWindow;
 
 class PwmTransfer {
 public:
-    // `grid` shows the bytes as they go out, as tool-tips.
+    // The tool-tips of `grid` show the bytes as they are sent.
     PwmTransfer(PaneWindow& window, MapGrid& grid);
 
-    // The caption speaks of the end at once; the cells come later, at the dispatcher's pace. With the port closed
-    // nothing else happens.
+    // The caption says at once that the read has ended; the cells arrive later through the dispatcher. With the port
+    // closed only the caption changes.
     void read();
     void save();
 

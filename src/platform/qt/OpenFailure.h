@@ -13,7 +13,7 @@ enum class OpenFailure { NothingFound, NoDeviceForPort, Missing, NoPermission, I
 struct OpenAttempt {
     int port = 0;
     int baud = 0;
-    std::string path;    // empty if no device stands for the port
+    std::string path;    // empty if the port has no device
     std::string detail;  // NoDeviceForPort: the ports that do have one; Other: the system's reason
 };
 

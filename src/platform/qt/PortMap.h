@@ -1,4 +1,4 @@
-// Which device stands behind COM1 to COM15.
+// Which devices COM1 to COM15 mean.
 #pragma once
 
 #include <filesystem>
@@ -41,13 +41,13 @@ public:
     // `find` is asked anew when the last answer is more than a second old.
     PortMap(const EventPump& pump, FixedPorts fixed, Finder find = findSerialPorts);
 
-    // The fixed devices stand at their numbers. The found ones fill the other numbers in order: USB adapters first, by
+    // The fixed devices have their given numbers. The found ones get the other numbers in order: USB adapters first, by
     // their link or else their path, then the other ports.
     [[nodiscard]] std::map<int, FoundPort> ports();
 
     // The device path of COM`port`, empty if none.
     [[nodiscard]] std::string pathOf(int port);
-    // "/dev/ttyUSB0, FT232R USB UART", empty if no device stands for the port.
+    // "/dev/ttyUSB0, FT232R USB UART", empty if the port has no device.
     [[nodiscard]] std::string describe(int port);
 
 private:

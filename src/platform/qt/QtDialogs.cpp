@@ -36,8 +36,8 @@ QString endingOf(const QString& nameFilter) {
     return ending == "*" ? QString() : ending;
 }
 
-// Whether the user accepted the dialog. It goes with its window when that closes meanwhile, and `dialog` is null then.
-// Otherwise the caller ends it at once: the next dialog would take one that is about to go for the active window.
+// Whether the user accepted the dialog. If its window closes meanwhile, the dialog is deleted and `dialog` is null.
+// Otherwise the caller deletes it at once: the next dialog could take it for the active window.
 template <class Dialog>
 bool execute(std::unique_ptr<Dialog>& dialog) {
     const QPointer<Dialog> alive(dialog.get());

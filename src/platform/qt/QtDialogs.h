@@ -12,7 +12,7 @@ namespace korvane::platform {
 // "All Files (*.txt)|*.txt" in the toolkit's form: one text for each pair, "All Files (*.txt)".
 [[nodiscard]] QStringList nameFilters(std::string_view filter);
 
-// Needs a QApplication. Dialogs stand before the active window.
+// Needs a QApplication. Dialogs are shown in front of the active window.
 class QtDialogs : public Dialogs {
 public:
     explicit QtDialogs(QtPump& pump) : pump_(pump) {}

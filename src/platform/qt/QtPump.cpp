@@ -12,7 +12,7 @@
 namespace korvane::platform {
 
 namespace {
-// Longer than this the timer sleeps in several steps: its interval is an int.
+// A longer interval is split into several steps: the timer's interval is an int.
 constexpr Micros kLongestSleep = 3'600'000 * kMicrosPerMilli;
 }  // namespace
 
@@ -89,7 +89,7 @@ void QtPump::whenSettled(std::function<void()> call, Micros patience) {
     settled->alarm->callAt(now());
 }
 
-// An alarm asked for now comes behind all that are due already.
+// An alarm that is asked for now runs after all that are due already.
 void QtPump::settle(std::list<Settled>::iterator settled) {
     if (isUnsettled(*settled)) {
         settled->alarm->callAt(now() + (depth_ > settled->depth ? kMicrosPerMilli : 0));

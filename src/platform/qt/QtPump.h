@@ -13,7 +13,7 @@
 
 namespace korvane::platform {
 
-// Lives on the thread of the QCoreApplication; needs no display. Alarms never run early and never from inside callAt.
+// Belongs to the thread of the QCoreApplication; needs no display. Alarms never run early and never from inside callAt.
 // One that is due at once runs at the event loop's next turn; a later one may come up to 1 ms late.
 class QtPump : public AlarmPump {
 public:
@@ -29,10 +29,10 @@ public:
     void wait(int milliseconds) override;
     // Windows go on painting and devices are read; the user's input waits.
     void sleep(int milliseconds) override;
-    // A message box that comes up meanwhile is not waited for.
+    // Does not wait for a message box that is shown meanwhile.
     void whenSettled(std::function<void()> call, Micros patience) override;
 
-    // While one lives, program alarms keep still; each that falls due runs once afterwards. Painting, input and device
+    // While one exists, program alarms do not run; each that falls due runs once afterwards. Painting, input and device
     // alarms go on. Holds nest.
     class Hold {
     public:

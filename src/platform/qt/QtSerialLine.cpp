@@ -27,7 +27,7 @@ OpenFailure whyNotOpened(const std::string& path, QSerialPort::SerialPortError e
 
 QtSerialLine::QtSerialLine(EventPump& pump, PortMap ports)
     : pump_(pump), ports_(std::move(ports)), loss_(pump.makeAlarm([this] { reportLoss(); })) {
-    // The dead device is let go even while the program's handlers stand still.
+    // A device that was removed is closed even while the program's handlers do not run.
     closing_ = pump.makeAlarm(
         [this] {
             port_.close();
@@ -97,7 +97,7 @@ void QtSerialLine::write(std::span<const std::uint8_t> bytes) {
         return;
     }
     port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
-    // The caller may block the event loop next, and what it wrote must be on its way by then.
+    // The caller may block the event loop next: what it wrote must have reached the driver by then.
     port_.flush();
 }
 
@@ -110,7 +110,7 @@ int QtSerialLine::baud() const {
 }
 
 bool QtSerialLine::setBaud(int baud) {
-    // A driver that can't do a rate may take the order all the same and stay at its old one.
+    // A driver that can't set a rate may report success all the same and keep its old one.
     return port_.isOpen() && baud > 0 && port_.setBaudRate(baud) && isSameRate(baud, deviceRate(port_.handle()));
 }
 

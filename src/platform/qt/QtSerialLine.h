@@ -24,12 +24,12 @@ public:
     void close() override;
     [[nodiscard]] std::string deviceOf(int port) override { return ports_.describe(port); }
 
-    // Hands the bytes to the driver before it returns, as far as the driver takes them.
+    // Passes the bytes to the driver before it returns, as many as the driver accepts.
     void write(std::span<const std::uint8_t> bytes) override;
     // Counts what waits here and in the driver.
     [[nodiscard]] std::size_t pendingOutput() override;
 
-    // 0 if the device does not tell.
+    // 0 if the device does not report it.
     [[nodiscard]] int baud() const override;
     [[nodiscard]] bool setBaud(int baud) override;
 

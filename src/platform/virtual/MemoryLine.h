@@ -40,13 +40,13 @@ public:
     [[nodiscard]] int baud() const override { return baud_; }
     [[nodiscard]] bool setBaud(int baud) override;
 
-    // Bytes arrive at the PC now, from nowhere. Lost while the line is closed.
+    // Bytes arrive at the PC now, without a device that sends them. Lost while the line is closed.
     void inject(std::span<const std::uint8_t> bytes);
-    // Makes it a line like that of a real device.
+    // From now on mayFlood() is true, as for a real device.
     void setMayFlood(bool may) { mayFlood_ = may; }
     // The cable is pulled out.
     void pullOut();
-    // The device has something new to say: look at its next byte again.
+    // The device has something new to send: ask for its next byte again.
     void deviceChanged() { schedule(); }
 
 private:

@@ -1,4 +1,4 @@
-// Preferences that live as long as their object.
+// Preferences that are kept as long as their object exists.
 #pragma once
 
 #include <map>

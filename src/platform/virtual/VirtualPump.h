@@ -1,4 +1,4 @@
-// A clock that stands still except inside waits, and then jumps from event to event.
+// A clock that moves only inside waits, and there jumps from event to event.
 #pragma once
 
 #include <algorithm>
@@ -21,13 +21,13 @@ public:
     void pump() override;
     void wait(int milliseconds) override;
     void sleep(int milliseconds) override;
-    // Without patience: events that always ask for more are left after ten minutes of the clock, or after a hundred
-    // thousand of them.
+    // `patience` is not used: events that always ask for more are given up after ten minutes of the clock, or after a
+    // hundred thousand of them.
     void whenSettled(std::function<void()> call, Micros patience) override;
 
-    // Lets events run until `moment` (a wait in microseconds), for tests that look at single bytes.
+    // Lets events run until `moment` (a wait in microseconds), for tests that examine single bytes.
     void runUntil(Micros moment);
-    // Sets the clock on the wall, and nothing else, forward or (below 0) back.
+    // Sets the time of day, and nothing else, forward or (below 0) back.
     void shiftWallTime(std::int64_t seconds) { wallStart_ += seconds; }
 
 private:

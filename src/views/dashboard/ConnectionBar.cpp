@@ -63,7 +63,7 @@ public:
         addColumn(child<Caption>(&card_, caption, &readout), readout);
     }
 
-    // The bar stands beside the caption, where it takes no room from the texts.
+    // The bar is beside the caption, where it takes no space from the texts.
     void addState(controls::Label& state, controls::ProgressBar& progress) {
         QWidget* const inside = &card_;
         auto& readout = child<Readout>(inside, Readout::Look{.bold = true});

@@ -24,7 +24,7 @@ private:
     void propertyChanged(controls::Object& object, const void* property) override;
     void objectGone(const controls::Object& object) override;
 
-    logs::LogCounts* counts_;  // null when its window has gone
+    logs::LogCounts* counts_;  // null when its window is destroyed
     QLabel& label_;
     Binder& binder_;
     bool marked_ = false;

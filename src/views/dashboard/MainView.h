@@ -1,5 +1,5 @@
-// How the main window looks: the connection above, service buttons at the left, the dashboard in the middle, lamps and
-// inputs at the right.
+// The view of the main window: the connection above, service buttons at the left, the dashboard in the middle, lamps
+// and inputs at the right.
 #pragma once
 
 #include "live/FrmSarn2.h"

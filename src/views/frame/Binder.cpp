@@ -44,7 +44,7 @@ QWidget* Binder::widgetOf(const controls::Control* control) const {
     return found != byControl_.end() ? found->second : nullptr;
 }
 
-// A window that is being destroyed has lost its controls before it says that it goes.
+// A window that is being destroyed has destroyed its controls before its observers are told.
 void Binder::endVisit() {
     if (--visits_ == 0 && !attached_) {
         view_.deleteLater();
@@ -82,7 +82,7 @@ void Binder::frame() {
     }
 }
 
-// What showing sets off (a disabled widget hands the focus on, and the program hears of it) is shown in the same go.
+// Changes that showing causes (a disabled widget passes the focus on, and a handler runs) are shown in the same frame.
 void Binder::showAll() {
     if (showing_) {
         return;

@@ -67,7 +67,7 @@ public:
     void bind(controls::Image& image, Lamp& widget);
     void bind(controls::PictureBox& picture, PictureView& widget);
     void bind(controls::Chart& chart, ChartWidget& widget);
-    // What stands in `container` stands in the widget and goes with it.
+    // The widget contains the widgets of the controls in `container`, and is shown and hidden with it.
     void bindContainer(controls::Control& container, QWidget& widget);
     void bind(live::SarnMeter& meter, Dial& widget);
     void bind(live::SarnGauge& gauge, Gauge& widget);
@@ -81,7 +81,7 @@ public:
     // The widget bound to the control; null when there is none.
     [[nodiscard]] QWidget* widgetOf(const controls::Control* control) const;
 
-    // The window goes: nothing of it is touched from now on.
+    // The window is going: nothing of it is used from now on.
     void detach();
     [[nodiscard]] bool isAttached() const { return attached_; }
 
@@ -97,8 +97,8 @@ public:
 
     void marked(BoundPart& part);
 
-    // The view calls the model: what the model does meanwhile must not delete the view. A view whose window has gone is
-    // deleted after its last visit.
+    // The view calls the model, which must not delete the view meanwhile. A view whose window is unloaded is deleted
+    // after its last visit.
     class Visit {
     public:
         explicit Visit(Binder& binder) : binder_(binder) { ++binder_.visits_; }

@@ -16,12 +16,12 @@ namespace korvane::views {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
-// A control further left than this has been moved away, which is how pages and panes are hidden.
+// A control further left than this (twips) counts as hidden: pages and panes are hidden by moving them away.
 constexpr int kOutOfView = -3000;
 constexpr int kUsualFontSize = 8;  // points, of all controls by design
 constexpr double kLegible = 4.5;   // the least contrast for a text of usual size
 
-// What can be read on `ground`: `usual` if that will do.
+// A text colour that can be read on `ground`: `usual` if its contrast is enough.
 QColor legibleOn(const QColor& ground, const QColor& usual) {
     if (contrast(ground, usual) >= kLegible) {
         return usual;
@@ -83,7 +83,7 @@ void Binding::showCommon() {
     showColors();
 }
 
-// A control of another size keeps its proportion to the texts around it.
+// A control with another font size keeps its proportion to the texts around it.
 void Binding::press() {
     act([this] {
         if (control_.canFocus()) {

@@ -15,7 +15,7 @@ namespace korvane::views {
 
 class Binder;
 
-// Shows what the control is and turns the toolkit's events into the control's. Changes of the control only mark the
+// Shows the control's state and turns the toolkit's events into the control's. Changes of the control only mark the
 // binding; show() brings the widget up to date.
 class Binding : public QObject, public BoundPart, private controls::Observer {
 public:
@@ -35,7 +35,7 @@ protected:
     // A key that makes a character, before the widget gets it; true keeps it from the widget.
     virtual bool characterTyped(QKeyEvent& event);
 
-    // Where the control's colours go.
+    // The widget that gets the control's colours.
     struct Roles {
         QPalette::ColorRole back = QPalette::Window;
         QPalette::ColorRole fore = QPalette::WindowText;
@@ -51,8 +51,8 @@ protected:
     template <class Action>
     void act(Action action);
 
-    // The user presses the control, with the mouse, a key or its letter. By its letter too it gets the focus first, so
-    // that what has been typed elsewhere is taken before.
+    // The user presses the control, with the mouse, a key or its letter. It gets the focus first in all cases,
+    // so that what has been typed elsewhere is taken before.
     void press();
 
 private:

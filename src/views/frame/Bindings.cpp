@@ -1,4 +1,4 @@
-// The bindings of what shows and is pressed; lists and boxes that are typed into have files of their own.
+// Continues Binder: labels, buttons and other controls; lists and text boxes have files of their own.
 #include <QAccessible>
 #include <QCheckBox>
 #include <QGroupBox>
@@ -66,7 +66,7 @@ public:
     }
 
 protected:
-    // A button without a caption is known by its tool-tip.
+    // The accessible name of a button without a caption is its tool-tip.
     void showContent() override {
         push_.setText(captionText(button_.Caption, mnemonic_));
         push_.setAccessibleName(
@@ -108,7 +108,7 @@ protected:
     }
 
 private:
-    // The toolkit has toggled the box already; what the program makes of it counts.
+    // The toolkit has toggled the box already; the control's value, which the program may change, is what counts.
     void pressed() {
         press();
         if (binder().isAttached()) {
@@ -137,7 +137,7 @@ protected:
     }
 
 private:
-    // As with a check box; and a press on the chosen option must not take it away.
+    // As with a check box; and a press on the chosen option must not switch it off.
     void pressed() {
         press();
         if (binder().isAttached()) {

@@ -20,7 +20,7 @@ public:
     virtual void show() = 0;
     // The palette has changed under colours that were taken from it.
     virtual void showColorsAgain() = 0;
-    // The window goes. A control that is not `alive` has gone already; none is touched again.
+    // The window is going. A control that is not `alive` is destroyed already; no control is used from now on.
     virtual void detach(const ControlSet& alive) = 0;
 };
 

@@ -49,7 +49,7 @@ private:
         }
     }
 
-    // The list is opened by a user who has come to it, also when the focus has been here all along.
+    // Opening the list counts as entering it, also when it had the focus before.
     void opening() {
         if (box_.window().activeControl() == &box_) {
             box_.window().enter(box_.name(), [this] { box_.GotFocus(); });

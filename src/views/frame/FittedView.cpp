@@ -13,7 +13,7 @@
 namespace korvane::views {
 
 namespace {
-// How much of a larger window goes into larger texts; the rest goes into what the parts show.
+// The share of a larger window's extra size that makes texts larger; the rest makes the parts larger.
 constexpr double kTextShare = 0.6;
 constexpr QSize kSmallest{480, 320};
 }  // namespace

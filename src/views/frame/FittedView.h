@@ -12,7 +12,7 @@ public:
     // A window of `usual` text sizes has all its parts at their usual size.
     FittedView(controls::Window& window, FrameClock& clock, QSizeF usual);
 
-    // What the parts stand in.
+    // The widget that contains the parts.
     [[nodiscard]] QWidget& content() { return content_; }
 
 protected:

@@ -52,7 +52,7 @@ private:
         return rows;
     }
 
-    // The toolkit has moved the highlight already; what the program makes of it counts.
+    // The toolkit has moved the highlight already; the control's selection is what counts.
     void chosen(int row) {
         act([&] {
             if (list_.usable() && row <= list_.rowCount()) {

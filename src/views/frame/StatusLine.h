@@ -1,4 +1,4 @@
-// What a window tells in its caption, inside the window as well.
+// Shows the text of a window's caption inside the window as well.
 #pragma once
 
 #include <QString>

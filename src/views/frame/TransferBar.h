@@ -1,4 +1,4 @@
-// A progress bar that keeps its place while nothing is under way, so that nothing else moves.
+// A progress bar that keeps its place while it is hidden, so that nothing else moves.
 #pragma once
 
 #include <QProgressBar>

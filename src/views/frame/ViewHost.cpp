@@ -9,7 +9,7 @@ ViewHost::ViewHost(controls::WindowList& windows) : windows_(windows) {
     windows_.setListener(this);
 }
 
-// No event loop may come any more for those that are on their way out.
+// Views that wait to be deleted are deleted here: no event loop may run again.
 ViewHost::~ViewHost() {
     windows_.setListener(nullptr);
     for (const auto& view : leaving_) {

@@ -157,7 +157,7 @@ void WindowView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
-// A control with the focus has told the window of the key already.
+// A control with the focus has passed the key to the window already.
 void WindowView::keyPressEvent(QKeyEvent* event) {
     if (event->modifiers() == Qt::ControlModifier && (event->key() == Qt::Key_Q || event->key() == Qt::Key_W)) {
         close();

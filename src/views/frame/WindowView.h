@@ -20,7 +20,7 @@ public:
 
     // Shows the window as it is now; the host calls it once the view is built.
     void open();
-    // The window goes: the view disappears and touches nothing of it from now on.
+    // The window is going: the view is hidden and uses nothing of it from now on.
     void detach();
     // Detaches the view, which deletes itself as soon as no handler of the window runs that it has called.
     void leave();

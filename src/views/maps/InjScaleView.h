@@ -1,4 +1,4 @@
-// How the injector rescaling looks: both sizes and the button, and the frame that has nothing in it.
+// The view of the injector rescaling: both sizes and the button, and the empty frame.
 #pragma once
 
 #include "maps/FrmInjScale.h"

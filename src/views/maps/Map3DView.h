@@ -1,4 +1,4 @@
-// How the 3D map looks: which table, how it is presented, the cell under the mouse, and the map below.
+// The view of the 3D map: choice of table and presentation, the cell under the mouse, and the map below.
 #pragma once
 
 #include "maps/Frm3Dmap.h"

@@ -171,7 +171,7 @@ private:
         return active != nullptr && active->name() == name_ ? active->index() : std::nullopt;
     }
 
-    // Who comes by Tab comes to the cell that was left, or to the first that can be edited.
+    // Tab moves the focus to the cell that had it last, or to the first that can be edited.
     [[nodiscard]] controls::Control* entrance() {
         if (grid_(lastCell_).usable()) {
             return &grid_(lastCell_);
@@ -199,7 +199,7 @@ private:
         });
     }
 
-    // Shift alone waits for what it is held for: where + needs it, it begins no selection.
+    // Shift alone is held back until the next key: where it is needed to type +, it begins no selection.
     bool keyPressed(const QKeyEvent& event) {
         const int code = keyCodeOf(event);
         if (code == controls::kKeyTab) {
@@ -254,7 +254,7 @@ private:
         }
     }
 
-    // The cell that was pressed hears of it, wherever the mouse has gone meanwhile.
+    // The cell that was pressed gets the release, wherever the mouse is now.
     void mouseReleased(const QMouseEvent& event) {
         const auto cell = std::exchange(pressed_, std::nullopt);
         if (!cell) {
@@ -290,7 +290,7 @@ private:
 
     int lastCell_ = 0;
     std::optional<int> pressed_;       // by the mouse
-    std::optional<int> waitingShift_;  // the Shift argument of a Shift key that nobody has been told of
+    std::optional<int> waitingShift_;  // the Shift argument of a Shift key that is held back
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What screen readers hear of a map grid: a table of cells, each with its name, value and state.
+// Accessibility of a map grid: a table of cells, each with its name, value and state.
 #pragma once
 
 #include <QAccessibleInterface>
@@ -7,7 +7,7 @@ namespace korvane::views {
 
 class MapGridView;
 
-// For the toolkit, which owns the result.
+// Called by the toolkit, which owns the result.
 [[nodiscard]] QAccessibleInterface* speakGrid(MapGridView& grid);
 
 }  // namespace korvane::views

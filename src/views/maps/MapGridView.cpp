@@ -273,8 +273,8 @@ void MapGridView::announce(int index) const {
 }
 
 MapGridView::Colors MapGridView::colorsOf(const Cell& cell) const {
-    // The program writes black, blue and red on white: what has no colour of its own yet is paper and ink too, whatever
-    // the palette.
+    // The program sets black, blue and red texts on white: a cell without own colours is black on white too, in every
+    // palette.
     const auto shown = [this](controls::Color color, controls::Color usual) {
         return controls::isSystemColor(color) ? colorOf(usual, palette()) : colorOf(color, palette());
     };
@@ -313,7 +313,7 @@ void MapGridView::paintCell(QPainter& painter, int index) const {
     if (look.text.isEmpty()) {
         return;
     }
-    // Blue or red on the red of the running cell can't be read: the number stands on a plate then.
+    // Blue or red on the red of the running cell can't be read: the number gets a ground of its own then.
     if (look.enabled && contrast(colors.fore, colors.back) < kLowContrast) {
         painter.fillRect(place.adjusted(kPlateMargin, kPlateMargin, -kPlateMargin, -kPlateMargin),
                          colorOf(controls::kWhite, palette()));

@@ -58,7 +58,7 @@ QCheckBox& makeBit(controls::CheckBox& bit, Binder& binder, QWidget* parent) {
     return check;
 }
 
-// A bit without a caption is known by its number.
+// The name of a bit without a caption is its number.
 QLayout& makeNamelessBits(maps::MiscPane& pane, const std::vector<int>& bits, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kColumnGap);

@@ -18,13 +18,13 @@ namespace korvane::views {
 
 class WindowView;
 
-// A frame and the grid that fills it; `name` is how screen readers call the map.
+// A frame and the grid that fills it; `name` is the map's name for screen readers.
 Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent);
 
-// What the window's caption tells, the progress of a transfer, and the buttons for files and tools.
+// The text of the window's caption, the progress of a transfer, and the buttons for files and tools.
 QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent);
 
-// The boxes that belong to the analyser and its agent; in sight while it is shown.
+// The boxes that belong to the analyser and its agent; visible while it is shown.
 QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
 
 // The switch of the analyser and the buttons of its targets.
@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] Card& card() { return card_; }
 
-    // A row of two. Pairs that are in sight by turns share one.
+    // A row of two. Pairs of which only one is visible at a time share a row.
     void addButtons(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
                     char rightMnemonic);
     void addInstead(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,

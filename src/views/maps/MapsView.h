@@ -1,4 +1,4 @@
-// How the map windows look: what goes on above, the grids at the left, commands and the misc block at the right.
+// The views of the map windows: state above, the grids at the left, commands and the misc block at the right.
 #pragma once
 
 #include <QVBoxLayout>
@@ -11,7 +11,7 @@
 
 namespace korvane::views {
 
-// What the two have in common.
+// The common part of both views.
 class MapsView : public FittedView {
 protected:
     MapsView(maps::MapForm& window, FrameClock& clock);
@@ -32,7 +32,7 @@ private:
     QVBoxLayout& right_;
 };
 
-// The fuel map above; below it ignition, PWM or analyser, whichever lies on top.
+// The fuel map above; below it ignition, PWM or analyser, whichever is on top.
 class FrmMapsView : public MapsView {
 public:
     FrmMapsView(maps::FrmMaps& window, FrameClock& clock);

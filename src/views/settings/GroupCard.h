@@ -1,4 +1,4 @@
-// One group of settings: its boxes with names and units, or in columns beneath their heads, and the button that saves.
+// One group of settings: its boxes with names and units, or in columns under headers, and the button that saves them.
 #pragma once
 
 #include <QGridLayout>
@@ -20,7 +20,7 @@ inline constexpr int kByteDigits = 3;
 inline constexpr int kWordDigits = 5;
 inline constexpr int kScaledDigits = 6;  // "2.7778"
 
-// A button whose caption has air around it.
+// A button with space around its caption.
 [[nodiscard]] QPushButton& makeCommand(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent);
 
 class GroupCard {
@@ -29,23 +29,23 @@ public:
 
     [[nodiscard]] Card& card() { return card_; }
 
-    // A line: the box between its name and its unit. Names, boxes and units of consecutive lines stand in columns.
+    // A line: the box between its name and its unit. Names, boxes and units of consecutive lines form columns.
     void addValue(const QString& name, controls::TextBox& box, int digits, const QString& unit = {});
     void addText(const QString& name, controls::TextBox& box);
     void addChoice(const QString& name, controls::ComboBox& box);
-    // Lines go on at the top, right of those so far.
+    // Later lines are put into a new column, right of those so far.
     void startColumn();
-    // Further lines stand below whatever has been added meanwhile.
+    // Later lines are put below everything that has been added so far.
     void startLines();
 
-    // The heads of columns, with a word before them.
+    // The column headers, with a text before them.
     void addHeads(const QString& word, const QStringList& heads);
-    // A row of boxes in these columns, `name` before it; `spoken` is what screen readers put before a column's head.
+    // A row of boxes in these columns, `name` before it; `spoken` is what screen readers say before a column's header.
     void addCells(const QString& name, const QString& spoken, const std::vector<controls::TextBox*>& boxes, int digits);
     void addCells(const QString& name, const QString& spoken, controls::ControlArray<controls::TextBox>& boxes,
                   int digits);
 
-    // Heads with one row of boxes beneath them.
+    // Column headers with one row of boxes below them.
     void addTable(const QString& word, const QStringList& heads, const QString& spoken,
                   controls::ControlArray<controls::TextBox>& boxes, int digits);
 
@@ -53,11 +53,11 @@ public:
     void addOptions(controls::ControlArray<controls::OptionButton>& options, Qt::Orientation direction);
     void add(QWidget& widget) { rows_.insertWidget(end(), &widget); }
     void add(QLayout& layout) { rows_.insertLayout(end(), &layout); }
-    // At the lower right; several stand side by side.
+    // At the lower right; several are side by side.
     void addButton(controls::CommandButton& button, char mnemonic);
 
 private:
-    // Behind what has been added, above the free room and the buttons.
+    // Below what has been added, above the free space and the buttons.
     [[nodiscard]] int end() const { return rows_.count() - (buttons_ != nullptr ? 2 : 1); }
     QGridLayout& lines();
     void addName(const QString& name, QWidget& field);
@@ -86,7 +86,7 @@ public:
     };
     void add(std::initializer_list<Place> row);
     void addNote(const QString& text);
-    // The rest of the page stays free.
+    // The rest of the page stays empty.
     void close() { rows_.addStretch(1); }
 
 private:
@@ -97,7 +97,7 @@ private:
 // "1.0", "1.5" ...: the engine speeds from `first` on, in thousands.
 [[nodiscard]] QStringList thousands(int first, int step, int count);
 
-// What a box that is stepped by keys looks like, for those who wonder.
+// An explanation of the boxes that are stepped by keys.
 [[nodiscard]] QString steppedLegend();
 
 }  // namespace korvane::views

@@ -8,7 +8,7 @@
 
 namespace korvane::views {
 
-// Each fills its page with the groups that stand there.
+// Each fills its page with its groups.
 void fillIgnitionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillInjectionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillPwmPage(settings::MiscControls& window, Binder& binder, QWidget* page);

@@ -20,7 +20,7 @@ Card& makeMapSensor(settings::MiscControls& window, Binder& binder, QWidget* pag
     return group.card();
 }
 
-// A button for each end, and what the ECU holds for it.
+// A button for each end, and the value that the ECU has stored for it.
 void addEnd(GroupCard& group, QGridLayout& grid, controls::CommandButton& button, char mnemonic, controls::Label& value,
             Binder& binder) {
     QWidget* const parent = &group.card();

@@ -22,7 +22,7 @@ constexpr int kNumberDigits = 7;
 constexpr int kListShare = 1;
 constexpr int kToolShare = 1;
 
-// A text in whose gap one box stands, and another behind it.
+// A text with one box in its gap and another one behind it.
 QLayout& makePair(const QString& text, controls::TextBox& inGap, const QString& gapName, controls::TextBox& behind,
                   const QString& behindName, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);

@@ -35,7 +35,7 @@ void keepPlace(QWidget& widget) {
 
 }  // namespace
 
-// Tab goes through the widgets in the order in which they are made: tabs, page after page, foot.
+// Tab goes through the widgets in the order in which they are made: tabs, page after page, the row below.
 MiscView::MiscView(settings::FrmMisc& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
     auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
@@ -86,8 +86,8 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     return card;
 }
 
-// The window gives itself a size in which hardly a page could be read: the first time it is shown it opens as large as
-// its pages need, within the screen.
+// The window's own size is too small for its pages: when it is shown first, it is as large as they need, within the
+// screen.
 void MiscView::showEvent(QShowEvent* event) {
     FittedView::showEvent(event);
     if (!opened_) {

@@ -1,4 +1,4 @@
-// How the settings window looks: tabs above, the page of the chosen one, and at the foot what the full read tells.
+// The view of the settings window: tabs above, the page of the chosen one, and below it the state of the full read.
 #pragma once
 
 #include "settings/FrmMisc.h"

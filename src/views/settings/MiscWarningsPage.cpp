@@ -8,7 +8,7 @@ namespace {
 constexpr int kAlsDigits = 4;  // "67.5"
 }
 
-// The names over the air and the fourth temperature are crossed, as they have always been.
+// The names of the air and the fourth temperature are exchanged on purpose: users know the boxes that way.
 void fillWarningsPage(settings::MiscControls& window, Binder& binder, QWidget* page) {
     const QString measured = QStringLiteral("meas");
     GroupCard group(window.FrameWarnings, binder, page);

@@ -1,4 +1,4 @@
-// A titled box with a ground of its own, around what belongs together.
+// A titled box with its own ground, around widgets that belong together.
 #pragma once
 
 #include <QGroupBox>
@@ -10,7 +10,7 @@ public:
     explicit Card(QWidget* parent) : QGroupBox(parent) {}
     Card(const QString& title, QWidget* parent) : QGroupBox(title, parent) {}
 
-    // The room inside, below the title.
+    // The area inside, below the title.
     static constexpr int kPadding = 10;
 
     // Sets the margins of the card's layout.
@@ -26,7 +26,7 @@ private:
     [[nodiscard]] int titleHeight() const;
 };
 
-// A ground sunk into a card.
+// A darker area inside a card.
 class Tile : public QWidget {
 public:
     using QWidget::QWidget;

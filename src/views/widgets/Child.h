@@ -8,7 +8,7 @@ class QWidget;
 
 namespace korvane::views {
 
-// The parent of what finds its owner later, when it is added to a layout or a scroll area.
+// The parent of a widget that gets its owner later, when it is added to a layout or a scroll area.
 inline constexpr QWidget* kNobody = nullptr;
 
 // A new widget inside `parent`, which deletes it. Further arguments come before the parent in the widget's constructor.

@@ -1,4 +1,4 @@
-// A drop-down list that says when it is about to open and keeps still under the wheel while it has no focus.
+// A drop-down list that calls a function before it opens and ignores the wheel while it has no focus.
 #pragma once
 
 #include <QComboBox>

@@ -182,7 +182,7 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// One letter again and again goes through the rows that begin with it.
+// The same letter typed again goes to the next row that begins with it.
 void ListTable::keyboardSearch(const QString& search) {
     const bool goesOn = sinceTyped_.isValid() && sinceTyped_.elapsed() < QApplication::keyboardInputInterval();
     typed_ = goesOn ? typed_ + search : search;
@@ -197,8 +197,8 @@ void ListTable::keyboardSearch(const QString& search) {
     }
 }
 
-// The next row from `from` on, round the end, in which a column begins so, blanks left aside; the first column goes
-// before the others.
+// The next row from `from` on, continuing at the first, in which a column begins with the text, leading blanks ignored;
+// the first column is searched before the others.
 int ListTable::find(const QString& start, int from) const {
     const int count = rows_.rowCount();
     for (int column = 0; column < rows_.columnCount(); ++column) {

@@ -76,7 +76,7 @@ double contrast(const QColor& one, const QColor& other) {
 
 namespace shades {
 
-// The text says nothing about it: the program may colour one text alone.
+// Decided by the ground and not by the text's colour, which the program may set for a single text.
 bool isDark(const QPalette& palette) {
     const QColor ground = palette.color(QPalette::Window);
     return contrast(ground, Qt::white) > contrast(ground, Qt::black);

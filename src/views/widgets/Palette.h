@@ -25,10 +25,10 @@ namespace shades {
 // Whether white stands out better than black on the window's ground.
 [[nodiscard]] bool isDark(const QPalette& palette);
 [[nodiscard]] QColor surface(const QPalette& palette);  // cards
-[[nodiscard]] QColor tile(const QPalette& palette);     // what is sunk into a card
+[[nodiscard]] QColor tile(const QPalette& palette);     // areas inside a card
 [[nodiscard]] QColor border(const QPalette& palette);   // around both
 [[nodiscard]] QColor muted(const QPalette& palette);    // names beside values
-// The same for a widget's text; one that the program has given a colour has just that.
+// The same for a widget's text; a text with a colour set by the program keeps it.
 [[nodiscard]] QColor names(const QWidget& widget);
 [[nodiscard]] QColor face(const QPalette& palette);  // of a dial; a window that changes its colour leaves it alone
 }  // namespace shades

@@ -1,4 +1,4 @@
-// Panes that take turns in one place.
+// Panes of which one is shown at a time, in one place.
 #pragma once
 
 #include <QWidget>
@@ -9,12 +9,12 @@ class QStackedLayout;
 
 namespace korvane::views {
 
-// Shows the page of the first of its panes that is in sight; panes lie over those that were added after them.
+// Shows the page of the first of its visible panes; a pane covers those that were added after it.
 class PaneStack : public QWidget {
 public:
     explicit PaneStack(QWidget* parent);
 
-    // A new page at the bottom. `pane`, which stands somewhere in it, must be given to watch() before the next one.
+    // A new page at the bottom. `pane`, which is somewhere in it, must be given to watch() before the next one.
     [[nodiscard]] QWidget& addPage();
     // The page added last is shown as long as `pane` is not hidden.
     void watch(QWidget& pane);

@@ -1,11 +1,11 @@
-// Keeping what has the focus in view.
+// Keeps the widget with the focus visible.
 #pragma once
 
 #include <QWidget>
 
 namespace korvane::views {
 
-// Scrolls what `widget` stands in until `place` of it can be seen; does nothing where nothing scrolls.
+// Scrolls the scroll area around `widget` until `place` of it is visible; does nothing without a scroll area.
 void reveal(const QWidget& widget, const QRect& place);
 
 }  // namespace korvane::views

@@ -1,4 +1,4 @@
-// Distances that all windows keep.
+// Distances that all windows use.
 #pragma once
 
 namespace korvane::views {

@@ -23,7 +23,7 @@ Place onEdge(Axis axis, const Projection& projection, double along, double out) 
     return axis == Axis::Columns ? Place{along, y, 0} : Place{x, along, 0};
 }
 
-// How many texts further on the next one has room.
+// How many texts further on the next one fits.
 int strideFor(QPointF step, QPointF direction, QSizeF largest) {
     const double across = std::abs(step.x() * direction.y() - step.y() * direction.x());
     const double along = std::abs(step.x() * direction.x() + step.y() * direction.y());

@@ -1,4 +1,4 @@
-// Where the texts at the edges of a map in space stand, so that none lies on another.
+// The places of the texts at the edges of a 3D map, so that none covers another.
 #pragma once
 
 #include <QSizeF>
@@ -12,7 +12,7 @@ namespace korvane::views {
 
 enum class Axis { Columns, Rows };
 
-// Texts along the near edge of the floor, each running away from it along the other axis.
+// Texts along the near edge of the floor, each written along the other axis, away from the edge.
 struct AxisLabels {
     double degrees = 0;        // of the line they are written on, clockwise, from -90 to 90
     bool endsAtPlace = false;  // the text's end, or else its start, is at its place

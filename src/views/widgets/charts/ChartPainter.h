@@ -1,4 +1,4 @@
-// Paints a map in space: floor and walls with their lines, the map itself coloured by height, the texts around it.
+// Paints a 3D map: floor and walls with their lines, the map itself coloured by height, the texts around it.
 #pragma once
 
 #include <QColor>

@@ -111,7 +111,7 @@ void ChartWidget::turnBy(double degreesRound, double degreesUp) {
     arrange();
 }
 
-// What is under the point stays there; at its usual size or a smaller one the map stands in the middle.
+// What is under the point stays there; at its usual size or a smaller one the map is centred.
 void ChartWidget::zoomAt(QPointF point, double factor) {
     const double zoom = std::clamp(zoom_ * factor, kSmallestZoom, kLargestZoom);
     const QPointF fromMiddle = point - middle();

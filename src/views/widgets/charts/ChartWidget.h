@@ -1,4 +1,4 @@
-// Shows a chart as a map in space that the user turns, and names the cell under the mouse.
+// Shows a chart as a 3D map that the user turns, and names the cell under the mouse.
 #pragma once
 
 #include <QWidget>
@@ -12,14 +12,14 @@
 namespace korvane::views {
 
 // Dragging and the arrow keys turn the map; the wheel, + and - make it larger and smaller; Home and a double click
-// bring back the usual sight.
+// restore the usual view.
 class ChartWidget : public QWidget {
 public:
     explicit ChartWidget(QWidget* parent);
 
     struct Content {
         std::vector<QString> rowLabels, columnLabels;
-        std::vector<QString> data;  // row by row; a text that is no number stands at the floor
+        std::vector<QString> data;  // row by row; a text that is no number has height 0
     };
     void setContent(Content content);
 
@@ -60,7 +60,7 @@ private:
     [[nodiscard]] Projection projection() const;
     void turnBy(double degreesRound, double degreesUp);
     void zoomAt(QPointF point, double factor);
-    // The sight or the content has changed.
+    // The turn, the size or the content has changed.
     void arrange();
     void mark(std::optional<int> cell);
     void findMarked();

@@ -83,7 +83,7 @@ void LineRaster::addSteep(QPoint top, QPoint bottom, QRgb color) {
     }
 }
 
-// A run that touches the last one in its column makes that one longer.
+// A run that touches the last one in its column is added to it.
 void LineRaster::addRun(int column, Run run) {
     if (column < 0 || column >= static_cast<int>(columns_.size())) {
         return;
@@ -106,8 +106,8 @@ void LineRaster::fillColumn(std::size_t column, QRgb* pixels, QRgb ground) const
     }
 }
 
-// A column of the picture is spread over the memory, so that going down it is slow. Some of them at a time are filled
-// where each is in one piece, and then copied by rows.
+// The pixels of a column are far apart in memory, so that filling a column is slow. So some columns at a time are
+// filled in a buffer where each is contiguous, and then copied by rows.
 void LineRaster::paint(QImage& image, QRgb ground) {
     const auto height = static_cast<std::size_t>(height_);
     const auto stride = static_cast<std::size_t>(image.bytesPerLine()) / sizeof(QRgb);

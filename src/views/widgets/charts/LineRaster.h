@@ -1,4 +1,5 @@
-// Lines one pixel thick, sorted by the column of pixels that they cross, for pictures that lines fill again and again.
+// Lines one pixel thick, sorted by the columns of pixels that they cross, for pictures that lines cover many times
+// over.
 #pragma once
 
 #include <QImage>
@@ -8,7 +9,8 @@
 
 namespace korvane::views {
 
-// Costs what the pixels of the picture cost, however long the lines are altogether. Every point of a line is covered.
+// The cost depends on the pixels of the picture, not on the total length of the lines. Every point of a line is
+// covered.
 class LineRaster {
 public:
     // Forgets all lines; what is added from now on is cut at this size.

@@ -102,7 +102,7 @@ void addColumns(QPolygon& line, std::span<const controls::Point> points, double 
 
 PictureView::PictureView(QWidget* parent) : PaintedWidget(QSizePolicy::Expanding, QSizePolicy::Expanding, parent) {}
 
-// A smaller picture would have its texts one upon the other.
+// In a smaller picture the texts would overlap.
 QSize PictureView::sizeHint() const {
     return {kSmallestWidth, static_cast<int>(std::ceil(kSmallestHeight / twipsPerPixelOfText()))};
 }
@@ -140,7 +140,7 @@ void PictureView::setDrawing(const controls::Drawing& drawing, int width, const 
     update();
 }
 
-// A text that would run out of the picture is drawn narrower.
+// A text that would not fit the picture is drawn narrower.
 void PictureView::addText(const controls::Drawing::Text& text, const QColor& color, double scale) {
     if (wordCount_ == words_.size()) {
         words_.emplace_back();

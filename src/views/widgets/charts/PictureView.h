@@ -1,5 +1,5 @@
-// Paints a picture box: its drawing scaled from twips to the pixels of the widget. A line of very many points costs
-// what its pixels cost, and no point of it that sticks out is lost.
+// Paints a picture box: its drawing scaled from twips to the pixels of the widget. The cost of a line of very many
+// points depends on its pixels, and its extreme points are always painted.
 #pragma once
 
 #include <QColor>
@@ -55,7 +55,7 @@ private:
     void addLine(const controls::Drawing& drawing, const controls::Drawing::Shape& shape, double scale);
     void addText(const controls::Drawing::Text& text, const QColor& color, double scale);
     void paintLines(QPainter& painter) const;
-    // The same much faster for lines that fill the picture again and again.
+    // The same, much faster for lines that cover the picture many times over.
     void paintLongLines(QPainter& painter);
     void paintTexts(QPainter& painter) const;
 

@@ -15,7 +15,7 @@ constexpr double kHeight = 0.85;
 
 constexpr double kFullTurn = 360;
 constexpr double kBarShare = 0.72;  // of a cell's side
-// From the upper left, over the viewer's shoulder.
+// The light comes from the upper left, from behind the viewer.
 constexpr Turned kLight{-0.43, -0.50, 0.75};
 
 double radians(double degrees) {
@@ -35,7 +35,7 @@ double lightOf(const Turned& one, const Turned& other) {
     return size > 0 ? std::clamp(along / size, 0.0, 1.0) : 0;
 }
 
-// Corners run against the clock for whoever looks at the lit side.
+// Corners are in anticlockwise order seen from the lit side.
 Face faceOf(const Projection& projection, const std::array<Place, 4>& places, int cell, double height) {
     Face face;
     std::transform(places.begin(), places.end(), face.corners.begin(),
@@ -93,7 +93,7 @@ void addBar(std::vector<Face>& faces, const Heights& heights, const Projection& 
     add({{{x.from, y.from, top}, {x.to, y.from, top}, {x.to, y.to, top}, {x.from, y.to, top}}});
 }
 
-// The sheet hangs on the middles of the cells and is divided halfway between them, so that each piece has a cell.
+// The sheet goes through the middles of the cells and is divided halfway between them, so that each piece has a cell.
 class Sheet {
 public:
     explicit Sheet(const Heights& heights) : heights_(heights) {}

@@ -1,4 +1,4 @@
-// The geometry of a map in space: where a place of it is on the screen, which faces it shows and what covers what.
+// The geometry of a 3D map: the screen position of each of its places, its faces and their order.
 #pragma once
 
 #include <QPointF>
@@ -44,7 +44,7 @@ public:
     // `centre` is the middle of the box on the screen, `scale` half the box's width in pixels.
     Projection(const Turn& turn, QPointF centre, double scale);
 
-    // The largest scale at which a box fits into a room of this size, however it is turned round.
+    // The largest scale at which a box fits into an area of this size at every azimuth.
     [[nodiscard]] static double scaleFor(double elevation, QSizeF room);
 
     [[nodiscard]] QPointF at(Place place) const;

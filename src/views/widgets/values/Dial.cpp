@@ -113,7 +113,7 @@ void Dial::paintNeedle(QPainter& painter) const {
     painter.drawEllipse(place({0.5, 0.5}), kHubDiameter / 2, kHubDiameter / 2);
 }
 
-// In the middle below the hub as long as the number's place reaches that far.
+// Centred below the hub if the number's place extends to the middle.
 void Dial::paintNumber(QPainter& painter) const {
     const QRectF plate = QRectF(numberPlate()).adjusted(1, 1, -1, -1);
     const qreal wanted = digits_.width(pose_.number);

@@ -1,11 +1,11 @@
-// A text with a wide gap in which a box stands: "delay [12] engine rounds".
+// A text with a wide gap that contains a box: "delay [12] engine rounds".
 #pragma once
 
 #include <QLabel>
 
 namespace korvane::views {
 
-// The box is a child of the label and as tall and wide as it wants to be; the text stays as it is given.
+// The box is a child of the label and has its preferred size; the text is not changed.
 class GapLabel : public QLabel {
 public:
     // The gap is the longest run of blanks of `text`.

@@ -6,7 +6,7 @@
 
 namespace korvane::views {
 
-// What a widget stands on.
+// The ground of a widget.
 enum class Ground { Surface, Tile };
 
 class Readout : public PaintedWidget {
@@ -25,11 +25,11 @@ public:
 
     void setText(const QString& text);
     [[nodiscard]] const QString& text() const { return text_; }
-    // The longest usual text: room for it is kept, whatever is shown. A longer one is drawn smaller, down to a limit,
-    // and then cut.
+    // The longest usual text: space for it is reserved, whatever is shown. A longer one is drawn smaller, down to a
+    // limit, and then cut.
     void setReserve(const QString& longest);
 
-    // Whether the text stands whole in the widget, and how much smaller than usual (1: not at all).
+    // Whether the whole text fits the widget, and its size relative to the usual one (1: as usual).
     [[nodiscard]] bool isCut() const { return cut_; }
     [[nodiscard]] double shrink() const { return shrink_; }
 

@@ -1,4 +1,4 @@
-// What stands in the middle of its place in a square as large as fits.
+// A widget that paints a centred square, as large as fits.
 #pragma once
 
 #include <QFont>

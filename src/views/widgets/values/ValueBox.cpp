@@ -60,15 +60,15 @@ void ValueBox::changeEvent(QEvent* event) {
     }
 }
 
-// A cell that is marked no longer gets the white of a box to type into, which dark windows don't have either.
+// When its mark is removed, a cell gets the usual ground and not white, which would be wrong in dark windows.
 void ValueBox::keepGround() {
     const QPalette usual;
     const QColor ground = usual.color(QPalette::Window);
     if (isReadOnly() && ground != Qt::white && palette().color(QPalette::Base) == Qt::white) {
-        QPalette mended;
-        mended.setResolveMask(0);
-        mended.setColor(QPalette::Base, ground);
-        setPalette(mended);
+        QPalette withGround;
+        withGround.setResolveMask(0);
+        withGround.setColor(QPalette::Base, ground);
+        setPalette(withGround);
     }
 }
 
@@ -86,7 +86,7 @@ void ValueBox::paintEvent(QPaintEvent* event) {
     }
 }
 
-// An arrow that has stepped the number must not scroll what the box stands in.
+// An arrow key that has stepped the number must not scroll the area around the box.
 void ValueBox::keyPressEvent(QKeyEvent* event) {
     QLineEdit::keyPressEvent(event);
     if (isReadOnly() && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {

@@ -1,5 +1,5 @@
-// A narrow box for a number. One that is locked says that only keys step it: a sign before the number, never a white
-// ground, no cursor but a ring around the box that has the focus.
+// A narrow box for a number. A locked one shows that it is changed by keys only: a sign before the number, no white
+// ground, no cursor, and a ring around the box that has the focus.
 #pragma once
 
 #include <QLineEdit>
