@@ -40,8 +40,8 @@ enum class MuxChannel {
 [[nodiscard]] SettingsBlock settingsBlock(const FirmwareMemory& memory);
 
 // Ignition debug word, half-turn time, spark debug word, advance time; times in counts of 1/72 ms. The debug words
-// alternate between their two good patterns (`turn` even, odd). With probability `fault` each of them has one bit
-// wrong.
+// alternate between their two good patterns (`turn` even, odd). With probability `fault` each of the two has a wrong
+// bit.
 [[nodiscard]] DebugPayload debugPayload(const EngineState& state, unsigned turn, double fault, Noise& noise);
 
 }  // namespace korvane::ecu

@@ -2,10 +2,10 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -17,12 +17,12 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsualSize(36, 27);  // of the text's
-constexpr int kLineGap = 6;
-constexpr int kColumnGap = 20;
+constexpr int kColumns = 2;
+constexpr int kTileGap = 6;
+constexpr int kTileMargin = 9;
+constexpr double kScale = 1.55;  // of the words
 constexpr int kDigits = 5;
-constexpr double kWordScale = 1.55;
-constexpr double kErrorScale = 1.2;
-constexpr int kErrorColumn = 2;
+const QString kErrors = QStringLiteral("Errors");
 
 }  // namespace
 
@@ -38,16 +38,20 @@ IgnDebugView::IgnDebugView(live::FrmIGNDebug& window, FrameClock& clock)
 
 Card& IgnDebugView::makeWords() {
     auto& card = child<Card>(&content());
-    auto& grid = child<QGridLayout>(&card);
-    grid.setHorizontalSpacing(kColumnGap);
-    grid.setVerticalSpacing(kLineGap);
-    grid.setColumnStretch(1, 1);
-    grid.setColumnStretch(kErrorColumn, 1);
-    grid.addWidget(&child<QLabel>(&card, QStringLiteral("Errors")), 0, kErrorColumn, Qt::AlignRight);
-    addWord(card, grid, QStringLiteral("IgnDebug"), window_.lblIgnDeb, &window_.lblIgnErr);
-    addWord(card, grid, QStringLiteral("SparkDebug"), window_.lblSparkDeb, &window_.lblSparkErr);
-    addWord(card, grid, QStringLiteral("rpm_t"), window_.lblRPMticks, nullptr);
-    addWord(card, grid, QStringLiteral("ennakko_t"), window_.lblEnnakkoTicks, nullptr);
+    auto& rows = child<QVBoxLayout>(&card);
+    rows.setSpacing(kSpacing);
+    auto& grid = child<QGridLayout>(kNobody);
+    grid.setSpacing(kTileGap);
+    for (int column = 0; column < kColumns; ++column) {
+        grid.setColumnStretch(column, 1);
+    }
+    addTile(card, grid, QStringLiteral("IgnDebug"), window_.lblIgnDeb);
+    addTile(card, grid, kErrors, window_.lblIgnErr).setAccessibleName(kErrors + QStringLiteral(" IgnDebug"));
+    addTile(card, grid, QStringLiteral("SparkDebug"), window_.lblSparkDeb);
+    addTile(card, grid, kErrors, window_.lblSparkErr).setAccessibleName(kErrors + QStringLiteral(" SparkDebug"));
+    addTile(card, grid, QStringLiteral("rpm_t"), window_.lblRPMticks);
+    addTile(card, grid, QStringLiteral("ennakko_t"), window_.lblEnnakkoTicks);
+    rows.addLayout(&grid, 1);
     auto& buttons = child<QHBoxLayout>(kNobody);
     buttons.setSpacing(kSpacing);
     for (const auto& [button, mnemonic] : {std::pair{&window_.Command1, 's'}, std::pair{&window_.Command2, 't'}}) {
@@ -56,28 +60,25 @@ Card& IgnDebugView::makeWords() {
         buttons.addWidget(&push);
     }
     buttons.addStretch(1);
-    grid.addLayout(&buttons, grid.rowCount(), 0, 1, kErrorColumn + 1);
+    rows.addLayout(&buttons);
     card.fitMargins();
     return card;
 }
 
-void IgnDebugView::addWord(Card& card, QGridLayout& grid, const QString& name, controls::Label& word,
-                           controls::Label* errors) {
-    const int row = grid.rowCount();
-    auto& value = child<Readout>(&card, Readout::Look{.scale = kWordScale, .bold = true, .alignment = Qt::AlignRight});
-    value.setReserve(QStringLiteral("65535"));
-    value.setAccessibleName(name);
-    binder().bind(word, value);
-    grid.addWidget(&child<QLabel>(&card, name), row, 0);
-    grid.addWidget(&value, row, 1);
-    grid.setRowStretch(row, 1);
-    if (errors != nullptr) {
-        auto& count = child<Readout>(&card, Readout::Look{.scale = kErrorScale, .alignment = Qt::AlignRight});
-        count.setReserve(QStringLiteral("1000000"));
-        count.setAccessibleName(QStringLiteral("Errors ") + name);
-        binder().bind(*errors, count);
-        grid.addWidget(&count, row, kErrorColumn);
-    }
+Readout& IgnDebugView::addTile(Card& card, QGridLayout& grid, const QString& name, controls::Label& label) {
+    auto& tile = child<Tile>(&card);
+    auto& rows = child<QVBoxLayout>(&tile);
+    rows.setContentsMargins(kTileMargin, kTileMargin / 2, kTileMargin, kTileMargin / 2);
+    rows.setSpacing(0);
+    auto& value =
+        child<Readout>(&tile, Readout::Look{.scale = kScale, .bold = true, .growing = true, .ground = Ground::Tile});
+    value.setReserve(QStringLiteral("1000000"));
+    binder().bind(label, value);
+    rows.addWidget(&child<Caption>(&tile, name, &value));
+    rows.addWidget(&value, 1);
+    const int place = grid.count();
+    grid.addWidget(&tile, place / kColumns, place % kColumns);
+    return value;
 }
 
 Card& IgnDebugView::makeSparks() {

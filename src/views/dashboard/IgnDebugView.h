@@ -10,6 +10,7 @@ class QGridLayout;
 namespace korvane::views {
 
 class Card;
+class Readout;
 
 class IgnDebugView : public FittedView {
 public:
@@ -17,8 +18,8 @@ public:
 
 private:
     Card& makeWords();
-    // A row of the grid; `errors` may be null.
-    void addWord(Card& card, QGridLayout& grid, const QString& name, controls::Label& word, controls::Label* errors);
+    // A name and, below it, the label; the next place of the grid.
+    Readout& addTile(Card& card, QGridLayout& grid, const QString& name, controls::Label& label);
     Card& makeSparks();
 
     live::FrmIGNDebug& window_;
