@@ -20,7 +20,7 @@ constexpr maps::MapGeometry kGrid = maps::kOrdinaryMaps;  // of the arithmetic h
 // A result as a Single holds it.
 float single(float value) {
     if (!std::isfinite(value)) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     return value;
 }

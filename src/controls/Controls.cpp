@@ -9,52 +9,37 @@ namespace {
 constexpr int kErrorInvalidPropertyValue = 380;
 
 constexpr std::array kCaption{property<&CaptionControl::Caption>("Caption")};
-constexpr std::array kCheckBox{PropertyInfo{
-    "Value",
-    [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const CheckBox&>(object).Value.get()}; },
-    [](Object& object, const Value& value) {
-        const auto state = detail::fromValue<int>(value);
-        if (state != 0 && state != 1) {
-            detail::wrongKind("0 or 1");
-        }
-        dynamic_cast<CheckBox&>(object).Value = state;
-    }}};
+
+const char* wantedState(const CheckBox&, int state) {
+    return state == 0 || state == 1 ? nullptr : "0 or 1";
+}
+
+const char* wantedTab(const TabStrip& strip, int tab) {
+    return tab >= 1 && tab <= strip.tabCount() ? nullptr : "a tab of the strip";
+}
+
+const char* wantedRow(const ComboBox& box, int row) {
+    return row >= -1 && row < box.ListCount() ? nullptr : "a row of the list";
+}
+
+Value countOf(const Object& object) {
+    return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()};
+}
+
+Value textOf(const Object& object) {
+    return dynamic_cast<const ComboBox&>(object).Text();
+}
+
+constexpr std::array kCheckBox{limitedProperty<&CheckBox::Value, wantedState>("Value")};
 constexpr std::array kOptionButton{property<&OptionButton::Value>("Value")};
-constexpr std::array kTabStrip{PropertyInfo{"SelectedItem",
-                                            [](const Object& object) -> Value {
-                                                return std::int64_t{
-                                                    dynamic_cast<const TabStrip&>(object).SelectedItem.get()};
-                                            },
-                                            [](Object& object, const Value& value) {
-                                                const auto tab = detail::fromValue<int>(value);
-                                                auto& strip = dynamic_cast<TabStrip&>(object);
-                                                if (tab < 1 || tab > strip.tabCount()) {
-                                                    detail::wrongKind("a tab of the strip");
-                                                }
-                                                strip.SelectedItem = tab;
-                                            }}};
+constexpr std::array kTabStrip{limitedProperty<&TabStrip::SelectedItem, wantedTab>("SelectedItem")};
 constexpr std::array kProgressBar{property<&ProgressBar::Value>("Value"), property<&ProgressBar::Max>("Max")};
 constexpr std::array kImage{property<&Image::Shown>("Picture")};
 constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
 constexpr std::array kComboBox{
-    PropertyInfo{"ListIndex",
-                 [](const Object& object) -> Value {
-                     return std::int64_t{dynamic_cast<const ComboBox&>(object).ListIndex.get()};
-                 },
-                 [](Object& object, const Value& value) {
-                     const auto row = detail::fromValue<int>(value);
-                     auto& box = dynamic_cast<ComboBox&>(object);
-                     if (row < -1 || row >= box.ListCount()) {
-                         detail::wrongKind("a row of the list");
-                     }
-                     box.ListIndex = row;
-                 }},
-    PropertyInfo{
-        "ListCount",
-        [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const ComboBox&>(object).ListCount()}; },
-        nullptr},
-    PropertyInfo{"Text", [](const Object& object) -> Value { return dynamic_cast<const ComboBox&>(object).Text(); },
-                 nullptr},
+    limitedProperty<&ComboBox::ListIndex, wantedRow>("ListIndex"),
+    readOnlyProperty<&countOf>("ListCount"),
+    readOnlyProperty<&textOf>("Text"),
 };
 
 }  // namespace
@@ -100,7 +85,7 @@ std::vector<std::span<const PropertyInfo>> OptionButton::propertyTables() const 
 
 const std::string& TabStrip::tabCaption(int tab) const {
     if (tab < 1 || tab > tabCount()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return captions_[static_cast<std::size_t>(tab) - 1];
 }
@@ -150,7 +135,7 @@ void ComboBox::Clear() {
 
 const std::string& ComboBox::List(int row) const {
     if (row < 0 || row >= ListCount()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return rows_[static_cast<std::size_t>(row)].text;
 }

@@ -272,7 +272,7 @@ void Connection::takeBytes() {
         static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - std::int64_t{panel_.bytesReceived});
     if (room == 0) {
         panel_.MSComm1.takeInput(1);
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     const auto waiting = panel_.MSComm1.waitingInput();
     const auto taken = panel_.receiver.consume(waiting.first(std::min(waiting.size(), room)));

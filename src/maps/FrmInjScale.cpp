@@ -22,7 +22,7 @@ constexpr const char* kIniFile = "Settings.ini";
 
 double finite(double value) {
     if (!std::isfinite(value)) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     return value;
 }
