@@ -149,7 +149,8 @@ void Connection::closePort() {
     panel_.TimerRequestData.Enabled = false;
 }
 
-// The control's Settings do not set the fast rates reliably, so these are forced on the open device.
+// The control's Settings do not set the fast rates reliably, so these are forced on the open device. The rate is read
+// in any case: a device that does not report it is an error.
 void Connection::forceBaud() {
     static_cast<void>(GetPortBaud(panel_.MSComm1));
     if (panel_.ComboBaud.ListIndex > kSpeedWhenUnknown) {
