@@ -1,7 +1,7 @@
 # Compile and link options that every target of the project shares.
 function(korvane_flags target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
-  # GCC 12 sees an overlapping copy in "text" + std::string where there is none, once it optimises.
+  # GCC 12 warns of an overlapping copy in "text" + std::string where there is none, when it optimises.
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict -Wno-unknown-warning-option)
   endif()
@@ -16,9 +16,9 @@ function(korvane_flags target)
 endfunction()
 
 # korvane_module(NAME [DIR folder] [WITHOUT folders] [USES modules] [QT modules])
-# One static library for each module: korvane_NAME from the sources in src/DIR and its folders, but for those in WITHOUT,
-# which are modules themselves. main.cpp belongs to the module's program and is left out. USES are the modules whose headers this
-# one may include; QT are Qt's libraries.
+# One static library for each module: korvane_NAME from the sources in src/DIR (default: src/NAME) and its folders, but
+# for those in WITHOUT, which are modules themselves. main.cpp belongs to the module's program and is left out. USES are
+# the modules whose headers this one may include; QT are Qt's libraries.
 function(korvane_module name)
   cmake_parse_arguments(arg "" "DIR" "WITHOUT;USES;QT" ${ARGN})
   if(NOT arg_DIR)
@@ -29,10 +29,6 @@ function(korvane_module name)
     list(FILTER sources EXCLUDE REGEX "/src/${arg_DIR}/${folder}/")
   endforeach()
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  if(NOT sources)
-    file(WRITE ${CMAKE_BINARY_DIR}/empty_${name}.cpp "")
-    set(sources ${CMAKE_BINARY_DIR}/empty_${name}.cpp)
-  endif()
   add_library(korvane_${name} STATIC ${sources})
   target_include_directories(korvane_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   foreach(other IN LISTS arg_USES)
@@ -68,9 +64,6 @@ endfunction()
 function(korvane_test name)
   cmake_parse_arguments(arg "" "" "USES;QT" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
-  if(NOT sources)
-    return()
-  endif()
   add_executable(test_${name} ${sources})
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(test_${name} PRIVATE korvane_support GTest::gmock_main)

@@ -20,7 +20,7 @@ constexpr maps::MapGeometry kGrid = maps::kOrdinaryMaps;  // of the arithmetic h
 // A result as a Single holds it.
 float single(float value) {
     if (!std::isfinite(value)) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     return value;
 }
@@ -91,10 +91,11 @@ void clsInjAnalyser::addValues(float lambda, float cell, float rpm, float load) 
     auto& stats = core::checked(CellStats, c);
     const float count = core::checked(SampleCount, c);
     stats.LambdaAvg = withSample(stats.LambdaAvg, count, single(lambda * LambdaScale));
-    const float above = rpm - static_cast<float>(kGrid.rpmOf(c));
-    stats.RpmOffsetAvg = withSample(stats.RpmOffsetAvg, count, std::fmax(above, 0.0F));
-    const float below = load - (static_cast<float>(c) / static_cast<float>(kGrid.columns) + 1.0F) * 0.1F;
-    stats.LoadOffsetAvg = withSample(stats.LoadOffsetAvg, count, below);
+    const float aboveColumn = rpm - static_cast<float>(kGrid.rpmOf(c));
+    stats.RpmOffsetAvg = withSample(stats.RpmOffsetAvg, count, std::fmax(aboveColumn, 0.0F));
+    // A real division: the position of the cell within its row counts too.
+    const float aboveRow = load - (static_cast<float>(c) / static_cast<float>(kGrid.columns) + 1.0F) * 0.1F;
+    stats.LoadOffsetAvg = withSample(stats.LoadOffsetAvg, count, aboveRow);
     core::checked(SampleCount, c) = count + 1.0F;
     auto& squares = core::checked(SquareSum, c);
     squares = single(squares + single(lambda * lambda));

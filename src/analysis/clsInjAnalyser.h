@@ -17,9 +17,9 @@ namespace korvane::analysis {
 inline constexpr std::size_t kAnalysedCells = 321;  // indices 0 to 320, whatever the map
 
 struct CellStatistics {
-    float LambdaAvg = 0.0F;
+    float LambdaAvg = 0.0F;      // as an air-fuel ratio, 10 to 20
     float RpmOffsetAvg = 0.0F;   // rpm above the cell's column
-    float LoadOffsetAvg = 0.0F;  // load above the cell's row
+    float LoadOffsetAvg = 0.0F;  // bar above the cell's row
     float LambdaBase = 0.0F;     // never set by the program
 };
 
@@ -35,6 +35,7 @@ public:
     [[nodiscard]] float Setpointget(std::int32_t index) const override;
     [[nodiscard]] float Proposal(std::int32_t index) const override;
     [[nodiscard]] float LambdaAvg(std::int32_t index) const override;
+    // The variance of the readings.
     [[nodiscard]] float Hajonta(std::int32_t index) const;
 
     void setSimpleMode(bool on) override { simpleMode_ = on; }

@@ -23,7 +23,7 @@ struct Options {
     std::optional<std::filesystem::path> script;
     platform::WallTime now{2026, 1, 5, 12, 0, 0};
     std::optional<std::string> ecu;    // "none", or KEY=VALUE,... as given
-    std::map<int, std::string> ports;  // the device that COM1 to COM15 stand for
+    std::map<int, std::string> ports;  // the devices that COM1 to COM15 mean
     std::optional<int> connect;        // COM port to connect to at the start
     std::optional<std::filesystem::path> folder;
     std::optional<std::filesystem::path> preferences;

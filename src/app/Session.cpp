@@ -74,7 +74,7 @@ Session::Session(const Options& options, Surroundings surroundings)
     registerNames();
 }
 
-// Only a line in memory on which nobody answers takes bytes from a script.
+// Only a line in memory without a device takes bytes from a script.
 platform::TappedLine::Inject Session::injection() {
     if (memoryLine_ && !ecu_) {
         return [this](auto bytes) { memoryLine_->inject(bytes); };

@@ -8,7 +8,7 @@
 
 namespace korvane::console {
 
-// Each gives the control the focus if it has not got it. A control that is destroyed meanwhile gets no more keys.
+// Each gives the control the focus if it does not have it. A control that is destroyed meanwhile gets no more keys.
 
 // One key: down, press where the key makes a character, up; the last goes to the control that has the focus by then.
 void pressKey(controls::Control& control, int keyCode, int shift);

@@ -12,7 +12,7 @@
 
 namespace korvane::console {
 
-// A watch ends by itself when its window or control goes away.
+// A watch ends by itself when its window or control is destroyed.
 class Watches : private controls::Observer {
 public:
     explicit Watches(const platform::EventPump& pump) : pump_(pump) {}

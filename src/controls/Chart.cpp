@@ -34,7 +34,7 @@ constexpr std::array kChart{
 
 int inside(int place, int count) {
     if (place < 0 || place >= count) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return place;
 }

@@ -7,30 +7,18 @@ namespace korvane::controls {
 namespace {
 
 constexpr std::array kCaption{property<&CaptionControl::Caption>("Caption")};
-constexpr std::array kCheckBox{PropertyInfo{
-    "Value",
-    [](const Object& object) -> Value { return std::int64_t{dynamic_cast<const CheckBox&>(object).Value.get()}; },
-    [](Object& object, const Value& value) {
-        const auto state = detail::fromValue<int>(value);
-        if (state != 0 && state != 1) {
-            detail::wrongKind("0 or 1");
-        }
-        dynamic_cast<CheckBox&>(object).Value = state;
-    }}};
+
+const char* wantedState(const CheckBox&, int state) {
+    return state == 0 || state == 1 ? nullptr : "0 or 1";
+}
+
+const char* wantedTab(const TabStrip& strip, int tab) {
+    return tab >= 1 && tab <= strip.tabCount() ? nullptr : "a tab of the strip";
+}
+
+constexpr std::array kCheckBox{limitedProperty<&CheckBox::Value, wantedState>("Value")};
 constexpr std::array kOptionButton{property<&OptionButton::Value>("Value")};
-constexpr std::array kTabStrip{PropertyInfo{"SelectedItem",
-                                            [](const Object& object) -> Value {
-                                                return std::int64_t{
-                                                    dynamic_cast<const TabStrip&>(object).SelectedItem.get()};
-                                            },
-                                            [](Object& object, const Value& value) {
-                                                const auto tab = detail::fromValue<int>(value);
-                                                auto& strip = dynamic_cast<TabStrip&>(object);
-                                                if (tab < 1 || tab > strip.tabCount()) {
-                                                    detail::wrongKind("a tab of the strip");
-                                                }
-                                                strip.SelectedItem = tab;
-                                            }}};
+constexpr std::array kTabStrip{limitedProperty<&TabStrip::SelectedItem, wantedTab>("SelectedItem")};
 constexpr std::array kProgressBar{property<&ProgressBar::Value>("Value"), property<&ProgressBar::Max>("Max")};
 constexpr std::array kImage{property<&Image::Shown>("Picture")};
 constexpr std::array kTextBox{property<&TextBox::Text>("Text"), property<&TextBox::Locked>("Locked")};
@@ -78,7 +66,7 @@ std::vector<std::span<const PropertyInfo>> OptionButton::propertyTables() const 
 
 const std::string& TabStrip::tabCaption(int tab) const {
     if (tab < 1 || tab > tabCount()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return captions_[static_cast<std::size_t>(tab) - 1];
 }

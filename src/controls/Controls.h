@@ -183,7 +183,7 @@ public:
     // RuntimeError 9 for an element that does not exist.
     Kind& operator()(int index) {
         if (index < 0 || index >= count()) {
-            throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+            platform::raiseSubscript();
         }
         return elements_[static_cast<std::size_t>(index)];
     }

@@ -8,17 +8,8 @@ namespace {
 
 constexpr int kErrorInvalidPropertyValue = 380;
 
-Value indexValue(const Object& object) {
-    return std::int64_t{dynamic_cast<const ListControl&>(object).ListIndex.get()};
-}
-
-void setIndex(Object& object, const Value& value) {
-    const auto row = detail::fromValue<int>(value);
-    auto& list = dynamic_cast<ListControl&>(object);
-    if (row < -1 || row >= list.ListCount()) {
-        detail::wrongKind("a row of the list");
-    }
-    list.ListIndex = row;
+const char* wantedRow(const ListControl& list, int row) {
+    return row >= -1 && row < list.ListCount() ? nullptr : "a row of the list";
 }
 
 Value countValue(const Object& object) {
@@ -30,7 +21,7 @@ Value textValue(const Object& object) {
 }
 
 constexpr std::array kList{
-    PropertyInfo{"ListIndex", &indexValue, &setIndex},
+    limitedProperty<&ListControl::ListIndex, wantedRow>("ListIndex"),
     readOnlyProperty<&countValue>("ListCount"),
     readOnlyProperty<&textValue>("Text"),
 };

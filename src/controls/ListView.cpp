@@ -12,34 +12,25 @@ namespace {
 template <class Elements>
 auto& numbered(Elements& elements, int number) {
     if (number < 1 || number > static_cast<int>(elements.size())) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return elements[static_cast<std::size_t>(number) - 1];
 }
 
-// The row of a whole number from 0 to a limit that the list sets.
-template <Property<int> ListView::*Member, auto Limit>
-constexpr PropertyInfo bounded(std::string_view name) {
-    PropertyInfo info = property<Member>(name);
-    info.set = [](Object& object, const Value& value) {
-        auto& list = dynamic_cast<ListView&>(object);
-        const int number = detail::fromValue<int>(value);
-        if (number < 0 || number > Limit(list)) {
-            detail::wrongKind("in the range of the list");
-        }
-        list.*Member = number;
-    };
-    return info;
+const char* from0To(int limit, int number) {
+    return number >= 0 && number <= limit ? nullptr : "in the range of the list";
 }
 
-int rowsOf(const ListView& list) {
-    return list.rowCount();
+const char* wantedRow(const ListView& list, int row) {
+    return from0To(list.rowCount(), row);
 }
-int lastColumnOf(const ListView& list) {
-    return std::max(list.columnCount() - 1, 0);
+
+const char* wantedKey(const ListView& list, int column) {
+    return from0To(std::max(list.columnCount() - 1, 0), column);
 }
-int fallingOf(const ListView&) {
-    return 1;
+
+const char* wantedOrder(const ListView&, int order) {
+    return from0To(1, order);
 }
 
 Value rowsValue(const Object& object) {
@@ -48,9 +39,9 @@ Value rowsValue(const Object& object) {
 
 constexpr std::array kListView{
     readOnlyProperty<&rowsValue>("Rows"),
-    bounded<&ListView::SelectedItem, rowsOf>("SelectedItem"),
-    bounded<&ListView::SortKey, lastColumnOf>("SortKey"),
-    bounded<&ListView::SortOrder, fallingOf>("SortOrder"),
+    limitedProperty<&ListView::SelectedItem, wantedRow>("SelectedItem"),
+    limitedProperty<&ListView::SortKey, wantedKey>("SortKey"),
+    limitedProperty<&ListView::SortOrder, wantedOrder>("SortOrder"),
     property<&ListView::Sorted>("Sorted"),
 };
 

@@ -10,7 +10,7 @@
 
 namespace korvane::controls {
 
-// Assigning an equal value tells nobody. Reads as the value itself.
+// Assigning an equal value notifies no observer. Reads as the value itself.
 template <class T>
 class Property {
 public:

@@ -101,6 +101,23 @@ constexpr PropertyInfo property(std::string_view name) {
             }};
 }
 
+// The same for a number that is limited when a script assigns it. `Wanted`, called with the object and the number, says
+// what may be assigned, or returns null for a number that may.
+template <auto Member, auto Wanted>
+constexpr PropertyInfo limitedProperty(std::string_view name) {
+    using Owner = typename detail::MemberOf<decltype(Member)>::Owner;
+    PropertyInfo info = property<Member>(name);
+    info.set = [](Object& object, const Value& value) {
+        auto& owner = dynamic_cast<Owner&>(object);
+        const int number = detail::fromValue<int>(value);
+        if (const char* const wanted = Wanted(owner, number); wanted != nullptr) {
+            detail::wrongKind(wanted);
+        }
+        owner.*Member = number;
+    };
+    return info;
+}
+
 // The row of a property that is computed and can only be read.
 template <auto Getter>
 constexpr PropertyInfo readOnlyProperty(std::string_view name) {

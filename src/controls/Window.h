@@ -54,7 +54,7 @@ public:
     void resize(int width, int height);
 
     // The control with the focus; null when none has it. Moving it raises LostFocus and GotFocus; a control that can't
-    // take the focus, is disabled or out of sight leaves it where it is.
+    // take the focus, is disabled or is hidden does not get it.
     [[nodiscard]] Control* activeControl() const { return active_; }
     void setFocus(Control* control);
 

@@ -14,7 +14,7 @@ namespace korvane::core {
 template <class Table, std::integral Index>
 [[nodiscard]] constexpr decltype(auto) checked(Table&& table, Index index) {
     if (std::cmp_less(index, 0) || std::cmp_greater_equal(index, std::size(table))) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return std::forward<Table>(table)[static_cast<std::size_t>(index)];
 }

@@ -12,8 +12,6 @@ namespace korvane::core {
 
 namespace {
 
-using platform::RuntimeError;
-
 bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
 }
@@ -112,16 +110,12 @@ double outOfRange(std::string_view number) {
     return number.front() == '-' ? -size : size;
 }
 
-[[noreturn]] void overflow() {
-    throw RuntimeError(platform::kErrorOverflow, "Overflow");
-}
-
 template <class T>
 T narrowed(double value) {
     const double rounded = roundHalfEven(value);
     // In this form the comparison fails for NaN too.
     if (!(rounded >= std::numeric_limits<T>::min() && rounded <= std::numeric_limits<T>::max())) {
-        overflow();
+        platform::raiseOverflow();
     }
     return static_cast<T>(rounded);
 }
@@ -197,7 +191,7 @@ double toCurrency(double value) {
     // The wider type holds the product exactly, so that only a true half counts as one.
     const long double scaled = std::nearbyint(static_cast<long double>(value) * kCurrencyScale);
     if (!(std::abs(scaled) <= kCurrencyLimit)) {
-        overflow();
+        platform::raiseOverflow();
     }
     return static_cast<double>(scaled) / kCurrencyScale;
 }

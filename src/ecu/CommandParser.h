@@ -20,7 +20,7 @@ namespace korvane::ecu {
 class CommandHandler {
 public:
     virtual ~CommandHandler() = default;
-    // A whole command whose last byte arrived at `at`; `body` is what stands between command and complement (of a
+    // A whole command whose last byte arrived at `at`; `body` is the bytes between command and complement (of a
     // counted form the payload), valid during the call.
     virtual void command(std::uint8_t code, std::span<const std::uint8_t> body, Micros at) = 0;
     // A byte that begins no command.

@@ -37,7 +37,7 @@ double pressureCounts(double bar) {
     return (bar * 100.0 * 0.02 - 0.2) * 255.0 / 5.0;
 }
 
-// The wideband sensor's 0 to 5 V stand for 10 to 20.
+// The wideband sensor's 0 to 5 V mean 10 to 20.
 double mixtureCounts(double afr) {
     return (afr - 10.0) / 10.0 * 256.0;
 }

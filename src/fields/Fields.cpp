@@ -113,7 +113,7 @@ const Field& Fields::first(Address address, Condition&& condition) const {
     const auto wanted = [&](const Field& field) { return field.first == address && condition(field); };
     const auto field = std::find_if(rows_.begin(), rows_.end(), wanted);
     if (field == rows_.end()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return *field;
 }

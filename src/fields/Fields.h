@@ -12,7 +12,7 @@ namespace korvane::fields {
 
 class Fields {
 public:
-    // `rows` stand in the order in which a reply is matched. Locks the boxes that step and sets their keys.
+    // `rows` are in the order in which a reply is matched. Locks the boxes that step and sets their keys.
     Fields(core::SharedTables& tables, std::vector<Field> rows);
     Fields(const Fields&) = delete;
     Fields& operator=(const Fields&) = delete;

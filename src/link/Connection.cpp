@@ -149,7 +149,8 @@ void Connection::closePort() {
     panel_.TimerRequestData.Enabled = false;
 }
 
-// The control's Settings do not set the fast rates reliably, so these are forced on the open device.
+// The control's Settings do not set the fast rates reliably, so these are forced on the open device. The rate is read
+// in any case: a device that does not report it is an error.
 void Connection::forceBaud() {
     static_cast<void>(GetPortBaud(panel_.MSComm1));
     if (panel_.ComboBaud.ListIndex > kSpeedWhenUnknown) {
@@ -272,7 +273,7 @@ void Connection::takeBytes() {
         static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - std::int64_t{panel_.bytesReceived});
     if (room == 0) {
         panel_.MSComm1.takeInput(1);
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     const auto waiting = panel_.MSComm1.waitingInput();
     const auto taken = panel_.receiver.consume(waiting.first(std::min(waiting.size(), room)));

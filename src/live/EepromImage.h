@@ -43,7 +43,7 @@ private:
     [[nodiscard]] bool readAll();
     // The line that ended the upload, counted from 1; nothing if all went out.
     [[nodiscard]] std::optional<std::size_t> writeAll(std::span<const std::string> lines);
-    // Calls `transfer` for each address in turn until it returns false; false then, or when the window has gone.
+    // Calls `transfer` for each address in turn until it returns false; false then, or when the window is closed.
     template <class Transfer>
     bool pass(controls::CommandButton& button, Transfer&& transfer);
     [[nodiscard]] bool readLately() const;

@@ -70,7 +70,7 @@ void Decoder::pressure() {
     row.value = (roundHalfEven((row.raw * 5 / 255 + 0.2) / 0.02) / 100 + row.offset) * row.gain;
 }
 
-// A wideband output of 0 to 5 V stands for 10 to 20.
+// A wideband output of 0 to 5 V means 10 to 20.
 void Decoder::lambda() {
     auto& row = channel(LiveChannel::Lambda);
     row.raw = byte(7);

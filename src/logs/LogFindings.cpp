@@ -19,7 +19,7 @@ namespace {
 constexpr int kDay = 24 * 60 * 60;  // s
 constexpr std::size_t kTimeSize = 8;
 constexpr std::size_t kLineSize = kWrittenColumns * kCellSize;
-constexpr std::size_t kSpareCells = 2;  // at the end of a line, which nobody stores
+constexpr std::size_t kSpareCells = 2;  // at the end of a line, which are never stored
 constexpr std::size_t kStored = kLineSize - kSpareCells * kCellSize;
 constexpr std::size_t kDebugStored = 16 * kCellSize;
 constexpr int kIgnitionColumn = 3;  // of a debug row

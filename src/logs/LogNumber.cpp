@@ -59,7 +59,7 @@ std::size_t takeDigits(std::string_view& rest) {
     return count;
 }
 
-// `rest` is what stands behind the sign.
+// `rest` is the text behind the sign.
 bool hasForm(std::string_view rest, char decimal) {
     std::size_t digits = takeDigits(rest);
     if (rest.starts_with(decimal)) {

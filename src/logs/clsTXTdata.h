@@ -70,7 +70,7 @@ public:
     [[nodiscard]] std::int32_t ItemCount() const { return itemCount_; }
 
     // The cell as text in UTF-8; numbers have the regional separator. Columns 0 to 30, rows 0 (the names) to 100000;
-    // any other raises RuntimeError 9. A cell that the file has not got is "0".
+    // any other raises RuntimeError 9. A cell that is missing in the file is "0".
     [[nodiscard]] std::string TData(int column, int row) const;
     // The same cell, not converted to text.
     [[nodiscard]] LogCell Data(int column, int row) const;

@@ -7,7 +7,7 @@
 //     COM3=/dev/ttyUSB0
 //
 // The key is in brackets, with one `name=text` line under it for each value. Upper and lower case of keys and names
-// count as the same. Blanks around a name and a text are left out, unless the text stands in double quotes.
+// count as the same. Blanks around a name and a text are left out, unless the text is in double quotes.
 #pragma once
 
 #include <filesystem>

@@ -6,7 +6,7 @@ namespace korvane::platform {
 
 namespace {
 
-// A program that runs for weeks with nobody reading the record keeps the latest.
+// If the record is not read, only the latest entries are kept.
 constexpr std::size_t kRecordLimit = 1000;
 
 template <class Item>

@@ -29,4 +29,13 @@ inline constexpr int kErrorSubscript = 9;
 inline constexpr int kErrorTypeMismatch = 13;
 inline constexpr int kErrorObjectNotSet = 91;
 
+// For an index outside its table, and for a number that its type can't hold.
+[[noreturn]] inline void raiseSubscript() {
+    throw RuntimeError(kErrorSubscript, "Subscript out of range");
+}
+
+[[noreturn]] inline void raiseOverflow() {
+    throw RuntimeError(kErrorOverflow, "Overflow");
+}
+
 }  // namespace korvane::platform

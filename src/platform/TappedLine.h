@@ -27,8 +27,8 @@ public:
     // file can't be written. A trace that can't go on later ends with one call of `failed`.
     [[nodiscard]] bool traceTo(const std::filesystem::path& file, std::function<void()> failed);
 
-    // What was written since the last of these calls, oldest first. While nobody asks, the record grows to 1 MiB; then
-    // the oldest writes go. A poll takes four bytes of it.
+    // What was written since the last of these calls, oldest first. The record grows to 1 MiB; then the oldest writes
+    // are dropped. A poll takes four bytes of it.
     [[nodiscard]] std::vector<WriteRecord::Write> takeSent() { return sent_.take(); }
     [[nodiscard]] std::vector<std::uint8_t> takeSentBytes();
 

@@ -17,7 +17,7 @@ namespace {
 using controls::ListView;
 
 constexpr std::size_t kKeyDigits = 30;  // on either side of the point
-constexpr char kTagEnd = '\0';          // between a row's own tag and the text that a key stands in for
+constexpr char kTagEnd = '\0';          // between a row's own tag and the text that its key replaces
 constexpr std::string_view kDigits = "0123456789";
 
 using KeyOf = std::optional<std::string> (*)(std::string_view text);

@@ -17,7 +17,7 @@ void sortByColumn(controls::ListView& list, int column);
 // Keys: texts whose plain order is that of the values. Nothing for a text that is no such value.
 
 // Digits with an optional sign and point, 30 on either side of the point. A negative number has the complements of its
-// digits behind a blank, which stands before all digits.
+// digits behind a blank, which sorts before all digits.
 [[nodiscard]] std::optional<std::string> numberKey(std::string_view text);
 // "YYYYMMDDhhmmss" of a date as "2026-01-05" or "5.1.2026", with an optional time "12:00" or "12:00:30" behind a blank.
 [[nodiscard]] std::optional<std::string> dateKey(std::string_view text);

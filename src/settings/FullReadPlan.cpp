@@ -15,6 +15,7 @@ using fields::word;
 
 constexpr int kPollInterval = 500;  // ms; the settings block starts the poll again while the list still runs
 
+// In the order of the requests; some parameters are asked for twice.
 constexpr std::array kSteps{
     one(&A::MOTORBRAKE_LOW, 10),
     next(&A::MOTORBRAKE_LOW),

@@ -1,7 +1,5 @@
 #include "settings/Replies.h"
 
-#include <vector>
-
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "platform/EventPump.h"
@@ -29,13 +27,11 @@ void Replies::UpdateReadEE(std::int32_t value, int addr, bool is16) {
 }
 
 void Replies::LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) {
-    // A copy: the pauses let more frames be handled, and those may overwrite the payload.
-    const std::vector<std::uint8_t> block(payload.begin(), payload.end());
     auto& window = context_.window;
     window.TimeOutCount = 0;
     context_.connection.TimerRequestData.Enabled = false;
     pause();
-    showBlock(block);
+    showBlock(payload);
     window.TimeOutTimer.Enabled = false;
     window.TimeOutCount = 0;
     pause();

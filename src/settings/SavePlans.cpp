@@ -11,6 +11,7 @@ using C = MiscControls;
 using fields::Pause;
 using fields::SaveStep;
 
+// The pauses (ms) are fixed for each group; they follow no common rule.
 constexpr Pause kAfter50{50};
 constexpr Pause kAfter100{100};
 constexpr Pause kAfter200{200};

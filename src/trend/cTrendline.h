@@ -21,7 +21,7 @@ public:
     controls::PictureBox* PicBox = nullptr;
 
     // Draws in the surface's twips. A failure (a plot of more than 32767 twips, a value too large for the scale) ends
-    // this draw where it stands and is not reported; the next draw tries again.
+    // this draw and is not reported; the next draw tries again.
     void DrawTrend(const TrendTable& table, bool rightScale);
 
 private:

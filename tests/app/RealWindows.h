@@ -48,8 +48,8 @@ protected:
     RealProgram real_;
     platform::QtPump& pump_ = real_.pump;
     platform::QueuedDialogs& dialogs_ = real_.below.dialogs;
-    platform::MemoryPreferences& preferences_ = real_.below.preferences;
-    platform::MemoryLog& log_ = real_.below.log;
+    support::MemoryPreferences& preferences_ = real_.below.preferences;
+    support::MemoryLog& log_ = real_.below.log;
     controls::WindowList& windows_ = real_.below.windows;
     program::Program& program_ = real_.program;
     live::FrmSarn2& window_ = program_.frmSarn2();

@@ -4,8 +4,8 @@
 
 #include "controls/clsTimer.h"
 #include "platform/RuntimeError.h"
-#include "platform/virtual/MemoryLog.h"
 #include "platform/virtual/VirtualPump.h"
+#include "support/MemoryLog.h"
 
 namespace korvane::controls {
 namespace {
@@ -20,7 +20,7 @@ protected:
     }
 
     platform::VirtualPump pump_;
-    platform::MemoryLog log_;
+    support::MemoryLog log_;
     clsTimer timer_{pump_, log_};
     std::vector<std::int64_t> ticks_;
 };

@@ -7,7 +7,7 @@
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
 #include "core/tables/SharedTables.h"
-#include "platform/virtual/MemoryPreferences.h"
+#include "support/MemoryPreferences.h"
 
 namespace korvane::core {
 namespace {
@@ -17,7 +17,7 @@ protected:
     void init() { InitModule(tables_, preferences_); }
 
     SharedTables tables_;
-    platform::MemoryPreferences preferences_;
+    support::MemoryPreferences preferences_;
 };
 
 TEST_F(Module1, TypesHaveTheirTexts) {

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "core/tables/ModuleReg.h"
-#include "platform/virtual/MemoryPreferences.h"
+#include "support/MemoryPreferences.h"
 
 namespace korvane::core {
 namespace {
 
-using platform::MemoryPreferences;
+using support::MemoryPreferences;
 
 TEST(ModuleReg, TheKeyFollowsTheProgramsTitle) {
     EXPECT_EQ(kSettingsKey, "Software\\" + std::string(kProgramTitle) + "\\Settings");

@@ -35,7 +35,7 @@ def property_names():
     found = set()
     for path in sorted((ROOT / "src" / "controls").glob("*.cpp")):
         text = path.read_text(encoding="utf-8")
-        found |= set(re.findall(r'\b[pP]roperty<[^>]*>\("(\w+)"', text))
+        found |= set(re.findall(r'(?:\bp|\blimitedP)roperty<[^>]*>\("(\w+)"', text))
         found |= set(re.findall(r'PropertyInfo\{\s*"(\w+)"', text))
     check(len(found) > 30, f"only {len(found)} properties found in src/controls")
     return sorted(found)

@@ -8,8 +8,8 @@
 #include "core/tables/SharedTables.h"
 #include "maps/grid/MapConversions.h"
 #include "platform/RuntimeError.h"
-#include "platform/virtual/MemoryPreferences.h"
 #include "support/ErrorOf.h"
+#include "support/MemoryPreferences.h"
 
 namespace korvane::maps {
 namespace {
@@ -20,7 +20,7 @@ using support::errorOf;
 
 struct Scales : testing::Test {
     Scales() {
-        core::InitModule(tables, platform::MemoryPreferences());
+        core::InitModule(tables, support::MemoryPreferences());
         core::InitTimeUnits(tables);
     }
     void set(std::int32_t mode, std::int32_t multiplier) {

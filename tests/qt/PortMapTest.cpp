@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/qt/PortMap.h"
-#include "platform/virtual/MemoryPreferences.h"
 #include "platform/virtual/VirtualPump.h"
+#include "support/MemoryPreferences.h"
 
 namespace korvane::platform {
 namespace {
@@ -111,7 +111,7 @@ TEST_F(PortMapTest, QuestionsOfOneSecondShareASearch) {
 }
 
 TEST(FixedPorts, OptionsWinOverPreferences) {
-    MemoryPreferences preferences;
+    support::MemoryPreferences preferences;
     preferences.write("Ports", "COM1", "/dev/one");
     preferences.write("Ports", "COM3", "/dev/three");
     preferences.write("Ports", "COM4", "");

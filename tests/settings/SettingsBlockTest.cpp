@@ -78,15 +78,6 @@ TEST_F(SettingsBlock, TooShortFillsWhatItHasAndLeavesThePollStopped) {
     EXPECT_EQ(virtual_.log.lines.size(), 1U);
 }
 
-// The line has one buffer for all payloads.
-TEST_F(SettingsBlock, IsNotChangedByAFrameInItsPause) {
-    support::Bytes bytes(block_.begin(), block_.end());
-    at(100, [&] { std::fill(bytes.begin(), bytes.end(), std::uint8_t{0}); });
-    bool handled = false;
-    frmMisc_.LoadMisc2(bytes, handled);
-    EXPECT_EQ(frmMisc_.txtStart.Tag.get(), "200");
-}
-
 TEST_F(SettingsBlock, ThatNeverStopsComingDoesNotPileUp) {
     std::unique_ptr<platform::Alarm> next;
     next = virtual_.pump.makeAlarm([&] {

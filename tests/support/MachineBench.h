@@ -18,8 +18,8 @@ protected:
     VirtualMachine virtual_;
     platform::VirtualPump& pump_ = virtual_.pump;
     platform::QueuedDialogs& dialogs_ = virtual_.dialogs;
-    platform::MemoryPreferences& preferences_ = virtual_.preferences;
-    platform::MemoryLog& log_ = virtual_.log;
+    MemoryPreferences& preferences_ = virtual_.preferences;
+    MemoryLog& log_ = virtual_.log;
 };
 
 // With actions at moments, in milliseconds behind the start.

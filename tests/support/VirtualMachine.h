@@ -11,9 +11,9 @@
 #include "platform/Machine.h"
 #include "platform/QueuedDialogs.h"
 #include "platform/virtual/MemoryLine.h"
-#include "platform/virtual/MemoryLog.h"
-#include "platform/virtual/MemoryPreferences.h"
 #include "platform/virtual/VirtualPump.h"
+#include "support/MemoryLog.h"
+#include "support/MemoryPreferences.h"
 #include "support/TempFolder.h"
 
 namespace korvane::support {
@@ -84,8 +84,8 @@ struct VirtualMachine {
     platform::VirtualPump pump;
     platform::MemoryLine line;
     platform::QueuedDialogs dialogs;
-    platform::MemoryPreferences preferences;
-    platform::MemoryLog log;
+    MemoryPreferences preferences;
+    MemoryLog log;
     controls::WindowList windows;
     platform::Machine machine = with(line);
     std::vector<std::unique_ptr<platform::Alarm>> alarms;  // of at()

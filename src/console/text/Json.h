@@ -79,7 +79,7 @@ struct JsonRead {
 void appendJson(std::string& out, const Json& value);
 [[nodiscard]] std::string writeJson(const Json& value);
 
-// How many characters from `position` on stand in a JSON text as they are, one byte each.
+// How many characters from `position` on need no escape in a JSON text, one byte each.
 [[nodiscard]] std::size_t plainLength(std::string_view text, std::size_t position);
 
 }  // namespace korvane::console

@@ -79,7 +79,7 @@ private:
         return meaning;
     }
 
-    // What stands between the brackets, with commas in between; `item` reads one.
+    // The items between the brackets, separated by commas; `item` reads one.
     template <class Item>
     void list(char open, char close, Item item) {
         expect(open);

@@ -22,7 +22,7 @@ std::string_view LogTable::row(int row) const {
 
 std::size_t LogTable::offset(int column, int row) {
     if (column < 0 || column >= kColumns || row < 0 || row >= kRows) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return kCellSize * static_cast<std::size_t>(row * kColumns + column);
 }

@@ -36,7 +36,7 @@ double scaleOfOtherModes(core::SharedTables& tables) {
 
 double notAbove(double limit, double value) {
     if (!(std::abs(value) <= limit)) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     return value;
 }

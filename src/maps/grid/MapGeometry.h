@@ -3,7 +3,7 @@
 
 namespace korvane::maps {
 
-// Cell index = row * columns + column. Column 0 stands for 1000 rpm and each further one for 500 more; row r for load
+// Cell index = row * columns + column. Column 0 is 1000 rpm and each further one 500 more; row r for load
 // from r * 10 to (r + 1) * 10 percent.
 struct MapGeometry {
     int rows;

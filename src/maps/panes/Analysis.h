@@ -31,6 +31,7 @@ public:
     // The map window that has opened; null when it closes, which stops the agent.
     virtual void setMapWindow(TunedMap* window) = 0;
 
+    // Targets and means are air-fuel ratios; a proposal is the mean less the target, positive when lean.
     virtual void Setpoint(float value, std::int32_t index) = 0;
     [[nodiscard]] virtual float Setpointget(std::int32_t index) const = 0;
     [[nodiscard]] virtual float Proposal(std::int32_t index) const = 0;

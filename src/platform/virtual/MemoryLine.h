@@ -1,4 +1,4 @@
-// A serial line in memory, with a device at its other end or nobody.
+// A serial line in memory, with or without a device at its other end.
 #pragma once
 
 #include <deque>
@@ -28,7 +28,7 @@ public:
 // Bytes travel at the line's rate, ten bit times each, in both directions.
 class MemoryLine : public SerialLine {
 public:
-    // `device` may be null: nobody answers then.
+    // `device` may be null: then there are no answers.
     MemoryLine(EventPump& pump, LineDevice* device);
 
     void open(int port, int baud, LineListener& listener) override;

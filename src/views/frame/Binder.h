@@ -140,7 +140,7 @@ private:
     int visits_ = 0;
 };
 
-// A caption as the toolkit wants it: with the letter that Alt reaches it by, everything else as it stands.
+// A caption as the toolkit wants it: with the letter that Alt reaches it by, everything else unchanged.
 [[nodiscard]] QString captionText(const std::string& caption, char mnemonic);
 
 template <class Action>

@@ -1,4 +1,4 @@
-// What a binder keeps up to date: the widget of a control, or one that stands for many controls.
+// What a binder keeps up to date: the widget of one control, or of many.
 #pragma once
 
 #include <unordered_set>

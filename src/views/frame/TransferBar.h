@@ -8,7 +8,8 @@
 
 namespace korvane::views {
 
-// `format` stands in the bar, with %p for the percentage; none for an empty one. `name` is what a screen reader says.
+// `format` is the text in the bar, with %p for the percentage; none for an empty one. `name` is what a screen reader
+// says.
 [[nodiscard]] QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent,
                                             const QString& name, const QString& format = {});
 

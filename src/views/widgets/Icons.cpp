@@ -41,7 +41,7 @@ QPixmap dialPicture(int side) {
     return picture;
 }
 
-// Segments of an 8 stand for any number.
+// The segments of an 8, as a symbol of a number.
 QPixmap numberPicture(int side, const QColor& ink) {
     QPixmap picture(side, side);
     picture.fill(Qt::transparent);

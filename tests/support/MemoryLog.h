@@ -6,13 +6,13 @@
 
 #include "platform/DebugLog.h"
 
-namespace korvane::platform {
+namespace korvane::support {
 
-class MemoryLog : public DebugLog {
+class MemoryLog : public platform::DebugLog {
 public:
     void write(std::string_view line) override { lines.emplace_back(line); }
 
     std::vector<std::string> lines;
 };
 
-}  // namespace korvane::platform
+}  // namespace korvane::support

@@ -6,9 +6,9 @@
 
 #include "platform/PreferencesStore.h"
 
-namespace korvane::platform {
+namespace korvane::support {
 
-class MemoryPreferences : public PreferencesStore {
+class MemoryPreferences : public platform::PreferencesStore {
 public:
     [[nodiscard]] std::optional<std::string> read(std::string_view key, std::string_view name) const override {
         const auto found = texts_.find({std::string(key), std::string(name)});
@@ -23,4 +23,4 @@ private:
     std::map<std::pair<std::string, std::string>, std::string> texts_;
 };
 
-}  // namespace korvane::platform
+}  // namespace korvane::support
