@@ -40,7 +40,14 @@ struct Lists {
 
     controls::ComboBox* low;
     controls::ComboBox* high = nullptr;
+    bool lowByteOnly = false;  // of one list: the row is the low byte of a word
 };
+
+[[nodiscard]] inline Lists lowByteOf(controls::ComboBox& list) {
+    Lists lists(list);
+    lists.lowByteOnly = true;
+    return lists;
+}
 
 // A way that is the parameter's own. An empty function: the parameter is not shown, or not stored.
 struct Own {
