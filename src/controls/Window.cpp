@@ -54,10 +54,15 @@ void Window::load() {
 }
 
 void Window::show() {
+    const bool first = !loaded_;
     load();
-    if (loaded_) {
-        Visible = true;
-        changed(shownProperty());
+    if (!loaded_) {
+        return;
+    }
+    Visible = true;
+    changed(shownProperty());
+    if (first) {
+        enter(name_, [this] { Form_Shown(); });
     }
 }
 

@@ -95,6 +95,8 @@ public:
 
 protected:
     virtual void Form_Load() {}
+    // Behind its first showing, for what takes time: the window can be seen meanwhile.
+    virtual void Form_Shown() {}
     // False refuses to go.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}

@@ -32,7 +32,7 @@ Program::Program(platform::Machine& machine)
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_},
       mapWindows_(machine, mapContext_, windows_) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };

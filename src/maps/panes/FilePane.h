@@ -24,8 +24,9 @@ private:
     void run(const Operation& operation);
     void saveTune(const std::string& path);
     void loadTune(const std::string& path);
-    // The tune goes through all panes of the window.
+    // The tune goes through all panes of the window, and into the maps for which it has none.
     void handOver(bool withPwm);
+    void acceptMaps(bool withPwm);
 };
 
 }  // namespace korvane::maps

@@ -26,7 +26,7 @@ public:
     // Every third of a second.
     virtual void tickPane() {}
 
-    // A tune was read from a file: all panes show what came, then all count it as edited too, then all show that.
+    // A tune was read from a file: all panes show what came, then it counts as edited too, then all show that.
     virtual void showLoadedTune() {}
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
