@@ -42,6 +42,7 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
+    frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
@@ -98,7 +99,7 @@ void Program::nameChannels() {
 
 void Program::disableWhatComesLater() {
     for (auto* button : {&frmSarn2_.btnDatalogTrend, &frmSarn2_.btnTuningHelp, &frmSarn2_.Command5, &frmSarn2_.Command6,
-                         &frmSarn2_.Command7, &frmSarn2_.Command8}) {
+                         &frmSarn2_.Command8}) {
         button->Enabled = false;
     }
     frmSarn2_.chkDatalog.Enabled = false;

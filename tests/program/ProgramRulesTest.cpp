@@ -146,12 +146,13 @@ TEST(ProgramStart, ShowsTheWindowAndOffersOnlyWhatThereIs) {
     EXPECT_FALSE(program.program.frm3Dmap().Visible);
     EXPECT_EQ(program.program.frm3Dmap().Tag.get(), "");
     for (const auto* button : {&program.window.btnDatalogTrend, &program.window.btnTuningHelp, &program.window.Command5,
-                               &program.window.Command6, &program.window.Command7, &program.window.Command8}) {
+                               &program.window.Command6, &program.window.Command8}) {
         EXPECT_FALSE(button->Enabled) << button->name();
     }
-    for (const auto* button : {&program.window.btnConnect, &program.window.Command2, &program.window.Command3,
-                               &program.window.Command4, &program.window.btnKartat, &program.window.btnAsetukset,
-                               &program.window.btnBackup, &program.window.btnUploadEEPROM, &program.window.Command1}) {
+    for (const auto* button :
+         {&program.window.btnConnect, &program.window.Command2, &program.window.Command3, &program.window.Command4,
+          &program.window.btnKartat, &program.window.btnAsetukset, &program.window.btnBackup,
+          &program.window.btnUploadEEPROM, &program.window.Command1, &program.window.Command7}) {
         EXPECT_TRUE(button->Enabled) << button->name();
     }
     EXPECT_FALSE(program.window.chkDatalog.Enabled);
