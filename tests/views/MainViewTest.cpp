@@ -106,12 +106,12 @@ TEST_F(MainViewTest, AValueIsReadWithItsName) {
 TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
     std::vector<std::string> visited;
     find("ComboPort")->setFocus();
-    for (int i = 0; i < 9; ++i) {
+    for (int i = 0; i < 10; ++i) {
         visited.push_back(view().focusWidget()->objectName().toStdString());
         key(*view().focusWidget(), Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
-                                     "btnAsetukset", "Command1", "btnBackup", "btnUploadEEPROM"));
+                                     "btnAsetukset", "Command1", "Command7", "btnBackup", "btnUploadEEPROM"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {

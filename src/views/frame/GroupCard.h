@@ -1,4 +1,5 @@
-// One group of settings: its boxes with names and units, or in columns beneath their heads, and the button that saves.
+// One group of parameters: its boxes with names and units, or in columns beneath their heads, and the button that
+// saves.
 #pragma once
 
 #include <QGridLayout>
@@ -15,6 +16,8 @@
 #include "views/widgets/Card.h"
 
 namespace korvane::views {
+
+class DropDown;
 
 inline constexpr int kByteDigits = 3;
 inline constexpr int kWordDigits = 5;
@@ -33,6 +36,10 @@ public:
     void addValue(const QString& name, controls::TextBox& box, int digits, const QString& unit = {});
     void addText(const QString& name, controls::TextBox& box);
     void addChoice(const QString& name, controls::ComboBox& box);
+    // What the ECU tells, with room for `longest`.
+    void addShown(const QString& name, controls::Label& label, const QString& longest, const QString& unit = {});
+    // A list at the end of the last line; `spoken` is its name for screen readers.
+    void addBeside(const QString& spoken, controls::ComboBox& list);
     // Lines go on at the top, right of those so far.
     void startColumn();
     // Further lines stand below whatever has been added meanwhile.
@@ -61,6 +68,8 @@ private:
     [[nodiscard]] int end() const { return rows_.count() - (buttons_ != nullptr ? 2 : 1); }
     QGridLayout& lines();
     void addName(const QString& name, QWidget& field);
+    void addField(const QString& name, QWidget& widget, const QString& unit);
+    DropDown& makeList(controls::ComboBox& box);
 
     Binder& binder_;
     Card& card_;
