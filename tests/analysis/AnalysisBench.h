@@ -7,6 +7,7 @@
 
 #include "analysis/clsInjAnalyser.h"
 #include "core/tables/Module1.h"
+#include "core/tables/SharedTables.h"
 #include "live/FrmSarn2.h"
 #include "support/ErrorOf.h"
 #include "support/VirtualMachine.h"
