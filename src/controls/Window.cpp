@@ -45,6 +45,7 @@ void Window::load() {
         return;
     }
     loaded_ = true;
+    wasShown_ = false;
     machine_.windows.add(*this);
     enter(name_, [this] { Form_Load(); });
     // The load event may have unloaded it again.
@@ -54,14 +55,13 @@ void Window::load() {
 }
 
 void Window::show() {
-    const bool first = !loaded_;
     load();
     if (!loaded_) {
         return;
     }
     Visible = true;
     changed(shownProperty());
-    if (first) {
+    if (!std::exchange(wasShown_, true)) {
         enter(name_, [this] { Form_Shown(); });
     }
 }

@@ -95,7 +95,7 @@ public:
 
 protected:
     virtual void Form_Load() {}
-    // Behind its first showing, for what takes time: the window can be seen meanwhile.
+    // Behind the first showing since its load, for what takes time: the window can be seen meanwhile.
     virtual void Form_Shown() {}
     // False refuses to go.
     virtual bool Form_Unload() { return true; }
@@ -112,6 +112,7 @@ private:
     Control* active_ = nullptr;
     int depth_ = 0;
     bool loaded_ = false;
+    bool wasShown_ = false;  // since its load
     bool hidesOnClose_ = false;
 };
 

@@ -73,7 +73,7 @@ constexpr double kFullScale = 255;
 constexpr double kFullVolts = 5;
 
 constexpr int kWidth = 1080 * 15;  // twips
-constexpr int kHeight = 490 * 15;
+constexpr int kHeight = 510 * 15;
 constexpr int kFrameWidth = 4500;
 constexpr int kLowerTop = 3600;
 

@@ -170,7 +170,7 @@ TEST_F(BoxViews, NothingOfTheLimiterIsCut) {
     }
     resize(1366, 728);
     expectNothingCut();
-    expectNothingCutWhenDoubled(1080, 490);
+    expectNothingCutWhenDoubled(1080, 510);
 }
 
 TEST_F(BoxViews, AllOfTheIgnitionBoxIsReachedByTab) {

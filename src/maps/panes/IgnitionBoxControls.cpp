@@ -17,7 +17,7 @@ constexpr std::array kLaunchReads{
 
 }  // namespace
 
-const fields::ReadPlan IgnitionBoxControls::kReadLaunch{kLaunchReads, 150};
+constinit const fields::ReadPlan IgnitionBoxControls::kReadLaunch{kLaunchReads, 150};
 
 IgnitionBoxControls::IgnitionBoxControls(controls::Window& window)
     : txtLaunchControlLimit(window, "txtLaunchControlLimit"),

@@ -76,6 +76,7 @@ Card& LimiterView::makeSensor() {
                    QStringLiteral("( RB2xDET 180 )"));
     group.addValue(QStringLiteral("Cylinder count"), window_.txtCylCount, kWordDigits);
     group.addChoice(QStringLiteral("Sensor type"), window_.Combosensortype);
+    group.addNote(QStringLiteral("The sensor type is sent as it stands here and never read."));
     return group.card();
 }
 
@@ -106,6 +107,7 @@ Card& LimiterView::makeInput(int input) {
 Card& LimiterView::makeLaunch() {
     GroupCard group(window_.launchControl.frame, binder(), &content());
     addLaunch(group, window_);
+    group.addNote(QStringLiteral("What is read shows in the settings window, not here."));
     addTransfer(group, window_.launchControl, 'l', 'v');
     return group.card();
 }
