@@ -82,7 +82,8 @@ struct Rig {
     NoAnalyser analyser;
     maps::Frm3Dmap frm3Dmap{machine.machine, tables};
     maps::FrmInjScale frmInjScale{machine.machine, tables};
-    maps::MapContext context{tables, main, analyser, frm3Dmap, frmInjScale};
+    core::EepromAccess eeprom{main.MSComm1, machine.pump, tables};
+    maps::MapContext context{tables, main, analyser, frm3Dmap, frmInjScale, eeprom};
     Grids window;
 };
 

@@ -45,6 +45,7 @@ void Window::load() {
         return;
     }
     loaded_ = true;
+    wasShown_ = false;
     machine_.windows.add(*this);
     enter(name_, [this] { Form_Load(); });
     // The load event may have unloaded it again.
@@ -55,9 +56,13 @@ void Window::load() {
 
 void Window::show() {
     load();
-    if (loaded_) {
-        Visible = true;
-        changed(shownProperty());
+    if (!loaded_) {
+        return;
+    }
+    Visible = true;
+    changed(shownProperty());
+    if (!std::exchange(wasShown_, true)) {
+        enter(name_, [this] { Form_Shown(); });
     }
 }
 

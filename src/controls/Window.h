@@ -96,6 +96,8 @@ public:
 
 protected:
     virtual void Form_Load() {}
+    // Called after the first showing since its load, for what takes time: the window is visible meanwhile.
+    virtual void Form_Shown() {}
     // Called before the unload; false keeps the window open.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}
@@ -113,6 +115,7 @@ private:
     int depth_ = 0;
     bool loaded_ = false;
     bool resizing_ = false;
+    bool wasShown_ = false;  // since its load
     bool hidesOnClose_ = false;
 };
 

@@ -13,7 +13,8 @@ inline constexpr int kByteValues = 256;
 
 enum class Width {
     Byte,
-    Word,      // 16 bits in one call; the parameter is marked as 16 bits
+    Word,  // 16 bits in one call; the parameter is marked as 16 bits
+    UnsignedWord,
     TwoBytes,  // 16 bits in two calls: the low byte, then the high byte to the next address
 };
 
@@ -37,6 +38,7 @@ struct Codec {
 
 inline constexpr Codec kByte{};
 inline constexpr Codec kWord{Width::Word};
+inline constexpr Codec kUnsignedWord{Width::UnsignedWord};
 inline constexpr Codec kTwoBytes{Width::TwoBytes};
 
 }  // namespace korvane::fields

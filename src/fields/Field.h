@@ -40,7 +40,14 @@ struct Lists {
 
     controls::ComboBox* low;
     controls::ComboBox* high = nullptr;
+    bool lowByteOnly = false;  // of one list: the row is the low byte of a word
 };
+
+[[nodiscard]] inline Lists lowByteOf(controls::ComboBox& list) {
+    Lists lists(list);
+    lists.lowByteOnly = true;
+    return lists;
+}
 
 // Functions for a parameter that is shown or stored in a special way. If one is empty, it is not shown, or not stored.
 struct Own {

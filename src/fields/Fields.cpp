@@ -37,7 +37,7 @@ platform::RuntimeError misfit(const controls::Control& control, const std::strin
 
 void choose(const Lists& lists, std::int32_t value) {
     if (lists.high == nullptr) {
-        lists.low->choose(value);
+        lists.low->choose(lists.lowByteOnly ? value & kByteMask : value);
         return;
     }
     lists.low->choose(value & kByteMask);

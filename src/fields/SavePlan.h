@@ -26,6 +26,7 @@ struct SaveStep {
     Address address;
     Pause pause = {};
     Percent percent = {};
+    int betweenBytes = 0;  // ms, from the low to the high byte of two
 };
 
 struct SavePlan {

@@ -42,17 +42,15 @@ void Saver::write(const SavePlan& plan, const SaveStep& step) {
     const int address = context_.tables.addresses.*step.address;
     const int cells = Fields::cells(field);
     for (int cell = 0; cell < cells; ++cell) {
-        writeValue(address + cell * bytesOf(field), fields_.stored(field, cell), field.codec.width);
-        if (const int ms = step.pause.behind(cell, cells); ms > 0) {
-            context_.window.machine().pump.wait(ms);
-        }
+        writeValue(address + cell * bytesOf(field), fields_.stored(field, cell), field.codec.width, step.betweenBytes);
+        wait(step.pause.behind(cell, cells));
         plan.captions.showPercent(context_.window, step.percent.behind(cell));
     }
 }
 
 // The row of a number in two bytes may be marked as 16 bits: then the first write clears the next cell, and the second
 // write sets it again.
-void Saver::writeValue(int address, std::int32_t value, Width width) {
+void Saver::writeValue(int address, std::int32_t value, Width width, int betweenBytes) {
     const auto low = core::toInt16(address);
     if (width != Width::TwoBytes) {
         context_.eeprom.WriteEE(low, value);
@@ -60,7 +58,14 @@ void Saver::writeValue(int address, std::int32_t value, Width width) {
     }
     const auto bits = static_cast<std::uint32_t>(value);
     context_.eeprom.WriteEE(low, static_cast<std::uint8_t>(bits & 0xFFU));
+    wait(betweenBytes);
     context_.eeprom.WriteEE(core::toInt16(address + 1), static_cast<std::uint8_t>((bits >> 8U) & 0xFFU));
+}
+
+void Saver::wait(int milliseconds) {
+    if (milliseconds > 0) {
+        context_.window.machine().pump.wait(milliseconds);
+    }
 }
 
 }  // namespace korvane::fields

@@ -21,7 +21,8 @@ public:
 private:
     void write(const SavePlan& plan);
     void write(const SavePlan& plan, const SaveStep& step);
-    void writeValue(int address, std::int32_t value, Width width);
+    void writeValue(int address, std::int32_t value, Width width, int betweenBytes);
+    void wait(int milliseconds);
 
     Context context_;
     const Fields& fields_;

@@ -44,7 +44,6 @@ FrmMaps_Large::FrmMaps_Large(platform::Machine& machine, const MapContext& mapCo
 
 void FrmMaps_Large::arrangePanes() {
     for (auto& page : picOptions) {
-        page.Top = kPage.top;
         page.Width = kPage.width;
         page.Height = kPage.height;
     }
@@ -56,6 +55,9 @@ void FrmMaps_Large::showPage() {
         const bool shown = i + 1 == TabStrip1.SelectedItem;
         picOptions(i).Left = shown ? kPage.left : kAway;
         picOptions(i).Enabled = shown;
+        if (shown) {
+            picOptions(i).Top = kPage.top;
+        }
     }
 }
 

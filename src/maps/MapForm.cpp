@@ -2,18 +2,12 @@
 
 #include <array>
 
-#include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
-#include "maps/MapHelp.h"
 #include "maps/grid/Selection.h"
-#include "platform/Machine.h"
 
 namespace korvane::maps {
 
 namespace {
-
-constexpr int kWidth = 1340 * 15;  // twips; fits a laptop of 1366 by 768
-constexpr int kHeight = 690 * 15;
 
 constexpr MiscCaptions kMiscCaptions{
     .bits = {"Enable PWM", "Enable Choke", "Enable StartHelp", "Enable Injection", "Enable Accel pump",
@@ -83,18 +77,13 @@ MapForm::MapForm(platform::Machine& machine, const MapContext& mapContext, const
       AnalyserPane(ground(), {&btnReadIgn, &btnWriteIgn, &btnReadPWM, &btnSavePWM}),
       FilePane(ground()),
       TracePane(ground(), variant.traceCaption, {&fuel, &ign, &pwm}),
-      btnShow3D(*this, "btnShow3D"),
-      btnHelp(*this, "btnHelp") {
-    Width = kWidth;
-    Height = kHeight;
+      ToolPane(ground()),
+      TimerInitialGetData(*this, "TimerInitialGetData", false, 100) {
     arrange(kControlOrder);
-    btnShow3D.Caption = "3D map";
-    btnShow3D.Click = [this] {
-        prepare3D();
-        context().frm3Dmap.open();
+    TimerInitialGetData.Tick = [this] {
+        TimerInitialGetData.Enabled = false;
+        initialReads();
     };
-    btnHelp.Caption = "Ohje";
-    btnHelp.Click = [this] { showMapHelp(this->machine().dialogs); };
 }
 
 std::vector<std::span<const controls::PropertyInfo>> MapForm::propertyTables() const {
@@ -107,6 +96,7 @@ void MapForm::Form_Load() {
     context().analyser.setMapWindow(this);
     updateScale();
     PaneWindow::Form_Load();
+    TimerInitialGetData.Enabled = true;
 }
 
 bool MapForm::Form_Unload() {

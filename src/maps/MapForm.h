@@ -8,6 +8,7 @@
 #include "maps/panes/IgnitionPane.h"
 #include "maps/panes/MiscPane.h"
 #include "maps/panes/PwmPane.h"
+#include "maps/panes/ToolPane.h"
 #include "maps/panes/TracePane.h"
 
 namespace korvane::maps {
@@ -34,11 +35,12 @@ class MapForm : public PaneWindow,
                 public AnalyserPane,
                 public FilePane,
                 public TracePane,
+                public ToolPane,
                 public TunedMap {
 public:
     MapForm(platform::Machine& machine, const MapContext& context, const MapVariant& variant);
 
-    controls::CommandButton btnShow3D, btnHelp;
+    controls::Timer TimerInitialGetData;  // from the load to the first reads
 
     // For the analyser and its agent.
     void setSetpointToolTip(int cell, std::string_view text) override;
@@ -52,9 +54,6 @@ public:
 protected:
     void Form_Load() override;
     bool Form_Unload() override;
-
-    // Before the 3D view opens. The ordinary window leaves the view's sizes as they are, also those of a large one.
-    virtual void prepare3D() {}
 };
 
 // The window of the 160-cell maps: ignition, PWM and analyser take turns in one place.

@@ -1,17 +1,17 @@
 #include "program/MapWindows.h"
 
-#include <string>
 #include <utility>
 
 #include "core/tables/Module1.h"
-#include "platform/Dialogs.h"
 
 namespace korvane::program {
 
 namespace {
 
-constexpr bool hasIgnitionOnly(std::int32_t swType) {
-    return swType == 30 || swType == 32 || swType == 112;
+constexpr std::int32_t kLimiterType = 112;
+
+constexpr bool ignitesOnly(std::int32_t swType) {
+    return swType == 30 || swType == 32;
 }
 
 }  // namespace
@@ -23,45 +23,72 @@ void MapWindows::open() {
     const auto swType = context_.tables.SWType;
     if (core::hasLargeMaps(swType)) {
         openLarge();
-    } else if (hasIgnitionOnly(swType)) {
-        machine_.dialogs.show({"Korvane Tuner",
-                               "There is no map window for firmware type " + std::to_string(swType) + " yet.",
-                               platform::MessageIcon::Information});
+    } else if (ignitesOnly(swType)) {
+        openOnly(frmMaps_QV_ign_);
+    } else if (swType == kLimiterType) {
+        openLimiter();
     } else {
-        openOrdinary();
+        openOnly(frmMaps_);
     }
-}
-
-void MapWindows::openOrdinary() {
-    if (frmMaps_ != nullptr) {
-        windows_.curMapWindow = frmMaps_;
-        context_.analyser.setMapWindow(frmMaps_);
-        frmMaps_->show();
-        return;
-    }
-    auto window = std::make_unique<maps::FrmMaps>(machine_, context_);
-    frmMaps_ = window.get();
-    show(std::move(window));
 }
 
 void MapWindows::openLarge() {
-    show(std::make_unique<maps::FrmMaps_Large>(machine_, context_));
-}
-
-void MapWindows::show(std::unique_ptr<maps::MapForm> window) {
-    auto& shown = *window;
-    shown.Closed = [this, &shown] { closed(shown); };
-    windows_.curMapWindow = &shown;
+    auto window = std::make_unique<maps::FrmMaps_Large>(machine_, context_);
+    window->Closed = [this, shown = window.get()] { closed(*shown); };
+    announce(*window);
     shelf_.show(std::move(window));
 }
 
-void MapWindows::closed(maps::MapForm& window) {
-    if (&window == frmMaps_) {
-        frmMaps_ = nullptr;
+template <class Kind>
+void MapWindows::openOnly(Kind*& only) {
+    if (only != nullptr) {
+        announce(*only);
+        only->show();
+        return;
     }
+    auto window = std::make_unique<Kind>(machine_, context_);
+    only = window.get();
+    window->Closed = [this, &only] { closed(*std::exchange(only, nullptr)); };
+    announce(*window);
+    shelf_.show(std::move(window));
+}
+
+void MapWindows::announce(maps::MapForm& window) {
+    windows_.curMapWindow = &window;
+    context_.analyser.setMapWindow(&window);
+    analysed_ = &window;
+}
+
+void MapWindows::announce(maps::FrmMaps_QV_ign& window) {
+    windows_.curMapWindow = &window;
+    windows_.frmMaps_QV_ign = &window;
+}
+
+void MapWindows::announce(maps::FrmMaps_ign_limiter& window) {
+    windows_.curMapWindow = &window;
+}
+
+void MapWindows::closed(maps::MapForm& window) {
+    forget(window);
+    if (analysed_ == &window) {
+        analysed_ = nullptr;
+        context_.analyser.setMapWindow(nullptr);
+    }
+}
+
+void MapWindows::closed(maps::FrmMaps_QV_ign& window) {
+    forget(window);
+    windows_.frmMaps_QV_ign = nullptr;
+}
+
+// Nobody is known any more, whichever window it was.
+void MapWindows::closed(maps::FrmMaps_ign_limiter&) {
+    windows_.curMapWindow = nullptr;
+}
+
+void MapWindows::forget(const link::MapWindow& window) {
     if (windows_.curMapWindow == &window) {
         windows_.curMapWindow = nullptr;
-        context_.analyser.setMapWindow(nullptr);
     }
 }
 

@@ -5,14 +5,16 @@
 
 #include "controls/WindowShelf.h"
 #include "link/Windows.h"
+#include "maps/FrmMaps_QV_ign.h"
+#include "maps/FrmMaps_ign_limiter.h"
 #include "maps/MapForm.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
 
 namespace korvane::program {
 
-// Each opening makes a window anew, so that it starts as designed; there is one frmMaps at a time. The dispatcher, the
-// live update and the analyser use the newest.
+// Each opening makes a window anew, so that it starts as designed. Of frmMaps_Large there may be any number, of the
+// others one. The dispatcher and the live update use the newest; the analyser uses the newest with a fuel map.
 class MapWindows {
 public:
     MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows);
@@ -20,21 +22,33 @@ public:
     // The window for the firmware type that the ECU has named.
     void open();
     void openLarge();
+    void openLimiter() { openOnly(frmMaps_ign_limiter_); }
     void unloadAll() { shelf_.unloadAll(); }
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     void populateFuelOUT();
 
 private:
-    void openOrdinary();
-    void show(std::unique_ptr<maps::MapForm> window);
+    // The one of its kind: shown again, or made.
+    template <class Kind>
+    void openOnly(Kind*& only);
+    // The rest of the program learns of the window.
+    void announce(maps::MapForm& window);
+    void announce(maps::FrmMaps_QV_ign& window);
+    void announce(maps::FrmMaps_ign_limiter& window);
     void closed(maps::MapForm& window);
+    void closed(maps::FrmMaps_QV_ign& window);
+    void closed(maps::FrmMaps_ign_limiter& window);
+    void forget(const link::MapWindow& window);
 
     platform::Machine& machine_;
     const maps::MapContext& context_;
     link::Windows& windows_;
     controls::WindowShelf shelf_;
-    maps::MapForm* frmMaps_ = nullptr;
+    maps::FrmMaps* frmMaps_ = nullptr;
+    maps::FrmMaps_QV_ign* frmMaps_QV_ign_ = nullptr;
+    maps::FrmMaps_ign_limiter* frmMaps_ign_limiter_ = nullptr;
+    const maps::MapForm* analysed_ = nullptr;
 };
 
 }  // namespace korvane::program

@@ -34,7 +34,7 @@ Program::Program(platform::Machine& machine)
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_},
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
@@ -53,6 +53,7 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.Command8.Click = [this] { readoutWindows_.openMeter(); };
     frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
     frmSarn2_.Command5.Click = [this] { debugWindow_.open(); };
+    frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
@@ -92,7 +93,6 @@ void Program::mainWindowLoad() {
     layOutLamps(frmSarn2_, machine_.screen.Height);
     frmSarn2_.Width = kMainWidth;
     frmSarn2_.Height = kMainHeight;
-    disableWhatComesLater();
     const auto sound = core::RegReadString(machine_.preferences, core::kSettingsKey, "UseSound");
     frmSarn2_.chkUseSound.Value = sound && (core::val(*sound) != 0 || platform::sameText(*sound, "True")) ? 1 : 0;
     core::loadChannelNames(tables_, machine_.folder, machine_.dialogs);
@@ -107,10 +107,6 @@ void Program::nameChannels() {
     for (int i = 0; i < frmSarn2_.lblValueMuxName.count(); ++i) {
         frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[core::indexOf(core::inputChannel(i))].name;
     }
-}
-
-void Program::disableWhatComesLater() {
-    frmSarn2_.Command7.Enabled = false;
 }
 
 void Program::openPowerCalc() {

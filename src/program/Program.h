@@ -60,7 +60,6 @@ private:
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
-    void disableWhatComesLater();
     void openPowerCalc();
 
     platform::Machine& machine_;

@@ -5,7 +5,9 @@
 #include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
+#include "views/maps/IgnitionBoxView.h"
 #include "views/maps/InjScaleView.h"
+#include "views/maps/LimiterView.h"
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
 #include "views/performance/PowerCalcView.h"
@@ -20,6 +22,8 @@ void addViews(ViewHost& host) {
     host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");
+    host.add<IgnitionBoxView, maps::FrmMaps_QV_ign>("frmMaps_QV_ign");
+    host.add<LimiterView, maps::FrmMaps_ign_limiter>("frmMaps_ign_limiter");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<PowerCalcView, performance::FrmPowerCalc>("frmPowerCalc");

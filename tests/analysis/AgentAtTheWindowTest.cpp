@@ -56,7 +56,8 @@ protected:
 
     maps::Frm3Dmap frm3Dmap_{machine_.machine, tables_};
     maps::FrmInjScale frmInjScale_{machine_.machine, tables_};
-    maps::MapContext context_{tables_, main_, analyser_, frm3Dmap_, frmInjScale_};
+    core::EepromAccess eeprom_{main_.MSComm1, machine_.pump, tables_};
+    maps::MapContext context_{tables_, main_, analyser_, frm3Dmap_, frmInjScale_, eeprom_};
     maps::FrmMaps maps_{machine_.machine, context_};
 };
 

@@ -33,7 +33,7 @@ inline ecu::EcuSettings halfLoad() {
 
 class SettingsStory : public testing::Test {
 protected:
-    SettingsStory() {
+    explicit SettingsStory(const ecu::EcuSettings& ecu = halfLoad()) : ecu_(ecu) {
         host_.folder.write("Settings_par.ini", "");
         views::addViews(views_);
         program_.start();
@@ -78,8 +78,9 @@ protected:
         QTest::keyClick(QApplication::focusWidget(), key);
     }
     // Over what stands in the box.
-    void type(const std::string& box, const QString& text) {
-        press(box);
+    void type(const std::string& box, const QString& text) { type(misc_, box, text); }
+    void type(controls::Window& window, const std::string& box, const QString& text) {
+        press(window, box);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(QApplication::focusWidget(), text);
     }
@@ -139,7 +140,7 @@ protected:
         return {};
     }
 
-    support::EcuDevice ecu_{halfLoad()};
+    support::EcuDevice ecu_;
     support::VirtualMachine host_{&ecu_};
     program::Program program_{host_.machine};
     live::FrmSarn2& main_ = program_.frmSarn2();

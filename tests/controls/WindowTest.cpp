@@ -34,6 +34,23 @@ TEST_F(WindowTest, ShowingLoadsItFirst) {
     EXPECT_TRUE(window_.Visible);
 }
 
+TEST_F(WindowTest, IsToldOnceAfterEachLoadThatItCanBeSeen) {
+    struct Shown : Window {
+        using Window::Window;
+        void Form_Shown() override { seen.push_back(Visible); }
+        std::vector<bool> seen;
+    };
+    Shown shown{virtual_.machine, "frmShown"};
+    shown.show();
+    shown.show();
+    EXPECT_EQ(shown.seen, std::vector<bool>{true});
+    shown.unload();
+    shown.load();
+    EXPECT_EQ(shown.seen.size(), 1U);
+    shown.show();
+    EXPECT_EQ(shown.seen, (std::vector<bool>{true, true}));
+}
+
 TEST_F(WindowTest, UnloadingHidesItAndForgetsTheFocus) {
     TextBox box(window_, "txtTest");
     window_.show();

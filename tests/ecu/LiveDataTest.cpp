@@ -122,6 +122,18 @@ TEST(LiveData, LimiterAndShiftLightFollowTheirSettings) {
     EXPECT_EQ(flagsOf(wire.poll()) & 0xC000, 0);
 }
 
+// Its limit of 7200 comes from row 1908 and another one takes effect at the next start.
+TEST(LiveData, ALimiterBoxTakesItsLimitAtItsStart) {
+    Wire wire("type=112,drive=6000:50:50");
+    wire.send({'W', 0x74, 7, 0x88, 0x88, 0xA8, 'W', 0x75, 7, 0x13, 0x13, 0xA8});  // 5000
+    wire.send({'W', 2, 0, 0x88, 0x88, 0xA8, 'W', 3, 0, 0x13, 0x13, 0xA8});        // that of other boxes
+    wire.pass(1.0);
+    EXPECT_EQ(flagsOf(wire.poll()) & 0x8000, 0);
+    EXPECT_EQ(wire.ask({'X', 0xA7}), (Bytes{170, 0, 85}));
+    wire.pass(1.0);
+    EXPECT_EQ(flagsOf(wire.poll()) & 0x8000, 0x8000);
+}
+
 TEST(LiveData, AnIgnitionBoxInjectsNothing) {
     Wire wire = settled(",type=31");
     const Bytes payload = wire.poll();

@@ -26,7 +26,8 @@ PAYLOADS = (("R", b"\x09\x92" + bytes(17)), ("R", b"\xFF" * 19), ("f", b"\xFF" *
 FRAMES = tuple("receive " + frame(command, payload).hex() for command, payload in PAYLOADS)
 
 TYPES = {"frmSarn2": (11, "frmMaps"), "frmMisc": (11, "frmMaps"), "frm3Dmap": (11, "frmMaps"),
-         "frmInjScale": (11, "frmMaps"), "frmMaps": (11, "frmMaps"), "frmMaps_Large": (14, "frmMaps_Large")}
+         "frmInjScale": (11, "frmMaps"), "frmMaps": (11, "frmMaps"), "frmMaps_Large": (14, "frmMaps_Large"),
+         "frmMaps_QV_ign": (30, "frmMaps_QV_ign"), "frmMaps_ign_limiter": (112, "frmMaps_ign_limiter")}
 NO_CLICK = ("btnBackup", "btnUploadEEPROM", "btnConnect")  # minutes of waiting each, or the end of the connection
 
 

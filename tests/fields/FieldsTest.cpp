@@ -83,6 +83,16 @@ TEST_F(FieldsTest, TwoBytesShowTheWordOfTheImageAtEither) {
     EXPECT_EQ(box_.Text.get(), "513");
 }
 
+TEST_F(FieldsTest, AListMayStandForTheLowByteOfAWord) {
+    for (const char* row : {"nothing", "half", "all"}) {
+        list_.AddItem(row);
+    }
+    Fields fields(tables_, {{&A::NTC1_OFF, lowByteOf(list_)}});
+    EXPECT_TRUE(fields.take(0x0502, ntc1(), true));
+    EXPECT_EQ(list_.ListIndex.get(), 2);
+    EXPECT_EQ(fields.stored(fields.storing(&A::NTC1_OFF), 0), 2);
+}
+
 TEST_F(FieldsTest, AFactorHoldsInBothDirections) {
     Fields fields(tables_, {{&A::NTC1_OFF, box_, Codec{Width::Byte, 2.0}}});
     fields.take(20, ntc1(), false);

@@ -1,16 +1,17 @@
 // What holds for any plan: depth, the poll, the bars, and a window that is unloaded.
-#include "LimiterBench.h"
+#include "FieldsBench.h"
 #include "fields/PollStop.h"
 
 namespace korvane::fields {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::SizeIs;
 
 constexpr std::array kTwo{one(&A::NTC1_OFF), one(&A::NTC2_OFF)};
 
-class ReaderTest : public LimiterBench {
+class ReaderTest : public FieldsBench {
 protected:
     controls::ProgressBar bar_{window_, "bar"};
 };
@@ -78,6 +79,32 @@ TEST_F(ReaderTest, ASaveStopsThePollWhereItsPlanSaysSo) {
         virtual_.at(static_cast<int>(now()) + 25, [&] { EXPECT_EQ(context_.poll.Enabled.get(), !stops); });
         saver_.run({steps, stops});
         EXPECT_TRUE(context_.poll.Enabled);
+    }
+}
+
+// A word takes 50 ms between its bytes by itself. The word of the launch limit is written as two bytes, and the mark of
+// its first lets that one clear the second before it comes.
+TEST_F(ReaderTest, ASaveMayWaitBetweenTheBytesOfAPair) {
+    static constexpr std::array steps{SaveStep{.address = &A::RPM_LIMIT_OFF, .pause = k50},
+                                      SaveStep{.address = &A::LAUNCHCONTROL_LO, .pause = k50, .betweenBytes = 70}};
+    txtLimit_.Text = "40000";  // 156 * 256 + 64
+    txtLaunch_.Text = "5000";  // 19 * 256 + 136
+    EXPECT_TRUE(saver_.run({steps}));
+    EXPECT_THAT(line_.sent(), ElementsAre("0 1908=64", "50 1909=156", "100 511=136", "150 512=0", "220 512=19"));
+    EXPECT_EQ(now(), 270);
+}
+
+TEST_F(ReaderTest, ASaveEndsAtANumberThatDoesNotFit) {
+    static constexpr std::array steps{SaveStep{&A::LAUNCH_DELAY_OFF}, SaveStep{&A::RPM_LIMIT_OFF}};
+    txtDelay_.Text = "7";
+    for (const char* text : {"65536", "-1", "1e12"}) {
+        txtLimit_.Text = text;
+        line_.notes.clear();
+        EXPECT_FALSE(saver_.run({steps})) << text;
+        EXPECT_THAT(line_.sent(), SizeIs(1)) << text;
+        const auto messages = virtual_.dialogs.takeMessages();
+        ASSERT_THAT(messages, SizeIs(1)) << text;
+        EXPECT_THAT(messages.front().text, HasSubstr("it must be from 0 to 65535.")) << text;
     }
 }
 

@@ -88,7 +88,7 @@ protected:
     }
 
     JournalAnalyser noting_;
-    MapContext paneContext_{tables_, main_, noting_, frm3Dmap_, frmInjScale_};
+    MapContext paneContext_{tables_, main_, noting_, frm3Dmap_, frmInjScale_, eeprom_};
     BenchWindow window_;
 };
 

@@ -224,6 +224,7 @@ TEST_F(MapFormTest, ATabBringsItsPageIntoView) {
     window.TabStrip1.choose(2);
     EXPECT_EQ(window.picOptions(1).Left.get(), 50);
     EXPECT_EQ(window.picOptions(1).Top.get(), 350);
+    EXPECT_EQ(window.picOptions(2).Top.get(), 0) << "it comes to its place when its tab is clicked";
     EXPECT_TRUE(window.picOptions(1).Enabled);
     EXPECT_EQ(window.picOptions(0).Left.get(), -20000);
     EXPECT_FALSE(window.picOptions(0).Enabled);

@@ -119,7 +119,8 @@ protected:
     FakeAnalyser analyser_;
     Frm3Dmap frm3Dmap_{machine_.machine, tables_};
     FrmInjScale frmInjScale_{machine_.machine, tables_};
-    MapContext context_{tables_, main_, analyser_, frm3Dmap_, frmInjScale_};
+    core::EepromAccess eeprom_{main_.MSComm1, machine_.pump, tables_};
+    MapContext context_{tables_, main_, analyser_, frm3Dmap_, frmInjScale_, eeprom_};
 };
 
 }  // namespace korvane::maps

@@ -145,12 +145,11 @@ TEST(ProgramStart, ShowsTheWindowAndOffersOnlyWhatThereIs) {
     EXPECT_THAT(program.windows.loaded(), ElementsAre(&program.window, &program.program.frm3Dmap()));
     EXPECT_FALSE(program.program.frm3Dmap().Visible);
     EXPECT_EQ(program.program.frm3Dmap().Tag.get(), "");
-    EXPECT_FALSE(program.window.Command7.Enabled);
     for (const auto* button : {&program.window.btnConnect, &program.window.Command2, &program.window.Command3,
                                &program.window.Command4, &program.window.btnKartat, &program.window.btnAsetukset,
                                &program.window.btnBackup, &program.window.btnUploadEEPROM, &program.window.Command1,
                                &program.window.btnDatalogTrend, &program.window.Command5, &program.window.Command6,
-                               &program.window.Command8, &program.window.btnTuningHelp}) {
+                               &program.window.Command7, &program.window.Command8, &program.window.btnTuningHelp}) {
         EXPECT_TRUE(button->Enabled) << button->name();
     }
 }

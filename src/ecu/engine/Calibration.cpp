@@ -98,6 +98,9 @@ Calibration calibrationOf(const FirmwareMemory& memory) {
     calibration.type = memory.type();
     takeSettings(calibration, memory);
     takeMisc(calibration, memory.misc());
+    if (memory.type().limiter) {
+        calibration.rpmLimit = memory.limiterRpm();
+    }
     takeMaps(calibration, memory);
     return calibration;
 }

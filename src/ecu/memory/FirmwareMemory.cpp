@@ -91,6 +91,7 @@ void FirmwareMemory::reload() {
         maps_[slot(kind)] = stored(kind);
     }
     std::copy_n(eeprom_.begin() + kMiscAddress, kMiscBytes, misc_.begin());
+    limiterRpm_ = wordOf("RPM_LIMIT_OFF");
     ++revision_;
 }
 

@@ -45,6 +45,9 @@ public:
     void setMisc(std::span<const std::uint8_t, kMiscBytes> bytes);
     void commitMisc();
 
+    // The RPM limit of a limiter box as of its start.
+    [[nodiscard]] int limiterRpm() const { return limiterRpm_; }
+
     // What a start of the firmware does: everything working is loaded from the EEPROM.
     void reload();
 
@@ -59,6 +62,7 @@ private:
     std::vector<std::uint8_t> eeprom_;
     std::array<MapCells, 3> maps_{};
     MiscBytes misc_{};
+    int limiterRpm_ = 0;
     std::uint64_t revision_ = 0;
 };
 

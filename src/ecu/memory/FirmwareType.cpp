@@ -23,6 +23,7 @@ FirmwareType firmwareType(int number) {
             type.injects = false;
             break;
         case 112:
+            type.limiter = true;
             type.injects = false;
             type.ignitionMap = false;
             break;

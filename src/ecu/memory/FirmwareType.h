@@ -8,6 +8,7 @@ struct FirmwareType {
     bool injects = true;  // has a fuel map and drives injectors
     bool ignites = true;  // fires the spark plugs
     bool ignitionMap = true;
+    bool limiter = false;       // has its limits in rows 1900 to 1960, which take effect at its start
     bool idleRegulator = true;  // without one, cells 500 and 501 hold the launch limit
 
     [[nodiscard]] int rows() const { return large ? 16 : 10; }

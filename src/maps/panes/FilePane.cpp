@@ -2,6 +2,7 @@
 
 #include "core/Numbers.h"
 #include "core/files/SettingsFile.h"
+#include "maps/grid/MapImages.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
@@ -69,11 +70,21 @@ void FilePane::handOver(bool withPwm) {
     for (auto* pane : panes) {
         pane->showLoadedTune();
     }
+    acceptMaps(withPwm);
     for (auto* pane : panes) {
         pane->acceptLoadedTune(withPwm);
     }
     for (auto* pane : panes) {
         pane->showAcceptedTune();
+    }
+}
+
+void FilePane::acceptMaps(bool withPwm) {
+    auto& tables = paneWindow().context().tables;
+    for (const MapImages* map : {&kFuelImages, &kIgnitionImages, &kPwmImages}) {
+        if (withPwm || map != &kPwmImages) {
+            tables.*map->edited = tables.*map->received;
+        }
     }
 }
 

@@ -24,8 +24,9 @@ private:
     void run(const Operation& operation);
     void saveTune(const std::string& path);
     void loadTune(const std::string& path);
-    // Gives the loaded tune to all panes of the window.
+    // Gives the loaded tune to all panes of the window, and to the maps for which it has none.
     void handOver(bool withPwm);
+    void acceptMaps(bool withPwm);
 };
 
 }  // namespace korvane::maps

@@ -51,8 +51,4 @@ void GridPane::showEdited() {
     mapDisplay().showEdited();
 }
 
-void GridPane::acceptLoadedTune(bool) {
-    tables().*images_.edited = tables().*images_.received;
-}
-
 }  // namespace korvane::maps

@@ -33,7 +33,6 @@ public:
 
     [[nodiscard]] MapGrid* paneGrid() override { return &mapGrid_; }
     void loadPane(std::int32_t features) override;
-    void acceptLoadedTune(bool withPwm) override;
 
 protected:
     [[nodiscard]] virtual MapDisplay& mapDisplay() = 0;

@@ -7,6 +7,8 @@ namespace korvane::maps {
 
 namespace {
 
+constexpr int kWidth = 1340 * 15;  // twips; fits a laptop of 1366 by 768
+constexpr int kHeight = 690 * 15;
 constexpr int kNarrowScreen = 12001;  // twips: below, cells have to be small
 constexpr int kWideScreen = 15700;    // above, bold text fits
 constexpr int kSmallFont = 6;
@@ -29,16 +31,14 @@ void sizeCells(MapGrid& grid, bool small, bool bold) {
 PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, const Title& title, MapGeometry shape)
     : Window(machine, title.name), geometry(shape), context_(context), line_(*this, context) {
     Caption = title.caption;
+    Width = kWidth;
+    Height = kHeight;
     chkOnlineChanges.Caption = "Realtime changes";
     Timer1.Tick = [this] {
         followEngine();
         for (auto* pane : panes_) {
             pane->tickPane();
         }
-    };
-    TimerInitialGetData.Tick = [this] {
-        TimerInitialGetData.Enabled = false;
-        initialReads();
     };
 }
 
@@ -48,7 +48,6 @@ void PaneWindow::Form_Load() {
         pane->loadPane(context_.tables.Features);
     }
     arrangePanes();
-    TimerInitialGetData.Enabled = true;
     isFormLoaded = true;
 }
 

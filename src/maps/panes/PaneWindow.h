@@ -36,13 +36,12 @@ public:
     controls::ProgressBar prgTransfer{*this, "prgTransfer"};         // of a map on its way to the ECU
     controls::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};  // edits go to the running engine at once
     controls::Timer Timer1{*this, "Timer1", true, 333};              // focus and panes
-    controls::Timer TimerInitialGetData{*this, "TimerInitialGetData", false, 100};  // from the load to the first reads
 
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
 
     void setCaption(std::string_view caption) override { Caption = caption; }
-    // What the panes read after the load, in their order; nothing with the port closed.
+    // What the panes read when the window has opened, in their order; nothing with the port closed.
     void initialReads();
 
     // For the panes. ground() is passed to the constructor of each.

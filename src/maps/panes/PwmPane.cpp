@@ -45,7 +45,6 @@ void PwmPane::acceptLoadedTune(bool withPwm) {
     if (!withPwm) {
         return;
     }
-    GridPane::acceptLoadedTune(withPwm);
     for (int cell = 0; cell < pwm.geometry.cells(); ++cell) {
         pwm(cell).Text = core::numberText(editedByte(cell) * tables().TickD).view();
     }

@@ -5,7 +5,7 @@
 namespace korvane::maps {
 
 TracePane::TracePane(PaneWindow& window, std::string_view caption, std::vector<MapGrid*> grids)
-    : MapPane(window), chkTrace(window, "chkTrace"), grids_(std::move(grids)) {
+    : EnginePlacePane(window, std::move(grids)), chkTrace(window, "chkTrace") {
     chkTrace.Caption = caption;
     chkTrace.Click = [this] {
         if (chkTrace.Value == 0) {
@@ -14,26 +14,8 @@ TracePane::TracePane(PaneWindow& window, std::string_view caption, std::vector<M
     };
 }
 
-void TracePane::updateMapPlace() {
-    auto& tables = paneWindow().context().tables;
-    if (chkTrace.Value == 0) {
-        markCell(tables.PrevMapPlace, controls::kWhite);
-    }
-    markCell(tables.MapPlace, controls::kRed);
-    tables.PrevMapPlace = tables.MapPlace;
-}
-
-void TracePane::markCell(int cell, controls::Color color) {
-    if (!paneWindow().geometry.has(cell)) {
-        return;
-    }
-    for (auto* grid : grids_) {
-        (*grid)(cell).BackColor = color;
-    }
-}
-
 void TracePane::clearTrace() {
-    for (auto* grid : grids_) {
+    for (auto* grid : markedGrids()) {
         for (auto& cell : grid->cells) {
             if (cell.BackColor == controls::kRed) {
                 cell.BackColor = controls::kWhite;

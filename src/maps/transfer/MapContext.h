@@ -1,6 +1,7 @@
 // What the map windows use besides their own controls.
 #pragma once
 
+#include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "maps/panes/Analysis.h"
@@ -17,6 +18,7 @@ struct MapContext {
     Analyser& analyser;
     Frm3Dmap& frm3Dmap;
     FrmInjScale& frmInjScale;
+    core::EepromAccess& eeprom;
 };
 
 }  // namespace korvane::maps

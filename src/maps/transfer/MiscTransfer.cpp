@@ -20,6 +20,20 @@ constexpr std::uint8_t kOpen2ms2 = 5;
 
 }  // namespace
 
+void MiscReply::take(bool skipTimer, const std::function<void()>& show) const {
+    if (!skipTimer) {
+        timeOutCounter = 0;
+        line.show(receiving);
+        line.stopPoll();
+    }
+    show();
+    line.show("Misc datan haku onnistui");
+    timeOut.Enabled = false;
+    timeOutCounter = 0;
+    line.block(kPause);
+    line.startPoll();
+}
+
 MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving)
     : pane_(pane), line_(line), context_(context), receiving_(receiving) {}
 
@@ -62,17 +76,7 @@ std::int32_t MiscTransfer::enableWord() {
 }
 
 void MiscTransfer::LoadMisc(bool skipTimer) {
-    if (!skipTimer) {
-        pane_.timeOutCounter = 0;
-        line_.show(receiving_);
-        line_.stopPoll();
-    }
-    showBlock();
-    line_.show("Misc datan haku onnistui");
-    pane_.TimeOutTimer.Enabled = false;
-    pane_.timeOutCounter = 0;
-    line_.block(kPause);
-    line_.startPoll();
+    MiscReply{line_, pane_.TimeOutTimer, pane_.timeOutCounter, receiving_}.take(skipTimer, [this] { showBlock(); });
 }
 
 void MiscTransfer::showMiscOfFile() {

@@ -4,11 +4,25 @@
 //          injection offset  ignition offset  injector code  ~'M'      then 'd', which stores it
 #pragma once
 
+#include <functional>
+
+#include "controls/Timer.h"
 #include "maps/transfer/MapLine.h"
 
 namespace korvane::maps {
 
 class MiscPane;
+
+// What a window does when the misc block arrives.
+struct MiscReply {
+    MapLine& line;
+    controls::Timer& timeOut;
+    std::int16_t& timeOutCounter;
+    const char* receiving;  // the window's caption while the block is shown
+
+    // False is how a reply of the ECU calls it: the poll stands still meanwhile.
+    void take(bool skipTimer, const std::function<void()>& show) const;
+};
 
 class MiscTransfer {
 public:
@@ -17,7 +31,7 @@ public:
 
     void save();
 
-    // Shows MiscBlock in the controls. A reply of the ECU calls it with false: then the poll is stopped meanwhile.
+    // Brings MiscBlock onto the controls, as a MiscReply.
     void LoadMisc(bool skipTimer);
     // The same display work after a file load, without timers; ends with its own caption.
     void showMiscOfFile();

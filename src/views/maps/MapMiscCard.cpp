@@ -89,7 +89,9 @@ QLayout& makeBits(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
         auto& check = makeBit(pane.CheckMisc(named[static_cast<std::size_t>(i)]), binder, parent);
         grid.addWidget(&check, i % rows, i / rows);
     }
-    grid.addLayout(&makeNamelessBits(pane, nameless, binder, parent), rows, 0, 1, 2);
+    if (!nameless.empty()) {
+        grid.addLayout(&makeNamelessBits(pane, nameless, binder, parent), rows, 0, 1, 2);
+    }
     return grid;
 }
 

@@ -49,23 +49,26 @@ Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& n
     return card;
 }
 
-QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent) {
+QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent) {
     auto& binder = view.binder();
     auto& card = child<Card>(parent);
     QWidget* const inside = &card;
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kColumnGap);
-    row.addWidget(&makeStatusLine(view, window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside), 1);
-    row.addWidget(&makeTransferBar(window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
+    row.addWidget(&makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside),
+                  1);
+    row.addWidget(&makeTransferBar(bar.window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
     row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(window.btnLoad, 'h', binder, inside));
-    row.addWidget(&makeButton(window.btnSave, 't', binder, inside));
+    row.addWidget(&makeButton(bar.files.btnLoad, 'h', binder, inside));
+    row.addWidget(&makeButton(bar.files.btnSave, 't', binder, inside));
     row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(window.btnShow3D, '3', binder, inside));
-    row.addWidget(&makeButton(window.btnInjScale, 'j', binder, inside));
+    row.addWidget(&makeButton(bar.tools.btnShow3D, '3', binder, inside));
+    if (bar.injScale != nullptr) {
+        row.addWidget(&makeButton(*bar.injScale, 'j', binder, inside));
+    }
     row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(window.btnHelp, 'o', binder, inside));
+    row.addWidget(&makeButton(bar.tools.btnHelp, 'o', binder, inside));
     card.fitMargins();
     return card;
 }

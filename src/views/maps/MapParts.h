@@ -1,4 +1,4 @@
-// The parts that both map windows are made of.
+// The parts that the map windows are made of.
 #pragma once
 
 #include <QGridLayout>
@@ -8,9 +8,10 @@
 
 #include <array>
 
-#include "maps/MapForm.h"
 #include "maps/panes/AnalyserPane.h"
+#include "maps/panes/FilePane.h"
 #include "maps/panes/MiscPane.h"
+#include "maps/panes/ToolPane.h"
 #include "views/frame/Binder.h"
 #include "views/widgets/Card.h"
 
@@ -22,7 +23,13 @@ class WindowView;
 Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent);
 
 // The text of the window's caption, the progress of a transfer, and the buttons for files and tools.
-QWidget& makeMapBar(maps::MapForm& window, WindowView& view, QWidget* parent);
+struct MapBar {
+    maps::PaneWindow& window;
+    maps::FilePane& files;
+    maps::ToolPane& tools;
+    controls::CommandButton* injScale = nullptr;
+};
+QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent);
 
 // The boxes that belong to the analyser and its agent; visible while it is shown.
 QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);

@@ -32,7 +32,7 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     auto& rows = child<QVBoxLayout>(inside);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeMapBar(window, *this, inside));
+    rows.addWidget(&makeMapBar({window, window, window, &window.btnInjScale}, *this, inside));
     auto& columns = layoutIn<QHBoxLayout>(kNobody);
     rows.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);

@@ -1,5 +1,5 @@
 // A part of MiscPages: the page "Injection".
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/GapLabel.h"

@@ -1,5 +1,5 @@
 // A part of MiscPages: the page "PWM, Boost, idle".
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
 

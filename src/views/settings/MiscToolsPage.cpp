@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/ListTable.h"

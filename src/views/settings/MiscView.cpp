@@ -6,9 +6,9 @@
 
 #include <array>
 
+#include "views/frame/GroupCard.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
-#include "views/settings/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"

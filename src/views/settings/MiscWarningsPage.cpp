@@ -1,5 +1,5 @@
 // A part of MiscPages: the pages "Warnings" and "Launch/ALS".
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 
 namespace korvane::views {

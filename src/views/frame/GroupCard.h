@@ -1,4 +1,4 @@
-// One group of settings: its boxes with names and units, or in columns under headers, and the button that saves them.
+// One group of parameters: its boxes with names and units, or in columns under headers, and the button that saves them.
 #pragma once
 
 #include <QGridLayout>
@@ -15,6 +15,8 @@
 #include "views/widgets/Card.h"
 
 namespace korvane::views {
+
+class DropDown;
 
 inline constexpr int kByteDigits = 3;
 inline constexpr int kWordDigits = 5;
@@ -33,6 +35,10 @@ public:
     void addValue(const QString& name, controls::TextBox& box, int digits, const QString& unit = {});
     void addText(const QString& name, controls::TextBox& box);
     void addChoice(const QString& name, controls::ComboBox& box);
+    // What the ECU tells, with room for `longest`.
+    void addShown(const QString& name, controls::Label& label, const QString& longest, const QString& unit = {});
+    // A list at the end of the last line; `spoken` is its name for screen readers.
+    void addBeside(const QString& spoken, controls::ComboBox& list);
     // Later lines are put into a new column, right of those so far.
     void startColumn();
     // Later lines are put below everything that has been added so far.
@@ -61,6 +67,8 @@ private:
     [[nodiscard]] int end() const { return rows_.count() - (buttons_ != nullptr ? 2 : 1); }
     QGridLayout& lines();
     void addName(const QString& name, QWidget& field);
+    void addField(const QString& name, QWidget& widget, const QString& unit);
+    DropDown& makeList(controls::ComboBox& box);
 
     Binder& binder_;
     Card& card_;

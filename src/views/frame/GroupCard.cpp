@@ -1,4 +1,4 @@
-#include "views/settings/GroupCard.h"
+#include "views/frame/GroupCard.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -12,6 +12,7 @@
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
 #include "views/widgets/Spacing.h"
+#include "views/widgets/values/Readout.h"
 #include "views/widgets/values/ValueBox.h"
 
 namespace korvane::views {
@@ -124,10 +125,21 @@ void GroupCard::addValue(const QString& name, controls::TextBox& box, int digits
     auto& edit = child<ValueBox>(&card_, digits);
     edit.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     binder_.bind(box, edit);
-    addName(name, edit);
+    addField(name, edit, unit);
+}
+
+void GroupCard::addShown(const QString& name, controls::Label& label, const QString& longest, const QString& unit) {
+    auto& shown = child<Readout>(&card_, Readout::Look{.bold = true});
+    shown.setReserve(longest);
+    binder_.bind(label, shown);
+    addField(name, shown, unit);
+}
+
+void GroupCard::addField(const QString& name, QWidget& widget, const QString& unit) {
+    addName(name, widget);
     auto& field = child<QHBoxLayout>(kNobody);
     field.setSpacing(kColumnGap);
-    field.addWidget(&edit);
+    field.addWidget(&widget);
     if (!unit.isEmpty()) {
         field.addWidget(&makeLabel(unit, &card_));
     }
@@ -143,12 +155,23 @@ void GroupCard::addText(const QString& name, controls::TextBox& box) {
 }
 
 void GroupCard::addChoice(const QString& name, controls::ComboBox& box) {
+    auto& list = makeList(box);
+    addName(name, list);
+    lines().addWidget(&list, line_++, lineColumn_ + 1);
+}
+
+void GroupCard::addBeside(const QString& spoken, controls::ComboBox& box) {
+    auto& list = makeList(box);
+    list.setAccessibleName(spoken);
+    lines().addWidget(&list, line_ - 1, lineColumn_ + 2, Qt::AlignLeft);
+}
+
+DropDown& GroupCard::makeList(controls::ComboBox& box) {
     auto& list = child<DropDown>(&card_);
     list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list.setMinimumContentsLength(kLeastChoice);
     binder_.bind(box, list);
-    addName(name, list);
-    lines().addWidget(&list, line_++, lineColumn_ + 1);
+    return list;
 }
 
 void GroupCard::addHeads(const QString& word, const QStringList& heads) {

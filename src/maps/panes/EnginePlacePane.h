@@ -1,0 +1,32 @@
+// The mark on the cell that the ECU runs in.
+#pragma once
+
+#include <vector>
+
+#include "controls/Color.h"
+#include "link/Windows.h"
+#include "maps/panes/MapPane.h"
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::maps {
+
+class EnginePlacePane : public MapPane, public link::EnginePlacePart {
+public:
+    // `grids` are those that show the mark.
+    EnginePlacePane(PaneWindow& window, std::vector<MapGrid*> grids);
+
+    // Marks the cell that the ECU runs in. A MapPlace outside the grid marks none.
+    void updateMapPlace() override;
+
+protected:
+    // Whether the cells where the engine was keep their mark.
+    [[nodiscard]] virtual bool leavesTrace() const { return false; }
+    [[nodiscard]] const std::vector<MapGrid*>& markedGrids() const { return grids_; }
+
+private:
+    void markCell(int cell, controls::Color color);
+
+    std::vector<MapGrid*> grids_;
+};
+
+}  // namespace korvane::maps

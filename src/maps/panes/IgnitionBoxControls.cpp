@@ -1,0 +1,54 @@
+#include "maps/panes/IgnitionBoxControls.h"
+
+#include <array>
+#include <string>
+
+namespace korvane::maps {
+
+namespace {
+
+using A = core::ParameterAddresses;
+using fields::one;
+
+constexpr std::array kLaunchReads{
+    one(&A::LAUNCHCONTROL_LO), one(&A::LAUNCHCONTROL_HI),       one(&A::LAUNCH_MODE_OFF),
+    one(&A::LAUNCH_DELAY_OFF), one(&A::ACCEL_LIMITER_MODE_OFF), one(&A::ACCEL_LIMITER_VALUE_OFF),
+};
+
+}  // namespace
+
+constinit const fields::ReadPlan IgnitionBoxControls::kReadLaunch{kLaunchReads, 150};
+
+IgnitionBoxControls::IgnitionBoxControls(controls::Window& window)
+    : txtLaunchControlLimit(window, "txtLaunchControlLimit"),
+      Combolaunchmode(window, "Combolaunchmode"),
+      txtLaunchFixedDelay(window, "txtLaunchFixedDelay"),
+      ComboAccellimiter(window, "ComboAccellimiter"),
+      txtMaxAccel(window, "txtMaxAccel"),
+      Combosensortype(window, "Combosensortype") {
+    fillList(Combolaunchmode,
+             {"Launch -normal", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
+              "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"});
+    fillList(ComboAccellimiter, {"retard ign 15deg 1/3", "retard ign 15deg 3/4", "retard ign 15deg all",
+                                 "waste spark 1/3", "waste spark 3/4", "waste spark all"});
+    fillList(Combosensortype, {"Falling edge", "Rising edge, Hamlin"});
+}
+
+std::vector<fields::Field> IgnitionBoxControls::launchFields() {
+    return {
+        {&A::LAUNCHCONTROL_LO, txtLaunchControlLimit, fields::kTwoBytes},
+        {&A::LAUNCH_MODE_OFF, Combolaunchmode},
+        {&A::LAUNCH_DELAY_OFF, txtLaunchFixedDelay},
+        {&A::ACCEL_LIMITER_MODE_OFF, ComboAccellimiter},
+        {&A::ACCEL_LIMITER_VALUE_OFF, txtMaxAccel},
+    };
+}
+
+void fillList(controls::ComboBox& list, std::initializer_list<std::string_view> rows) {
+    for (const auto row : rows) {
+        list.AddItem(std::string(row));
+    }
+    list.ListIndex = 0;
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,115 @@
+#include "views/maps/LimiterView.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <array>
+
+#include "views/frame/StatusLine.h"
+#include "views/maps/BoxParts.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Spacing.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr QSizeF kUsual{96, 46};  // text sizes
+
+// A limit, and what the box does there.
+struct Limit {
+    const char* name;
+    controls::TextBox maps::FrmMaps_ign_limiter::*box;
+};
+constexpr std::array<Limit, maps::FrmMaps_ign_limiter::kLimits> kLimits{{
+    {"Launch RPM limit", &maps::FrmMaps_ign_limiter::txtrpmlimitLOW},
+    {"Pre limit", &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre},
+    {"RPM limit", &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH},
+    {"Pre limit", &maps::FrmMaps_ign_limiter::txtrpmlimitHIGHpre},
+}};
+constexpr std::array kInputLabels{&maps::FrmMaps_ign_limiter::lblInput1, &maps::FrmMaps_ign_limiter::lblInput2,
+                                  &maps::FrmMaps_ign_limiter::lblInput3};
+
+}  // namespace
+
+// Tab goes through the widgets in the order in which they are made.
+LimiterView::LimiterView(maps::FrmMaps_ign_limiter& window, FrameClock& clock)
+    : FittedView(window, clock, kUsual), window_(window) {
+    auto& rows = child<QVBoxLayout>(&content());
+    rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    rows.setSpacing(kSpacing);
+    rows.addWidget(&makeBar());
+    auto& upper = child<QHBoxLayout>(kNobody);
+    auto& lower = child<QHBoxLayout>(kNobody);
+    for (auto* row : {&upper, &lower}) {
+        row->setSpacing(kSpacing);
+        rows.addLayout(row);
+    }
+    upper.addWidget(&makeSensor(), 3);
+    upper.addWidget(&makeLimits(), 4);
+    upper.addWidget(&makeLaunch(), 4);
+    for (int input = 0; input < maps::FrmMaps_ign_limiter::kInputs; ++input) {
+        lower.addWidget(&makeInput(input), 1);
+    }
+    rows.addStretch(1);
+    fitTexts();
+}
+
+Card& LimiterView::makeBar() {
+    auto& card = child<Card>(&content());
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(&card);
+    row.setSpacing(kSpacing);
+    row.addWidget(
+        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card),
+        1);
+    row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
+    row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
+    row.addWidget(&makeCommand(window_.btnHelp, 'o', binder(), &card));
+    card.fitMargins();
+    return card;
+}
+
+Card& LimiterView::makeSensor() {
+    GroupCard group(window_.FrameRpmSensor, binder(), &content());
+    group.addValue(QStringLiteral("Signals per engine rev"), window_.txtSigPerRev, kWordDigits,
+                   QStringLiteral("( RB2xDET 180 )"));
+    group.addValue(QStringLiteral("Cylinder count"), window_.txtCylCount, kWordDigits);
+    group.addChoice(QStringLiteral("Sensor type"), window_.Combosensortype);
+    group.addNote(QStringLiteral("The sensor type is sent as it stands here and never read."));
+    return group.card();
+}
+
+Card& LimiterView::makeLimits() {
+    GroupCard group(window_.FrameRpmLimit, binder(), &content());
+    int list = maps::FrmMaps_ign_limiter::kInputs;
+    for (const Limit& limit : kLimits) {
+        const auto name = QString::fromLatin1(limit.name);
+        group.addValue(name, window_.*limit.box, kWordDigits, QStringLiteral("rpm"));
+        group.addBeside(name + QStringLiteral(" function"), window_.ComboInputFuncLow(list++));
+    }
+    return group.card();
+}
+
+Card& LimiterView::makeInput(int input) {
+    GroupCard group(window_.FrameInput(input), binder(), &content());
+    group.addShown(QStringLiteral("Current value"), window_.*kInputLabels.at(static_cast<std::size_t>(input)),
+                   QStringLiteral("0.00"), QStringLiteral("V"));
+    group.addChoice(QStringLiteral("Acts when the input is"), window_.ComboInputCompare(input));
+    group.addValue(QStringLiteral("Voltage limit"), window_.txtInputvolt(input), kScaledDigits, QStringLiteral("V"));
+    group.addChoice(QStringLiteral("Function"), window_.ComboInputFuncLow(input));
+    group.addChoice(QStringLiteral("Function, high byte"), window_.comboInputFuncHi(input));
+    group.addValue(QStringLiteral("Value"), window_.txtInputFuncVal(input), kWordDigits);
+    group.addNote(steppedLegend());
+    return group.card();
+}
+
+Card& LimiterView::makeLaunch() {
+    GroupCard group(window_.launchControl.frame, binder(), &content());
+    addLaunch(group, window_);
+    group.addNote(QStringLiteral("What is read shows in the settings window, not here."));
+    addTransfer(group, window_.launchControl, 'l', 'v');
+    return group.card();
+}
+
+}  // namespace korvane::views
