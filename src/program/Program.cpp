@@ -47,6 +47,13 @@ Program::Program(platform::Machine& machine)
     liveUpdate_.setAnalyser(&analyser_);
     liveUpdate_.setRowWriter(&logWriter_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
+    connectButtons();
+    frmSarn2_.Load = [this] { mainWindowLoad(); };
+    frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
+    frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
+}
+
+void Program::connectButtons() {
     frmSarn2_.btnKartat.Click = [this] { mapWindows_.open(); };
     frmSarn2_.Command1.Click = [this] { mapWindows_.openLarge(); };
     frmSarn2_.Command6.Click = [this] { readoutWindows_.openBigText(); };
@@ -56,9 +63,6 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
-    frmSarn2_.Load = [this] { mainWindowLoad(); };
-    frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
-    frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
 }
 
 void Program::start() {

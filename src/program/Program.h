@@ -57,6 +57,8 @@ public:
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
 private:
+    // The buttons of the main window that open the others.
+    void connectButtons();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
