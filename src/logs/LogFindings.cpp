@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/Numbers.h"
+#include "core/TextEncoding.h"
 #include "logs/LogCells.h"
 #include "logs/LogGrammar.h"
 #include "platform/RuntimeError.h"
@@ -122,7 +123,8 @@ public:
 
     [[nodiscard]] std::string text() const {
         const LogLoad& load = log_.lastLoad();
-        std::string text = load.path.filename().string() + ": " + core::textOf(log_.ItemCount()) + " rows" + span();
+        std::string text =
+            core::decode(load.path.filename().string()) + ": " + core::textOf(log_.ItemCount()) + " rows" + span();
         text += ending(load);
         for (std::size_t i = 0; i < kFindings; ++i) {
             if (rows_[i] != 0) {

@@ -54,6 +54,11 @@ TEST_F(Findings, AFileThatCantBeReadIsToldAsSuch) {
     EXPECT_EQ(findingsOf(log_), "file: 0 rows; not read: File not found");
 }
 
+TEST_F(Findings, ANameInAnotherEncodingIsText) {
+    log_.LoadFromFile(folder_.path() / "dr\xE4ve.txt");
+    EXPECT_EQ(findingsOf(log_), "dr\u00e4ve.txt: 0 rows; not read: File not found");
+}
+
 TEST_F(Findings, EachKindNamesItsFirstRow) {
     EXPECT_THAT(of(LogText().rows(4).set(2, 2, "12.3456789").set(3, 2, "12.3456789")),
                 EndsWith("; cells run together, row 2"));

@@ -276,6 +276,29 @@ TEST_F(TheMarkedRow, IsThatUnderThePointer) {
     EXPECT_EQ(viewer().lblCursor.Caption.get(), "");
 }
 
+// Of the 20 characters of two bytes in the first 40 bytes behind the one of one byte, 19 are whole.
+TEST_F(TheMarkedRow, TellsTheBeginningOfACellThatRunsOn) {
+    std::string whole;
+    std::string shown = "a";
+    for (int i = 0; i < 19; ++i) {
+        shown += "\u00e4";
+    }
+    for (int i = 0; i < 1'000'000; ++i) {
+        whole += "\u00e4";
+    }
+    viewer().Combo1.choose(3);
+    support::LogText log;
+    for (int row = 0; row < 6; ++row) {
+        log.line("12:00:00 0 a" + whole + " " + std::string(40, 'b') + " 0 0 " + std::string(41, 'c'));
+    }
+    load(log.text());
+    viewer().Combo2.choose(4);
+    viewer().pointAt(0);
+    EXPECT_EQ(viewer().lblCursor.Caption.get(), "Row 5   12:00:00   Twater " + shown + "...   Tair " +
+                                                    std::string(40, 'b') + "   Throttle " + std::string(40, 'c') +
+                                                    "...   Lambda 0   InjTime 0");
+}
+
 TEST_F(TheMarkedRow, TellsOfTheSeriesOnShowAlone) {
     viewer().pointAt(placeOf(25));
     viewer().Combo1.choose(3);
