@@ -171,7 +171,7 @@ void FrmTrend_txt::setHandlers() {
         redraw();
     };
     CheckWithLimits.Click = [this] { CheckWithLimits_Click(); };
-    Picture1.Resize = [this] { redraw(); };
+    Picture1.Resize = [this] { Picture1_Resize(); };
     Picture1.KeyDown = [this](int keyCode, int) { Picture1_KeyDown(keyCode); };
     Timer1.Tick = [this] { redraw(); };
     TimerSim.Tick = [this] { TimerSim_Tick(); };
@@ -244,6 +244,13 @@ void FrmTrend_txt::turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32
 void FrmTrend_txt::changePoints(int places) {
     enter(Combopoints.name(),
           [&] { Combopoints.choose(std::clamp(Combopoints.ListIndex + places, 0, Combopoints.ListCount() - 1)); });
+}
+
+// A window that is drawn larger step by step tells nothing anew.
+void FrmTrend_txt::Picture1_Resize() {
+    line_.tellsFailures = false;
+    redraw();
+    line_.tellsFailures = true;
 }
 
 // A failure ends it without a word.

@@ -90,6 +90,7 @@ private:
     void CheckWithLimits_Click();
     void TimerSim_Tick();
     void Picture1_KeyDown(int keyCode);
+    void Picture1_Resize();
 
     void turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32_t));
     [[nodiscard]] std::int32_t maxRows() const;

@@ -231,6 +231,20 @@ TEST_F(FrmTrendTest, ADifferentSizeRedraws) {
     EXPECT_EQ(viewer().line().frame().bottom, 3300);
 }
 
+TEST_F(FrmTrendTest, ADifferentSizeTellsNoFailureAnew) {
+    LogText log;
+    for (int n = 0; n < 9; ++n) {
+        log.row(n, {{6, "none"}});
+    }
+    load(log.text());
+    static_cast<void>(messages());
+    viewer().Picture1.Width = 9000;
+    EXPECT_EQ(viewer().line().frame().right, 7200);
+    EXPECT_THAT(messages(), IsEmpty());
+    viewer().Combo6.choose(0);
+    EXPECT_THAT(messages(), ElementsAre("Error: cDrawSQLTrend Type mismatch"));
+}
+
 TEST_F(FrmTrendTest, OneViewerAtATimeAndEachOpeningStartsEmpty) {
     load(numberedLog(300));
     auto* const first = &viewer();
