@@ -319,20 +319,20 @@ TEST_F(MainViewTest, RowsOfTheLogAreCountedBesideItsName) {
 
 TEST_F(MainViewTest, RowsOfTheLogThatAreGoneAreNotCounted) {
     const auto& counts = dynamic_cast<QLabel&>(*find("logCounts"));
-    const auto log = [this](const std::string& name, int rows) {
+    const auto write = [this](const std::string& name, int rows) {
         window.txtDatalogFile.Text = name;
         for (int i = 0; i < rows; ++i) {
             program.logWriter().writeLiveRow();
         }
         frame();
     };
-    log("drive", 101);
+    write("drive", 101);
     EXPECT_EQ(counts.text(), "101 rows on disk, 0 waiting");
-    log("other", 0);
+    write("other", 0);
     EXPECT_EQ(counts.text(), "0 rows on disk, 0 waiting");
-    log("gone/drive", 100);
+    write("gone/drive", 100);
     EXPECT_EQ(counts.text(), "0 rows on disk, 100 waiting");
-    log("gone/drive", 1);
+    write("gone/drive", 1);
     EXPECT_EQ(counts.text(), "0 rows on disk, 0 waiting");
 }
 
