@@ -206,7 +206,11 @@ void FrmTrend_txt::btnLoad_Click() {
     }
 }
 
+// A log may be dropped while a long load paints the window.
 void FrmTrend_txt::open(const std::filesystem::path& file) {
+    if (reader_.loading) {
+        return;
+    }
     enter("open", [&] {
         readFile(file);
         lblMaxpoints.Caption = core::numberText(reader_.ItemCount()).view();

@@ -80,6 +80,17 @@ TEST_F(FrmTrendTest, ALoadShowsTheFirstPage) {
     EXPECT_EQ(dialogs[0].filter, "All Files (*.txt)|*.txt");
 }
 
+TEST_F(FrmTrendTest, AFileThatComesDuringALoadIsLeft) {
+    load(numberedLog(10));
+    viewer().reader().loading = [](std::uintmax_t, std::uintmax_t) {};
+    viewer().open(run.folder.write("other.txt", numberedLog(20)));
+    EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "10");
+    viewer().reader().loading = nullptr;
+    viewer().open(run.folder / "other.txt");
+    EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "20");
+    EXPECT_FALSE(viewer().reader().loading);
+}
+
 TEST_F(FrmTrendTest, ACancelledDialogChangesNothing) {
     viewer().btnLoad.press();
     EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "");
