@@ -298,9 +298,13 @@ void FrmTrend_txt::takeSeries(logs::clsTXTdata::TrendTarget& table, int series) 
     }
 }
 
+// A message of the disconnect may stand for long, and this window may be closed meanwhile.
 void FrmTrend_txt::btnSimulate_Click() {
     if (frmSarn2_.isConnected) {
         frmSarn2_.btnConnect.press();
+    }
+    if (!isLoaded()) {
+        return;
     }
     TimerSim.Enabled = !TimerSim.Enabled;
     btnSimulate.Caption = TimerSim.Enabled ? "STOP" : "Simulate";
