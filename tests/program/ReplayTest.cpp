@@ -120,6 +120,7 @@ TEST_F(ReplayTest, DoesNotBeginInAWindowThatTheDisconnectHasClosed) {
     main.btnConnect.Click = [&] { EXPECT_TRUE(window.unload()); };
     play();
     EXPECT_FALSE(window.TimerSim.Enabled);
+    main.btnConnect.Click = nullptr;
     wait(1000);
     EXPECT_EQ(row(), 0);
 }
