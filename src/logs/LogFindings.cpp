@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/Numbers.h"
+#include "core/TextEncoding.h"
 #include "logs/LogCells.h"
 #include "logs/LogGrammar.h"
 #include "platform/RuntimeError.h"
@@ -122,8 +123,12 @@ public:
 
     [[nodiscard]] std::string text() const {
         const LogLoad& load = log_.lastLoad();
-        std::string text = load.path.filename().string() + ": " + core::textOf(log_.ItemCount()) + " rows" + span();
-        text += ending(load);
+        const std::string name = core::decode(load.path.filename().string()) + ": ";
+        const std::string rows = core::textOf(log_.ItemCount()) + " rows";
+        if (!load.opened) {
+            return name + "not read: " + load.description + (log_.ItemCount() > 0 ? "; " + rows + " of zeros" : "");
+        }
+        std::string text = name + rows + span() + ending(load);
         for (std::size_t i = 0; i < kFindings; ++i) {
             if (rows_[i] != 0) {
                 text += "; " + std::string(kTexts[i]) + ", row " + core::textOf(rows_[i]);
@@ -148,7 +153,7 @@ private:
         }
         const int seconds = (*last_ - *first_ + kDay) % kDay;
         std::string text = ", " + timeOf(*first_) + " to " + timeOf(*last_);
-        if (seconds > 0) {
+        if (seconds > 0 && rows_[TimeBack] == 0) {
             const double rate = core::roundHalfEven(10.0 * log_.ItemCount() / seconds) / 10;
             text += ", " + core::textOf(rate) + " rows a second";
         }
@@ -169,9 +174,6 @@ private:
         }
         if (load.failedRow > kReadRows) {
             return "; more than " + core::textOf(kReadRows) + " lines";
-        }
-        if (load.failedRow == 0) {
-            return "; not read: " + load.description;
         }
         return "; ends early at row " + core::textOf(load.failedRow) + ": " + load.description;
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/Numbers.h"
+#include "core/TextEncoding.h"
 #include "logs/LogFindings.h"
 #include "logs/LogGrammar.h"
 #include "platform/Dialogs.h"
@@ -22,6 +23,7 @@ constexpr int kKeyPageUp = 33;
 constexpr int kKeyPageDown = 34;
 constexpr int kErrorDivisionByZero = 11;
 constexpr double kFasterThanDriven = 1.33;  // a replay
+constexpr std::size_t kLongestCell = 40;    // bytes of a cell that the line about a row shows
 
 constexpr std::string_view kNone = "none";
 constexpr std::string_view kRateName = "updateSpeed";                 // the lists spell it in their own way
@@ -51,6 +53,21 @@ int replayInterval(double rowsPerSecond) {
         throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
     }
     return core::toInt32(core::toInt(1000 / rowsPerSecond / kFasterThanDriven));
+}
+
+// A cell of a damaged log may have megabytes.
+std::string shortened(const std::string& cell) {
+    if (cell.size() <= kLongestCell) {
+        return cell;
+    }
+    const auto sizeAt = [&](std::size_t place) {
+        return std::max<std::size_t>(core::characterSize(std::string_view(cell).substr(place)), 1);
+    };
+    std::size_t end = 0;
+    while (end + sizeAt(end) <= kLongestCell) {
+        end += sizeAt(end);
+    }
+    return cell.substr(0, end) + "...";
 }
 
 }  // namespace
@@ -154,7 +171,7 @@ void FrmTrend_txt::setHandlers() {
         redraw();
     };
     CheckWithLimits.Click = [this] { CheckWithLimits_Click(); };
-    Picture1.Resize = [this] { redraw(); };
+    Picture1.Resize = [this] { Picture1_Resize(); };
     Picture1.KeyDown = [this](int keyCode, int) { Picture1_KeyDown(keyCode); };
     Timer1.Tick = [this] { redraw(); };
     TimerSim.Tick = [this] { TimerSim_Tick(); };
@@ -189,7 +206,11 @@ void FrmTrend_txt::btnLoad_Click() {
     }
 }
 
+// A log may be dropped while a long load paints the window.
 void FrmTrend_txt::open(const std::filesystem::path& file) {
+    if (reader_.loading) {
+        return;
+    }
     enter("open", [&] {
         readFile(file);
         lblMaxpoints.Caption = core::numberText(reader_.ItemCount()).view();
@@ -227,6 +248,13 @@ void FrmTrend_txt::turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32
 void FrmTrend_txt::changePoints(int places) {
     enter(Combopoints.name(),
           [&] { Combopoints.choose(std::clamp(Combopoints.ListIndex + places, 0, Combopoints.ListCount() - 1)); });
+}
+
+// A window that is drawn larger step by step tells nothing anew.
+void FrmTrend_txt::Picture1_Resize() {
+    line_.tellsFailures = false;
+    redraw();
+    line_.tellsFailures = true;
 }
 
 // A failure ends it without a word.
@@ -270,9 +298,13 @@ void FrmTrend_txt::takeSeries(logs::clsTXTdata::TrendTarget& table, int series) 
     }
 }
 
+// A message of the disconnect may stand for long, and this window may be closed meanwhile.
 void FrmTrend_txt::btnSimulate_Click() {
     if (frmSarn2_.isConnected) {
         frmSarn2_.btnConnect.press();
+    }
+    if (!isLoaded()) {
+        return;
     }
     TimerSim.Enabled = !TimerSim.Enabled;
     btnSimulate.Caption = TimerSim.Enabled ? "STOP" : "Simulate";
@@ -317,10 +349,10 @@ void FrmTrend_txt::showCursor() {
 
 std::string FrmTrend_txt::textOfRow(std::int32_t row) const {
     constexpr const char* kGap = "   ";
-    std::string text = "Row " + std::to_string(row) + kGap + reader_.TData(logs::kTimeColumn, row);
+    std::string text = "Row " + std::to_string(row) + kGap + shortened(reader_.TData(logs::kTimeColumn, row));
     for (const auto column : columns_) {
         if (column != 0) {
-            text += kGap + reader_.TData(column, 0) + ' ' + reader_.TData(column, row);
+            text += kGap + reader_.TData(column, 0) + ' ' + shortened(reader_.TData(column, row));
         }
     }
     return text;

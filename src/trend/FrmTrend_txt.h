@@ -59,7 +59,7 @@ public:
     controls::Label lblLog{*this, "lblLog"};
     controls::ProgressBar prgLoad{*this, "prgLoad"};
 
-    // What a choice in the dialog of btnLoad does.
+    // What a choice in the dialog of btnLoad does. Nothing while another load runs.
     void open(const std::filesystem::path& file);
     // The pointer stands at this place of the plot's surface, in twips, or has left it.
     void pointAt(double x);
@@ -90,6 +90,7 @@ private:
     void CheckWithLimits_Click();
     void TimerSim_Tick();
     void Picture1_KeyDown(int keyCode);
+    void Picture1_Resize();
 
     void turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32_t));
     [[nodiscard]] std::int32_t maxRows() const;

@@ -65,7 +65,9 @@ void cTrendline_New::guarded(const char* failure, Draw draw) {
     try {
         draw();
     } catch (const RuntimeError& error) {
-        dialogs_.show({"Korvane Tuner", std::string(failure) + error.what(), platform::MessageIcon::Exclamation});
+        if (tellsFailures) {
+            dialogs_.show({"Korvane Tuner", std::string(failure) + error.what(), platform::MessageIcon::Exclamation});
+        }
     }
     if (PicBox != nullptr) {
         PicBox->drawn();

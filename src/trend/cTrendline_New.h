@@ -40,6 +40,7 @@ public:
     std::string XTitleEnd = " min";  // up to 8 characters are shown
     float XTitleKerroin = 1;
     controls::PictureBox* PicBox = nullptr;
+    bool tellsFailures = true;  // by a message
 
     // A failure (a cell that is no number, a row that no log has) ends the draw where it stands, with a message.
     void DrawSQLTrend(const logs::clsTXTdata& reader, const LogColumns& columns, bool rightScale);

@@ -36,6 +36,11 @@ TEST_F(Findings, OneMomentHasNoRate) {
     EXPECT_EQ(of(LogText()), "log.txt: 0 rows");
 }
 
+TEST_F(Findings, ATimeThatGoesBackLeavesNoRate) {
+    EXPECT_EQ(of(LogText().row("12:00:05").row("12:00:09").row("12:00:03").row("12:00:07")),
+              "log.txt: 4 rows, 12:00:05 to 12:00:07; time goes back, row 3");
+}
+
 TEST_F(Findings, ALoadThatEndsEarlySaysWhereAndWhy) {
     EXPECT_THAT(of(LogText().rows(5).set(4, 1, "abc")), HasSubstr("3 rows"));
     EXPECT_THAT(findingsOf(log_), EndsWith("; ends early at row 4: Type mismatch"));
@@ -51,7 +56,15 @@ TEST_F(Findings, TooManyLinesAreToldAsSuch) {
 
 TEST_F(Findings, AFileThatCantBeReadIsToldAsSuch) {
     log_.LoadFromFile(folder_.nowhere());
-    EXPECT_EQ(findingsOf(log_), "file: 0 rows; not read: File not found");
+    EXPECT_EQ(findingsOf(log_), "file: not read: File not found");
+    load(LogText().rows(3));
+    log_.LoadFromFile(folder_.path());
+    EXPECT_THAT(findingsOf(log_), EndsWith(": not read: Path/File access error; 3 rows of zeros"));
+}
+
+TEST_F(Findings, ANameInAnotherEncodingIsText) {
+    log_.LoadFromFile(folder_.path() / "dr\xE4ve.txt");
+    EXPECT_EQ(findingsOf(log_), "dr\u00e4ve.txt: not read: File not found");
 }
 
 TEST_F(Findings, EachKindNamesItsFirstRow) {

@@ -80,6 +80,17 @@ TEST_F(FrmTrendTest, ALoadShowsTheFirstPage) {
     EXPECT_EQ(dialogs[0].filter, "All Files (*.txt)|*.txt");
 }
 
+TEST_F(FrmTrendTest, AFileThatComesDuringALoadIsLeft) {
+    load(numberedLog(10));
+    viewer().reader().loading = [](std::uintmax_t, std::uintmax_t) {};
+    viewer().open(run.folder.write("other.txt", numberedLog(20)));
+    EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "10");
+    viewer().reader().loading = nullptr;
+    viewer().open(run.folder / "other.txt");
+    EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "20");
+    EXPECT_FALSE(viewer().reader().loading);
+}
+
 TEST_F(FrmTrendTest, ACancelledDialogChangesNothing) {
     viewer().btnLoad.press();
     EXPECT_EQ(viewer().lblMaxpoints.Caption.get(), "");
@@ -231,6 +242,20 @@ TEST_F(FrmTrendTest, ADifferentSizeRedraws) {
     EXPECT_EQ(viewer().line().frame().bottom, 3300);
 }
 
+TEST_F(FrmTrendTest, ADifferentSizeTellsNoFailureAnew) {
+    LogText log;
+    for (int n = 0; n < 9; ++n) {
+        log.row(n, {{6, "none"}});
+    }
+    load(log.text());
+    static_cast<void>(messages());
+    viewer().Picture1.Width = 9000;
+    EXPECT_EQ(viewer().line().frame().right, 7200);
+    EXPECT_THAT(messages(), IsEmpty());
+    viewer().Combo6.choose(0);
+    EXPECT_THAT(messages(), ElementsAre("Error: cDrawSQLTrend Type mismatch"));
+}
+
 TEST_F(FrmTrendTest, OneViewerAtATimeAndEachOpeningStartsEmpty) {
     load(numberedLog(300));
     auto* const first = &viewer();
@@ -274,6 +299,29 @@ TEST_F(TheMarkedRow, IsThatUnderThePointer) {
     viewer().pointAway();
     EXPECT_FALSE(viewer().Cursor.Visible);
     EXPECT_EQ(viewer().lblCursor.Caption.get(), "");
+}
+
+// Of the 20 characters of two bytes in the first 40 bytes behind the one of one byte, 19 are whole.
+TEST_F(TheMarkedRow, TellsTheBeginningOfACellThatRunsOn) {
+    std::string whole;
+    std::string shown = "a";
+    for (int i = 0; i < 19; ++i) {
+        shown += "\u00e4";
+    }
+    for (int i = 0; i < 1'000'000; ++i) {
+        whole += "\u00e4";
+    }
+    viewer().Combo1.choose(3);
+    support::LogText log;
+    for (int row = 0; row < 6; ++row) {
+        log.line("12:00:00 0 a" + whole + " " + std::string(40, 'b') + " 0 0 " + std::string(41, 'c'));
+    }
+    load(log.text());
+    viewer().Combo2.choose(4);
+    viewer().pointAt(0);
+    EXPECT_EQ(viewer().lblCursor.Caption.get(), "Row 5   12:00:00   Twater " + shown + "...   Tair " +
+                                                    std::string(40, 'b') + "   Throttle " + std::string(40, 'c') +
+                                                    "...   Lambda 0   InjTime 0");
 }
 
 TEST_F(TheMarkedRow, TellsOfTheSeriesOnShowAlone) {

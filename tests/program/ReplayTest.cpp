@@ -113,6 +113,18 @@ TEST_F(ReplayTest, BeginsWithADisconnect) {
     EXPECT_TRUE(viewer().TimerSim.Enabled);
 }
 
+TEST_F(ReplayTest, DoesNotBeginInAWindowThatTheDisconnectHasClosed) {
+    run.connect();
+    load(numberedLog(300));
+    auto& window = viewer();
+    main.btnConnect.Click = [&] { EXPECT_TRUE(window.unload()); };
+    play();
+    EXPECT_FALSE(window.TimerSim.Enabled);
+    main.btnConnect.Click = nullptr;
+    wait(1000);
+    EXPECT_EQ(row(), 0);
+}
+
 TEST_F(ReplayTest, GoesOnBesideAConnection) {
     load(numberedLog(300));
     play();

@@ -317,5 +317,31 @@ TEST_F(MainViewTest, RowsOfTheLogAreCountedBesideItsName) {
     EXPECT_THAT(cutTexts(view()), IsEmpty());
 }
 
+TEST_F(MainViewTest, RowsOfTheLogThatAreGoneAreNotCounted) {
+    const auto& counts = dynamic_cast<QLabel&>(*find("logCounts"));
+    const auto write = [this](const std::string& name, int rows) {
+        window.txtDatalogFile.Text = name;
+        for (int i = 0; i < rows; ++i) {
+            program.logWriter().writeLiveRow();
+        }
+        frame();
+    };
+    write("drive", 101);
+    EXPECT_EQ(counts.text(), "101 rows on disk, 0 waiting");
+    write("other", 0);
+    EXPECT_EQ(counts.text(), "0 rows on disk, 0 waiting");
+    write("gone/drive", 100);
+    EXPECT_EQ(counts.text(), "0 rows on disk, 100 waiting");
+    write("gone/drive", 1);
+    EXPECT_EQ(counts.text(), "0 rows on disk, 0 waiting");
+}
+
+TEST_F(MainViewTest, ANameLikeMarkedUpTextIsShownAsItIs) {
+    window.txtDatalogFile.Text = std::string("<b>drive</b>");
+    frame();
+    const QString toolTip = find("logCounts")->toolTip();
+    EXPECT_TRUE(toolTip.endsWith(QStringLiteral("&lt;b&gt;drive&lt;/b&gt;.txt"))) << toolTip.toStdString();
+}
+
 }  // namespace
 }  // namespace korvane::views

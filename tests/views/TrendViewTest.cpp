@@ -201,6 +201,23 @@ TEST_F(TrendViewTest, ALongLoadHasABusyPointerAndALine) {
     EXPECT_NE(view().cursor().shape(), Qt::BusyCursor);
 }
 
+TEST_F(TrendViewTest, LongTextsLeaveThePlotWhereItIs) {
+    load(100);
+    const QRect place(plot().mapTo(&view(), QPoint()), plot().size());
+    model().lblCursor.Caption = std::string(400, 'm');
+    model().open(run.folder.write(std::string(240, 'm') + ".txt", support::numberedLog(100)));
+    frame();
+    const QRect now(plot().mapTo(&view(), QPoint()), plot().size());
+    EXPECT_EQ(now.left(), place.left());
+    EXPECT_EQ(now.width(), place.width());
+    EXPECT_TRUE(view().rect().contains(now)) << now.right();
+    model().lblCursor.Caption = std::string(400, 'm');
+    frame();
+    view().resize(view().size() + QSize(0, 10));
+    settle();
+    EXPECT_EQ(plot().width(), place.width());
+}
+
 TEST_F(TrendViewTest, AnEmptyWindowSaysWhatToDo) {
     EXPECT_THAT(find<QLabel>("lblLog").text().toStdString(), testing::HasSubstr("Load  file"));
 }
