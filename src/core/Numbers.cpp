@@ -163,21 +163,21 @@ std::int32_t toInt32(double value) {
 
 double finite(double value) {
     if (!std::isfinite(value)) {
-        overflow();
+        platform::raiseOverflow();
     }
     return value;
 }
 
 double quotient(double dividend, double divisor) {
     if (divisor == 0.0) {
-        throw RuntimeError(kErrorDivisionByZero, "Division by zero");
+        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
     }
     return finite(dividend / divisor);
 }
 
 float toSingle(double value) {
     if (!(std::abs(value) <= std::numeric_limits<float>::max())) {
-        overflow();
+        platform::raiseOverflow();
     }
     return static_cast<float>(value);
 }

@@ -1,12 +1,12 @@
 // The map window of the boxes that only ignite.
 #pragma once
 
+#include "maps/boxes/IgnitionBoxControls.h"
+#include "maps/boxes/ParameterGroup.h"
 #include "maps/panes/EnginePlacePane.h"
 #include "maps/panes/FilePane.h"
-#include "maps/panes/IgnitionBoxControls.h"
 #include "maps/panes/IgnitionPane.h"
 #include "maps/panes/MiscPane.h"
-#include "maps/panes/ParameterGroup.h"
 #include "maps/panes/ToolPane.h"
 
 namespace korvane::maps {

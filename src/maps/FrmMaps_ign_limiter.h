@@ -7,8 +7,8 @@
 #include "fields/Reader.h"
 #include "fields/Saver.h"
 #include "link/Windows.h"
-#include "maps/panes/IgnitionBoxControls.h"
-#include "maps/panes/ParameterGroup.h"
+#include "maps/boxes/IgnitionBoxControls.h"
+#include "maps/boxes/ParameterGroup.h"
 #include "maps/transfer/MapContext.h"
 #include "maps/transfer/MapLine.h"
 

@@ -1,8 +1,8 @@
 // The parts that the windows of the ignition-only box and of the limiter box have in common.
 #pragma once
 
-#include "maps/panes/IgnitionBoxControls.h"
-#include "maps/panes/ParameterGroup.h"
+#include "maps/boxes/IgnitionBoxControls.h"
+#include "maps/boxes/ParameterGroup.h"
 #include "views/frame/GroupCard.h"
 
 namespace korvane::views {

@@ -1,4 +1,4 @@
-#include "maps/panes/IgnitionBoxControls.h"
+#include "maps/boxes/IgnitionBoxControls.h"
 
 #include <array>
 #include <string>

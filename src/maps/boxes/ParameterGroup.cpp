@@ -1,4 +1,4 @@
-#include "maps/panes/ParameterGroup.h"
+#include "maps/boxes/ParameterGroup.h"
 
 #include <utility>
 
