@@ -111,7 +111,7 @@ TEST_F(MainViewTest, TabGoesThroughTheConnectionFirst) {
         key(*view().focusWidget(), Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("ComboPort", "ComboBaud", "ComboRefresh", "btnConnect", "btnKartat",
-                                     "btnAsetukset", "btnTuningHelp", "Command1", "Command7"));
+                                     "btnAsetukset", "btnTuningHelp", "Command1", "Command7", "btnDatalogTrend"));
 }
 
 TEST_F(MainViewTest, TheFirstFocusIsThePort) {

@@ -83,13 +83,6 @@ QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& 
     return push;
 }
 
-// Takes the width that there is, however long its text.
-void takeAnyWidth(QWidget& widget) {
-    QSizePolicy policy = widget.sizePolicy();
-    policy.setHorizontalPolicy(QSizePolicy::Ignored);
-    widget.setSizePolicy(policy);
-}
-
 QString droppedFile(const QMimeData& data) {
     const auto urls = data.urls();
     return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
@@ -207,7 +200,7 @@ QWidget& TrendView::makeNotes() {
     auto& row = child<QHBoxLayout>(kNobody);
     auto& log = child<QLabel>(inside);
     log.setWordWrap(true);
-    takeAnyWidth(log);
+    log.setMinimumWidth(1);  // however long a word in it
     log.setTextInteractionFlags(Qt::TextSelectableByMouse);
     binder().bind(window_.lblLog, log);
     load_ =
@@ -221,7 +214,7 @@ QWidget& TrendView::makeNotes() {
     rows.addLayout(&row);
     auto& values = child<Readout>(inside);
     values.setAccessibleName(QStringLiteral("Values of the row"));
-    takeAnyWidth(values);
+    values.setMinimumWidth(1);
     binder().bind(window_.lblCursor, values);
     rows.addWidget(&values);
     card.fitMargins();
