@@ -30,6 +30,7 @@ public:
 class AnyEcu : public console::EcuControl {
 public:
     std::string set(const std::string& key, const std::string&) override { return key == "no" ? "no such key" : ""; }
+    long sparksFired() const override { return 0; }
 };
 
 // Whatever path a script answers with, the file is one in the folder of this run.

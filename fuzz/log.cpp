@@ -63,7 +63,8 @@ void replay(logs::clsTXTdata& log) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Script script({data, size});
     const char decimal = script.next() % 2 == 0 ? '.' : ',';
-    const auto file = fuzz::emptyFolder().write("log.txt", script.bytes(size));
+    const support::TempFolder folder;
+    const auto file = folder.write("log.txt", fuzz::textOf(script.bytes(size)));
     core::LiveTable live;
     logs::clsTXTdata log(live, decimal);
     require(!log.LoadFromFile(file));

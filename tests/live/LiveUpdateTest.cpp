@@ -333,7 +333,7 @@ TEST_F(LiveUpdateTest, AStepThatFailsIsSkippedAndTheNextOnesRun) {
     rows_.fails = true;
     misc_.fails = true;
     analyser_.fails = true;
-    for (const std::size_t number : {0, 5, 8, 20, 21, 22}) {
+    for (const std::size_t number : {0U, 5U, 8U, 20U, 21U, 22U}) {
         channel(number).value = 1e12;
     }
     window_.chkSlowTrend.Value = 1;
