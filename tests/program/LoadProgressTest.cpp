@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "trend/LoadProgress.h"
 #include "program/LogViewerBench.h"
+#include "trend/LoadProgress.h"
 
 namespace korvane::trend {
 namespace {
