@@ -4,6 +4,7 @@
 #
 #   bench/program.sh [SECONDS]      build/release must be built; default 20 seconds
 #   bench/program.sh SECONDS maps   with the map window open and its trace on
+#   bench/program.sh SECONDS log    with "Save data to" ticked
 #   bench/program.sh SECONDS readouts   with five big readouts open, each on a channel of its own
 #   bench/program.sh SECONDS ignition   with the poll of the ignition debug window, which draws both trends each time
 #   bench/program.sh SECONDS ignition headless   the same without windows; any scene may have this behind it
@@ -43,6 +44,10 @@ echo "set frmMisc.TimerInitialGetData.Enabled false" >&3
 sleep 3
 if [ "$scene" = maps ]; then
   printf '%s\n' "click frmSarn2.btnKartat" "click frmMaps.chkTrace" >&3
+  sleep 3
+fi
+if [ "$scene" = log ]; then
+  echo "click frmSarn2.chkDatalog" >&3
   sleep 3
 fi
 if [ "$scene" = readouts ]; then
