@@ -1,31 +1,9 @@
 // One 'R' frame from its first byte to the last consumer, without a display: time and allocations in the steady state.
-#include <atomic>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
-#include <new>
 #include <random>
 
+#include "CountedAllocations.h"
 #include "support/VirtualProgram.h"
-
-namespace {
-
-std::atomic<std::int64_t> allocations{0};  // NOLINT: counted by the replaced operator new
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 

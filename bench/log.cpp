@@ -1,41 +1,20 @@
 // Log files: a row, a batch of 101 rows, and the load of 100,000 rows with the columns that the viewer shows first. The
 // file is made by the program from the virtual ECU's lap. Beside it: what mawk takes to sum five columns of that file.
 #include <array>
-#include <atomic>
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string>
 
+#include "CountedAllocations.h"
 #include "logs/LogFindings.h"
 #include "logs/LogWriter.h"
 #include "logs/clsTXTdata.h"
 #include "support/EcuDevice.h"
 #include "support/VirtualProgram.h"
-
-namespace {
-
-std::atomic<std::int64_t> allocations{0};  // NOLINT: counted by the replaced operator new
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 

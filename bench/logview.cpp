@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "Offscreen.h"
 #include "WindowRig.h"
 #include "support/LogText.h"
 #include "views/trend/LogPlot.h"
@@ -147,11 +148,5 @@ BENCHMARK(Replay)->Arg(60'000)->Unit(benchmark::kMillisecond)->Iterations(1);
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return korvane::runBenchmarks(argc, argv);
 }

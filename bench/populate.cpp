@@ -1,9 +1,7 @@
 // A whole map drawn into its grid, without a display: time and allocations in the steady state.
-#include <atomic>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
-#include <new>
 
+#include "CountedAllocations.h"
 #include "core/Checked.h"
 #include "core/tables/Module1.h"
 #include "core/tables/SharedTables.h"
@@ -13,27 +11,6 @@
 #include "maps/MapForm.h"
 #include "maps/grid/MapConversions.h"
 #include "support/VirtualMachine.h"
-
-namespace {
-
-std::atomic<std::int64_t> allocations{0};  // NOLINT: counted by the replaced operator new
-
-}  // namespace
-
-// Not inlined: the compiler would miss one of a pair and warn of a wrong partner.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
