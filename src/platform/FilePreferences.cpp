@@ -125,7 +125,7 @@ void setValue(Lines& lines, std::string_view key, std::string_view name, std::st
 
 }  // namespace
 
-FilePreferences::FilePreferences(const fs::path& path) {
+FilePreferences::FilePreferences(const fs::path& path, Writes writes) : writes_(writes) {
     std::error_code error;
     path_ = fs::absolute(path, error);
     if (error) {
@@ -152,7 +152,9 @@ void FilePreferences::write(std::string_view key, std::string_view name, std::st
     for (const Entry& entry : written_) {
         setValue(lines_, entry.key, entry.name, entry.text);
     }
-    save(found);
+    if (writes_ == Writes::IntoTheFile) {
+        save(found);
+    }
 }
 
 FilePreferences::FileState FilePreferences::reload() {

@@ -19,8 +19,11 @@ namespace korvane::platform {
 
 class FilePreferences : public PreferencesStore {
 public:
-    // Reads the file. One that is missing, can't be read, holds other than text or more than 1 MiB counts as empty.
-    explicit FilePreferences(const std::filesystem::path& path);
+    enum class Writes { IntoTheFile, ForThisRun };
+
+    // Reads the file. With Writes::ForThisRun it stays as it is, whatever is written. One that is missing, can't be
+    // read, holds other than text or more than 1 MiB counts as empty.
+    explicit FilePreferences(const std::filesystem::path& path, Writes writes = Writes::IntoTheFile);
 
     [[nodiscard]] std::optional<std::string> read(std::string_view key, std::string_view name) const override;
 
@@ -44,6 +47,7 @@ private:
     void save(FileState found) const;
 
     std::filesystem::path path_;
+    Writes writes_;
     std::vector<std::string> lines_;  // the file's, with what this run has written
     std::vector<Entry> written_;
 };

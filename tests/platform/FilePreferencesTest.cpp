@@ -46,6 +46,16 @@ TEST_F(FilePreferencesTest, ReadsWhatAPersonTypes) {
     EXPECT_FALSE(preferences.read("Ports", "#COM7"));
 }
 
+TEST_F(FilePreferencesTest, WrittenForThisRunStayOutOfTheFile) {
+    folder_.write(kFile, "[A]\nB=1\n");
+    FilePreferences preferences(folder_ / kFile, FilePreferences::Writes::ForThisRun);
+    preferences.write("A", "B", "2");
+    preferences.write("A", "C", "3");
+    EXPECT_EQ(preferences.read("A", "B"), "2");
+    EXPECT_EQ(preferences.read("A", "C"), "3");
+    EXPECT_EQ(content(), "[A]\nB=1\n");
+}
+
 TEST_F(FilePreferencesTest, OfTwoLinesWithOneNameTheFirstCounts) {
     EXPECT_EQ(open("[Ports]\nCOM1=a\nCOM1=b\n[Ports]\nCOM1=c\n").read("Ports", "COM1"), "a");
 }
