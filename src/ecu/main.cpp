@@ -77,6 +77,10 @@ int main(int argc, char** argv) {
             say(helpText());
             return EXIT_SUCCESS;
         }
+        if (options.programVersion) {
+            say("korvane-ecu " KORVANE_VERSION "\n");
+            return EXIT_SUCCESS;
+        }
         return serve(options);
     } catch (const std::exception& error) {
         return complain(error.what(), EXIT_FAILURE);

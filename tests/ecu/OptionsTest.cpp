@@ -35,7 +35,9 @@ TEST(Options, MistakesAreNamed) {
     Options options;
     EXPECT_THAT(parsed({"type", "15"}, options), HasSubstr("\"type\""));
     EXPECT_THAT(parsed({"--"}, options), HasSubstr("\"--\""));
-    EXPECT_THAT(parsed({"--type"}, options), HasSubstr("--type"));
+    EXPECT_EQ(parsed({"--type"}, options), "--type needs a value");
+    EXPECT_EQ(parsed({"--pty"}, options), "--pty needs a value");
+    EXPECT_EQ(parsed({"--tipe"}, options), "--tipe is no option; see --help");
     EXPECT_THAT(parsed({"--tipe", "1"}, options), HasSubstr("\"tipe\""));
     EXPECT_THAT(parsed({"--lose", "2"}, options), HasSubstr("lose"));
 }
@@ -45,6 +47,18 @@ TEST(Options, AFileThatIsNotThereIsNamed) {
     const support::TempFolder folder;
     const std::string file = folder.nowhere().string();
     EXPECT_THAT(parsed({"--eeprom", file}, options), HasSubstr(file));
+}
+
+TEST(Options, LettersAskForHelpAndForTheVersionOfTheProgram) {
+    Options help;
+    EXPECT_EQ(parsed({"-h"}, help), "");
+    EXPECT_TRUE(help.help);
+    Options version;
+    EXPECT_EQ(parsed({"-V"}, version), "");
+    EXPECT_TRUE(version.programVersion);
+    Options firmware;
+    EXPECT_EQ(parsed({"--version", "7"}, firmware), "");
+    EXPECT_FALSE(firmware.programVersion);
 }
 
 TEST(Options, HelpTellsAllOfThem) {

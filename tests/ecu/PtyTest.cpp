@@ -56,6 +56,17 @@ Bytes allOf(const Pty& pty, std::size_t count) {
     return bytes;
 }
 
+TEST(DeviceLink, ThatCannotBeMadeIsToldInPlainWords) {
+    const support::TempFolder folder;
+    const auto path = folder.nowhere() / "ecu";
+    try {
+        const DeviceLink link(path, "/dev/null");
+        FAIL();
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(error.what(), "the link " + path.string() + " can't be made: No such file or directory");
+    }
+}
+
 TEST(Pty, CarriesEveryByteUnchangedBothWays) {
     const Pty pty;
     const PcEnd pc(pty.slavePath());

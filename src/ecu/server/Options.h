@@ -14,6 +14,7 @@ struct Options {
     std::string link;         // where a link to the pseudo-terminal is made; empty: nowhere
     bool withParent = false;  // end with the process that started this one
     bool help = false;
+    bool programVersion = false;  // --version is a key of the firmware
 };
 
 // `arguments` without the program's name. Returns an empty text, or one sentence that says what is wrong.

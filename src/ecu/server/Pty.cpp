@@ -91,7 +91,10 @@ DeviceLink::DeviceLink(std::filesystem::path path, std::string target)
     if (std::filesystem::is_symlink(std::filesystem::symlink_status(path_, error))) {
         std::filesystem::remove(path_, error);
     }
-    std::filesystem::create_symlink(target_, path_);
+    std::filesystem::create_symlink(target_, path_, error);
+    if (error) {
+        throw std::system_error(error, "the link " + path_.string() + " can't be made");
+    }
 }
 
 DeviceLink::~DeviceLink() {
