@@ -142,8 +142,10 @@ struct Flag {
     bool Options::*member;
 };
 
-constexpr std::array<Flag, 3> kFlags{
-    {{"--headless", &Options::headless}, {"--console", &Options::console}, {"--virtual-time", &Options::virtualTime}}};
+constexpr std::array<Flag, 4> kFlags{{{"--headless", &Options::headless},
+                                      {"--console", &Options::console},
+                                      {"--virtual-time", &Options::virtualTime},
+                                      {"--strict", &Options::strict}}};
 
 struct Setting {
     std::string_view name;
@@ -214,21 +216,25 @@ void checkTogether(const Options& options) {
     if (options.virtualTime && !options.headless) {
         throw BadOption("--virtual-time works with --headless only");
     }
+    if (options.strict && !options.headless) {
+        throw BadOption("--strict works with --headless only");
+    }
     if (options.virtualTime && !options.ecu) {
         throw BadOption("--virtual-time needs --ecu");
     }
 }
 
-bool asksFor(std::span<const std::string> arguments, std::string_view name) {
-    return std::find(arguments.begin(), arguments.end(), name) != arguments.end();
+bool asksFor(std::span<const std::string> arguments, std::string_view name, std::string_view letter) {
+    return std::any_of(arguments.begin(), arguments.end(),
+                       [&](const std::string& each) { return each == name || each == letter; });
 }
 
 }  // namespace
 
 std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments) {
     Options options;
-    options.help = asksFor(arguments, "--help");
-    options.version = asksFor(arguments, "--version");
+    options.help = asksFor(arguments, "--help", "-h");
+    options.version = asksFor(arguments, "--version", "-V");
     if (options.help || options.version) {
         return options;
     }
@@ -252,6 +258,7 @@ korvane-tuner [options] [FILE.txt]
   --headless                     no display; commands come from standard input
   --console                      with a display: commands from standard input too
   --script FILE                  take the commands from FILE, then quit
+  --strict                       headless only: the first error ends the run with status 1
   --virtual-time                 headless only: time passes in waits alone, and at once; needs --ecu
   --now "YYYY-MM-DD hh:mm:ss"    what the virtual clock starts at
   --ecu none                     every port leads to a line in memory on which nobody answers
@@ -262,8 +269,8 @@ korvane-tuner [options] [FILE.txt]
   --preferences FILE             where the preferences are kept
   --decimal CHAR                 the decimal separator of log files, . or ,
   --trace FILE                   write every byte on the serial line to FILE
-  --version                      print the version
-  --help                         print this
+  -V, --version                  print the version
+  -h, --help                     print this
 )";
 }
 

@@ -18,6 +18,7 @@ struct Options {
     bool headless = false;
     bool console = false;
     bool virtualTime = false;
+    bool strict = false;  // the first error ends the run
     bool help = false;
     bool version = false;
     std::optional<std::filesystem::path> script;

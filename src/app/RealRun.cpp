@@ -52,7 +52,10 @@ int runUntilEnded(Session& session, platform::EventPump& pump, const Options& op
     session.program().Ended = [] { QCoreApplication::quit(); };
     session.start();
     const CommandInput input(session, pump, options);
-    QCoreApplication::exec();
+    // A strict run may have ended at the start.
+    if (!session.program().ended()) {
+        QCoreApplication::exec();
+    }
     session.commands().endOfProgram();
     return reportEnd(session);
 }

@@ -20,6 +20,13 @@ std::filesystem::path preferencesOf(const Options& options) {
     return options.folder ? *options.folder / "preferences.ini" : defaultPreferences();
 }
 
+// A trial on the virtual ECU leaves the user's own choices alone, unless it names their file.
+platform::FilePreferences::Writes writesOf(const Options& options) {
+    using Writes = platform::FilePreferences::Writes;
+    const bool own = !options.preferences && !options.folder;
+    return own && options.ecu ? Writes::ForThisRun : Writes::IntoTheFile;
+}
+
 void tellOfPreferences(const std::filesystem::path& file) {
     std::error_code error;
     const auto status = std::filesystem::status(file, error);
@@ -42,7 +49,7 @@ Session::Session(const Options& options, Surroundings surroundings)
     : connect_(options.connect),
       shownLog_(options.log),
       folder_(options.folder ? *options.folder : defaultFolder()),
-      preferences_(preferencesOf(options)),
+      preferences_(preferencesOf(options), writesOf(options)),
       ecu_(options.ecu && *options.ecu != "none"
                ? std::make_unique<EcuPort>(ecuSettings(*options.ecu), surroundings.pump)
                : nullptr),
@@ -50,7 +57,8 @@ Session::Session(const Options& options, Surroundings surroundings)
       realLine_(memoryLine_ ? nullptr : surroundings.makeRealLine(preferences_)),
       line_(memoryLine_ ? static_cast<platform::SerialLine&>(*memoryLine_) : *realLine_, surroundings.pump,
             injection()),
-      dialogs_(surroundings.shownDialogs),
+      strict_(strictRun(options, surroundings.pump)),
+      dialogs_(strict_ ? &*strict_ : surroundings.shownDialogs),
       machine_{surroundings.pump,
                line_,
                dialogs_,
@@ -63,7 +71,7 @@ Session::Session(const Options& options, Surroundings surroundings)
       program_(machine_),
       console_(makeContext(surroundings)),
       replies_(STDOUT_FILENO),
-      commands_(console_, [this](std::string_view reply) { replies_.write(reply); }) {
+      commands_(console_, [this](std::string_view reply) { answer(reply); }) {
     if (ecu_) {
         ecu_->setLine(*memoryLine_);
     }
@@ -80,6 +88,21 @@ platform::TappedLine::Inject Session::injection() {
         return [this](auto bytes) { memoryLine_->inject(bytes); };
     }
     return {};
+}
+
+std::optional<StrictRun> Session::strictRun(const Options& options, platform::EventPump& pump) {
+    if (!options.strict) {
+        return std::nullopt;
+    }
+    return std::optional<StrictRun>(
+        std::in_place, pump, [this] { program_.quit(); }, complain);
+}
+
+void Session::answer(std::string_view reply) {
+    replies_.write(reply);
+    if (strict_) {
+        strict_->hear(reply);
+    }
 }
 
 void Session::startTrace(const std::filesystem::path& file) {
@@ -139,7 +162,7 @@ int reportEnd(Session& session) {
     if (!problem.empty()) {
         complain(problem);
     }
-    return problem.empty() && !session.repliesFailed() ? 0 : 1;
+    return problem.empty() && !session.failed() ? 0 : 1;
 }
 
 }  // namespace korvane::app

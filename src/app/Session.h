@@ -10,6 +10,7 @@
 #include "app/EcuPort.h"
 #include "app/Options.h"
 #include "app/ReplyWriter.h"
+#include "app/StrictRun.h"
 #include "console/Console.h"
 #include "console/ConsoleSession.h"
 #include "console/names/Names.h"
@@ -41,7 +42,8 @@ public:
     void start();
     // Writes the files that are due at the end of a run. Returns an empty text, or one line for the user.
     [[nodiscard]] std::string finish();
-    [[nodiscard]] bool repliesFailed() const { return replies_.failed(); }
+    // A reply could not be written, or a strict run met an error.
+    [[nodiscard]] bool failed() const { return replies_.failed() || (strict_ && strict_->failed()); }
 
     [[nodiscard]] program::Program& program() { return program_; }
     [[nodiscard]] console::ConsoleSession& commands() { return commands_; }
@@ -51,6 +53,8 @@ public:
 private:
     [[nodiscard]] console::ConsoleContext makeContext(const Surroundings& surroundings);
     [[nodiscard]] platform::TappedLine::Inject injection();
+    [[nodiscard]] std::optional<StrictRun> strictRun(const Options& options, platform::EventPump& pump);
+    void answer(std::string_view reply);
     void startTrace(const std::filesystem::path& file);
     void registerNames();
 
@@ -62,6 +66,7 @@ private:
     std::unique_ptr<platform::MemoryLine> memoryLine_;
     std::unique_ptr<platform::SerialLine> realLine_;
     platform::TappedLine line_;
+    std::optional<StrictRun> strict_;
     platform::QueuedDialogs dialogs_;
     platform::StderrLog log_;
     controls::WindowList windows_;

@@ -81,7 +81,7 @@ int run(int& argc, char** argv) {
         return print(korvane::app::optionsHelp());
     }
     if (options.version) {
-        return print("Korvane Tuner 1.3\n");
+        return print("Korvane Tuner " KORVANE_VERSION "\n");
     }
     return start(options, argc, argv);
 }

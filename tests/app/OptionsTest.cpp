@@ -81,6 +81,16 @@ TEST(OptionsTest, TheLastOneCountsAndPortsAddUp) {
     EXPECT_EQ(options.ports, (std::map<int, std::string>{{1, "/dev/c"}, {2, "/dev/b"}}));
 }
 
+TEST(OptionsTest, LettersAskForHelpAndVersion) {
+    EXPECT_TRUE(parsed({"-h"}).help);
+    EXPECT_TRUE(parsed({"-V", "--no-such-option"}).version);
+}
+
+TEST(OptionsTest, StrictNeedsHeadless) {
+    EXPECT_TRUE(parsed({"--headless", "--strict"}).strict);
+    EXPECT_EQ(failure({"--console", "--strict"}), "--strict works with --headless only");
+}
+
 TEST(OptionsTest, UnknownOptionsAndMissingValuesAreTold) {
     EXPECT_EQ(failure({"--headles"}), "unknown option \"--headles\"; --help lists them all");
     EXPECT_EQ(failure({"--headless", "-x"}), "unknown option \"-x\"; --help lists them all");

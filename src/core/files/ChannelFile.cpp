@@ -51,8 +51,7 @@ void setFields(LiveValue& channel, std::span<const std::string> lines) {
 }
 
 void tellOfDefaults(platform::Dialogs& dialogs) {
-    dialogs.show(
-        {std::string(kProgramTitle), "Settings_par.ini file not found.\r\n\r\nUsing default parameter settings"});
+    dialogs.show({std::string(kProgramTitle), std::string(kNoChannelFile)});
 }
 
 float injectorSize(const fs::path& file, std::string_view section, float otherwise) {

@@ -14,12 +14,17 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 #include "core/tables/LiveTable.h"
 #include "core/tables/MapImages.h"
 #include "platform/Dialogs.h"
 
 namespace korvane::core {
+
+// The message of a folder without names for the channels. The program works on.
+inline constexpr std::string_view kNoChannelFile =
+    "Settings_par.ini file not found.\r\n\r\nUsing default parameter settings";
 
 // Reads "Settings_par.ini" in `folder`. The first channel whose section can't be read and all behind it get defaults;
 // below channel 20 a message box says so. A line that a section lacks leaves its field's default.
