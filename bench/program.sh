@@ -6,6 +6,7 @@
 #   bench/program.sh SECONDS maps   with the map window open and its trace on
 #   bench/program.sh SECONDS log    with "Save data to" ticked
 #   bench/program.sh SECONDS readouts   with five big readouts open, each on a channel of its own
+#   bench/program.sh SECONDS all   with five big readouts, both map windows, the settings and the log viewer
 #   bench/program.sh SECONDS ignition   with the poll of the ignition debug window, which draws both trends each time
 #   bench/program.sh SECONDS ignition headless   the same without windows; any scene may have this behind it
 set -euo pipefail
@@ -50,7 +51,11 @@ if [ "$scene" = log ]; then
   echo "click frmSarn2.chkDatalog" >&3
   sleep 3
 fi
-if [ "$scene" = readouts ]; then
+if [ "$scene" = all ]; then
+  printf '%s\n' "click frmSarn2.btnKartat" "click frmMaps.chkTrace" "wait 2000" "click frmSarn2.Command1" "wait 2000" \
+    "click frmSarn2.btnAsetukset" "click frmSarn2.btnDatalogTrend" >&3
+fi
+if [ "$scene" = readouts ] || [ "$scene" = all ]; then
   for i in 1 2 3 4 5; do
     printf '%s\n' "click frmSarn2.Command6" "choose frmBigText#$i.Combo1 $((i == 1 ? 0 : i + 1))" >&3
   done
@@ -74,4 +79,5 @@ hertz=$(getconf CLK_TCK)
 awk -v t=$((after - before)) -v hz="$hertz" -v s="$seconds" -v kb="$memory" 'BEGIN {
   printf "processor: %.1f %% of one core\nresident memory: %.1f MB\n", 100 * t / hz / s, kb / 1024 }'
 [ "$scene" = ignition ] || echo "packets a second: $(tail -n 2 "$work/replies" | head -n 1)"
+grep "^error" "$work/replies" || true
 grep "first window" "$work/log" || true
