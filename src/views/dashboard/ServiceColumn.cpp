@@ -149,7 +149,7 @@ Card& makeTools(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     group.add(window.btnDatalogTrend, 'v');
     group.add(window.Command5, 'i');
     auto& bigReadout = group.addPair(window.Command8, '8', window.Command6, 0);
-    bigReadout.setIcon(bigReadoutIcon(parent->palette()));
+    bigReadout.setIcon(bigReadoutIcon());
     bigReadout.setShortcut(QKeySequence(Qt::ALT | Qt::Key_6));
     return group.card();
 }

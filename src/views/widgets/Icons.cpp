@@ -1,7 +1,9 @@
 #include "views/widgets/Icons.h"
 
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPalette>
 
 #include <array>
 
@@ -42,12 +44,10 @@ QPixmap dialPicture(int side) {
 }
 
 // The segments of an 8, as a symbol of a number.
-QPixmap numberPicture(int side, const QColor& ink) {
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
+void paintNumber(QPainter& painter, const QRect& place, const QColor& ink) {
     painter.setRenderHint(QPainter::Antialiasing);
-    const double unit = side / 16.0;
+    painter.translate(place.topLeft());
+    const double unit = place.width() / 16.0;
     painter.setPen(QPen(ink, unit * 1.3));
     painter.drawRoundedRect(QRectF(unit, 2 * unit, 14 * unit, 12 * unit), 2 * unit, 2 * unit);
     painter.setPen(QPen(ink, unit * 1.7, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
@@ -55,8 +55,26 @@ QPixmap numberPicture(int side, const QColor& ink) {
         painter.drawRect(QRectF(left * unit, 4.9 * unit, 2.6 * unit, 6.2 * unit));
         painter.drawLine(QPointF(left * unit, 8 * unit), QPointF((left + 2.6) * unit, 8 * unit));
     }
-    return picture;
 }
+
+// Painted each time in the colour that texts on buttons have then: a desktop may turn dark while the program runs.
+class NumberIcon : public QIconEngine {
+public:
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        painter->save();
+        paintNumber(*painter, place, QGuiApplication::palette().color(group, QPalette::ButtonText));
+        painter->restore();
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, picture.rect(), mode, state);
+        return picture;
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new NumberIcon(*this); }
+};
 
 }  // namespace
 
@@ -68,13 +86,8 @@ QIcon windowIcon() {
     return icon;
 }
 
-QIcon bigReadoutIcon(const QPalette& palette) {
-    QIcon icon;
-    for (const int side : kSizes) {
-        icon.addPixmap(numberPicture(side, palette.color(QPalette::ButtonText)));
-        icon.addPixmap(numberPicture(side, palette.color(QPalette::Disabled, QPalette::ButtonText)), QIcon::Disabled);
-    }
-    return icon;
+QIcon bigReadoutIcon() {
+    return QIcon(new NumberIcon);
 }
 
 }  // namespace korvane::views

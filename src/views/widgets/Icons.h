@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QIcon>
-#include <QPalette>
 
 namespace korvane::views {
 
@@ -10,6 +9,6 @@ namespace korvane::views {
 [[nodiscard]] QIcon windowIcon();
 
 // A number that fills its frame.
-[[nodiscard]] QIcon bigReadoutIcon(const QPalette& palette);
+[[nodiscard]] QIcon bigReadoutIcon();
 
 }  // namespace korvane::views
