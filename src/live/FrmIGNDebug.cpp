@@ -77,7 +77,8 @@ bool FrmIGNDebug::Form_Unload() {
     return true;
 }
 
-// The two polls never run together.
+// One poll or the other. A transfer, a connect or a choice of refresh meanwhile starts the live poll again beside this
+// one.
 void FrmIGNDebug::poll(bool debugWords) {
     TimerIGN.Enabled = debugWords;
     main_.TimerRequestData.Enabled = !debugWords;

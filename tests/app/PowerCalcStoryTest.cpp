@@ -153,6 +153,9 @@ TEST_F(PowerCalcScript, APullOfTheVirtualEngineIsTimedAndKept) {
     EXPECT_EQ(replies[26], "ok false");
     const auto summary = replies[15].substr(4, replies[15].size() - 5);
     EXPECT_THAT(folder_.read("car.par.txt"), HasSubstr("    " + summary + "\r\n"));
+    const auto preferences = folder_.read("preferences.ini");
+    EXPECT_THAT(preferences, StartsWith("[Software\\KorvaneTuner\\Settings]\n"));
+    EXPECT_THAT(preferences, HasSubstr("\nCarFile=" + car + "\n"));
 }
 
 TEST_F(PowerCalcScript, RubbishInTheBoxesEndsNothing) {

@@ -259,8 +259,22 @@ TEST_F(LimiterTest, BytesAreKeptButNotShown) {
     for (const auto* box : {&window_.txtLaunchControlLimit, &window_.txtLaunchFixedDelay, &window_.txtMaxAccel}) {
         EXPECT_EQ(box->Text.get(), "");
     }
+}
+
+TEST_F(LimiterTest, TheRowsForBytesStandReady) {
     window_.UpdateReadEE(1, 346, false);
     EXPECT_EQ(window_.Combosensortype.Text(), "Rising edge, Hamlin");
+    window_.UpdateReadEE(4, 971, false);
+    EXPECT_EQ(window_.Combolaunchmode.Text(), "Accel limit (time fixed, stored)");
+    window_.UpdateReadEE(30, 972, false);
+    EXPECT_EQ(window_.txtLaunchFixedDelay.Text.get(), "30");
+    window_.UpdateReadEE(5, 973, false);
+    EXPECT_EQ(window_.ComboAccellimiter.Text(), "waste spark all");
+    window_.UpdateReadEE(99, 974, false);
+    EXPECT_EQ(window_.txtMaxAccel.Text.get(), "99");
+    window_.UpdateReadEE(0x13, 512, false);
+    window_.UpdateReadEE(0x88, 511, false);
+    EXPECT_EQ(window_.txtLaunchControlLimit.Text.get(), "5000");
 }
 
 TEST_F(LimiterTest, TheLaunchLimitIsTheWordInTheImage) {
@@ -283,6 +297,16 @@ TEST_F(LimiterTest, TheInputsShowTheirVoltages) {
     EXPECT_EQ(window_.lblInput1.Caption.get(), "5");
     EXPECT_EQ(window_.lblInput2.Caption.get(), "1.5");
     EXPECT_EQ(window_.lblInput3.Caption.get(), "0");
+}
+
+TEST_F(LimiterTest, FramesBearTheirTitles) {
+    Lines titles;
+    for (const auto* frame : {&window_.FrameRpmSensor, &window_.FrameRpmLimit, &window_.FrameInput(0),
+                              &window_.FrameInput(1), &window_.FrameInput(2), &window_.launchControl.frame}) {
+        titles.push_back(frame->Caption);
+    }
+    EXPECT_THAT(titles, ElementsAre("RPM sensor settings", "RPM limit settings", "INPUT 1, voltage limit",
+                                    "INPUT 2, voltage limit", "INPUT 3, voltage limit", "Launch control"));
 }
 
 TEST_F(LimiterTest, ListsHaveTheirRows) {
@@ -383,6 +407,17 @@ TEST_F(LimiterTest, VoltsShowAndStepTheirCountUpTo250) {
     EXPECT_EQ(box.ToolTipText.get(), "249");
 }
 
+TEST_F(LimiterTest, VoltsStepDownToZero) {
+    auto& box = window_.txtInputvolt(2);
+    deliverWord(1924, 1);
+    EXPECT_EQ(box.Text.get(), "0.02");
+    for (int i = 0; i < 2; ++i) {
+        box.keyDown(controls::kKeyMinus, 0);
+        EXPECT_EQ(box.Text.get(), "0");
+        EXPECT_EQ(box.ToolTipText.get(), "0");
+    }
+}
+
 TEST_F(LimiterTest, TheLaunchPaneIsReadByteByByte) {
     window_.launchControl.btnRead.press();
     EXPECT_THAT(line_.sent(), ElementsAre("0 R 511", "150 R 512", "300 R 971", "450 R 972", "600 R 973", "750 R 974"));
@@ -400,6 +435,13 @@ TEST_F(LimiterTest, TheLaunchPaneIsSavedWithPausesOf50Ms) {
     EXPECT_THAT(line_.sent(), ElementsAre("0 511=136", "50 512=0", "50 512=19", "100 971=5", "150 972=12", "200 973=2",
                                           "250 974=99"));
     EXPECT_EQ(now(), 300);
+}
+
+TEST_F(LimiterTest, ALaunchLimitAbove16BitsIsToldAndNothingIsSaved) {
+    window_.txtLaunchControlLimit.Text = "32768";
+    window_.launchControl.btnSave.press();
+    EXPECT_THAT(line_.sent(), IsEmpty());
+    EXPECT_THAT(dialogs_.takeMessages(), SizeIs(1));
 }
 
 }  // namespace

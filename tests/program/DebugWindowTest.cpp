@@ -108,6 +108,19 @@ TEST_F(DebugWindowTest, AfterAClosePollsComeBackByConnectOrRefresh) {
     EXPECT_TRUE(window.TimerRequestData.Enabled);
 }
 
+// Its rule holds for its own buttons: whatever else turns the live poll on does so here too.
+TEST_F(DebugWindowTest, ALivePollThatStartsBesideItsOwnEndsWithTheNextStart) {
+    connect();
+    auto& debug = open();
+    debug.Command1.press();
+    window.ComboRefresh.choose(3);
+    EXPECT_TRUE(debug.TimerIGN.Enabled);
+    EXPECT_TRUE(window.TimerRequestData.Enabled);
+    debug.Command1.press();
+    EXPECT_TRUE(debug.TimerIGN.Enabled);
+    EXPECT_FALSE(window.TimerRequestData.Enabled);
+}
+
 TEST_F(DebugWindowTest, TheEndOfTheProgramClosesIt) {
     connect();
     open().Command1.press();

@@ -2,10 +2,12 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -52,6 +54,14 @@ struct BoxViews : testing::Test, support::VirtualProgram {
             throw std::runtime_error("no widget " + name);
         }
         return *widget;
+    }
+    // The words that stand beside the boxes.
+    [[nodiscard]] std::vector<std::string> labels() const {
+        std::vector<std::string> texts;
+        for (const auto* label : view().findChildren<QLabel*>()) {
+            texts.push_back(label->text().toStdString());
+        }
+        return texts;
     }
     void frame() {
         host.clock().tick();
@@ -149,6 +159,38 @@ TEST_F(BoxViews, EveryControlOfTheLimiterHasOneWidgetOfItsName) {
     expectWidgets();
     expectAccessibleNames();
     expectDifferentMnemonics(5);
+}
+
+TEST_F(BoxViews, EachBoxOfTheLimiterStandsBehindItsName) {
+    openLimiter();
+    for (const auto& [control, name] :
+         std::map<std::string, std::string>{{"txtSigPerRev", "Signals per engine rev"},
+                                            {"txtCylCount", "Cylinder count"},
+                                            {"Combosensortype", "Sensor type"},
+                                            {"txtrpmlimitLOW", "Launch RPM limit"},
+                                            {"txtrpmlimitLOWpre", "Pre limit"},
+                                            {"txtrpmlimitHIGH", "RPM limit"},
+                                            {"txtrpmlimitHIGHpre", "Pre limit"},
+                                            {"ComboInputFuncLow(3)", "Launch RPM limit function"},
+                                            {"ComboInputFuncLow(5)", "RPM limit function"},
+                                            {"txtInputFuncVal(0)", "Value"},
+                                            {"lblInput3", "Current value"},
+                                            {"txtLaunchControlLimit", "Launch control rpm limit"},
+                                            {"txtLaunchFixedDelay", "Fixed time"},
+                                            {"txtMaxAccel", "max accel speed"}}) {
+        EXPECT_EQ(find(control).accessibleName().toStdString(), name) << control;
+    }
+    EXPECT_THAT(labels(),
+                testing::IsSupersetOf({"Signals per engine rev", "( RB2xDET 180 )", "Cylinder count", "Sensor type",
+                                       "Launch RPM limit", "Pre limit", "RPM limit", "Value", "Current value",
+                                       "Launch control rpm limit", "Fixed time", "max accel speed"}));
+}
+
+// It reads the sensor type and the launch control, and never shows them.
+TEST_F(BoxViews, TheLimiterSaysTwiceWhereItsReadsShow) {
+    openLimiter();
+    const auto texts = labels();
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "What is read shows in the settings window, not here."), 2);
 }
 
 TEST_F(BoxViews, NothingOfTheIgnitionBoxIsCut) {

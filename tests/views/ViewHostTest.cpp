@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include "views/FormBench.h"
+#include "views/widgets/Icons.h"
 
 namespace korvane::views {
 namespace {
@@ -35,6 +36,13 @@ TEST_F(ViewHostTest, AWindowLoadedBeforeItsViewWasKnownGetsItThen) {
     late.add<FormView, Form>("frmTest");
     ASSERT_NE(late.viewOf(early), nullptr);
     EXPECT_TRUE(late.viewOf(early)->isVisible());
+}
+
+TEST_F(ViewHostTest, EachWindowBearsTheProgramsIcon) {
+    form.load();
+    const QImage icon = view().windowIcon().pixmap(32).toImage();
+    ASSERT_FALSE(icon.isNull());
+    EXPECT_EQ(icon, programIcon().pixmap(32).toImage());
 }
 
 TEST_F(ViewHostTest, AWindowThatNoFactoryKnowsHasNoView) {

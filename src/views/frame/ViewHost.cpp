@@ -1,11 +1,16 @@
 #include "views/frame/ViewHost.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <charconv>
+
+#include "views/widgets/Icons.h"
 
 namespace korvane::views {
 
 ViewHost::ViewHost(controls::WindowList& windows) : windows_(windows) {
+    QGuiApplication::setWindowIcon(programIcon());
     windows_.setListener(this);
 }
 

@@ -6,7 +6,6 @@
 #include <QScreen>
 
 #include "views/frame/Keys.h"
-#include "views/widgets/Icons.h"
 #include "views/widgets/Palette.h"
 
 namespace korvane::views {
@@ -19,7 +18,6 @@ constexpr QSize kLargest(8000, 8000);  // more than any display; a larger window
 WindowView::WindowView(controls::Window& window, FrameClock& clock) : window_(window), binder_(window, *this, clock) {
     const auto name = window.name();
     setObjectName(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
-    setWindowIcon(windowIcon());
     window_.addObserver(*this);
 }
 

@@ -15,6 +15,7 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{96, 46};  // text sizes
+const QString kShownElsewhere = QStringLiteral("What is read shows in the settings window, not here.");
 
 // A limit, and what the box does there.
 struct Limit {
@@ -76,7 +77,7 @@ Card& LimiterView::makeSensor() {
                    QStringLiteral("( RB2xDET 180 )"));
     group.addValue(QStringLiteral("Cylinder count"), window_.txtCylCount, kWordDigits);
     group.addChoice(QStringLiteral("Sensor type"), window_.Combosensortype);
-    group.addNote(QStringLiteral("The sensor type is sent as it stands here and never read."));
+    group.addNote(kShownElsewhere);
     return group.card();
 }
 
@@ -107,7 +108,7 @@ Card& LimiterView::makeInput(int input) {
 Card& LimiterView::makeLaunch() {
     GroupCard group(window_.launchControl.frame, binder(), &content());
     addLaunch(group, window_);
-    group.addNote(QStringLiteral("What is read shows in the settings window, not here."));
+    group.addNote(kShownElsewhere);
     addTransfer(group, window_.launchControl, 'l', 'v');
     return group.card();
 }

@@ -78,7 +78,7 @@ public:
 
 }  // namespace
 
-QIcon windowIcon() {
+QIcon programIcon() {
     QIcon icon;
     for (const int side : kSizes) {
         icon.addPixmap(dialPicture(side));

@@ -5,8 +5,8 @@
 
 namespace korvane::views {
 
-// A dial with its needle up.
-[[nodiscard]] QIcon windowIcon();
+// A dial with its needle up: what every window bears.
+[[nodiscard]] QIcon programIcon();
 
 // A number that fills its frame.
 [[nodiscard]] QIcon bigReadoutIcon();
