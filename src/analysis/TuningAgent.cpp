@@ -10,6 +10,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
+#include "core/files/AppendText.h"
 #include "core/files/TextFile.h"
 #include "link/Commands.h"
 #include "maps/grid/MapGeometry.h"
@@ -178,9 +179,7 @@ void clsInjAnalyser::logCorrection(int cell, int steps, float weight) {
 void clsInjAnalyser::SaveControlToFile(std::string_view line) {
     const auto name = "FuelTuner" + core::hourMinuteFileText(machine_.pump.wallTime()) + ".txt";
     try {
-        core::OutputFile file(machine_.folder / name, core::OutputFile::Mode::Append);
-        file.writeLine(line);
-        file.close();
+        core::appendText(machine_.folder / name, std::string(line).append(core::kLineEnd));
     } catch (const platform::RuntimeError& failure) {
         machine_.dialogs.show({"", std::string("Error saveFuelTunerData: ") + failure.what()});
     }

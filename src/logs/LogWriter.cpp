@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <limits>
 #include <span>
-#include <system_error>
 
 #include "controls/Color.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
+#include "core/files/AppendText.h"
 #include "core/files/TextFile.h"
 #include "logs/LogGrammar.h"
 #include "platform/Dialogs.h"
@@ -18,7 +18,6 @@ namespace korvane::logs {
 
 namespace {
 
-namespace fs = std::filesystem;
 using core::LogTable;
 using platform::RuntimeError;
 
@@ -26,35 +25,6 @@ using platform::RuntimeError;
 constexpr int kFirstCaption = 1;
 constexpr int kFirstWord = 11;
 constexpr int kLastCaptions = 14;
-
-// The file's size before a batch, restored when the batch fails. What is no regular file has none.
-class SizeBefore {
-public:
-    explicit SizeBefore(const fs::path& path) : path_(path) {
-        std::error_code error;
-        existed_ = fs::exists(fs::status(path, error));
-        size_ = existed_ ? fs::file_size(path, error) : 0;
-        known_ = !error || !existed_;
-    }
-
-    void restore() const {
-        std::error_code error;
-        if (!known_ || !fs::is_regular_file(path_, error)) {
-            return;
-        }
-        if (existed_) {
-            fs::resize_file(path_, size_, error);
-        } else {
-            fs::remove(path_, error);
-        }
-    }
-
-private:
-    fs::path path_;
-    bool existed_ = false;
-    bool known_ = false;
-    std::uintmax_t size_ = 0;
-};
 
 }  // namespace
 
@@ -148,7 +118,7 @@ void LogWriter::rowIsDone() {
 void LogWriter::saveLogData() {
     const std::string path = pathOfFile();
     try {
-        appendBatch(path);
+        core::appendText(path, batch());
         counts_.onDisk = onDisk_[path] += tables_.logDataCount;
         emptyBuffer();
     } catch (const RuntimeError& failure) {
@@ -161,21 +131,6 @@ void LogWriter::saveLogData() {
 void LogWriter::emptyBuffer() {
     tables_.logDataCount = 0;
     counts_.waiting = 0;
-}
-
-void LogWriter::appendBatch(const fs::path& path) {
-    if (path.native().find('\0') != std::string::npos) {
-        throw RuntimeError(core::kErrorPathFileAccess, "Path/File access error");
-    }
-    const SizeBefore before(path);
-    try {
-        core::OutputFile file(path, core::OutputFile::Mode::Append);
-        file.write(batch());
-        file.close();
-    } catch (const RuntimeError&) {
-        before.restore();
-        throw;
-    }
 }
 
 std::string LogWriter::batch() const {

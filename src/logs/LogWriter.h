@@ -53,7 +53,6 @@ private:
     void setTime();
     void rowIsDone();
     void emptyBuffer();
-    void appendBatch(const std::filesystem::path& path);
     [[nodiscard]] std::string batch() const;
 
     platform::Machine& machine_;

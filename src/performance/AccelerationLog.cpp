@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/TimeText.h"
+#include "core/files/AppendText.h"
 #include "core/files/TextFile.h"
 
 namespace korvane::performance {
@@ -10,9 +11,8 @@ namespace korvane::performance {
 void appendToLog(const std::filesystem::path& carFile, const platform::WallTime& when, std::string_view text) {
     std::filesystem::path path = carFile;
     path += ".txt";
-    core::OutputFile log(path, core::OutputFile::Mode::Append);
-    log.writeLine(core::dateText(when) + ' ' + core::timeText(when) + "    " + std::string(text));
-    log.close();
+    core::appendText(path, core::dateText(when) + ' ' + core::timeText(when) + "    " + std::string(text) +
+                               std::string(core::kLineEnd));
 }
 
 }  // namespace korvane::performance

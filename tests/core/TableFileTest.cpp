@@ -2,15 +2,18 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include "core/files/AppendText.h"
 #include "core/files/TableFile.h"
 #include "core/files/TextFile.h"
 #include "platform/QueuedDialogs.h"
+#include "support/ErrorOf.h"
 #include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 
 namespace korvane::core {
 namespace {
 
+using support::errorOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -136,6 +139,29 @@ TEST(OutputFile, AppendsToAnExistingFile) {
     file.writeLine("two");
     file.close();
     EXPECT_EQ(folder.read("log.txt"), "one\r\ntwo\r\n");
+}
+
+TEST(AppendText, AddsToAFileOrMakesOne) {
+    const support::TempFolder folder;
+    appendText(folder / "log.txt", "one\r\n");
+    appendText(folder / "log.txt", "two\r\n");
+    EXPECT_EQ(folder.read("log.txt"), "one\r\ntwo\r\n");
+}
+
+TEST(AppendText, AFailureLeavesTheFileAsItWas) {
+    const support::TempFolder folder;
+    const auto path = folder.write("log.txt", "one\r\n");
+    const support::FileSizeLimit full(7);
+    EXPECT_EQ(errorOf([&] { appendText(path, "two\r\n"); }), kErrorDiskFull);
+    EXPECT_EQ(errorOf([&] { appendText(folder / "new.txt", "more than seven bytes"); }), kErrorDiskFull);
+    EXPECT_EQ(folder.read("log.txt"), "one\r\n");
+    EXPECT_FALSE(folder.has("new.txt"));
+}
+
+TEST(AppendText, ANameIsNotCutAtANul) {
+    const support::TempFolder folder;
+    EXPECT_EQ(errorOf([&] { appendText(folder / std::string("log\0.txt", 8), "one"); }), kErrorPathFileAccess);
+    EXPECT_THAT(folder.names(), IsEmpty());
 }
 
 TEST(OutputFile, DoesNotWaitForTheOtherEndOfAPipe) {

@@ -19,7 +19,8 @@ ENDINGS = {"frmSarn2.TimerExit.Enabled", "frmSarn2.TimerExit.Interval"}
 
 PREPARE = ("choose frmSarn2.ComboPort 0", "click frmSarn2.btnConnect", "set frmMisc.TimerInitialGetData.Enabled false",
            "receive 7905FFFF0D3A{type:02X}86", "wait 400", "click frmSarn2.btnKartat", "wait 500",
-           "click {maps}.btnInjScale", "click {maps}.btnShow3D", "click frmSarn2.btnAsetukset")
+           "click {maps}.btnInjScale", "click {maps}.btnShow3D", "click frmSarn2.btnAsetukset", "click frmSarn2.Command5",
+           "click frmSarn2.Command6", "click frmSarn2.Command8", "click frmSarn2.btnTuningHelp")
 PAYLOADS = (("R", b"\x09\x92" + bytes(17)), ("R", b"\xFF" * 19), ("f", b"\xFF" * 160), ("a", bytes(160)),
             ("m", b"\xFF" * 9), ("e", b"\x80" * 19), ("l", b"\xFF" * 20), ("S", b"\xAA" * 8), ("!", b""),
             ("F", b"\x01"), ("T", b"\xFF\xFF\x01\x02"), ("U", b"\xFF\xFF\xB8\x0B"), ("y", bytes.fromhex("ffff0d3a0b")))
@@ -27,7 +28,9 @@ FRAMES = tuple("receive " + frame(command, payload).hex() for command, payload i
 
 TYPES = {"frmSarn2": (11, "frmMaps"), "frmMisc": (11, "frmMaps"), "frm3Dmap": (11, "frmMaps"),
          "frmInjScale": (11, "frmMaps"), "frmMaps": (11, "frmMaps"), "frmMaps_Large": (14, "frmMaps_Large"),
-         "frmMaps_QV_ign": (30, "frmMaps_QV_ign"), "frmMaps_ign_limiter": (112, "frmMaps_ign_limiter")}
+         "frmMaps_QV_ign": (30, "frmMaps_QV_ign"), "frmMaps_ign_limiter": (112, "frmMaps_ign_limiter"),
+         "frmIGNDebug": (30, "frmMaps_QV_ign"), "frmBigText": (11, "frmMaps"), "frmMeter": (11, "frmMaps"),
+         "frmPowerCalc": (11, "frmMaps")}
 NO_CLICK = ("btnBackup", "btnUploadEEPROM", "btnConnect")  # minutes of waiting each, or the end of the connection
 
 

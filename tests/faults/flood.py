@@ -38,6 +38,7 @@ FRAMES = {
     "alarms '!'": frame("!"),
     "identities 'y'": frame("y", bytes.fromhex("ffff0d3a0b")),
     "refusals 'F'": frame("F", b"\0"),
+    "debug words 'S'": frame("S", bytes.fromhex("5555f00a54552c01")),
 }
 
 
@@ -151,7 +152,8 @@ def connect(place, line):
     tuner.all(("choose frmSarn2.ComboPort 0", "click frmSarn2.btnConnect",
                "set frmMisc.TimerInitialGetData.Enabled false"))
     line.send(FRAMES["identities 'y'"])
-    tuner.all(("wait 400", "click frmSarn2.btnKartat", "wait 700"))  # maps and the misc block want their window
+    # Maps, the misc block and the debug words want their window.
+    tuner.all(("wait 400", "click frmSarn2.btnKartat", "wait 700", "click frmSarn2.Command5"))
     return tuner
 
 

@@ -125,6 +125,7 @@ READERS = (
            by_dialog((*CONNECT, "click frmSarn2.btnAsetukset"), "frmMisc.btnReadFromFile")),
     Reader("setpoint file", DIALOG, by_dialog((*MAPS, "click frmMaps.chkInjAnal"), "frmMaps.btnloadLambdaSetpoint")),
     Reader("EEPROM image", DIALOG, by_dialog(CONNECT, "frmSarn2.btnUploadEEPROM")),
+    Reader("car file", DIALOG, by_dialog(("click frmSarn2.btnTuningHelp",), "frmPowerCalc.Command3")),
 )
 
 

@@ -19,11 +19,15 @@ class Operation:
     start: str  # runs while the line is lost
     moment: float = 0.3  # seconds between the two
     then: str = "now"  # runs 20 ms behind the start
+    ecu: tuple[str, ...] = ()  # options of korvane-ecu
+    again: bool = False  # takes seconds: is done once more when the line is there again
 
 
 OPEN_MAPS = ("click frmSarn2.btnKartat", "wait 700")
 PORT = ("choose frmSarn2.ComboPort 0",)
 CONNECTED = (*PORT, "click frmSarn2.btnConnect", QUIET, "wait 300")
+BOX, LIMITER = ("--type", "30"), ("--type", "112")
+OPEN_BOX = (*CONNECTED, "wait 800", *OPEN_MAPS)  # by the firmware's type, which has to be known
 
 OPERATIONS = (
     Operation("connect", PORT, "click frmSarn2.btnConnect", 0.0, QUIET),
@@ -33,6 +37,13 @@ OPERATIONS = (
     Operation("map send", (*CONNECTED, *OPEN_MAPS), "click frmMaps.btnWriteFuel", 0.1),
     Operation("EEPROM backup", CONNECTED, "click frmSarn2.btnBackup"),
     Operation("EEPROM upload", CONNECTED, "click frmSarn2.btnUploadEEPROM"),
+    Operation("map send of an ignition-only box", OPEN_BOX, "click frmMaps_QV_ign.btnWriteIgn", 0.1, ecu=BOX,
+              again=True),
+    Operation("save of its launch control", OPEN_BOX, "click frmMaps_QV_ign.btnSaveLaunch", 0.1, ecu=BOX, again=True),
+    Operation("limiter read", OPEN_BOX, "click frmMaps_ign_limiter.btnReadData", ecu=LIMITER, again=True),
+    Operation("limiter send", OPEN_BOX, "click frmMaps_ign_limiter.btnSendSettings", ecu=LIMITER, again=True),
+    Operation("restart by the limiter", OPEN_BOX, "click frmMaps_ign_limiter.btnSendSettings", 3.3, ecu=LIMITER),
+    Operation("debug poll", (*CONNECTED, "click frmSarn2.Command5"), "click frmIGNDebug.Command1", ecu=BOX, again=True),
 )
 
 
@@ -43,8 +54,8 @@ def until(holds, what, tuner, timeout=SOON):
         time.sleep(0.02)
 
 
-def start(place):
-    ecu = place.ecu()
+def start(place, operation):
+    ecu = place.ecu(*operation.ecu)
     tuner = place.tuner("--port", f"COM1={ecu.link}")
     image = place.root / "image.txt"
     image.write_text(" 7 \r\n" * 3001)
@@ -89,7 +100,7 @@ def reconnect(tuner):
 def under_way(operation, bench, number):
     """A little later in the operation with each number."""
     with bench.place() as place:
-        ecu, tuner = start(place)
+        ecu, tuner = start(place, operation)
         set_off(ecu, tuner, operation, 0.01 * number)
         yield place, ecu, tuner
 
@@ -102,8 +113,10 @@ def ecu_dies(operation, bench, tries):
             told = tuner.messages()
             check(any("Error" in text for text in told), f"the lost line is not reported: {told}" + tuner.story())
             tuner.answers(1)
-            place.ecu()
+            place.ecu(*operation.ecu)
             reconnect(tuner)
+            if operation.again:
+                tuner.value(operation.start)
             tuner.answers(1)
 
 

@@ -79,6 +79,9 @@ SETPOINTS = Writer("setpoint file", (*MAPS, "click frmMaps.chkInjAnal"),
 IMAGE = Writer("EEPROM image", CONNECT, commands("call WriteEE 1000 {mark}", "click frmSarn2.btnBackup"),
                "EEPROM_12_02_21.txt", keeps_old=True)
 INI = Writer("ini file", (), ini_commands, "own.ini")
+CAR = Writer("car file", ("click frmSarn2.btnTuningHelp",),
+             commands('set frmPowerCalc.txtPaino.Text "1{mark}50"', "file {target}", "click frmPowerCalc.Command2"),
+             "own.par")
 PREFERENCES = Writer("preferences", (),
                      commands("choose frmSarn2.ComboPort {mark}", "choose frmSarn2.ComboBaud {mark}", "quit"),
                      "preferences.ini", tells=False)
@@ -117,7 +120,7 @@ class EcuWriter:
         return self.finish(ecu, mark)
 
 
-WRITERS = (IMAGE, TUNE, SETPOINTS, INI, PREFERENCES, EcuWriter())
+WRITERS = (IMAGE, TUNE, SETPOINTS, CAR, INI, PREFERENCES, EcuWriter())
 
 
 def reference(bench, writer, *marks):

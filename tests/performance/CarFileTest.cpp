@@ -4,6 +4,7 @@
 #include "performance/CarFile.h"
 #include "platform/QueuedDialogs.h"
 #include "support/ErrorOf.h"
+#include "support/FileSizeLimit.h"
 #include "support/TempFolder.h"
 
 namespace korvane::performance {
@@ -87,6 +88,19 @@ TEST_F(CarFileTest, TheLogIsBesideItWithALineForEachPull) {
     appendToLog(car, {2026, 11, 25, 2, 3, 4}, "two");
     EXPECT_EQ(folder_.read("car.par.txt"), "2026-01-05 12:00:09    one\r\n2026-11-25 02:03:04    two\r\n");
     EXPECT_EQ(errorOf([&] { appendToLog(folder_.nowhere(), {}, "one"); }), 76);
+}
+
+TEST_F(CarFileTest, ADiskThatFillsUpLeavesNoPartOfALineInTheLog) {
+    const auto car = folder_ / "car.par";
+    const auto append = [&](const char* text) { appendToLog(car, {2026, 1, 5, 12, 0, 9}, text); };
+    append("one");
+    const std::string one = folder_.read("car.par.txt");
+    {
+        const support::FileSizeLimit full(one.size() + 10);
+        EXPECT_EQ(errorOf([&] { append("two"); }), 61);
+    }
+    append("three");
+    EXPECT_EQ(folder_.read("car.par.txt"), one + "2026-01-05 12:00:09    three\r\n");
 }
 
 }  // namespace
