@@ -2,6 +2,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -185,6 +186,22 @@ TEST_F(BoxViews, AllOfTheLimiterIsReachedByTab) {
     limiter.setFocus(&limiter.btnReadData);
     frame();
     expectAllReachedByTab();
+}
+
+TEST_F(BoxViews, TheLimiterSaysWhatEachFieldIs) {
+    openLimiter();
+    std::multiset<std::string> texts;
+    for (const auto* label : view().findChildren<QLabel*>()) {
+        texts.insert(label->text().toStdString());
+    }
+    for (const char* once : {"Signals per engine rev", "( RB2xDET 180 )", "Cylinder count", "Launch RPM limit",
+                             "RPM limit", "Launch control rpm limit", "Fixed time", "max accel speed", "Sensor type"}) {
+        EXPECT_EQ(texts.count(once), 1U) << once;
+    }
+    EXPECT_EQ(texts.count("Pre limit"), 2U);
+    EXPECT_EQ(texts.count("Value"), 3U) << "one for each input";
+    EXPECT_EQ(texts.count("Current value"), 3U);
+    EXPECT_EQ(texts.count("What is read shows in the settings window, not here."), 2U) << "sensor type and launch";
 }
 
 TEST_F(BoxViews, TheSpeedsOfTheIdlePaneStandOverItsBoxes) {

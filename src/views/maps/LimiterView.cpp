@@ -30,6 +30,10 @@ constexpr std::array<Limit, maps::FrmMaps_ign_limiter::kLimits> kLimits{{
 constexpr std::array kInputLabels{&maps::FrmMaps_ign_limiter::lblInput1, &maps::FrmMaps_ign_limiter::lblInput2,
                                   &maps::FrmMaps_ign_limiter::lblInput3};
 
+QString whereReadIsShown() {
+    return QStringLiteral("What is read shows in the settings window, not here.");
+}
+
 }  // namespace
 
 // Tab goes through the widgets in the order in which they are made.
@@ -76,7 +80,8 @@ Card& LimiterView::makeSensor() {
                    QStringLiteral("( RB2xDET 180 )"));
     group.addValue(QStringLiteral("Cylinder count"), window_.txtCylCount, kWordDigits);
     group.addChoice(QStringLiteral("Sensor type"), window_.Combosensortype);
-    group.addNote(QStringLiteral("The sensor type is sent as it stands here and never read."));
+    group.addNote(QStringLiteral("The sensor type is sent as it stands here."));
+    group.addNote(whereReadIsShown());
     return group.card();
 }
 
@@ -107,7 +112,7 @@ Card& LimiterView::makeInput(int input) {
 Card& LimiterView::makeLaunch() {
     GroupCard group(window_.launchControl.frame, binder(), &content());
     addLaunch(group, window_);
-    group.addNote(QStringLiteral("What is read shows in the settings window, not here."));
+    group.addNote(whereReadIsShown());
     addTransfer(group, window_.launchControl, 'l', 'v');
     return group.card();
 }
