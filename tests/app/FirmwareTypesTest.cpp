@@ -93,7 +93,15 @@ protected:
     }
 
     // Each changes and sends what its window has, and names a few of the boxes that then differ.
+    // The save restarts the box. The read shows the table as it is drawn from then on, in three decimals.
+    void sendPwm(maps::PwmPane& pane) {
+        raise(pane.pwm, 70);
+        raise(pane.pwm, 159);
+        send(pane.btnSavePWM);
+        send(pane.btnReadPWM);
+    }
     std::vector<std::string> edit(maps::MapForm& form) {
+        sendPwm(form);
         const int last = form.geometry.cells() - 1;
         for (auto* grid : {&form.fuel, &form.ign}) {
             raise(*grid, 17);
@@ -102,7 +110,8 @@ protected:
         send(form.btnWriteFuel);
         send(form.btnWriteIgn);
         sendMisc(form);
-        return {"txtFuel(17)", "txtIgn(17)", "txtMisc(0)", form.fuel(last).path(), form.ign(last).path()};
+        return {"txtFuel(17)",         "txtIgn(17)", "txtMisc(0)", form.fuel(last).path(),
+                form.ign(last).path(), "txtPWM(70)", "txtPWM(159)"};
     }
     std::vector<std::string> edit(maps::FrmMaps_QV_ign& form) {
         raise(form.ign, 17);

@@ -60,11 +60,14 @@ TEST_F(IgnitionBox, ListsHaveTheirRows) {
 }
 
 TEST_F(IgnitionBox, TheBitsThatHaveNoNameElsewhereHaveOneHere) {
-    EXPECT_EQ(window_.CheckMisc(5).Caption.get(), "Enable Ignition");
-    EXPECT_EQ(window_.CheckMisc(6).Caption.get(), "brute RPM suodin");
-    EXPECT_EQ(window_.CheckMisc(7).Caption.get(), "Enable Paukku");
-    EXPECT_EQ(window_.CheckMisc(12).Caption.get(), "Enable LCD");
-    EXPECT_EQ(window_.CheckMisc(13).Caption.get(), "Reset to defaults");
+    Lines captions;
+    for (const auto& box : window_.CheckMisc) {
+        captions.push_back(box.Caption);
+    }
+    EXPECT_THAT(captions, ElementsAre("Enable PWM", "Enable Choke", "Enable StartHelp", "Enable Injection",
+                                      "Enable Accel pump", "Enable Ignition", "brute RPM suodin", "Enable Paukku",
+                                      "Enable Voltage", "Enable Lambda", "Enable motor brake", "Enable Launch/ALS",
+                                      "Enable LCD", "Reset to defaults", "Enable SHift light", "Enable RPM limit"));
 }
 
 // Misc block and map without a wait, then two parameters of the ignition and six of the launch, 150 ms behind each.
@@ -278,6 +281,37 @@ TEST_F(IgnitionBox, WithoutIgnitionNothingOfItIsOffered) {
     openAlone();
     EXPECT_FALSE(window_.btnReadIgn.Enabled || window_.btnWriteIgn.Enabled || window_.chkFocusOnIGN.Enabled);
     EXPECT_FALSE(window_.txtMisc(3).Enabled);
+}
+
+// Without the feature the button is disabled; what its press asks is asked all the same.
+TEST_F(IgnitionBox, TheFirstReadsAskAlsoForWhatTheBoxDoesNotOffer) {
+    tables_.Features = 0;
+    openPort();
+    window_.show();
+    ASSERT_FALSE(window_.btnReadIgn.Enabled);
+    const auto sent = line_.sent();
+    ASSERT_THAT(sent, SizeIs(10));
+    EXPECT_EQ(sent.at(1), "0 97");
+}
+
+TEST_F(IgnitionBox, ABlockOfTheMapIsChosenByKeysAndNotByTheMouse) {
+    openAlone();
+    receiveIgnition(20);
+    for (const int cell : {17, 19}) {
+        window_.setFocus(&window_.ign(cell));
+        window_.ign(cell).mouseUp(1, controls::kShiftMask, 0.0, 0.0);
+    }
+    EXPECT_EQ(window_.ign.SelFirst, 0);
+    EXPECT_EQ(window_.ign.SelLast, 0);
+    window_.setFocus(&window_.ign(17));
+    window_.ign(17).keyDown(controls::kKeyShift, controls::kShiftMask);
+    window_.ign(17).keyDown(controls::kKeyRight, controls::kShiftMask);
+    window_.ign(18).keyDown(controls::kKeyRight, controls::kShiftMask);
+    window_.ign(19).keyDown(controls::kKeyPlus, 0);
+    for (const int cell : {17, 18, 19}) {
+        EXPECT_EQ(window_.ign(cell).Text.get(), "4.2") << cell;  // 21 counts of 0.2 degrees
+    }
+    EXPECT_EQ(window_.ign(20).Text.get(), "4");
 }
 
 TEST_F(IgnitionBox, MayBeClosedWhileItReads) {

@@ -159,6 +159,13 @@ TEST_F(Sending, AWordAsItWasReadIsSentAsItWasRead) {
     EXPECT_THAT(line_.sent(), AllOf(Contains("200 1960=64"), Contains("250 1961=156")));
 }
 
+TEST_F(Sending, GoesOnWhenTheWindowIsClosed) {
+    virtual_.at(1000, [this] { EXPECT_TRUE(window_.unload()); });
+    window_.btnSendSettings.press();
+    EXPECT_THAT(line_.sent(), AllOf(Contains("3450 1956=3"), Contains("3850 88")));
+    EXPECT_THAT(log_.lines, IsEmpty());
+}
+
 TEST_F(Sending, ThePollRestsUntilTheBoxIsToldToRestart) {
     poll().Enabled = true;
     for (const int ms : {1, 3700, 3849}) {
@@ -323,6 +330,15 @@ TEST_F(LimiterTest, ListsHaveTheirRows) {
         EXPECT_THAT(rowsOf(*list), ElementsAre("Do nothing", "Disable 1 CYL", "Disable 33% CYL", "Disable 50& CYL",
                                                "RPM-limit cut 50%", "RPM-limit cut 100%", "Unknown"));
     }
+}
+
+TEST_F(LimiterTest, FramesHaveTheirCaptions) {
+    EXPECT_EQ(window_.FrameRpmSensor.Caption.get(), "RPM sensor settings");
+    EXPECT_EQ(window_.FrameRpmLimit.Caption.get(), "RPM limit settings");
+    EXPECT_EQ(window_.FrameInput(0).Caption.get(), "INPUT 1, voltage limit");
+    EXPECT_EQ(window_.FrameInput(1).Caption.get(), "INPUT 2, voltage limit");
+    EXPECT_EQ(window_.FrameInput(2).Caption.get(), "INPUT 3, voltage limit");
+    EXPECT_EQ(window_.launchControl.frame.Caption.get(), "Launch control");
 }
 
 TEST_F(LimiterTest, AComparisonIsThereAgainInTheNextWindow) {

@@ -186,6 +186,12 @@ TEST_F(BoxViews, EachBoxOfTheLimiterStandsBehindItsName) {
                                        "Launch control rpm limit", "Fixed time", "max accel speed"}));
 }
 
+TEST_F(BoxViews, TheLimiterSaysThatNoInputSendsItsComparison) {
+    openLimiter();
+    const auto texts = labels();
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "The comparison is kept here and not sent."), 3);
+}
+
 // It reads the sensor type and the launch control, and never shows them.
 TEST_F(BoxViews, TheLimiterSaysTwiceWhereItsReadsShow) {
     openLimiter();

@@ -197,6 +197,15 @@ TEST_F(MainViewTest, ATinyScreenScrolls) {
     EXPECT_GT(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
 }
 
+TEST_F(MainViewTest, NoButtonIsGrey) {
+    drive();
+    const auto buttons = view().findChildren<QAbstractButton*>();
+    EXPECT_GE(buttons.size(), 15);
+    for (const auto* button : buttons) {
+        EXPECT_TRUE(button->isEnabled()) << button->objectName().toStdString();
+    }
+}
+
 TEST_F(MainViewTest, ButtonsOfTheServiceColumnAreOfOneHeight) {
     std::set<int> heights;
     for (const char* name : {"btnKartat", "btnAsetukset", "btnTuningHelp", "Command1", "Command7", "btnDatalogTrend",
