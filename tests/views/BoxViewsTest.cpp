@@ -189,7 +189,7 @@ TEST_F(BoxViews, EachBoxOfTheLimiterStandsBehindItsName) {
 TEST_F(BoxViews, TheLimiterSaysThatNoInputSendsItsComparison) {
     openLimiter();
     const auto texts = labels();
-    EXPECT_EQ(std::count(texts.begin(), texts.end(), "The comparison is kept here and not sent."), 3);
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), "Comparison (not sent)"), 3);
 }
 
 // It reads the sensor type and the launch control, and never shows them.

@@ -96,8 +96,7 @@ Card& LimiterView::makeInput(int input) {
     GroupCard group(window_.FrameInput(input), binder(), &content());
     group.addShown(QStringLiteral("Current value"), window_.*kInputLabels.at(static_cast<std::size_t>(input)),
                    QStringLiteral("0.00"), QStringLiteral("V"));
-    group.addChoice(QStringLiteral("Acts when the input is"), window_.ComboInputCompare(input));
-    group.addNote(QStringLiteral("The comparison is kept here and not sent."));
+    group.addChoice(QStringLiteral("Comparison (not sent)"), window_.ComboInputCompare(input));
     group.addValue(QStringLiteral("Voltage limit"), window_.txtInputvolt(input), kScaledDigits, QStringLiteral("V"));
     group.addChoice(QStringLiteral("Function"), window_.ComboInputFuncLow(input));
     group.addChoice(QStringLiteral("Function, high byte"), window_.comboInputFuncHi(input));
