@@ -27,6 +27,9 @@ public:
     // RuntimeError 9.
     void WriteEE(std::int16_t addr, std::int32_t value, bool force16 = false);
 
+    // Whether what is written now goes out.
+    [[nodiscard]] bool isOpen() const { return port_.PortOpen(); }
+
     // Ask for a byte or a word. `unused` is the value that the dispatcher passes along with `suppress`, by which
     // nothing is sent.
     void ReadEE(std::int16_t addr, std::int32_t unused = 0, bool suppress = false);

@@ -53,6 +53,7 @@ struct Lists {
 struct Own {
     std::function<void(std::int32_t value)> show;
     std::function<std::int32_t()> stored;
+    controls::TextBox* box = nullptr;  // that shows it, if it is a box
 };
 
 // Shown only.

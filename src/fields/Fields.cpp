@@ -24,13 +24,8 @@ struct Overloaded : Handlers... {
 template <class... Handlers>
 Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
-std::string titleOf(const controls::Control* container) {
-    const auto* const frame = dynamic_cast<const controls::Frame*>(container);
-    return frame != nullptr ? frame->Caption.get() : std::string();
-}
-
 platform::RuntimeError misfit(const controls::Control& control, const std::string& range) {
-    return {platform::kErrorOverflow, control.path() + " in \"" + titleOf(control.container()) +
+    return {platform::kErrorOverflow, calledName(control) + " in \"" + titleOf(control.container()) +
                                           "\" holds a value that does not fit: it must be " + range +
                                           ".\r\nThe save ended there. It and what follows it was not sent."};
 }
@@ -73,6 +68,33 @@ int answersOf(const Field& field) {
 
 }  // namespace
 
+std::string calledName(const controls::Control& control) {
+    return control.label().empty() ? control.path() : control.label();
+}
+
+std::string titleOf(const controls::Control* container) {
+    const auto* const frame = dynamic_cast<const controls::Frame*>(container);
+    return frame != nullptr ? frame->Caption.get() : std::string();
+}
+
+controls::TextBox* boxOf(const Field& field, int cell) {
+    return std::visit(Overloaded{
+                          [&](const Boxes& boxes) { return &boxes(cell); },
+                          [](const Own& own) { return own.box; },
+                          [](const auto&) -> controls::TextBox* { return nullptr; },
+                      },
+                      field.control);
+}
+
+std::string labelOf(const Field& field, int cell) {
+    const auto* const lists = std::get_if<Lists>(&field.control);
+    const controls::Control* control = boxOf(field, cell);
+    if (lists != nullptr) {
+        control = lists->low;
+    }
+    return control != nullptr ? control->label() : std::string();
+}
+
 Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(tables), rows_(std::move(rows)) {
     for (const Field& field : rows_) {
         for (int cell = 0; field.stepping && cell < cells(field); ++cell) {
@@ -84,8 +106,11 @@ Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(ta
     }
 }
 
-bool Fields::take(std::int32_t value, int addr, bool is16) {
+bool Fields::take(std::int32_t value, int addr, bool is16, From from) {
     keepImage(value, addr, is16);
+    if (report_ != nullptr && from == From::Ecu) {
+        report_->heard(addr, value, is16);
+    }
     const auto distance = [&](const Field& field) {
         return std::int64_t{addr} - std::int64_t{tables_.addresses.*field.first};
     };
@@ -94,7 +119,11 @@ bool Fields::take(std::int32_t value, int addr, bool is16) {
     if (field == rows_.end()) {
         return false;
     }
-    show(*field, value, static_cast<int>(distance(*field)) / bytesOf(*field));
+    const int cell = static_cast<int>(distance(*field)) / bytesOf(*field);
+    show(*field, value, cell);
+    if (from == From::Ecu) {
+        heard(*field, cell);
+    }
     return true;
 }
 
@@ -119,7 +148,30 @@ const Field& Fields::first(Address address, Condition&& condition) const {
 }
 
 void Fields::show(Address address, std::int32_t value, int cell) {
-    show(first(address, [](const Field& field) { return answersOf(field) > 0; }), value, cell);
+    const Field& field = first(address, [](const Field& each) { return answersOf(each) > 0; });
+    show(field, value, cell);
+    heard(field, cell);
+    if (report_ != nullptr) {
+        report_->heard(tables_.addresses.*address + cell * bytesOf(field), value, bytesOf(field) == 2);
+    }
+}
+
+void Fields::heard(const Field& field, int cell) const {
+    if (const auto* const box = boxOf(field, cell); box != nullptr && marks_ != nullptr) {
+        marks_->heard(*box);
+    }
+}
+
+void Fields::watch(BoxMarks& marks, SaveReport& report) {
+    marks_ = &marks;
+    report_ = &report;
+    for (const Field& field : rows_) {
+        for (int cell = 0; cell < cells(field); ++cell) {
+            if (const auto* const box = boxOf(field, cell); box != nullptr) {
+                marks.add(*box);
+            }
+        }
+    }
 }
 
 const Field& Fields::storing(Address address) const {

@@ -6,9 +6,14 @@
 #include <vector>
 
 #include "core/tables/SharedTables.h"
+#include "fields/BoxMarks.h"
 #include "fields/Field.h"
+#include "fields/SaveReport.h"
 
 namespace korvane::fields {
+
+// Where a value comes from: the ECU tells what it has, a file does not.
+enum class From { Ecu, File };
 
 class Fields {
 public:
@@ -21,9 +26,9 @@ public:
     // A reply, or a row of a settings file: keeps EEImage current and shows `value` in the first row that answers to
     // `addr`; false if none does. RuntimeError 9 for an address outside the EEPROM, 6 for a negative word, 380 for a
     // row that a list does not have.
-    bool take(std::int32_t value, int addr, bool is16);
+    bool take(std::int32_t value, int addr, bool is16, From from = From::Ecu);
 
-    // Shows a value that did not come as a reply of its own. RuntimeError 9 for a cell that does not exist.
+    // Shows a value of the ECU that did not come as a reply of its own. RuntimeError 9 for a cell that does not exist.
     void show(Address address, std::int32_t value, int cell = 0);
 
     // The row that stores a parameter; RuntimeError 9 if there is none.
@@ -33,6 +38,11 @@ public:
     [[nodiscard]] static int cells(const Field& field);
     [[nodiscard]] std::int32_t stored(const Field& field, int cell) const;
 
+    // Both are told from now on what the ECU sends and what is saved; they outlive the fields.
+    void watch(BoxMarks& marks, SaveReport& report);
+    [[nodiscard]] BoxMarks* marks() const { return marks_; }
+    [[nodiscard]] SaveReport* report() const { return report_; }
+
 private:
     template <class Condition>
     [[nodiscard]] const Field& first(Address address, Condition&& condition) const;
@@ -41,9 +51,23 @@ private:
     void showBox(const Field& field, std::int32_t value, int cell);
     [[nodiscard]] std::int32_t storedBox(const Field& field, int cell) const;
 
+    void heard(const Field& field, int cell) const;
+
     core::SharedTables& tables_;
     std::vector<Field> rows_;
+    BoxMarks* marks_ = nullptr;
+    SaveReport* report_ = nullptr;
 };
+
+// The box that shows a cell; null if none does.
+[[nodiscard]] controls::TextBox* boxOf(const Field& field, int cell);
+// What messages call a cell; empty for one that has no label.
+[[nodiscard]] std::string labelOf(const Field& field, int cell);
+
+// What messages call a control: its label, or else its own name.
+[[nodiscard]] std::string calledName(const controls::Control& control);
+// The caption of a frame; empty for anything else.
+[[nodiscard]] std::string titleOf(const controls::Control* container);
 
 // From one value of a row to the next.
 [[nodiscard]] inline int bytesOf(const Field& field) {

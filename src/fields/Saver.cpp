@@ -1,8 +1,10 @@
 #include "fields/Saver.h"
 
+#include <numeric>
 #include <optional>
 #include <string>
 
+#include "core/Checked.h"
 #include "core/Numbers.h"
 #include "fields/PollStop.h"
 #include "platform/Dialogs.h"
@@ -12,10 +14,10 @@
 
 namespace korvane::fields {
 
-bool Saver::run(const SavePlan& plan) {
+bool Saver::run(const SavePlan& plan, const std::string& group) {
     std::string failure;
     try {
-        write(plan);
+        write(plan, group);
     } catch (const platform::RuntimeError& error) {
         failure = error.what();
     }
@@ -27,24 +29,58 @@ bool Saver::run(const SavePlan& plan) {
     return true;
 }
 
-void Saver::write(const SavePlan& plan) {
+void Saver::write(const SavePlan& plan, const std::string& group) {
     std::optional<PollStop> stop;
     if (plan.stopsPoll) {
         stop.emplace(context_.poll);
     }
+    auto* const report = fields_.report();
+    const int save = report != nullptr ? report->begin(group, planned(plan)) : 0;
     for (const SaveStep& step : plan.steps) {
-        write(plan, step);
+        write(plan, step, save);
     }
 }
 
-void Saver::write(const SavePlan& plan, const SaveStep& step) {
+int Saver::planned(const SavePlan& plan) const {
+    return std::accumulate(plan.steps.begin(), plan.steps.end(), 0, [this](int sum, const SaveStep& step) {
+        return sum + Fields::cells(fields_.storing(step.address));
+    });
+}
+
+void Saver::write(const SavePlan& plan, const SaveStep& step, int save) {
     const Field& field = fields_.storing(step.address);
     const int address = context_.tables.addresses.*step.address;
     const int cells = Fields::cells(field);
     for (int cell = 0; cell < cells; ++cell) {
-        writeValue(address + cell * bytesOf(field), fields_.stored(field, cell), field.codec.width, step.betweenBytes);
+        const std::int32_t value = stored(field, cell, save);
+        const int place = address + cell * bytesOf(field);
+        writeValue(place, value, field.codec.width, step.betweenBytes);
+        report(field, cell, place, value, save);
         wait(step.pause.behind(cell, cells));
         plan.captions.showPercent(context_.window, step.percent.behind(cell));
+    }
+}
+
+std::int32_t Saver::stored(const Field& field, int cell, int save) const {
+    try {
+        return fields_.stored(field, cell);
+    } catch (const platform::RuntimeError&) {
+        if (auto* const report = fields_.report(); report != nullptr) {
+            report->refused(save, labelOf(field, cell));
+        }
+        throw;
+    }
+}
+
+void Saver::report(const Field& field, int cell, int address, std::int32_t value, int save) {
+    const bool sent = context_.eeprom.isOpen();
+    if (auto* const report = fields_.report(); report != nullptr) {
+        const bool word = field.codec.width != Width::Byte || core::checked(context_.tables.EEParams, address).is16bit;
+        report->add(save, {labelOf(field, cell), address, word ? 2 : 1, value, field.codec}, sent);
+    }
+    const auto* const box = boxOf(field, cell);
+    if (auto* const marks = fields_.marks(); marks != nullptr && box != nullptr && sent) {
+        marks->sent(*box);
     }
 }
 

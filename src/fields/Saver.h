@@ -1,6 +1,9 @@
 // Writes what a window's controls hold.
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "fields/Context.h"
 #include "fields/Fields.h"
 #include "fields/SavePlan.h"
@@ -14,13 +17,16 @@ public:
     // `fields` has a row for each step of the plans.
     Saver(const Context& context, const Fields& fields) : context_(context), fields_(fields) {}
 
-    // A value that does not fit its target ends the save with one message and false; what was sent before stays sent,
-    // and the poll runs again.
-    bool run(const SavePlan& plan);
+    // `group` is what the report calls it. A value that does not fit its target ends the save with one message and
+    // false; what was sent before stays sent, and the poll runs again.
+    bool run(const SavePlan& plan, const std::string& group = {});
 
 private:
-    void write(const SavePlan& plan);
-    void write(const SavePlan& plan, const SaveStep& step);
+    void write(const SavePlan& plan, const std::string& group);
+    void write(const SavePlan& plan, const SaveStep& step, int save);
+    [[nodiscard]] int planned(const SavePlan& plan) const;
+    [[nodiscard]] std::int32_t stored(const Field& field, int cell, int save) const;
+    void report(const Field& field, int cell, int address, std::int32_t value, int save);
     void writeValue(int address, std::int32_t value, Width width, int betweenBytes);
     void wait(int milliseconds);
 

@@ -101,7 +101,7 @@ void Connection::fillLists() {
 void Connection::showPortDevices() {
     for (int row = 0; row < panel_.ComboPort.ListCount(); ++row) {
         const auto device = machine_.line.deviceOf(row + 1);
-        panel_.ComboPort.setItemToolTip(row, device.empty() ? "No device" : device);
+        panel_.ComboPort.setItemToolTip(row, device.empty() ? kNoDevice : device);
     }
 }
 

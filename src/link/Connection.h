@@ -13,6 +13,9 @@
 
 namespace korvane::link {
 
+// The note on a port that no device stands for.
+inline constexpr const char* kNoDevice = "No device";
+
 class Connection {
 public:
     // Sets the handlers of the panel's controls; all of them outlive it.

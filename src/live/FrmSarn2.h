@@ -7,6 +7,8 @@
 #include "link/ConnectionPanel.h"
 #include "live/SarnGauge.h"
 #include "live/SarnMeter.h"
+#include "live/TrendSpan.h"
+#include "live/ValueUnits.h"
 #include "logs/LogCounts.h"
 
 namespace korvane::live {
@@ -53,6 +55,9 @@ public:
     controls::CheckBox chkDatalog{*this, "chkDatalog"};
     controls::TextBox txtDatalogFile{*this, "txtDatalogFile"};
     logs::LogCounts logCounts;  // shown beside them
+    ValueUnits valueUnits;      // beside lblValue
+    TrendSpan trendSpan;        // of picTrend
+    TrendSpan trendSpan2;
 
 protected:
     void Form_Load() override { Load(); }

@@ -108,6 +108,7 @@ void Program::mainWindowLoad() {
 }
 
 void Program::nameChannels() {
+    frmSarn2_.valueUnits.follow(tables_);
     for (int i = 0; i < frmSarn2_.lblValueMuxName.count(); ++i) {
         frmSarn2_.lblValueMuxName(i).Caption = tables_.liveValues[core::indexOf(core::inputChannel(i))].name;
     }

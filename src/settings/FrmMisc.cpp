@@ -1,5 +1,6 @@
 #include "settings/FrmMisc.h"
 
+#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -33,20 +34,31 @@ constexpr const char* kLaunchHelp =
     "IN2 liittimestä kytkeytyy Flat Shift toimito päälle, tämäkin voidaan asetella viiveelliseksi\r\n"
     "ALS ollessa aktiivinen Idle ohjaus avaa tyhjäkäyntiventtiilin täysin auki (jos PWM1 ohjaa Idle venttiiliä)";
 
+// The two PWM frames are saved by one button, which stands outside of them.
+std::string groupOf(const controls::CommandButton& button) {
+    const std::string title = fields::titleOf(button.container());
+    return title.empty() ? "PWM outputs" : title;
+}
+
 }  // namespace
 
 FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,
                  core::EepromAccess& eeprom)
     : MiscControls(machine),
       context_{*this, tables, connection, eeprom},
+      report_(tables),
       fields_(tables, miscFields(*this, tables)),
       replies_(context_, fields_),
       fullRead_(context_),
       saver_(context_.fieldsContext(), fields_),
       parameterTools_(*this, tables, eeprom) {
     hideOnClose();
+    fields_.watch(marks_, report_);
+    for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {
+        marks_.addOwn(*box);
+    }
     for (const SaveButton& each : saveButtons()) {
-        (this->*each.button).Click = [this, &each] { saver_.run(each.plan); };
+        (this->*each.button).Click = [this, &each] { saver_.run(each.plan, groupOf(this->*each.button)); };
     }
     tbsOptions.Click = [this] { tbsOptions_Click(); };
     btnLoad.Click = [this] { fullRead_.run(); };
@@ -123,6 +135,26 @@ void FrmMisc::UpdateReadEE(std::int32_t value, int addr, bool is16) {
     replies_.UpdateReadEE(value, addr, is16);
 }
 
+void FrmMisc::setLambdaSetpoint(int row, std::uint8_t value) {
+    showLambda(txtLambdaTav(row), &core::ParameterAddresses::LAMBDATAV_OFF, row, value);
+}
+
+void FrmMisc::setLambdaAuthority(int row, std::uint8_t value) {
+    showLambda(txtLambdaVaik(row), &core::ParameterAddresses::LAMBDAVAIK_OFF, row, value);
+}
+
+void FrmMisc::showLambda(controls::TextBox& box, fields::Address first, int row, std::uint8_t value) {
+    box.Text = std::to_string(value);
+    marks_.heard(box);
+    report_.heard(context_.tables.addresses.*first + row, value, false);
+}
+
+bool FrmMisc::awaitsLambda() {
+    const auto isAwaited = [this](const controls::TextBox& box) { return !marks_.wasHeard(box); };
+    return std::any_of(txtLambdaTav.begin(), txtLambdaTav.end(), isAwaited) ||
+           std::any_of(txtLambdaVaik.begin(), txtLambdaVaik.end(), isAwaited);
+}
+
 template <class Handler>
 void FrmMisc::trapped(const std::string& text, Handler&& handler) {
     try {
@@ -143,7 +175,9 @@ void FrmMisc::btnReadFromFile_Click() {
 
 // The values are only shown: the map windows do not change, and each group's button sends its own values.
 void FrmMisc::loadFile(const std::string& path) {
-    const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) { UpdateReadEE(value, addr, is16); };
+    const auto take = [this](std::int32_t value, std::int32_t addr, bool is16) {
+        replies_.UpdateReadEE(value, addr, is16, fields::From::File);
+    };
     const int status = core::LoadSettingsFile(path, context_.tables, take, machine().dialogs);
     if (status != core::kSettingsRead) {
         machine().dialogs.show({"", "Error loading data:\r\n" + core::settingsStatusText(status)});

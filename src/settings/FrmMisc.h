@@ -28,9 +28,15 @@ public:
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
     void setTextArvo(std::string_view text) override { TextArvo.Text = text; }
     // RuntimeError 9 for a row that does not exist.
-    void setLambdaSetpoint(int row, std::uint8_t value) override { txtLambdaTav(row).Text = std::to_string(value); }
-    void setLambdaAuthority(int row, std::uint8_t value) override { txtLambdaVaik(row).Text = std::to_string(value); }
+    void setLambdaSetpoint(int row, std::uint8_t value) override;
+    void setLambdaAuthority(int row, std::uint8_t value) override;
     void MarkAccelCell(int index) override { replies_.MarkAccelCell(index); }
+
+    // For the view: which boxes show what the ECU has, and what the last save has sent.
+    [[nodiscard]] fields::BoxMarks& boxMarks() { return marks_; }
+    [[nodiscard]] fields::SaveReport& saveReport() { return report_; }
+    // Not all twenty boxes of the lambda correction have been filled by the ECU.
+    [[nodiscard]] bool awaitsLambda();
 
     // Called when the editor of the channels has saved one: the live display shows its name.
     void setRenameHandler(std::function<void()> handler) { parameterTools_.channelRenamed = std::move(handler); }
@@ -48,6 +54,7 @@ private:
     void enable(controls::ControlArray<controls::TextBox>& boxes, int bit);
     void btnReadFromFile_Click();
     void loadFile(const std::string& path);
+    void showLambda(controls::TextBox& box, fields::Address first, int row, std::uint8_t value);
     void calibrateThrottle(std::uint8_t command);
     void btnLaunchHelp_Click();
     // Shows a failure of `handler` in a message box that begins with `text`.
@@ -55,6 +62,8 @@ private:
     void trapped(const std::string& text, Handler&& handler);
 
     MiscContext context_;
+    fields::BoxMarks marks_;
+    fields::SaveReport report_;
     fields::Fields fields_;
     Replies replies_;
     FullRead fullRead_;

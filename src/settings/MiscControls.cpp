@@ -1,5 +1,6 @@
 #include "settings/MiscControls.h"
 
+#include "settings/MiscLabels.h"
 #include "settings/MiscLayout.h"
 #include "settings/MiscTexts.h"
 
@@ -7,6 +8,7 @@ namespace korvane::settings {
 
 MiscControls::MiscControls(platform::Machine& machine) : Window(machine, "frmMisc") {
     describeControls(*this);
+    labelControls(*this);
     layOutControls(*this);
 }
 

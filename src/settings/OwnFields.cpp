@@ -91,8 +91,8 @@ Own lambdaType(MiscControls& window) {
 
 Own ignitionEdge(MiscControls& window) {
     auto& box = window.txtIgnEdge;
-    return {[&](std::int32_t value) { showNumber(box, value); },
-            [&] { return core::val(box.Text.get()) == 1 ? 1 : 0; }};
+    return {[&](std::int32_t value) { showNumber(box, value); }, [&] { return core::val(box.Text.get()) == 1 ? 1 : 0; },
+            &box};
 }
 
 Own injectionMode(MiscControls& window) {
@@ -101,7 +101,7 @@ Own injectionMode(MiscControls& window) {
         const double mode = core::val(box.Text.get());
         return mode == 1 ? 1 : mode == 4 ? 4 : 2;
     };
-    return {[&](std::int32_t value) { showNumber(box, value); }, stored};
+    return {[&](std::int32_t value) { showNumber(box, value); }, stored, &box};
 }
 
 Own shownMultiplier(MiscControls& window, const SharedTables& tables) {
@@ -109,12 +109,12 @@ Own shownMultiplier(MiscControls& window, const SharedTables& tables) {
         showNumber(window.txtInjMultiplier, value);
         window.optInj8ms(longestInjection(tables, value)).Value = true;
     };
-    return {show, {}};
+    return {show, {}, &window.txtInjMultiplier};
 }
 
 Own shownSetpointLow(MiscControls& window) {
     auto& box = window.txtIdleValveSetpoint;
-    return {[&](std::int32_t value) { showNumber(box, value); }, {}};
+    return {[&](std::int32_t value) { showNumber(box, value); }, {}, &box};
 }
 
 Own shownSetpointHigh(MiscControls& window) {
@@ -122,7 +122,7 @@ Own shownSetpointHigh(MiscControls& window) {
     const auto show = [&](std::int32_t value) {
         showNumber(box, core::val(box.Text.get()) + double{fields::kByteValues} * value);
     };
-    return {show, {}};
+    return {show, {}, &box};
 }
 
 }  // namespace korvane::settings

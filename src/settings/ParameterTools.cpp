@@ -4,6 +4,7 @@
 #include "core/Numbers.h"
 #include "core/files/ChannelFile.h"
 #include "core/tables/ModuleReg.h"
+#include "fields/Fields.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 #include "platform/RuntimeError.h"
@@ -30,8 +31,9 @@ Number numberOf(const controls::TextBox& box, Number (*convert)(double), const s
     try {
         return convert(core::val(box.Text.get()));
     } catch (const platform::RuntimeError&) {
-        throw platform::RuntimeError(platform::kErrorOverflow,
-                                     box.path() + " holds a value that does not fit: it must be " + range + '.');
+        throw platform::RuntimeError(
+            platform::kErrorOverflow,
+            fields::calledName(box) + " holds a value that does not fit: it must be " + range + '.');
     }
 }
 

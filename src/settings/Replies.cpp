@@ -20,8 +20,8 @@ constexpr int kNestedPauses = 3;  // blocks that arrive inside the pause of anot
 Replies::Replies(const MiscContext& context, fields::Fields& fields)
     : context_(context), fields_(fields), pauses_(kNestedPauses) {}
 
-void Replies::UpdateReadEE(std::int32_t value, int addr, bool is16) {
-    if (!fields_.take(value, addr, is16)) {
+void Replies::UpdateReadEE(std::int32_t value, int addr, bool is16, fields::From from) {
+    if (!fields_.take(value, addr, is16, from)) {
         context_.window.TextArvo.Text = core::numberText(value).view();
     }
 }

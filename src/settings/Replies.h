@@ -15,7 +15,7 @@ public:
     Replies(const MiscContext& context, fields::Fields& fields);
 
     // As fields::Fields::take(); a value that no row takes is shown in TextArvo.
-    void UpdateReadEE(std::int32_t value, int addr, bool is16);
+    void UpdateReadEE(std::int32_t value, int addr, bool is16, fields::From from = fields::From::Ecu);
 
     // The settings block, 19 bytes:
     //

@@ -3,13 +3,15 @@
 #include <string>
 
 #include "live/ChannelTable.h"
+#include "platform/EventPump.h"
+#include "platform/Machine.h"
 
 namespace korvane::trend {
 
 namespace {
 
 void setUp(cTrendline& line, TrendTable& table, controls::PictureBox& picture) {
-    line.DrawPoints = 350;
+    line.DrawPoints = static_cast<int>(live::kTrendPoints);
     line.PicBox = &picture;
     line.Resolution = 10;
     line.AutoScale = true;
@@ -19,12 +21,20 @@ void setUp(cTrendline& line, TrendTable& table, controls::PictureBox& picture) {
 
 }  // namespace
 
-MainTrends::MainTrends(live::FrmSarn2& window) {
+MainTrends::MainTrends(live::FrmSarn2& window) : window_(window) {
     for (const auto& place : live::kTrendPlaces) {
         table(place.trend).describe(place.series, std::string(place.name), std::string(place.unit));
     }
     setUp(firstLine_, first_, window.picTrend);
     setUp(secondLine_, second_, window.picTrend2);
+}
+
+// The samples of a frame go to each series once.
+void MainTrends::pushTrendSample(double value, int series, int trend) {
+    table(trend).push(value, series);
+    if (series == 0) {
+        (trend == 2 ? window_.trendSpan2 : window_.trendSpan).add(window_.machine().pump.now());
+    }
 }
 
 void MainTrends::drawTrends() {

@@ -11,7 +11,7 @@ public:
     // Names the series and draws both plots once.
     explicit MainTrends(live::FrmSarn2& window);
 
-    void pushTrendSample(double value, int series, int trend) override { table(trend).push(value, series); }
+    void pushTrendSample(double value, int series, int trend) override;
     void drawTrends() override;
 
     // Trend 2 is picTrend2; any other number is picTrend.
@@ -19,6 +19,7 @@ public:
     [[nodiscard]] cTrendline& line(int trend) { return trend == 2 ? secondLine_ : firstLine_; }
 
 private:
+    live::FrmSarn2& window_;
     TrendTable first_;
     TrendTable second_;
     cTrendline firstLine_;

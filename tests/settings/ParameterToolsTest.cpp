@@ -155,12 +155,11 @@ TEST_F(ParameterToolsTest, AWordKeepsItsAddressAndValueWhileEventsRun) {
 TEST_F(ParameterToolsTest, AValueThatDoesNotFitIsToldOnceAndNotSent) {
     for (const char* value : {"32768", "70000", "1e9", "-32769", "32767.5"}) {
         EXPECT_THAT(writeWord("100", value), IsEmpty()) << value;
-        EXPECT_EQ(onlyMessage(), "TextArvo holds a value that does not fit: it must be from -32768 to 32767.");
+        EXPECT_EQ(onlyMessage(), "arvo holds a value that does not fit: it must be from -32768 to 32767.");
     }
     for (const char* value : {"2147483648", "1e10", "-1e400"}) {
         EXPECT_THAT(write("100", value), IsEmpty()) << value;
-        EXPECT_EQ(onlyMessage(),
-                  "TextArvo holds a value that does not fit: it must be from -2147483648 to 2147483647.");
+        EXPECT_EQ(onlyMessage(), "arvo holds a value that does not fit: it must be from -2147483648 to 2147483647.");
     }
 }
 
@@ -168,7 +167,7 @@ TEST_F(ParameterToolsTest, AnAddressThatDoesNotFitIsToldOnceAndNotSent) {
     for (auto* button : {&window_.Command1, &window_.Command2, &window_.btnEEread16bit, &window_.btnWriteEE16bit}) {
         for (const char* address : {"32768", "1e9", "-32769"}) {
             EXPECT_THAT(press(*button, address, "1"), IsEmpty());
-            EXPECT_THAT(onlyMessage(), HasSubstr("TextOs holds a value that does not fit"));
+            EXPECT_THAT(onlyMessage(), HasSubstr("Osote holds a value that does not fit"));
         }
     }
 }
@@ -190,7 +189,7 @@ TEST_F(ParameterToolsTest, OnAClosedPortNothingIsSentOrTold) {
     EXPECT_THAT(writeWord("3000", "1"), IsEmpty());
     expectSilence();
     EXPECT_THAT(writeWord("32767", "1"), IsEmpty());
-    EXPECT_EQ(onlyMessage(), "TextOs holds a value that does not fit: it must be an address from 0 to 3000.");
+    EXPECT_EQ(onlyMessage(), "Osote holds a value that does not fit: it must be an address from 0 to 3000.");
 }
 
 TEST_F(ParameterToolsTest, TheChannelsStandUnderTheirNamesWithTheFirstPicked) {

@@ -42,7 +42,7 @@ TEST_F(SaveTest, AByteThatDoesNotFitEndsTheSaveThere) {
         EXPECT_THAT(save(frmMisc_.btnSaveBoost), ElementsAreArray(paced(3, 540, 10, 50, start))) << text;
         EXPECT_TRUE(poll().Enabled);
         const std::string message = onlyMessage();
-        EXPECT_THAT(message, HasSubstr("txtBoostTav(3) in \"Boost regulation\""));
+        EXPECT_THAT(message, HasSubstr("2.5 RPM in \"Boost regulation\""));
         EXPECT_THAT(message, HasSubstr("from 0 to 255"));
     }
 }
@@ -61,7 +61,7 @@ TEST_F(SaveTest, AWordThatDoesNotFitEndsTheSaveThere) {
 TEST_F(SaveTest, TheColdLimitIsASignedWord) {
     frmMisc_.txtColdRPMlimit.Text = "32768";
     EXPECT_THAT(save(frmMisc_.btnSaveWarnings), ElementsAre("0 515=0"));
-    EXPECT_THAT(onlyMessage(), HasSubstr("txtColdRPMlimit in \"Warnings\""));
+    EXPECT_THAT(onlyMessage(), HasSubstr("cold RPM limit, active while choke is ON in \"Warnings\""));
 }
 
 TEST_F(SaveTest, AVoltageWarningFitsUpToTwiceTheByte) {
@@ -82,13 +82,13 @@ TEST_F(SaveTest, AnAccelerationCellFitsUpTo255Counts) {
 TEST_F(SaveTest, ATagThatDoesNotFitEndsTheSaveToo) {
     frmMisc_.UpdateReadEE(300, 13, false);
     EXPECT_THAT(save(frmMisc_.btnSaveChargeTime), IsEmpty());
-    EXPECT_THAT(onlyMessage(), HasSubstr("txtchargetime in \"Ignition Charge time\""));
+    EXPECT_THAT(onlyMessage(), HasSubstr("Latausaika 13.5 Voltilla in \"Ignition Charge time\""));
 }
 
 TEST_F(SaveTest, AListWithNoRowEndsTheSaveToo) {
     frmMisc_.Combolaunchmode.ListIndex = -1;
     EXPECT_EQ(save(frmMisc_.btnSaveALSsettings).size(), 3U);
-    EXPECT_THAT(onlyMessage(), HasSubstr("Combolaunchmode in \"Launch / Antilag settings\""));
+    EXPECT_THAT(onlyMessage(), HasSubstr("Mode in \"Launch / Antilag settings\""));
 }
 
 TEST_F(SaveTest, EachCellIsTakenWhenItsTurnComes) {
@@ -141,7 +141,7 @@ TEST_F(SaveTest, OnAClosedPortEverythingRunsAndNothingIsSent) {
     EXPECT_THAT(virtual_.dialogs.takeMessages(), IsEmpty());
     frmMisc_.txtBoostTav(0).Text = "300";
     EXPECT_THAT(save(frmMisc_.btnSaveBoost), IsEmpty());
-    EXPECT_THAT(onlyMessage(), HasSubstr("txtBoostTav(0)"));
+    EXPECT_THAT(onlyMessage(), HasSubstr("1.0 RPM"));
 }
 
 TEST_F(SaveTest, NeverReadsBack) {

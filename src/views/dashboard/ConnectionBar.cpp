@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "views/dashboard/MainParts.h"
+#include "views/dashboard/PortList.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -43,8 +44,9 @@ public:
 
     [[nodiscard]] Card& card() { return card_; }
 
+    template <class List = DropDown>
     void addList(controls::ComboBox& box, const QString& caption) {
-        auto& list = child<DropDown>(&card_);
+        auto& list = child<List>(&card_);
         list.setMinimumContentsLength(kListCharacters);
         binder_.bind(box, list);
         addColumn(child<Caption>(&card_, caption, &list), list);
@@ -105,7 +107,7 @@ private:
 
 QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Bar bar(binder, parent);
-    bar.addList(window.ComboPort, QStringLiteral("&Port"));
+    bar.addList<PortList>(window.ComboPort, QStringLiteral("&Port"));
     bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
     bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
     bar.addButton(window.btnConnect, 'c');

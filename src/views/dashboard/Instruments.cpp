@@ -3,7 +3,12 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <memory>
+#include <utility>
+#include <vector>
+
 #include "views/dashboard/MainParts.h"
+#include "views/dashboard/UnitsPart.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -34,7 +39,9 @@ QLayout& makeAccel(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     return row;
 }
 
-Tile& makeValue(controls::Label& name, controls::Label& value, Binder& binder, QWidget* parent) {
+// The unit is at the end of the name's line, so that the number keeps the width of the tile.
+Tile& makeValue(controls::Label& name, controls::Label& value, std::vector<Readout*>& units, Binder& binder,
+                QWidget* parent) {
     auto& tile = child<Tile>(parent);
     auto& rows = child<QVBoxLayout>(&tile);
     rows.setContentsMargins(9, 4, 6, 4);
@@ -46,7 +53,16 @@ Tile& makeValue(controls::Label& name, controls::Label& value, Binder& binder, Q
     nameText.setReserve(QStringLiteral("Throttle"));
     binder.bind(value, valueText);
     binder.bind(name, nameText, &valueText);
-    rows.addWidget(&nameText);
+    auto& unit = child<Readout>(
+        &tile, Readout::Look{.scale = kNameScale, .muted = true, .alignment = Qt::AlignRight, .ground = Ground::Tile});
+    unit.setObjectName(QStringLiteral("unit(%1)").arg(units.size()));
+    unit.setReserve(QStringLiteral("of 256"));
+    units.push_back(&unit);
+    auto& head = child<QHBoxLayout>(kNobody);
+    head.setSpacing(0);
+    head.addWidget(&nameText, 1);
+    head.addWidget(&unit);
+    rows.addLayout(&head);
     rows.addWidget(&valueText, 1);
     return tile;
 }
@@ -77,10 +93,12 @@ QWidget& makeValues(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& grid = child<QGridLayout>(&card);
     grid.setSpacing(kTileGap);
     binder.bind(window.FrameValues, card);
+    std::vector<Readout*> units;
     for (int i = 0; i < window.lblValue.count(); ++i) {
-        grid.addWidget(&makeValue(window.lblValueName(i), window.lblValue(i), binder, &card), i / kValueColumns,
+        grid.addWidget(&makeValue(window.lblValueName(i), window.lblValue(i), units, binder, &card), i / kValueColumns,
                        i % kValueColumns);
     }
+    binder.bind(std::make_unique<UnitsPart>(window.valueUnits, std::move(units), binder), {}, card);
     for (int column = 0; column < kValueColumns; ++column) {
         grid.setColumnStretch(column, 1);
     }

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "live/MainHints.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -19,6 +20,10 @@ constexpr int kTrendStretch = 8;
 }  // namespace
 
 MainView::MainView(live::FrmSarn2& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
+    binder().setHints([](const controls::Control& control) {
+        const auto hint = live::hintOf(control);
+        return QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size()));
+    });
     build(window);
     orderTabs(window);
     fitTexts();

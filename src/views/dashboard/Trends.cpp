@@ -12,7 +12,7 @@
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
-#include "views/widgets/charts/PictureView.h"
+#include "views/widgets/charts/NotedPicture.h"
 
 namespace korvane::views {
 
@@ -52,7 +52,10 @@ QWidget& makeTrends(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& pictures = child<QHBoxLayout>(kNobody);
     pictures.setSpacing(kSpacing);
     for (auto* picture : {&window.picTrend, &window.picTrend2}) {
-        auto& view = child<PictureView>(&card);
+        const auto& span = picture == &window.picTrend ? window.trendSpan : window.trendSpan2;
+        auto& view = child<NotedPicture>(&card, [&binder, &span] {
+            return binder.isAttached() ? QString::fromStdString(live::spanText(span)) : QString();
+        });
         view.setAccessibleName(picture == &window.picTrend ? QStringLiteral("Engine trend")
                                                            : QStringLiteral("Supply and temperature trend"));
         binder.bind(*picture, view);

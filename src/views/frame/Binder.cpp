@@ -39,6 +39,19 @@ void Binder::setTabOrder(const std::vector<controls::Control*>& controls) {
     }
 }
 
+void Binder::setGuard(const controls::Control& control, std::function<bool()> guard) {
+    guards_[&control] = std::move(guard);
+}
+
+bool Binder::lets(const controls::Control& control) const {
+    const auto guard = guards_.find(&control);
+    return guard == guards_.end() || guard->second();
+}
+
+QString Binder::hintOf(const controls::Control& control) const {
+    return hints_ ? hints_(control) : QString();
+}
+
 QWidget* Binder::widgetOf(const controls::Control* control) const {
     const auto found = byControl_.find(control);
     return found != byControl_.end() ? found->second : nullptr;

@@ -4,8 +4,10 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "controls/Chart.h"
@@ -78,6 +80,15 @@ public:
     // Tab goes through the widgets of these controls in this order.
     void setTabOrder(const std::vector<controls::Control*>& controls);
 
+    // Called before a press of the user reaches the control; false drops the press.
+    void setGuard(const controls::Control& control, std::function<bool()> guard);
+    // Whether a press may reach the control. Its guard may ask the user, and the view may be detached meanwhile.
+    [[nodiscard]] bool lets(const controls::Control& control) const;
+
+    // What the tool-tip of each control that is bound later says behind the control's own.
+    void setHints(std::function<QString(const controls::Control&)> hints) { hints_ = std::move(hints); }
+    [[nodiscard]] QString hintOf(const controls::Control& control) const;
+
     // The widget bound to the control; null when there is none.
     [[nodiscard]] QWidget* widgetOf(const controls::Control* control) const;
 
@@ -135,6 +146,8 @@ private:
     std::vector<BoundPart*> marked_;
     std::vector<BoundPart*> shown_;
     std::unordered_map<const controls::Control*, QWidget*> byControl_;
+    std::unordered_map<const controls::Control*, std::function<bool()>> guards_;
+    std::function<QString(const controls::Control&)> hints_;
     bool attached_ = true;
     bool showing_ = false;
     int visits_ = 0;

@@ -83,8 +83,19 @@ void Binding::showCommon() {
     showColors();
 }
 
-// A control with another font size keeps its proportion to the texts around it.
+QString Binding::toolTip() const {
+    return joined(QString::fromStdString(control_.ToolTipText), binder_.hintOf(control_));
+}
+
+QString Binding::joined(const QString& first, const QString& second) {
+    return first.isEmpty() ? second : second.isEmpty() ? first : first + u'\n' + second;
+}
+
 void Binding::press() {
+    const Binder::Visit visit(binder_);
+    if (!binder_.isAttached() || !binder_.lets(control_)) {
+        return;
+    }
     act([this] {
         if (control_.canFocus()) {
             control_.window().setFocus(&control_);
@@ -95,6 +106,7 @@ void Binding::press() {
     });
 }
 
+// A control with another font size keeps its proportion to the texts around it.
 void Binding::showFont() {
     const bool usual = !control_.FontBold && control_.FontSize == kUsualFontSize;
     if (usual && !widget_.testAttribute(Qt::WA_SetFont)) {

@@ -31,7 +31,9 @@ public:
 protected:
     // Brings everything but the properties that all controls share up to date.
     virtual void showContent() = 0;
-    [[nodiscard]] virtual QString toolTip() const { return QString::fromStdString(control_.ToolTipText); }
+    [[nodiscard]] virtual QString toolTip() const;
+    // Two lines, or one where the other is empty.
+    [[nodiscard]] static QString joined(const QString& first, const QString& second);
     // A key that makes a character, before the widget gets it; true keeps it from the widget.
     virtual bool characterTyped(QKeyEvent& event);
 

@@ -25,7 +25,9 @@ protected:
     }
     // A list without a note of its own shows the one on the chosen row.
     [[nodiscard]] QString toolTip() const override {
-        return box_.ToolTipText.get().empty() ? list_.currentData(Qt::ToolTipRole).toString() : Binding::toolTip();
+        return box_.ToolTipText.get().empty()
+                   ? joined(list_.currentData(Qt::ToolTipRole).toString(), binder().hintOf(box_))
+                   : Binding::toolTip();
     }
     [[nodiscard]] Roles roles() const override { return {.back = QPalette::Button, .fore = QPalette::ButtonText}; }
 
@@ -39,7 +41,10 @@ private:
         }
         for (int row = 0; row < box_.ListCount(); ++row) {
             list_.setItemText(row, QString::fromStdString(box_.List(row)));
-            list_.setItemData(row, QString::fromStdString(box_.itemToolTip(row)), Qt::ToolTipRole);
+            const QString note = QString::fromStdString(box_.itemToolTip(row));
+            list_.setItemData(row, note, Qt::ToolTipRole);
+            list_.setItemData(row, note.isEmpty() ? list_.itemText(row) : list_.itemText(row) + ", " + note,
+                              Qt::AccessibleTextRole);
         }
     }
 

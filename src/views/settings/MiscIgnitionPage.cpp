@@ -16,15 +16,14 @@ Card& makeIdleIgnition(settings::MiscControls& window, Binder& binder, QWidget* 
 
 Card& makeChargeTime(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameChargeTime, binder, page);
-    group.addValue(QStringLiteral("Latausaika 13.5 Voltilla"), window.txtchargetime, kScaledDigits,
-                   QStringLiteral("ms"));
+    group.addValue(labelOf(window.txtchargetime), window.txtchargetime, kScaledDigits, QStringLiteral("ms"));
     group.addButton(window.btnSaveChargeTime, 'a');
     return group.card();
 }
 
 Card& makeSensorType(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameIgnEdge, binder, page);
-    group.addValue(QStringLiteral("Edge"), window.txtIgnEdge, kByteDigits);
+    group.addValue(labelOf(window.txtIgnEdge), window.txtIgnEdge, kByteDigits);
     group.addNote(QStringLiteral("1 = Rising edge (hamlin), others = falling edge "));
     group.addButton(window.btnIgnEdge, 'v');
     return group.card();
@@ -32,8 +31,8 @@ Card& makeSensorType(settings::MiscControls& window, Binder& binder, QWidget* pa
 
 Card& makeMotorbrake(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameMotorbrake, binder, page);
-    group.addValue(QStringLiteral("Motorbrake start RPM"), window.txtMotorBrakeLow, kWordDigits);
-    group.addValue(QStringLiteral("Stop RPM"), window.txtMotorBrakeHigh, kWordDigits);
+    group.addValue(labelOf(window.txtMotorBrakeLow), window.txtMotorBrakeLow, kWordDigits);
+    group.addValue(labelOf(window.txtMotorBrakeHigh), window.txtMotorBrakeHigh, kWordDigits);
     group.addButton(window.btnSaveMotorbrake, 'e');
     return group.card();
 }

@@ -11,8 +11,8 @@ namespace {
 
 Card& makeMode(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameInjMode, binder, page);
-    group.addValue(QStringLiteral("Mode (1, 2, 4)"), window.txtInjMode, kByteDigits);
-    group.addValue(QStringLiteral("Multiplier"), window.txtInjMultiplier, kByteDigits);
+    group.addValue(labelOf(window.txtInjMode), window.txtInjMode, kByteDigits);
+    group.addValue(labelOf(window.txtInjMultiplier), window.txtInjMultiplier, kByteDigits);
     group.addButton(window.btnInjMode, 's');
     return group.card();
 }
@@ -26,10 +26,10 @@ Card& makeLongestTime(settings::MiscControls& window, Binder& binder, QWidget* p
 
 Card& makeStartHelp(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameStartHelp, binder, page);
-    group.addValue(QStringLiteral("Start help"), window.txtStart, kScaledDigits, QStringLiteral("ms"));
-    group.addValue(QStringLiteral("Start help length"), window.txtStartHelpLen, kByteDigits);
-    group.addValue(QStringLiteral("Choke"), window.txtRyyppy, kScaledDigits, QStringLiteral("ms"));
-    group.addValue(QStringLiteral("Choke end"), window.txtChokeEnd, kByteDigits);
+    group.addValue(labelOf(window.txtStart), window.txtStart, kScaledDigits, QStringLiteral("ms"));
+    group.addValue(labelOf(window.txtStartHelpLen), window.txtStartHelpLen, kByteDigits);
+    group.addValue(labelOf(window.txtRyyppy), window.txtRyyppy, kScaledDigits, QStringLiteral("ms"));
+    group.addValue(labelOf(window.txtChokeEnd), window.txtChokeEnd, kByteDigits);
     group.addButton(window.btnStartHelp, 'a');
     return group.card();
 }

@@ -1,6 +1,8 @@
 // A part of MiscPages: the page "Lambda".
 #include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
+#include "views/widgets/Caption.h"
+#include "views/widgets/Child.h"
 
 namespace korvane::views {
 
@@ -22,6 +24,11 @@ Card& makeCorrection(settings::MiscControls& window, Binder& binder, QWidget* pa
     group.addHeads({}, heads);
     group.addCells(QStringLiteral("Setpoint"), QStringLiteral("Lambda setpoint"), window.txtLambdaTav, kByteDigits);
     group.addCells(QStringLiteral("Authority"), QStringLiteral("Lambda authority"), window.txtLambdaVaik, kByteDigits);
+    auto& line = child<Caption>(
+        &group.card(), QStringLiteral("Not filled: the ECU has not sent these values. Save sends an empty box as 0."),
+        kNobody);
+    line.setObjectName(QStringLiteral("lambdaLine"));
+    group.add(line);
     group.addButton(window.btnSaveLambda, 'a');
     return group.card();
 }

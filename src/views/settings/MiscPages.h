@@ -8,10 +8,16 @@
 
 namespace korvane::views {
 
+// The name that stands beside a box.
+[[nodiscard]] inline QString labelOf(const controls::Control& control) {
+    return QString::fromStdString(control.label());
+}
+
 // Each fills its page with its groups.
 void fillIgnitionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillInjectionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillPwmPage(settings::MiscControls& window, Binder& binder, QWidget* page);
+// Has a label named "lambdaLine", which says that the boxes of the correction are not filled.
 void fillLambdaPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillMiscPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillFlagsPage(settings::MiscControls& window, Binder& binder, QWidget* page);

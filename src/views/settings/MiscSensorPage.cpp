@@ -56,8 +56,8 @@ Card& makeTemperature(settings::MiscControls& window, Binder& binder, QWidget* p
 
 Card& makeLoad(settings::MiscControls& window, Binder& binder, QWidget* page) {
     GroupCard group(window.FrameLoadCalc, binder, page);
-    group.addValue(QStringLiteral("Offset"), window.txtLoadOffset, kByteDigits);
-    group.addValue(QStringLiteral("Gain"), window.txtLoadGain, kByteDigits, QStringLiteral("10 = factor 1"));
+    group.addValue(labelOf(window.txtLoadOffset), window.txtLoadOffset, kByteDigits);
+    group.addValue(labelOf(window.txtLoadGain), window.txtLoadGain, kByteDigits, QStringLiteral("10 = factor 1"));
     group.addOptions(window.optLoadMode, Qt::Horizontal);
     group.addButton(window.btnLoadCalc, 'a');
     return group.card();

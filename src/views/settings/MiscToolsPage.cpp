@@ -5,6 +5,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/Dialogs.h"
+#include "platform/Machine.h"
+#include "settings/RawWriteQuestion.h"
 #include "views/frame/GroupCard.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Child.h"
@@ -50,9 +53,17 @@ Card& makeChannels(settings::MiscControls& window, Binder& binder, QWidget* page
     group.add(makePair(QStringLiteral("Math:(val +                         ) *"), window.txtParOffset,
                        QStringLiteral("Offset"), window.txtParScale, QStringLiteral("Scale"), binder, &group.card()));
     group.startLines();
-    group.addValue(QStringLiteral("Warning"), window.txtParWarning, kNumberDigits);
+    group.addValue(labelOf(window.txtParWarning), window.txtParWarning, kNumberDigits);
     group.addButton(window.btnSaveParam, 'p');
     return group.card();
+}
+
+// Whoever presses the button is asked first if the address is hardly meant.
+void askBefore(const controls::CommandButton& button, int bytes, settings::MiscControls& window, Binder& binder) {
+    binder.setGuard(button, [&window, bytes] {
+        const auto question = settings::rawWriteQuestion(window.TextOs.Text.get(), bytes);
+        return !question || window.machine().dialogs.ask(*question).yes;
+    });
 }
 
 Card& makeRawTools(settings::MiscControls& window, Binder& binder, QWidget* page) {
@@ -68,6 +79,8 @@ Card& makeRawTools(settings::MiscControls& window, Binder& binder, QWidget* page
     grid.addWidget(&makeCommand(window.btnEEread16bit, '1', binder, inside), 1, 0);
     grid.addWidget(&makeCommand(window.btnWriteEE16bit, '6', binder, inside), 1, 1);
     group.add(grid);
+    askBefore(window.Command1, 1, window, binder);
+    askBefore(window.btnWriteEE16bit, 2, window, binder);
     return group.card();
 }
 

@@ -1,6 +1,7 @@
 #include "views/settings/MiscView.h"
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -9,12 +10,15 @@
 #include "views/frame/GroupCard.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
+#include "views/settings/MarksPart.h"
 #include "views/settings/MiscPages.h"
+#include "views/settings/SaveLinePart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TabRow.h"
+#include "views/widgets/values/LongLine.h"
 
 namespace korvane::views {
 
@@ -43,6 +47,9 @@ MiscView::MiscView(settings::FrmMisc& window, FrameClock& clock) : FittedView(wi
     rows.addWidget(&makeTabs(window));
     rows.addWidget(&makePages(window), 1);
     rows.addWidget(&makeFoot(window));
+    binder().bind(
+        std::make_unique<MarksPart>(window, *content().findChild<QLabel*>(QStringLiteral("lambdaLine")), binder()), {},
+        content());
     fitTexts();
 }
 
@@ -76,14 +83,32 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kSpacing);
-    row.addWidget(
-        &makeStatusLine(*this, window, QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"), inside));
-    row.addWidget(&makeTransferBar(window.prgLoad, binder(), inside, QStringLiteral("Reading")));
-    row.addStretch(1);
+    auto& lines = child<QVBoxLayout>(kNobody);
+    lines.setSpacing(0);
+    lines.addLayout(&makeState(window, inside));
+    lines.addWidget(&makeSaveLine(window, inside));
+    row.addLayout(&lines, 1);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
     card.fitMargins();
     return card;
+}
+
+QLayout& MiscView::makeState(settings::FrmMisc& window, QWidget* parent) {
+    auto& row = child<QHBoxLayout>(kNobody);
+    row.setSpacing(kSpacing);
+    row.addWidget(
+        &makeStatusLine(*this, window, QStringLiteral("Receiving data from target device!:  Loading.. 70.5%"), parent));
+    row.addWidget(&makeTransferBar(window.prgLoad, binder(), parent, QStringLiteral("Reading")));
+    row.addStretch(1);
+    return row;
+}
+
+QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
+    auto& line = child<LongLine>(parent);
+    line.setObjectName(QStringLiteral("saveLine"));
+    binder().bind(std::make_unique<SaveLinePart>(window.saveReport(), line, binder()), {}, line);
+    return line;
 }
 
 // The window's own size is too small for its pages: when it is shown first, it is as large as they need, within the

@@ -17,6 +17,8 @@ private:
     [[nodiscard]] QWidget& makeTabs(settings::FrmMisc& window);
     [[nodiscard]] QWidget& makePages(settings::FrmMisc& window);
     [[nodiscard]] QWidget& makeFoot(settings::FrmMisc& window);
+    [[nodiscard]] QLayout& makeState(settings::FrmMisc& window, QWidget* parent);
+    [[nodiscard]] QWidget& makeSaveLine(settings::FrmMisc& window, QWidget* parent);
 
     bool opened_ = false;
 };

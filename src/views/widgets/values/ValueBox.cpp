@@ -3,8 +3,10 @@
 #include <QEvent>
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -53,11 +55,43 @@ void ValueBox::changeEvent(QEvent* event) {
         fitMark();
     }
     if (event->type() == QEvent::ReadOnlyChange) {
-        setAccessibleDescription(isReadOnly() ? QStringLiteral("changes by the keys + and -") : QString());
+        describe();
     }
     if (event->type() == QEvent::ReadOnlyChange || event->type() == QEvent::PaletteChange) {
         keepGround();
     }
+}
+
+void ValueBox::setMark(BoxMark mark, bool isZero, const QString& note) {
+    if (mark == mark_ && isZero == isZero_ && note == note_) {
+        return;
+    }
+    mark_ = mark;
+    isZero_ = isZero;
+    note_ = note;
+    describe();
+    update();
+}
+
+void ValueBox::describe() {
+    QStringList parts;
+    if (isReadOnly()) {
+        parts += QStringLiteral("changes by the keys + and -");
+    }
+    if (!note_.isEmpty()) {
+        parts += note_;
+    }
+    setAccessibleDescription(parts.join(QStringLiteral(". ")));
+}
+
+// The note comes before the tool-tip that a control has of its own.
+bool ValueBox::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && !note_.isEmpty()) {
+        const QString text = toolTip().isEmpty() ? note_ : note_ + u'\n' + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text.toHtmlEscaped(), this);
+        return true;
+    }
+    return QLineEdit::event(event);
 }
 
 // When its mark is removed, a cell gets the usual ground and not white, which would be wrong in dark windows.
@@ -75,14 +109,26 @@ void ValueBox::keepGround() {
 void ValueBox::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     if (isReadOnly()) {
+        paintSteps();
+    }
+    if (mark_ != BoxMark::None || isZero_) {
         QPainter painter(this);
-        painter.setFont(markFont());
-        painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
-        painter.drawText(rect().adjusted(kMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, QString(kMark));
-        if (hasFocus()) {
-            painter.setPen(QPen(palette().color(QPalette::Highlight), kRing));
-            painter.drawRect(rect().adjusted(1, 1, -1, -1));
+        const QColor ground = palette().color(QPalette::Base);
+        paintCorner(painter, rect(), mark_, ground);
+        if (isZero_) {
+            paintUnderline(painter, rect(), ground);
         }
+    }
+}
+
+void ValueBox::paintSteps() {
+    QPainter painter(this);
+    painter.setFont(markFont());
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    painter.drawText(rect().adjusted(kMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, QString(kMark));
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), kRing));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 }
 

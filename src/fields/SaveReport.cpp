@@ -1,0 +1,119 @@
+#include "fields/SaveReport.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Numbers.h"
+
+namespace korvane::fields {
+
+namespace {
+
+std::uint8_t byteOf(std::int32_t value, std::size_t index) {
+    return static_cast<std::uint8_t>((static_cast<std::uint32_t>(value) >> (8 * index)) & 0xFFU);
+}
+
+std::string values(std::ptrdiff_t count) {
+    return std::to_string(count) + (count == 1 ? " value" : " values");
+}
+
+}  // namespace
+
+std::uint8_t SaveReport::Item::byte(std::size_t index) const {
+    return byteOf(value.value, index);
+}
+
+bool SaveReport::Item::isSame() const {
+    return back[0] == byte(0) && (value.bytes == 1 || back[1] == byte(1));
+}
+
+// As the width of the value has it: a signed word may be below 0.
+std::int32_t SaveReport::Item::told() const {
+    const std::int32_t number = back[0].value_or(0) + kByteValues * back[1].value_or(0);
+    const bool isSigned = value.codec.width == Width::Word || value.codec.width == Width::TwoBytes;
+    return isSigned ? static_cast<std::int16_t>(number) : number;
+}
+
+int SaveReport::begin(std::string group, int values) {
+    group_ = std::move(group);
+    planned_ = values;
+    items_.clear();
+    refused_.clear();
+    closed_ = false;
+    return ++save_;
+}
+
+void SaveReport::add(int save, SavedValue value, bool sent) {
+    if (save != save_) {
+        return;
+    }
+    if (sent) {
+        items_.push_back({std::move(value), {}});
+    }
+    closed_ = closed_ || !sent;
+    compose();
+}
+
+void SaveReport::refused(int save, std::string label) {
+    if (save == save_) {
+        refused_ = label.empty() ? "a value" : std::move(label);
+        compose();
+    }
+}
+
+void SaveReport::heard(int address, std::int32_t value, bool is16) {
+    heardByte(address, byteOf(value, 0));
+    if (is16) {
+        heardByte(address + 1, byteOf(value, 1));
+    }
+}
+
+void SaveReport::heardByte(int address, std::uint8_t byte) {
+    for (Item& item : items_) {
+        const int index = address - item.value.address;
+        if (index >= 0 && index < item.value.bytes) {
+            item.back.at(static_cast<std::size_t>(index)) = byte;
+            compose();
+        }
+    }
+}
+
+void SaveReport::compose() {
+    Text = group_ + ": " + sentPart() + backPart();
+}
+
+std::string SaveReport::sentPart() const {
+    const auto sent = static_cast<int>(items_.size());
+    const std::string some =
+        sent == planned_ ? values(sent) + " sent" : std::to_string(sent) + " of " + values(planned_) + " sent";
+    if (!refused_.empty()) {
+        return some + ", then " + refused_ + " did not fit";
+    }
+    if (closed_) {
+        return sent == 0 ? "nothing sent, the port is closed" : some + ", then the port was closed";
+    }
+    return some;
+}
+
+std::string SaveReport::backPart() const {
+    const auto back = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.isBack(); });
+    if (back == 0) {
+        return items_.empty() ? "" : "; nothing has come back yet";
+    }
+    const auto isOther = [](const Item& item) { return item.isBack() && !item.isSame(); };
+    const auto other = std::count_if(items_.begin(), items_.end(), isOther);
+    const std::string same = std::to_string(back - other) + " came back the same";
+    if (other == 0) {
+        return "; " + same;
+    }
+    const auto first = std::find_if(items_.begin(), items_.end(), isOther);
+    return "; " + same + ", " + values(other) + (other == 1 ? " differs: " : " differ: ") + difference(*first);
+}
+
+std::string SaveReport::difference(const Item& item) const {
+    const auto shown = [&](std::int32_t count) { return core::textOf(item.value.codec.shown(count, tables_)); };
+    const std::string name = item.value.label.empty() ? "" : item.value.label + " ";
+    return name + "is " + shown(item.told()) + ", not " + shown(item.value.value);
+}
+
+}  // namespace korvane::fields

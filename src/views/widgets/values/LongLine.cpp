@@ -1,0 +1,38 @@
+#include "views/widgets/values/LongLine.h"
+
+#include <QEvent>
+
+namespace korvane::views {
+
+LongLine::LongLine(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void LongLine::setWords(const QString& words) {
+    words_ = words;
+    setAccessibleName(words);
+    setToolTip(words.toHtmlEscaped());
+    fit();
+}
+
+void LongLine::fit() {
+    const QString shown = fontMetrics().elidedText(words_, Qt::ElideRight, width());
+    if (shown != text()) {
+        setText(shown);
+    }
+}
+
+void LongLine::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    fit();
+}
+
+void LongLine::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        fit();
+    }
+}
+
+}  // namespace korvane::views

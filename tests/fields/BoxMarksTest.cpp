@@ -1,0 +1,135 @@
+#include "FieldsBench.h"
+#include "fields/BoxMarks.h"
+
+namespace korvane::fields {
+namespace {
+
+struct BoxMarksTest : FieldsBench {
+    BoxMarksTest() {
+        fields_.watch(marks_, report_);
+        marks_.addOwn(own_);
+    }
+
+    [[nodiscard]] Mark delay() const { return marks_.of(txtDelay_); }
+    void hear(int value, From from = From::Ecu) {
+        fields_.take(value, tables_.addresses.LAUNCH_DELAY_OFF, false, from);
+    }
+    void save() {
+        static constexpr std::array kSteps{SaveStep{&A::LAUNCH_DELAY_OFF}};
+        saver_.run({kSteps}, "Launch");
+    }
+
+    BoxMarks marks_;
+    SaveReport report_{tables_};
+    controls::TextBox own_{window_, "own"};
+};
+
+TEST_F(BoxMarksTest, ABoxThatTheEcuHasFilledHasNoMark) {
+    EXPECT_EQ(delay(), Mark::None) << "as it is made";
+    hear(5);
+    EXPECT_EQ(delay(), Mark::None);
+    EXPECT_EQ(marks_.note(txtDelay_), "");
+    EXPECT_TRUE(marks_.wasHeard(txtDelay_));
+}
+
+TEST_F(BoxMarksTest, AnotherTextIsMarkedUntilItIsThatOfTheEcuAgain) {
+    hear(5);
+    txtDelay_.Text = "7";
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_EQ(marks_.note(txtDelay_), "Not saved: the ECU last sent 5");
+    txtDelay_.Text = "5";
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(BoxMarksTest, WhatAFileBringsIsNotInTheEcu) {
+    hear(9, From::File);
+    EXPECT_EQ(txtDelay_.Text.get(), "9");
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_FALSE(marks_.wasHeard(txtDelay_));
+    EXPECT_EQ(marks_.note(txtDelay_), "Not saved: the ECU has sent no value");
+}
+
+TEST_F(BoxMarksTest, WhatASaveHasSentIsMarkedInAnotherWayUntilItComesBack) {
+    hear(5);
+    txtDelay_.Text = "7";
+    save();
+    EXPECT_EQ(delay(), Mark::Sent);
+    EXPECT_EQ(marks_.note(txtDelay_), "Saved, not read back: the ECU last sent 5");
+    hear(7);
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(BoxMarksTest, TheOldTextIsNoLongerThatOfTheEcuWhenASaveHasSentAnother) {
+    hear(5);
+    txtDelay_.Text = "7";
+    save();
+    txtDelay_.Text = "5";
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_EQ(marks_.note(txtDelay_), "Not saved: the last save sent 7");
+}
+
+TEST_F(BoxMarksTest, ASaveOfWhatTheEcuHasLeavesNoMark) {
+    hear(5);
+    save();
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(BoxMarksTest, ASaveOnAClosedPortSendsNothing) {
+    panel_.MSComm1.setPortOpen(false);
+    hear(5);
+    txtDelay_.Text = "7";
+    save();
+    EXPECT_EQ(delay(), Mark::Changed);
+}
+
+TEST_F(BoxMarksTest, BothBytesOfANumberFillItsBox) {
+    const int low = tables_.addresses.LAUNCHCONTROL_LO;
+    fields_.take(0x10, low, false);
+    fields_.take(0x02, low + 1, false);
+    EXPECT_EQ(txtLaunch_.Text.get(), "528");
+    EXPECT_EQ(marks_.of(txtLaunch_), Mark::None);
+}
+
+TEST_F(BoxMarksTest, ABoxThatTheEcuDoesNotFillIsNeverMarkedAsChanged) {
+    own_.Text = "7";
+    EXPECT_EQ(marks_.of(own_), Mark::None);
+    controls::TextBox unknown(window_, "unknown");
+    unknown.Text = "words";
+    EXPECT_EQ(marks_.of(unknown), Mark::None);
+    EXPECT_FALSE(marks_.isTypedZero(unknown));
+}
+
+TEST_F(BoxMarksTest, ATextThatCountsAsZeroIsMarkedOnceItIsTyped) {
+    EXPECT_FALSE(marks_.isTypedZero(txtDelay_)) << "empty as it is made";
+    hear(5);
+    txtDelay_.Text = "";
+    EXPECT_TRUE(marks_.isTypedZero(txtDelay_));
+    EXPECT_EQ(marks_.note(txtDelay_), "Not saved: the ECU last sent 5. Counts as 0");
+    own_.Text = "x";
+    EXPECT_TRUE(marks_.isTypedZero(own_));
+    EXPECT_EQ(marks_.note(own_), "Counts as 0");
+}
+
+TEST_F(BoxMarksTest, ObserversHearOfTheBoxWhoseMarkMayHaveChanged) {
+    struct Ear : controls::Observer {
+        void propertyChanged(controls::Object&, const void* property) override { heard.push_back(property); }
+        std::vector<const void*> heard;
+    } ear;
+    marks_.addObserver(ear);
+    hear(5);
+    save();
+    marks_.removeObserver(ear);
+    EXPECT_THAT(ear.heard, testing::ElementsAre(&txtDelay_, &txtDelay_));
+}
+
+TEST(CountsAsZero, IsWhatIsNoNumberAndNoZero) {
+    for (const char* text : {"", " ", "words", "-", ".", ",5", "0,5", "e9", "x1", "0x10"}) {
+        EXPECT_TRUE(countsAsZero(text)) << text;
+    }
+    for (const char* text : {"0", "0.0", "-0", " 00 ", "7,9", "12 rpm", "0.5", "-3"}) {
+        EXPECT_FALSE(countsAsZero(text)) << text;
+    }
+}
+
+}  // namespace
+}  // namespace korvane::fields
