@@ -22,6 +22,7 @@ void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
             cell.working = cell.kept = bytes[i];
         }
     }
+    Object::changed(this);
 }
 
 void EcuMap::sending(std::size_t cell, std::uint8_t byte) {
@@ -37,10 +38,12 @@ void EcuMap::acknowledged(std::size_t firstCell) {
             cell.kept = storesNext_ ? byte : cell.kept;
         }
     }
+    Object::changed(this);
 }
 
 void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
     at(cell).working = byte;
+    Object::changed(this);
 }
 
 void EcuMap::stored() {
@@ -48,6 +51,7 @@ void EcuMap::stored() {
         cell.kept = cell.working;
     }
     storesNext_ = true;
+    Object::changed(this);
 }
 
 void EcuMap::restarted() {
@@ -55,6 +59,7 @@ void EcuMap::restarted() {
         cell.working = cell.kept;
         cell.onItsWay.reset();
     }
+    Object::changed(this);
 }
 
 std::optional<std::uint8_t> EcuMap::working(std::size_t cell) const {

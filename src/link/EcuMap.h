@@ -6,14 +6,16 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <vector>
 
+#include "controls/Object.h"
 #include "core/tables/MapImages.h"
 
 namespace korvane::link {
 
 // One map. The ECU runs on a working copy; what it has not stored is lost when it restarts. RuntimeError 9 for a cell
-// beyond the map.
-class EcuMap {
+// beyond the map. Observers are told when the ECU has another map than before.
+class EcuMap : public controls::Object {
 public:
     // The answer to a read of the cells from `first` on.
     void read(std::size_t first, std::span<const std::uint8_t> bytes);
@@ -29,6 +31,8 @@ public:
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
     static constexpr std::size_t kHalf = 160;  // cells that one frame carries
 

@@ -17,8 +17,9 @@ struct CellBytes {
 CellBytes bytesOf(const MapContext& context, const MapImages& map, int cell) {
     const auto& ecu = context.connection.ecuMaps.*map.inEcu;
     const auto at = static_cast<std::size_t>(cell);
-    const auto working = ecu.working(at).value_or(core::checked(context.tables.*map.received, cell));
-    return {core::checked(context.tables.*map.edited, cell), working, ecu.kept(at).value_or(working)};
+    const std::uint8_t received = core::checked(context.tables.*map.received, cell);
+    return {core::checked(context.tables.*map.edited, cell), ecu.working(at).value_or(received),
+            ecu.kept(at).value_or(received)};
 }
 
 }  // namespace
