@@ -1,12 +1,15 @@
 #include "views/maps/GridMarks.h"
 
+#include <algorithm>
+
 namespace korvane::views {
 
 namespace {
 
 constexpr int kMark = 2;
 constexpr int kOutline = 3;
-constexpr qreal kRingInset = 4;  // inside the mark of the focus
+constexpr qreal kRingInset = 3.5;  // inside the mark of the focus
+constexpr qreal kRingCorner = 5;   // so that the ring of a square cell leaves the number alone
 constexpr qreal kRing = 2;
 constexpr qreal kRingEdge = 1;  // on both sides of it
 
@@ -36,7 +39,7 @@ void paintFocusMark(QPainter& painter, const QRect& cell, const QColor& color) {
 // White between black: one of both is seen on every ground.
 void paintEngineRing(QPainter& painter, const QRect& cell) {
     const QRectF ring = QRectF(cell).adjusted(kRingInset, kRingInset, -kRingInset, -kRingInset);
-    const qreal radius = ring.height() / 2;
+    const qreal radius = std::min(ring.height() / 2, kRingCorner);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
