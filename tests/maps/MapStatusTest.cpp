@@ -26,7 +26,7 @@ TEST(StatusWords, PowerAndAPulseThatIsTooLongAreSaid) {
 }
 
 TEST(StatusWords, ABlockHasItsSumWithoutTheErrorsOfFloatingPoint) {
-    EXPECT_EQ(blockWords(kNoun, {3, 5}, 0.1 + 0.2), "Fuel block of 3 cells, sum 0.3 ms");
+    EXPECT_EQ(blockWords(kNoun, {3, 5}, 64.6830000002), "Fuel block of 3 cells, sum 64.683 ms");
 }
 
 TEST(StatusWords, UnsentCellsAreCountedMapByMap) {

@@ -90,6 +90,7 @@ TEST_F(MapMarksTest, ABlockIsOutlinedInReadingOrder) {
     EXPECT_TRUE(outlinedAbove(32));   // below the cells that are left of the first
     EXPECT_FALSE(outlinedAbove(34));  // inside
     EXPECT_FALSE(outlinedLeft(34));
+    EXPECT_TRUE(outlinedLeft(32));  // where a row begins
     EXPECT_TRUE(outlinedLeft(53));
     EXPECT_TRUE(outlinedAbove(68));
     EXPECT_TRUE(outlinedAbove(53));
