@@ -24,31 +24,36 @@ void FuelDisplay::beforeCell() {
     window_.machine().pump.pump();
 }
 
-MapDisplay::Reading FuelDisplay::read(int cell, std::uint8_t count, std::string& toolTip) {
+FuelDisplay::Pulse FuelDisplay::pulseOf(int cell, std::uint8_t count) const {
     const FuelModel model{tables().InjOff_type != 0, core::val(injectionOffset_.Text.get()), injTimeScale_,
                           tables().TickF};
     const double time = fuelTime(count, model);
-    // Where the offset counts as map counts, the pulse is not compared with the time at the engine's speed.
-    std::optional<Pulse> pulse;
-    if (!model.offsetInCounts) {
-        const double mode = core::parameterNumber(tables(), tables().addresses.INJ_MODE_OFFSET);
-        pulse = Pulse{time, cycleTime(grid().geometry.rpmOf(cell)) / mode};
+    if (model.offsetInCounts) {
+        return {time, std::nullopt};
     }
-    composeToolTip(cell, count, pulse, toolTip);
-    return {time, pulse && pulse->available < pulse->length};
+    const double mode = core::parameterNumber(tables(), tables().addresses.INJ_MODE_OFFSET);
+    return {time, cycleTime(grid().geometry.rpmOf(cell)) / mode};
 }
 
-void FuelDisplay::composeToolTip(int cell, std::uint8_t count, const std::optional<Pulse>& pulse,
-                                 std::string& toolTip) const {
-    const float size = tables().NewInjectorSize;
+MapDisplay::Reading FuelDisplay::readingOf(int cell, std::uint8_t count) const {
+    const auto [length, available] = pulseOf(cell, count);
+    return {length, available && *available < length};
+}
+
+std::optional<double> FuelDisplay::powerOf(int cell, std::uint8_t count) const {
+    const auto [length, available] = pulseOf(cell, count);
+    const auto size = static_cast<double>(tables().NewInjectorSize);
+    return available ? CalcPower(size, length, *available) : std::nullopt;
+}
+
+void FuelDisplay::composeToolTip(int cell, std::uint8_t count, std::string& toolTip) const {
     toolTip = ' ';
     toolTip += core::numberText(int{count}).view();
-    if (const auto power =
-            pulse ? CalcPower(static_cast<double>(size), pulse->length, pulse->available) : std::nullopt) {
+    if (const auto power = powerOf(cell, count)) {
         toolTip += core::numberText(*power).view();
     }
     toolTip += " hp (";
-    toolTip += core::numberText(size).view();
+    toolTip += core::numberText(tables().NewInjectorSize).view();
     toolTip += "cc) ";
     toolTip += core::numberText(cell).view();
 }

@@ -20,18 +20,21 @@ public:
                 float& injTimeScale, const controls::TextBox& injectionOffset);
 
     void updateScale();
+    [[nodiscard]] Reading readingOf(int cell, std::uint8_t count) const override;
+    [[nodiscard]] std::optional<double> powerOf(int cell, std::uint8_t count) const override;
 
 private:
     // A pulse and the time that the engine leaves it, in milliseconds.
     struct Pulse {
         double length;
-        double available;
+        std::optional<double> available;
     };
 
-    [[nodiscard]] Reading read(int cell, std::uint8_t count, std::string& toolTip) override;
+    // `available` is nothing where the offset counts as map counts: there the pulse is not compared with it.
+    [[nodiscard]] Pulse pulseOf(int cell, std::uint8_t count) const;
     void beforeMap() override { updateScale(); }
     void beforeCell() override;
-    void composeToolTip(int cell, std::uint8_t count, const std::optional<Pulse>& pulse, std::string& toolTip) const;
+    void composeToolTip(int cell, std::uint8_t count, std::string& toolTip) const override;
 
     controls::Window& window_;
     InjectionScale scale_;

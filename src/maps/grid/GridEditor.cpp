@@ -193,7 +193,8 @@ void GridEditor::select(int index, int key, int shift) {
 
 void GridEditor::tellSelection() {
     if (!isRun()) {
-        window_.Caption = "alku " + core::textOf(grid_.SelFirst) + " Loppu " + core::textOf(grid_.SelLast) + " ";
+        window_.Caption =
+            "alku " + core::textOf(grid_.SelFirst.get()) + " Loppu " + core::textOf(grid_.SelLast.get()) + " ";
     }
 }
 

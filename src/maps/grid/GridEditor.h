@@ -52,8 +52,8 @@ public:
 
 private:
     struct Ends {
-        std::int16_t first = 0;
-        std::int16_t last = 0;
+        int first = 0;
+        int last = 0;
     };
 
     [[nodiscard]] bool isRun() const { return rules_.shape == BlockShape::Run; }

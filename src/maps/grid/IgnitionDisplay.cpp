@@ -4,7 +4,7 @@
 
 namespace korvane::maps {
 
-MapDisplay::Reading IgnitionDisplay::read(int, std::uint8_t count, std::string&) {
+MapDisplay::Reading IgnitionDisplay::readingOf(int, std::uint8_t count) const {
     return {ignitionDegrees(count)};
 }
 

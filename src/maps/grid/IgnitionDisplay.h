@@ -1,8 +1,6 @@
 // The ignition map as its grid shows it, in degrees.
 #pragma once
 
-#include <string>
-
 #include "maps/grid/MapDisplay.h"
 
 namespace korvane::maps {
@@ -12,8 +10,7 @@ public:
     IgnitionDisplay(MapGrid& ign, const MapContext& context)
         : MapDisplay(ign, context, kIgnitionImages, Rewrite::Unlocked) {}
 
-private:
-    [[nodiscard]] Reading read(int cell, std::uint8_t count, std::string& toolTip) override;
+    [[nodiscard]] Reading readingOf(int cell, std::uint8_t count) const override;
 };
 
 }  // namespace korvane::maps

@@ -18,7 +18,8 @@ void MapDisplay::show(const core::MapImage& image, Rewrite rewrite) {
 void MapDisplay::showCell(int cell, std::uint8_t count, Rewrite rewrite) {
     const auto imageByte = [&](auto image) { return core::checked(tables().*image, cell); };
     toolTip_ = core::numberText(int{count}).view();
-    const auto [number, tooLong] = read(cell, count, toolTip_);
+    composeToolTip(cell, count, toolTip_);
+    const auto [number, tooLong] = readingOf(cell, count);
     const auto color = tooLong ? controls::kRed : editColor(imageByte(images_.received), imageByte(images_.edited));
     showFace(grid_(cell), {color, core::numberText(number).view(), toolTip_}, rewrite);
 }

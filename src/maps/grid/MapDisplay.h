@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "maps/grid/CellFace.h"
@@ -20,17 +21,25 @@ public:
     MapDisplay& operator=(const MapDisplay&) = delete;
     virtual ~MapDisplay() = default;
 
-    void showReceived() { show(context_.tables.*images_.received, Rewrite::Locked); }
-    void showEdited() { show(context_.tables.*images_.edited, ofEdited_); }
-
-protected:
     struct Reading {
         double number;         // in the tuner's unit
         bool tooLong = false;  // a pulse that the engine's speed leaves no time for
     };
+    // What a cell with this count shows.
+    [[nodiscard]] virtual Reading readingOf(int cell, std::uint8_t count) const = 0;
+    // The horsepower that a cell with this count is good for; nothing where that is not known.
+    [[nodiscard]] virtual std::optional<double> powerOf(int cell, std::uint8_t count) const {
+        return static_cast<void>(cell), static_cast<void>(count), std::nullopt;
+    }
 
-    // What a cell with this count shows. `toolTip` holds the count and may be written anew.
-    [[nodiscard]] virtual Reading read(int cell, std::uint8_t count, std::string& toolTip) = 0;
+    void showReceived() { show(context_.tables.*images_.received, Rewrite::Locked); }
+    void showEdited() { show(context_.tables.*images_.edited, ofEdited_); }
+
+protected:
+    // `toolTip` holds the count and may be written anew.
+    virtual void composeToolTip(int cell, std::uint8_t count, std::string& toolTip) const {
+        static_cast<void>(cell), static_cast<void>(count), static_cast<void>(toolTip);
+    }
     virtual void beforeMap() {}
     // Events may run in it.
     virtual void beforeCell() {}

@@ -1,7 +1,6 @@
 // One of a map window's grids: its cells, the labels at its edges and the block that is selected in it.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -17,7 +16,7 @@ struct MapGridNames {
     std::string_view rowLabels;     // "lblMapF", the load of each row
 };
 
-class MapGrid {
+class MapGrid : public controls::Object {
 public:
     // All cells are Locked: nothing is typed into them. `frame` contains all controls of the grid.
     MapGrid(controls::Window& window, const MapGridNames& names, MapGeometry shape, controls::Control& frame);
@@ -32,8 +31,13 @@ public:
     controls::ControlArray<controls::Label> rowLabels;
 
     // The selected block by 1-based cell numbers (cell index + 1); 0 means none. A block needs both.
-    std::int16_t SelFirst = 0;
-    std::int16_t SelLast = 0;
+    controls::Property<int> SelFirst{*this};
+    controls::Property<int> SelLast{*this};
+
+    // The cell in which the engine runs now, as far as the line tells.
+    controls::Property<std::optional<int>> EngineCell{*this};
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
     // Puts a cell under its column label and beside its row label.
     void place();

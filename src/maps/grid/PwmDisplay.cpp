@@ -8,7 +8,7 @@ namespace {
 constexpr double kPulsesPerCycle = 4.0;
 }
 
-MapDisplay::Reading PwmDisplay::read(int cell, std::uint8_t count, std::string&) {
+MapDisplay::Reading PwmDisplay::readingOf(int cell, std::uint8_t count) const {
     const double time = pwmTime(count, tables().TickD);
     return {time, cycleTime(grid().geometry.rpmOf(cell)) / kPulsesPerCycle < time};
 }

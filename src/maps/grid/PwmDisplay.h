@@ -1,8 +1,6 @@
 // The PWM table as its grid shows it, in milliseconds.
 #pragma once
 
-#include <string>
-
 #include "maps/grid/MapDisplay.h"
 
 namespace korvane::maps {
@@ -11,8 +9,7 @@ class PwmDisplay : public MapDisplay {
 public:
     PwmDisplay(MapGrid& pwm, const MapContext& context) : MapDisplay(pwm, context, kPwmImages, Rewrite::Locked) {}
 
-private:
-    [[nodiscard]] Reading read(int cell, std::uint8_t count, std::string& toolTip) override;
+    [[nodiscard]] Reading readingOf(int cell, std::uint8_t count) const override;
 };
 
 }  // namespace korvane::maps

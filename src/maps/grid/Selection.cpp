@@ -1,7 +1,5 @@
 #include "maps/grid/Selection.h"
 
-#include "core/Numbers.h"
-
 namespace korvane::maps {
 
 namespace {
@@ -9,8 +7,8 @@ namespace {
 constexpr std::string_view kSelected = "1";  // the Shift that selected it
 constexpr std::string_view kNotSelected = "0";
 
-std::int16_t numberOf(int cell) {
-    return core::toInt16(cell + 1);
+int numberOf(int cell) {
+    return cell + 1;
 }
 
 void mark(controls::TextBox& cell, bool selected) {
@@ -26,8 +24,8 @@ void forRun(MapGrid& grid, Paint paint) {
 }
 
 // A block that grows before its first cell ends at `endBehind`.
-bool extendTo(MapGrid& grid, int cell, std::int16_t endBehind) {
-    const auto number = numberOf(cell);
+bool extendTo(MapGrid& grid, int cell, int endBehind) {
+    const int number = numberOf(cell);
     if (grid.SelFirst == 0 || grid.SelFirst == number) {
         grid.SelFirst = number;
         return false;
@@ -45,6 +43,13 @@ bool extendTo(MapGrid& grid, int cell, std::int16_t endBehind) {
 
 bool hasBlock(const MapGrid& grid) {
     return grid.SelFirst != 0 && grid.SelLast != 0;
+}
+
+std::optional<CellRange> blockRange(const MapGrid& grid) {
+    const CellRange range{grid.SelFirst - 1, grid.SelLast - 1};
+    const bool acts = hasBlock(grid) && range.first <= range.last;
+    return acts && grid.geometry.has(range.first) && grid.geometry.has(range.last) ? std::optional(range)
+                                                                                   : std::nullopt;
 }
 
 void forgetBlock(MapGrid& grid) {

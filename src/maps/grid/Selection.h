@@ -1,12 +1,24 @@
 // The block that is selected in a map grid: how a cell extends it and how it is painted.
 #pragma once
 
+#include <optional>
+
 #include "maps/grid/MapGrid.h"
 
 namespace korvane::maps {
 
 // A block command needs both ends.
 [[nodiscard]] bool hasBlock(const MapGrid& grid);
+// The cells on which a block command acts: all from the first to the last in reading order, whatever their colours.
+// Nothing where it would act on none.
+struct CellRange {
+    int first;
+    int last;
+
+    [[nodiscard]] bool has(int cell) const { return first <= cell && cell <= last; }
+    friend bool operator==(const CellRange&, const CellRange&) = default;
+};
+[[nodiscard]] std::optional<CellRange> blockRange(const MapGrid& grid);
 // Nothing is selected any more; the cells keep their colours.
 void forgetBlock(MapGrid& grid);
 

@@ -6,6 +6,7 @@
 
 #include "core/Numbers.h"
 #include "maps/grid/CellFace.h"
+#include "maps/grid/StatusWords.h"
 
 namespace korvane::maps {
 
@@ -85,6 +86,17 @@ void AnalyserPane::tickPane() {
     }
 }
 
+std::string AnalyserPane::cellStatus(int cell) {
+    const double mean = meanOf(cell);
+    return "Air-fuel ratio, " + placeWords(analys.geometry, cell) + ": target " + analys(cell).ToolTipText.get() +
+           (mean == 0.0 ? "" : ", measured " + core::textOf(mean));
+}
+
+// Cut to two decimals; 0 for a cell without samples.
+double AnalyserPane::meanOf(int cell) const {
+    return static_cast<double>(std::floor(analyser_.LambdaAvg(cell) * 100.0F)) / 100.0;
+}
+
 void AnalyserPane::fillTargets() {
     for (auto& cell : analys.cells) {
         cell.Text = kDefaultTarget;
@@ -151,7 +163,7 @@ void AnalyserPane::showTarget(controls::TextBox& box) {
 
 // A cell without samples stays white.
 void AnalyserPane::showMean(controls::TextBox& box, int cell) {
-    const double mean = static_cast<double>(std::floor(analyser_.LambdaAvg(cell) * 100.0F)) / 100.0;
+    const double mean = meanOf(cell);
     box.Text = core::numberText(mean).view();
     box.BackColor = mean == 0.0 ? controls::kWhite : colorOf(analyser_.Proposal(cell));
 }

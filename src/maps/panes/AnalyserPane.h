@@ -28,6 +28,7 @@ public:
     [[nodiscard]] MapGrid* paneGrid() override { return &analys; }
     void loadPane(std::int32_t features) override;
     void tickPane() override;
+    [[nodiscard]] std::string cellStatus(int cell) override;
 
 protected:
     // Shows the analyser's frame, or the others again.
@@ -41,6 +42,7 @@ private:
     void showBoxes(bool shown);
     void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
+    [[nodiscard]] double meanOf(int cell) const;
     void showTarget(controls::TextBox& box);
     void showMean(controls::TextBox& box, int cell);
     void keyDown(int cell, int keyCode);

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "platform/EventPump.h"
+#include "platform/Machine.h"
+
 namespace korvane::maps {
 
 EnginePlacePane::EnginePlacePane(PaneWindow& window, std::vector<MapGrid*> grids)
@@ -14,6 +17,21 @@ void EnginePlacePane::updateMapPlace() {
     }
     markCell(tables.MapPlace, controls::kRed);
     tables.PrevMapPlace = tables.MapPlace;
+    place_.heard(tables.MapPlace, paneWindow().machine().pump.now());
+    showPlace();
+}
+
+void EnginePlacePane::showPlace() {
+    const auto& connection = paneWindow().context().connection;
+    const auto cell = connection.MSComm1.PortOpen()
+                          ? place_.cell(paneWindow().geometry, paneWindow().machine().pump.now(),
+                                        connection.TimerRequestData.Interval)
+                          : std::nullopt;
+    for (auto* pane : paneWindow().panes()) {
+        if (auto* const grid = pane->paneGrid()) {
+            grid->EngineCell = cell;
+        }
+    }
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

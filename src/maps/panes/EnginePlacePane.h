@@ -5,6 +5,7 @@
 
 #include "controls/Color.h"
 #include "link/Windows.h"
+#include "maps/grid/EnginePlace.h"
 #include "maps/panes/MapPane.h"
 #include "maps/panes/PaneWindow.h"
 
@@ -17,6 +18,7 @@ public:
 
     // Marks the cell that the ECU runs in. A MapPlace outside the grid marks none.
     void updateMapPlace() override;
+    void tickPane() override { showPlace(); }
 
 protected:
     // Whether the cells where the engine was keep their mark.
@@ -25,8 +27,11 @@ protected:
 
 private:
     void markCell(int cell, controls::Color color);
+    // The cell of the moment, in all grids of the window.
+    void showPlace();
 
     std::vector<MapGrid*> grids_;
+    EnginePlace place_;
 };
 
 }  // namespace korvane::maps

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] static std::span<const controls::PropertyInfo> fuelProperties();
 
 private:
+    [[nodiscard]] const MapDisplay& mapDisplay() const override { return display_; }
     [[nodiscard]] MapDisplay& mapDisplay() override { return display_; }
 
     FuelDisplay display_;

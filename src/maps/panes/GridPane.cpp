@@ -9,6 +9,7 @@ namespace korvane::maps {
 GridPane::GridPane(PaneWindow& window, const GridPaneNames& names, const MapImages& images, GridRules rules)
     : MapPane(window),
       images_(images),
+      noun_(names.noun),
       mapFrame_(window, names.frame.name),
       mapGrid_(window, names.grid, window.geometry, mapFrame_),
       readButton_(window, names.read.name),
@@ -35,6 +36,35 @@ void GridPane::cellEdited(int) {}
 
 std::uint8_t GridPane::editedByte(int cell) const {
     return core::checked(tables().*images_.edited, cell);
+}
+
+std::string GridPane::cellStatus(int cell) {
+    const std::uint8_t edited = editedByte(cell);
+    const std::uint8_t received = core::checked(tables().*images_.received, cell);
+    const auto& display = mapDisplay();
+    const auto reading = display.readingOf(cell, edited);
+    return cellWords(noun_, mapGrid_.geometry, cell,
+                     {.edited = {reading.number, edited},
+                      .received = {display.readingOf(cell, received).number, received},
+                      .tooLong = reading.tooLong,
+                      .power = display.powerOf(cell, edited),
+                      .injectorSize = tables().NewInjectorSize});
+}
+
+std::string GridPane::blockStatus() const {
+    const auto range = blockRange(mapGrid_);
+    if (!range) {
+        return {};
+    }
+    double sum = 0;
+    for (int cell = range->first; cell <= range->last; ++cell) {
+        sum += shownNumber(cell);
+    }
+    return blockWords(noun_, *range, sum);
+}
+
+std::optional<UnsentOfMap> GridPane::unsentStatus() const {
+    return UnsentOfMap{noun_.inside, unsentCells(paneWindow().context(), images_, mapGrid_.geometry)};
 }
 
 void GridPane::loadPane(std::int32_t) {

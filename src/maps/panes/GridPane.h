@@ -7,6 +7,7 @@
 #include "maps/grid/MapDisplay.h"
 #include "maps/grid/MapGrid.h"
 #include "maps/grid/MapImages.h"
+#include "maps/grid/StatusWords.h"
 #include "maps/panes/MapPane.h"
 #include "maps/panes/PaneWindow.h"
 
@@ -23,6 +24,7 @@ struct GridPaneNames {
     MapGridNames grid;
     NamedCaption read;
     NamedCaption send;
+    MapNoun noun;
 };
 
 // The panes of the single maps call its controls by the names that scripts know.
@@ -33,8 +35,12 @@ public:
 
     [[nodiscard]] MapGrid* paneGrid() override { return &mapGrid_; }
     void loadPane(std::int32_t features) override;
+    [[nodiscard]] std::string cellStatus(int cell) override;
+    [[nodiscard]] std::string blockStatus() const override;
+    [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;
 
 protected:
+    [[nodiscard]] virtual const MapDisplay& mapDisplay() const = 0;
     [[nodiscard]] virtual MapDisplay& mapDisplay() = 0;
     // After the step of a cell: how it is drawn anew, and what else then happens.
     virtual void redrawCell(int cell);
@@ -55,8 +61,10 @@ protected:
 
 private:
     [[nodiscard]] GridRules connected(GridRules rules);
+    [[nodiscard]] double shownNumber(int cell) const { return mapDisplay().readingOf(cell, editedByte(cell)).number; }
 
     const MapImages& images_;
+    MapNoun noun_;
     controls::Frame mapFrame_;
     MapGrid mapGrid_;
     controls::CommandButton readButton_, sendButton_;

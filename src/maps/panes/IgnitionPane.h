@@ -24,6 +24,7 @@ public:
     void ignKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
 
 private:
+    [[nodiscard]] const MapDisplay& mapDisplay() const override { return display_; }
     [[nodiscard]] MapDisplay& mapDisplay() override { return display_; }
 
     IgnitionDisplay display_;

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
+
+#include "maps/grid/StatusWords.h"
 
 namespace korvane::maps {
 
@@ -29,6 +33,11 @@ public:
     virtual void showLoadedTune() {}
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
+
+    // For the status line: a cell of its grid, the block that is selected in it, the cells that were not sent.
+    [[nodiscard]] virtual std::string cellStatus(int cell) { return static_cast<void>(cell), std::string(); }
+    [[nodiscard]] virtual std::string blockStatus() const { return {}; }
+    [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }
 
 protected:
     [[nodiscard]] PaneWindow& paneWindow() const { return window_; }

@@ -1,5 +1,9 @@
 #include "maps/panes/PaneWindow.h"
 
+#include <array>
+
+#include "controls/PropertyTable.h"
+#include "maps/panes/MapStatus.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
@@ -26,10 +30,37 @@ void sizeCells(MapGrid& grid, bool small, bool bold) {
     size(grid.rowLabels);
 }
 
+// A choice of the look, as a property of the window.
+template <auto Choice>
+constexpr controls::PropertyInfo lookProperty(std::string_view name) {
+    return {name,
+            [](const controls::Object& object) -> controls::Value {
+                return (dynamic_cast<const PaneWindow&>(object).look.*Choice).get();
+            },
+            [](controls::Object& object, const controls::Value& value) {
+                (dynamic_cast<PaneWindow&>(object).look.*Choice) = controls::detail::fromValue<bool>(value);
+            }};
+}
+
+template <auto Text>
+controls::Value statusText(const controls::Object& object) {
+    return statusOf(dynamic_cast<const PaneWindow&>(object)).*Text;
+}
+
+constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
+                                 lookProperty<&GridLook::AlignNumbers>("AlignNumbers"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus")};
+
 }  // namespace
 
 PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, const Title& title, MapGeometry shape)
-    : Window(machine, title.name), geometry(shape), context_(context), line_(*this, context) {
+    : Window(machine, title.name),
+      look(machine.preferences),
+      geometry(shape),
+      context_(context),
+      line_(*this, context) {
     Caption = title.caption;
     Width = kWidth;
     Height = kHeight;
@@ -65,6 +96,10 @@ void PaneWindow::initialReads() {
     for (auto* pane : panes_) {
         pane->readPane();
     }
+}
+
+std::vector<std::span<const controls::PropertyInfo>> PaneWindow::propertyTables() const {
+    return controls::withTable<Window>(*this, kProperties);
 }
 
 void PaneWindow::sizeFonts(int screenWidth) {

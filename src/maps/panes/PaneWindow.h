@@ -11,6 +11,7 @@
 #include "controls/Timer.h"
 #include "controls/Window.h"
 #include "link/Windows.h"
+#include "maps/grid/GridLook.h"
 #include "maps/grid/MapGeometry.h"
 #include "maps/grid/MapGrid.h"
 #include "maps/panes/MapPane.h"
@@ -37,6 +38,8 @@ public:
     controls::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};  // edits go to the running engine at once
     controls::Timer Timer1{*this, "Timer1", true, 333};              // focus and panes
 
+    GridLook look;
+
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
 
@@ -53,6 +56,9 @@ public:
     void tell(const std::string& text);
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
+
+    // Beside those of all windows, how the grids look and what the status line says.
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
     // Called when the window is unloaded.
     std::function<void()> Closed;

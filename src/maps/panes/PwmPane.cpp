@@ -13,7 +13,8 @@ constexpr int kFirstEditedCell = 64;  // those before it are no cells that the E
 constexpr GridPaneNames kNames{{"FramePWM", "PWM [ms]"},
                                {"txtPWM", "lblRpmP", "lblMapP"},
                                {"btnReadPWM", "Read PWM values"},
-                               {"btnSavePWM", "Save PWM values"}};
+                               {"btnSavePWM", "Save PWM values"},
+                               {"PWM", "PWM", "ms"}};
 
 }  // namespace
 

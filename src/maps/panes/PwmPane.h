@@ -28,6 +28,7 @@ public:
     void acceptLoadedTune(bool withPwm) override;
 
 private:
+    [[nodiscard]] const MapDisplay& mapDisplay() const override { return display_; }
     [[nodiscard]] MapDisplay& mapDisplay() override { return display_; }
     void redrawCell(int cell) override;
 

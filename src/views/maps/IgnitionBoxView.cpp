@@ -6,6 +6,7 @@
 
 #include "views/maps/BoxParts.h"
 #include "views/maps/MapParts.h"
+#include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 
@@ -60,13 +61,15 @@ IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock
     columns.addLayout(&makeLeft(), 1);
     columns.addLayout(&makeRight());
     rows.addLayout(&columns, 1);
+    rows.addWidget(&makeMapStatusLine(maps_, binder(), &content()));
     orderTabs();
     fitTexts();
 }
 
 QLayout& IgnitionBoxView::makeLeft() {
     auto& left = makeLayout<QVBoxLayout>();
-    left.addWidget(&makeGridCard(maps_.FrameIgn, maps_.ign, QStringLiteral("Ignition"), binder(), &content()), 1);
+    left.addWidget(&GridCards(maps_, binder()).make(maps_.FrameIgn, maps_.ign, QStringLiteral("Ignition"), &content()),
+                   1);
     left.addLayout(&makeGroups());
     return left;
 }

@@ -50,6 +50,7 @@ public:
             showCell(cell);
         }
         changed_.clear();
+        view_.fitLook();
         if (labelsChanged_) {
             showLabels();
         }

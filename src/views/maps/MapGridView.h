@@ -3,57 +3,65 @@
 
 #include <QWidget>
 
-#include <array>
-#include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
-#include "controls/Color.h"
 #include "maps/grid/MapGeometry.h"
-#include "views/widgets/values/TabularText.h"
+#include "maps/grid/Selection.h"
+#include "views/maps/GridCellPainter.h"
+#include "views/maps/GridDigits.h"
+#include "views/maps/GridLabels.h"
+#include "views/maps/MapGridLayout.h"
 
 namespace korvane::views {
 
 // Cells count as those of the grid, row by row from 0; asking for one outside it throws std::out_of_range.
-class MapGridView : public QWidget {
+class MapGridView : public QWidget, private SharedDigits::Grid {
 public:
-    struct Cell {
-        QString text;
-        controls::Color back = controls::kWhite;
-        controls::Color fore = controls::kBlack;
-        bool bold = false;
-        bool enabled = true;
-
-        friend bool operator==(const Cell&, const Cell&) = default;
-    };
-    struct Label {
-        QString text;
-        bool bold = false;
-
-        friend bool operator==(const Label&, const Label&) = default;
-    };
+    using Cell = GridCell;
+    using Label = GridLabel;
 
     MapGridView(maps::MapGeometry geometry, QWidget* parent);
+    ~MapGridView() override;
 
     void setCell(int cell, Cell look);
     [[nodiscard]] const Cell& cell(int cell) const { return cells_.at(static_cast<std::size_t>(cell)); }
     void setColumnLabel(int column, Label label);
     void setRowLabel(int row, Label label);
-    [[nodiscard]] const Label& columnLabel(int column) const {
-        return columnLabels_.at(static_cast<std::size_t>(column));
-    }
-    [[nodiscard]] const Label& rowLabel(int row) const { return rowLabels_.at(static_cast<std::size_t>(row)); }
+    [[nodiscard]] const Label& columnLabel(int column) const { return labels_.column(column); }
+    [[nodiscard]] const Label& rowLabel(int row) const { return labels_.row(row); }
     // Of the usual text, for screens on which the cells are small.
     void setTextScale(double scale);
+    // The numbers get the size of those of the other grids that share it.
+    void shareDigits(std::shared_ptr<SharedDigits> shared);
+
     // The cell that is marked while the widget has the focus.
     void setFocusCell(std::optional<int> cell);
     [[nodiscard]] std::optional<int> focusCell() const { return focusCell_; }
+    // The cell with a ring: the engine runs there now.
+    void setEngineCell(std::optional<int> cell);
+    [[nodiscard]] std::optional<int> engineCell() const { return engineCell_; }
+    // The cells with an outline: the selected block.
+    void setBlock(std::optional<maps::CellRange> block);
+    [[nodiscard]] std::optional<maps::CellRange> block() const { return block_; }
 
-    [[nodiscard]] const maps::MapGeometry& geometry() const { return geometry_; }
+    // A bar in each cell by how high its number is; the bars follow the numbers with fitLook().
+    void setTinted(bool tinted);
+    // The numbers' decimal points below each other.
+    void setAligned(bool aligned);
+    // After cells have changed.
+    void fitLook();
+    // Of maps::heatLevels(); nothing while there are no bars.
+    [[nodiscard]] std::optional<int> heatOf(int cell) const;
+    // The pixel size of the numbers.
+    [[nodiscard]] int digitPixels() const { return digitPixels_; }
+
+    [[nodiscard]] const maps::MapGeometry& geometry() const { return layout_.geometry(); }
     // Nothing where there are labels.
-    [[nodiscard]] std::optional<int> cellAt(QPoint point) const;
-    [[nodiscard]] QRect cellRect(int cell) const;
-    // "Fuel 1500 rpm 10-20", and what its colours say.
+    [[nodiscard]] std::optional<int> cellAt(QPoint point) const { return layout_.cellAt(point); }
+    [[nodiscard]] QRect cellRect(int cell) const { return layout_.cellRect(cell); }
+    // "Fuel 1500 rpm 10-20", and what its colours and marks say.
     [[nodiscard]] QString nameOf(int cell) const;
     [[nodiscard]] QString stateOf(int cell) const;
 
@@ -63,53 +71,46 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    struct Colors {
-        QColor back, fore;
-    };
-
     [[nodiscard]] int usualPixels() const;
-    [[nodiscard]] QSize sizeFor(int cellWidth, int cellHeight) const;
-    [[nodiscard]] int rowLabelWidth() const;
-    [[nodiscard]] int headerHeight() const;
-    [[nodiscard]] QRect columnLabelRect(int column) const;
-    [[nodiscard]] QRect rowLabelRect(int row) const;
-    [[nodiscard]] Colors colorsOf(const Cell& cell) const;
+    [[nodiscard]] QSize sizeFor(double cellWidth, double cellHeight) const;
+    [[nodiscard]] std::optional<int> markedCell() const { return hasFocus() ? focusCell_ : std::nullopt; }
 
     void layOut();
     void fitText();
-    void countText(const QString& text, int change);
-    [[nodiscard]] int longestText() const;
+    void tellRoom();
+    [[nodiscard]] DigitRoom ownRoom() const;
+    void sharedRoomChanged() override;
+    void alignTexts();
+    [[nodiscard]] std::vector<int> levels() const;
     void repaintCell(int cell);
     void repaintMark();
+    void repaintBlock();
     void announce(int cell) const;
+    void paintCells(QPainter& painter, const QRegion& region) const;
 
-    void paintCell(QPainter& painter, int cell) const;
-    void paintText(QPainter& painter, const QRect& place, const Cell& cell, const Colors& colors) const;
-    void paintMark(QPainter& painter) const;
-    void paintLabels(QPainter& painter, const QRegion& region) const;
-    void paintLabel(QPainter& painter, const QRect& place, const Label& label, Qt::Alignment alignment,
-                    bool marked) const;
-
-    maps::MapGeometry geometry_;
+    MapGridLayout layout_;
+    GridLabels labels_;
+    GridCellPainter painter_;
     std::vector<Cell> cells_;
-    std::vector<Label> columnLabels_;
-    std::vector<Label> rowLabels_;
-    double textScale_ = 1;
     std::optional<int> focusCell_;
-    // How many cells have a text of each length; longer ones count as the last.
-    std::array<int, 7> lengths_{};
+    std::optional<int> engineCell_;
+    std::optional<maps::CellRange> block_;
 
-    // Where columns and rows begin, with the end of the last.
-    std::vector<int> columns_;
-    std::vector<int> rows_;
-    TabularText plain_, bold_;
-    TabularText plainLabel_, boldLabel_;
-    int changes_ = 0;  // cells that wait to be painted
+    GridTexts texts_;
+    std::shared_ptr<SharedDigits> shared_;
+    double textScale_ = 1;
+    int digitPixels_ = 0;
+    bool aligned_ = false;
+    std::vector<int> heat_;     // the level of each cell; empty without bars
+    bool textsChanged_ = true;  // since fitLook()
+    int changes_ = 0;           // cells that wait to be painted
 };
 
 }  // namespace korvane::views

@@ -8,6 +8,7 @@
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
 #include "views/frame/WindowView.h"
+#include "views/maps/GridMarksBinding.h"
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/Child.h"
@@ -37,14 +38,16 @@ QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidg
 
 }  // namespace
 
-Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent) {
+Card& GridCards::make(controls::Frame& frame, maps::MapGrid& grid, const QString& name, QWidget* parent) {
     auto& card = child<Card>(parent);
     auto& inside = child<QVBoxLayout>(&card);
     auto& view = child<MapGridView>(&card, grid.geometry);
     view.setAccessibleName(name);
     inside.addWidget(&view);
-    binder.bind(frame, card);
-    bindGrid(binder, grid, view);
+    binder_.bind(frame, card);
+    bindGrid(binder_, grid, view);
+    bindMarks(binder_, grid, window_.look, view);
+    view.shareDigits(digits_);
     card.fitMargins();
     return card;
 }

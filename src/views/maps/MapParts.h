@@ -7,20 +7,33 @@
 #include <QWidget>
 
 #include <array>
+#include <memory>
 
 #include "maps/panes/AnalyserPane.h"
 #include "maps/panes/FilePane.h"
 #include "maps/panes/MiscPane.h"
 #include "maps/panes/ToolPane.h"
 #include "views/frame/Binder.h"
+#include "views/maps/GridDigits.h"
 #include "views/widgets/Card.h"
 
 namespace korvane::views {
 
 class WindowView;
 
-// A frame and the grid that fills it; `name` is the map's name for screen readers.
-Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& name, Binder& binder, QWidget* parent);
+// Makes the cards of a window's grids, which write their numbers in one size.
+class GridCards {
+public:
+    GridCards(maps::PaneWindow& window, Binder& binder) : window_(window), binder_(binder) {}
+
+    // A frame and the grid that fills it; `name` is the map's name for screen readers.
+    Card& make(controls::Frame& frame, maps::MapGrid& grid, const QString& name, QWidget* parent);
+
+private:
+    maps::PaneWindow& window_;
+    Binder& binder_;
+    std::shared_ptr<SharedDigits> digits_ = std::make_shared<SharedDigits>();
+};
 
 // The text of the window's caption, the progress of a transfer, and the buttons for files and tools.
 struct MapBar {

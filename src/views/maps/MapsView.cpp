@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QTabBar>
 
+#include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
 #include "views/widgets/Spacing.h"
@@ -71,6 +72,7 @@ void MapsView::addLive(PairCard& card) {
 
 FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(window, clock) {
     addPanes(window);
+    left().addWidget(&makeMapStatusLine(window, binder(), &content()));
     addCommands(window);
     addLowerCards();
     orderTabs(
@@ -84,8 +86,9 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(wi
 
 // The PWM pane lies over the ignition grid, the analyser in its place.
 void FrmMapsView::addPanes(maps::FrmMaps& window) {
+    GridCards cards(window, binder());
     const auto card = [&](auto& frame, auto& grid, const char* name, QWidget* parent) -> QWidget& {
-        return makeGridCard(frame, grid, QString::fromLatin1(name), binder(), parent);
+        return cards.make(frame, grid, QString::fromLatin1(name), parent);
     };
     left().addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &content()), 1);
     auto& stack = child<PaneStack>(&content());
@@ -122,6 +125,7 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
 FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& clock) : MapsView(window, clock) {
     addTabs(window);
     addPages(window);
+    left().addWidget(&makeMapStatusLine(window, binder(), &content()));
     addCommands(window);
     addLowerCards();
     orderTabs({&window.TabStrip1, &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode,
@@ -147,12 +151,13 @@ void FrmMapsLargeView::addTabs(maps::FrmMaps_Large& window) {
 void FrmMapsLargeView::addPages(maps::FrmMaps_Large& window) {
     auto& stack = child<PaneStack>(&content());
     left().addWidget(&stack, 1);
+    GridCards cards(window, binder());
     const auto addPage = [&](int index, auto& frame, auto& grid, const char* name) {
         auto& page = stack.addPage();
         auto& pane = child<QWidget>(&page);
         layoutIn<QVBoxLayout>(&page).addWidget(&pane);
         binder().bindContainer(window.picOptions(index), pane);
-        auto& card = makeGridCard(frame, grid, QString::fromLatin1(name), binder(), &pane);
+        auto& card = cards.make(frame, grid, QString::fromLatin1(name), &pane);
         layoutIn<QVBoxLayout>(&pane).addWidget(&card);
         stack.watch(pane);
     };

@@ -1,0 +1,71 @@
+#include "maps/grid/StatusWords.h"
+
+#include <cmath>
+
+#include "core/Numbers.h"
+
+namespace korvane::maps {
+
+namespace {
+
+// `now`, and what it was where that differs.
+template <class Number>
+std::string withOld(Number now, Number old, std::string_view unit) {
+    std::string words = core::textOf(now) + std::string(unit);
+    return now == old ? words : words + " (was " + core::textOf(old) + ")";
+}
+
+std::string joined(const std::string& words) {
+    return words.empty() ? words : "; " + words;
+}
+
+std::string cells(int count) {
+    return core::textOf(count) + (count == 1 ? " cell" : " cells");
+}
+
+// "not sent: 12 fuel, 3 ignition"
+std::string listed(std::string_view what, std::span<const UnsentOfMap> maps, int UnsentCells::*count) {
+    std::string words;
+    for (const auto& [map, cells] : maps) {
+        if (cells.*count > 0) {
+            words += (words.empty() ? "" : ", ") + core::textOf(cells.*count) + " " + std::string(map);
+        }
+    }
+    return words.empty() ? words : std::string(what) + ": " + words;
+}
+
+}  // namespace
+
+std::string placeWords(MapGeometry shape, int cell) {
+    const int row = cell / shape.columns;
+    return core::textOf(shape.rpmOf(cell)) + " RPM, " + core::textOf(row * 10) + "-" + core::textOf((row + 1) * 10) +
+           " %";
+}
+
+std::string cellWords(const MapNoun& map, MapGeometry shape, int cell, const CellFacts& facts) {
+    const auto& [edited, received, tooLong, power, injectorSize] = facts;
+    std::string words = std::string(map.title) + ", " + placeWords(shape, cell) + ": " +
+                        withOld(edited.number, received.number, " " + std::string(map.unit)) + ", count " +
+                        withOld(int{edited.count}, int{received.count}, "");
+    if (power) {
+        words += ", " + core::textOf(*power) + " hp with " + core::textOf(injectorSize) + " cc";
+    }
+    if (tooLong) {
+        words += ", too long for this speed";
+    }
+    return words;
+}
+
+// The numbers of cells have three decimals.
+std::string blockWords(const MapNoun& map, CellRange range, double sum) {
+    return std::string(map.title) + " block of " + cells(range.last - range.first + 1) + ", sum " +
+           core::textOf(std::round(sum * 1000) / 1000) + " " + std::string(map.unit);
+}
+
+std::string unsentWords(std::span<const UnsentOfMap> maps) {
+    std::string words = listed("Not sent", maps, &UnsentCells::unsent);
+    return words.empty() ? listed("Not stored", maps, &UnsentCells::unstored)
+                         : words + joined(listed("not stored", maps, &UnsentCells::unstored));
+}
+
+}  // namespace korvane::maps

@@ -1,0 +1,50 @@
+// What the status line of a map window says of a cell, a block and the cells that were not sent.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "maps/grid/MapGeometry.h"
+#include "maps/grid/Selection.h"
+#include "maps/transfer/UnsentCells.h"
+
+namespace korvane::maps {
+
+// What a map is called, and the unit of its numbers; string literals.
+struct MapNoun {
+    std::string_view title;   // "Fuel"
+    std::string_view inside;  // "fuel", within a sentence
+    std::string_view unit;    // "ms"
+};
+
+// A cell's value and the count behind it.
+struct CellValue {
+    double number = 0;
+    std::uint8_t count = 0;
+};
+
+struct CellFacts {
+    CellValue edited;
+    CellValue received;
+    bool tooLong = false;              // a pulse that the engine's speed leaves no time for
+    std::optional<double> power = {};  // horsepower that the pulse is good for
+    float injectorSize = 0;            // ccm per minute
+};
+
+// "2500 RPM, 20-30 %"
+[[nodiscard]] std::string placeWords(MapGeometry shape, int cell);
+// "Fuel, 2500 RPM, 20-30 %: 4.35 ms (was 4.2), count 87 (was 84), 38.5 hp with 550 cc"
+[[nodiscard]] std::string cellWords(const MapNoun& map, MapGeometry shape, int cell, const CellFacts& facts);
+// "Fuel block of 24 cells, sum 103.2 ms"
+[[nodiscard]] std::string blockWords(const MapNoun& map, CellRange range, double sum);
+// "Not sent: 12 fuel, 3 ignition; not stored: 1 PWM"; empty for none.
+struct UnsentOfMap {
+    std::string_view map;  // within a sentence
+    UnsentCells cells;
+};
+[[nodiscard]] std::string unsentWords(std::span<const UnsentOfMap> maps);
+
+}  // namespace korvane::maps

@@ -1,0 +1,20 @@
+// What the status line of a map window says at the moment.
+#pragma once
+
+#include <string>
+
+namespace korvane::maps {
+
+class PaneWindow;
+
+// Each empty where there is nothing to say.
+struct MapStatus {
+    std::string cell;    // of the cell with the focus
+    std::string block;   // of a selected block, first that of the grid with the focus
+    std::string unsent;  // how many edited cells of each map the ECU does not have, or has not stored
+};
+
+// Says nothing at all while a number can't be drawn either.
+[[nodiscard]] MapStatus statusOf(const PaneWindow& window);
+
+}  // namespace korvane::maps
