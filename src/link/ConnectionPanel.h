@@ -8,6 +8,7 @@
 #include "controls/Controls.h"
 #include "controls/MSComm.h"
 #include "controls/Timer.h"
+#include "link/FrameWitness.h"
 #include "link/ReceiveMachine.h"
 
 namespace korvane::link {
@@ -46,6 +47,7 @@ struct ConnectionPanel {
     bool isConnected = false;
     std::array<std::string, 7> baudSettings;
     ReceiveMachine receiver;
+    FrameWitnesses witnesses;        // of each frame that the dispatcher gets
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
 };
 
