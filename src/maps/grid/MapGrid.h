@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "controls/Controls.h"
+#include "maps/grid/GridFill.h"
 #include "maps/grid/MapGeometry.h"
 
 namespace korvane::maps {
@@ -34,6 +35,8 @@ public:
     // The selected block by 1-based cell numbers (cell index + 1); 0 means none. A block needs both.
     std::int16_t SelFirst = 0;
     std::int16_t SelLast = 0;
+
+    GridFill fill;
 
     // Puts a cell under its column label and beside its row label.
     void place();

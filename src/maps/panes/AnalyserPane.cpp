@@ -86,6 +86,7 @@ void AnalyserPane::tickPane() {
 }
 
 void AnalyserPane::fillTargets() {
+    analys.fill.NeverRead = false;
     for (auto& cell : analys.cells) {
         cell.Text = kDefaultTarget;
         cell.ToolTipText = kDefaultTarget;

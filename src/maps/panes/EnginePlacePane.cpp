@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "maps/Frm3Dmap.h"
+
 namespace korvane::maps {
 
 EnginePlacePane::EnginePlacePane(PaneWindow& window, std::vector<MapGrid*> grids)
@@ -14,6 +16,9 @@ void EnginePlacePane::updateMapPlace() {
     }
     markCell(tables.MapPlace, controls::kRed);
     tables.PrevMapPlace = tables.MapPlace;
+    paneWindow().showNotes();
+    paneWindow().context().frm3Dmap.engineAt(paneWindow().geometry.has(tables.MapPlace) ? tables.MapPlace
+                                                                                        : Marks3D::kNoCell);
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

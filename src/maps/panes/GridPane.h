@@ -32,6 +32,7 @@ public:
     GridPane(PaneWindow& window, const GridPaneNames& names, const MapImages& images, GridRules rules);
 
     [[nodiscard]] MapGrid* paneGrid() override { return &mapGrid_; }
+    [[nodiscard]] const MapImages* paneImages() const override { return &images_; }
     void loadPane(std::int32_t features) override;
 
 protected:

@@ -1,5 +1,6 @@
 #include "maps/panes/PaneWindow.h"
 
+#include "maps/Frm3Dmap.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
@@ -35,6 +36,7 @@ PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, co
     Height = kHeight;
     chkOnlineChanges.Caption = "Realtime changes";
     Timer1.Tick = [this] {
+        showNotes();
         followEngine();
         for (auto* pane : panes_) {
             pane->tickPane();
@@ -48,10 +50,13 @@ void PaneWindow::Form_Load() {
         pane->loadPane(context_.tables.Features);
     }
     arrangePanes();
+    showNotes();
     isFormLoaded = true;
 }
 
 bool PaneWindow::Form_Unload() {
+    context_.frm3Dmap.focusAt(0, Marks3D::kNoCell);
+    context_.frm3Dmap.engineAt(Marks3D::kNoCell);
     if (Closed) {
         Closed();
     }
@@ -87,6 +92,17 @@ void PaneWindow::focusOn(MapGrid& grid) {
     if (grid.geometry.has(place)) {
         setFocus(&grid(place));
     }
+}
+
+void PaneWindow::showNotes() {
+    const auto& tables = context_.tables;
+    const int place = tables.MapPlace;
+    LiveStrip::Cell cell;
+    if (geometry.has(place)) {
+        cell = {pulseOf(place), context_.analyser.Setpointget(place)};
+    }
+    liveStrip.show(tables, cell);
+    sizeNote.Text = maps::sizeNote(tables.SWType, geometry);
 }
 
 void PaneWindow::tell(const std::string& text) {

@@ -13,6 +13,8 @@
 #include "link/Windows.h"
 #include "maps/grid/MapGeometry.h"
 #include "maps/grid/MapGrid.h"
+#include "maps/notes/LiveStrip.h"
+#include "maps/notes/SizeNote.h"
 #include "maps/panes/MapPane.h"
 #include "maps/transfer/MapContext.h"
 #include "maps/transfer/MapLine.h"
@@ -40,6 +42,11 @@ public:
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
 
+    LiveStrip liveStrip;
+    SizeNote sizeNote;
+    // Brings both up to date.
+    void showNotes();
+
     void setCaption(std::string_view caption) override { Caption = caption; }
     // What the panes read when the window has opened, in their order; nothing with the port closed.
     void initialReads();
@@ -66,6 +73,11 @@ protected:
     // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
     virtual void followEngine() {}
     void focusOn(MapGrid& grid);
+    // What the window's fuel map shows in a cell of it; empty without a fuel map.
+    [[nodiscard]] virtual std::string_view pulseOf(int cell) {
+        static_cast<void>(cell);
+        return {};
+    }
 
 private:
     // Small cells on a small screen, bold ones on a wide one.
