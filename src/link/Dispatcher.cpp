@@ -20,7 +20,7 @@ namespace {
 
 using core::checked;
 
-constexpr std::size_t kHalf = 160;  // cells that one map frame carries
+constexpr std::size_t kHalf = EcuMap::kHalf;
 constexpr int kFlashMilliseconds = 100;
 constexpr int kIdentityPause = 300;
 constexpr std::size_t kCaptionWidth = 30;
@@ -79,6 +79,7 @@ void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
 }
 
 void Dispatcher::deviceStarted(Payload) {
+    panel_.ecuMaps.restarted();
     panel_.window.Caption = "Korvane Tuner v1.3 by Dulmer,   Device started " + timeText();
 }
 
@@ -133,6 +134,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 
 void Dispatcher::fuelFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
+    panel_.ecuMaps.fuel.read(0, payload.first(kHalf));
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     requestSecondHalf(kFuelMap.askSecondHalf);
     setMapCaption("Received 50% Fuel map ");
@@ -140,18 +142,21 @@ void Dispatcher::fuelFirstHalf(Payload payload) {
 
 void Dispatcher::fuelSecondHalf(Payload payload) {
     fillHalf(payload, kHalf, tables_.FuelMapIn, tables_.FuelMapOut);
+    panel_.ecuMaps.fuel.read(kHalf, payload.first(kHalf));
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     setMapCaption("Received 100% Fuel map ");
 }
 
 void Dispatcher::ignitionFirstHalf(Payload payload) {
     fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
+    panel_.ecuMaps.ignition.read(0, payload.first(kHalf));
     showIgnitionMap();
     requestSecondHalf(kIgnitionMap.askSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {
     fillHalf(payload, kHalf, tables_.IgnMapIn, tables_.IgnMapOut);
+    panel_.ecuMaps.ignition.read(kHalf, payload.first(kHalf));
     showIgnitionMap();
 }
 
@@ -170,6 +175,7 @@ void Dispatcher::requestSecondHalf(std::uint8_t command) {
 // The other three set the caption first: with no map window open their count is lost with the error.
 void Dispatcher::fuelSent(Payload payload) {
     if (!refused(payload)) {
+        panel_.ecuMaps.fuel.acknowledged(0);
         tables_.FuelSendAcks = core::toInt16(tables_.FuelSendAcks + 1);
         setMapCaption("Sent 50% of Inj map ");
     }
@@ -177,6 +183,7 @@ void Dispatcher::fuelSent(Payload payload) {
 
 void Dispatcher::fuelSecondHalfSent(Payload payload) {
     if (!refused(payload)) {
+        panel_.ecuMaps.fuel.acknowledged(kHalf);
         setMapCaption("Sent 100% of Inj map ");
         tables_.FuelSendAcks = core::toInt16(tables_.FuelSendAcks + 10);
     }
@@ -184,6 +191,7 @@ void Dispatcher::fuelSecondHalfSent(Payload payload) {
 
 void Dispatcher::ignitionSent(Payload payload) {
     if (!refused(payload)) {
+        panel_.ecuMaps.ignition.acknowledged(0);
         setMapCaption("Sent 50% of Ign map ");
         tables_.IgnSendAcks = core::toInt16(tables_.IgnSendAcks + 1);
     }
@@ -191,6 +199,7 @@ void Dispatcher::ignitionSent(Payload payload) {
 
 void Dispatcher::ignitionSecondHalfSent(Payload payload) {
     if (!refused(payload)) {
+        panel_.ecuMaps.ignition.acknowledged(kHalf);
         setMapCaption("Sent 100% of Ign map ");
         tables_.IgnSendAcks = core::toInt16(tables_.IgnSendAcks + 10);
     }
@@ -217,6 +226,7 @@ void Dispatcher::pwmCell(Payload payload) {
     const std::uint8_t value = checked(payload, 1);
     checked(tables_.PwmMapIn, cell) = value;
     checked(tables_.PwmMapOut, cell) = value;
+    panel_.ecuMaps.pwm.read(cell, payload.subspan(1, 1));
     part<PwmMapPart>(windows_.curMapWindow).populatePWMOUT();
 }
 

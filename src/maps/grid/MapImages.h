@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/tables/SharedTables.h"
+#include "link/EcuMap.h"
 #include "maps/Frm3Dmap.h"
 
 namespace korvane::maps {
@@ -11,12 +12,19 @@ namespace korvane::maps {
 struct MapImages {
     core::MapImage core::SharedTables::*received;
     core::MapImage core::SharedTables::*edited;
+    link::EcuMap link::EcuMaps::*inEcu;
     std::int32_t number;  // as Update3D takes it
+    // The cells that a write sends.
+    int firstSent = 0;
+    int lastSent = static_cast<int>(core::kMapSize) - 1;
 };
 
-inline constexpr MapImages kFuelImages{&core::SharedTables::FuelMapIn, &core::SharedTables::FuelMapOut, kFuelTable};
+inline constexpr MapImages kFuelImages{&core::SharedTables::FuelMapIn, &core::SharedTables::FuelMapOut,
+                                       &link::EcuMaps::fuel, kFuelTable};
 inline constexpr MapImages kIgnitionImages{&core::SharedTables::IgnMapIn, &core::SharedTables::IgnMapOut,
-                                           kIgnitionTable};
-inline constexpr MapImages kPwmImages{&core::SharedTables::PwmMapIn, &core::SharedTables::PwmMapOut, kPwmTable};
+                                           &link::EcuMaps::ignition, kIgnitionTable};
+// Three cells that are disabled in the grid are sent too.
+inline constexpr MapImages kPwmImages{
+    &core::SharedTables::PwmMapIn, &core::SharedTables::PwmMapOut, &link::EcuMaps::pwm, kPwmTable, 61, 159};
 
 }  // namespace korvane::maps

@@ -14,8 +14,8 @@ public:
     RealtimeChanges(const controls::CheckBox& enabled, controls::MSComm& port) : enabled_(enabled), port_(port) {}
 
     // Sends nothing while the box is unticked or the port closed, and nothing for a cell above 255, which the command
-    // can't name: that one is sent with the whole map.
-    void send(std::uint8_t command, int cell, std::uint8_t value) const;
+    // can't name: that one is sent with the whole map. True when the edit was sent.
+    [[nodiscard]] bool send(std::uint8_t command, int cell, std::uint8_t value) const;
 
 private:
     const controls::CheckBox& enabled_;

@@ -27,7 +27,10 @@ void WholeMapPane::showLoadedTune() {
 }
 
 void WholeMapPane::cellEdited(int cell) {
-    realtime_.send(map_.commands.changeCell, cell, editedByte(cell));
+    const std::uint8_t byte = editedByte(cell);
+    if (realtime_.send(map_.commands.changeCell, cell, byte)) {
+        (paneWindow().context().connection.ecuMaps.*map_.images.inEcu).changed(static_cast<std::size_t>(cell), byte);
+    }
 }
 
 }  // namespace korvane::maps

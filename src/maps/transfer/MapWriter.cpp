@@ -1,6 +1,7 @@
 #include "maps/transfer/MapWriter.h"
 
 #include "link/Commands.h"
+#include "maps/grid/MapImages.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
@@ -19,7 +20,7 @@ constexpr int kBothAcks = 11;
 }  // namespace
 
 struct MapWriter::Kind {
-    core::MapImage core::SharedTables::*image;
+    const MapImages& images;
     std::int16_t core::SharedTables::*acks;
     const link::MapCommands& commands;
     bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
@@ -28,7 +29,7 @@ struct MapWriter::Kind {
 };
 
 const MapWriter::Kind MapWriter::kFuel{
-    .image = &core::SharedTables::FuelMapOut,
+    .images = kFuelImages,
     .acks = &core::SharedTables::FuelSendAcks,
     .commands = link::kFuelMap,
     .pollsBeforeCommit = false,
@@ -36,7 +37,7 @@ const MapWriter::Kind MapWriter::kFuel{
     .done = "Fuel kartta lähetetty ja talletettu autoon",
 };
 const MapWriter::Kind MapWriter::kIgnition{
-    .image = &core::SharedTables::IgnMapOut,
+    .images = kIgnitionImages,
     .acks = &core::SharedTables::IgnSendAcks,
     .commands = link::kIgnitionMap,
     .pollsBeforeCommit = true,
@@ -68,7 +69,7 @@ void MapWriter::writeWhole() {
         line_.stopPoll();
     }
     line_.wait(kCommitPause);
-    line_.send({kind_.commands.store});
+    store();
     line_.wait(kCommitPause);
     line_.startPoll();
     line_.show(kind_.done);
@@ -86,7 +87,7 @@ void MapWriter::writeHalves() {
     if (acknowledged(kBothAcks, kSecondAckTurns)) {
         line_.stopPoll();
         line_.wait(kCommitPause);
-        line_.send({kind_.commands.store});
+        store();
         line_.show(kind_.done);
     }
     line_.wait(kCommitPause);
@@ -101,12 +102,22 @@ void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progre
             line_.wait(kBytePause);
             continue;
         }
-        const std::uint8_t byte = (tables_.*kind_.image)[cell++];
+        const std::uint8_t byte = (tables_.*kind_.images.edited)[cell];
         line_.wait(kBytePause);
         line_.send({byte});
+        inEcu().sending(cell++, byte);
         progress.step();
     }
     line_.send({link::complement(command)});
+}
+
+void MapWriter::store() {
+    line_.send({kind_.commands.store});
+    inEcu().stored();
+}
+
+link::EcuMap& MapWriter::inEcu() {
+    return window_.context().connection.ecuMaps.*kind_.images.inEcu;
 }
 
 bool MapWriter::acknowledged(int count, int turns) {

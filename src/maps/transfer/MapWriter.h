@@ -29,6 +29,8 @@ public:
 private:
     void writeWhole();
     void writeHalves();
+    void store();
+    [[nodiscard]] link::EcuMap& inEcu();
     void sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress);
     // Whether the count of acknowledgements reached `count` within so many turns of 5 ms.
     [[nodiscard]] bool acknowledged(int count, int turns);

@@ -4,15 +4,15 @@
 #include "core/Numbers.h"
 #include "fields/Progress.h"
 #include "link/Commands.h"
+#include "maps/grid/MapImages.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::maps {
 
 namespace {
 
-// Three cells that are disabled in the grid are sent too.
-constexpr int kFirstSent = 61;
-constexpr int kLastSent = 159;
+constexpr int kFirstSent = kPwmImages.firstSent;
+constexpr int kLastSent = kPwmImages.lastSent;
 constexpr int kQuietPause = 200;  // ms, for the replies that the poll has asked for
 constexpr int kCellPause = 50;    // ms
 
@@ -53,16 +53,20 @@ void PwmTransfer::send() {
         line_.wait(kCellPause);
         line_.pump();
     }
-    line_.sendIfOpen({link::kStorePwmTable, link::complement(link::kStorePwmTable), link::kRestartDevice,
-                      link::complement(link::kRestartDevice)});
+    if (line_.isOpen()) {
+        line_.send({link::kStorePwmTable, link::complement(link::kStorePwmTable), link::kRestartDevice,
+                    link::complement(link::kRestartDevice)});
+        window_.context().connection.ecuMaps.pwm.stored();
+    }
     line_.showWithTime("PWM table have been sent to ECU ");
     line_.startPoll();
 }
 
 void PwmTransfer::sendCell(int cell) {
     const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
-    if (window_.isFormLoaded) {
-        line_.sendIfOpen(link::cellCommand(link::kSendPwmCell, static_cast<std::uint8_t>(cell), value));
+    if (window_.isFormLoaded && line_.isOpen()) {
+        line_.send(link::cellCommand(link::kSendPwmCell, static_cast<std::uint8_t>(cell), value));
+        window_.context().connection.ecuMaps.pwm.changed(static_cast<std::size_t>(cell), value);
     }
     grid_(cell).ToolTipText = core::numberText(value).view();
 }
