@@ -60,13 +60,14 @@ int runUntilEnded(Session& session, platform::EventPump& pump, const Options& op
 }  // namespace
 
 int runWithDisplay(const Options& options, int& argc, char** argv) {
+    using Questions = platform::QtDialogs::Questions;
     QApplication application(argc, argv);
     QApplication::setApplicationName("korvane-tuner");
     QApplication::setApplicationDisplayName("Korvane Tuner");
     QApplication::setDesktopFileName("korvane-tuner");
     QApplication::setQuitOnLastWindowClosed(false);
     platform::QtPump pump;
-    platform::QtDialogs dialogs(pump);
+    platform::QtDialogs dialogs(pump, options.console ? Questions::LeftOut : Questions::Asked);
     ViewScreenshots screenshots;
     const QSize pixels = QApplication::primaryScreen()->size();
     const platform::Screen screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};

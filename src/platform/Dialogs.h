@@ -24,9 +24,28 @@ struct FileDialog {
     bool confirmOverwrite = true;  // saving over an existing file asks first
 };
 
+// A question of the windows themselves, which scripts never see.
+struct Question {
+    std::string title;
+    std::string text;
+    std::string yes, no;  // the buttons
+    std::string stop;     // the box that says not to ask again
+};
+
+struct Answer {
+    bool yes = true;
+    bool stop = false;
+};
+
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
+
+    // Without a user to answer it is yes. No handler of the program runs meanwhile.
+    [[nodiscard]] virtual Answer ask(const Question& question) {
+        static_cast<void>(question);
+        return {};
+    }
 
     // Shows the box and returns when the user has closed it. No handler of the program runs meanwhile.
     virtual void show(const MessageBox& box) = 0;

@@ -43,6 +43,20 @@ std::string QueuedDialogs::choose(const FileDialog& dialog) {
     return answer;
 }
 
+Answer QueuedDialogs::ask(const Question& question) {
+    record(questions_, question);
+    if (questionAnswers_.empty()) {
+        return shown_ != nullptr ? shown_->ask(question) : Answer();
+    }
+    const auto answer = questionAnswers_.front();
+    questionAnswers_.pop_front();
+    return answer;
+}
+
+std::vector<Question> QueuedDialogs::takeQuestions() {
+    return drain(questions_);
+}
+
 std::vector<MessageBox> QueuedDialogs::takeMessages() {
     return drain(messages_);
 }

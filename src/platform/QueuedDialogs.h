@@ -17,19 +17,26 @@ public:
 
     void show(const MessageBox& box) override;
     [[nodiscard]] std::string choose(const FileDialog& dialog) override;
+    [[nodiscard]] Answer ask(const Question& question) override;
 
     // What the next file dialog answers; empty is cancel. Answers queue up.
     void answerFile(std::string path) { answers_.push_back(std::move(path)); }
 
+    // What the next question is answered; it is not shown then.
+    void answerQuestion(const Answer& answer) { questionAnswers_.push_back(answer); }
+
     // What was shown since the last call.
     [[nodiscard]] std::vector<MessageBox> takeMessages();
     [[nodiscard]] std::vector<FileDialog> takeFileDialogs();
+    [[nodiscard]] std::vector<Question> takeQuestions();
 
 private:
     Dialogs* shown_;
     std::deque<std::string> answers_;
     std::deque<MessageBox> messages_;
     std::deque<FileDialog> fileDialogs_;
+    std::deque<Question> questions_;
+    std::deque<Answer> questionAnswers_;
 };
 
 }  // namespace korvane::platform

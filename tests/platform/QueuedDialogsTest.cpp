@@ -12,6 +12,7 @@ class ShownDialogs : public Dialogs {
 public:
     void show(const MessageBox& box) override { shown.push_back(box.text); }
     [[nodiscard]] std::string choose(const FileDialog&) override { return "chosen by hand"; }
+    [[nodiscard]] Answer ask(const Question&) override { return {false, false}; }
     std::vector<std::string> shown;
 };
 
@@ -51,6 +52,22 @@ TEST(QueuedDialogs, AnswersQueueUpAndAnEmptyOneIsACancel) {
     EXPECT_EQ(dialogs.choose(saveDialog()), "");
     EXPECT_EQ(dialogs.choose(saveDialog()), "b.txt");
     EXPECT_EQ(dialogs.choose(saveDialog()), "");
+}
+
+TEST(QueuedDialogs, AQuestionWithoutAUserIsAnsweredWithYes) {
+    QueuedDialogs dialogs;
+    EXPECT_TRUE(dialogs.ask({"", "leave?", "Yes", "No", "Never again"}).yes);
+    EXPECT_FALSE(dialogs.ask({"", "leave?", "Yes", "No", "Never again"}).stop);
+    EXPECT_EQ(dialogs.takeQuestions().size(), 2U);
+    EXPECT_THAT(dialogs.takeMessages(), IsEmpty());
+}
+
+TEST(QueuedDialogs, AQuestionGetsThePreparedAnswerOrTheUsers) {
+    ShownDialogs shown;
+    QueuedDialogs dialogs(&shown);
+    dialogs.answerQuestion({true, true});
+    EXPECT_TRUE(dialogs.ask({}).yes);
+    EXPECT_FALSE(dialogs.ask({}).yes);
 }
 
 TEST(QueuedDialogs, WithADisplayMessagesAreShownThereToo) {

@@ -1,7 +1,9 @@
 #include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 
@@ -74,6 +76,35 @@ TEST_F(QtDialogsTest, BoxShowsTitleTextAndIconAsPlainText) {
     });
     dialogs.show({"Sarn", "<b>8002</b> Perä", MessageIcon::Critical});
     EXPECT_TRUE(seen);
+}
+
+TEST_F(QtDialogsTest, AQuestionHasItsOwnButtonsAndTheSaferOneByDefault) {
+    whenOpen<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.text(), "3 fuel cells");
+        ASSERT_EQ(box.buttons().size(), 2);
+        EXPECT_EQ(box.defaultButton()->text().remove('&'), "Keep open");
+        EXPECT_EQ(box.escapeButton(), box.defaultButton());
+        EXPECT_EQ(box.checkBox()->text().remove('&'), "Do not ask again");
+        box.checkBox()->setChecked(true);
+        for (auto* button : box.buttons()) {
+            if (button != box.defaultButton()) {
+                button->click();
+            }
+        }
+    });
+    const auto answer = dialogs.ask({"title", "3 fuel cells", "Close", "Keep open", "Do not ask again"});
+    EXPECT_TRUE(answer.yes);
+    EXPECT_TRUE(answer.stop);
+}
+
+TEST_F(QtDialogsTest, AQuestionThatIsClosedIsAnsweredWithNo) {
+    whenOpen<QMessageBox>([](QMessageBox& box) { box.reject(); });
+    EXPECT_FALSE(dialogs.ask({"title", "3 fuel cells", "Close", "Keep open", "Do not ask again"}).yes);
+}
+
+TEST_F(QtDialogsTest, QuestionsCanBeLeftOut) {
+    QtDialogs silent(pump, QtDialogs::Questions::LeftOut);
+    EXPECT_TRUE(silent.ask({"title", "3 fuel cells", "Close", "Keep open", "Do not ask again"}).yes);
 }
 
 TEST_F(QtDialogsTest, EachIconHasItsOwn) {

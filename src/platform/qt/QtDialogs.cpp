@@ -1,10 +1,12 @@
 #include "platform/qt/QtDialogs.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 
 #include <memory>
 
@@ -68,6 +70,26 @@ void QtDialogs::show(const MessageBox& box) {
     shown->setTextFormat(Qt::PlainText);
     shown->setText(textOf(box.text));
     static_cast<void>(execute(shown));
+}
+
+// Escape and the close box are no. A question that goes with its window was not answered: that is no, too.
+Answer QtDialogs::ask(const Question& question) {
+    if (questions_ == Questions::LeftOut) {
+        return {};
+    }
+    const QtPump::Hold hold(pump_);
+    auto shown = std::make_unique<QMessageBox>(QMessageBox::Question, textOf(question.title), QString(),
+                                               QMessageBox::NoButton, QApplication::activeWindow());
+    shown->setTextFormat(Qt::PlainText);
+    shown->setText(textOf(question.text));
+    const auto* const yes = shown->addButton(textOf(question.yes), QMessageBox::AcceptRole);
+    auto* const no = shown->addButton(textOf(question.no), QMessageBox::RejectRole);
+    shown->setDefaultButton(no);
+    shown->setEscapeButton(no);
+    auto* const stop = std::make_unique<QCheckBox>(textOf(question.stop)).release();
+    shown->setCheckBox(stop);  // which owns it then
+    static_cast<void>(execute(shown));
+    return shown != nullptr ? Answer{shown->clickedButton() == yes, stop->isChecked()} : Answer{false, false};
 }
 
 std::string QtDialogs::choose(const FileDialog& dialog) {
