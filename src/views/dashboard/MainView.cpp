@@ -3,6 +3,10 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <vector>
+
+#include "maps/notes/UnsentQuestion.h"
+#include "platform/Machine.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -18,10 +22,22 @@ constexpr int kTrendStretch = 8;
 
 }  // namespace
 
-MainView::MainView(live::FrmSarn2& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
+MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
+    : FittedView(window, clock, kUsual), windows_(window.machine().windows) {
     build(window);
     orderTabs(window);
     fitTexts();
+}
+
+bool MainView::mayClose() {
+    std::vector<maps::PaneWindow*> open;
+    for (auto* window : windows_.loaded()) {
+        if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
+            open.push_back(maps);
+        }
+    }
+    leaving_ = leaving_ || maps::mayLeaveUnsent(open);
+    return leaving_;
 }
 
 void MainView::build(live::FrmSarn2& window) {
