@@ -37,7 +37,7 @@ TEST_F(LiveStripTest, ShowsTheChannelsInFixedDecimals) {
     EXPECT_EQ(strip_.Rpm.get(), "2450");
     EXPECT_EQ(strip_.Load.get(), "1.35");
     EXPECT_EQ(strip_.MixtureName.get(), "AFR");
-    EXPECT_EQ(strip_.Mixture.get(), "12.46 / 12.5");
+    EXPECT_EQ(strip_.Mixture.get(), "12.46/12.5");
     EXPECT_EQ(strip_.Throttle.get(), "30");
     EXPECT_EQ(strip_.Pulse.get(), "3.222");
     EXPECT_EQ(strip_.Duty.get(), "34.8");
@@ -100,7 +100,7 @@ TEST_F(WindowNotesTest, TheStripHasPulseAndTargetOfTheCellInUse) {
     analyser_.setpoints[35] = 12.8F;
     window_.updateMapPlace();
     EXPECT_EQ(window_.liveStrip.Pulse.get(), "2.5");
-    EXPECT_EQ(window_.liveStrip.Mixture.get(), "14.00 / 12.8");
+    EXPECT_EQ(window_.liveStrip.Mixture.get(), "14.00/12.8");
     tables_.MapPlace = 400;
     window_.updateMapPlace();
     EXPECT_EQ(window_.liveStrip.Pulse.get(), "\u2013");

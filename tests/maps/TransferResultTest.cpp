@@ -221,6 +221,27 @@ TEST_F(TransferWatchTest, LiveDataAnswersNothing) {
     EXPECT_EQ(text(), "Fuel: no answer");
 }
 
+TEST_F(TransferWatchTest, ScriptsReadItOfTheWindow) {
+    window_.btnReadFuel.press();
+    const auto* const property = window_.findProperty("TransferResult");
+    ASSERT_NE(property, nullptr);
+    EXPECT_EQ(property->get(window_), controls::Value(std::string("Fuel: the port is closed")));
+    EXPECT_EQ(property->set, nullptr);
+}
+
+TEST_F(TransferWatchTest, FailsUnlessTheWholeAnswerHasCome) {
+    openPort();
+    window_.btnReadMisc.press();
+    EXPECT_FALSE(window_.line().watch().Failed);
+    machine_.pump.wait(2100);
+    EXPECT_TRUE(window_.line().watch().Failed);
+    hear('m', Bytes(9, 1));
+    EXPECT_FALSE(window_.line().watch().Failed);
+    window_.btnSaveMisc.press();
+    machine_.pump.wait(2100);
+    EXPECT_FALSE(window_.line().watch().Failed);
+}
+
 TEST_F(TransferWatchTest, SendsNothingItself) {
     openPort();
     window_.btnReadFuel.press();

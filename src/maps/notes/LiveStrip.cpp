@@ -61,7 +61,7 @@ void LiveStrip::showMixture(double value, std::optional<float> target) {
     core::NumberText text;
     text.append(FixedText(value, 2).view());
     if (isRatio && target) {
-        text.append(" / ");
+        text.append('/');
         text.append(FixedText(static_cast<double>(*target), 1).view());
     }
     Mixture = text.view();

@@ -18,7 +18,7 @@ public:
     controls::Property<std::string> Rpm{*this, std::string(kNothing)};
     controls::Property<std::string> Load{*this, std::string(kNothing)};      // bar, absolute
     controls::Property<std::string> MixtureName{*this, "AFR"};               // or "Lambda", by the size of the number
-    controls::Property<std::string> Mixture{*this, std::string(kNothing)};   // and the target, "12.46 / 12.5"
+    controls::Property<std::string> Mixture{*this, std::string(kNothing)};   // and the target, "12.46/12.5"
     controls::Property<std::string> Throttle{*this, std::string(kNothing)};  // percent
     controls::Property<std::string> Pulse{*this, std::string(kNothing)};     // ms, of the fuel map's cell in use
     controls::Property<std::string> Duty{*this, std::string(kNothing)};      // percent

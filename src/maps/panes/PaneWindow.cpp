@@ -1,5 +1,7 @@
 #include "maps/panes/PaneWindow.h"
 
+#include <array>
+
 #include "maps/Frm3Dmap.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -14,6 +16,12 @@ constexpr int kNarrowScreen = 12001;  // twips: below, cells have to be small
 constexpr int kWideScreen = 15700;    // above, bold text fits
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
+
+controls::Value transferResult(const controls::Object& object) {
+    return dynamic_cast<const PaneWindow&>(object).line().watch().Text.get();
+}
+
+constexpr std::array kProperties{controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 void sizeCells(MapGrid& grid, bool small, bool bold) {
     const auto size = [&](auto& controls) {
@@ -52,6 +60,12 @@ void PaneWindow::Form_Load() {
     arrangePanes();
     showNotes();
     isFormLoaded = true;
+}
+
+std::vector<std::span<const controls::PropertyInfo>> PaneWindow::propertyTables() const {
+    auto tables = Window::propertyTables();
+    tables.push_back(kProperties);
+    return tables;
 }
 
 bool PaneWindow::Form_Unload() {

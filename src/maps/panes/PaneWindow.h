@@ -57,9 +57,13 @@ public:
     [[nodiscard]] const std::vector<MapPane*>& panes() const { return panes_; }
     [[nodiscard]] const MapContext& context() const { return context_; }
     [[nodiscard]] MapLine& line() { return line_; }
+    [[nodiscard]] const MapLine& line() const { return line_; }
     void tell(const std::string& text);
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
+
+    // With TransferResult, the text of line().watch().
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
     // Called when the window is unloaded.
     std::function<void()> Closed;

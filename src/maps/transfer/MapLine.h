@@ -46,6 +46,7 @@ public:
     // A read has been asked for: what is heard of it is watched.
     void expectAnswer(std::uint8_t command);
     [[nodiscard]] TransferWatch& watch() { return watch_; }
+    [[nodiscard]] const TransferWatch& watch() const { return watch_; }
     // Among the first reads: events run behind it.
     void requestFirst(std::uint8_t command);
 
