@@ -94,6 +94,7 @@ TEST_F(MapNotesTest, TheHeaderShowsTheRunningEngine) {
     EXPECT_EQ(text("stripMixture"), "12.46/12.5");
     EXPECT_EQ(text("stripThrottle"), "100");
     EXPECT_EQ(text("stripDuty"), "99.6");
+    EXPECT_EQ(find("stripMixture").accessibleName(), "AFR/target");
     expectNothingCut();
 }
 
@@ -121,6 +122,9 @@ TEST_F(MapNotesTest, TheBoxWithoutAFuelMapHasNoPulse) {
     open<maps::FrmMaps_QV_ign>();
     EXPECT_EQ(view().findChild<QWidget*>(QStringLiteral("stripPulse")), nullptr);
     EXPECT_NE(view().findChild<QWidget*>(QStringLiteral("stripThrottle")), nullptr);
+    run();
+    EXPECT_EQ(text("stripMixture"), "12.46");
+    EXPECT_EQ(find("stripMixture").accessibleName(), "AFR");
 }
 
 TEST_F(MapNotesTest, ASilentEcuIsSeenBesideTheCaption) {

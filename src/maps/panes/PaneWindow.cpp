@@ -111,11 +111,7 @@ void PaneWindow::focusOn(MapGrid& grid) {
 void PaneWindow::showNotes() {
     const auto& tables = context_.tables;
     const int place = tables.MapPlace;
-    LiveStrip::Cell cell;
-    if (geometry.has(place)) {
-        cell = {pulseOf(place), context_.analyser.Setpointget(place)};
-    }
-    liveStrip.show(tables, cell);
+    liveStrip.show(tables, geometry.has(place) ? fuelOf(place) : LiveStrip::Cell());
     sizeNote.Text = maps::sizeNote(tables.SWType, geometry);
 }
 

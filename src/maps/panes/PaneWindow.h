@@ -77,8 +77,8 @@ protected:
     // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
     virtual void followEngine() {}
     void focusOn(MapGrid& grid);
-    // What the window's fuel map shows in a cell of it; empty without a fuel map.
-    [[nodiscard]] virtual std::string_view pulseOf(int cell) {
+    // Pulse and target of a cell, which must exist; nothing without a fuel map.
+    [[nodiscard]] virtual LiveStrip::Cell fuelOf(int cell) {
         static_cast<void>(cell);
         return {};
     }

@@ -39,10 +39,11 @@ const Entry kEntries[] = {
     {"stripDuty", "Duty %", "100.0", "Share of the time that the injectors are open", &maps::LiveStrip::Duty, true},
 };
 
-// Beside a number in lambda there is no target.
+// Where no target is shown none is named.
 QString nameOf(const Entry& entry, const maps::LiveStrip& strip) {
-    const bool isLambda = entry.text == &maps::LiveStrip::Mixture && strip.MixtureName.get() == "Lambda";
-    return QString::fromLatin1(isLambda ? "Lambda" : entry.name);
+    const bool hasTarget = strip.Mixture.get().find('/') != std::string::npos;
+    return entry.text != &maps::LiveStrip::Mixture || hasTarget ? QString::fromLatin1(entry.name)
+                                                                : QString::fromStdString(strip.MixtureName);
 }
 
 void add(const Entry& entry, maps::LiveStrip& strip, Binder& binder, QWidget& parent, QGridLayout& places) {
