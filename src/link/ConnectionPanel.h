@@ -9,6 +9,7 @@
 #include "controls/MSComm.h"
 #include "controls/Timer.h"
 #include "link/EcuMap.h"
+#include "link/FrameWitness.h"
 #include "link/ReceiveMachine.h"
 
 namespace korvane::link {
@@ -47,6 +48,7 @@ struct ConnectionPanel {
     bool isConnected = false;
     std::array<std::string, 7> baudSettings;
     ReceiveMachine receiver;
+    FrameWitnesses witnesses;  // of each frame that the dispatcher gets
     EcuMaps ecuMaps;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
 };

@@ -70,6 +70,7 @@ void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
     if (frame == std::end(kEcuFrames)) {
         return;
     }
+    panel_.witnesses.tell(cmd, payload);
     try {
         (this->*frame->handler)(payload);
     } catch (const std::exception& error) {

@@ -46,6 +46,9 @@ protected:
 // Those that the program makes itself while it simulates an ECU.
 inline constexpr std::uint8_t kLiveDataFrame = 'R';
 inline constexpr std::uint8_t kIdentityFrame = 'y';
+// Those that tell of the ECU itself.
+inline constexpr std::uint8_t kDeviceStartedFrame = 170;
+inline constexpr std::uint8_t kUnknownCommandFrame = 153;
 
 struct EcuFrame {
     std::uint8_t code;
@@ -55,7 +58,7 @@ struct EcuFrame {
 
 inline constexpr EcuFrame kEcuFrames[] = {
     {kLiveDataFrame, "live data", &FrameHandler::liveData},
-    {170, "device started", &FrameHandler::deviceStarted},
+    {kDeviceStartedFrame, "device started", &FrameHandler::deviceStarted},
     {'!', "alarm flash", &FrameHandler::alarmFlash},
     {'T', "EEPROM byte", &FrameHandler::eepromByte},
     {'U', "EEPROM word", &FrameHandler::eepromWord},
@@ -67,7 +70,7 @@ inline constexpr EcuFrame kEcuFrames[] = {
     {248, "ignition map sent, second half", &FrameHandler::ignitionSecondHalfSent},
     {'F', "fuel map sent, first half", &FrameHandler::fuelSent},
     {246, "fuel map sent, second half", &FrameHandler::fuelSecondHalfSent},
-    {153, "command unknown to the device", &FrameHandler::unknownToDevice},
+    {kUnknownCommandFrame, "command unknown to the device", &FrameHandler::unknownToDevice},
     {'m', "misc block", &FrameHandler::miscBlock},
     {'p', "PWM cell", &FrameHandler::pwmCell},
     {'e', "settings block", &FrameHandler::settingsBlock},

@@ -13,14 +13,25 @@ namespace {
 constexpr std::int32_t kSameTable = 99;
 constexpr int kMargin = 200;  // twips
 
-const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t mapNumber) {
-    switch (mapNumber) {
+const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t table) {
+    switch (table) {
         case kFuelTable:
             return tables.FuelMapOut;
         case kPwmTable:
             return tables.PwmMapOut;
         default:
             return tables.IgnMapOut;
+    }
+}
+
+std::string_view nameOf(std::int32_t table) {
+    switch (table) {
+        case kFuelTable:
+            return "Fuel map";
+        case kPwmTable:
+            return "PWM table";
+        default:
+            return "Ignition map";
     }
 }
 
@@ -51,7 +62,26 @@ void Frm3Dmap::Update3D(std::int32_t mapNumber) {
     enter("Update3D", [this] { redraw(); });
 }
 
+std::int32_t Frm3Dmap::shownTable() const {
+    return mapNumber_ == kFuelTable || mapNumber_ == kPwmTable ? mapNumber_ : kIgnitionTable;
+}
+
+std::string_view Frm3Dmap::tableName() const {
+    return nameOf(shownTable());
+}
+
+std::string Frm3Dmap::tableScale() const {
+    return std::to_string(columns_) + " by " + std::to_string(rows_) + ", raw counts";
+}
+
+void Frm3Dmap::focusAt(std::int32_t table, int cell) {
+    focusTable_ = table;
+    focusCell_ = cell;
+    showFocus();
+}
+
 void Frm3Dmap::redraw() {
+    showFocus();
     MSChart1.RowCount = rows_;
     MSChart1.ColumnCount = columns_;
     writeLabels();

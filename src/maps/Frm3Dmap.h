@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "controls/Chart.h"
 #include "controls/Controls.h"
 #include "controls/Window.h"
 #include "core/tables/SharedTables.h"
+#include "maps/Marks3D.h"
 
 namespace korvane::maps {
 
@@ -31,6 +34,14 @@ public:
     void Update3D(std::int32_t mapNumber);
     // The number of the table that is shown, as passed to Update3D; 0 before the first call.
     [[nodiscard]] std::int32_t mapNumber() const { return mapNumber_; }
+    // The table on show: "Fuel map", and "16 by 10, raw counts".
+    [[nodiscard]] std::string_view tableName() const;
+    [[nodiscard]] std::string tableScale() const;
+
+    Marks3D marks;
+    // The map windows tell the cell that the engine runs in, and the cell of a table that has the focus.
+    void engineAt(int cell) { marks.Engine = cell; }
+    void focusAt(std::int32_t table, int cell);
     // What btnShow3D does.
     void open();
 
@@ -40,6 +51,8 @@ protected:
 
 private:
     void redraw();
+    [[nodiscard]] std::int32_t shownTable() const;
+    void showFocus() { marks.Focus = focusTable_ == shownTable() ? focusCell_ : Marks3D::kNoCell; }
     void writeLabels();
     void writeData(const core::MapImage& image);
 
@@ -47,6 +60,8 @@ private:
     std::int16_t columns_ = 0;
     std::int16_t rows_ = 0;
     std::int32_t mapNumber_ = 0;
+    std::int32_t focusTable_ = 0;
+    int focusCell_ = Marks3D::kNoCell;
 };
 
 }  // namespace korvane::maps

@@ -104,6 +104,10 @@ bool MapForm::Form_Unload() {
     return PaneWindow::Form_Unload();
 }
 
+LiveStrip::Cell MapForm::fuelOf(int cell) {
+    return {fuel(cell).Text.get(), context().analyser.Setpointget(cell)};
+}
+
 // With a block selected the key acts on the block, so that the cell need not be in the grid.
 void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);

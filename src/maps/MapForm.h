@@ -54,6 +54,7 @@ public:
 protected:
     void Form_Load() override;
     bool Form_Unload() override;
+    [[nodiscard]] LiveStrip::Cell fuelOf(int cell) override;
 };
 
 // The window of the 160-cell maps: ignition, PWM and analyser take turns in one place.

@@ -4,6 +4,7 @@
 #include <QRadioButton>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "core/tables/SharedTables.h"
@@ -148,6 +149,32 @@ TEST_F(Map3DViewTest, TellsWhichTableItIs) {
     window.Update3D(2);
     frame();
     EXPECT_TRUE(shows("Ignition map"));
+}
+
+TEST_F(Map3DViewTest, TellsTheSizeOfTheMapAndThatItShowsCounts) {
+    const auto labels = host.viewOf(window)->findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(),
+                            [](const QLabel* label) { return label->text() == "16 by 10, raw counts"; }));
+}
+
+TEST_F(Map3DViewTest, MarksTheCellsOfTheEngineAndOfTheFocus) {
+    window.engineAt(35);
+    window.focusAt(1, 100);
+    frame();
+    const QImage image = chart().grab().toImage();
+    EXPECT_EQ(image.pixelColor(chart().placeOf(35).toPoint()), QColor(225, 45, 40));
+    EXPECT_EQ(image.pixelColor(chart().placeOf(100).toPoint()), QColor(255, 255, 0));
+    window.engineAt(-1);
+    window.focusAt(0, -1);
+    frame();
+    EXPECT_NE(chart().grab().toImage().pixelColor(chart().placeOf(35).toPoint()), QColor(225, 45, 40));
+}
+
+TEST_F(Map3DViewTest, AMarkOutsideTheMapIsLeftOut) {
+    const QImage before = chart().grab().toImage();
+    window.engineAt(5000);
+    frame();
+    EXPECT_EQ(chart().grab().toImage(), before);
 }
 
 TEST_F(Map3DViewTest, IsPaintedOnceAFrame) {

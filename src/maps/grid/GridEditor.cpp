@@ -53,7 +53,7 @@ GridEditor::GridEditor(controls::Window& window, MapGrid& grid, core::SharedTabl
 void GridEditor::connect(int index) {
     auto& cell = grid_(index);
     cell.GotFocus = [this, index] { gotFocus(index); };
-    cell.LostFocus = [&cell] { cell.BackColor = controls::kWhite; };
+    cell.LostFocus = [this, index] { lostFocus(index); };
     cell.KeyDown = [this, index](int keyCode, int shift) { keyDown(index, keyCode, shift); };
     if (mouseSelects()) {
         cell.KeyUp = [this, index](int keyCode, int shift) { keyUp(index, keyCode, shift); };
@@ -90,6 +90,18 @@ void GridEditor::gotFocus(int index) {
         }
     }
     grid_(index).BackColor = controls::kYellow;
+    tellFocus(index, true);
+}
+
+void GridEditor::lostFocus(int index) {
+    grid_(index).BackColor = controls::kWhite;
+    tellFocus(index, false);
+}
+
+void GridEditor::tellFocus(int index, bool has) const {
+    if (rules_.focusMoved) {
+        rules_.focusMoved(index, has);
+    }
 }
 
 void GridEditor::keyUp(int index, int keyCode, int shift) {

@@ -37,6 +37,8 @@ struct GridRules {
     std::function<void()> redraw;              // after a block command
     std::function<void(int cell)> redrawCell;  // after the step of a cell
     std::function<void(int cell)> cellEdited;  // after that; may be empty
+    // A cell has got the focus, or lost it; may be empty.
+    std::function<void(int cell, bool has)> focusMoved;
 };
 
 class GridEditor {
@@ -65,6 +67,8 @@ private:
     void keyUp(int index, int keyCode, int shift);
     void mouseUp(int index, int shift);
     void gotFocus(int index);
+    void lostFocus(int index);
+    void tellFocus(int index, bool has) const;
     [[nodiscard]] std::uint8_t& byteOf(int cell);
     [[nodiscard]] std::uint8_t& byteOfNumber(int number) { return byteOf(number - 1); }
 

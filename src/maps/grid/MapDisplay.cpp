@@ -12,6 +12,7 @@ void MapDisplay::show(const core::MapImage& image, Rewrite rewrite) {
         beforeCell();
         showCell(cell, core::checked(image, cell), rewrite);
     }
+    grid_.fill.NeverRead = false;
     context_.frm3Dmap.Update3D(images_.number);
 }
 

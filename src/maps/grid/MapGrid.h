@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "controls/Controls.h"
+#include "maps/grid/GridFill.h"
 #include "maps/grid/MapGeometry.h"
 
 namespace korvane::maps {
@@ -38,6 +39,8 @@ public:
     controls::Property<std::optional<int>> EngineCell{*this};
 
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
+
+    GridFill fill;
 
     // Puts a cell under its column label and beside its row label.
     void place();

@@ -98,6 +98,7 @@ double AnalyserPane::meanOf(int cell) const {
 }
 
 void AnalyserPane::fillTargets() {
+    analys.fill.NeverRead = false;
     for (auto& cell : analys.cells) {
         cell.Text = kDefaultTarget;
         cell.ToolTipText = kDefaultTarget;

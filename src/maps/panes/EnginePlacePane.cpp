@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "maps/Frm3Dmap.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
 
@@ -19,6 +20,7 @@ void EnginePlacePane::updateMapPlace() {
     tables.PrevMapPlace = tables.MapPlace;
     place_.heard(tables.MapPlace, paneWindow().machine().pump.now());
     showPlace();
+    paneWindow().showNotes();
 }
 
 void EnginePlacePane::showPlace() {
@@ -32,6 +34,7 @@ void EnginePlacePane::showPlace() {
             grid->EngineCell = cell;
         }
     }
+    paneWindow().context().frm3Dmap.engineAt(cell.value_or(Marks3D::kNoCell));
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

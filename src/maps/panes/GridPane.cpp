@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/Checked.h"
+#include "maps/Frm3Dmap.h"
 
 namespace korvane::maps {
 
@@ -25,6 +26,9 @@ GridRules GridPane::connected(GridRules rules) {
     rules.redraw = [this] { showEdited(); };
     rules.redrawCell = [this](int cell) { redrawCell(cell); };
     rules.cellEdited = [this](int cell) { cellEdited(cell); };
+    rules.focusMoved = [this](int cell, bool has) {
+        paneWindow().context().frm3Dmap.focusAt(images_.number, has ? cell : Marks3D::kNoCell);
+    };
     return rules;
 }
 

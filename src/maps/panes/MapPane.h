@@ -11,6 +11,7 @@ namespace korvane::maps {
 
 class MapGrid;
 class PaneWindow;
+struct MapImages;
 
 // A window inherits its panes, so that their controls are its own. It calls them in the order of its base classes.
 class MapPane {
@@ -21,6 +22,8 @@ public:
     virtual ~MapPane() = default;
 
     [[nodiscard]] virtual MapGrid* paneGrid() { return nullptr; }
+    // The map that the keys change in the grid; null for a pane without one.
+    [[nodiscard]] virtual const MapImages* paneImages() const { return nullptr; }
 
     // The window loads: places the controls and enables what the feature word offers.
     virtual void loadPane(std::int32_t features) { static_cast<void>(features); }

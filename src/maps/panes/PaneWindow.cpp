@@ -3,6 +3,7 @@
 #include <array>
 
 #include "controls/PropertyTable.h"
+#include "maps/Frm3Dmap.h"
 #include "maps/panes/MapStatus.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -17,6 +18,10 @@ constexpr int kNarrowScreen = 12001;  // twips: below, cells have to be small
 constexpr int kWideScreen = 15700;    // above, bold text fits
 constexpr int kSmallFont = 6;
 constexpr int kSmallButtonFont = 7;
+
+controls::Value transferResult(const controls::Object& object) {
+    return dynamic_cast<const PaneWindow&>(object).line().watch().Text.get();
+}
 
 void sizeCells(MapGrid& grid, bool small, bool bold) {
     const auto size = [&](auto& controls) {
@@ -51,7 +56,8 @@ constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  lookProperty<&GridLook::AlignNumbers>("AlignNumbers"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
-                                 controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus")};
+                                 controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
+                                 controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 }  // namespace
 
@@ -66,6 +72,7 @@ PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, co
     Height = kHeight;
     chkOnlineChanges.Caption = "Realtime changes";
     Timer1.Tick = [this] {
+        showNotes();
         followEngine();
         for (auto* pane : panes_) {
             pane->tickPane();
@@ -79,10 +86,13 @@ void PaneWindow::Form_Load() {
         pane->loadPane(context_.tables.Features);
     }
     arrangePanes();
+    showNotes();
     isFormLoaded = true;
 }
 
 bool PaneWindow::Form_Unload() {
+    context_.frm3Dmap.focusAt(0, Marks3D::kNoCell);
+    context_.frm3Dmap.engineAt(Marks3D::kNoCell);
     if (Closed) {
         Closed();
     }
@@ -122,6 +132,13 @@ void PaneWindow::focusOn(MapGrid& grid) {
     if (grid.geometry.has(place)) {
         setFocus(&grid(place));
     }
+}
+
+void PaneWindow::showNotes() {
+    const auto& tables = context_.tables;
+    const int place = tables.MapPlace;
+    liveStrip.show(tables, geometry.has(place) ? fuelOf(place) : LiveStrip::Cell());
+    sizeNote.Text = maps::sizeNote(tables.SWType, geometry);
 }
 
 void PaneWindow::tell(const std::string& text) {

@@ -14,6 +14,8 @@
 #include "maps/grid/GridLook.h"
 #include "maps/grid/MapGeometry.h"
 #include "maps/grid/MapGrid.h"
+#include "maps/notes/LiveStrip.h"
+#include "maps/notes/SizeNote.h"
 #include "maps/panes/MapPane.h"
 #include "maps/transfer/MapContext.h"
 #include "maps/transfer/MapLine.h"
@@ -43,6 +45,11 @@ public:
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
 
+    LiveStrip liveStrip;
+    SizeNote sizeNote;
+    // Brings both up to date.
+    void showNotes();
+
     void setCaption(std::string_view caption) override { Caption = caption; }
     // What the panes read when the window has opened, in their order; nothing with the port closed.
     void initialReads();
@@ -53,11 +60,13 @@ public:
     [[nodiscard]] const std::vector<MapPane*>& panes() const { return panes_; }
     [[nodiscard]] const MapContext& context() const { return context_; }
     [[nodiscard]] MapLine& line() { return line_; }
+    [[nodiscard]] const MapLine& line() const { return line_; }
     void tell(const std::string& text);
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
 
-    // Beside those of all windows, how the grids look and what the status line says.
+    // Beside those of all windows, how the grids look, what the status line says, and TransferResult, the text of
+    // line().watch().
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
     // Called when the window is unloaded.
@@ -72,6 +81,11 @@ protected:
     // Moves the focus to the cell that the ECU runs in, where the window's boxes ask for it.
     virtual void followEngine() {}
     void focusOn(MapGrid& grid);
+    // Pulse and target of a cell, which must exist; nothing without a fuel map.
+    [[nodiscard]] virtual LiveStrip::Cell fuelOf(int cell) {
+        static_cast<void>(cell);
+        return {};
+    }
 
 private:
     // Small cells on a small screen, bold ones on a wide one.

@@ -27,6 +27,7 @@ PwmPane::PwmPane(PaneWindow& window)
 
 void PwmPane::redrawCell(int cell) {
     pwm(cell).Text = core::numberText(core::toCurrency(editedByte(cell) * tables().TickD)).view();
+    pwm.fill.NeverRead = false;
     paneWindow().context().frm3Dmap.Update3D(kPwmTable);
 }
 
@@ -46,6 +47,7 @@ void PwmPane::acceptLoadedTune(bool withPwm) {
     if (!withPwm) {
         return;
     }
+    pwm.fill.NeverRead = false;
     for (int cell = 0; cell < pwm.geometry.cells(); ++cell) {
         pwm(cell).Text = core::numberText(editedByte(cell) * tables().TickD).view();
     }

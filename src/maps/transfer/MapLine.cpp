@@ -1,10 +1,30 @@
 #include "maps/transfer/MapLine.h"
 
 #include "core/TimeText.h"
+#include "core/tables/Module1.h"
+#include "link/Commands.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
 
 namespace korvane::maps {
+
+namespace {
+
+constexpr int kMiscBytes = 9;
+constexpr int kOrdinaryCells = 160;  // the PWM table has as many on every ECU
+constexpr int kLargeCells = 320;
+
+int bytesOf(std::uint8_t command, std::int32_t swType) {
+    if (command == link::kAskMiscBlock) {
+        return kMiscBytes;
+    }
+    return command != link::kAskPwmTable && core::hasLargeMaps(swType) ? kLargeCells : kOrdinaryCells;
+}
+
+}  // namespace
+
+MapLine::MapLine(controls::Window& window, const MapContext& context)
+    : window_(window), context_(context), watch_(window.machine().pump, context.connection) {}
 
 void MapLine::send(std::span<const std::uint8_t> bytes) {
     context_.connection.MSComm1.Output(bytes);
@@ -35,6 +55,11 @@ void MapLine::showWithTime(std::string_view caption) {
 void MapLine::request(std::uint8_t command) {
     showWithTime("Receiving data from Device...");
     sendIfOpen({command});
+    expectAnswer(command);
+}
+
+void MapLine::expectAnswer(std::uint8_t command) {
+    watch_.begin(command, bytesOf(command, context_.tables.SWType));
 }
 
 void MapLine::requestFirst(std::uint8_t command) {

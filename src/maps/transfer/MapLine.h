@@ -10,12 +10,13 @@
 
 #include "controls/Controls.h"
 #include "maps/transfer/MapContext.h"
+#include "maps/transfer/TransferWatch.h"
 
 namespace korvane::maps {
 
 class MapLine {
 public:
-    MapLine(controls::Window& window, const MapContext& context) : window_(window), context_(context) {}
+    MapLine(controls::Window& window, const MapContext& context);
 
     [[nodiscard]] bool isOpen() const { return context_.connection.MSComm1.PortOpen(); }
     // Whether all that was sent has left the machine.
@@ -42,6 +43,10 @@ public:
     void showWithTime(std::string_view caption);
     // Asks for a table and does not wait: the answer comes through the dispatcher, or never.
     void request(std::uint8_t command);
+    // A read has been asked for: what is heard of it is watched.
+    void expectAnswer(std::uint8_t command);
+    [[nodiscard]] TransferWatch& watch() { return watch_; }
+    [[nodiscard]] const TransferWatch& watch() const { return watch_; }
     // Among the first reads: events run behind it.
     void requestFirst(std::uint8_t command);
 
@@ -52,6 +57,7 @@ public:
 private:
     controls::Window& window_;
     const MapContext& context_;
+    TransferWatch watch_;
 };
 
 }  // namespace korvane::maps

@@ -50,6 +50,7 @@ MapWriter::MapWriter(PaneWindow& window, const Kind& kind, Halves halves)
 
 void MapWriter::write() {
     line_.trapped([this] {
+        const TransferWatch::Sending sending(line_.watch(), kind_.commands.send, halves_ == Halves::Two ? 2 : 1);
         if (halves_ == Halves::Two) {
             writeHalves();
         } else {

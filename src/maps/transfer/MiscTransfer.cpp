@@ -39,6 +39,7 @@ MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& cont
 
 void MiscTransfer::save() {
     line_.trapped([this] {
+        const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
         line_.stopPoll();
         line_.wait(kPause);
         sendBlock();

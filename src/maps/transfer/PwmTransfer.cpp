@@ -22,6 +22,7 @@ PwmTransfer::PwmTransfer(PaneWindow& window, MapGrid& grid) : window_(window), g
 
 void PwmTransfer::read() {
     line_.showWithTime("Receiving data from Device...");
+    line_.expectAnswer(link::kAskPwmTable);
     if (line_.isOpen()) {
         ask();
     }
@@ -41,6 +42,7 @@ void PwmTransfer::save() {
 }
 
 void PwmTransfer::send() {
+    const TransferWatch::Sending sending(line_.watch(), link::kSendPwmCell, 1);
     fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
     line_.stopPoll();
     line_.wait(kQuietPause);

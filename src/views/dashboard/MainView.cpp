@@ -3,7 +3,11 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <vector>
+
 #include "live/MainHints.h"
+#include "maps/notes/UnsentQuestion.h"
+#include "platform/Machine.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -19,7 +23,8 @@ constexpr int kTrendStretch = 8;
 
 }  // namespace
 
-MainView::MainView(live::FrmSarn2& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
+MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
+    : FittedView(window, clock, kUsual), windows_(window.machine().windows) {
     binder().setHints([](const controls::Control& control) {
         const auto hint = live::hintOf(control);
         return QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size()));
@@ -27,6 +32,17 @@ MainView::MainView(live::FrmSarn2& window, FrameClock& clock) : FittedView(windo
     build(window);
     orderTabs(window);
     fitTexts();
+}
+
+bool MainView::mayClose() {
+    std::vector<maps::PaneWindow*> open;
+    for (auto* window : windows_.loaded()) {
+        if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
+            open.push_back(maps);
+        }
+    }
+    leaving_ = leaving_ || maps::mayLeaveUnsent(open);
+    return leaving_;
 }
 
 void MainView::build(live::FrmSarn2& window) {

@@ -11,9 +11,16 @@ class MainView : public FittedView {
 public:
     MainView(live::FrmSarn2& window, FrameClock& clock);
 
+protected:
+    // Closes the map windows too.
+    [[nodiscard]] bool mayClose() override;
+
 private:
     void build(live::FrmSarn2& window);
     void orderTabs(live::FrmSarn2& window);
+
+    controls::WindowList& windows_;
+    bool leaving_ = false;  // the user has agreed; the close of an open port takes a second
 };
 
 }  // namespace korvane::views

@@ -115,7 +115,7 @@ void WindowView::closeEvent(QCloseEvent* event) {
         return;
     }
     const Binder::Visit visit(binder_);
-    if (window_.unload()) {
+    if (mayClose() && binder_.isAttached() && window_.unload()) {
         event->accept();
     }
 }

@@ -37,6 +37,9 @@ protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
+    // The user closes the window: whether it may go.
+    [[nodiscard]] virtual bool mayClose() { return true; }
+
     [[nodiscard]] QSize modelSize() const;
     // The window learns of a size that is not its own.
     void reportSize();

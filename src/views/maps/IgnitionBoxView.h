@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "maps/FrmMaps_QV_ign.h"
+#include "maps/notes/UnsentQuestion.h"
 #include "views/frame/FittedView.h"
 
 namespace korvane::views {
@@ -11,6 +12,9 @@ namespace korvane::views {
 class IgnitionBoxView : public FittedView {
 public:
     IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock);
+
+protected:
+    [[nodiscard]] bool mayClose() override { return maps::mayLeaveUnsent({&maps_}); }
 
 private:
     [[nodiscard]] QLayout& makeLeft();

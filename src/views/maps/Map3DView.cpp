@@ -6,6 +6,10 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <optional>
+#include <string_view>
+
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/charts/ChartWidget.h"
@@ -20,15 +24,12 @@ QWidget* noParent() {
     return nullptr;
 }
 
-QString tableName(std::int32_t mapNumber) {
-    switch (mapNumber) {
-        case 1:
-            return QStringLiteral("Fuel map");
-        case 3:
-            return QStringLiteral("PWM table");
-        default:
-            return QStringLiteral("Ignition map");
-    }
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::optional<int> markOf(int cell) {
+    return cell == maps::Marks3D::kNoCell ? std::nullopt : std::optional(cell);
 }
 
 }  // namespace
@@ -38,6 +39,7 @@ Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
       window_(window),
       chart_(child<ChartWidget>(this)),
       table_(child<QLabel>(this)),
+      scale_(child<QLabel>(this)),
       cell_(child<QLabel>(this)) {
     auto& rows = child<QVBoxLayout>(this);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
@@ -47,6 +49,9 @@ Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
     chart_.setAccessibleName(QString::fromStdString(window.Caption));
     chart_.onNamed([this] { showNames(); });
     binder().bind(window.MSChart1, chart_);
+    ObjectPart::bind(binder(), {&window.marks}, chart_, [this, &marks = window.marks] {
+        chart_.setMarks({markOf(marks.Engine), markOf(marks.Focus)});
+    });
     chart_.setFocus();
     showNames();
 }
@@ -58,6 +63,7 @@ QHBoxLayout& Map3DView::makeBar() {
     bold.setBold(true);
     table_.setFont(bold);
     bar.addWidget(&table_);
+    bar.addWidget(&scale_);
     addPresentations(bar);
     bar.addStretch(1);
     cell_.setObjectName(QStringLiteral("cellName"));
@@ -89,7 +95,8 @@ void Map3DView::addPresentations(QHBoxLayout& bar) {
 
 void Map3DView::showNames() {
     if (binder().isAttached()) {
-        table_.setText(tableName(window_.mapNumber()));
+        table_.setText(textOf(window_.tableName()));
+        scale_.setText(textOf(window_.tableScale()));
     }
     cell_.setText(chart_.cellName());
 }

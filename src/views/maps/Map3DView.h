@@ -24,6 +24,7 @@ private:
     maps::Frm3Dmap& window_;
     ChartWidget& chart_;
     QLabel& table_;
+    QLabel& scale_;
     QLabel& cell_;
 };
 

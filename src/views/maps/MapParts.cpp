@@ -5,12 +5,15 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/ObjectPart.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
 #include "views/frame/WindowView.h"
 #include "views/maps/GridMarksBinding.h"
+#include "views/maps/LiveStripView.h"
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
+#include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Lamp.h"
 
@@ -36,6 +39,25 @@ QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidg
     return check;
 }
 
+// The caption, and below it what the ECU has answered. The progress and the running engine share a place: while a map
+// is on its way no live data come.
+QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent) {
+    auto& binder = view.binder();
+    auto& progress = bar.window.prgTransfer;
+    auto& state = child<QGridLayout>(kNobody);
+    state.setHorizontalSpacing(kGroupGap);
+    state.setVerticalSpacing(0);
+    state.setColumnStretch(0, 1);
+    state.addWidget(
+        &makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), parent), 0, 0);
+    state.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent), 1, 0);
+    state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
+    auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
+    state.addWidget(&strip, 0, 1, 2, 1);
+    ObjectPart::bind(binder, {&progress}, strip, [&progress, &strip] { strip.setVisible(!progress.Visible); });
+    return state;
+}
+
 }  // namespace
 
 Card& GridCards::make(controls::Frame& frame, maps::MapGrid& grid, const QString& name, QWidget* parent) {
@@ -46,6 +68,7 @@ Card& GridCards::make(controls::Frame& frame, maps::MapGrid& grid, const QString
     inside.addWidget(&view);
     binder_.bind(frame, card);
     bindGrid(binder_, grid, view);
+    addNeverReadNote(grid, view, binder_);
     bindMarks(binder_, grid, window_.look, view);
     view.shareDigits(digits_);
     card.fitMargins();
@@ -57,21 +80,23 @@ QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent) {
     auto& card = child<Card>(parent);
     QWidget* const inside = &card;
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    card.setTight();
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kColumnGap);
-    row.addWidget(&makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside),
-                  1);
-    row.addWidget(&makeTransferBar(bar.window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
+    const auto add = [&](controls::CommandButton& button, char mnemonic) {
+        row.addWidget(&makeButton(button, mnemonic, binder, inside), 0, Qt::AlignVCenter);
+    };
+    row.addLayout(&makeTransferState(bar, view, inside), 1);
+    row.addSpacing(kGroupGap - kColumnGap);
+    add(bar.files.btnLoad, 'h');
+    add(bar.files.btnSave, 't');
     row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(bar.files.btnLoad, 'h', binder, inside));
-    row.addWidget(&makeButton(bar.files.btnSave, 't', binder, inside));
-    row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(bar.tools.btnShow3D, '3', binder, inside));
+    add(bar.tools.btnShow3D, '3');
     if (bar.injScale != nullptr) {
-        row.addWidget(&makeButton(*bar.injScale, 'j', binder, inside));
+        add(*bar.injScale, 'j');
     }
     row.addSpacing(kGroupGap);
-    row.addWidget(&makeButton(bar.tools.btnHelp, 'o', binder, inside));
+    add(bar.tools.btnHelp, 'o');
     card.fitMargins();
     return card;
 }

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QTabBar>
 
+#include "views/maps/MapNotes.h"
 #include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
@@ -37,6 +38,7 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     auto& columns = layoutIn<QHBoxLayout>(kNobody);
     rows.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);
+    left_.addWidget(&makeSizeNote(window.sizeNote, binder(), inside));
     columns.addLayout(&right_);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "maps/MapForm.h"
+#include "maps/notes/UnsentQuestion.h"
 #include "views/frame/FittedView.h"
 #include "views/maps/MapParts.h"
 
@@ -15,6 +16,8 @@ namespace korvane::views {
 class MapsView : public FittedView {
 protected:
     MapsView(maps::MapForm& window, FrameClock& clock);
+
+    [[nodiscard]] bool mayClose() override { return maps::mayLeaveUnsent({&maps_}); }
 
     [[nodiscard]] QVBoxLayout& left() { return left_; }
     [[nodiscard]] QVBoxLayout& right() { return right_; }

@@ -16,6 +16,7 @@ constexpr double kTileRadius = 5;
 constexpr double kTitleScale = 0.92;
 constexpr int kTitleTop = 7;
 constexpr int kTitleGap = 4;
+constexpr int kTightPadding = 4;
 }  // namespace
 
 QFont Card::titleFont() const {
@@ -31,7 +32,8 @@ int Card::titleHeight() const {
 void Card::fitMargins() {
     setContentsMargins(0, 0, 0, 0);
     if (layout() != nullptr) {
-        layout()->setContentsMargins(kPadding, title().isEmpty() ? kPadding : titleHeight(), kPadding, kPadding);
+        const int padding = tight_ ? kTightPadding : kPadding;
+        layout()->setContentsMargins(kPadding, title().isEmpty() ? padding : titleHeight(), kPadding, padding);
     }
 }
 

@@ -13,6 +13,9 @@ public:
     // The area inside, below the title.
     static constexpr int kPadding = 10;
 
+    // Less space above and below what is inside, for a card of two lines where others have one.
+    void setTight() { tight_ = true; }
+
     // Sets the margins of the card's layout.
     void fitMargins();
 
@@ -24,6 +27,8 @@ protected:
 private:
     [[nodiscard]] QFont titleFont() const;
     [[nodiscard]] int titleHeight() const;
+
+    bool tight_ = false;
 };
 
 // A darker area inside a card.

@@ -25,6 +25,9 @@ constexpr double kTop = 14;
 constexpr double kSlanted = 0.8;  // of a text's length: how far one that runs down a slope reaches
 constexpr double kLargestByte = 255;
 constexpr double kRadius = 6;
+constexpr double kSign = 5;  // half the side of a mark
+constexpr double kSignLine = 1.5;
+constexpr double kSignGap = 3;
 
 double byteOf(const QString& text) {
     return std::clamp(core::val(text.toStdString()), 0.0, kLargestByte);
@@ -90,7 +93,19 @@ void ChartWidget::arrange() {
     const bool sheet = presentation_ == Presentation::Surface && scene_.heights.rows > 1 && scene_.heights.columns > 1;
     scene_.faces = sheet ? sheetOf(scene_.heights, projection()) : barsOf(scene_.heights, projection());
     findMarked();
+    repaintMap();
+}
+
+void ChartWidget::repaintMap() {
+    painted_.reset();
     update();
+}
+
+void ChartWidget::setMarks(const Marks& marks) {
+    if (marks != marks_) {
+        marks_ = marks;
+        update();
+    }
 }
 
 void ChartWidget::findMarked() {
@@ -100,7 +115,7 @@ void ChartWidget::findMarked() {
 void ChartWidget::mark(std::optional<int> cell) {
     scene_.marked = cell;
     setAccessibleDescription(cellName());
-    update();
+    repaintMap();
     if (named_) {
         named_();
     }
@@ -128,7 +143,21 @@ void ChartWidget::resetSight() {
 }
 
 void ChartWidget::paintEvent(QPaintEvent*) {
+    if (painted_ != look()) {
+        paintMap();
+        painted_ = look();
+    }
     QPainter painter(this);
+    painter.drawPixmap(0, 0, map_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintMarks(painter);
+}
+
+void ChartWidget::paintMap() {
+    map_ = QPixmap(size() * devicePixelRatioF());
+    map_.setDevicePixelRatio(devicePixelRatioF());
+    map_.fill(palette().color(QPalette::Window));
+    QPainter painter(&map_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : shades::border(palette()), 1));
     painter.setBrush(shades::face(palette()));
@@ -140,6 +169,37 @@ void ChartWidget::paintEvent(QPaintEvent*) {
     painter.setFont(labelFont());
     const Projection sight = projection();
     ChartPainter(painter, scene_, sight, palette()).paint();
+}
+
+// The engine's mark is over the other one: it moves.
+void ChartWidget::paintMarks(QPainter& painter) const {
+    painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+    painter.setFont(labelFont());
+    const auto paint = [&](const std::optional<int>& cell, bool round) {
+        if (cell && *cell >= 0 && static_cast<std::size_t>(*cell) < scene_.heights.values.size()) {
+            paintMark(painter, *cell, round);
+        }
+    };
+    paint(marks_.focus, false);
+    paint(marks_.engine, true);
+}
+
+// A sign on a line from the floor, so that the place can be read, with its name.
+void ChartWidget::paintMark(QPainter& painter, int cell, bool round) const {
+    const Projection sight = projection();
+    const Place top = scene_.heights.topOf(cell);
+    const QPointF at = sight.at(top);
+    const QRectF sign(at - QPointF(kSign, kSign), QSizeF(2 * kSign, 2 * kSign));
+    const QColor ink = palette().color(QPalette::Text);
+    painter.setPen(QPen(ink, 1, Qt::DashLine));
+    painter.drawLine(sight.at({top.x, top.y, 0}), at);
+    painter.setPen(QPen(shades::isDark(palette()) ? Qt::white : Qt::black, kSignLine));
+    painter.setBrush(round ? hues::kRedLamp : QColor(Qt::yellow));
+    round ? painter.drawEllipse(sign) : painter.drawRect(sign);
+    const QString name = round ? QStringLiteral("engine") : QStringLiteral("focus");
+    const QPointF text = round ? sign.topRight() + QPointF(kSignGap, 0) : sign.bottomRight() + QPointF(kSignGap, kSign);
+    painter.setPen(ink);
+    painter.drawText(text, name);
 }
 
 void ChartWidget::resizeEvent(QResizeEvent*) {

@@ -1,6 +1,7 @@
 // Shows a chart as a 3D map that the user turns, and names the cell under the mouse.
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include <functional>
@@ -22,6 +23,15 @@ public:
         std::vector<QString> data;  // row by row; a text that is no number has height 0
     };
     void setContent(Content content);
+
+    // Cells that stand out whatever the mouse does. A new mark is painted onto the map as it is.
+    struct Marks {
+        std::optional<int> engine, focus;
+
+        friend bool operator==(const Marks&, const Marks&) = default;
+    };
+    void setMarks(const Marks& marks);
+    [[nodiscard]] const Marks& marks() const { return marks_; }
 
     enum class Presentation { Surface, Bars };
     void setPresentation(Presentation presentation);
@@ -63,9 +73,27 @@ private:
     // The turn, the size or the content has changed.
     void arrange();
     void mark(std::optional<int> cell);
+    void paintMap();
+    void paintMarks(QPainter& painter) const;
+    void paintMark(QPainter& painter, int cell, bool round) const;
     void findMarked();
 
+    // What the painted map depends on besides the scene.
+    struct Look {
+        QSize size;
+        double ratio = 0;  // of the screen's pixels to the logical ones
+        bool focus = false;
+        qint64 palette = 0;
+
+        friend bool operator==(const Look&, const Look&) = default;
+    };
+    [[nodiscard]] Look look() const { return {size(), devicePixelRatioF(), hasFocus(), palette().cacheKey()}; }
+    void repaintMap();
+
     ChartScene scene_;
+    Marks marks_;
+    QPixmap map_;  // without the marks, which move with the engine
+    std::optional<Look> painted_;
     std::vector<QString> data_;
     QSizeF margin_;  // for the texts around the map
     Presentation presentation_ = Presentation::Surface;

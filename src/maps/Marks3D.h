@@ -1,0 +1,19 @@
+// The cells that stand out in the 3D view.
+#pragma once
+
+#include "controls/Property.h"
+
+namespace korvane::maps {
+
+// Counted as in the map; kNoCell for none.
+class Marks3D : public controls::Object {
+public:
+    static constexpr int kNoCell = -1;
+
+    controls::Property<int> Engine{*this, kNoCell};  // the one that the engine runs in
+    controls::Property<int> Focus{*this, kNoCell};   // the one that the keys change, if its map is on show
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
+};
+
+}  // namespace korvane::maps

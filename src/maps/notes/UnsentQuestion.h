@@ -1,0 +1,30 @@
+// Asks before edits that the ECU does not have are left behind.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::maps {
+
+// How many cells of a map the ECU does not have.
+struct UnsentMap {
+    std::string_view name;
+    int cells;
+
+    friend bool operator==(const UnsentMap&, const UnsentMap&) = default;
+};
+
+// "12 fuel cells and 1 PWM cell are not in the ECU". There must be some.
+[[nodiscard]] std::string unsentText(const std::vector<UnsentMap>& maps);
+
+// The maps of these windows that have such cells. Windows that show the same map share its cells.
+[[nodiscard]] std::vector<UnsentMap> unsentMaps(const std::vector<PaneWindow*>& windows);
+
+// The user closes these windows: whether they may go. Asks if there are such cells, unless the user has said not to ask
+// again (preference "AskUnsent" 0). Without a user they may.
+[[nodiscard]] bool mayLeaveUnsent(const std::vector<PaneWindow*>& windows);
+
+}  // namespace korvane::maps

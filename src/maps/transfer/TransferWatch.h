@@ -1,0 +1,70 @@
+// Watches the transfers of a map window: what the ECU has answered, and when no answer comes any more.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "controls/Property.h"
+#include "link/ConnectionPanel.h"
+#include "link/FrameWitness.h"
+#include "maps/transfer/TransferResult.h"
+#include "platform/EventPump.h"
+
+namespace korvane::maps {
+
+// Only listens: it sends nothing, and no transfer waits for it.
+class TransferWatch : public controls::Object, private link::FrameWitness, private controls::Observer {
+public:
+    TransferWatch(platform::EventPump& pump, link::ConnectionPanel& connection);
+    TransferWatch(const TransferWatch&) = delete;
+    TransferWatch& operator=(const TransferWatch&) = delete;
+    ~TransferWatch() override;
+
+    // As TransferResult::text().
+    controls::Property<std::string> Text{*this};
+    // As TransferResult::hasFailed().
+    controls::Property<bool> Failed{*this};
+
+    // A silence of this length ends the wait for an answer.
+    static constexpr platform::Micros kPatience = 2000 * platform::kMicrosPerMilli;
+
+    // As TransferResult::begin(). With the port closed nothing can be heard.
+    void begin(std::uint8_t command, int total);
+    // While bytes go out the ECU's silence means nothing.
+    class Sending {
+    public:
+        Sending(TransferWatch& watch, std::uint8_t command, int total) : watch_(watch) {
+            watch_.begin(command, total);
+            ++watch_.sending_;
+        }
+        Sending(const Sending&) = delete;
+        Sending& operator=(const Sending&) = delete;
+        ~Sending() {
+            --watch_.sending_;
+            watch_.expectSign();
+        }
+
+    private:
+        TransferWatch& watch_;
+    };
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
+
+private:
+    void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
+    void propertyChanged(controls::Object& object, const void* property) override;
+    void expectSign();
+    void look();
+    void noteOpenFrame();
+    void showText();
+
+    platform::EventPump& pump_;
+    link::ConnectionPanel& connection_;
+    TransferResult result_;
+    std::unique_ptr<platform::Alarm> alarm_;
+    platform::Micros lastSign_ = 0;
+    int sending_ = 0;
+};
+
+}  // namespace korvane::maps

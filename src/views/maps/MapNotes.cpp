@@ -1,0 +1,107 @@
+#include "views/maps/MapNotes.h"
+
+#include <QEvent>
+#include <QLabel>
+
+#include <memory>
+
+#include "views/frame/ObjectPart.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Palette.h"
+#include "views/widgets/values/Readout.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr double kWarningShare = 0.35;  // of the colour in the ground
+constexpr double kFailureShare = 0.3;   // of the text's colour in the red
+constexpr double kPlateShare = 0.12;
+constexpr int kMargin = 6;
+
+void setColor(QWidget& widget, QPalette::ColorRole role, const QColor& color) {
+    QPalette palette;
+    palette.setResolveMask(0);
+    if (color.isValid()) {
+        palette.setColor(role, color);
+    }
+    widget.setPalette(palette);
+}
+
+// Stays in the middle of the grid's cells.
+class NeverRead : public QLabel {
+public:
+    explicit NeverRead(MapGridView& grid) : QLabel(QStringLiteral("Not read from the ECU yet"), &grid), grid_(grid) {
+        setObjectName(QStringLiteral("neverRead"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAutoFillBackground(true);
+        setMargin(kMargin);
+        grid.installEventFilter(this);
+    }
+
+    void showColors() {
+        const QPalette around = grid_.palette();
+        setColor(*this, QPalette::Window,
+                 mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange) {
+            place();
+        }
+        return QLabel::eventFilter(watched, event);
+    }
+    void showEvent(QShowEvent*) override { place(); }
+
+private:
+    void place() {
+        const QRect cells = grid_.cellRect(0).united(grid_.cellRect(grid_.geometry().cells() - 1));
+        QRect own(QPoint(), sizeHint());
+        own.moveCenter(cells.center());
+        setGeometry(own);
+    }
+
+    MapGridView& grid_;
+};
+
+}  // namespace
+
+QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
+    auto& note = child<Readout>(parent);
+    note.setObjectName(QStringLiteral("transferNote"));
+    note.setToolTip(QStringLiteral("What the ECU was heard to answer to the last transfer"));
+    note.setReserve(QStringLiteral("Fuel: only the first half acknowledged"));
+    ObjectPart::bind(binder, {&watch}, note, [&watch, &note, parent] {
+        const QPalette around = parent->palette();
+        setColor(note, QPalette::WindowText,
+                 watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
+        note.setAccessibleName(QStringLiteral("Answer of the ECU"));
+        note.setText(QString::fromStdString(watch.Text));
+    });
+    return note;
+}
+
+QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
+    auto& line = child<QLabel>(parent);
+    line.setObjectName(QStringLiteral("sizeNote"));
+    line.setAutoFillBackground(true);
+    line.setWordWrap(true);
+    line.setMargin(kMargin);
+    ObjectPart::bind(binder, {&note}, line, [&note, &line, parent] {
+        setColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
+        line.setText(QString::fromStdString(note.Text));
+        line.setVisible(!note.Text.get().empty());
+    });
+    return line;
+}
+
+void addNeverReadNote(maps::MapGrid& grid, MapGridView& view, Binder& binder) {
+    auto& note = *std::make_unique<NeverRead>(view).release();
+    ObjectPart::bind(binder, {&grid.fill}, view, [&grid, &note] {
+        note.showColors();
+        note.setVisible(grid.fill.NeverRead);
+    });
+}
+
+}  // namespace korvane::views

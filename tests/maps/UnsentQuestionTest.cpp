@@ -1,0 +1,84 @@
+#include "EditingBench.h"
+#include "core/tables/ModuleReg.h"
+#include "maps/notes/UnsentQuestion.h"
+
+namespace korvane::maps {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class UnsentQuestionTest : public GridEditingTest {
+protected:
+    [[nodiscard]] bool mayLeave() { return mayLeaveUnsent({&window_}); }
+    void edit(int cells) {
+        for (int cell = 0; cell < cells; ++cell) {
+            key(window_.fuel, cell, kKeyPlus);
+        }
+    }
+};
+
+TEST_F(UnsentQuestionTest, WithoutEditsNobodyIsAsked) {
+    machine_.dialogs.answerQuestion({false, false});
+    EXPECT_TRUE(mayLeave());
+    EXPECT_THAT(machine_.dialogs.takeQuestions(), IsEmpty());
+}
+
+TEST_F(UnsentQuestionTest, AsksWithTheNumberOfCells) {
+    edit(12);
+    machine_.dialogs.answerQuestion({false, false});
+    EXPECT_FALSE(mayLeave());
+    const auto questions = machine_.dialogs.takeQuestions();
+    ASSERT_EQ(questions.size(), 1U);
+    EXPECT_EQ(questions.front().text, "12 fuel cells are not in the ECU");
+    EXPECT_EQ(questions.front().yes, "Close");
+    EXPECT_EQ(questions.front().no, "Keep open");
+}
+
+TEST_F(UnsentQuestionTest, YesLetsTheWindowGo) {
+    edit(1);
+    machine_.dialogs.answerQuestion({true, false});
+    EXPECT_TRUE(mayLeave());
+    machine_.dialogs.answerQuestion({false, false});
+    EXPECT_FALSE(mayLeave());
+}
+
+TEST_F(UnsentQuestionTest, TheBoxStopsTheQuestionForGood) {
+    edit(1);
+    machine_.dialogs.answerQuestion({true, true});
+    EXPECT_TRUE(mayLeave());
+    EXPECT_EQ(core::RegReadString(machine_.preferences, core::kSettingsKey, "AskUnsent"), "0");
+    machine_.dialogs.answerQuestion({false, false});
+    EXPECT_TRUE(mayLeave());
+    EXPECT_EQ(machine_.dialogs.takeQuestions().size(), 1U);
+}
+
+TEST_F(UnsentQuestionTest, ABoxThatIsTickedWithKeepOpenStopsItToo) {
+    edit(1);
+    machine_.dialogs.answerQuestion({false, true});
+    EXPECT_FALSE(mayLeave());
+    EXPECT_TRUE(mayLeave());
+}
+
+TEST_F(UnsentQuestionTest, WithoutAUserTheWindowGoes) {
+    edit(3);
+    EXPECT_TRUE(mayLeave());
+    EXPECT_THAT(machine_.dialogs.takeMessages(), IsEmpty());
+}
+
+TEST_F(UnsentQuestionTest, WindowsOfOneMapShareItsCells) {
+    BenchWindow other(machine_.machine, context_, kOrdinaryMaps);
+    edit(4);
+    key(window_.ign, 0, kKeyPlus);
+    EXPECT_THAT(unsentMaps({&window_, &other}), ElementsAre(UnsentMap{"fuel", 4}, UnsentMap{"ignition", 1}));
+}
+
+TEST(UnsentText, CountsEachMap) {
+    EXPECT_EQ(unsentText({{"fuel", 1}}), "1 fuel cell is not in the ECU");
+    EXPECT_EQ(unsentText({{"fuel", 12}, {"PWM", 1}}), "12 fuel cells and 1 PWM cell are not in the ECU");
+    EXPECT_EQ(unsentText({{"fuel", 2}, {"ignition", 3}, {"PWM", 4}}),
+              "2 fuel cells, 3 ignition cells and 4 PWM cells are not in the ECU");
+}
+
+}  // namespace
+}  // namespace korvane::maps

@@ -1,0 +1,241 @@
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "core/tables/LiveChannel.h"
+#include "support/VirtualProgram.h"
+#include "views/CutTexts.h"
+#include "views/Events.h"
+#include "views/Views.h"
+#include "views/maps/MapGridView.h"
+#include "views/widgets/values/Readout.h"
+
+namespace korvane::views {
+namespace {
+
+using testing::IsEmpty;
+
+// A map window that has read nothing yet.
+struct MapNotesTest : testing::Test, support::VirtualProgram {
+    MapNotesTest() {
+        addViews(host);
+        tables.Features = 0xFFFF;
+    }
+
+    template <class Window>
+    Window& open(int width = 1340, int height = 690) {
+        constexpr bool large = std::is_same_v<Window, maps::FrmMaps_Large>;
+        large ? program.mapWindows().openLarge() : program.mapWindows().open();
+        auto& form = dynamic_cast<Window&>(*windows.loaded().back());
+        maps_ = &form;
+        form.resize(width * 15, height * 15);
+        frame();
+        return form;
+    }
+
+    [[nodiscard]] WindowView& view() const { return *host.viewOf(*maps_); }
+    template <class Widget = QWidget>
+    [[nodiscard]] Widget& find(const char* name) const {
+        return dynamic_cast<Widget&>(*view().findChild<QWidget*>(QString::fromLatin1(name)));
+    }
+    [[nodiscard]] std::string text(const char* name) const { return find<Readout>(name).text().toStdString(); }
+    [[nodiscard]] QLabel& neverReadOn(const char* grid) const {
+        return *find(grid).findChild<QLabel*>(QStringLiteral("neverRead"));
+    }
+
+    void frame() {
+        host.clock().tick();
+        settle();
+    }
+    void run() {
+        using core::LiveChannel;
+        const auto set = [&](LiveChannel channel, double value) {
+            tables.liveValues[core::indexOf(channel)].value = value;
+        };
+        set(LiveChannel::UpdateSpeed, 16);
+        set(LiveChannel::Rpm, 10500);
+        set(LiveChannel::Pressure, 1.35);
+        set(LiveChannel::Lambda, 12.46);
+        set(LiveChannel::Throttle, 100);
+        set(LiveChannel::InjectionDuty, 255);
+        tables.MapPlace = 17;
+        maps_->showNotes();
+        frame();
+    }
+    void edit(maps::MapForm& form) {
+        form.setFocus(&form.fuel(5));
+        form.fuel(5).keyDown(controls::kKeyPlus, 0);
+        frame();
+    }
+
+    void expectNothingCut() const {
+        EXPECT_THAT(cutTexts(view()), IsEmpty());
+        expectNoScrolling();
+    }
+    void expectNoScrolling() const {
+        EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
+    }
+
+    ViewHost host{windows};
+    maps::PaneWindow* maps_ = nullptr;
+};
+
+TEST_F(MapNotesTest, TheHeaderShowsTheRunningEngine) {
+    open<maps::FrmMaps>();
+    EXPECT_EQ(text("stripRpm"), "\u2013");
+    run();
+    EXPECT_EQ(text("stripRpm"), "10500");
+    EXPECT_EQ(text("stripLoad"), "1.35");
+    EXPECT_EQ(text("stripMixture"), "12.46/12.5");
+    EXPECT_EQ(text("stripThrottle"), "100");
+    EXPECT_EQ(text("stripDuty"), "99.6");
+    EXPECT_EQ(find("stripMixture").accessibleName(), "AFR/target");
+    expectNothingCut();
+}
+
+TEST_F(MapNotesTest, TheProgressOfATransferTakesThePlaceOfTheRunningEngine) {
+    auto& form = open<maps::FrmMaps>();
+    EXPECT_TRUE(find("liveStrip").isVisible());
+    form.prgTransfer.start(160);
+    frame();
+    EXPECT_FALSE(find("liveStrip").isVisible());
+    form.prgTransfer.Visible = false;
+    frame();
+    EXPECT_TRUE(find("liveStrip").isVisible());
+}
+
+TEST_F(MapNotesTest, ANumberThatStaysIsNotPaintedAgain) {
+    open<maps::FrmMaps>();
+    run();
+    const PaintCounter paints(find("stripRpm"));
+    run();
+    EXPECT_EQ(paints.count(), 0);
+}
+
+TEST_F(MapNotesTest, TheBoxWithoutAFuelMapHasNoPulse) {
+    tables.SWType = 30;
+    open<maps::FrmMaps_QV_ign>();
+    EXPECT_EQ(view().findChild<QWidget*>(QStringLiteral("stripPulse")), nullptr);
+    EXPECT_NE(view().findChild<QWidget*>(QStringLiteral("stripThrottle")), nullptr);
+    run();
+    EXPECT_EQ(text("stripMixture"), "12.46");
+    EXPECT_EQ(find("stripMixture").accessibleName(), "AFR");
+}
+
+TEST_F(MapNotesTest, ASilentEcuIsSeenBesideTheCaption) {
+    auto& form = open<maps::FrmMaps>();
+    form.btnReadFuel.press();
+    frame();
+    EXPECT_EQ(text("transferNote"), "Fuel: the port is closed");
+    EXPECT_NE(find("transferNote").palette().color(QPalette::WindowText), view().palette().color(QPalette::WindowText));
+    expectNothingCut();
+}
+
+TEST_F(MapNotesTest, ALineAcrossTheWindowTellsOfOtherSizes) {
+    auto& form = open<maps::FrmMaps_Large>();
+    EXPECT_FALSE(find("sizeNote").isVisible());
+    tables.SWType = 11;
+    form.showNotes();
+    frame();
+    ASSERT_TRUE(find("sizeNote").isVisible());
+    EXPECT_EQ(find("sizeNote").width(), find("FrameFuel").width());
+    EXPECT_TRUE(isWhole(find("sizeNote")));
+    expectNoScrolling();
+    tables.SWType = 15;
+    form.showNotes();
+    frame();
+    EXPECT_FALSE(find("sizeNote").isVisible());
+}
+
+TEST_F(MapNotesTest, AGridThatWasNeverReadSaysSoAcrossItsMiddle) {
+    auto& form = open<maps::FrmMaps>();
+    auto& note = neverReadOn("txtFuel");
+    ASSERT_TRUE(note.isVisible());
+    auto& grid = find<MapGridView>("txtFuel");
+    const QPoint middle = grid.cellRect(0).united(grid.cellRect(159)).center();
+    EXPECT_LE((note.geometry().center() - middle).manhattanLength(), 2);
+    form.populateFuel();
+    frame();
+    EXPECT_FALSE(note.isVisible());
+    EXPECT_TRUE(neverReadOn("txtIgn").isVisible());
+    EXPECT_TRUE(neverReadOn("txtInjAnalys").isHidden());
+}
+
+TEST_F(MapNotesTest, TheTextOverAGridLeavesItsCellsToTheMouse) {
+    auto& form = open<maps::FrmMaps>();
+    auto& note = neverReadOn("txtFuel");
+    EXPECT_EQ(find("txtFuel").childAt(note.geometry().center()), nullptr);
+    edit(form);
+    EXPECT_FALSE(note.isVisible());
+}
+
+TEST_F(MapNotesTest, KeepOpenKeepsAWindowWithUnsentEdits) {
+    auto& form = open<maps::FrmMaps>();
+    edit(form);
+    dialogs.answerQuestion({false, false});
+    EXPECT_FALSE(view().close());
+    EXPECT_TRUE(form.isLoaded());
+    EXPECT_EQ(dialogs.takeQuestions().size(), 1U);
+    dialogs.answerQuestion({true, false});
+    EXPECT_TRUE(view().close());
+    EXPECT_EQ(host.viewOf(form), nullptr);
+    settle();
+}
+
+TEST_F(MapNotesTest, ScriptsCloseAWindowWithoutAQuestion) {
+    auto& form = open<maps::FrmMaps>();
+    edit(form);
+    dialogs.answerQuestion({false, false});
+    EXPECT_TRUE(form.unload());
+    EXPECT_THAT(dialogs.takeQuestions(), IsEmpty());
+    settle();
+}
+
+TEST_F(MapNotesTest, TheProgramAsksOnceForAllItsMapWindows) {
+    auto& form = open<maps::FrmMaps>();
+    edit(form);
+    auto& main = *host.viewOf(window);
+    dialogs.answerQuestion({false, false});
+    main.close();
+    EXPECT_FALSE(program.ended());
+    EXPECT_TRUE(form.isLoaded());
+    dialogs.answerQuestion({true, false});
+    main.close();
+    EXPECT_TRUE(program.ended());
+    EXPECT_EQ(dialogs.takeQuestions().size(), 2U);
+    settle();
+}
+
+TEST_F(MapNotesTest, AnAgreementHoldsUntilThePortIsClosed) {
+    connect();
+    auto& form = open<maps::FrmMaps>();
+    edit(form);
+    auto& main = *host.viewOf(window);
+    dialogs.answerQuestion({true, false});
+    main.close();
+    EXPECT_FALSE(program.ended());
+    dialogs.answerQuestion({false, false});
+    main.close();
+    EXPECT_EQ(dialogs.takeQuestions().size(), 1U);
+    pump.wait(1500);
+    EXPECT_TRUE(program.ended());
+    settle();
+}
+
+TEST_F(MapNotesTest, QuittingByAnOrderFromOutsideAsksNothing) {
+    auto& form = open<maps::FrmMaps>();
+    edit(form);
+    dialogs.answerQuestion({false, false});
+    program.quit();
+    EXPECT_TRUE(program.ended());
+    EXPECT_THAT(dialogs.takeQuestions(), IsEmpty());
+    settle();
+}
+
+}  // namespace
+}  // namespace korvane::views
