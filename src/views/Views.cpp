@@ -1,5 +1,7 @@
 #include "views/Views.h"
 
+#include <QApplication>
+
 #include "views/Accessibility.h"
 #include "views/dashboard/BigTextView.h"
 #include "views/dashboard/IgnDebugView.h"
@@ -13,11 +15,13 @@
 #include "views/performance/PowerCalcView.h"
 #include "views/settings/MiscView.h"
 #include "views/trend/TrendView.h"
+#include "views/widgets/Icons.h"
 
 namespace korvane::views {
 
 void addViews(ViewHost& host) {
     installAccessibility();
+    QApplication::setWindowIcon(programIcon());
     host.add<MainView, live::FrmSarn2>("frmSarn2");
     host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");

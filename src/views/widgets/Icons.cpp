@@ -60,7 +60,7 @@ QPixmap numberPicture(int side, const QColor& ink) {
 
 }  // namespace
 
-QIcon windowIcon() {
+QIcon programIcon() {
     QIcon icon;
     for (const int side : kSizes) {
         icon.addPixmap(dialPicture(side));

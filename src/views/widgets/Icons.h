@@ -7,7 +7,7 @@
 namespace korvane::views {
 
 // A dial with its needle up.
-[[nodiscard]] QIcon windowIcon();
+[[nodiscard]] QIcon programIcon();
 
 // A number that fills its frame.
 [[nodiscard]] QIcon bigReadoutIcon(const QPalette& palette);
