@@ -1,6 +1,7 @@
 #include "views/frame/FittedView.h"
 
 #include <QFontInfo>
+#include <QMetaObject>
 #include <QResizeEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/frame/Desk.h"
 #include "views/widgets/Child.h"
 
 namespace korvane::views {
@@ -50,8 +52,21 @@ void FittedView::resizeEvent(QResizeEvent* event) {
 void FittedView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange) {
         fitTexts();
+        // Once all parts have the new font.
+        QMetaObject::invokeMethod(
+            this, [this] { fitWindow(); }, Qt::QueuedConnection);
     }
     WindowView::changeEvent(event);
+}
+
+QSize FittedView::wantedSize() const {
+    return desk() != nullptr ? size().expandedTo(content_.minimumSizeHint()) : size();
+}
+
+void FittedView::fitWindow() {
+    if (desk() != nullptr && isVisible()) {
+        desk()->fit(*this, wantedSize());
+    }
 }
 
 }  // namespace korvane::views

@@ -13,14 +13,18 @@ public:
     FittedView(controls::Window& window, FrameClock& clock, QSizeF usual);
 
     // The widget that contains the parts.
-    [[nodiscard]] QWidget& content() { return content_; }
+    [[nodiscard]] QWidget& content() const { return content_; }
 
 protected:
     void fitTexts();
+    // On real screens large enough that nothing is scrolled.
+    [[nodiscard]] QSize wantedSize() const override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    void fitWindow();
+
     QSizeF usual_;
     QWidget& content_;
 };

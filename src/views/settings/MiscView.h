@@ -11,14 +11,12 @@ public:
     MiscView(settings::FrmMisc& window, FrameClock& clock);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    [[nodiscard]] QSize wantedSize() const override;
 
 private:
     [[nodiscard]] QWidget& makeTabs(settings::FrmMisc& window);
     [[nodiscard]] QWidget& makePages(settings::FrmMisc& window);
     [[nodiscard]] QWidget& makeFoot(settings::FrmMisc& window);
-
-    bool opened_ = false;
 };
 
 }  // namespace korvane::views
