@@ -79,7 +79,7 @@ void WindowView::propertyChanged(controls::Object&, const void* property) {
         raise();
         activateWindow();
     } else if (property == window_.focusProperty()) {
-        binder_.showFocus();
+        showFocus();
     }
 }
 
@@ -183,6 +183,13 @@ void WindowView::changeEvent(QEvent* event) {
         activated();
     }
     QWidget::changeEvent(event);
+}
+
+void WindowView::showFocus() {
+    if (auto* const widget = binder_.widgetOf(window_.activeControl()); widget != nullptr) {
+        focusMoved(*widget);
+    }
+    binder_.showFocus();
 }
 
 // The first window's frame is known only now.

@@ -57,6 +57,9 @@ protected:
     // The window learns of a size that is not its own.
     void reportSize();
 
+    // The focus has moved to this widget, which may be out of sight.
+    virtual void focusMoved(QWidget&) {}
+
     // In which size the window opens, if the screen has room for it.
     [[nodiscard]] virtual QSize wantedSize() const { return size(); }
     [[nodiscard]] const Desk* desk() const { return desk_; }
@@ -67,6 +70,7 @@ private:
     void showColor();
     void showSize();
     void showVisible();
+    void showFocus();
     void activated();
 
     void addKeys();

@@ -11,6 +11,7 @@
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/FoldingRow.h"
 #include "views/widgets/values/Lamp.h"
 
 namespace korvane::views {
@@ -52,13 +53,14 @@ Card& makeGridCard(controls::Frame& frame, maps::MapGrid& grid, const QString& n
 QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent) {
     auto& binder = view.binder();
     auto& card = child<Card>(parent);
-    QWidget* const inside = &card;
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    auto& row = child<QHBoxLayout>(inside);
-    row.setSpacing(kColumnGap);
-    row.addWidget(&makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside),
-                  1);
-    row.addWidget(&makeTransferBar(bar.window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
+    auto& bars = child<FoldingRow>(&card, kColumnGap);
+    child<QHBoxLayout>(&card).addWidget(&bars);
+    QWidget* const inside = &bars;
+    bars.first().addWidget(
+        &makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), inside), 1);
+    bars.first().addWidget(&makeTransferBar(bar.window.prgTransfer, binder, inside, QStringLiteral("Transfer")));
+    auto& row = bars.second();
     row.addSpacing(kGroupGap);
     row.addWidget(&makeButton(bar.files.btnLoad, 'h', binder, inside));
     row.addWidget(&makeButton(bar.files.btnSave, 't', binder, inside));

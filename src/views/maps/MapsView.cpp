@@ -1,10 +1,13 @@
 #include "views/maps/MapsView.h"
 
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QTabBar>
 
+#include "views/maps/MapPages.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
+#include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
 
 namespace korvane::views {
@@ -12,6 +15,10 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr double kSmallestText = 0.8;
+// Text sizes. In a window lower than this, but wide enough for a map beside its buttons, the maps have pages.
+constexpr double kLow = 46;
+constexpr double kWideForPages = 60;
 
 template <class Layout, class Parent>
 Layout& layoutIn(Parent* parent) {
@@ -24,10 +31,11 @@ Layout& layoutIn(Parent* parent) {
 }  // namespace
 
 MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual),
+    : FittedView(window, clock, kUsual, kSmallestText),
       maps_(window),
+      column_(child<ScrollColumn>(&content())),
       left_(layoutIn<QVBoxLayout>(kNobody)),
-      right_(layoutIn<QVBoxLayout>(kNobody)) {
+      right_(layoutIn<QVBoxLayout>(&column_.inside())) {
     QWidget* const inside = &content();
     auto& rows = child<QVBoxLayout>(inside);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
@@ -36,7 +44,7 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     auto& columns = layoutIn<QHBoxLayout>(kNobody);
     rows.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);
-    columns.addLayout(&right_);
+    columns.addWidget(&column_);
 }
 
 void MapsView::addLowerCards() {
@@ -69,7 +77,9 @@ void MapsView::addLive(PairCard& card) {
     card.addBox(maps_.chkOnlineChanges, 'e', 1);
 }
 
-FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(window, clock) {
+FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
+    : MapsView(window, clock),
+      pages_(child<MapPages>(&content(), QStringLiteral("Fuel"), QStringLiteral("Ignition, PWM, analyser"))) {
     addPanes(window);
     addCommands(window);
     addLowerCards();
@@ -87,9 +97,10 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     const auto card = [&](auto& frame, auto& grid, const char* name, QWidget* parent) -> QWidget& {
         return makeGridCard(frame, grid, QString::fromLatin1(name), binder(), parent);
     };
-    left().addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &content()), 1);
-    auto& stack = child<PaneStack>(&content());
-    left().addWidget(&stack, 1);
+    left().addWidget(&pages_, 1);
+    pages_.upper().layout()->addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &pages_.upper()));
+    auto& stack = child<PaneStack>(&pages_.lower());
+    pages_.lower().layout()->addWidget(&stack);
     const auto addPane = [&](auto& frame, auto& grid, const char* name, bool boxes) {
         auto& page = stack.addPage();
         auto& rows = layoutIn<QVBoxLayout>(&page);
@@ -103,6 +114,16 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     addPane(window.FrameInjAnalys, window.analys, "Injection analyser", true);
     addPane(window.FramePWM, window.pwm, "PWM", false);
     addPane(window.FrameIgn, window.ign, "Ignition", false);
+}
+
+void FrmMapsView::resizeEvent(QResizeEvent* event) {
+    const double size = QFontInfo(font()).pixelSize();
+    pages_.setPaged(height() < kLow * size && width() >= kWideForPages * size);
+    MapsView::resizeEvent(event);
+}
+
+void FrmMapsView::focusMoved(QWidget& widget) {
+    pages_.reveal(widget);
 }
 
 void FrmMapsView::addCommands(maps::FrmMaps& window) {
