@@ -1,4 +1,5 @@
 // The map windows on a screen of 1920 by 1080 at 200 %: 960 by 540, less the panel and the title bar.
+#include <QFontInfo>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -101,6 +102,18 @@ TEST_F(LowWindow, BecomesTwoMapsAgainWhereThereIsRoom) {
     EXPECT_FALSE(pages().isVisible());
     EXPECT_TRUE(isInView("txtFuel"));
     EXPECT_TRUE(isInView("txtIgn"));
+}
+
+// 80 % at least; a window of the usual width has texts of the usual size.
+TEST_F(LowWindow, HasSmallerTexts) {
+    auto& form = open(false, kLow);
+    const auto textSize = [this] { return QFontInfo(find("chkTrace").font()).pixelSize(); };
+    const int usual = QFontInfo(view().font()).pixelSize();
+    EXPECT_LT(textSize(), usual);
+    EXPECT_GE(textSize(), usual * 0.8 - 1);
+    form.resize(1340 * 15, 690 * 15);
+    settle();
+    EXPECT_EQ(textSize(), usual);
 }
 
 TEST(FoldingRow, IsFoldedWhereTheGroupsHaveNoRoomSideBySide) {
