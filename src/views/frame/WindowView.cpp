@@ -23,6 +23,10 @@ constexpr QSize kLargest(8000, 8000);  // more than any display; a larger window
 // The grids of the map windows; Escape goes back to the first of them that can be seen.
 constexpr std::array kGrids{"txtFuel", "txtIgn", "txtPWM", "txtInjAnalys"};
 const QString kEscape = QStringLiteral("\x1b");
+
+bool isCloseKey(const QKeyEvent& key) {
+    return key.modifiers() == Qt::ControlModifier && (key.key() == Qt::Key_Q || key.key() == Qt::Key_W);
+}
 }  // namespace
 
 WindowView::WindowView(controls::Window& window, FrameClock& clock) : window_(window), binder_(window, *this, clock) {
@@ -122,6 +126,16 @@ void WindowView::showVisible() {
     setVisible(window_.Visible);
 }
 
+// A key that is sent to this window closes it and not the active one, whose shortcut it is too.
+bool WindowView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && QApplication::activeWindow() != this &&
+        isCloseKey(static_cast<const QKeyEvent&>(*event))) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 void WindowView::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!binder_.isAttached()) {
@@ -201,7 +215,7 @@ void WindowView::activated() {
 
 // A control with the focus has passed the key to the window already.
 void WindowView::keyPressEvent(QKeyEvent* event) {
-    if (event->modifiers() == Qt::ControlModifier && (event->key() == Qt::Key_Q || event->key() == Qt::Key_W)) {
+    if (isCloseKey(*event)) {
         close();
         return;
     }

@@ -46,6 +46,7 @@ public:
     [[nodiscard]] Binder& binder() { return binder_; }
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
