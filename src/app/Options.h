@@ -36,6 +36,12 @@ struct Options {
 // The largest script file in bytes.
 inline constexpr std::size_t kLargestScript = std::size_t{64} << 20U;
 
+// Whether windows come back where the user left them: not if commands work with them, which count on the windows' own
+// sizes.
+[[nodiscard]] inline bool remembersWindows(const Options& options) {
+    return !options.headless && !options.console && !options.script;
+}
+
 struct OptionsError {
     std::string text;  // what is wrong
 };

@@ -10,10 +10,12 @@
 #include "app/CommandInput.h"
 #include "app/FirstPaint.h"
 #include "app/Session.h"
+#include "controls/PlaceMemory.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
 #include "views/Views.h"
+#include "views/frame/Desk.h"
 
 namespace korvane::app {
 
@@ -44,8 +46,12 @@ Surroundings withRealLine(Surroundings surroundings, const Options& options) {
 
 // Without a user a message box would stay open for ever: with a script that runs to its end, or a display that shows
 // nothing.
+bool isSeen() {
+    return QGuiApplication::platformName() != "offscreen";
+}
+
 bool somebodyLooks(const Options& options) {
-    return !options.script && QGuiApplication::platformName() != "offscreen";
+    return !options.script && isSeen();
 }
 
 int runUntilEnded(Session& session, platform::EventPump& pump, const Options& options) {
@@ -66,7 +72,6 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     using Questions = platform::QtDialogs::Questions;
     QApplication application(argc, argv);
     QApplication::setApplicationName("korvane-tuner");
-    QApplication::setApplicationDisplayName("Korvane Tuner");
     QApplication::setDesktopFileName("korvane-tuner");
     QApplication::setQuitOnLastWindowClosed(false);
     platform::QtPump pump;
@@ -76,7 +81,12 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     const platform::Screen screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};
     platform::Dialogs* const shown = somebodyLooks(options) ? &dialogs : nullptr;
     Session session(options, withRealLine({pump, {}, shown, &screenshots, screen}, options));
+    controls::PlaceMemory places(session.preferences());
+    const views::Desk desk(remembersWindows(options) ? &places : nullptr);
     views::ViewHost views(session.windows());
+    if (isSeen()) {
+        views.setDesk(&desk);
+    }
     views::addViews(views);
     screenshots.setViews(&views);
     const FirstPaint firstPaint(session.log());

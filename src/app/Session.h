@@ -48,6 +48,7 @@ public:
     [[nodiscard]] program::Program& program() { return program_; }
     [[nodiscard]] console::ConsoleSession& commands() { return commands_; }
     [[nodiscard]] controls::WindowList& windows() { return windows_; }
+    [[nodiscard]] platform::PreferencesStore& preferences() { return preferences_; }
     [[nodiscard]] platform::DebugLog& log() { return log_; }
 
 private:

@@ -1,5 +1,7 @@
 #include "views/Views.h"
 
+#include <QApplication>
+
 #include "views/Accessibility.h"
 #include "views/dashboard/BigTextView.h"
 #include "views/dashboard/IgnDebugView.h"

@@ -167,5 +167,17 @@ TEST(OptionsTest, HelpAndVersionComeBeforeAllElse) {
     }
 }
 
+TEST(OptionsTest, WindowsComeBackOnlyWhereNoCommandsWorkWithThem) {
+    Options options;
+    EXPECT_TRUE(remembersWindows(options));
+    for (const auto member : {&Options::headless, &Options::console}) {
+        Options other;
+        other.*member = true;
+        EXPECT_FALSE(remembersWindows(other));
+    }
+    options.script = "commands";
+    EXPECT_FALSE(remembersWindows(options));
+}
+
 }  // namespace
 }  // namespace korvane::app

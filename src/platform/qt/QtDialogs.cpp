@@ -65,7 +65,8 @@ QStringList nameFilters(std::string_view filter) {
 
 void QtDialogs::show(const MessageBox& box) {
     const QtPump::Hold hold(pump_);
-    auto shown = std::make_unique<QMessageBox>(iconOf(box.icon), textOf(box.title), QString(), QMessageBox::Ok,
+    const QString title = box.title.empty() ? QStringLiteral("Korvane Tuner") : textOf(box.title);
+    auto shown = std::make_unique<QMessageBox>(iconOf(box.icon), title, QString(), QMessageBox::Ok,
                                                QApplication::activeWindow());
     shown->setTextFormat(Qt::PlainText);
     shown->setText(textOf(box.text));

@@ -1,6 +1,7 @@
 #include "views/frame/FittedView.h"
 
 #include <QFontInfo>
+#include <QMetaObject>
 #include <QResizeEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/frame/Desk.h"
 #include "views/widgets/Child.h"
 
 namespace korvane::views {
@@ -16,10 +18,12 @@ namespace {
 // The share of a larger window's extra size that makes texts larger; the rest makes the parts larger.
 constexpr double kTextShare = 0.6;
 constexpr QSize kSmallest{480, 320};
+// The share of the usual width from which on texts are made smaller.
+constexpr double kNarrow = 0.85;
 }  // namespace
 
-FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual)
-    : WindowView(window, clock), usual_(usual), content_(child<QWidget>(kNobody)) {
+FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest)
+    : WindowView(window, clock), usual_(usual), smallest_(smallest), content_(child<QWidget>(kNobody)) {
     auto& scroll = child<QScrollArea>(this);
     scroll.setFrameShape(QFrame::NoFrame);
     scroll.setWidgetResizable(true);
@@ -33,13 +37,19 @@ FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual
 
 void FittedView::fitTexts() {
     const double size = QFontInfo(font()).pixelSize();
-    const double room = std::min(width() / (size * usual_.width()), height() / (size * usual_.height()));
-    const int pixels = static_cast<int>(std::lround(size * (1 + std::max(room - 1, 0.0) * kTextShare)));
+    const int pixels = static_cast<int>(std::lround(size * textScale(size)));
     if (pixels != QFontInfo(content_.font()).pixelSize()) {
         QFont sized = font();
         sized.setPixelSize(pixels);
         content_.setFont(sized);
     }
+}
+
+// Where there is more room than usual both measures count, where there is less the width.
+double FittedView::textScale(double size) const {
+    const double wide = width() / (size * usual_.width());
+    const double room = std::min(wide, height() / (size * usual_.height()));
+    return room > 1 ? 1 + (room - 1) * kTextShare : std::clamp(wide / kNarrow, smallest_, 1.0);
 }
 
 void FittedView::resizeEvent(QResizeEvent* event) {
@@ -50,8 +60,21 @@ void FittedView::resizeEvent(QResizeEvent* event) {
 void FittedView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange) {
         fitTexts();
+        // Once all parts have the new font.
+        QMetaObject::invokeMethod(
+            this, [this] { fitWindow(); }, Qt::QueuedConnection);
     }
     WindowView::changeEvent(event);
+}
+
+QSize FittedView::wantedSize() const {
+    return desk() != nullptr ? size().expandedTo(content_.minimumSizeHint()) : size();
+}
+
+void FittedView::fitWindow() {
+    if (desk() != nullptr && isVisible()) {
+        desk()->fit(*this, wantedSize());
+    }
 }
 
 }  // namespace korvane::views

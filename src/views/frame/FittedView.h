@@ -1,4 +1,5 @@
-// A view that fits its window: texts grow with a window that is larger than they need; one that is too small scrolls.
+// A view that fits its window: texts grow with a window that is larger than they need; one that is too small scrolls,
+// once its texts are as small as they may be.
 #pragma once
 
 #include <QSizeF>
@@ -10,18 +11,26 @@ namespace korvane::views {
 class FittedView : public WindowView {
 public:
     // A window of `usual` text sizes has all its parts at their usual size.
-    FittedView(controls::Window& window, FrameClock& clock, QSizeF usual);
+    // `smallest` is the least size of texts, as a share of the usual one, in a window that is too narrow.
+    FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest = 1);
 
     // The widget that contains the parts.
-    [[nodiscard]] QWidget& content() { return content_; }
+    [[nodiscard]] QWidget& content() const { return content_; }
 
 protected:
     void fitTexts();
+    // On real screens large enough that nothing is scrolled.
+    [[nodiscard]] QSize wantedSize() const override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    void fitWindow();
+
+    [[nodiscard]] double textScale(double size) const;
+
     QSizeF usual_;
+    double smallest_;
     QWidget& content_;
 };
 

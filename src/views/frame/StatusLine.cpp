@@ -9,7 +9,7 @@ Readout& makeStatusLine(WindowView& view, const controls::Window& window, const 
     status.setObjectName(QStringLiteral("status"));
     status.setText(QString::fromStdString(window.Caption));
     status.setReserve(longest);
-    QObject::connect(&view, &QWidget::windowTitleChanged, &status, &Readout::setText);
+    view.onCaption([&status](const QString& caption) { status.setText(caption); });
     return status;
 }
 

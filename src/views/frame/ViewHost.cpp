@@ -41,6 +41,7 @@ void ViewHost::windowLoaded(controls::Window& window) {
     if (factory != factories_.end()) {
         auto& view = views_[&window];
         view = factory->second(window, clock_);
+        view->setDesk(desk_);
         view->open();
     }
 }

@@ -28,6 +28,9 @@ public:
     ViewHost& operator=(const ViewHost&) = delete;
     ~ViewHost() override;
 
+    // Where windows that are loaded from now on appear; it must exist as long as they do.
+    void setDesk(const Desk* desk) { desk_ = desk; }
+
     // How windows of this name look. Those loaded already get their view now.
     void add(std::string_view windowName, Factory factory);
     template <class View, class Model>
@@ -54,6 +57,7 @@ private:
 
     controls::WindowList& windows_;
     FrameClock clock_;
+    const Desk* desk_ = nullptr;
     std::map<std::string, Factory, std::less<>> factories_;
     std::map<const controls::Window*, std::unique_ptr<WindowView>> views_;
     std::vector<QPointer<WindowView>> leaving_;  // null once they have gone

@@ -27,7 +27,7 @@ constexpr int kSmallestPixels = 7;
 constexpr double kUsualCellHeight = 1.9;  // of the usual text size
 constexpr double kSmallestCellHeight = 1.45;
 constexpr double kUsualCellWidth = 4.0;
-constexpr double kSmallestCellWidth = 3.0;
+constexpr double kSmallestCellWidth = 2.2;
 constexpr double kLineShare = 0.24;
 constexpr int kManyChanges = 24;  // from here on the whole grid is painted at once
 

@@ -15,6 +15,7 @@
 #include "views/maps/MapGridView.h"
 #include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/FoldingRow.h"
 #include "views/widgets/values/Lamp.h"
 
 namespace korvane::views {
@@ -78,15 +79,16 @@ Card& GridCards::make(controls::Frame& frame, maps::MapGrid& grid, const QString
 QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent) {
     auto& binder = view.binder();
     auto& card = child<Card>(parent);
-    QWidget* const inside = &card;
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     card.setTight();
-    auto& row = child<QHBoxLayout>(inside);
-    row.setSpacing(kColumnGap);
+    auto& bars = child<FoldingRow>(&card, kColumnGap);
+    child<QHBoxLayout>(&card).addWidget(&bars);
+    QWidget* const inside = &bars;
+    bars.first().addLayout(&makeTransferState(bar, view, inside), 1);
+    auto& row = bars.second();
     const auto add = [&](controls::CommandButton& button, char mnemonic) {
         row.addWidget(&makeButton(button, mnemonic, binder, inside), 0, Qt::AlignVCenter);
     };
-    row.addLayout(&makeTransferState(bar, view, inside), 1);
     row.addSpacing(kGroupGap - kColumnGap);
     add(bar.files.btnLoad, 'h');
     add(bar.files.btnSave, 't');

@@ -1,12 +1,15 @@
 #include "views/maps/MapsView.h"
 
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QTabBar>
 
 #include "views/maps/MapNotes.h"
+#include "views/maps/MapPages.h"
 #include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
+#include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
 
 namespace korvane::views {
@@ -14,6 +17,10 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr double kSmallestText = 0.8;
+// Text sizes. In a window lower than this, but wide enough for a map beside its buttons, the maps have pages.
+constexpr double kLow = 46;
+constexpr double kWideForPages = 60;
 
 template <class Layout, class Parent>
 Layout& layoutIn(Parent* parent) {
@@ -26,10 +33,11 @@ Layout& layoutIn(Parent* parent) {
 }  // namespace
 
 MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual),
+    : FittedView(window, clock, kUsual, kSmallestText),
       maps_(window),
+      column_(child<ScrollColumn>(&content())),
       left_(layoutIn<QVBoxLayout>(kNobody)),
-      right_(layoutIn<QVBoxLayout>(kNobody)) {
+      right_(layoutIn<QVBoxLayout>(&column_.inside())) {
     QWidget* const inside = &content();
     auto& rows = child<QVBoxLayout>(inside);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
@@ -39,7 +47,7 @@ MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     rows.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);
     left_.addWidget(&makeSizeNote(window.sizeNote, binder(), inside));
-    columns.addLayout(&right_);
+    columns.addWidget(&column_);
 }
 
 void MapsView::addLowerCards() {
@@ -72,7 +80,9 @@ void MapsView::addLive(PairCard& card) {
     card.addBox(maps_.chkOnlineChanges, 'e', 1);
 }
 
-FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock) : MapsView(window, clock) {
+FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
+    : MapsView(window, clock),
+      pages_(child<MapPages>(&content(), QStringLiteral("Fuel"), QStringLiteral("Ignition, PWM, analyser"))) {
     addPanes(window);
     left().addWidget(&makeMapStatusLine(window, binder(), &content()));
     addCommands(window);
@@ -92,9 +102,10 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     const auto card = [&](auto& frame, auto& grid, const char* name, QWidget* parent) -> QWidget& {
         return cards.make(frame, grid, QString::fromLatin1(name), parent);
     };
-    left().addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &content()), 1);
-    auto& stack = child<PaneStack>(&content());
-    left().addWidget(&stack, 1);
+    left().addWidget(&pages_, 1);
+    pages_.upper().layout()->addWidget(&card(window.FrameFuel, window.fuel, "Fuel", &pages_.upper()));
+    auto& stack = child<PaneStack>(&pages_.lower());
+    pages_.lower().layout()->addWidget(&stack);
     const auto addPane = [&](auto& frame, auto& grid, const char* name, bool boxes) {
         auto& page = stack.addPage();
         auto& rows = layoutIn<QVBoxLayout>(&page);
@@ -108,6 +119,16 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     addPane(window.FrameInjAnalys, window.analys, "Injection analyser", true);
     addPane(window.FramePWM, window.pwm, "PWM", false);
     addPane(window.FrameIgn, window.ign, "Ignition", false);
+}
+
+void FrmMapsView::resizeEvent(QResizeEvent* event) {
+    const double size = QFontInfo(font()).pixelSize();
+    pages_.setPaged(height() < kLow * size && width() >= kWideForPages * size);
+    MapsView::resizeEvent(event);
+}
+
+void FrmMapsView::focusMoved(QWidget& widget) {
+    pages_.reveal(widget);
 }
 
 void FrmMapsView::addCommands(maps::FrmMaps& window) {

@@ -12,6 +12,9 @@
 
 namespace korvane::views {
 
+class MapPages;
+class ScrollColumn;
+
 // The common part of both views.
 class MapsView : public FittedView {
 protected:
@@ -31,18 +34,25 @@ protected:
 
 private:
     maps::MapForm& maps_;
+    ScrollColumn& column_;
     QVBoxLayout& left_;
     QVBoxLayout& right_;
 };
 
-// The fuel map above; below it ignition, PWM or analyser, whichever is on top.
+// The fuel map above; below it ignition, PWM or analyser, whichever is on top. In a low window they are on two pages.
 class FrmMapsView : public MapsView {
 public:
     FrmMapsView(maps::FrmMaps& window, FrameClock& clock);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void focusMoved(QWidget& widget) override;
+
 private:
     void addPanes(maps::FrmMaps& window);
     void addCommands(maps::FrmMaps& window);
+
+    MapPages& pages_;
 };
 
 // A tab for each map.

@@ -1,8 +1,6 @@
 #include "views/settings/MiscView.h"
 
-#include <QGuiApplication>
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <array>
@@ -111,16 +109,9 @@ QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
     return line;
 }
 
-// The window's own size is too small for its pages: when it is shown first, it is as large as they need, within the
-// screen.
-void MiscView::showEvent(QShowEvent* event) {
-    FittedView::showEvent(event);
-    if (!opened_) {
-        opened_ = true;
-        const QSize needed = size().expandedTo(content().sizeHint());
-        const bool bounded = QGuiApplication::platformName() != QStringLiteral("offscreen");
-        resize(bounded ? needed.boundedTo(screen()->availableSize()) : needed);
-    }
+// The window's own size is too small for its pages.
+QSize MiscView::wantedSize() const {
+    return size().expandedTo(content().sizeHint());
 }
 
 }  // namespace korvane::views

@@ -11,7 +11,7 @@ public:
     MiscView(settings::FrmMisc& window, FrameClock& clock);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    [[nodiscard]] QSize wantedSize() const override;
 
 private:
     [[nodiscard]] QWidget& makeTabs(settings::FrmMisc& window);
@@ -19,8 +19,6 @@ private:
     [[nodiscard]] QWidget& makeFoot(settings::FrmMisc& window);
     [[nodiscard]] QLayout& makeState(settings::FrmMisc& window, QWidget* parent);
     [[nodiscard]] QWidget& makeSaveLine(settings::FrmMisc& window, QWidget* parent);
-
-    bool opened_ = false;
 };
 
 }  // namespace korvane::views

@@ -17,10 +17,10 @@
 
 #include "views/frame/TransferBar.h"
 #include "views/trend/LogPlot.h"
-#include "views/trend/ScrollColumn.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
+#include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/values/Readout.h"
 

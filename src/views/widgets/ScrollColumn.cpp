@@ -1,4 +1,4 @@
-#include "views/trend/ScrollColumn.h"
+#include "views/widgets/ScrollColumn.h"
 
 #include <QEvent>
 #include <QScrollBar>

@@ -1,0 +1,32 @@
+// Two maps, one above the other, or on two pages where a window is too low for both.
+#pragma once
+
+#include <QWidget>
+
+class QTabBar;
+
+namespace korvane::views {
+
+class MapPages : public QWidget {
+public:
+    MapPages(const QString& upper, const QString& lower, QWidget* parent);
+
+    // What the maps stand in; each has a layout.
+    [[nodiscard]] QWidget& upper() { return upper_; }
+    [[nodiscard]] QWidget& lower() { return lower_; }
+
+    void setPaged(bool paged);
+    [[nodiscard]] bool isPaged() const { return paged_; }
+    // Shows the page on which `inside` is; nothing else changes if it is on none.
+    void reveal(const QWidget& inside);
+
+private:
+    void showPages();
+
+    QTabBar& tabs_;
+    QWidget& upper_;
+    QWidget& lower_;
+    bool paged_ = false;
+};
+
+}  // namespace korvane::views

@@ -1,0 +1,137 @@
+// The map windows on a screen of 1920 by 1080 at 200 %: 960 by 540, less the panel and the title bar.
+#include <QFontInfo>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabBar>
+
+#include <gtest/gtest.h>
+
+#include "maps/MapForm.h"
+#include "support/VirtualProgram.h"
+#include "views/Events.h"
+#include "views/Views.h"
+#include "views/frame/ViewHost.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/FoldingRow.h"
+
+namespace korvane::views {
+namespace {
+
+constexpr std::int32_t kAllFeatures = 0xFFFF;
+constexpr QSize kLow{960, 480};
+
+struct LowWindow : testing::Test, support::VirtualProgram {
+    LowWindow() {
+        addViews(host);
+        tables.Features = kAllFeatures;
+    }
+
+    maps::MapForm& open(bool large, QSize size) {
+        large ? program.mapWindows().openLarge() : program.mapWindows().open();
+        maps_ = dynamic_cast<maps::MapForm*>(windows.loaded().back());
+        pump.wait(1000);
+        maps_->resize(size.width() * 15, size.height() * 15);
+        view().activateWindow();
+        settle();
+        return *maps_;
+    }
+    [[nodiscard]] WindowView& view() const { return *host.viewOf(*maps_); }
+    [[nodiscard]] QWidget& find(const char* name) const { return *view().findChild<QWidget*>(QLatin1String(name)); }
+    // All of it, without scrolling.
+    [[nodiscard]] bool isInView(const char* name) const {
+        const QWidget& widget = find(name);
+        return widget.isVisible() &&
+               view().rect().contains(QRect(widget.mapTo(&view(), QPoint(0, 0)), widget.size())) &&
+               widget.visibleRegion().boundingRect() == widget.rect();
+    }
+    void expectNothingScrolled() const {
+        const auto* const scroll = view().findChild<QScrollArea*>();
+        EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+    }
+    [[nodiscard]] QTabBar& pages() const { return dynamic_cast<QTabBar&>(find("mapPages")); }
+
+    ViewHost host{windows};
+    maps::MapForm* maps_ = nullptr;
+};
+
+TEST_F(LowWindow, ShowsAMapAndTheSendButtons) {
+    open(false, kLow);
+    expectNothingScrolled();
+    for (const char* name :
+         {"txtFuel", "btnReadFuel", "btnWriteFuel", "btnReadIgn", "btnWriteIgn", "btnLoad", "btnHelp", "status"}) {
+        EXPECT_TRUE(isInView(name)) << name;
+    }
+}
+
+TEST_F(LowWindow, HasTheOtherMapOnASecondPage) {
+    open(false, kLow);
+    EXPECT_TRUE(pages().isVisible());
+    EXPECT_FALSE(find("txtIgn").isVisible());
+    pages().setCurrentIndex(1);
+    settle();
+    EXPECT_TRUE(isInView("txtIgn"));
+    EXPECT_FALSE(find("txtFuel").isVisible());
+    EXPECT_TRUE(isInView("btnWriteIgn"));
+}
+
+TEST_F(LowWindow, ShowsThePageOfTheCellThatGetsTheFocus) {
+    auto& form = open(false, kLow);
+    form.setFocus(&form.ign(17));
+    settle();
+    EXPECT_TRUE(isInView("txtIgn"));
+    EXPECT_TRUE(find("txtIgn").hasFocus());
+    form.setFocus(&form.fuel(17));
+    settle();
+    EXPECT_TRUE(isInView("txtFuel"));
+}
+
+TEST_F(LowWindow, OfLargeMapsShowsOneAndTheSendButtons) {
+    open(true, kLow);
+    expectNothingScrolled();
+    for (const char* name : {"txtFuel", "btnReadFuel", "btnWriteFuel", "btnWriteIgn", "btnSavePWM", "btnHelp"}) {
+        EXPECT_TRUE(isInView(name)) << name;
+    }
+}
+
+TEST_F(LowWindow, BecomesTwoMapsAgainWhereThereIsRoom) {
+    auto& form = open(false, kLow);
+    form.resize(1340 * 15, 690 * 15);
+    settle();
+    EXPECT_FALSE(pages().isVisible());
+    EXPECT_TRUE(isInView("txtFuel"));
+    EXPECT_TRUE(isInView("txtIgn"));
+}
+
+// 80 % at least; a window of the usual width has texts of the usual size.
+TEST_F(LowWindow, HasSmallerTexts) {
+    auto& form = open(false, kLow);
+    const auto textSize = [this] { return QFontInfo(find("chkTrace").font()).pixelSize(); };
+    const int usual = QFontInfo(view().font()).pixelSize();
+    EXPECT_LT(textSize(), usual);
+    EXPECT_GE(textSize(), usual * 0.8 - 1);
+    form.resize(1340 * 15, 690 * 15);
+    settle();
+    EXPECT_EQ(textSize(), usual);
+}
+
+TEST(FoldingRow, IsFoldedWhereTheGroupsHaveNoRoomSideBySide) {
+    QWidget window;
+    auto& row = child<FoldingRow>(&window, 10);
+    auto& first = child<QWidget>(&row);
+    auto& second = child<QWidget>(&row);
+    first.setFixedSize(200, 20);
+    second.setFixedSize(100, 30);
+    row.first().addWidget(&first);
+    row.second().addWidget(&second);
+    EXPECT_EQ(row.minimumSizeHint().width(), 200);
+    window.show();
+    row.resize(310, 100);
+    EXPECT_FALSE(row.isFolded());
+    row.resize(309, 100);
+    EXPECT_TRUE(row.isFolded());
+}
+
+}  // namespace
+}  // namespace korvane::views
