@@ -28,6 +28,7 @@ bool Saver::run(const SavePlan& plan) {
 }
 
 void Saver::write(const SavePlan& plan) {
+    const link::LinkState::Transfer transfer(context_.linkState);
     std::optional<PollStop> stop;
     if (plan.stopsPoll) {
         stop.emplace(context_.poll);

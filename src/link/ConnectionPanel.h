@@ -8,6 +8,7 @@
 #include "controls/Controls.h"
 #include "controls/MSComm.h"
 #include "controls/Timer.h"
+#include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
 
 namespace korvane::link {
@@ -47,6 +48,7 @@ struct ConnectionPanel {
     std::array<std::string, 7> baudSettings;
     ReceiveMachine receiver;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
+    LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };
 
 }  // namespace korvane::link
