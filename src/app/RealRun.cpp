@@ -73,6 +73,8 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     platform::Dialogs* const shown = somebodyLooks(options) ? &dialogs : nullptr;
     Session session(options, withRealLine({pump, {}, shown, &screenshots, screen}, options));
     views::ViewHost views(session.windows());
+    auto& program = session.program();
+    views.setLink(program.frmSarn2().linkState, [&program] { program.disconnect(); });
     views::addViews(views);
     screenshots.setViews(&views);
     const FirstPaint firstPaint(session.log());

@@ -14,6 +14,8 @@ public:
 
     // The widget that contains the parts.
     [[nodiscard]] QWidget& content() { return content_; }
+    // The height of what stands below these, where it is not scrolled.
+    [[nodiscard]] int heightBelow();
 
 protected:
     void fitTexts();

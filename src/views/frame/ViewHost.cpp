@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/Machine.h"
+#include "views/frame/LinkMark.h"
+#include "views/widgets/Child.h"
+
 namespace korvane::views {
 
 ViewHost::ViewHost(controls::WindowList& windows) : windows_(windows) {
@@ -15,6 +19,11 @@ ViewHost::~ViewHost() {
     for (const auto& view : leaving_) {
         const std::unique_ptr<WindowView> gone(view.data());
     }
+}
+
+void ViewHost::setLink(link::LinkState& link, std::function<void()> closePort) {
+    link_ = &link;
+    closePort_ = std::move(closePort);
 }
 
 void ViewHost::add(std::string_view windowName, Factory factory) {
@@ -36,6 +45,9 @@ void ViewHost::windowLoaded(controls::Window& window) {
     if (factory != factories_.end()) {
         auto& view = views_[&window];
         view = factory->second(window, clock_);
+        if (link_ != nullptr) {
+            child<LinkMark>(view.get(), *link_, closePort_, window.machine().pump);
+        }
         view->open();
     }
 }

@@ -92,7 +92,7 @@ void MiscView::showEvent(QShowEvent* event) {
     FittedView::showEvent(event);
     if (!opened_) {
         opened_ = true;
-        const QSize needed = size().expandedTo(content().sizeHint());
+        const QSize needed = size().expandedTo(content().sizeHint() + QSize(0, heightBelow()));
         const bool bounded = QGuiApplication::platformName() != QStringLiteral("offscreen");
         resize(bounded ? needed.boundedTo(screen()->availableSize()) : needed);
     }
