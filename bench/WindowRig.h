@@ -11,6 +11,7 @@ namespace korvane {
 
 struct WindowRig {
     WindowRig() {
+        host.setLink(program.frmSarn2().linkState, [this] { program.disconnect(); });
         views::addViews(host);
         program.start();
     }

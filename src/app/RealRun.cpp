@@ -87,6 +87,8 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     if (isSeen()) {
         views.setDesk(&desk);
     }
+    auto& program = session.program();
+    views.setLink(program.frmSarn2().linkState, [&program] { program.disconnect(); });
     views::addViews(views);
     screenshots.setViews(&views);
     const FirstPaint firstPaint(session.log());

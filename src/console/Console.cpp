@@ -172,6 +172,9 @@ void Console::cannot(const controls::Control& control, std::string_view what) co
 }
 
 Target Console::targetOf(const Path& path) const {
+    if (auto property = context_.names.property(path)) {
+        return *std::move(property);
+    }
     if (!finder_.knowsWindow(path)) {
         throw ConsoleError(context_.names.missing(path));
     }

@@ -5,6 +5,7 @@
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "link/LinkState.h"
 
 namespace korvane::fields {
 
@@ -13,7 +14,8 @@ struct Context {
     controls::Window& window;
     const core::SharedTables& tables;
     core::EepromAccess& eeprom;
-    controls::Timer& poll;  // of the live data
+    controls::Timer& poll;                 // of the live data
+    link::LinkState* linkState = nullptr;  // is told of each read and save
 };
 
 }  // namespace korvane::fields

@@ -32,6 +32,7 @@ void Reader::run(const std::function<void()>& opening) {
         return;
     }
     {
+        const link::LinkState::Transfer transfer(context_.linkState);
         std::optional<PollStop> stop;
         if (plan_.pollInterval) {
             stop.emplace(context_.poll, plan_.pollInterval);

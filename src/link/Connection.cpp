@@ -60,7 +60,7 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.Command3.Click = [this] { panel_.MSComm1.Output(kAskPwmTable); };
     panel_.Command4.Click = [this] { panel_.MSComm1.Output(kStorePwmTable); };
     panel_.Timer1.Tick = [this] { timer1Tick(); };
-    panel_.TimerRequestData.Tick = [this] { sendIfOpen(kLiveRequest); };
+    panel_.TimerRequestData.Tick = [this] { pollLiveData(); };
     panel_.TimerGetSettings.Tick = [this] { sendIfOpen(kIdentityRequest); };
     panel_.TimerAlarm.Tick = [this] {
         panel_.window.BackColor = controls::kButtonFace;
@@ -183,6 +183,13 @@ void Connection::sendIfOpen(std::span<const std::uint8_t> bytes) {
     }
 }
 
+void Connection::pollLiveData() {
+    if (panel_.MSComm1.PortOpen()) {
+        panel_.MSComm1.Output(kLiveRequest);
+        panel_.linkState.pollSent();
+    }
+}
+
 bool Connection::closing(int useSound) {
     const auto remember = [&](const char* name, int value) {
         core::RegWriteString(machine_.preferences, core::kSettingsKey, name, std::to_string(value));
@@ -279,12 +286,14 @@ void Connection::takeBytes() {
     const auto taken = panel_.receiver.consume(waiting.first(std::min(waiting.size(), room)));
     panel_.MSComm1.takeInput(taken);
     panel_.bytesReceived += static_cast<std::int32_t>(taken);
+    panel_.linkState.bytesReceived(taken);
 }
 
 // Returns how long the handler took.
 platform::Micros Connection::dispatch() {
     const auto begin = machine_.pump.now();
     const ReceiveMachine::Loan payload(panel_.receiver);
+    panel_.linkState.frameReceived(panel_.receiver.rxCommand(), begin);
     dispatcher_.DoCommand(panel_.receiver.rxCommand(), payload.bytes());
     panel_.receiver.frameDone();
     return machine_.pump.now() - begin;

@@ -50,6 +50,7 @@ private:
     void showConnectError(int number, const std::string& description);
     void showPortDevices();
     void timer1Tick();
+    void pollLiveData();
     void sendIfOpen(std::span<const std::uint8_t> bytes);
     void startSimulation();
     void simulateFrame();

@@ -1,8 +1,11 @@
 #include "link/ConnectionPanel.h"
 
+#include "platform/Machine.h"
+
 namespace korvane::link {
 
-ConnectionPanel::ConnectionPanel(controls::Window& owner) : window(owner) {
+ConnectionPanel::ConnectionPanel(controls::Window& owner)
+    : window(owner), linkState(owner.machine().pump, MSComm1, TimerRequestData, receiver) {
     lblHWVer.Visible = false;
     Command3.setContainer(&FrameOptTest);
     Command4.setContainer(&FrameOptTest);

@@ -10,6 +10,7 @@
 #include "controls/Timer.h"
 #include "link/EcuMap.h"
 #include "link/FrameWitness.h"
+#include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
 
 namespace korvane::link {
@@ -51,6 +52,7 @@ struct ConnectionPanel {
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
     EcuMaps ecuMaps;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
+    LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };
 
 }  // namespace korvane::link

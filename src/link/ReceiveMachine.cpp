@@ -48,12 +48,23 @@ std::size_t ReceiveMachine::hunt(std::span<const std::uint8_t> bytes) {
         std::find_if(bytes.data(), bytes.data() + bytes.size(), [](std::uint8_t byte) { return kIsFrameCode[byte]; });
     if (found == bytes.data() + bytes.size()) {
         command_ = 0;
+        noteSkipped(bytes.size());
         return bytes.size();
     }
+    const auto skipped = static_cast<std::size_t>(found - bytes.data());
+    noteSkipped(skipped);
+    skipping_ = false;
     command_ = *found;
     position_ = 1;
     total_ = kTotalUnknown;
-    return static_cast<std::size_t>(found - bytes.data()) + 1;
+    return skipped + 1;
+}
+
+void ReceiveMachine::noteSkipped(std::size_t count) {
+    if (count > 0 && !skipping_) {
+        skipping_ = true;
+        ++resyncs_;
+    }
 }
 
 void ReceiveMachine::takeLength(std::uint8_t byte) {
@@ -86,6 +97,7 @@ void ReceiveMachine::takeComplement(std::uint8_t byte) {
     } else {
         command_ = 0;
         length_ = 0;
+        ++dropped_;
     }
 }
 

@@ -59,18 +59,26 @@ public:
     [[nodiscard]] std::int16_t rxTotal() const { return total_; }  // position of the complement byte
     [[nodiscard]] bool rxReady() const { return ready_; }
 
+    // Since the start: frames with a wrong complement, and runs of bytes that belong to no frame, each run once.
+    [[nodiscard]] std::int64_t dropped() const { return dropped_; }
+    [[nodiscard]] std::int64_t resyncs() const { return resyncs_; }
+
 private:
     std::size_t hunt(std::span<const std::uint8_t> bytes);
     void takeLength(std::uint8_t byte);
     Payload& freePayload();
     std::size_t takePayload(std::span<const std::uint8_t> bytes);
     void takeComplement(std::uint8_t byte);
+    void noteSkipped(std::size_t count);
 
     std::int32_t position_ = 0;
     std::int16_t length_ = 0;
     std::int16_t total_ = 0;
     std::uint8_t command_ = 0;
     bool ready_ = false;
+    bool skipping_ = false;  // inside a run of bytes that belong to no frame
+    std::int64_t dropped_ = 0;
+    std::int64_t resyncs_ = 0;
     // One for each handler that waits inside another's wait, and one more. A deque, because elements must not move.
     std::deque<Payload> payloads_{1};
     Payload* current_ = &payloads_.front();

@@ -31,7 +31,8 @@ constexpr std::string_view kDigits = "0123456789";
 // Stops the poll and disables the buttons during a transfer.
 class Quiet {
 public:
-    Quiet(FrmSarn2& window, bool pollAfterwards) : window_(window), pollAfterwards_(pollAfterwards) {
+    Quiet(FrmSarn2& window, bool pollAfterwards)
+        : window_(window), pollAfterwards_(pollAfterwards), transfer_(&window.linkState) {
         window.TimerRequestData.Enabled = false;
         enableButtons(false);
         window.prgEeprom.start(kLastTens + 1);
@@ -53,6 +54,7 @@ private:
 
     FrmSarn2& window_;
     bool pollAfterwards_;
+    link::LinkState::Transfer transfer_;
 };
 
 // The number in plain digits, from 0 to `highest`; nothing for any other text.

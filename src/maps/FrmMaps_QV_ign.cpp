@@ -101,7 +101,8 @@ fields::Own FrmMaps_QV_ign::sensorType() {
 }
 
 fields::Context FrmMaps_QV_ign::fieldsContext() {
-    return {*this, context().tables, context().eeprom, context().connection.TimerRequestData};
+    auto& connection = context().connection;
+    return {*this, context().tables, context().eeprom, connection.TimerRequestData, &connection.linkState};
 }
 
 void FrmMaps_QV_ign::Form_Load() {

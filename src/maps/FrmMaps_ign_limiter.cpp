@@ -87,12 +87,14 @@ FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapCo
     : Window(machine, "frmMaps_ign_limiter"),
       IgnitionBoxControls(static_cast<Window&>(*this)),
       fields_(context.tables, rows()),
-      launchControl({*this, context.tables, context.eeprom, context.connection.TimerRequestData}, fields_,
-                    {{"FrameLaunch", "Launch control"},
-                     {"btnReadLaunch", "Read Launch"},
-                     {"btnSaveLaunch", "Save Launch"},
-                     kReadLaunch,
-                     {kLaunchWrites}}),
+      launchControl(
+          {*this, context.tables, context.eeprom, context.connection.TimerRequestData, &context.connection.linkState},
+          fields_,
+          {{"FrameLaunch", "Launch control"},
+           {"btnReadLaunch", "Read Launch"},
+           {"btnSaveLaunch", "Save Launch"},
+           kReadLaunch,
+           {kLaunchWrites}}),
       context_(context),
       line_(*this, context),
       reader_(fieldsContext(), kReadData),
@@ -148,7 +150,8 @@ std::vector<fields::Field> FrmMaps_ign_limiter::rows() {
 }
 
 fields::Context FrmMaps_ign_limiter::fieldsContext() {
-    return {*this, context_.tables, context_.eeprom, context_.connection.TimerRequestData};
+    auto& connection = context_.connection;
+    return {*this, context_.tables, context_.eeprom, connection.TimerRequestData, &connection.linkState};
 }
 
 void FrmMaps_ign_limiter::fillLists() {
@@ -240,6 +243,7 @@ void FrmMaps_ign_limiter::btnReadData_Click() {
 
 // The box starts anew with what it was sent.
 void FrmMaps_ign_limiter::btnSendSettings_Click() {
+    const link::LinkState::Transfer transfer(&context_.connection.linkState);
     const fields::PollStop stop(context_.connection.TimerRequestData);
     if (saver_.run(kSendSettings)) {
         line_.wait(kRestartPause);

@@ -76,6 +76,12 @@ void Program::connectTo(int port) {
     }
 }
 
+void Program::disconnect() {
+    if (frmSarn2_.MSComm1.PortOpen()) {
+        frmSarn2_.btnConnect.press();
+    }
+}
+
 void Program::quit() {
     static_cast<void>(frmSarn2_.unload());
     for (int step = 0; !ended_ && step < kQuitPatience; ++step) {

@@ -34,6 +34,8 @@ public:
     void start();
     // Connects to COM`port` as the tuner would.
     void connectTo(int port);
+    // Closes the port as the tuner would.
+    void disconnect();
     // Closes the main window as its close box does, and returns when the program has ended.
     void quit();
     [[nodiscard]] bool ended() const { return ended_; }

@@ -18,7 +18,7 @@ struct MiscContext {
 
     // What reads and saves need of it.
     [[nodiscard]] fields::Context fieldsContext() const {
-        return {window, tables, eeprom, connection.TimerRequestData};
+        return {window, tables, eeprom, connection.TimerRequestData, &connection.linkState};
     }
 };
 

@@ -32,6 +32,7 @@ void registerMainWindow(Names& names, live::FrmSarn2& window) {
               [&receiver](Names::Indices at) { return payloadByte(receiver, at.front()); });
     addVariable(names, "frmSarn2.bytesReceived", window.bytesReceived);
     addVariable(names, "frmSarn2.isConnected", window.isConnected);
+    names.addObject("linkState", window.linkState, "state");
     addElements(names, "frmSarn2.baudSettings()", window.baudSettings, std::identity());
 }
 

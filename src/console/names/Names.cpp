@@ -53,6 +53,10 @@ void Names::add(const std::string& form, std::vector<IndexRange> ranges, Get get
     entries_.insert_or_assign(withoutBrackets(form), Entry{form, std::move(ranges), std::move(get), std::move(set)});
 }
 
+void Names::addObject(const std::string& name, controls::Object& object, std::string_view main) {
+    objects_.insert_or_assign(name, ObjectEntry{&object, std::string(main)});
+}
+
 void Names::addProcedure(const std::string& name, std::string_view arguments, Procedure procedure) {
     ProcedureEntry entry{std::string(arguments), 0, 0, std::move(procedure)};
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -92,6 +96,17 @@ std::optional<Json> Names::get(const Path& path) const {
         return {};
     }
     return named(path.text, [&] { return entry->get(indices); });
+}
+
+std::optional<Target> Names::property(const Path& path) const {
+    const auto& segments = path.segments;
+    const auto found = objects_.find(segments.front().name);
+    if (found == objects_.end() || !segments.front().isPlain() || segments.size() > 2) {
+        return {};
+    }
+    Segment property;
+    property.name = found->second.main;
+    return Target{found->second.object, nullptr, found->first, segments.size() == 2 ? segments[1] : property};
 }
 
 bool Names::set(const Path& path, const Json& value) const {

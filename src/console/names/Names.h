@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "console/names/Finder.h"
 #include "console/names/Path.h"
 #include "console/text/Json.h"
 
@@ -32,11 +33,16 @@ public:
     // one entry for each index. Getters are called with indices in range only. Without `set` it can only be read.
     void add(const std::string& form, std::vector<IndexRange> ranges, Get get, Set set = {});
 
+    // An object that is in no window, with its properties as members; its bare name is the property `main`.
+    void addObject(const std::string& name, controls::Object& object, std::string_view main);
+
     // `arguments` names them for error sentences, those that may be left out in brackets: "ADDR VALUE [FORCE16]".
     void addProcedure(const std::string& name, std::string_view arguments, Procedure procedure);
 
     // The value at `path`, or nothing if no such name is known. ConsoleError for wrong indices.
     [[nodiscard]] std::optional<Json> get(const Path& path) const;
+    // The property of an object that `path` names, or nothing if no object is named so.
+    [[nodiscard]] std::optional<Target> property(const Path& path) const;
     // False if no such name is known.
     [[nodiscard]] bool set(const Path& path, const Json& value) const;
     // The procedure's answer, if it has one.
@@ -52,6 +58,10 @@ private:
         Get get;
         Set set;
     };
+    struct ObjectEntry {
+        controls::Object* object;
+        std::string main;
+    };
     struct ProcedureEntry {
         std::string arguments;
         std::size_t least = 0;
@@ -62,6 +72,7 @@ private:
     [[nodiscard]] const Entry* find(const Path& path, std::vector<int>& indices) const;
 
     std::map<std::string, Entry, std::less<>> entries_;  // by name without brackets
+    std::map<std::string, ObjectEntry, std::less<>> objects_;
     std::map<std::string, ProcedureEntry, std::less<>> procedures_;
 };
 

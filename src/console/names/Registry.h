@@ -20,7 +20,7 @@ namespace korvane::console {
 // outlive `names`.
 void registerSharedTables(Names& names, core::SharedTables& tables);
 
-// The members of frmSarn2 that are no controls: the state of the receive machine and of the connection.
+// The members of frmSarn2 that are no controls: the state of the receive machine and of the connection; and linkState.
 void registerMainWindow(Names& names, live::FrmSarn2& window);
 
 // The members and procedures of the one clsInjAnalyser; its procedures also by their bare names.

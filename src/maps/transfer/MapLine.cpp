@@ -68,6 +68,7 @@ void MapLine::requestFirst(std::uint8_t command) {
 }
 
 void MapLine::trapped(const std::function<void()>& handler) {
+    const link::LinkState::Transfer transfer(&context_.connection.linkState);
     try {
         handler();
     } catch (const platform::RuntimeError& failure) {

@@ -30,6 +30,7 @@ void PwmTransfer::read() {
 }
 
 void PwmTransfer::ask() {
+    const link::LinkState::Transfer transfer(&window_.context().connection.linkState);
     line_.stopPoll();
     line_.wait(kQuietPause);
     line_.sendIfOpen({link::kAskPwmTable, 0, link::complement(link::kAskPwmTable)});

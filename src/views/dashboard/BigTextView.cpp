@@ -7,6 +7,7 @@
 
 #include "live/readout/BigTextShape.h"
 #include "platform/Machine.h"
+#include "views/frame/LinkMark.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
 #include "views/widgets/Spacing.h"
@@ -41,6 +42,7 @@ BigTextView::BigTextView(live::FrmBigText& window, FrameClock& clock)
       figures_(child<BigFigures>(this)),
       rest_(window.machine().pump.makeAlarm([this] { rested(); })) {
     makeBar();
+    figures_.setFromEcu();
     binder().bind(std::make_unique<FiguresBinding>(binder(), window_.Label1, figures_), {&window_.Label1}, figures_);
     const int room = live::kBesideFigures / kTwipsPerPixel;
     const auto least = live::shapeAround((bar_.minimumSizeHint().width() + room) * kTwipsPerPixel, 1 << 20);
@@ -61,6 +63,9 @@ void BigTextView::makeBar() {
     row.addWidget(&channel);
     row.addWidget(&alarms);
     row.addStretch(1);
+    auto& badge = child<QHBoxLayout>(kNobody);
+    badge.setObjectName(QLatin1String(LinkMark::kPlace));
+    row.addLayout(&badge);
     binder().setTabOrder({&window_.Combo1, &window_.Check1});
 }
 

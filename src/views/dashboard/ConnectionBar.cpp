@@ -7,6 +7,7 @@
 
 #include "views/dashboard/MainParts.h"
 #include "views/dashboard/PortList.h"
+#include "views/frame/LinkMark.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
+constexpr int kBadgeGap = 4;
 constexpr int kListCharacters = 7;
 
 // Wide enough for both of its captions, so that nothing moves when they change.
@@ -79,12 +81,23 @@ public:
         line.addWidget(&bar, 1);
         auto& column = makeColumn();
         column.addLayout(&line);
-        column.addWidget(&readout, 1);
+        column.addLayout(&makeStateRow(readout), 1);
     }
 
     void addSpace() { row_.addStretch(1); }
 
 private:
+    // The state, and beside it the badge with the age of the data.
+    static QHBoxLayout& makeStateRow(Readout& state) {
+        auto& row = child<QHBoxLayout>(kNobody);
+        row.setSpacing(kBadgeGap);
+        row.addWidget(&state);
+        auto& badge = child<QHBoxLayout>(kNobody);
+        badge.setObjectName(QLatin1String(LinkMark::kPlace));
+        row.addLayout(&badge);
+        return row;
+    }
+
     QVBoxLayout& makeColumn() {
         auto& column = child<QVBoxLayout>(kNobody);
         column.setSpacing(kCaptionGap);

@@ -31,6 +31,7 @@ QLayout& makeAccel(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);
     auto& accel = child<Readout>(parent, Readout::Look{.scale = 1.2, .bold = true});
     accel.setReserve(QStringLiteral("255"));
+    accel.setFromEcu();
     binder.bind(window.lblAccel, accel);
     row.addStretch(1);
     row.addWidget(&child<Caption>(parent, QStringLiteral("Accel"), &accel));
@@ -50,6 +51,7 @@ Tile& makeValue(controls::Label& name, controls::Label& value, std::vector<Reado
     auto& valueText = child<Readout>(
         &tile, Readout::Look{.scale = kValueScale, .bold = true, .growing = true, .ground = Ground::Tile});
     valueText.setReserve(QStringLiteral("14.7266"));
+    valueText.setFromEcu();
     nameText.setReserve(QStringLiteral("Throttle"));
     binder.bind(value, valueText);
     binder.bind(name, nameText, &valueText);
@@ -75,6 +77,10 @@ QWidget& makeInstruments(live::FrmSarn2& window, Binder& binder, QWidget* parent
     auto& rpm = child<Dial>(&card);
     auto& boost = child<Dial>(&card);
     auto& throttle = child<Gauge>(&card);
+    for (Dimmable* const instrument :
+         {static_cast<Dimmable*>(&rpm), static_cast<Dimmable*>(&boost), static_cast<Dimmable*>(&throttle)}) {
+        instrument->setFromEcu();
+    }
     binder.bind(window.SarnMeterRpm, rpm);
     binder.bind(window.SarnMeterboost, boost);
     binder.bind(window.SarnGauge3, throttle);

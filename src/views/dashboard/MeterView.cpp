@@ -18,6 +18,7 @@ MeterView::MeterView(live::FrmMeter& window, FrameClock& clock)
     : WindowView(window, clock), dial_(child<Dial>(this)), type_(child<DropDown>(this)) {
     type_.setAccessibleName(QStringLiteral("Type"));
     type_.setMinimumContentsLength(kLongestType);
+    dial_.setFromEcu();
     binder().bind(window.SarnMeter1, dial_);
     binder().bind(window.Combo1, type_);
     // The dial's size is the window's to say.

@@ -40,6 +40,7 @@ Card& makeLamps(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         auto& lamp = child<Lamp>(&card);
         auto& name = child<Readout>(&card);
         name.setReserve(QStringLiteral("IgnChargeError"));
+        lamp.setFromEcu();
         binder.bind(window.imgLed(n), lamp);
         binder.bind(window.lblLED(n), name, &lamp);
         addPair(grid, lamp, name);
@@ -57,6 +58,7 @@ Card& makeInputs(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         auto& value = child<Readout>(&card, Readout::Look{.bold = true, .alignment = Qt::AlignRight});
         name.setReserve(QStringLiteral("Oil pressure"));
         value.setReserve(QStringLiteral("4095"));
+        value.setFromEcu();
         binder.bind(window.lblValueMux(i), value);
         binder.bind(window.lblValueMuxName(i), name, &value);
         addPair(grid, name, value);

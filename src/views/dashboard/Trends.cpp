@@ -58,6 +58,7 @@ QWidget& makeTrends(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         });
         view.setAccessibleName(picture == &window.picTrend ? QStringLiteral("Engine trend")
                                                            : QStringLiteral("Supply and temperature trend"));
+        view.setFromEcu();
         binder.bind(*picture, view);
         pictures.addWidget(&view, 1);
     }

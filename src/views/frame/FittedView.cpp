@@ -31,8 +31,14 @@ FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual
     scroll.setWidget(&content_);
     auto& whole = child<QVBoxLayout>(this);
     whole.setContentsMargins(0, 0, 0, 0);
+    whole.setSpacing(0);
     whole.addWidget(&scroll);
     setMinimumSize(kSmallest);
+}
+
+int FittedView::heightBelow() const {
+    layout()->activate();
+    return height() - layout()->itemAt(0)->geometry().height();
 }
 
 void FittedView::fitTexts() {

@@ -16,6 +16,8 @@ public:
 
     // The widget that contains the parts.
     [[nodiscard]] QWidget& content() const { return content_; }
+    // The height of what stands below these, where it is not scrolled.
+    [[nodiscard]] int heightBelow() const;
 
 protected:
     void fitTexts();

@@ -8,11 +8,7 @@ namespace {
 
 constexpr int kWidth = 12;  // text sizes
 
-}  // namespace
-
-QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
-                              const QString& format) {
-    auto& bar = child<QProgressBar>(parent);
+void setUp(QProgressBar& bar, const QString& name, const QString& format) {
     bar.setFormat(format);
     bar.setTextVisible(!format.isEmpty());
     bar.setFixedWidth(bar.fontMetrics().height() * kWidth);
@@ -21,6 +17,35 @@ QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, Q
     QSizePolicy policy = bar.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     bar.setSizePolicy(policy);
+}
+
+}  // namespace
+
+void TransferBar::setEnded(bool ended) {
+    if (ended != ended_) {
+        ended_ = ended;
+        update();
+    }
+}
+
+void TransferBar::paintEvent(QPaintEvent* event) {
+    if (!ended_) {
+        QProgressBar::paintEvent(event);
+    }
+}
+
+QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
+                              const QString& format) {
+    auto& bar = child<TransferBar>(parent);
+    setUp(bar, name, format);
+    binder.bind(progress, bar);
+    return bar;
+}
+
+QProgressBar& makeWorkBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
+                          const QString& format) {
+    auto& bar = child<QProgressBar>(parent);
+    setUp(bar, name, format);
     binder.bind(progress, bar);
     return bar;
 }

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/Machine.h"
+#include "views/frame/LinkMark.h"
+#include "views/widgets/Child.h"
 #include "views/widgets/Icons.h"
 
 namespace korvane::views {
@@ -20,6 +23,11 @@ ViewHost::~ViewHost() {
     for (const auto& view : leaving_) {
         const std::unique_ptr<WindowView> gone(view.data());
     }
+}
+
+void ViewHost::setLink(link::LinkState& link, std::function<void()> closePort) {
+    link_ = &link;
+    closePort_ = std::move(closePort);
 }
 
 void ViewHost::add(std::string_view windowName, Factory factory) {
@@ -42,6 +50,9 @@ void ViewHost::windowLoaded(controls::Window& window) {
         auto& view = views_[&window];
         view = factory->second(window, clock_);
         view->setDesk(desk_);
+        if (link_ != nullptr) {
+            child<LinkMark>(view.get(), *link_, closePort_, window.machine().pump);
+        }
         view->open();
     }
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "controls/Window.h"
+#include "link/LinkState.h"
 #include "views/frame/FrameClock.h"
 #include "views/frame/WindowView.h"
 
@@ -30,6 +31,8 @@ public:
 
     // Where windows that are loaded from now on appear; it must exist as long as they do.
     void setDesk(const Desk* desk) { desk_ = desk; }
+    // Every view that is made from now on shows the state of the line; `closePort` closes the port as a user does.
+    void setLink(link::LinkState& link, std::function<void()> closePort);
 
     // How windows of this name look. Those loaded already get their view now.
     void add(std::string_view windowName, Factory factory);
@@ -58,6 +61,8 @@ private:
     controls::WindowList& windows_;
     FrameClock clock_;
     const Desk* desk_ = nullptr;
+    link::LinkState* link_ = nullptr;
+    std::function<void()> closePort_;
     std::map<std::string, Factory, std::less<>> factories_;
     std::map<const controls::Window*, std::unique_ptr<WindowView>> views_;
     std::vector<QPointer<WindowView>> leaving_;  // null once they have gone

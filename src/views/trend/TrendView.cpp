@@ -203,8 +203,7 @@ QWidget& TrendView::makeNotes() {
     log.setMinimumWidth(1);  // however long a word in it
     log.setTextInteractionFlags(Qt::TextSelectableByMouse);
     binder().bind(window_.lblLog, log);
-    load_ =
-        &makeTransferBar(window_.prgLoad, binder(), inside, QStringLiteral("Loading"), QStringLiteral("Loading %p%"));
+    load_ = &makeWorkBar(window_.prgLoad, binder(), inside, QStringLiteral("Loading"), QStringLiteral("Loading %p%"));
     QSizePolicy policy = load_->sizePolicy();
     policy.setRetainSizeWhenHidden(false);
     load_->setSizePolicy(policy);

@@ -25,7 +25,7 @@ QFont sized(QFont font, int pixels) {
 
 }  // namespace
 
-BigFigures::BigFigures(QWidget* parent) : QWidget(parent) {
+BigFigures::BigFigures(QWidget* parent) : Dimmable(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     measure();
 }

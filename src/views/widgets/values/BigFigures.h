@@ -1,17 +1,16 @@
 // A number that fills its widget, to be read from afar.
 #pragma once
 
-#include <QWidget>
-
 #include <array>
 
+#include "views/widgets/Dimmable.h"
 #include "views/widgets/values/TabularText.h"
 
 namespace korvane::views {
 
 // Painted by glyph outlines at the size at which they are shown, so that they are sharp on any display. The figures
 // keep their size while a value gains and loses decimals: the widest of the texts shown lately rules.
-class BigFigures : public QWidget {
+class BigFigures : public Dimmable {
 public:
     explicit BigFigures(QWidget* parent);
 
@@ -25,6 +24,7 @@ public:
     [[nodiscard]] int fontPixels() const { return pixels_; }
 
 protected:
+    [[nodiscard]] QColor ground() const override { return palette().color(QPalette::Window); }
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -89,12 +89,16 @@ void Readout::fit() {
     }
 }
 
+QColor Readout::ground() const {
+    const bool own = palette().isBrushSet(QPalette::Active, QPalette::Window) && testAttribute(Qt::WA_SetPalette);
+    return own                               ? palette().color(QPalette::Window)
+           : look_.ground == Ground::Surface ? shades::surface(palette())
+                                             : shades::tile(palette());
+}
+
 void Readout::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const bool own = palette().isBrushSet(QPalette::Active, QPalette::Window) && testAttribute(Qt::WA_SetPalette);
-    painter.fillRect(rect(), own                               ? palette().color(QPalette::Window)
-                             : look_.ground == Ground::Surface ? shades::surface(palette())
-                                                               : shades::tile(palette()));
+    painter.fillRect(rect(), ground());
     painter.setPen(look_.muted && isEnabled() ? shades::names(*this) : palette().color(foregroundRole()));
     const qreal width = digits_.width(shown_) * shrink_;
     const qreal left = look_.alignment.testFlag(Qt::AlignRight)     ? this->width() - width

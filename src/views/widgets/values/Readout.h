@@ -37,6 +37,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    [[nodiscard]] QColor ground() const override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
