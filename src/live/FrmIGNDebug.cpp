@@ -71,9 +71,6 @@ void FrmIGNDebug::placeControls() {
 
 bool FrmIGNDebug::Form_Unload() {
     TimerIGN.Enabled = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

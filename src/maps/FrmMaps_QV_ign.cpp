@@ -119,7 +119,7 @@ void FrmMaps_QV_ign::Form_Shown() {
 
 bool FrmMaps_QV_ign::Form_Unload() {
     context().tables.ignWindowOpen = false;
-    return PaneWindow::Form_Unload();
+    return true;
 }
 
 // The misc block shows words alone: a byte would be half of a limit.

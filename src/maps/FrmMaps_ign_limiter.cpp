@@ -216,9 +216,6 @@ void FrmMaps_ign_limiter::Form_Load() {
 
 bool FrmMaps_ign_limiter::Form_Unload() {
     context_.tables.ignWindowOpen = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

@@ -1,8 +1,6 @@
 // The window of the ignition limiter: an RPM limit, a launch limit, and three inputs with a voltage limit each.
 #pragma once
 
-#include <functional>
-
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"
@@ -60,9 +58,6 @@ public:
     void setCaption(std::string_view caption) override { Caption = caption; }
     void LoadMisc(bool skipTimer) override;
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
-
-    // Called when the window goes.
-    std::function<void()> Closed;
 
 private:
     fields::Fields fields_;

@@ -101,7 +101,7 @@ void MapForm::Form_Load() {
 
 bool MapForm::Form_Unload() {
     static_cast<void>(context().frmInjScale.unload());
-    return PaneWindow::Form_Unload();
+    return true;
 }
 
 // With a block selected the key acts on the block, so that the cell need not be in the grid.

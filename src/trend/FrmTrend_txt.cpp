@@ -180,9 +180,6 @@ void FrmTrend_txt::setHandlers() {
 bool FrmTrend_txt::Form_Unload() {
     Timer1.Enabled = false;
     TimerSim.Enabled = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

@@ -388,7 +388,7 @@ TEST_F(LimiterTest, HasNoMapsAndNoNamesOfGrids) {
 TEST_F(LimiterTest, ItsUnloadClearsTheFlagOfTheIgnitionWindow) {
     tables_.ignWindowOpen = true;
     bool told = false;
-    window_.Closed = [&] { told = true; };
+    window_.Unloaded = [&] { told = true; };
     EXPECT_TRUE(window_.unload());
     EXPECT_FALSE(tables_.ignWindowOpen);
     EXPECT_TRUE(told);

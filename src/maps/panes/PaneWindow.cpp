@@ -51,13 +51,6 @@ void PaneWindow::Form_Load() {
     isFormLoaded = true;
 }
 
-bool PaneWindow::Form_Unload() {
-    if (Closed) {
-        Closed();
-    }
-    return true;
-}
-
 void PaneWindow::initialReads() {
     if (!line_.isOpen()) {
         return;

@@ -54,12 +54,8 @@ public:
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
 
-    // Called when the window is unloaded.
-    std::function<void()> Closed;
-
 protected:
     void Form_Load() override;
-    bool Form_Unload() override;
 
     // Places the panes, after their load.
     virtual void arrangePanes() {}
