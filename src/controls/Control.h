@@ -88,6 +88,7 @@ public:
     [[nodiscard]] std::string path() const;  // "txtFuel(17)"
     [[nodiscard]] Window& window() const { return window_; }
 
+    void place(int left, int top, int width, int height);
     // The frame or page that contains the control, null for the window itself.
     void setContainer(Control* container) { container_ = container; }
     [[nodiscard]] Control* container() const { return container_; }

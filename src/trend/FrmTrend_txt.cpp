@@ -103,27 +103,27 @@ void FrmTrend_txt::describe() {
 void FrmTrend_txt::placeControls() {
     Width = 1240 * 15;
     Height = 680 * 15;
-    struct Place {
-        controls::Control& control;
-        int left, top, width, height;  // twips
-    };
-    for (const auto& [control, left, top, width, height] :
-         std::initializer_list<Place>{{Frame1, 120, 120, 3300, 2700},          {Combo1, 120, 300, 3060, 315},
-                                      {Combo2, 120, 780, 3060, 315},           {Combo3, 120, 1260, 3060, 315},
-                                      {Combo4, 120, 1740, 3060, 315},          {Combo5, 120, 2220, 3060, 315},
-                                      {lblMaxValue, 120, 2940, 1500, 255},     {Combo6, 1620, 2940, 1800, 315},
-                                      {chkAutoSetpoint, 120, 3420, 3300, 315}, {CheckWithLimits, 120, 3780, 3300, 315},
-                                      {lblPoints, 120, 4260, 1500, 255},       {Combopoints, 1620, 4260, 1800, 315},
-                                      {lblMaxpoints, 1620, 4680, 1800, 255},   {btnPrev, 120, 5100, 1600, 435},
-                                      {btnNext, 1820, 5100, 1600, 435},        {btnLoad, 120, 5640, 3300, 435},
-                                      {btnSimulate, 120, 6180, 3300, 435},     {Picture1, 3540, 120, 14940, 9120},
-                                      {lblCursor, 3540, 9300, 14940, 255},     {lblLog, 3540, 9660, 12000, 255},
-                                      {prgLoad, 15660, 9660, 2820, 255}}) {
-        control.Left = left;
-        control.Top = top;
-        control.Width = width;
-        control.Height = height;
-    }
+    Frame1.place(120, 120, 3300, 2700);
+    Combo1.place(120, 300, 3060, 315);
+    Combo2.place(120, 780, 3060, 315);
+    Combo3.place(120, 1260, 3060, 315);
+    Combo4.place(120, 1740, 3060, 315);
+    Combo5.place(120, 2220, 3060, 315);
+    lblMaxValue.place(120, 2940, 1500, 255);
+    Combo6.place(1620, 2940, 1800, 315);
+    chkAutoSetpoint.place(120, 3420, 3300, 315);
+    CheckWithLimits.place(120, 3780, 3300, 315);
+    lblPoints.place(120, 4260, 1500, 255);
+    Combopoints.place(1620, 4260, 1800, 315);
+    lblMaxpoints.place(1620, 4680, 1800, 255);
+    btnPrev.place(120, 5100, 1600, 435);
+    btnNext.place(1820, 5100, 1600, 435);
+    btnLoad.place(120, 5640, 3300, 435);
+    btnSimulate.place(120, 6180, 3300, 435);
+    Picture1.place(3540, 120, 14940, 9120);
+    lblCursor.place(3540, 9300, 14940, 255);
+    lblLog.place(3540, 9660, 12000, 255);
+    prgLoad.place(15660, 9660, 2820, 255);
     for (auto* const list : seriesLists()) {
         list->setContainer(&Frame1);
     }
