@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kKeyPageUp = 33;
 constexpr int kKeyPageDown = 34;
-constexpr int kErrorDivisionByZero = 11;
 constexpr double kFasterThanDriven = 1.33;  // a replay
 constexpr std::size_t kLongestCell = 40;    // bytes of a cell that the line about a row shows
 
@@ -49,10 +48,7 @@ double numberIn(const std::string& text) {
 
 // A little faster than the rows were driven. Milliseconds, rounded down.
 int replayInterval(double rowsPerSecond) {
-    if (rowsPerSecond == 0) {
-        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
-    }
-    return core::toInt32(core::toInt(1000 / rowsPerSecond / kFasterThanDriven));
+    return core::toInt32(core::toInt(core::quotient(1000, rowsPerSecond) / kFasterThanDriven));
 }
 
 // A cell of a damaged log may have megabytes.
