@@ -80,10 +80,9 @@ std::string comparisonName(int input) {
 FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapContext& context)
     : Window(machine, "frmMaps_ign_limiter"),
       IgnitionBoxControls(static_cast<Window&>(*this)),
-      fields_(context.tables, rows()),
-      launchControl({*this, context.tables, context.eeprom, context.connection.TimerRequestData}, fields_,
-                    launchPlan(BytePause::None)),
       context_(context),
+      fields_(context.tables, rows()),
+      launchControl(fieldsContext(), fields_, launchPlan(BytePause::None)),
       line_(*this, context),
       reader_(fieldsContext(), kReadData),
       saver_(fieldsContext(), fields_) {

@@ -60,6 +60,7 @@ public:
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
 
 private:
+    const MapContext& context_;
     fields::Fields fields_;
 
     [[nodiscard]] std::vector<fields::Field> rows();
@@ -81,7 +82,6 @@ private:
     void btnSendSettings_Click();
     void showInputs();
 
-    const MapContext& context_;
     MapLine line_;
     fields::Reader reader_;
     fields::Saver saver_;

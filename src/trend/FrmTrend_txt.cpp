@@ -42,10 +42,6 @@ void fill(controls::ComboBox& list, const Texts& texts, int choice) {
     list.ListIndex = choice;
 }
 
-double numberIn(const std::string& text) {
-    return core::val(text);
-}
-
 // A little faster than the rows were driven. Milliseconds, rounded down.
 int replayInterval(double rowsPerSecond) {
     return core::toInt32(core::toInt(core::quotient(1000, rowsPerSecond) / kFasterThanDriven));
@@ -230,11 +226,11 @@ void FrmTrend_txt::CheckWithLimits_Click() {
 }
 
 std::int32_t FrmTrend_txt::maxRows() const {
-    return core::toInt32(numberIn(lblMaxpoints.Caption));
+    return core::toInt32(core::val(lblMaxpoints.Caption.get()));
 }
 
 void FrmTrend_txt::turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32_t)) {
-    page_ = page(page_, core::toInt32(numberIn(Combopoints.Text())), maxRows());
+    page_ = page(page_, core::toInt32(core::val(Combopoints.Text())), maxRows());
     redraw();
 }
 
@@ -254,14 +250,14 @@ void FrmTrend_txt::Picture1_Resize() {
 void FrmTrend_txt::redraw() {
     try {
         takeSeries();
-        line_.maxY = core::toInt32(numberIn(Combo6.Text()));
+        line_.maxY = core::toInt32(core::val(Combo6.Text()));
         line_.minY = 0;
         line_.Resolution = 10;
         line_.firstRow = page_.pageStart;
         line_.lastRow = page_.pageEnd;
         line_.ToRight = true;
         line_.maxX = page_.pagePoints;
-        if (numberIn(lblMaxpoints.Caption) > 0) {
+        if (core::val(lblMaxpoints.Caption.get()) > 0) {
             line_.DrawSQLTrend(reader_, columns_, false);
             cursor_.setPage({page_.pageStart, page_.pageEnd, line_.maxX, static_cast<double>(line_.frame().left),
                              static_cast<double>(line_.frame().right)});
