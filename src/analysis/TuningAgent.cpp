@@ -14,7 +14,6 @@
 #include "core/files/TextFile.h"
 #include "link/Commands.h"
 #include "maps/grid/MapGeometry.h"
-#include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -24,10 +23,6 @@ namespace {
 
 constexpr int kColumns = maps::kOrdinaryMaps.columns;  // of the arithmetic here, also for the large maps
 constexpr int kLimit = maps::kLargeMaps.cells();
-
-// A pass waits with each correction, and the next tick comes inside the wait. So passes nest while corrections are
-// made; a tick that would nest deeper than this is skipped.
-constexpr int kDeepestPass = 20;
 
 constexpr int kHalfTurn = 25;  // ms, twice for each step
 
@@ -66,10 +61,10 @@ int lift(int from, int to) {
 }  // namespace
 
 void clsInjAnalyser::timerAgent_Timer() {
-    if (window_ == nullptr || depth_ >= kDeepestPass) {
+    const platform::Nesting::Level level(passes_);
+    if (window_ == nullptr || !level) {
         return;
     }
-    const platform::Deeper deeper(depth_);
     showLamp(controls::Picture::Green);
     CorrectAllCells();
     SmoothFuelMap();

@@ -6,7 +6,6 @@
 #include "core/Numbers.h"
 #include "maps/grid/MapGeometry.h"
 #include "platform/EventPump.h"
-#include "platform/RuntimeError.h"
 
 namespace korvane::analysis {
 
@@ -17,17 +16,9 @@ constexpr float kSlowest = 1000.0F;  // rpm: at or below it nothing is gathered
 constexpr std::int16_t kOrdinarySize = maps::kOrdinaryMaps.cells();
 constexpr maps::MapGeometry kGrid = maps::kOrdinaryMaps;  // of the arithmetic here, also for the large maps
 
-// A result as a Single holds it.
-float single(float value) {
-    if (!std::isfinite(value)) {
-        platform::raiseOverflow();
-    }
-    return value;
-}
-
 // The mean of `count` samples with one more.
 float withSample(float mean, float count, float sample) {
-    return single((mean * count + sample) / (count + 1.0F));
+    return core::toSingle((mean * count + sample) / (count + 1.0F));
 }
 
 }  // namespace
@@ -90,7 +81,7 @@ void clsInjAnalyser::addValues(float lambda, float cell, float rpm, float load) 
     const std::int32_t c = core::toInt32(static_cast<double>(cell));
     auto& stats = core::checked(CellStats, c);
     const float count = core::checked(SampleCount, c);
-    stats.LambdaAvg = withSample(stats.LambdaAvg, count, single(lambda * LambdaScale));
+    stats.LambdaAvg = withSample(stats.LambdaAvg, count, core::toSingle(lambda * LambdaScale));
     const float aboveColumn = rpm - static_cast<float>(kGrid.rpmOf(c));
     stats.RpmOffsetAvg = withSample(stats.RpmOffsetAvg, count, std::fmax(aboveColumn, 0.0F));
     // A real division: the position of the cell within its row counts too.
@@ -98,9 +89,9 @@ void clsInjAnalyser::addValues(float lambda, float cell, float rpm, float load) 
     stats.LoadOffsetAvg = withSample(stats.LoadOffsetAvg, count, aboveRow);
     core::checked(SampleCount, c) = count + 1.0F;
     auto& squares = core::checked(SquareSum, c);
-    squares = single(squares + single(lambda * lambda));
-    core::checked(hajonta_, c) = single(squares / (count + 1.0F) - stats.LambdaAvg * stats.LambdaAvg);
-    core::checked(proposals_, c) = single(stats.LambdaAvg - core::checked(setpoints_, c));
+    squares = core::toSingle(squares + core::toSingle(lambda * lambda));
+    core::checked(hajonta_, c) = core::toSingle(squares / (count + 1.0F) - stats.LambdaAvg * stats.LambdaAvg);
+    core::checked(proposals_, c) = core::toSingle(stats.LambdaAvg - core::checked(setpoints_, c));
 }
 
 void clsInjAnalyser::ClearTables() {

@@ -11,6 +11,7 @@
 #include "live/LiveUpdate.h"
 #include "maps/panes/Analysis.h"
 #include "platform/Machine.h"
+#include "platform/Nesting.h"
 
 namespace korvane::analysis {
 
@@ -97,7 +98,9 @@ private:
     bool logData_ = false;
     bool simpleMode_ = false;
     bool agentEnable_ = false;
-    int depth_ = 0;  // of the agent's passes inside each other's waits
+    // A pass of the agent waits with each correction, and the next tick comes inside the wait. So passes nest while
+    // corrections are made; a tick that would nest deeper is skipped.
+    platform::Nesting passes_{20};
 };
 
 }  // namespace korvane::analysis

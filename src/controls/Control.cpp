@@ -46,6 +46,13 @@ Control::~Control() {
     window_.remove(*this);
 }
 
+void Control::place(int left, int top, int width, int height) {
+    Left = left;
+    Top = top;
+    Width = width;
+    Height = height;
+}
+
 std::string Control::path() const {
     std::string text(name_);
     if (index_) {

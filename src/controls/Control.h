@@ -93,6 +93,7 @@ public:
     void setLabel(std::string label) { label_ = std::move(label); }
     [[nodiscard]] const std::string& label() const { return label_; }
 
+    void place(int left, int top, int width, int height);
     // The frame or page that contains the control, null for the window itself.
     void setContainer(Control* container) { container_ = container; }
     [[nodiscard]] Control* container() const { return container_; }

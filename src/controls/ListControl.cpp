@@ -41,7 +41,7 @@ void ListControl::Clear() {
 
 const std::string& ListControl::List(int row) const {
     if (row < 0 || row >= ListCount()) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return rows_[static_cast<std::size_t>(row)];
 }

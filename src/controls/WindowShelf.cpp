@@ -13,7 +13,12 @@ WindowShelf::WindowShelf(platform::EventPump& pump) : pump_(pump), sweeper_(pump
 WindowShelf::~WindowShelf() = default;
 
 void WindowShelf::take(std::unique_ptr<Window> window) {
-    window->Unloaded = [this] { planSweep(); };
+    window->Unloaded = [this, before = std::move(window->Unloaded)] {
+        if (before) {
+            before();
+        }
+        planSweep();
+    };
     windows_.push_back(std::move(window));
 }
 

@@ -19,13 +19,25 @@ public:
     WindowShelf& operator=(const WindowShelf&) = delete;
     ~WindowShelf();
 
-    // Takes the window and shows it. The reference is valid until the window is deleted.
+    // Takes the window and shows it. An Unloaded that it has already is still called. The reference is valid until the
+    // window is deleted.
     template <class Kind>
     Kind& show(std::unique_ptr<Kind> window) {
         auto& shown = *window;
         take(std::move(window));
         shown.show();
         return shown;
+    }
+    // The newest open window of this kind, or else the one that `make` makes. The caller shows it.
+    template <class Kind, class Make>
+    [[nodiscard]] Kind& one(Make make) {
+        if (auto* const window = open<Kind>()) {
+            return *window;
+        }
+        std::unique_ptr<Kind> window = make();
+        auto& made = *window;
+        take(std::move(window));
+        return made;
     }
     // The newest open window of this kind, null if there is none.
     template <class Kind>

@@ -1,5 +1,6 @@
 #include "core/EepromAccess.h"
 
+#include "core/Bytes.h"
 #include "core/Checked.h"
 
 namespace korvane::core {
@@ -8,14 +9,6 @@ namespace {
 
 constexpr int kPauseBetweenBytesMs = 50;
 
-std::uint8_t byteOf(std::int32_t value, unsigned index) {
-    return static_cast<std::uint8_t>((static_cast<std::uint32_t>(value) >> (8 * index)) & 0xFFU);
-}
-
-std::uint8_t complement(std::uint8_t byte) {
-    return static_cast<std::uint8_t>(~byte & 0xFF);
-}
-
 }  // namespace
 
 void EepromAccess::WriteEE(std::int16_t addr, std::int32_t value, bool force16) {
@@ -23,14 +16,14 @@ void EepromAccess::WriteEE(std::int16_t addr, std::int32_t value, bool force16) 
         return;
     }
     const bool word = checked(tables_.EEParams, addr).is16bit || force16;
-    writeByte(addr, byteOf(value, 0));
+    writeByte(addr, lowByte(value));
     if (!word) {
         return;
     }
     pump_.pump();
     pump_.sleep(kPauseBetweenBytesMs);
     pump_.pump();
-    writeByte(std::int32_t{addr} + 1, byteOf(value, 1));
+    writeByte(std::int32_t{addr} + 1, highByte(value));
 }
 
 void EepromAccess::ReadEE(std::int16_t addr, std::int32_t, bool suppress) {
@@ -43,12 +36,12 @@ void EepromAccess::ReadEE16(std::int16_t addr, std::int32_t, bool suppress) {
 
 void EepromAccess::ask(std::uint8_t command, std::int16_t addr, bool suppress) {
     if (!suppress) {
-        send({command, byteOf(addr, 0), byteOf(addr, 1), complement(command)});
+        send({command, lowByte(addr), highByte(addr), complement(command)});
     }
 }
 
 void EepromAccess::writeByte(std::int32_t addr, std::uint8_t data) {
-    send({'W', byteOf(addr, 0), byteOf(addr, 1), data, data, complement('W')});
+    send({'W', lowByte(addr), highByte(addr), data, data, complement('W')});
 }
 
 void EepromAccess::send(std::initializer_list<std::uint8_t> frame) {

@@ -120,8 +120,6 @@ T narrowed(double value) {
     return static_cast<T>(rounded);
 }
 
-constexpr int kErrorDivisionByZero = 11;
-
 constexpr double kCurrencyScale = 10000.0;
 constexpr double kQuickCurrency = 1e9;  // ten-thousandths up to which a double's product is near enough to the true one
 constexpr double kNearHalf = 1e-6;
@@ -170,7 +168,7 @@ double finite(double value) {
 
 double quotient(double dividend, double divisor) {
     if (divisor == 0.0) {
-        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
+        platform::raiseDivisionByZero();
     }
     return finite(dividend / divisor);
 }

@@ -18,7 +18,7 @@ double numberOf(const Factor& factor, const core::SharedTables& tables) {
 std::int32_t toUnsignedWord(double count) {
     const std::int32_t whole = core::toInt32(count);
     if (whole < 0 || whole > kWordMax) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+        platform::raiseOverflow();
     }
     return whole;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "core/Bytes.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "fields/SteppingBox.h"
@@ -131,7 +132,7 @@ bool Fields::take(std::int32_t value, int addr, bool is16, From from) {
 void Fields::keepImage(std::int32_t value, int addr, bool is16) {
     auto& byte = checked(tables_.EEImage, addr);
     if (!is16 && !checked(tables_.EEParams, addr).is16bit) {
-        byte = static_cast<std::uint8_t>(static_cast<std::uint32_t>(value) & 0xFFU);
+        byte = core::lowByte(value);
     } else if (value < kByteValues) {
         byte = core::toByte(value);
     }

@@ -27,7 +27,7 @@ Reader::Reader(const Context& context, const ReadPlan& plan, std::vector<control
     : context_(context), plan_(plan), bars_(std::move(bars)), nesting_(kNestedReads) {}
 
 void Reader::run(const std::function<void()>& opening) {
-    const Nesting::Level level(nesting_);
+    const platform::Nesting::Level level(nesting_);
     if (!level) {
         return;
     }

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "fields/Context.h"
-#include "fields/Nesting.h"
 #include "fields/ReadPlan.h"
+#include "platform/Nesting.h"
 
 namespace korvane::fields {
 
@@ -30,7 +30,7 @@ private:
     Context context_;
     ReadPlan plan_;
     std::vector<controls::ProgressBar*> bars_;
-    Nesting nesting_;
+    platform::Nesting nesting_;
 };
 
 }  // namespace korvane::fields

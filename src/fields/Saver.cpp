@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "core/Bytes.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "fields/PollStop.h"
@@ -93,10 +94,9 @@ void Saver::writeValue(int address, std::int32_t value, Width width, int between
         context_.eeprom.WriteEE(low, value);
         return;
     }
-    const auto bits = static_cast<std::uint32_t>(value);
-    context_.eeprom.WriteEE(low, static_cast<std::uint8_t>(bits & 0xFFU));
+    context_.eeprom.WriteEE(low, core::lowByte(value));
     wait(betweenBytes);
-    context_.eeprom.WriteEE(core::toInt16(address + 1), static_cast<std::uint8_t>((bits >> 8U) & 0xFFU));
+    context_.eeprom.WriteEE(core::toInt16(address + 1), core::highByte(value));
 }
 
 void Saver::wait(int milliseconds) {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "core/Bytes.h"
+
 namespace korvane::link {
 
 inline constexpr std::uint8_t kAskLiveData = 'x';
@@ -35,9 +37,7 @@ inline constexpr std::uint8_t kThrottleIsClosed = '(', kThrottleIsOpen = ')';
 inline constexpr std::uint8_t kAskIgnitionDebug = 'S', kCleanPlugs = '!';
 
 // A command of several bytes ends with the complement of its first byte, and so does every frame.
-[[nodiscard]] constexpr std::uint8_t complement(std::uint8_t command) {
-    return static_cast<std::uint8_t>(~command & 0xFF);
-}
+using core::complement;
 
 [[nodiscard]] constexpr std::array<std::uint8_t, 2> shortCommand(std::uint8_t command) {
     return {command, complement(command)};

@@ -10,7 +10,6 @@
 #include "link/Commands.h"
 #include "link/W32Comms.h"
 #include "platform/DebugLog.h"
-#include "platform/Deeper.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 
@@ -50,7 +49,7 @@ int rowOr0(std::int32_t row, const controls::ComboBox& list) {
 }  // namespace
 
 Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispatcher& dispatcher)
-    : machine_(machine), panel_(panel), dispatcher_(dispatcher) {
+    : machine_(machine), panel_(panel), dispatcher_(dispatcher), receives_(kDeepestReceive) {
     panel_.MSComm1.OnComm = [this] { onComm(); };
     panel_.MSComm1.LineLost = [this](const std::string& reason) { lineLost(reason); };
     panel_.ComboRefresh.Click = [this] { comboRefreshClick(); };
@@ -208,22 +207,24 @@ bool Connection::closing(int useSound) {
 
 void Connection::onComm() {
     // An outer run takes the bytes.
-    if (receiveDepth_ >= kDeepestReceive || nestsTooLong()) {
+    if (nestsTooLong()) {
         return;
     }
     {
-        const platform::Deeper deeper(receiveDepth_);
+        const platform::Nesting::Level level(receives_);
+        if (!level) {
+            return;
+        }
         receiveAll();
     }
     // Pending events run after the bytes of an event. An event that runs here does not do the same again.
-    if (pumps_ == 0) {
-        const platform::Deeper pumping(pumps_);
+    if (const platform::Nesting::Level level(pumps_); level) {
         machine_.pump.pump();
     }
 }
 
 void Connection::receiveAll() {
-    if (receiveDepth_ == 1) {
+    if (receives_.depth() == 1) {
         runBegin_ = machine_.pump.now();
     }
     while (panel_.MSComm1.InBufferCount() > 0) {
@@ -249,7 +250,7 @@ bool Connection::givesWay(platform::Micros lastHandler) {
     if (panel_.MSComm1.InBufferCount() == 0) {
         return false;
     }
-    if (receiveDepth_ == 1) {
+    if (receives_.depth() == 1) {
         const bool ends = machine_.pump.now() - runBegin_ >= kSlice;
         if (ends) {
             panel_.MSComm1.raiseOnCommLater();
@@ -263,7 +264,7 @@ bool Connection::givesWay(platform::Micros lastHandler) {
 }
 
 bool Connection::nestsTooLong() const {
-    return receiveDepth_ > 0 && panel_.MSComm1.mayFlood() && machine_.pump.now() - runBegin_ >= kLongestNesting;
+    return receives_.depth() > 0 && panel_.MSComm1.mayFlood() && machine_.pump.now() - runBegin_ >= kLongestNesting;
 }
 
 void Connection::dropWhatCameTooFast() {

@@ -10,6 +10,7 @@
 #include "link/Dispatcher.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
+#include "platform/Nesting.h"
 
 namespace korvane::link {
 
@@ -58,8 +59,8 @@ private:
     platform::Machine& machine_;
     ConnectionPanel& panel_;
     Dispatcher& dispatcher_;
-    int receiveDepth_ = 0;
-    int pumps_ = 0;  // runs of pending events after the bytes of an event, inside each other
+    platform::Nesting receives_;
+    platform::Nesting pumps_{1};  // runs of pending events after the bytes of an event
     // Time spent in handlers since the buffer was empty last.
     platform::Micros behind_ = 0;
     platform::Micros runBegin_ = 0;  // of the outermost run

@@ -28,7 +28,7 @@ constexpr std::size_t kCaptionWidth = 30;
 template <class Kind>
 Kind& opened(Kind* window) {
     if (window == nullptr) {
-        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+        platform::raiseObjectNotSet();
     }
     return *window;
 }

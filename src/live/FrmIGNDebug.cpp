@@ -47,33 +47,25 @@ FrmIGNDebug::FrmIGNDebug(platform::Machine& machine, FrmSarn2& main, TrendSink& 
 }
 
 void FrmIGNDebug::placeControls() {
-    struct Place {
-        controls::Control& control;
-        int left, top, width, height;  // twips
-    };
     Width = 480 * 15;
     Height = 360 * 15;
-    for (const auto& [control, left, top, width, height] :
-         std::array{Place{lblIgnDeb, 1800, 480, 1500, 315}, Place{lblIgnErr, 3600, 480, 1500, 315},
-                    Place{lblSparkDeb, 1800, 900, 1500, 315}, Place{lblSparkErr, 3600, 900, 1500, 315},
-                    Place{lblRPMticks, 1800, 1320, 1500, 315}, Place{lblEnnakkoTicks, 1800, 1740, 1500, 315},
-                    Place{Command1, 300, 2400, 1500, 435}, Place{Command2, 1950, 2400, 1500, 435},
-                    Place{FrameSparks, 120, 3150, 6900, 1200}, Place{txtSparks, 240, 420, 900, 315},
-                    Place{btnCleanSparkPlugs, 1300, 360, 1500, 435}}) {
-        control.Left = left;
-        control.Top = top;
-        control.Width = width;
-        control.Height = height;
-    }
+    lblIgnDeb.place(1800, 480, 1500, 315);
+    lblIgnErr.place(3600, 480, 1500, 315);
+    lblSparkDeb.place(1800, 900, 1500, 315);
+    lblSparkErr.place(3600, 900, 1500, 315);
+    lblRPMticks.place(1800, 1320, 1500, 315);
+    lblEnnakkoTicks.place(1800, 1740, 1500, 315);
+    Command1.place(300, 2400, 1500, 435);
+    Command2.place(1950, 2400, 1500, 435);
+    FrameSparks.place(120, 3150, 6900, 1200);
+    txtSparks.place(240, 420, 900, 315);
+    btnCleanSparkPlugs.place(1300, 360, 1500, 435);
     txtSparks.setContainer(&FrameSparks);
     btnCleanSparkPlugs.setContainer(&FrameSparks);
 }
 
 bool FrmIGNDebug::Form_Unload() {
     TimerIGN.Enabled = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

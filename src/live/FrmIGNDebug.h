@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <span>
 
 #include "controls/Controls.h"
@@ -38,10 +37,8 @@ public:
     // shown, and nothing else is done.
     void showDebugFrame(std::span<const std::uint8_t> payload) override;
 
-    // Called when the window goes. The live poll stays as it is.
-    std::function<void()> Closed;
-
 protected:
+    // The live poll stays as it is.
     bool Form_Unload() override;
 
 private:

@@ -1,8 +1,6 @@
 #include "live/LiveUpdate.h"
 
-#include <cmath>
 #include <exception>
-#include <limits>
 #include <string_view>
 
 #include "core/Numbers.h"
@@ -35,12 +33,10 @@ void skippingErrors(Step step) {
 // The number in the text, in the range of a float.
 double numberIn(std::string_view text) {
     if (text.empty() || text.find_first_not_of("0123456789+-.E") != std::string_view::npos) {
-        throw platform::RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");
+        platform::raiseTypeMismatch();
     }
     const double number = core::val(text);
-    if (std::abs(number) > std::numeric_limits<float>::max()) {
-        throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
-    }
+    static_cast<void>(core::toSingle(number));  // raises for one out of that range
     return number;
 }
 

@@ -22,26 +22,19 @@ constexpr int kTrendWidth = 9000;  // until a view has a size for it
 constexpr int kTrendHeight = 3600;
 constexpr int kDialSize = 2700;
 
-void place(Control& control, int left, int top, int width, int height) {
-    control.Left = left;
-    control.Top = top;
-    control.Width = width;
-    control.Height = height;
-}
-
 void placeConnection(FrmSarn2& window) {
     int left = kGap;
     for (Control* control : std::initializer_list<Control*>{&window.ComboPort, &window.ComboBaud, &window.ComboRefresh,
                                                             &window.btnConnect}) {
-        place(*control, left, kGap, 1200, kButton);
+        control->place(left, kGap, 1200, kButton);
         left += 1200 + kGap;
     }
     for (Control* control : std::initializer_list<Control*>{&window.lblState, &window.lblBytesRec, &window.lblPackets,
                                                             &window.lblHWVer, &window.lblFeatures}) {
-        place(*control, left, 180, kColumn, kLine);
+        control->place(left, 180, kColumn, kLine);
         left += kColumn + kGap;
     }
-    place(window.prgSettings, left, 180, kColumn, kLine);
+    window.prgSettings.place(left, 180, kColumn, kLine);
 }
 
 void placeButtons(FrmSarn2& window) {
@@ -50,26 +43,26 @@ void placeButtons(FrmSarn2& window) {
              &window.btnKartat, &window.btnAsetukset, &window.btnBackup, &window.btnUploadEEPROM,
              &window.btnDatalogTrend, &window.btnTuningHelp, &window.Command1, &window.Command2, &window.Command5,
              &window.Command6, &window.Command7, &window.Command8}) {
-        place(*control, kGap, top, kColumn, kButton);
+        control->place(kGap, top, kColumn, kButton);
         top += kButton + kGap;
     }
-    place(window.FrameOptTest, kGap, top, kColumn, 2 * kButton + 4 * kGap);
-    place(window.prgEeprom, kGap, top + 2 * kButton + 5 * kGap, kColumn, kLine);
-    place(window.Command3, kGap, 2 * kGap, kColumn - 2 * kGap, kButton);
-    place(window.Command4, kGap, 3 * kGap + kButton, kColumn - 2 * kGap, kButton);
+    window.FrameOptTest.place(kGap, top, kColumn, 2 * kButton + 4 * kGap);
+    window.prgEeprom.place(kGap, top + 2 * kButton + 5 * kGap, kColumn, kLine);
+    window.Command3.place(kGap, 2 * kGap, kColumn - 2 * kGap, kButton);
+    window.Command4.place(kGap, 3 * kGap + kButton, kColumn - 2 * kGap, kButton);
 }
 
 void placeValues(FrmSarn2& window) {
     constexpr int kPitch = kLine + 150;
     const auto row = [](Control& name, Control& value, int number) {
-        place(name, kGap, 2 * kGap + number * kPitch, 1300, kLine);
-        place(value, 1500, 2 * kGap + number * kPitch, 1500, kLine);
+        name.place(kGap, 2 * kGap + number * kPitch, 1300, kLine);
+        value.place(1500, 2 * kGap + number * kPitch, 1500, kLine);
     };
-    place(window.FrameValues, kValuesLeft, kValuesTop, 3300, 3 * kGap + 12 * kPitch);
+    window.FrameValues.place(kValuesLeft, kValuesTop, 3300, 3 * kGap + 12 * kPitch);
     for (int i = 0; i < window.lblValue.count(); ++i) {
         row(window.lblValueName(i), window.lblValue(i), i);
     }
-    place(window.FrameMux, kStatusLeft, 5600, 3300, 3 * kGap + 8 * kPitch);
+    window.FrameMux.place(kStatusLeft, 5600, 3300, 3 * kGap + 8 * kPitch);
     for (int i = 0; i < window.lblValueMux.count(); ++i) {
         row(window.lblValueMuxName(i), window.lblValueMux(i), i);
     }
@@ -86,16 +79,16 @@ void placeInstruments(FrmSarn2& window) {
         control->Width = kDialSize;
         left += kDialSize + kGap;
     }
-    place(window.lblAccel, left, kInstrumentsTop, kColumn, kLine);
+    window.lblAccel.place(left, kInstrumentsTop, kColumn, kLine);
 }
 
 void placeTrends(FrmSarn2& window) {
-    place(window.picTrend, kTrendsLeft, 3400, kTrendWidth, kTrendHeight);
-    place(window.picTrend2, kTrendsLeft, 6900, kTrendWidth, kTrendHeight);
+    window.picTrend.place(kTrendsLeft, 3400, kTrendWidth, kTrendHeight);
+    window.picTrend2.place(kTrendsLeft, 6900, kTrendWidth, kTrendHeight);
     int left = kTrendsLeft;
     for (Control* control : std::initializer_list<Control*>{&window.chkSlowTrend, &window.chkUseSound,
                                                             &window.chkDatalog, &window.txtDatalogFile}) {
-        place(*control, left, 9900, 2100, kButton);
+        control->place(left, 9900, 2100, kButton);
         left += 2100 + kGap;
     }
 }

@@ -20,7 +20,6 @@ constexpr double kRadiansPerDegree = 3.14159265 / 180;
 constexpr double kNeedleStart = 0.17;  // of the radius: the hub hides the rest
 constexpr int kPeakHoldTicks = 10;
 constexpr platform::Micros kPeakTick = 50 * kMicrosPerMilli;
-constexpr int kErrorDivisionByZero = 11;
 
 constexpr double kLengthWhenAbsent = 0.7;
 constexpr double kLengthNotWritten = 0.8;
@@ -60,7 +59,7 @@ SarnMeter::SarnMeter(controls::Window& window, std::string_view name, std::optio
 void SarnMeter::setValue(double value) {
     value_ = value < Min ? Min.get() : value > Max ? Max.get() : value;
     if (Max.get() == 0) {
-        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
+        platform::raiseDivisionByZero();
     }
     position_ = (value_ - Min) / Max * (MaxPos - MinPos);
     if (value_ != lastValue_) {

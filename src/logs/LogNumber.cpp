@@ -107,9 +107,9 @@ double numberOf(std::string_view text, char decimal) {
         case Outcome::Number:
             return number;
         case Outcome::TooLarge:
-            throw platform::RuntimeError(platform::kErrorOverflow, "Overflow");
+            platform::raiseOverflow();
         default:
-            throw platform::RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");
+            platform::raiseTypeMismatch();
     }
 }
 

@@ -1,8 +1,6 @@
 #include "logs/clsTXTdata.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <new>
 
 #include "core/Checked.h"
@@ -25,10 +23,6 @@ constexpr double kPressureScale = 100;    // shown value / logged value
 constexpr std::uint32_t kUsualRate = 15;  // of a row that is alone in its second
 constexpr double kLiveSpeed = 16;
 
-[[noreturn]] void outOfRange() {
-    throw RuntimeError(platform::kErrorSubscript, "Subscript out of range");
-}
-
 std::string_view nameOf(int column) {
     const auto index = static_cast<std::size_t>(column);
     return index < kColumnNames.size() ? kColumnNames[index] : std::string_view();
@@ -37,18 +31,7 @@ std::string_view nameOf(int column) {
 // What a scaled column shows for the logged text; 0 for none.
 double scaled(std::string_view text, int column, char decimal) {
     const double logged = text.empty() ? 0 : numberOf(text, decimal);
-    const double shown = column == kRpmColumn ? logged / kRpmScale : logged * kPressureScale;
-    if (!std::isfinite(shown)) {
-        throw RuntimeError(platform::kErrorOverflow, "Overflow");
-    }
-    return shown;
-}
-
-double inSinglePrecision(double value) {
-    if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max())) {
-        throw RuntimeError(platform::kErrorOverflow, "Overflow");
-    }
-    return static_cast<double>(static_cast<float>(value));
+    return core::finite(column == kRpmColumn ? logged / kRpmScale : logged * kPressureScale);
 }
 
 // Most texts are plain numbers, which the quick path converts.
@@ -112,13 +95,13 @@ void clsTXTdata::readRows() {
 
 void clsTXTdata::addRow(const LogLine& line) {
     if (itemCount_ == kReadRows) {
-        outOfRange();
+        platform::raiseSubscript();
     }
     starts_.push_back(static_cast<std::uint32_t>(line.next));
     const std::string_view text = bytes_.text().substr(line.begin, line.end - line.begin);
     stage_ = Stage::Cells;
     if (countCells(text) > static_cast<std::size_t>(kReadColumns)) {
-        outOfRange();
+        platform::raiseSubscript();
     }
     addRate(cellOf(text, kTimeColumn));
     stage_ = Stage::Rate;
@@ -160,7 +143,7 @@ bool clsTXTdata::isScaled(int column, std::int32_t row) const {
 
 LogCell clsTXTdata::Data(int column, int row) const {
     if (column < 0 || column >= kReadColumns || row < 0 || row > kReadRows) {
-        outOfRange();
+        platform::raiseSubscript();
     }
     if (row == 0) {
         return nameOf(column);
@@ -218,7 +201,7 @@ LogColumn clsTXTdata::convert(int column, CellReading reading) const {
     try {
         for (; row <= itemCount_; ++row) {
             converted.values[static_cast<std::size_t>(row)] =
-                reading == CellReading::Val ? valAt(column, row) : inSinglePrecision(number(column, row));
+                reading == CellReading::Val ? valAt(column, row) : core::toSingle(number(column, row));
         }
     } catch (const RuntimeError& failure) {
         converted.failedRow = row;

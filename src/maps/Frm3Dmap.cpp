@@ -125,10 +125,8 @@ void Frm3Dmap::Form_Load() {
 }
 
 void Frm3Dmap::Form_Resize() {
-    MSChart1.Left = kMargin / 2;
-    MSChart1.Top = kMargin / 2;
-    MSChart1.Width = std::max(kMargin, Width.get()) - kMargin;
-    MSChart1.Height = std::max(kMargin, Height.get()) - kMargin;
+    MSChart1.place(kMargin / 2, kMargin / 2, std::max(kMargin, Width.get()) - kMargin,
+                   std::max(kMargin, Height.get()) - kMargin);
 }
 
 }  // namespace korvane::maps

@@ -37,20 +37,13 @@ FrmInjScale::FrmInjScale(platform::Machine& machine, core::SharedTables& tables)
 }
 
 void FrmInjScale::placeControls() {
-    struct Place {
-        controls::Control& control;
-        int left, top, width, height;  // twips
-    };
-    for (const auto& [control, left, top, width, height] :
-         std::array{Place{FrameInjectorSize, 120, 120, 6000, 2000}, Place{lblInjectorOld, 120, 360, 1500, 255},
-                    Place{txtInjectorOld, 1700, 360, 1000, 315}, Place{lblInjectorNew, 120, 780, 1500, 255},
-                    Place{txtInjectorNew, 1700, 780, 1000, 315}, Place{btnInjectorChange, 1700, 1300, 1500, 435},
-                    Place{FrameFuelPressure, 120, 2240, 6000, 1500}}) {
-        control.Left = left;
-        control.Top = top;
-        control.Width = width;
-        control.Height = height;
-    }
+    FrameInjectorSize.place(120, 120, 6000, 2000);
+    lblInjectorOld.place(120, 360, 1500, 255);
+    txtInjectorOld.place(1700, 360, 1000, 315);
+    lblInjectorNew.place(120, 780, 1500, 255);
+    txtInjectorNew.place(1700, 780, 1000, 315);
+    btnInjectorChange.place(1700, 1300, 1500, 435);
+    FrameFuelPressure.place(120, 2240, 6000, 1500);
     for (controls::Control* control : std::initializer_list<controls::Control*>{
              &lblInjectorOld, &txtInjectorOld, &lblInjectorNew, &txtInjectorNew, &btnInjectorChange}) {
         control->setContainer(&FrameInjectorSize);

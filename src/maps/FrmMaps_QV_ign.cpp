@@ -24,13 +24,6 @@ constexpr Pause kWritePause{50};
 
 constexpr std::array kIdleReads{fields::range(&A::IDLE_ADV0, 5)};
 constexpr std::array kIdleWrites{SaveStep{&A::IDLE_ADV0, kWritePause}};
-constexpr std::array kLaunchWrites{
-    SaveStep{.address = &A::LAUNCHCONTROL_LO, .pause = kWritePause, .betweenBytes = 50},
-    SaveStep{&A::LAUNCH_MODE_OFF, kWritePause},
-    SaveStep{&A::LAUNCH_DELAY_OFF, kWritePause},
-    SaveStep{&A::ACCEL_LIMITER_MODE_OFF, kWritePause},
-    SaveStep{&A::ACCEL_LIMITER_VALUE_OFF, kWritePause},
-};
 constexpr std::array kSetupReads{fields::one(&A::CHARGE_TIME_OFF), fields::one(&A::IGN_EDGE_OFFSET)};
 constexpr std::array kSetupWrites{
     SaveStep{&A::CHARGE_TIME_OFF, kWritePause},
@@ -69,13 +62,7 @@ FrmMaps_QV_ign::FrmMaps_QV_ign(platform::Machine& machine, const MapContext& map
                     {kIdleReads, kReadPause},
                     {kIdleWrites}},
                    {&prgTransfer}),
-      launchControl(fieldsContext(), fields_,
-                    {{"FrameLaunch", "Launch control"},
-                     {"btnReadLaunch", "Read Launch"},
-                     {"btnSaveLaunch", "Save Launch"},
-                     kReadLaunch,
-                     {kLaunchWrites}},
-                    {&prgTransfer}),
+      launchControl(fieldsContext(), fields_, launchPlan(BytePause::Ms50), {&prgTransfer}),
       ignitionSetup(fieldsContext(), fields_,
                     {{"FrameIgn2", "Ignition"},
                      {"btnreadign_2", "Read Ignition"},
@@ -120,7 +107,7 @@ void FrmMaps_QV_ign::Form_Shown() {
 
 bool FrmMaps_QV_ign::Form_Unload() {
     context().tables.ignWindowOpen = false;
-    return PaneWindow::Form_Unload();
+    return true;
 }
 
 // The misc block shows words alone: a byte would be half of a limit.
@@ -139,9 +126,7 @@ void FrmMaps_QV_ign::arrangePanes() {
     std::initializer_list<controls::Control*> idle{&lblIdleAdv,    &txtIdleAdv(0), &txtIdleAdv(1),
                                                    &txtIdleAdv(2), &txtIdleAdv(3), &txtIdleAdv(4)};
     idleIgnition.place(0, kGroupTop, idle);
-    launchControl.place(
-        kGroupWidth, kGroupTop,
-        {&txtLaunchControlLimit, &Combolaunchmode, &txtLaunchFixedDelay, &ComboAccellimiter, &txtMaxAccel});
+    placeLaunch(launchControl, kGroupWidth, kGroupTop);
     ignitionSetup.place(2 * kGroupWidth, kGroupTop, {&txtchargetime, &Combosensortype});
 }
 

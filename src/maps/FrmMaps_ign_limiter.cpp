@@ -58,13 +58,6 @@ constexpr std::array kSendSteps{
 constexpr fields::SavePlan kSendSettings{
     kSendSteps, false, {"Sending data to device: Sending.. ", "Data sent and stored to device."}};
 
-constexpr Pause kLaunchPause{50};
-constexpr std::array kLaunchWrites{
-    SaveStep{&A::LAUNCHCONTROL_LO, kLaunchPause},        SaveStep{&A::LAUNCH_MODE_OFF, kLaunchPause},
-    SaveStep{&A::LAUNCH_DELAY_OFF, kLaunchPause},        SaveStep{&A::ACCEL_LIMITER_MODE_OFF, kLaunchPause},
-    SaveStep{&A::ACCEL_LIMITER_VALUE_OFF, kLaunchPause},
-};
-
 constexpr fields::Codec kVolts{fields::Width::UnsignedWord, 0.02};
 constexpr fields::Stepping kVoltKeys{250, &controls::Control::ToolTipText};
 
@@ -76,6 +69,7 @@ constexpr int kWidth = 1080 * 15;  // twips
 constexpr int kHeight = 510 * 15;
 constexpr int kFrameWidth = 4500;
 constexpr int kLowerTop = 3600;
+constexpr int kMargin = 360;
 
 std::string comparisonName(int input) {
     return "InputCompare" + std::to_string(input + 1);
@@ -86,16 +80,9 @@ std::string comparisonName(int input) {
 FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapContext& context)
     : Window(machine, "frmMaps_ign_limiter"),
       IgnitionBoxControls(static_cast<Window&>(*this)),
-      fields_(context.tables, rows()),
-      launchControl(
-          {*this, context.tables, context.eeprom, context.connection.TimerRequestData, &context.connection.linkState},
-          fields_,
-          {{"FrameLaunch", "Launch control"},
-           {"btnReadLaunch", "Read Launch"},
-           {"btnSaveLaunch", "Save Launch"},
-           kReadLaunch,
-           {kLaunchWrites}}),
       context_(context),
+      fields_(context.tables, rows()),
+      launchControl(fieldsContext(), fields_, launchPlan(BytePause::None)),
       line_(*this, context),
       reader_(fieldsContext(), kReadData),
       saver_(fieldsContext(), fields_) {
@@ -181,36 +168,18 @@ void FrmMaps_ign_limiter::rememberComparisons() {
 }
 
 void FrmMaps_ign_limiter::place() {
-    const auto stack = [](controls::Frame& frame, int left, int top, std::initializer_list<controls::Control*> inside) {
-        constexpr int kRow = 360;  // twips
-        frame.Left = left;
-        frame.Top = top;
-        frame.Width = kFrameWidth;
-        frame.Height = kRow * (static_cast<int>(inside.size()) + 1);
-        int row = kRow;
-        for (auto* control : inside) {
-            control->setContainer(&frame);
-            control->Left = kRow;
-            control->Top = row;
-            control->Width = kFrameWidth - 2 * kRow;
-            control->Height = kRow - 60;
-            row += kRow;
-        }
-    };
-    stack(FrameRpmSensor, 0, 0, {&txtSigPerRev, &txtCylCount, &Combosensortype});
-    stack(FrameRpmLimit, kFrameWidth, 0,
+    stack(FrameRpmSensor, 0, 0, kMargin, {&txtSigPerRev, &txtCylCount, &Combosensortype});
+    stack(FrameRpmLimit, kFrameWidth, 0, kMargin,
           {&txtrpmlimitLOW, &ComboInputFuncLow(3), &txtrpmlimitLOWpre, &ComboInputFuncLow(4), &txtrpmlimitHIGH,
            &ComboInputFuncLow(5), &txtrpmlimitHIGHpre, &ComboInputFuncLow(6)});
     const std::array labels{&lblInput1, &lblInput2, &lblInput3};
     for (int i = 0; i < kInputs; ++i) {
         FrameInput(i).Caption = "INPUT " + std::to_string(i + 1) + ", voltage limit";
-        stack(FrameInput(i), i * kFrameWidth, kLowerTop,
+        stack(FrameInput(i), i * kFrameWidth, kLowerTop, kMargin,
               {&ComboInputCompare(i), &txtInputvolt(i), &ComboInputFuncLow(i), &comboInputFuncHi(i),
                &txtInputFuncVal(i), labels.at(static_cast<std::size_t>(i))});
     }
-    launchControl.place(
-        2 * kFrameWidth, 0,
-        {&txtLaunchControlLimit, &Combolaunchmode, &txtLaunchFixedDelay, &ComboAccellimiter, &txtMaxAccel});
+    placeLaunch(launchControl, 2 * kFrameWidth, 0);
 }
 
 void FrmMaps_ign_limiter::Form_Load() {
@@ -219,9 +188,6 @@ void FrmMaps_ign_limiter::Form_Load() {
 
 bool FrmMaps_ign_limiter::Form_Unload() {
     context_.tables.ignWindowOpen = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

@@ -1,8 +1,6 @@
 // The window of the ignition limiter: an RPM limit, a launch limit, and three inputs with a voltage limit each.
 #pragma once
 
-#include <functional>
-
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"
@@ -61,10 +59,8 @@ public:
     void LoadMisc(bool skipTimer) override;
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
 
-    // Called when the window goes.
-    std::function<void()> Closed;
-
 private:
+    const MapContext& context_;
     fields::Fields fields_;
 
     [[nodiscard]] std::vector<fields::Field> rows();
@@ -86,7 +82,6 @@ private:
     void btnSendSettings_Click();
     void showInputs();
 
-    const MapContext& context_;
     MapLine line_;
     fields::Reader reader_;
     fields::Saver saver_;

@@ -56,28 +56,18 @@ void FrmPowerCalc::showDesign() {
 }
 
 void FrmPowerCalc::placeControls() {
-    struct Place {
-        controls::Control& control;
-        int left, top, width, height;  // twips
-    };
     Width = 920 * 15;
     Height = 500 * 15;
-    for (const auto& [control, left, top, width, height] :
-         std::array{Place{txtSpeed, 5700, 300, 1500, 600}, Place{lbltimer, 7500, 300, 2400, 600},
-                    Place{imgLed, 10200, 480, 240, 240}, Place{List1, 4800, 2000, 6300, 4800},
-                    Place{Command1, 9600, 6900, 1500, 435}, Place{Command2, 300, 6900, 1500, 435},
-                    Place{Command3, 1950, 6900, 1500, 435}}) {
-        control.Left = left;
-        control.Top = top;
-        control.Width = width;
-        control.Height = height;
-    }
+    txtSpeed.place(5700, 300, 1500, 600);
+    lbltimer.place(7500, 300, 2400, 600);
+    imgLed.place(10200, 480, 240, 240);
+    List1.place(4800, 2000, 6300, 4800);
+    Command1.place(9600, 6900, 1500, 435);
+    Command2.place(300, 6900, 1500, 435);
+    Command3.place(1950, 6900, 1500, 435);
     int top = 300;
     for (auto* const box : carBoxes()) {
-        box->Left = 2400;
-        box->Top = top;
-        box->Width = 1500;
-        box->Height = 315;
+        box->place(2400, top, 1500, 315);
         top += 435;
     }
 }

@@ -26,16 +26,30 @@ private:
 // The numbers that more than one module raises.
 inline constexpr int kErrorOverflow = 6;
 inline constexpr int kErrorSubscript = 9;
+inline constexpr int kErrorDivisionByZero = 11;
 inline constexpr int kErrorTypeMismatch = 13;
 inline constexpr int kErrorObjectNotSet = 91;
 
-// For an index outside its table, and for a number that its type can't hold.
+// For an index outside its table, a number that its type can't hold, a text that is no number, and a window or control
+// that is not there.
 [[noreturn]] inline void raiseSubscript() {
     throw RuntimeError(kErrorSubscript, "Subscript out of range");
 }
 
 [[noreturn]] inline void raiseOverflow() {
     throw RuntimeError(kErrorOverflow, "Overflow");
+}
+
+[[noreturn]] inline void raiseTypeMismatch() {
+    throw RuntimeError(kErrorTypeMismatch, "Type mismatch");
+}
+
+[[noreturn]] inline void raiseObjectNotSet() {
+    throw RuntimeError(kErrorObjectNotSet, "Object variable not set");
+}
+
+[[noreturn]] inline void raiseDivisionByZero() {
+    throw RuntimeError(kErrorDivisionByZero, "Division by zero");
 }
 
 }  // namespace korvane::platform

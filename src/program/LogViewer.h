@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
 #include "controls/WindowShelf.h"
 #include "core/tables/LiveTable.h"
@@ -23,15 +24,16 @@ public:
     void unload() { shelf_.unloadAll(); }
 
     // Null while no viewer is open.
-    [[nodiscard]] trend::FrmTrend_txt* window() const { return window_; }
+    [[nodiscard]] trend::FrmTrend_txt* window() const { return shelf_.open<trend::FrmTrend_txt>(); }
 
 private:
+    [[nodiscard]] std::unique_ptr<trend::FrmTrend_txt> make();
+
     live::FrmSarn2& frmSarn2_;
     live::LiveUpdate& liveUpdate_;
     core::LiveTable& live_;
     logs::clsTXTdata*& reader_;
     controls::WindowShelf shelf_;
-    trend::FrmTrend_txt* window_ = nullptr;
 };
 
 }  // namespace korvane::program

@@ -24,33 +24,36 @@ void MapWindows::open() {
     if (core::hasLargeMaps(swType)) {
         openLarge();
     } else if (ignitesOnly(swType)) {
-        openOnly(frmMaps_QV_ign_);
+        openOnly<maps::FrmMaps_QV_ign>();
     } else if (swType == kLimiterType) {
         openLimiter();
     } else {
-        openOnly(frmMaps_);
+        openOnly<maps::FrmMaps>();
     }
 }
 
 void MapWindows::openLarge() {
-    auto window = std::make_unique<maps::FrmMaps_Large>(machine_, context_);
-    window->Closed = [this, shown = window.get()] { closed(*shown); };
+    auto window = make<maps::FrmMaps_Large>();
     announce(*window);
     shelf_.show(std::move(window));
 }
 
+void MapWindows::openLimiter() {
+    openOnly<maps::FrmMaps_ign_limiter>();
+}
+
 template <class Kind>
-void MapWindows::openOnly(Kind*& only) {
-    if (only != nullptr) {
-        announce(*only);
-        only->show();
-        return;
-    }
+void MapWindows::openOnly() {
+    auto& window = shelf_.one<Kind>([this] { return make<Kind>(); });
+    announce(window);
+    window.show();
+}
+
+template <class Kind>
+std::unique_ptr<Kind> MapWindows::make() {
     auto window = std::make_unique<Kind>(machine_, context_);
-    only = window.get();
-    window->Closed = [this, &only] { closed(*std::exchange(only, nullptr)); };
-    announce(*window);
-    shelf_.show(std::move(window));
+    window->Unloaded = [this, made = window.get()] { closed(*made); };
+    return window;
 }
 
 void MapWindows::announce(maps::MapForm& window) {
@@ -93,8 +96,8 @@ void MapWindows::forget(const link::MapWindow& window) {
 }
 
 void MapWindows::populateFuelOUT() {
-    if (frmMaps_ != nullptr) {
-        frmMaps_->populateFuelOUT();
+    if (auto* const frmMaps = shelf_.open<maps::FrmMaps>()) {
+        frmMaps->populateFuelOUT();
     }
 }
 

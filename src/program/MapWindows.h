@@ -22,7 +22,7 @@ public:
     // The window for the firmware type that the ECU has named.
     void open();
     void openLarge();
-    void openLimiter() { openOnly(frmMaps_ign_limiter_); }
+    void openLimiter();
     void unloadAll() { shelf_.unloadAll(); }
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
@@ -31,7 +31,9 @@ public:
 private:
     // The one of its kind: shown again, or made.
     template <class Kind>
-    void openOnly(Kind*& only);
+    void openOnly();
+    template <class Kind>
+    [[nodiscard]] std::unique_ptr<Kind> make();
     // The rest of the program learns of the window.
     void announce(maps::MapForm& window);
     void announce(maps::FrmMaps_QV_ign& window);
@@ -45,9 +47,6 @@ private:
     const maps::MapContext& context_;
     link::Windows& windows_;
     controls::WindowShelf shelf_;
-    maps::FrmMaps* frmMaps_ = nullptr;
-    maps::FrmMaps_QV_ign* frmMaps_QV_ign_ = nullptr;
-    maps::FrmMaps_ign_limiter* frmMaps_ign_limiter_ = nullptr;
     const maps::MapForm* analysed_ = nullptr;
 };
 

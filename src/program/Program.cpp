@@ -1,9 +1,12 @@
 #include "program/Program.h"
 
+#include <memory>
+
 #include "core/Numbers.h"
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
@@ -38,7 +41,6 @@ Program::Program(platform::Machine& machine)
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
-      debugWindow_(machine, frmSarn2_, trends_, logWriter_, windows_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     connection_.loadSettings = [this] { frmMisc_.load(); };
@@ -59,7 +61,7 @@ void Program::connectButtons() {
     frmSarn2_.Command6.Click = [this] { readoutWindows_.openBigText(); };
     frmSarn2_.Command8.Click = [this] { readoutWindows_.openMeter(); };
     frmSarn2_.btnDatalogTrend.Click = [this] { logViewer_.open(); };
-    frmSarn2_.Command5.Click = [this] { debugWindow_.open(); };
+    frmSarn2_.Command5.Click = [this] { openDebugWindow(); };
     frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
@@ -120,12 +122,21 @@ void Program::nameChannels() {
     }
 }
 
+void Program::openDebugWindow() {
+    using live::FrmIGNDebug;
+    shelf_
+        .one<FrmIGNDebug>([this] {
+            auto window = std::make_unique<FrmIGNDebug>(machine_, frmSarn2_, trends_, logWriter_);
+            windows_.frmIGNDebug = window.get();
+            window->Unloaded = [this] { windows_.frmIGNDebug = nullptr; };
+            return window;
+        })
+        .show();
+}
+
 void Program::openPowerCalc() {
-    if (auto* const open = shelf_.open<performance::FrmPowerCalc>()) {
-        open->show();
-    } else {
-        shelf_.show(std::make_unique<performance::FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)));
-    }
+    using performance::FrmPowerCalc;
+    shelf_.one<FrmPowerCalc>([this] { return std::make_unique<FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)); }).show();
 }
 
 void Program::mainWindowUnload(bool& stays) {
@@ -133,7 +144,6 @@ void Program::mainWindowUnload(bool& stays) {
     if (!stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
-        debugWindow_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         readoutWindows_.unloadAll();

@@ -16,7 +16,6 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
-#include "program/DebugWindow.h"
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
@@ -64,6 +63,8 @@ private:
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
+    // One at a time, each made anew for its opening.
+    void openDebugWindow();
     void openPowerCalc();
 
     platform::Machine& machine_;
@@ -85,7 +86,6 @@ private:
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
-    DebugWindow debugWindow_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

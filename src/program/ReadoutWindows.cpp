@@ -1,6 +1,9 @@
 #include "program/ReadoutWindows.h"
 
+#include <memory>
+
 #include "live/readout/FrmBigText.h"
+#include "live/readout/FrmMeter.h"
 
 namespace korvane::program {
 
@@ -12,14 +15,7 @@ void ReadoutWindows::openBigText() {
 }
 
 void ReadoutWindows::openMeter() {
-    if (frmMeter_ != nullptr) {
-        frmMeter_->show();
-        return;
-    }
-    auto window = std::make_unique<live::FrmMeter>(machine_);
-    frmMeter_ = window.get();
-    frmMeter_->Closed = [this] { frmMeter_ = nullptr; };
-    shelf_.show(std::move(window));
+    shelf_.one<live::FrmMeter>([this] { return std::make_unique<live::FrmMeter>(machine_); }).show();
 }
 
 void ReadoutWindows::unloadAll() {

@@ -1,12 +1,9 @@
 // The big readouts and the window to try the dial, and how long each lives.
 #pragma once
 
-#include <memory>
-
 #include "controls/WindowShelf.h"
 #include "core/tables/LiveTable.h"
 #include "live/readout/BigTexts.h"
-#include "live/readout/FrmMeter.h"
 #include "platform/Machine.h"
 
 namespace korvane::program {
@@ -27,7 +24,6 @@ private:
     const core::LiveTable& live_;
     live::BigTexts bigTexts_;
     controls::WindowShelf shelf_;
-    live::FrmMeter* frmMeter_ = nullptr;
 };
 
 }  // namespace korvane::program

@@ -29,10 +29,7 @@ public:
             left_ = kGap;
             rowHeight_ = 0;
         }
-        control.Left = left_;
-        control.Top = top_;
-        control.Width = width;
-        control.Height = height;
+        control.place(left_, top_, width, height);
         left_ += width + kGap;
         right_ = std::max(right_, left_);
         rowHeight_ = std::max(rowHeight_, height);

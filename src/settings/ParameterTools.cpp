@@ -1,5 +1,6 @@
 #include "settings/ParameterTools.h"
 
+#include "core/Bytes.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/files/ChannelFile.h"
@@ -110,11 +111,10 @@ void ParameterTools::Command1_Click() {
 void ParameterTools::btnWriteEE16bit_Click() {
     trapped([this] {
         const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");
-        const auto bits = static_cast<std::uint16_t>(value);
         const auto low = address();
         const auto high = numberOf(window_.TextOs, addressBehind, kAddressRange);
-        eeprom_.WriteEE(low, bits & 0xFFU);
-        eeprom_.WriteEE(high, bits >> 8U);
+        eeprom_.WriteEE(low, core::lowByte(value));
+        eeprom_.WriteEE(high, core::highByte(value));
     });
 }
 

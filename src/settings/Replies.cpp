@@ -58,7 +58,7 @@ void Replies::showBlock(std::span<const std::uint8_t> payload) {
 }
 
 void Replies::pause() {
-    if (const fields::Nesting::Level level(pauses_); level) {
+    if (const platform::Nesting::Level level(pauses_); level) {
         context_.window.machine().pump.wait(kBlockPause);
     }
 }

@@ -5,7 +5,7 @@
 #include <span>
 
 #include "fields/Fields.h"
-#include "fields/Nesting.h"
+#include "platform/Nesting.h"
 #include "settings/MiscContext.h"
 
 namespace korvane::settings {
@@ -34,7 +34,7 @@ private:
 
     const MiscContext& context_;
     fields::Fields& fields_;
-    fields::Nesting pauses_;
+    platform::Nesting pauses_;
     int markedCell_ = -1;
 };
 

@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kKeyPageUp = 33;
 constexpr int kKeyPageDown = 34;
-constexpr int kErrorDivisionByZero = 11;
 constexpr double kFasterThanDriven = 1.33;  // a replay
 constexpr std::size_t kLongestCell = 40;    // bytes of a cell that the line about a row shows
 
@@ -43,16 +42,9 @@ void fill(controls::ComboBox& list, const Texts& texts, int choice) {
     list.ListIndex = choice;
 }
 
-double numberIn(const std::string& text) {
-    return core::val(text);
-}
-
 // A little faster than the rows were driven. Milliseconds, rounded down.
 int replayInterval(double rowsPerSecond) {
-    if (rowsPerSecond == 0) {
-        throw platform::RuntimeError(kErrorDivisionByZero, "Division by zero");
-    }
-    return core::toInt32(core::toInt(1000 / rowsPerSecond / kFasterThanDriven));
+    return core::toInt32(core::toInt(core::quotient(1000, rowsPerSecond) / kFasterThanDriven));
 }
 
 // A cell of a damaged log may have megabytes.
@@ -103,27 +95,27 @@ void FrmTrend_txt::describe() {
 void FrmTrend_txt::placeControls() {
     Width = 1240 * 15;
     Height = 680 * 15;
-    struct Place {
-        controls::Control& control;
-        int left, top, width, height;  // twips
-    };
-    for (const auto& [control, left, top, width, height] :
-         std::initializer_list<Place>{{Frame1, 120, 120, 3300, 2700},          {Combo1, 120, 300, 3060, 315},
-                                      {Combo2, 120, 780, 3060, 315},           {Combo3, 120, 1260, 3060, 315},
-                                      {Combo4, 120, 1740, 3060, 315},          {Combo5, 120, 2220, 3060, 315},
-                                      {lblMaxValue, 120, 2940, 1500, 255},     {Combo6, 1620, 2940, 1800, 315},
-                                      {chkAutoSetpoint, 120, 3420, 3300, 315}, {CheckWithLimits, 120, 3780, 3300, 315},
-                                      {lblPoints, 120, 4260, 1500, 255},       {Combopoints, 1620, 4260, 1800, 315},
-                                      {lblMaxpoints, 1620, 4680, 1800, 255},   {btnPrev, 120, 5100, 1600, 435},
-                                      {btnNext, 1820, 5100, 1600, 435},        {btnLoad, 120, 5640, 3300, 435},
-                                      {btnSimulate, 120, 6180, 3300, 435},     {Picture1, 3540, 120, 14940, 9120},
-                                      {lblCursor, 3540, 9300, 14940, 255},     {lblLog, 3540, 9660, 12000, 255},
-                                      {prgLoad, 15660, 9660, 2820, 255}}) {
-        control.Left = left;
-        control.Top = top;
-        control.Width = width;
-        control.Height = height;
-    }
+    Frame1.place(120, 120, 3300, 2700);
+    Combo1.place(120, 300, 3060, 315);
+    Combo2.place(120, 780, 3060, 315);
+    Combo3.place(120, 1260, 3060, 315);
+    Combo4.place(120, 1740, 3060, 315);
+    Combo5.place(120, 2220, 3060, 315);
+    lblMaxValue.place(120, 2940, 1500, 255);
+    Combo6.place(1620, 2940, 1800, 315);
+    chkAutoSetpoint.place(120, 3420, 3300, 315);
+    CheckWithLimits.place(120, 3780, 3300, 315);
+    lblPoints.place(120, 4260, 1500, 255);
+    Combopoints.place(1620, 4260, 1800, 315);
+    lblMaxpoints.place(1620, 4680, 1800, 255);
+    btnPrev.place(120, 5100, 1600, 435);
+    btnNext.place(1820, 5100, 1600, 435);
+    btnLoad.place(120, 5640, 3300, 435);
+    btnSimulate.place(120, 6180, 3300, 435);
+    Picture1.place(3540, 120, 14940, 9120);
+    lblCursor.place(3540, 9300, 14940, 255);
+    lblLog.place(3540, 9660, 12000, 255);
+    prgLoad.place(15660, 9660, 2820, 255);
     for (auto* const list : seriesLists()) {
         list->setContainer(&Frame1);
     }
@@ -180,9 +172,6 @@ void FrmTrend_txt::setHandlers() {
 bool FrmTrend_txt::Form_Unload() {
     Timer1.Enabled = false;
     TimerSim.Enabled = false;
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 
@@ -237,11 +226,11 @@ void FrmTrend_txt::CheckWithLimits_Click() {
 }
 
 std::int32_t FrmTrend_txt::maxRows() const {
-    return core::toInt32(numberIn(lblMaxpoints.Caption));
+    return core::toInt32(core::val(lblMaxpoints.Caption.get()));
 }
 
 void FrmTrend_txt::turn(LogPage (*page)(const LogPage&, std::int32_t, std::int32_t)) {
-    page_ = page(page_, core::toInt32(numberIn(Combopoints.Text())), maxRows());
+    page_ = page(page_, core::toInt32(core::val(Combopoints.Text())), maxRows());
     redraw();
 }
 
@@ -261,14 +250,14 @@ void FrmTrend_txt::Picture1_Resize() {
 void FrmTrend_txt::redraw() {
     try {
         takeSeries();
-        line_.maxY = core::toInt32(numberIn(Combo6.Text()));
+        line_.maxY = core::toInt32(core::val(Combo6.Text()));
         line_.minY = 0;
         line_.Resolution = 10;
         line_.firstRow = page_.pageStart;
         line_.lastRow = page_.pageEnd;
         line_.ToRight = true;
         line_.maxX = page_.pagePoints;
-        if (numberIn(lblMaxpoints.Caption) > 0) {
+        if (core::val(lblMaxpoints.Caption.get()) > 0) {
             line_.DrawSQLTrend(reader_, columns_, false);
             cursor_.setPage({page_.pageStart, page_.pageEnd, line_.maxX, static_cast<double>(line_.frame().left),
                              static_cast<double>(line_.frame().right)});

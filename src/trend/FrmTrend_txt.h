@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 
 #include "controls/Controls.h"
 #include "controls/PictureBox.h"
@@ -66,9 +65,6 @@ public:
     void pointAway();
     // So many lengths of the list further, shorter if negative.
     void changePoints(int places);
-
-    // The unload event has run.
-    std::function<void()> Closed;
 
     [[nodiscard]] logs::clsTXTdata& reader() { return reader_; }
     [[nodiscard]] cTrendline_New& line() { return line_; }

@@ -47,7 +47,7 @@ void drawLine(Plot& plot, const TrendTable& table, int maxX, int series) {
     const int last = std::min(maxX - 1, TrendTable::kLastRow);
     plot.drawSeries({table.rows(series, TrendTable::kNewestRow, last)}, series);
     if (maxX - 1 > TrendTable::kLastRow) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
 }
 

@@ -37,7 +37,7 @@ double TrendTable::value(int series, int row) const {
 std::span<const double> TrendTable::rows(int series, int first, int last) const {
     const auto& row = at(series);
     if (first < kNewestRow || last > kLastRow || last < first) {
-        throw platform::RuntimeError(platform::kErrorSubscript, "Subscript out of range");
+        platform::raiseSubscript();
     }
     return std::span(row.room).subspan(row.head + static_cast<std::size_t>(first - kNewestRow),
                                        static_cast<std::size_t>(last - first) + 1);

@@ -18,7 +18,7 @@ void cTrendline::DrawTrend(const TrendTable& table, bool rightScale) {
 
 void cTrendline::draw(const TrendTable& table, bool rightScale) {
     if (PicBox == nullptr) {
-        throw platform::RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+        platform::raiseObjectNotSet();
     }
     if (AutoScale) {
         scaleTo(table);

@@ -28,9 +28,13 @@ std::int32_t shifted(std::int32_t row, int rows) {
 }
 
 [[noreturn]] void fail(int number) {
-    throw RuntimeError(number, number == platform::kErrorSubscript      ? "Subscript out of range"
-                               : number == platform::kErrorTypeMismatch ? "Type mismatch"
-                                                                        : "Overflow");
+    if (number == platform::kErrorSubscript) {
+        platform::raiseSubscript();
+    }
+    if (number == platform::kErrorTypeMismatch) {
+        platform::raiseTypeMismatch();
+    }
+    platform::raiseOverflow();
 }
 
 // A row that no log has fails, and the names in row 0 count as 0.
@@ -78,7 +82,7 @@ template <class Peak>
 void cTrendline_New::begin(bool rightScale, bool toRight, Peak peak) {
     constexpr int kMargin = 10;  // that the scale may add
     if (PicBox == nullptr) {
-        throw RuntimeError(platform::kErrorObjectNotSet, "Object variable not set");
+        platform::raiseObjectNotSet();
     }
     if (AutoScale) {
         maxY = scaleFor(core::toInt32(peak() + kMargin) - kMargin, maxY);

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Process.h"
-#include "support/TempFolder.h"
+#include "app/ScriptBench.h"
 
 namespace korvane::app {
 namespace {
@@ -16,16 +15,10 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
-class BoxScript : public testing::Test {
+class BoxScript : public ScriptBench {
 protected:
-    // The replies to a script in virtual time against the virtual ECU.
-    std::vector<std::string> run(const std::string& ecu, const std::string& script) {
-        folder_.write("Settings_par.ini", "");
-        const auto outcome =
-            runProgram("korvane-tuner",
-                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        return linesOf(outcome.output);
+    [[nodiscard]] std::vector<std::string> run(const std::string& ecu, const std::string& script) const {
+        return repliesTo(script, ecu);
     }
 
     // The names in the reply to `controls`.
@@ -38,8 +31,6 @@ protected:
         }
         return names;
     }
-
-    support::TempFolder folder_;
 };
 
 TEST_F(BoxScript, AnIgnitionBoxIsReadChangedAndReadAgain) {

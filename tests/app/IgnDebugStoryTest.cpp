@@ -3,9 +3,9 @@
 #include <QPushButton>
 
 #include <gmock/gmock.h>
-#include <sstream>
 
 #include "app/RealWindows.h"
+#include "app/ScriptBench.h"
 #include "live/FrmIGNDebug.h"
 #include "views/widgets/values/Readout.h"
 
@@ -62,24 +62,11 @@ TEST_F(IgnDebugStory, ThePollByKeyboardAndBackToLiveData) {
     EXPECT_TRUE(window_.TimerRequestData.Enabled);
 }
 
-class IgnDebugScript : public testing::Test {
+class IgnDebugScript : public ScriptBench {
 protected:
-    std::vector<std::string> run(const std::string& script, const std::string& ecu) {
-        folder_.write("Settings_par.ini", "");
-        const auto outcome =
-            runProgram("korvane-tuner",
-                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        std::istringstream stream(outcome.output);
-        std::vector<std::string> replies;
-        for (std::string line; std::getline(stream, line);) {
-            EXPECT_FALSE(line.starts_with("error")) << line;
-            replies.push_back(line);
-        }
-        return replies;
+    [[nodiscard]] std::vector<std::string> run(const std::string& script, const std::string& ecu) const {
+        return goodRepliesTo(script, ecu);
     }
-
-    support::TempFolder folder_;
 };
 
 TEST_F(IgnDebugScript, WordsErrorsLogAndSparksOfTheVirtualEcu) {

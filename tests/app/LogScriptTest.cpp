@@ -1,13 +1,11 @@
 // The log viewer by script, in virtual time: a drive is recorded, opened, looked at, replayed and compared.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "app/Process.h"
+#include "app/ScriptBench.h"
 #include "support/LogText.h"
-#include "support/TempFolder.h"
 
 namespace korvane::app {
 namespace {
@@ -15,29 +13,19 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class LogScript : public testing::Test {
+class LogScript : public ScriptBench {
 protected:
     // The replies that have a value; an error fails the test.
-    std::vector<std::string> run(const std::string& script, const std::vector<std::string>& more = {},
-                                 const std::string& ecu = "type=11,drive=lap") {
-        folder_.write("Settings_par.ini", "");
-        std::vector<std::string> arguments{"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu",
-                                           ecu};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        const auto outcome = runProgram("korvane-tuner", arguments, script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        std::istringstream stream(outcome.output);
+    [[nodiscard]] std::vector<std::string> run(const std::string& script, const std::vector<std::string>& more = {},
+                                               const std::string& ecu = "type=11,drive=lap") const {
         std::vector<std::string> values;
-        for (std::string line; std::getline(stream, line);) {
-            EXPECT_FALSE(line.starts_with("error")) << line;
-            if (line.starts_with("ok ")) {
-                values.push_back(line.substr(3));
+        for (const auto& reply : goodRepliesTo(script, ecu, more)) {
+            if (reply.starts_with("ok ")) {
+                values.push_back(reply.substr(3));
             }
         }
         return values;
     }
-
-    support::TempFolder folder_;
 };
 
 const char* const kChannels =

@@ -4,33 +4,22 @@
 #include <string>
 #include <vector>
 
-#include "app/Process.h"
-#include "support/TempFolder.h"
+#include "app/ScriptBench.h"
 
 namespace korvane::app {
 namespace {
 
-using support::TempFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class MapScript : public testing::Test {
+class MapScript : public ScriptBench {
 protected:
-    // The replies to a script in virtual time against the virtual ECU.
-    std::vector<std::string> run(const std::string& script, const std::string& ecu = "type=11,drive=idle") {
-        folder_.write("Settings_par.ini", "");
-        const auto outcome =
-            runProgram("korvane-tuner",
-                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        const auto replies = linesOf(outcome.output);
-        EXPECT_THAT(replies, testing::Each(testing::Not(testing::StartsWith("error"))));
-        return replies;
+    [[nodiscard]] std::vector<std::string> run(const std::string& script,
+                                               const std::string& ecu = "type=11,drive=idle") const {
+        return goodRepliesTo(script, ecu);
     }
     static int number(const std::string& reply) { return std::stoi(reply.substr(3)); }
-
-    TempFolder folder_;
 };
 
 TEST_F(MapScript, ABlockIsRaisedSentSavedAndLoadedBack) {

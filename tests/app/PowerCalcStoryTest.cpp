@@ -3,9 +3,9 @@
 #include <QPushButton>
 
 #include <gmock/gmock.h>
-#include <sstream>
 
 #include "app/RealWindows.h"
+#include "app/ScriptBench.h"
 #include "performance/FrmPowerCalc.h"
 #include "views/widgets/TextList.h"
 
@@ -81,24 +81,11 @@ TEST_F(PowerCalcStory, APullIsTimedLoggedAndItsCarIsSaved) {
     EXPECT_EQ(power_->txtStartRPM.Text.get(), "10");
 }
 
-class PowerCalcScript : public testing::Test {
+class PowerCalcScript : public ScriptBench {
 protected:
-    std::vector<std::string> run(const std::string& script, const std::string& ecu = "drive=pull") {
-        folder_.write("Settings_par.ini", "");
-        const auto outcome =
-            runProgram("korvane-tuner",
-                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        std::istringstream stream(outcome.output);
-        std::vector<std::string> replies;
-        for (std::string line; std::getline(stream, line);) {
-            EXPECT_FALSE(line.starts_with("error")) << line;
-            replies.push_back(line);
-        }
-        return replies;
+    [[nodiscard]] std::vector<std::string> run(const std::string& script, const std::string& ecu = "drive=pull") const {
+        return goodRepliesTo(script, ecu);
     }
-
-    support::TempFolder folder_;
 };
 
 TEST_F(PowerCalcScript, APullOfTheVirtualEngineIsTimedAndKept) {

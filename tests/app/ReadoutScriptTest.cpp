@@ -1,38 +1,25 @@
 // Big readouts and the dial's window as a script uses them, in virtual time against the virtual ECU.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "app/Process.h"
-#include "support/TempFolder.h"
+#include "app/ScriptBench.h"
 
 namespace korvane::app {
 namespace {
 
-using support::TempFolder;
-
-class ReadoutScript : public testing::Test {
+class ReadoutScript : public ScriptBench {
 protected:
-    std::vector<std::string> run(const std::string& script) {
+    ReadoutScript() {
         folder_.write("Settings_par.ini",
                       "[Par0]\nRPM\nEngine speed\n1\n0\n500\n\n[Par1]\nTempW\nWater\n1\n0\n110\n\n"
                       "[Par2]\nTempA\nAir\n1\n0\n80\n\n[Par3]\nVoltage\nBattery\n1\n0\n16\n");
-        const auto outcome = runProgram(
-            "korvane-tuner",
-            {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", "type=11,drive=idle"},
-            script);
-        EXPECT_EQ(outcome.status, 0) << outcome.errors;
-        std::istringstream stream(outcome.output);
-        std::vector<std::string> replies;
-        for (std::string line; std::getline(stream, line);) {
-            replies.push_back(line);
-        }
-        return replies;
     }
 
-    TempFolder folder_;
+    [[nodiscard]] std::vector<std::string> run(const std::string& script) const {
+        return repliesTo(script, "type=11,drive=idle");
+    }
 };
 
 TEST_F(ReadoutScript, SeveralReadoutsAreNamedInTheOrderOfOpening) {

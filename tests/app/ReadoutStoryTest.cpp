@@ -6,6 +6,7 @@
 
 #include "app/RealWindows.h"
 #include "live/readout/FrmBigText.h"
+#include "live/readout/FrmMeter.h"
 #include "views/widgets/values/BigFigures.h"
 
 namespace korvane::app {

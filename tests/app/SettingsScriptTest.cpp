@@ -7,13 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "app/Process.h"
-#include "support/TempFolder.h"
+#include "app/ScriptBench.h"
 
 namespace korvane::app {
 namespace {
 
-using support::TempFolder;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -135,10 +133,8 @@ const Changes kChanged{
     {1006, {17, 18}},        {1027, {5, 9}},     // length of the start help
 };
 
-class SettingsScript : public testing::Test {
+class SettingsScript : public ScriptBench {
 protected:
-    SettingsScript() { folder_.write("Settings_par.ini", ""); }
-
     void say(const std::string& command) { script_ += command + "\n"; }
     void sayAll(const std::vector<std::string>& commands) {
         for (const auto& command : commands) {
@@ -157,12 +153,7 @@ protected:
 
     // Runs the script so far, against the virtual ECU in virtual time.
     std::vector<std::string> run(const std::string& ecu) {
-        const auto outcome =
-            runProgram("korvane-tuner",
-                       {"--headless", "--virtual-time", "--folder", folder_.path().string(), "--ecu", ecu}, script_);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_EQ(outcome.errors, "");
-        auto replies = linesOf(outcome.output);
+        auto replies = repliesTo(script_, ecu);
         const auto commands = linesOf(script_);
         EXPECT_EQ(replies.size(), commands.size());
         for (std::size_t i = 0; i < std::min(replies.size(), commands.size()); ++i) {
@@ -236,8 +227,6 @@ protected:
             }
         }
     }
-
-    TempFolder folder_;
 
 private:
     struct Expectation {

@@ -23,6 +23,14 @@ TEST_F(ControlTest, HasAPathWithItsIndex) {
     EXPECT_EQ(element.path(), "lblValue(11)");
 }
 
+TEST_F(ControlTest, IsPlacedByItsUpperLeftCornerAndItsSize) {
+    button_.place(120, 240, 1500, 435);
+    EXPECT_EQ(button_.Left, 120);
+    EXPECT_EQ(button_.Top, 240);
+    EXPECT_EQ(button_.Width, 1500);
+    EXPECT_EQ(button_.Height, 435);
+}
+
 TEST_F(ControlTest, StandsInItsWindowsListWhileItLives) {
     const auto before = window_.controls().size();
     {

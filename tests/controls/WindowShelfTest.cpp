@@ -80,6 +80,29 @@ TEST_F(WindowShelfTest, TheNewestOpenWindowOfAKindIsFound) {
         << "one that has been unloaded is not open, though it is still there";
 }
 
+TEST_F(WindowShelfTest, OneOfAKindIsMadeOnlyIfNoneIsOpen) {
+    shelf_.show(std::make_unique<NotingWindow>(machine_, "frmOther"));
+    const auto make = [this] { return std::make_unique<CountedWindow>(machine_, alive_); };
+    auto& first = shelf_.one<CountedWindow>(make);
+    EXPECT_FALSE(first.isLoaded());
+    first.show();
+    EXPECT_EQ(&shelf_.one<CountedWindow>(make), &first);
+    EXPECT_TRUE(first.unload());
+    EXPECT_NE(&shelf_.one<CountedWindow>(make), &first) << "it has been unloaded";
+    EXPECT_EQ(alive_, 2);
+}
+
+TEST_F(WindowShelfTest, TheUnloadIsToldToWhoAskedBefore) {
+    int told = 0;
+    auto window = std::make_unique<CountedWindow>(machine_, alive_);
+    window->Unloaded = [&] { ++told; };
+    auto& shown = shelf_.show(std::move(window));
+    EXPECT_TRUE(shown.unload());
+    EXPECT_EQ(told, 1);
+    pump_.wait(1000);
+    EXPECT_EQ(alive_, 0) << "and the shelf deletes it";
+}
+
 TEST_F(WindowShelfTest, AllGoButThoseThatRefuse) {
     auto& stays = open();
     stays.refusesToGo = true;

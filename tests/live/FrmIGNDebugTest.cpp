@@ -306,7 +306,7 @@ TEST_F(FrmIGNDebugTest, ClosingItEndsItsPollAndLeavesTheOtherOff) {
     debug_.show();
     debug_.Command1.press();
     bool told = false;
-    debug_.Closed = [&] { told = true; };
+    debug_.Unloaded = [&] { told = true; };
     EXPECT_TRUE(debug_.unload());
     EXPECT_TRUE(told);
     EXPECT_FALSE(debug_.TimerIGN.Enabled);

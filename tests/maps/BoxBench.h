@@ -10,6 +10,7 @@
 
 #include "MapsBench.h"
 #include "link/Dispatcher.h"
+#include "maps/boxes/IgnitionBoxControls.h"
 #include "support/MachineBench.h"
 #include "support/PropertyWatch.h"
 
@@ -61,6 +62,17 @@ protected:
             rows.push_back(list.List(row));
         }
         return rows;
+    }
+    // Of the lists that both windows have.
+    static void expectRows(const IgnitionBoxControls& box) {
+        EXPECT_THAT(rowsOf(box.Combolaunchmode),
+                    testing::ElementsAre("Launch -normal", "Launch with delay (analog input)",
+                                         "Launch with delay (fixed, stored)", "Accel limit (time analog input)",
+                                         "Accel limit (time fixed, stored)", "Accel limit (all time)"));
+        EXPECT_THAT(rowsOf(box.ComboAccellimiter),
+                    testing::ElementsAre("retard ign 15deg 1/3", "retard ign 15deg 3/4", "retard ign 15deg all",
+                                         "waste spark 1/3", "waste spark 3/4", "waste spark all"));
+        EXPECT_THAT(rowsOf(box.Combosensortype), testing::ElementsAre("Falling edge", "Rising edge, Hamlin"));
     }
 
     core::SharedTables tables_;

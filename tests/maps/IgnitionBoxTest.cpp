@@ -45,14 +45,7 @@ TEST_F(IgnitionBox, HasTheNamesOfItsPanesAndNoneOfAFuelMap) {
 }
 
 TEST_F(IgnitionBox, ListsHaveTheirRows) {
-    EXPECT_THAT(
-        rowsOf(window_.Combolaunchmode),
-        ElementsAre("Launch -normal", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
-                    "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"));
-    EXPECT_THAT(rowsOf(window_.ComboAccellimiter),
-                ElementsAre("retard ign 15deg 1/3", "retard ign 15deg 3/4", "retard ign 15deg all", "waste spark 1/3",
-                            "waste spark 3/4", "waste spark all"));
-    EXPECT_THAT(rowsOf(window_.Combosensortype), ElementsAre("Falling edge", "Rising edge, Hamlin"));
+    expectRows(window_);
     EXPECT_EQ(window_.lblIdleAdv.Caption.get(), "RPM    500           600           700           800            900");
     EXPECT_EQ(window_.idleIgnition.frame.Caption.get(), "Idle Ignition");
     EXPECT_EQ(window_.launchControl.frame.Caption.get(), "Launch control");

@@ -317,14 +317,7 @@ TEST_F(LimiterTest, FramesBearTheirTitles) {
 }
 
 TEST_F(LimiterTest, ListsHaveTheirRows) {
-    EXPECT_THAT(
-        rowsOf(window_.Combolaunchmode),
-        ElementsAre("Launch -normal", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
-                    "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"));
-    EXPECT_THAT(rowsOf(window_.ComboAccellimiter),
-                ElementsAre("retard ign 15deg 1/3", "retard ign 15deg 3/4", "retard ign 15deg all", "waste spark 1/3",
-                            "waste spark 3/4", "waste spark all"));
-    EXPECT_THAT(rowsOf(window_.Combosensortype), ElementsAre("Falling edge", "Rising edge, Hamlin"));
+    expectRows(window_);
     EXPECT_THAT(rowsOf(window_.ComboInputCompare(2)), ElementsAre(">", "<", "!?!"));
     for (const auto* list : {&window_.ComboInputFuncLow(6), &window_.comboInputFuncHi(2)}) {
         EXPECT_THAT(rowsOf(*list), ElementsAre("Do nothing", "Disable 1 CYL", "Disable 33% CYL", "Disable 50& CYL",
@@ -388,7 +381,7 @@ TEST_F(LimiterTest, HasNoMapsAndNoNamesOfGrids) {
 TEST_F(LimiterTest, ItsUnloadClearsTheFlagOfTheIgnitionWindow) {
     tables_.ignWindowOpen = true;
     bool told = false;
-    window_.Closed = [&] { told = true; };
+    window_.Unloaded = [&] { told = true; };
     EXPECT_TRUE(window_.unload());
     EXPECT_FALSE(tables_.ignWindowOpen);
     EXPECT_TRUE(told);

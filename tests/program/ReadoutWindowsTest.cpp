@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "live/readout/FrmBigText.h"
+#include "live/readout/FrmMeter.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::live {

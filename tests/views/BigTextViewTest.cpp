@@ -11,6 +11,7 @@
 #include "live/readout/FrmBigText.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/dashboard/BigTextView.h"
 #include "views/widgets/values/BigFigures.h"
@@ -80,7 +81,7 @@ struct BigTextViewTest : testing::Test, support::VirtualMachine {
     [[nodiscard]] BigFigures& figures() const { return find<BigFigures>("Label1"); }
     template <class Widget>
     [[nodiscard]] Widget& find(const char* name) const {
-        return dynamic_cast<Widget&>(*view().findChild<QWidget*>(QString::fromLatin1(name)));
+        return findIn<Widget>(view(), name);
     }
 
     void pass(int milliseconds) {

@@ -12,13 +12,13 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "support/VirtualProgram.h"
 #include "views/CutTexts.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/maps/IgnitionBoxView.h"
 #include "views/maps/LimiterView.h"
@@ -48,13 +48,7 @@ struct BoxViews : testing::Test, support::VirtualProgram {
     maps::FrmMaps_ign_limiter& openLimiter() { return open<maps::FrmMaps_ign_limiter>(112); }
 
     [[nodiscard]] WindowView& view() const { return *host.viewOf(*opened_); }
-    [[nodiscard]] QWidget& find(const std::string& name) const {
-        auto* const widget = view().findChild<QWidget*>(QString::fromStdString(name));
-        if (widget == nullptr) {
-            throw std::runtime_error("no widget " + name);
-        }
-        return *widget;
-    }
+    [[nodiscard]] QWidget& find(const std::string& name) const { return findIn(view(), name); }
     // The words that stand beside the boxes.
     [[nodiscard]] std::vector<std::string> labels() const {
         std::vector<std::string> texts;

@@ -19,6 +19,7 @@
 #include "controls/PictureBox.h"
 #include "support/VirtualMachine.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/frame/ViewHost.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/DropDown.h"
@@ -113,11 +114,7 @@ struct FormBench : support::VirtualMachine {
     [[nodiscard]] WindowView& view() const { return *host.viewOf(form); }
     template <class Widget = QWidget>
     [[nodiscard]] Widget& find(const char* name) const {
-        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
-        if (widget == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *widget;
+        return findIn<Widget>(view(), name);
     }
 
     // Runs the next frame of the clock, and what the toolkit has delayed.

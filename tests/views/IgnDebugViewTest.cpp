@@ -8,6 +8,7 @@
 #include "live/FrmIGNDebug.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/widgets/values/Readout.h"
 
@@ -32,11 +33,7 @@ struct IgnDebugViewTest : testing::Test, support::VirtualProgram {
     [[nodiscard]] WindowView& view() const { return *host.viewOf(*debug); }
     template <class Widget = QWidget>
     [[nodiscard]] Widget& find(const char* name) const {
-        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
-        if (widget == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *widget;
+        return findIn<Widget>(view(), name);
     }
     [[nodiscard]] QString spoken(const char* name) const {
         return QAccessible::queryAccessibleInterface(&find(name))->text(QAccessible::Name);

@@ -5,6 +5,7 @@
 #include "live/readout/FrmMeter.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/widgets/values/Dial.h"
 
@@ -22,7 +23,7 @@ struct MeterViewTest : testing::Test, support::VirtualMachine {
     [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
     template <class Widget>
     [[nodiscard]] Widget& find(const char* name) const {
-        return dynamic_cast<Widget&>(*view().findChild<QWidget*>(QString::fromLatin1(name)));
+        return findIn<Widget>(view(), name);
     }
     [[nodiscard]] Dial& dial() const { return find<Dial>("SarnMeter1"); }
     void frame() {

@@ -13,6 +13,7 @@
 #include "settings/FrmMisc.h"
 #include "support/VirtualMachine.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/frame/ViewHost.h"
 #include "views/settings/MiscView.h"
 
@@ -34,11 +35,7 @@ struct MiscViewBench : support::VirtualMachine {
     [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
     template <class Widget = QWidget>
     [[nodiscard]] Widget& find(const std::string& name) const {
-        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromStdString(name)));
-        if (widget == nullptr) {
-            throw std::runtime_error("no widget " + name);
-        }
-        return *widget;
+        return findIn<Widget>(view(), name);
     }
 
     // In logical pixels.

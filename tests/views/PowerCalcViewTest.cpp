@@ -10,6 +10,7 @@
 #include "performance/FrmPowerCalc.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/widgets/TextList.h"
 #include "views/widgets/values/Lamp.h"
@@ -31,11 +32,7 @@ struct PowerCalcViewTest : testing::Test, support::VirtualMachine {
     [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
     template <class Widget = QWidget>
     [[nodiscard]] Widget& find(const char* name) const {
-        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
-        if (widget == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *widget;
+        return findIn<Widget>(view(), name);
     }
     void frame() {
         host.clock().tick();

@@ -14,6 +14,7 @@
 #include "support/LogText.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
+#include "views/Find.h"
 #include "views/Views.h"
 #include "views/trend/LogPlot.h"
 #include "views/widgets/DropDown.h"
@@ -35,11 +36,7 @@ protected:
     [[nodiscard]] WindowView& view() { return *host.viewOf(model()); }
     template <class Widget = QWidget>
     [[nodiscard]] Widget& find(const char* name) {
-        auto* const widget = dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
-        if (widget == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *widget;
+        return findIn<Widget>(view(), name);
     }
     LogPlot& plot() { return find<LogPlot>("Picture1"); }
     void load(int rows) {

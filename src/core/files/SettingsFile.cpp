@@ -78,7 +78,7 @@ private:
 
 std::uint8_t byteOf(std::string_view token) {
     if (token.find_first_not_of(kDigits) != std::string_view::npos) {
-        throw RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");
+        platform::raiseTypeMismatch();
     }
     return toByte(val(token));
 }
@@ -126,7 +126,7 @@ private:
         const std::string_view word = reader_.token();
         step_ = steps.wrongHeader;
         if (std::find(allowed.begin(), allowed.end(), word) == allowed.end()) {
-            throw RuntimeError(platform::kErrorTypeMismatch, "Type mismatch");
+            platform::raiseTypeMismatch();
         }
         return word;
     }

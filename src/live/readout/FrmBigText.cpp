@@ -20,13 +20,6 @@ constexpr int kBarHeight = 480;
 constexpr int kChannelWidth = 2100;
 constexpr int kAlarmsWidth = 1200;
 
-void place(controls::Control& control, int left, int width) {
-    control.Left = left;
-    control.Top = kBarTop;
-    control.Width = width;
-    control.Height = kBarHeight;
-}
-
 }  // namespace
 
 FrmBigText::FrmBigText(platform::Machine& machine, const core::LiveTable& live, BigTexts& bigTexts)
@@ -34,8 +27,8 @@ FrmBigText::FrmBigText(platform::Machine& machine, const core::LiveTable& live, 
     Caption = "Big readout";
     Label1.Caption = "9999";
     Check1.Caption = "Alarms";
-    place(Combo1, kMargin, kChannelWidth);
-    place(Check1, 2 * kMargin + kChannelWidth, kAlarmsWidth);
+    Combo1.place(kMargin, kBarTop, kChannelWidth, kBarHeight);
+    Check1.place(2 * kMargin + kChannelWidth, kBarTop, kAlarmsWidth, kBarHeight);
     Label1.Left = kMargin;
     Label1.Top = kAboveAndBelowFigures - kMargin;
     Width = (kDesignHeight - kAboveAndBelowFigures) * 3 + kBesideFigures;

@@ -40,13 +40,6 @@ void FrmMeter::Form_Load() {
     resize(Width, Height);
 }
 
-bool FrmMeter::Form_Unload() {
-    if (Closed) {
-        Closed();
-    }
-    return true;
-}
-
 int FrmMeter::dialSide(int width, int height) {
     return std::max(std::min(width - 2 * kDialLeft, height - kDialTop - kBelowDial), kSmallestDial);
 }

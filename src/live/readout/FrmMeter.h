@@ -1,8 +1,6 @@
 // A small window to try the dial: its needle sweeps from Min to Max by itself.
 #pragma once
 
-#include <functional>
-
 #include "controls/Controls.h"
 #include "controls/Timer.h"
 #include "controls/Window.h"
@@ -21,12 +19,8 @@ public:
     // How large the dial is in a window of this size; all in twips.
     [[nodiscard]] static int dialSide(int width, int height);
 
-    // Called when the window goes.
-    std::function<void()> Closed;
-
 protected:
     void Form_Load() override;
-    bool Form_Unload() override;
     void Form_Resize() override;
 
 private:

@@ -9,15 +9,28 @@ namespace {
 
 using A = core::ParameterAddresses;
 using fields::one;
+using fields::SaveStep;
 
 constexpr std::array kLaunchReads{
     one(&A::LAUNCHCONTROL_LO), one(&A::LAUNCHCONTROL_HI),       one(&A::LAUNCH_MODE_OFF),
     one(&A::LAUNCH_DELAY_OFF), one(&A::ACCEL_LIMITER_MODE_OFF), one(&A::ACCEL_LIMITER_VALUE_OFF),
 };
+constexpr int kReadPause = 150;  // ms, behind each parameter
+constexpr int kWritePause = 50;
+
+constexpr std::array<SaveStep, 5> launchWrites(int betweenBytes) {
+    return {{
+        {.address = &A::LAUNCHCONTROL_LO, .pause = {kWritePause}, .betweenBytes = betweenBytes},
+        {&A::LAUNCH_MODE_OFF, {kWritePause}},
+        {&A::LAUNCH_DELAY_OFF, {kWritePause}},
+        {&A::ACCEL_LIMITER_MODE_OFF, {kWritePause}},
+        {&A::ACCEL_LIMITER_VALUE_OFF, {kWritePause}},
+    }};
+}
+constexpr auto kLaunchWrites = launchWrites(0);
+constexpr auto kSlowLaunchWrites = launchWrites(50);
 
 }  // namespace
-
-constinit const fields::ReadPlan IgnitionBoxControls::kReadLaunch{kLaunchReads, 150};
 
 IgnitionBoxControls::IgnitionBoxControls(controls::Window& window)
     : txtLaunchControlLimit(window, "txtLaunchControlLimit"),
@@ -42,6 +55,19 @@ std::vector<fields::Field> IgnitionBoxControls::launchFields() {
         {&A::ACCEL_LIMITER_MODE_OFF, ComboAccellimiter},
         {&A::ACCEL_LIMITER_VALUE_OFF, txtMaxAccel},
     };
+}
+
+ParameterGroupPlan IgnitionBoxControls::launchPlan(BytePause pause) {
+    return {{"FrameLaunch", "Launch control"},
+            {"btnReadLaunch", "Read Launch"},
+            {"btnSaveLaunch", "Save Launch"},
+            {kLaunchReads, kReadPause},
+            {pause == BytePause::None ? kLaunchWrites : kSlowLaunchWrites}};
+}
+
+void IgnitionBoxControls::placeLaunch(ParameterGroup& launchControl, int left, int top) {
+    launchControl.place(
+        left, top, {&txtLaunchControlLimit, &Combolaunchmode, &txtLaunchFixedDelay, &ComboAccellimiter, &txtMaxAccel});
 }
 
 void fillList(controls::ComboBox& list, std::initializer_list<std::string_view> rows) {

@@ -7,12 +7,14 @@
 
 #include "controls/Controls.h"
 #include "fields/Field.h"
-#include "fields/ReadPlan.h"
+#include "maps/boxes/ParameterGroup.h"
 
 namespace korvane::maps {
 
 class IgnitionBoxControls {
 public:
+    enum class BytePause { None, Ms50 };
+
     explicit IgnitionBoxControls(controls::Window& window);
 
     // The launch control.
@@ -25,9 +27,11 @@ public:
     controls::ComboBox Combosensortype;
 
 protected:
-    // The parameters behind the launch control, and the order in which it is read.
+    // The launch control: the parameters behind it, its frame, and what stands in there. The boxes differ in the pause
+    // between the two bytes of the limit.
     [[nodiscard]] std::vector<fields::Field> launchFields();
-    static const fields::ReadPlan kReadLaunch;
+    [[nodiscard]] static ParameterGroupPlan launchPlan(BytePause pause);
+    void placeLaunch(ParameterGroup& launchControl, int left, int top);
 };
 
 // Gives a list its rows and chooses the first.

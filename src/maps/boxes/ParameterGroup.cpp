@@ -27,24 +27,19 @@ ParameterGroup::ParameterGroup(const fields::Context& context, const fields::Fie
 }
 
 void ParameterGroup::place(int left, int top, std::initializer_list<controls::Control*> inside) {
-    int row = kMargin;
-    const auto add = [&](controls::Control& control) {
-        control.setContainer(&frame);
-        control.Left = kMargin;
-        control.Top = row;
-        control.Width = kWidth - 2 * kMargin;
-        control.Height = kRow - 60;
-        row += kRow;
-    };
+    std::vector<controls::Control*> controls(inside);
+    controls.insert(controls.end(), {&btnRead, &btnSave});
+    stack(frame, left, top, kMargin, controls);
+}
+
+void stack(controls::Frame& frame, int left, int top, int margin, const std::vector<controls::Control*>& inside) {
+    int row = margin;
     for (auto* control : inside) {
-        add(*control);
+        control->setContainer(&frame);
+        control->place(margin, row, kWidth - 2 * margin, kRow - 60);
+        row += kRow;
     }
-    add(btnRead);
-    add(btnSave);
-    frame.Left = left;
-    frame.Top = top;
-    frame.Width = kWidth;
-    frame.Height = row;
+    frame.place(left, top, kWidth, row);
 }
 
 }  // namespace korvane::maps

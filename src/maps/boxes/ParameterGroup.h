@@ -36,4 +36,7 @@ private:
     fields::Saver saver_;
 };
 
+// Puts controls into a frame, one below the other, and the frame to its place; all in twips. Every frame is as wide.
+void stack(controls::Frame& frame, int left, int top, int margin, const std::vector<controls::Control*>& inside);
+
 }  // namespace korvane::maps

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "core/Numbers.h"
 #include "core/ParameterNumber.h"
-#include "platform/RuntimeError.h"
 
 namespace korvane::maps {
 
@@ -34,22 +32,8 @@ double scaleOfOtherModes(core::SharedTables& tables) {
     return tables.TickD;
 }
 
-double notAbove(double limit, double value) {
-    if (!(std::abs(value) <= limit)) {
-        platform::raiseOverflow();
-    }
-    return value;
-}
-
-constexpr double kLargestSingle = std::numeric_limits<float>::max();
-constexpr double kLargestDouble = std::numeric_limits<double>::max();
-
-float toSingle(double value) {
-    return static_cast<float>(notAbove(kLargestSingle, value));
-}
-
 double cutToThousandths(double value) {
-    return core::toInt(notAbove(kLargestDouble, value * 1000.0)) / 1000.0;
+    return core::toInt(core::finite(value * 1000.0)) / 1000.0;
 }
 
 // Powers of ten by which a single-precision number multiplies exactly in double precision.
@@ -90,7 +74,7 @@ double fuelTime(std::uint8_t count, const FuelModel& model) {
         return cutToThousandths(counts * static_cast<double>(model.scale));
     }
     const double time = asShown(static_cast<float>(count) * model.scale);
-    return cutToThousandths(asShown(toSingle(time + model.offsetUnit * model.offset)));
+    return cutToThousandths(asShown(core::toSingle(time + model.offsetUnit * model.offset)));
 }
 
 double ignitionDegrees(std::uint8_t count) {
@@ -116,7 +100,7 @@ double asShown(float value) {
             return std::copysign(core::roundHalfEven(digits) / power, value);
         }
     }
-    return value == 0.0F ? 0.0 : core::val(core::numberText(toSingle(size)).view()) * std::copysign(1.0, value);
+    return value == 0.0F ? 0.0 : core::val(core::numberText(core::toSingle(size)).view()) * std::copysign(1.0, value);
 }
 
 }  // namespace korvane::maps

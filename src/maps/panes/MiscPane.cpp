@@ -70,24 +70,14 @@ void MiscPane::loadPane(std::int32_t features) {
 void MiscPane::place() {
     constexpr int kRow = 300;  // twips
     for (int i = 0; i < txtMisc.count(); ++i) {
-        lblMisc(i).Left = 120;
-        lblMisc(i).Width = 1000;
-        txtMisc(i).Left = 1200;
-        txtMisc(i).Width = 800;
-        lblMisc(i).Top = txtMisc(i).Top = 240 + i * kRow;
-        lblMisc(i).Height = txtMisc(i).Height = 255;
+        lblMisc(i).place(120, 240 + i * kRow, 1000, 255);
+        txtMisc(i).place(1200, 240 + i * kRow, 800, 255);
     }
     for (int bit = 0; bit < kMiscBits; ++bit) {
-        CheckMisc(bit).Left = 120 + 2000 * (bit / 8);
-        CheckMisc(bit).Top = 1500 + kRow * (bit % 8);
-        CheckMisc(bit).Width = 1900;
-        CheckMisc(bit).Height = 255;
+        CheckMisc(bit).place(120 + 2000 * (bit / 8), 1500 + kRow * (bit % 8), 1900, 255);
     }
     for (int i = 0; i < optINJMaxOpen.count(); ++i) {
-        optINJMaxOpen(i).Left = 120;
-        optINJMaxOpen(i).Top = 240 + i * kRow;
-        optINJMaxOpen(i).Width = 1200;
-        optINJMaxOpen(i).Height = 255;
+        optINJMaxOpen(i).place(120, 240 + i * kRow, 1200, 255);
     }
 }
 

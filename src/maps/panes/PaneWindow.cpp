@@ -93,9 +93,6 @@ void PaneWindow::Form_Load() {
 bool PaneWindow::Form_Unload() {
     context_.frm3Dmap.focusAt(0, Marks3D::kNoCell);
     context_.frm3Dmap.engineAt(Marks3D::kNoCell);
-    if (Closed) {
-        Closed();
-    }
     return true;
 }
 

@@ -69,9 +69,6 @@ public:
     // line().watch().
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
-    // Called when the window is unloaded.
-    std::function<void()> Closed;
-
 protected:
     void Form_Load() override;
     bool Form_Unload() override;

@@ -1,5 +1,6 @@
 #include "maps/transfer/MiscTransfer.h"
 
+#include "core/Bytes.h"
 #include "core/Numbers.h"
 #include "link/Commands.h"
 #include "maps/panes/MiscPane.h"
@@ -61,8 +62,7 @@ void MiscTransfer::sendBlock() {
 }
 
 void MiscTransfer::sendWord(std::int32_t value) {
-    const auto bits = static_cast<std::uint32_t>(value);
-    line_.send({static_cast<std::uint8_t>(bits & 0xFFU), static_cast<std::uint8_t>((bits >> 8U) & 0xFFU)});
+    line_.send({core::lowByte(value), core::highByte(value)});
 }
 
 std::int32_t MiscTransfer::enableWord() {

@@ -1,12 +1,15 @@
 // Limits how often some work that lets events run is started inside itself.
 #pragma once
 
-namespace korvane::fields {
+namespace korvane::platform {
 
 // Each start takes stack space until it ends, and a line that is never silent could start it again and again.
 class Nesting {
 public:
     explicit Nesting(int limit) : limit_(limit) {}
+
+    // The starts that have not ended.
+    [[nodiscard]] int depth() const { return depth_; }
 
     // One start; false if it goes beyond the limit.
     class Level {
@@ -30,4 +33,4 @@ private:
     int depth_ = 0;
 };
 
-}  // namespace korvane::fields
+}  // namespace korvane::platform
