@@ -107,7 +107,7 @@ void FrmMaps_QV_ign::Form_Shown() {
 
 bool FrmMaps_QV_ign::Form_Unload() {
     context().tables.ignWindowOpen = false;
-    return true;
+    return PaneWindow::Form_Unload();
 }
 
 // The misc block shows words alone: a byte would be half of a limit.

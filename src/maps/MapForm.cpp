@@ -101,7 +101,7 @@ void MapForm::Form_Load() {
 
 bool MapForm::Form_Unload() {
     static_cast<void>(context().frmInjScale.unload());
-    return true;
+    return PaneWindow::Form_Unload();
 }
 
 LiveStrip::Cell MapForm::fuelOf(int cell) {

@@ -202,8 +202,7 @@ TEST(RealRun, WithoutAFolderItKeepsItsFilesInTheHome) {
     const Variable home("HOME", folder / "home");
     const Variable config("XDG_CONFIG_HOME", folder / "config");
     const Variable data("XDG_DATA_HOME", folder / "data");
-    const auto outcome = runProgram("korvane-tuner", {"--headless", "--virtual-time", "--ecu", "type=11"},
-                                    "choose frmSarn2.ComboPort 3\nwait 10\n");
+    const auto outcome = runProgram("korvane-tuner", {"--headless"}, "choose frmSarn2.ComboPort 3\nwait 10\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(folder.read("config/korvane-tuner/preferences.ini"), HasSubstr("Port=3"));
     EXPECT_THAT(folder.read("data/korvane-tuner/Settings_par.ini"), HasSubstr("["));

@@ -1,5 +1,4 @@
 #include "EditingBench.h"
-#include "maps/grid/EnginePlace.h"
 #include "maps/grid/GridLook.h"
 #include "maps/grid/HeatLevels.h"
 #include "maps/grid/Selection.h"
@@ -58,25 +57,6 @@ TEST_F(GridEditingTest, ViewsHearOfASelectionThatEndsThoughNoColourChanges) {
     EXPECT_EQ(heard, 1);
 }
 
-TEST(EnginePlace, IsWhereTheLastFrameSaidAndNothingWithoutOne) {
-    EnginePlace place;
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 0, 200), std::nullopt);
-    place.heard(17, 5000);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 6000, 200), 17);
-    place.heard(160, 5000);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 6000, 200), std::nullopt);
-    EXPECT_EQ(place.cell(kLargeMaps, 6000, 200), 160);
-}
-
-TEST(EnginePlace, IsUnknownAfterThreePollsOrASecond) {
-    EnginePlace place;
-    place.heard(17, 0);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 1'000'000, 200), 17);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 1'000'001, 200), std::nullopt);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 1'500'000, 500), 17);
-    EXPECT_EQ(place.cell(kOrdinaryMaps, 1'500'001, 500), std::nullopt);
-}
-
 class EngineRingTest : public GridEditingTest {
 protected:
     EngineRingTest() {
@@ -84,6 +64,7 @@ protected:
         main_.TimerRequestData.Interval = 200;
     }
     void live(std::int16_t cell) {
+        main_.linkState.frameReceived(kLiveDataFrame, machine_.pump.now());
         tables_.MapPlace = cell;
         window_.updateMapPlace();
     }

@@ -139,6 +139,10 @@ TEST_F(WindowNotesTest, TheTargetsOfTheAnalyserAreNothingToRead) {
 
 class Marks3DTest : public GridEditingTest {
 protected:
+    Marks3DTest() {
+        openPort();
+        main_.linkState.frameReceived(kLiveDataFrame, machine_.pump.now());
+    }
     [[nodiscard]] int engine() const { return frm3Dmap_.marks.Engine; }
     [[nodiscard]] int focus() const { return frm3Dmap_.marks.Focus; }
 };

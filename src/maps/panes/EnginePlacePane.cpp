@@ -1,10 +1,9 @@
 #include "maps/panes/EnginePlacePane.h"
 
+#include <optional>
 #include <utility>
 
 #include "maps/Frm3Dmap.h"
-#include "platform/EventPump.h"
-#include "platform/Machine.h"
 
 namespace korvane::maps {
 
@@ -18,23 +17,21 @@ void EnginePlacePane::updateMapPlace() {
     }
     markCell(tables.MapPlace, controls::kRed);
     tables.PrevMapPlace = tables.MapPlace;
-    place_.heard(tables.MapPlace, paneWindow().machine().pump.now());
     showPlace();
     paneWindow().showNotes();
 }
 
 void EnginePlacePane::showPlace() {
-    const auto& connection = paneWindow().context().connection;
-    const auto cell = connection.MSComm1.PortOpen()
-                          ? place_.cell(paneWindow().geometry, paneWindow().machine().pump.now(),
-                                        connection.TimerRequestData.Interval)
-                          : std::nullopt;
+    const auto& context = paneWindow().context();
+    const int place = context.tables.MapPlace;
+    const bool known = context.connection.linkState.state() == link::LinkState::State::Live;
+    const auto cell = known && paneWindow().geometry.has(place) ? std::optional(place) : std::nullopt;
     for (auto* pane : paneWindow().panes()) {
         if (auto* const grid = pane->paneGrid()) {
             grid->EngineCell = cell;
         }
     }
-    paneWindow().context().frm3Dmap.engineAt(cell.value_or(Marks3D::kNoCell));
+    context.frm3Dmap.engineAt(cell.value_or(Marks3D::kNoCell));
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

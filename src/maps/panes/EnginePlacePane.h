@@ -5,7 +5,6 @@
 
 #include "controls/Color.h"
 #include "link/Windows.h"
-#include "maps/grid/EnginePlace.h"
 #include "maps/panes/MapPane.h"
 #include "maps/panes/PaneWindow.h"
 
@@ -27,11 +26,10 @@ protected:
 
 private:
     void markCell(int cell, controls::Color color);
-    // The cell of the moment, in all grids of the window.
+    // The cell of the moment, in all grids of the window and in the 3D view; none while no live data come.
     void showPlace();
 
     std::vector<MapGrid*> grids_;
-    EnginePlace place_;
 };
 
 }  // namespace korvane::maps

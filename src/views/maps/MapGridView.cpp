@@ -230,7 +230,21 @@ QSize MapGridView::minimumSizeHint() const {
 void MapGridView::layOut() {
     labels_.setFont(font(), usualPixels());
     layout_.divide(size(), labels_.room());
+    placeOverlay();
     tellRoom();
+}
+
+void MapGridView::setOverlay(QWidget& overlay) {
+    overlay_ = &overlay;
+    placeOverlay();
+}
+
+void MapGridView::placeOverlay() {
+    if (overlay_ != nullptr) {
+        QRect place(QPoint(), overlay_->sizeHint());
+        place.moveCenter(layout_.rowsRect(0, geometry().cells() - 1).center());
+        overlay_->setGeometry(place);
+    }
 }
 
 DigitRoom MapGridView::ownRoom() const {

@@ -36,6 +36,9 @@ public:
     // The numbers get the size of those of the other grids that share it.
     void shareDigits(std::shared_ptr<SharedDigits> shared);
 
+    // Stands across the middle of the cells, in its own size; a child of this widget.
+    void setOverlay(QWidget& overlay);
+
     // The cell that is marked while the widget has the focus.
     void setFocusCell(std::optional<int> cell);
     [[nodiscard]] std::optional<int> focusCell() const { return focusCell_; }
@@ -83,6 +86,7 @@ private:
     [[nodiscard]] std::optional<int> markedCell() const { return hasFocus() ? focusCell_ : std::nullopt; }
 
     void layOut();
+    void placeOverlay();
     void fitText();
     void tellRoom();
     [[nodiscard]] DigitRoom ownRoom() const;
@@ -105,6 +109,7 @@ private:
 
     GridTexts texts_;
     std::shared_ptr<SharedDigits> shared_;
+    QWidget* overlay_ = nullptr;
     double textScale_ = 1;
     int digitPixels_ = 0;
     bool aligned_ = false;

@@ -1,9 +1,6 @@
 #include "views/maps/MapNotes.h"
 
-#include <QEvent>
 #include <QLabel>
-
-#include <memory>
 
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Child.h"
@@ -27,43 +24,6 @@ void setColor(QWidget& widget, QPalette::ColorRole role, const QColor& color) {
     }
     widget.setPalette(palette);
 }
-
-// Stays in the middle of the grid's cells.
-class NeverRead : public QLabel {
-public:
-    explicit NeverRead(MapGridView& grid) : QLabel(QStringLiteral("Not read from the ECU yet"), &grid), grid_(grid) {
-        setObjectName(QStringLiteral("neverRead"));
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setAutoFillBackground(true);
-        setMargin(kMargin);
-        grid.installEventFilter(this);
-    }
-
-    void showColors() {
-        const QPalette around = grid_.palette();
-        setColor(*this, QPalette::Window,
-                 mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
-    }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange) {
-            place();
-        }
-        return QLabel::eventFilter(watched, event);
-    }
-    void showEvent(QShowEvent*) override { place(); }
-
-private:
-    void place() {
-        const QRect cells = grid_.cellRect(0).united(grid_.cellRect(grid_.geometry().cells() - 1));
-        QRect own(QPoint(), sizeHint());
-        own.moveCenter(cells.center());
-        setGeometry(own);
-    }
-
-    MapGridView& grid_;
-};
 
 }  // namespace
 
@@ -97,9 +57,16 @@ QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
 }
 
 void addNeverReadNote(maps::MapGrid& grid, MapGridView& view, Binder& binder) {
-    auto& note = *std::make_unique<NeverRead>(view).release();
-    ObjectPart::bind(binder, {&grid.fill}, view, [&grid, &note] {
-        note.showColors();
+    auto& note = child<QLabel>(&view, QStringLiteral("Not read from the ECU yet"));
+    note.setObjectName(QStringLiteral("neverRead"));
+    note.setAttribute(Qt::WA_TransparentForMouseEvents);
+    note.setAutoFillBackground(true);
+    note.setMargin(kMargin);
+    view.setOverlay(note);
+    ObjectPart::bind(binder, {&grid.fill}, view, [&grid, &note, &view] {
+        const QPalette around = view.palette();
+        setColor(note, QPalette::Window,
+                 mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
         note.setVisible(grid.fill.NeverRead);
     });
 }

@@ -16,7 +16,7 @@ namespace korvane::views {
 // A line across the grids while its maps have another size than the ECU's.
 [[nodiscard]] QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent);
 
-// A text across the middle of a grid that was never read; over the grid, which knows nothing of it.
+// A text across the middle of a grid that was never read; over the grid.
 void addNeverReadNote(maps::MapGrid& grid, MapGridView& view, Binder& binder);
 
 }  // namespace korvane::views
