@@ -129,8 +129,8 @@ void Program::mainWindowUnload(bool& stays) {
         debugWindow_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
-        readoutWindows_.unloadAll();
         logViewer_.unload();
+        readoutWindows_.unloadAll();
     }
     ended_ = !stays;
     if (ended_) {
