@@ -146,8 +146,8 @@ void Program::mainWindowUnload(bool& stays) {
         shelf_.unloadAll();
         frmMisc_.leave();
         frm3Dmap_.leave();
-        readoutWindows_.unloadAll();
         logViewer_.unload();
+        readoutWindows_.unloadAll();
     }
     ended_ = !stays;
     if (ended_) {

@@ -202,6 +202,16 @@ TEST_F(IgnitionBox, WithThePortClosedASaveSaysAndSendsNothing) {
     EXPECT_THAT(line_.sent(), IsEmpty());
 }
 
+TEST_F(IgnitionBox, ThePanesAreTooShortToTouchThePoll) {
+    openAlone();
+    for (auto* group : {&window_.idleIgnition, &window_.launchControl, &window_.ignitionSetup}) {
+        group->btnRead.press();
+        EXPECT_FALSE(poll().Enabled) << group->frame.Caption.get();
+        group->btnSave.press();
+        EXPECT_FALSE(poll().Enabled) << group->frame.Caption.get();
+    }
+}
+
 TEST_F(IgnitionBox, TheLimitsOfTheMiscBlockTakeWordsAlone) {
     openAlone();
     deliverWord(2, 7200);

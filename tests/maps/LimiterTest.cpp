@@ -446,6 +446,12 @@ TEST_F(LimiterTest, TheLaunchPaneIsSavedWithPausesOf50Ms) {
     EXPECT_EQ(now(), 300);
 }
 
+TEST_F(LimiterTest, TheLaunchPaneIsTooShortToTouchThePoll) {
+    window_.launchControl.btnRead.press();
+    window_.launchControl.btnSave.press();
+    EXPECT_FALSE(poll().Enabled) << "as it was";
+}
+
 TEST_F(LimiterTest, ALaunchLimitAbove16BitsIsToldAndNothingIsSaved) {
     window_.txtLaunchControlLimit.Text = "32768";
     window_.launchControl.btnSave.press();

@@ -51,6 +51,18 @@ TEST_F(MapFormTest, TheLargeGridsHaveTwentyColumnsAndSixteenRows) {
     EXPECT_EQ(window.fuel.rowLabels(15).Caption.get(), "150-160");
 }
 
+// In mode 1 a count is 1014000 / 18432 us on the ordinary window; on the large one the multiplier 6 makes it 2 * 768000
+// / 18432 us. 36 counts are 1.9804 and 3 ms.
+TEST_F(MapFormTest, EachWindowHasTheScaleOfItsMaps) {
+    setParameter(tables_.addresses.INJ_MODE_OFFSET, 1);
+    setParameter(tables_.addresses.INJ_MULTIPLIER_OFF, 6);
+    tables_.FuelMapIn.fill(36);
+    openMaps().populateFuel();
+    EXPECT_EQ(maps_->fuel(17).Text.get(), "1.98");
+    openLarge().populateFuel();
+    EXPECT_EQ(large_->fuel(17).Text.get(), "3");
+}
+
 // Label r stands at (r + 1) * height * 1.1 + 200; cells are 240 high: 464, 728, ..., 2840.
 TEST_F(MapFormTest, ACellStandsUnderItsColumnAndBesideItsRow) {
     auto& window = openMaps();

@@ -1,4 +1,5 @@
 // How the main window opens the big readouts and the dial's window, and how long they live.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -89,6 +90,29 @@ TEST_F(ReadoutWindowsTest, AllGoWithTheMainWindow) {
     EXPECT_THAT(named("frmBigText"), IsEmpty());
     EXPECT_THAT(named("frmMeter"), IsEmpty());
     EXPECT_TRUE(program.ended());
+}
+
+class Leavers : public controls::WindowListener {
+public:
+    void windowLoaded(controls::Window&) override {}
+    void windowUnloaded(controls::Window& left) override { names.emplace_back(left.name()); }
+
+    std::vector<std::string> names;
+};
+
+TEST_F(ReadoutWindowsTest, ReadoutsGoBehindAllOtherWindows) {
+    for (auto* button : {&window.Command6, &window.btnKartat, &window.Command7, &window.Command5, &window.btnTuningHelp,
+                         &window.btnDatalogTrend, &window.Command1, &window.Command6, &window.btnAsetukset}) {
+        button->press();
+    }
+    Leavers leavers;
+    windows.setListener(&leavers);
+    EXPECT_TRUE(window.unload());
+    windows.setListener(nullptr);
+    ASSERT_THAT(leavers.names, SizeIs(11));
+    leavers.names.resize(10);  // the main window itself comes last
+    EXPECT_EQ(std::count(leavers.names.begin(), leavers.names.begin() + 8, "frmBigText"), 0);
+    EXPECT_EQ(std::count(leavers.names.begin() + 8, leavers.names.end(), "frmBigText"), 2);
 }
 
 }  // namespace
