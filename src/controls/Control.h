@@ -88,15 +88,11 @@ public:
     [[nodiscard]] std::string path() const;  // "txtFuel(17)"
     [[nodiscard]] Window& window() const { return window_; }
 
-<<<<<<< ours
     // What people call the control: the name that stands beside it, or over its column with the column's unit. Empty
     // for one that nobody has to name.
     void setLabel(std::string label) { label_ = std::move(label); }
     [[nodiscard]] const std::string& label() const { return label_; }
 
-    void place(int left, int top, int width, int height);
-=======
->>>>>>> theirs
     // The frame or page that contains the control, null for the window itself.
     void setContainer(Control* container) { container_ = container; }
     [[nodiscard]] Control* container() const { return container_; }
