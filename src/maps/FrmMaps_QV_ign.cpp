@@ -31,6 +31,9 @@ constexpr std::array kSetupWrites{
 };
 
 constexpr fields::Codec kFiftieths{fields::Width::Byte, 0.02};
+constexpr int kFirstIdleSpeed = 500;  // 1/min, of the idle ignition
+constexpr int kIdleSpeedStep = 100;
+
 constexpr fields::Stepping kChargeTimeKeys{250, &controls::Control::ToolTipText};
 constexpr int kRisingEdge = 1;  // the row of Combosensortype
 
@@ -72,6 +75,10 @@ FrmMaps_QV_ign::FrmMaps_QV_ign(platform::Machine& machine, const MapContext& map
                     {&prgTransfer}) {
     chkFocusOnIGN.Caption = "Focus on Ignition";
     lblIdleAdv.Caption = "RPM    500           600           700           800            900";
+    for (int i = 0; i < txtIdleAdv.count(); ++i) {
+        txtIdleAdv(i).setLabel(std::to_string(kFirstIdleSpeed + i * kIdleSpeedStep) + " RPM");
+    }
+    txtchargetime.setLabel("Charge time");
 }
 
 std::vector<fields::Field> FrmMaps_QV_ign::rows() {

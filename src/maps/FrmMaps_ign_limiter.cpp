@@ -90,6 +90,7 @@ FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapCo
     Width = kWidth;
     Height = kHeight;
     fillLists();
+    labelBoxes();
     place();
     btnReadData.Click = [this] { btnReadData_Click(); };
     btnSendSettings.Click = [this] { btnSendSettings_Click(); };
@@ -152,6 +153,23 @@ void FrmMaps_ign_limiter::fillLists() {
         fillList(list, {">", "<", "!?!"});
     }
     rememberComparisons();
+}
+
+void FrmMaps_ign_limiter::labelBoxes() {
+    txtSigPerRev.setLabel("Signals per engine rev");
+    txtCylCount.setLabel("Cylinder count");
+    const std::array limits{&txtrpmlimitLOW, &txtrpmlimitLOWpre, &txtrpmlimitHIGH, &txtrpmlimitHIGHpre};
+    int row = 0;
+    for (const char* name : {"Launch RPM limit", "Pre limit", "RPM limit", "Pre limit"}) {
+        limits.at(static_cast<std::size_t>(row))->setLabel(name);
+        ComboInputFuncLow(kInputs + row++).setLabel(std::string(name) + " function");
+    }
+    for (int i = 0; i < kInputs; ++i) {
+        txtInputvolt(i).setLabel("Voltage limit");
+        ComboInputFuncLow(i).setLabel("Function");
+        comboInputFuncHi(i).setLabel("Function, high byte");
+        txtInputFuncVal(i).setLabel("Value");
+    }
 }
 
 void FrmMaps_ign_limiter::rememberComparisons() {

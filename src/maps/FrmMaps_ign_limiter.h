@@ -75,6 +75,7 @@ protected:
 
 private:
     void fillLists();
+    void labelBoxes();
     // Which way an input is compared is kept on this machine: the box has no parameter for it.
     void rememberComparisons();
     void place();

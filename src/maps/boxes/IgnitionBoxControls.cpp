@@ -45,6 +45,12 @@ IgnitionBoxControls::IgnitionBoxControls(controls::Window& window)
     fillList(ComboAccellimiter, {"retard ign 15deg 1/3", "retard ign 15deg 3/4", "retard ign 15deg all",
                                  "waste spark 1/3", "waste spark 3/4", "waste spark all"});
     fillList(Combosensortype, {"Falling edge", "Rising edge, Hamlin"});
+    txtLaunchControlLimit.setLabel("Launch control rpm limit");
+    Combolaunchmode.setLabel("Launch mode");
+    txtLaunchFixedDelay.setLabel("Fixed time");
+    ComboAccellimiter.setLabel("Accel limiter");
+    txtMaxAccel.setLabel("max accel speed");
+    Combosensortype.setLabel("Sensor type");
 }
 
 std::vector<fields::Field> IgnitionBoxControls::launchFields() {
