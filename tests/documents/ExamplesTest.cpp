@@ -279,16 +279,7 @@ TEST_F(Examples, SayThatTheEcuWasSilentAtNight) {
     EXPECT_THAT(backupsIn(reader), IsEmpty());
 }
 
-// Values of the line's state came with a version of the program.
-bool knowsTheLine() {
-    const auto outcome = Reader().tuner({"--headless", "--virtual-time", "--ecu", "none"}, "get linkState\n");
-    return outcome.output.starts_with("ok");
-}
-
 TEST_F(Examples, LogWhileTheEcuSends) {
-    if (!knowsTheLine()) {
-        GTEST_SKIP() << "linkState is not known";
-    }
     const auto outcome = runFrom(Reader(), kLogger);
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_EQ(outcome.errors, "");
@@ -296,9 +287,6 @@ TEST_F(Examples, LogWhileTheEcuSends) {
 }
 
 TEST_F(Examples, EndWhenTheEcuIsSilent) {
-    if (!knowsTheLine()) {
-        GTEST_SKIP() << "linkState is not known";
-    }
     const auto outcome = runFrom(Reader("silent=1"), kLogger);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(linesOf(outcome.output), IsEmpty());

@@ -99,23 +99,20 @@ bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
 }
 
-// Where the program puts a text together from pieces, its last word has a number.
-std::vector<std::string> waysToWrite(std::string text) {
+bool isIn(const std::string& all, std::string text) {
     if (text.ends_with("...")) {
         text.resize(text.size() - 3);
     }
-    std::vector<std::string> ways{text};
-    if (const auto blank = text.rfind(' '); !text.empty() && isDigit(text.back()) && blank != std::string::npos) {
-        ways.push_back(text.substr(0, blank));
+    if (all.find(text) != std::string::npos) {
+        return true;
     }
-    text.erase(std::find_if_not(text.rbegin(), text.rend(), isDigit).base(), text.end());
-    ways.push_back(text);
-    return ways;
-}
-
-bool isIn(const std::string& all, const std::string& text) {
-    return std::ranges::any_of(waysToWrite(text),
-                               [&](const std::string& way) { return all.find(way) != std::string::npos; });
+    // A text with a number is put together from pieces: then its words have to be there.
+    if (std::ranges::none_of(text, isDigit)) {
+        return false;
+    }
+    std::ranges::replace_if(text, isDigit, ' ');
+    const auto words = found(text, "(\\S+)");
+    return std::ranges::all_of(words, [&](const auto& word) { return all.find(word) != std::string::npos; });
 }
 
 std::string withoutCode(const std::string& text) {
