@@ -14,6 +14,9 @@ namespace korvane::app {
 namespace {
 
 std::string pathOf(const std::string& name) {
+    if (name.starts_with('/')) {
+        return name;
+    }
     const char* const folder = std::getenv("KORVANE_BIN");
     return std::string(folder != nullptr ? folder : "bin") + "/" + name;
 }

@@ -13,8 +13,8 @@ struct Outcome {
     std::string errors;
 };
 
-// Runs the program of this name from the build with `arguments` and `input` on standard input until it ends. `prepare`
-// runs in the new process before the program.
+// Runs the program of this name from the build, or the one at this full path, with `arguments` and `input` on standard
+// input until it ends. `prepare` runs in the new process before the program.
 [[nodiscard]] Outcome runProgram(const std::string& name, const std::vector<std::string>& arguments,
                                  const std::string& input = {}, const std::function<void()>& prepare = {});
 
