@@ -1,4 +1,5 @@
 #include "EditingBench.h"
+#include "link/Frames.h"
 #include "maps/grid/GridLook.h"
 #include "maps/grid/HeatLevels.h"
 #include "maps/grid/Selection.h"
@@ -64,7 +65,7 @@ protected:
         main_.TimerRequestData.Interval = 200;
     }
     void live(std::int16_t cell) {
-        main_.linkState.frameReceived(kLiveDataFrame, machine_.pump.now());
+        main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
         tables_.MapPlace = cell;
         window_.updateMapPlace();
     }

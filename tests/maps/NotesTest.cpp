@@ -1,5 +1,6 @@
 #include "EditingBench.h"
 #include "core/tables/LiveChannel.h"
+#include "link/Frames.h"
 #include "maps/notes/LiveStrip.h"
 #include "maps/notes/SizeNote.h"
 
@@ -141,7 +142,7 @@ class Marks3DTest : public GridEditingTest {
 protected:
     Marks3DTest() {
         openPort();
-        main_.linkState.frameReceived(kLiveDataFrame, machine_.pump.now());
+        main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
     }
     [[nodiscard]] int engine() const { return frm3Dmap_.marks.Engine; }
     [[nodiscard]] int focus() const { return frm3Dmap_.marks.Focus; }
