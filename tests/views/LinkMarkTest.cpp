@@ -269,6 +269,7 @@ TEST_F(LinkMarkTest, ABadgeWithoutRoomForItsWordsKeepsItsShape) {
     narrow.resize(narrow.minimumSizeHint());
     const QImage image = narrow.grab().toImage();
     EXPECT_NE(image.pixel(image.width() / 2, image.height() / 2), image.pixel(0, 0));
+    EXPECT_EQ(image.pixel(image.width() - 1, 0), image.pixel(0, 0)) << "the badge ends there";
 }
 
 }  // namespace
