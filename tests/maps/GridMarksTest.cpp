@@ -63,6 +63,7 @@ protected:
     EngineRingTest() {
         openPort();
         main_.TimerRequestData.Interval = 200;
+        main_.TimerRequestData.Enabled = true;
     }
     void live(std::int16_t cell) {
         main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());

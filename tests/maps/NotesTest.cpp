@@ -142,6 +142,7 @@ class Marks3DTest : public GridEditingTest {
 protected:
     Marks3DTest() {
         openPort();
+        main_.TimerRequestData.Enabled = true;
         main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
     }
     [[nodiscard]] int engine() const { return frm3Dmap_.marks.Engine; }
