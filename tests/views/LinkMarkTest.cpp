@@ -164,8 +164,9 @@ TEST_F(LinkMarkTest, TheToolTipHasTheCounts) {
 TEST_F(LinkMarkTest, ValuesOfTheEcuAreDimmedWhileTheyAreNotLive) {
     const auto dimmed = [this] {
         std::vector<bool> all;
-        for (const char* name : {"SarnMeterRpm", "SarnMeterboost", "SarnGauge3", "lblAccel", "lblValue(0)",
-                                 "lblValue(11)", "imgLed(15)", "lblValueMux(7)", "picTrend", "picTrend2"}) {
+        for (const char* name :
+             {"SarnMeterRpm", "SarnMeterboost", "SarnGauge3", "lblAccel", "lblValue(0)", "lblValue(11)", "lblPackets",
+              "imgLed(15)", "lblValueMux(7)", "picTrend", "picTrend2"}) {
             all.push_back(find<Dimmable>(view(), name).isDimmed());
         }
         return all;

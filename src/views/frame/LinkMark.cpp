@@ -64,6 +64,7 @@ void LinkMark::place() {
         return;
     }
     setFont(scaledFont(font(), kScale));
+    badge_.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     stop_.setFixedSize(stop_.fontMetrics().horizontalAdvance(stop_.text()) + 2 * kSpacing, badge_.sizeHint().height());
     if (auto* const rows = dynamic_cast<QBoxLayout*>(view_.layout())) {
         hasStop_ = true;

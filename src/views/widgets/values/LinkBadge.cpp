@@ -84,6 +84,9 @@ void LinkBadge::paintEvent(QPaintEvent*) {
     const QColor ground = palette().color(QPalette::Window);
     const QString words = fitting();
     const QRectF pill(0, 0, widthOf(words), height());
+    if (alignment().testFlag(Qt::AlignRight)) {
+        painter.translate(width() - pill.width(), 0);
+    }
     painter.setPen(Qt::NoPen);
     painter.setBrush(mixed(ground, look_.hue, kGroundShare));
     painter.drawRoundedRect(pill, height() / 2.0, height() / 2.0);
