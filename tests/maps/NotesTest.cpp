@@ -3,6 +3,7 @@
 #include "link/Frames.h"
 #include "maps/notes/LiveStrip.h"
 #include "maps/notes/SizeNote.h"
+#include "maps/panes/MapStatus.h"
 
 namespace korvane::maps {
 namespace {
@@ -126,6 +127,16 @@ TEST_F(WindowNotesTest, AGridIsUnreadUntilTheFirstReadOrEdit) {
     EXPECT_FALSE(window_.ign.fill.NeverRead);
     key(window_.pwm, 70, kKeyPlus);
     EXPECT_FALSE(window_.pwm.fill.NeverRead);
+}
+
+TEST_F(WindowNotesTest, TheStatusLineClaimsNoValueOfAnUnreadGrid) {
+    window_.setFocus(&window_.fuel(17));
+    EXPECT_EQ(statusOf(window_).cell, "Fuel, 1500 RPM, 10-20 %: not read from the ECU yet");
+    selectBlock(window_.fuel, 17, 20);
+    EXPECT_EQ(statusOf(window_).block, "");
+    window_.populateFuel();
+    EXPECT_THAT(statusOf(window_).cell, HasSubstr("count "));
+    EXPECT_THAT(statusOf(window_).block, HasSubstr("Fuel block of 4 cells, sum "));
 }
 
 TEST_F(WindowNotesTest, AMoveOfTheFocusReadsNothing) {

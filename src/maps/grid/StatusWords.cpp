@@ -56,6 +56,10 @@ std::string cellWords(const MapNoun& map, MapGeometry shape, int cell, const Cel
     return words;
 }
 
+std::string neverReadWords(const MapNoun& map, MapGeometry shape, int cell) {
+    return std::string(map.title) + ", " + placeWords(shape, cell) + ": not read from the ECU yet";
+}
+
 // The numbers of cells have three decimals.
 std::string blockWords(const MapNoun& map, CellRange range, double sum) {
     return std::string(map.title) + " block of " + cells(range.last - range.first + 1) + ", sum " +

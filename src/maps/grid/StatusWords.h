@@ -38,6 +38,8 @@ struct CellFacts {
 [[nodiscard]] std::string placeWords(MapGeometry shape, int cell);
 // "Fuel, 2500 RPM, 20-30 %: 4.35 ms (was 4.2), count 87 (was 84), 38.5 hp with 550 cc"
 [[nodiscard]] std::string cellWords(const MapNoun& map, MapGeometry shape, int cell, const CellFacts& facts);
+// "Fuel, 2500 RPM, 20-30 %: not read from the ECU yet"
+[[nodiscard]] std::string neverReadWords(const MapNoun& map, MapGeometry shape, int cell);
 // "Fuel block of 24 cells, sum 103.2 ms"
 [[nodiscard]] std::string blockWords(const MapNoun& map, CellRange range, double sum);
 // "Not sent: 12 fuel, 3 ignition; not stored: 1 PWM"; empty for none.

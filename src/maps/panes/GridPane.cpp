@@ -43,6 +43,9 @@ std::uint8_t GridPane::editedByte(int cell) const {
 }
 
 std::string GridPane::cellStatus(int cell) {
+    if (mapGrid_.fill.NeverRead) {
+        return neverReadWords(noun_, mapGrid_.geometry, cell);
+    }
     const std::uint8_t edited = editedByte(cell);
     const std::uint8_t received = core::checked(tables().*images_.received, cell);
     const auto& display = mapDisplay();
@@ -57,7 +60,7 @@ std::string GridPane::cellStatus(int cell) {
 
 std::string GridPane::blockStatus() const {
     const auto range = blockRange(mapGrid_);
-    if (!range) {
+    if (!range || mapGrid_.fill.NeverRead) {
         return {};
     }
     double sum = 0;
