@@ -215,6 +215,88 @@ TEST_F(FrameKeysTest, CtrlQClosesWhateverHasTheFocus) {
     }
 }
 
+// A box that only ignites, and the limiter. All that is read when such a window opens has been read.
+struct BoxKeysTest : FrameKeysTest {
+    BoxKeysTest() { connect(); }
+
+    controls::Window& openBox(int swType) {
+        tables.SWType = swType;
+        program.mapWindows().open();
+        window.TimerGetSettings.Enabled = false;
+        window.TimerRequestData.Enabled = false;
+        pump.wait(20'000);
+        return newest();
+    }
+    // What this makes the program send until nothing more comes.
+    template <class Action>
+    support::Bytes sentBy(Action&& action) {
+        window.TimerRequestData.Enabled = false;
+        static_cast<void>(sent());
+        action();
+        window.TimerRequestData.Enabled = false;
+        pump.wait(20'000);
+        return sent();
+    }
+};
+
+// The lists, a box that steps, a box that is typed into, a grid, a button.
+const std::vector<std::pair<int, std::vector<const char*>>> kBoxFocus{
+    {32, {"txtIgn", "txtIdleAdv(0)", "txtchargetime", "Combosensortype", "txtMisc(0)", "btnWriteIgn"}},
+    {112, {"txtSigPerRev", "txtInputvolt(0)", "Combosensortype", "ComboInputCompare(1)", "btnSendSettings"}},
+};
+
+TEST_F(BoxKeysTest, F5SendsWhatTheReadButtonsSendWhateverHasTheFocus) {
+    for (const auto& [swType, names] : kBoxFocus) {
+        auto& box = openBox(swType);
+        auto& view = activate(box);
+        const auto byHand = sentBy([&box] {
+            for (const auto path : views::guideOf(box.name())->reads) {
+                const auto& controls = box.controls();
+                const auto found = std::find_if(controls.begin(), controls.end(),
+                                                [&](const auto* control) { return control->path() == path; });
+                ASSERT_NE(found, controls.end());
+                (*found)->press();
+            }
+        });
+        EXPECT_GT(byHand.size(), 20U);
+        for (const char* name : names) {
+            auto& widget = focus(view, name);
+            EXPECT_EQ(sentBy([&widget] { QTest::keyClick(&widget, Qt::Key_F5); }), byHand) << name;
+        }
+        EXPECT_TRUE(box.unload());
+    }
+}
+
+TEST_F(BoxKeysTest, F1AndCtrlQActWhateverHasTheFocus) {
+    for (const auto& [swType, names] : kBoxFocus) {
+        for (const char* name : names) {
+            auto& box = openBox(swType);
+            auto& view = activate(box);
+            QTest::keyClick(&focus(view, name), Qt::Key_F1);
+            auto* const help = helpOf(view);
+            ASSERT_NE(help, nullptr) << name;
+            EXPECT_TRUE(help->isVisible()) << name;
+            help->hide();
+            QTest::keyClick(&focus(activate(box), name), Qt::Key_Q, Qt::ControlModifier);
+            EXPECT_EQ(host.viewOf(box), nullptr) << name;
+        }
+    }
+}
+
+TEST_F(BoxKeysTest, EscapeGoesBackToTheMapOfTheBoxAndLeavesTheLimiterAsItIs) {
+    for (const auto& [swType, names] : kBoxFocus) {
+        auto& box = openBox(swType);
+        auto& view = activate(box);
+        for (const char* name : names) {
+            auto& widget = focus(view, name);
+            EXPECT_THAT(sentBy([&widget] { QTest::keyClick(&widget, Qt::Key_Escape); }), IsEmpty()) << name;
+            EXPECT_TRUE(box.isLoaded()) << name;
+            EXPECT_TRUE((swType == 32 ? view.findChild<QWidget*>("txtIgn") : &widget)->hasFocus()) << name;
+        }
+        EXPECT_TRUE(box.unload());
+    }
+}
+
 // A box that drops the character hides the key from the toolkit.
 TEST_F(FrameKeysTest, TheControlGetsTheKeyFirst) {
     auto& form = openMaps();
