@@ -13,7 +13,7 @@ struct Hint {
 };
 
 constexpr Hint kLampHints[] = {
-    {"0", "Bit 0 of the ECU's status word. It has no function by name."},
+    {"0", "Bit 0 of the ECU's status word. It has no known meaning."},
     {"1", "The choke adds fuel."},
     {"2", "The start help adds fuel."},
     {"3", "Fuel is injected."},
@@ -22,7 +22,7 @@ constexpr Hint kLampHints[] = {
     {"6", "An error: the coil was not charged. This lamp is green too."},
     {"7", "An error: no spark. This lamp is green too."},
     {"8", "The idle map or the idle control is in use."},
-    {"9", "Bit 9 of the ECU's status word. It has no function by name."},
+    {"9", "Bit 9 of the ECU's status word. It has no known meaning."},
     {"10", "The engine brake cuts the fuel."},
     {"11", "Launch control or antilag is active."},
     {"12", "The engine stands."},
