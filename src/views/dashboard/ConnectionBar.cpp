@@ -60,11 +60,12 @@ public:
         addColumn(child<Caption>(&card_, QString(), nullptr), push);
     }
 
-    void addReadout(controls::Label& label, const QString& caption, const QString& longest) {
+    Readout& addReadout(controls::Label& label, const QString& caption, const QString& longest) {
         auto& readout = child<Readout>(&card_);
         readout.setReserve(longest);
         binder_.bind(label, readout);
         addColumn(child<Caption>(&card_, caption, &readout), readout);
+        return readout;
     }
 
     // The bar is beside the caption, where it takes no space from the texts.
@@ -127,7 +128,8 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
-    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100"));
+    // When no frame comes any more the rate stays as it was.
+    bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();
     bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
     bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));
     bar.card().fitMargins();
