@@ -50,6 +50,7 @@ int rowOr0(std::int32_t row, const controls::ComboBox& list) {
 
 Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispatcher& dispatcher)
     : machine_(machine), panel_(panel), dispatcher_(dispatcher), receives_(kDeepestReceive) {
+    panel_.receiver.frameDropped = [this](const DroppedFrame& frame) { machine_.log.write(textOf(frame)); };
     panel_.MSComm1.OnComm = [this] { onComm(); };
     panel_.MSComm1.LineLost = [this](const std::string& reason) { lineLost(reason); };
     panel_.ComboRefresh.Click = [this] { comboRefreshClick(); };

@@ -95,9 +95,17 @@ void ReceiveMachine::takeComplement(std::uint8_t byte) {
     if (byte == complement(command_)) {
         ready_ = true;
     } else {
-        command_ = 0;
-        length_ = 0;
-        ++dropped_;
+        drop(byte);
+    }
+}
+
+void ReceiveMachine::drop(std::uint8_t wrongComplement) {
+    const DroppedFrame frame{command_, length_, wrongComplement};
+    command_ = 0;
+    length_ = 0;
+    ++dropped_;
+    if (frameDropped) {
+        frameDropped(frame);
     }
 }
 

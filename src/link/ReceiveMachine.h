@@ -11,7 +11,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <span>
+
+#include "link/DroppedFrame.h"
 
 namespace korvane::link {
 
@@ -44,6 +47,9 @@ public:
         Payload& payload_;
     };
 
+    // Told of each frame that is dropped because of a wrong complement, if it is set.
+    std::function<void(const DroppedFrame&)> frameDropped;
+
     // Takes bytes from the front until a frame is whole (rxReady) or all are taken. Returns how many it took.
     std::size_t consume(std::span<const std::uint8_t> bytes);
 
@@ -69,6 +75,7 @@ private:
     Payload& freePayload();
     std::size_t takePayload(std::span<const std::uint8_t> bytes);
     void takeComplement(std::uint8_t byte);
+    void drop(std::uint8_t wrongComplement);
     void noteSkipped(std::size_t count);
 
     std::int32_t position_ = 0;

@@ -13,7 +13,7 @@ struct Hint {
 };
 
 constexpr Hint kLampHints[] = {
-    {"0", "Bit 0 of the ECU's status word. It has no function by name."},
+    {"0", "Bit 0 of the ECU's status word. It has no known meaning."},
     {"1", "The choke adds fuel."},
     {"2", "The start help adds fuel."},
     {"3", "Fuel is injected."},
@@ -22,7 +22,7 @@ constexpr Hint kLampHints[] = {
     {"6", "An error: the coil was not charged. This lamp is green too."},
     {"7", "An error: no spark. This lamp is green too."},
     {"8", "The idle map or the idle control is in use."},
-    {"9", "Bit 9 of the ECU's status word. It has no function by name."},
+    {"9", "Bit 9 of the ECU's status word. It has no known meaning."},
     {"10", "The engine brake cuts the fuel."},
     {"11", "Launch control or antilag is active."},
     {"12", "The engine stands."},
@@ -56,18 +56,20 @@ constexpr Hint kHints[] = {
     {"prgSettings", "How much of the settings has been read."},
     {"lblState", "Port and speed of the open line. It keeps its last text when the line is closed."},
     {"lblBytesRec", "Bytes received since the program started."},
-    {"lblPackets", "Live frames in the last full second."},
+    {"lblPackets", "Live frames in one second. When they stop it keeps the last rate: the badge tells."},
     {"lblHWVer", "The version that the ECU told."},
     {"lblFeatures", "The feature word that the ECU told: each bit is an optional function."},
     {"btnKartat",
      "Opens the map window of this firmware. The window reads what it shows (a, f, m; R and U for a limiter)."},
-    {"btnAsetukset", "Opens the settings. The window reads them all (e, then R for each): some twenty seconds."},
-    {"btnTuningHelp", "Opens the acceleration timer and power calculator. Sends nothing."},
+    {"btnAsetukset",
+     "Opens the settings. They are read (e, R and U) once, over some twenty seconds: by the first Connect,\nor by the "
+     "first opening if that comes before it."},
+    {"btnTuningHelp", "Opens the tuning helper: road speed, and the times of pulls. Sends nothing."},
     {"Command1", "Opens the window of the large maps (320 cells) whatever the firmware. It reads the maps."},
     {"Command7", "Opens the window of the ignition limiter whatever the firmware. It reads its values (R, U)."},
     {"btnDatalogTrend", "Opens the viewer of recorded logs. Sends nothing."},
     {"Command5", "Opens the ignition debug window. Its buttons poll the ignition (S) instead of live data."},
-    {"Command8", "Opens a window with two dials. Sends nothing."},
+    {"Command8", "Opens a window with a dial that sweeps by itself, for trials. Sends nothing."},
     {"Command6", "Opens a window with one large number. Sends nothing."},
     {"btnBackup",
      "Reads EEPROM addresses 0 to 1010 (R, one each 125 ms, over two minutes) into a file\nin the program's folder. "

@@ -215,6 +215,102 @@ TEST_F(FrameKeysTest, CtrlQClosesWhateverHasTheFocus) {
     }
 }
 
+// A box that only ignites, and the limiter. All that is read when such a window opens has been read.
+struct BoxKeysTest : FrameKeysTest {
+    BoxKeysTest() { connect(); }
+
+    controls::Window& openBox(int swType) {
+        tables.SWType = swType;
+        program.mapWindows().open();
+        window.TimerGetSettings.Enabled = false;
+        window.TimerRequestData.Enabled = false;
+        pump.wait(20'000);
+        return newest();
+    }
+    // What this makes the program send until nothing more comes.
+    template <class Action>
+    support::Bytes sentBy(Action&& action) {
+        window.TimerRequestData.Enabled = false;
+        static_cast<void>(sent());
+        action();
+        window.TimerRequestData.Enabled = false;
+        pump.wait(20'000);
+        return sent();
+    }
+};
+
+struct Box {
+    int swType;
+    std::vector<const char*> reads;
+    std::vector<const char*> focus;  // a grid, boxes that are typed into or stepped, lists, a button
+};
+const std::vector<Box> kBoxes{
+    {32,
+     {"btnReadMisc", "btnReadIgn", "btnreadign_2", "btnReadLaunch", "btnReadIdleAdv"},
+     {"txtIgn", "txtIdleAdv(0)", "txtchargetime", "Combosensortype", "txtMisc(0)", "btnWriteIgn"}},
+    {112,
+     {"btnReadData", "btnReadLaunch"},
+     {"txtSigPerRev", "txtInputvolt(0)", "Combosensortype", "ComboInputCompare(1)", "btnSendSettings"}},
+};
+
+void press(const controls::Window& window, std::string_view name) {
+    for (auto* control : window.controls()) {
+        if (control->path() == name) {
+            control->press();
+            return;
+        }
+    }
+    ADD_FAILURE() << name;
+}
+
+TEST_F(BoxKeysTest, F5SendsWhatAllReadButtonsSendWhateverHasTheFocus) {
+    for (const auto& [swType, reads, names] : kBoxes) {
+        auto& shown = openBox(swType);
+        auto& view = activate(shown);
+        const auto byHand = sentBy([&shown, &buttons = reads] {
+            for (const char* name : buttons) {
+                press(shown, name);
+            }
+        });
+        EXPECT_GT(byHand.size(), 20U);
+        for (const char* name : names) {
+            auto& widget = focus(view, name);
+            EXPECT_EQ(sentBy([&widget] { QTest::keyClick(&widget, Qt::Key_F5); }), byHand) << name;
+        }
+        EXPECT_TRUE(shown.unload());
+    }
+}
+
+TEST_F(BoxKeysTest, F1AndCtrlQActWhateverHasTheFocus) {
+    for (const auto& [swType, reads, names] : kBoxes) {
+        for (const char* name : names) {
+            auto& shown = openBox(swType);
+            auto& view = activate(shown);
+            QTest::keyClick(&focus(view, name), Qt::Key_F1);
+            auto* const help = helpOf(view);
+            ASSERT_NE(help, nullptr) << name;
+            EXPECT_TRUE(help->isVisible()) << name;
+            help->hide();
+            QTest::keyClick(&focus(activate(shown), name), Qt::Key_Q, Qt::ControlModifier);
+            EXPECT_EQ(host.viewOf(shown), nullptr) << name;
+        }
+    }
+}
+
+TEST_F(BoxKeysTest, EscapeGoesBackToTheMapOfTheBoxAndLeavesTheLimiterAsItIs) {
+    for (const auto& [swType, reads, names] : kBoxes) {
+        auto& shown = openBox(swType);
+        auto& view = activate(shown);
+        for (const char* name : names) {
+            auto& widget = focus(view, name);
+            EXPECT_THAT(sentBy([&widget] { QTest::keyClick(&widget, Qt::Key_Escape); }), IsEmpty()) << name;
+            EXPECT_TRUE(shown.isLoaded()) << name;
+            EXPECT_TRUE((swType == 32 ? view.findChild<QWidget*>("txtIgn") : &widget)->hasFocus()) << name;
+        }
+        EXPECT_TRUE(shown.unload());
+    }
+}
+
 // A box that drops the character hides the key from the toolkit.
 TEST_F(FrameKeysTest, TheControlGetsTheKeyFirst) {
     auto& form = openMaps();

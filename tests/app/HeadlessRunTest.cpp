@@ -85,6 +85,18 @@ TEST_F(HeadlessRun, PlaysBytesFromNowhereOnALineWithNobody) {
     EXPECT_EQ(replies[7], "ok 11");
 }
 
+TEST_F(HeadlessRun, TellsDroppedFramesInTheDebugLogAlone) {
+    const std::string script =
+        "click frmSarn2.btnConnect\nreceive 540307010055\nreceive 5403080100AB\nwait 10\nget EEImage(1)\n";
+    for (const bool debug : {false, true}) {
+        const auto outcome = runProgram(
+            "korvane-tuner", {"--headless", "--virtual-time", "--ecu", "none", "--folder", folder_.path().string()},
+            script, [debug] { debug ? setenv("KORVANE_DEBUG", "1", 1) : unsetenv("KORVANE_DEBUG"); });
+        EXPECT_THAT(linesOf(outcome.output), ElementsAre("ok", "ok", "ok", "ok", "ok 8"));
+        EXPECT_EQ(outcome.errors, debug ? "dropped a frame 'T' of length 3: complement 55 instead of AB\n" : "");
+    }
+}
+
 TEST_F(HeadlessRun, EndsWithTheMainWindowAndKeepsTheChoices) {
     const auto outcome =
         run("choose frmSarn2.ComboPort 4\nchoose frmSarn2.ComboBaud 6\nclick frmSarn2.chkUseSound\n"

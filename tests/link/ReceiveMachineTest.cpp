@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <random>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "link/ReceiveMachine.h"
@@ -222,6 +223,19 @@ TEST(ReceiveMachine, AWrongComplementDropsTheFrameAndTheNextOneComes) {
     EXPECT_EQ(machine.rxCommand(), 0);
     EXPECT_EQ(machine.rxLength(), 0);
     EXPECT_EQ(framesOf({'R', 2, 1, 2, 0xAC, 'R', 2, 3, 4, 0xAD}), (std::vector<Frame>{{'R', {3, 4}}}));
+}
+
+TEST(ReceiveMachine, TellsOfEachDroppedFrameAndOfNoOther) {
+    ReceiveMachine machine;
+    std::vector<std::string> told;
+    machine.frameDropped = [&told](const DroppedFrame& frame) { told.push_back(textOf(frame)); };
+    Bytes stream = bytesOf({'R', Bytes(13, 0)}, 1);
+    append(stream, bytesOf({'T', {7, 1, 0}}));
+    append(stream, bytesOf({170, {}}, 0xFF));
+    std::vector<Frame> frames;
+    feed(machine, stream, frames);
+    EXPECT_THAT(told, ElementsAre("dropped a frame 'R' of length 13: complement AC instead of AD",
+                                  "dropped a frame AA of length 0: complement AA instead of 55"));
 }
 
 TEST(ReceiveMachine, EachWrongComplementIsFound) {

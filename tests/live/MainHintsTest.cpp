@@ -28,6 +28,12 @@ TEST_F(MainHintsTest, ButtonsOfOddNamesSayWhatTheySend) {
     EXPECT_THAT(hintOf(window.Command1), HasSubstr("large maps"));
 }
 
+TEST_F(MainHintsTest, ButtonsOfWindowsSayWhatTheseShow) {
+    EXPECT_THAT(hintOf(window.Command8), HasSubstr("a dial that sweeps"));
+    EXPECT_THAT(hintOf(window.btnTuningHelp), HasSubstr("times of pulls"));
+    EXPECT_THAT(hintOf(window.btnAsetukset), HasSubstr("by the first Connect"));
+}
+
 TEST_F(MainHintsTest, EachLampAndEachValueHasItsOwn) {
     std::set<std::string_view> seen;
     for (int i = 0; i < 16; ++i) {

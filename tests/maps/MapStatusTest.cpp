@@ -88,6 +88,7 @@ TEST_F(MapStatusTest, SumsAllCellsThatTheBlockCommandsActOn) {
 }
 
 TEST_F(MapStatusTest, TheBlockOfTheGridWithTheFocusComesFirst) {
+    window_.fuel.fill.NeverRead = false;
     selectBlock(window_.fuel, 0, 3);
     selectBlock(window_.ign, 0, 1);
     EXPECT_EQ(status().block, "Fuel block of 4 cells, sum 0 ms");
@@ -106,6 +107,7 @@ TEST_F(MapStatusTest, CountsTheUnsentCellsOfAllMaps) {
 }
 
 TEST_F(MapStatusTest, SaysNothingWhereNoNumberCanBeDrawn) {
+    window_.fuel.fill.NeverRead = false;
     tables_.InjOff_type = 0;
     window_.txtMisc(2).Text = "1e300";
     window_.setFocus(&window_.fuel(0));

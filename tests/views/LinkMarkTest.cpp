@@ -195,6 +195,18 @@ TEST_F(LinkMarkTest, SeparateReadoutsAreDimmedToo) {
     EXPECT_TRUE(dial.isDimmed());
 }
 
+TEST_F(LinkMarkTest, TheRateOfPacketsAndTheHeaderOfAMapWindowAreDimmedToo) {
+    open();
+    window.btnKartat.press();
+    auto& maps = newest();
+    live();
+    const std::vector<const Dimmable*> values{&find<Dimmable>(view(), "lblPackets"), &find<Dimmable>(maps, "stripRpm"),
+                                              &find<Dimmable>(maps, "stripDuty")};
+    EXPECT_THAT(values, Each(testing::Property(&Dimmable::isDimmed, false)));
+    pump.wait(2000);
+    EXPECT_THAT(values, Each(testing::Property(&Dimmable::isDimmed, true)));
+}
+
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {
     open();
     live();

@@ -128,6 +128,7 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
+    // When no frame comes any more the rate stays as it was.
     bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();
     bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
     bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));

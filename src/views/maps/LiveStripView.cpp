@@ -55,6 +55,7 @@ void add(const Entry& entry, maps::LiveStrip& strip, Binder& binder, QWidget& pa
     value.setObjectName(QString::fromLatin1(entry.objectName));
     value.setToolTip(QString::fromLatin1(entry.toolTip));
     name.setToolTip(value.toolTip());
+    value.setFromEcu();
     places.addWidget(&name, 0, column);
     places.addWidget(&value, 1, column);
     ObjectPart::bind(binder, {&strip}, value, [&entry, &strip, &name, &value] {
