@@ -194,6 +194,35 @@ TEST_F(LinkMarkTest, SeparateReadoutsAreDimmedToo) {
     EXPECT_TRUE(dial.isDimmed());
 }
 
+TEST_F(LinkMarkTest, TheRunningEngineOverAMapIsDimmedToo) {
+    open();
+    live();
+    window.btnKartat.press();
+    live();
+    const auto& speed = find<Readout>(newest(), "stripRpm");
+    EXPECT_FALSE(speed.isDimmed());
+    pump.wait(2000);
+    EXPECT_TRUE(speed.isDimmed());
+    live();
+    EXPECT_FALSE(speed.isDimmed());
+}
+
+TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
+    open();
+    live();
+    window.Command5.press();
+    const auto& view = newest();
+    find<QPushButton>(view, "Command1").click();
+    pump.wait(3000);
+    EXPECT_EQ(badge(view), "Paused 3 s");
+    EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
+    pullAt(100);
+    pump.wait(100);
+    EXPECT_EQ(badge(view), "Closed");
+    EXPECT_TRUE(find<Readout>(view, "lblIgnDeb").isDimmed());
+    EXPECT_TRUE(find<Readout>(view, "lblSparkErr").isDimmed());
+}
+
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {
     open();
     live();
