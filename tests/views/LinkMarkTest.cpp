@@ -207,6 +207,18 @@ TEST_F(LinkMarkTest, TheRunningEngineOverAMapIsDimmedToo) {
     EXPECT_FALSE(speed.isDimmed());
 }
 
+TEST_F(LinkMarkTest, TheVoltagesOfTheLimiterAreDimmedToo) {
+    open();
+    live();
+    tables.SWType = 112;
+    window.btnKartat.press();
+    live();
+    const auto& volts = find<Readout>(newest(), "lblInput1");
+    EXPECT_FALSE(volts.isDimmed());
+    pump.wait(2000);
+    EXPECT_TRUE(volts.isDimmed());
+}
+
 TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
     open();
     live();
@@ -217,7 +229,7 @@ TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
     EXPECT_EQ(badge(view), "Paused 3 s");
     EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
     pullAt(100);
-    pump.wait(100);
+    pump.wait(200);
     EXPECT_EQ(badge(view), "Closed");
     EXPECT_TRUE(find<Readout>(view, "lblIgnDeb").isDimmed());
     EXPECT_TRUE(find<Readout>(view, "lblSparkErr").isDimmed());
