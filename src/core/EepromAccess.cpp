@@ -42,6 +42,9 @@ void EepromAccess::ask(std::uint8_t command, std::int16_t addr, bool suppress) {
 
 void EepromAccess::writeByte(std::int32_t addr, std::uint8_t data) {
     send({'W', lowByte(addr), highByte(addr), data, data, complement('W')});
+    if (written && port_.PortOpen()) {
+        written(addr, data);
+    }
 }
 
 void EepromAccess::send(std::initializer_list<std::uint8_t> frame) {

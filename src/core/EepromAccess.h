@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 
 #include "controls/MSComm.h"
@@ -26,6 +27,9 @@ public:
     // next address, 50 ms later; events run before and behind those 50 ms. An address above 3000 or below 0 raises
     // RuntimeError 9.
     void WriteEE(std::int16_t addr, std::int32_t value, bool force16 = false);
+
+    // Is told of each byte that went out to be written.
+    std::function<void(std::int32_t addr, std::uint8_t data)> written;
 
     // Whether what is written now goes out.
     [[nodiscard]] bool isOpen() const { return port_.PortOpen(); }

@@ -100,6 +100,7 @@ void Dispatcher::eepromByte(Payload payload) {
     checked(tables_.EEImage, address) = value;
     checked(tables_.EETime, address) = timeText();
     checked(tables_.EEParams, address).value = value;
+    panel_.ecuMaps.eepromHas(tables_.addresses, address, value);
     showEepromValue(value, address, false);
 }
 
@@ -113,6 +114,8 @@ void Dispatcher::eepromWord(Payload payload) {
     checked(tables_.EETime, address) = timeText();
     checked(tables_.EETime, address + 1) = timeText();
     checked(tables_.EEParams, address).value = value;
+    panel_.ecuMaps.eepromHas(tables_.addresses, address, low);
+    panel_.ecuMaps.eepromHas(tables_.addresses, address + 1, high);
     showEepromValue(value, address, true);
 }
 

@@ -6,6 +6,10 @@
 
 namespace korvane::link {
 
+namespace {
+constexpr int kFirstKeptPwm = 64;  // the EEPROM has no cells before it
+}  // namespace
+
 EcuMap::Cell& EcuMap::at(std::size_t cell) {
     return core::checked(cells_, cell);
 }
@@ -14,15 +18,23 @@ const EcuMap::Cell& EcuMap::at(std::size_t cell) const {
     return core::checked(cells_, cell);
 }
 
-// A byte that is not the known one was stored by somebody else, or comes with a restart.
 void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        auto& cell = at(first + i);
-        if (cell.working != bytes[i]) {
-            cell.working = cell.kept = bytes[i];
-        }
+        at(first + i).show(bytes[i], storesNext_);
     }
     Object::changed(this);
+}
+
+// A byte that was sent was taken, though its acknowledgement was lost. Any other one that is not known was stored by
+// somebody else, or comes with a restart.
+void EcuMap::Cell::show(std::uint8_t byte, bool stores) {
+    if (working == byte) {
+        return;
+    }
+    working = byte;
+    if (onItsWay != byte || stores) {
+        kept = byte;
+    }
 }
 
 void EcuMap::sending(std::size_t cell, std::uint8_t byte) {
@@ -54,6 +66,15 @@ void EcuMap::stored() {
     Object::changed(this);
 }
 
+// Of a cell that the ECU has never shown, it would not tell what the ECU runs on.
+void EcuMap::keeps(std::size_t cell, std::uint8_t byte) {
+    auto& known = at(cell);
+    if (known.working && known.kept != byte) {
+        known.kept = byte;
+        Object::changed(this);
+    }
+}
+
 void EcuMap::restarted() {
     for (auto& cell : cells_) {
         cell.working = cell.kept;
@@ -73,6 +94,24 @@ std::optional<std::uint8_t> EcuMap::kept(std::size_t cell) const {
 void EcuMaps::restarted() {
     for (auto* map : {&fuel, &ignition, &pwm}) {
         map->restarted();
+    }
+}
+
+void EcuMaps::eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte) {
+    struct Place {
+        EcuMap& map;
+        int first;  // -1 before the layout is known
+        int firstCell;
+        int cells;
+    };
+    constexpr auto kHalf = static_cast<int>(EcuMap::kHalf);
+    const Place kept[] = {{fuel, places.INJ_OFF, 0, kHalf},
+                          {ignition, places.IGN_OFF, 0, kHalf},
+                          {pwm, places.PWM_OFF, kFirstKeptPwm, kHalf - kFirstKeptPwm}};
+    for (const auto& [map, first, firstCell, cells] : kept) {
+        if (first >= 0 && first <= address && address < first + cells) {
+            map.keeps(static_cast<std::size_t>(firstCell + address - first), byte);
+        }
     }
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "controls/Object.h"
+#include "core/ParameterAddresses.h"
 #include "core/tables/MapImages.h"
 
 namespace korvane::link {
@@ -26,6 +27,8 @@ public:
     void changed(std::size_t cell, std::uint8_t byte);
     // The ECU was told to store the map. That holds for a half that is acknowledged later, too.
     void stored();
+    // What its EEPROM has of a cell, which it runs on only after a restart.
+    void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();
 
     // Nothing for a cell that the line has told nothing of.
@@ -41,6 +44,9 @@ private:
         std::optional<std::uint8_t> working;
         std::optional<std::uint8_t> kept;
         std::optional<std::uint8_t> onItsWay;
+
+        // The ECU runs on this byte. `stores`: the order to store followed what was sent last.
+        void show(std::uint8_t byte, bool stores);
     };
     [[nodiscard]] Cell& at(std::size_t cell);
     [[nodiscard]] const Cell& at(std::size_t cell) const;
@@ -53,6 +59,8 @@ struct EcuMaps {
     EcuMap fuel, ignition, pwm;
 
     void restarted();
+    // A byte of the EEPROM that was read or written. Of large maps only the first halves have known places there.
+    void eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte);
 };
 
 }  // namespace korvane::link

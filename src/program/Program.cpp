@@ -43,6 +43,9 @@ Program::Program(platform::Machine& machine)
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
+    eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
+        frmSarn2_.ecuMaps.eepromHas(tables_.addresses, address, byte);
+    };
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
     dispatcher_.setLiveDecoder(liveUpdate_);

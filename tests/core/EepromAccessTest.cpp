@@ -150,6 +150,18 @@ TEST_F(EepromAccessTest, AnAddressBeyondTheTableIsASubscriptFailure) {
     EXPECT_THAT(sent(), IsEmpty());
 }
 
+TEST_F(EepromAccessTest, TellsOfEachByteThatGoesOut) {
+    std::vector<std::pair<int, int>> told;
+    eeprom_.written = [&told](std::int32_t address, std::uint8_t byte) { told.emplace_back(address, byte); };
+    eeprom_.WriteEE(2, 300);
+    eeprom_.ReadEE(4);
+    EXPECT_THAT(told, ElementsAre(std::pair(2, 44), std::pair(3, 1)));
+    line_.afterWrite = [this] { port_.setPortOpen(false); };
+    eeprom_.WriteEE(1, 7);
+    eeprom_.WriteEE(1, 7);
+    EXPECT_EQ(told.size(), 2U);
+}
+
 TEST_F(EepromAccessTest, AsksForAByte) {
     eeprom_.ReadEE(518);
     EXPECT_THAT(sent(), ElementsAre('R', 6, 2, 0xAD));

@@ -92,6 +92,55 @@ TEST_F(EcuMapTest, AReadOfWhatItRunsOnSaysNothingOfTheStore) {
     expect(8, 8);
 }
 
+TEST_F(EcuMapTest, AReadConfirmsWhatWasSentThoughItsAcknowledgementWasLost) {
+    read(7);
+    map.sending(kCell, 9);
+    read(9);
+    expect(9, 7);
+    map.sending(kCell, 11);
+    map.stored();
+    read(11);
+    expect(11, 11);
+}
+
+TEST_F(EcuMapTest, RunsOnWhatItsEepromHasOnlyOnceItHasRestarted) {
+    read(7);
+    map.keeps(kCell, 9);
+    expect(7, 9);
+    map.restarted();
+    expect(9, 9);
+}
+
+TEST_F(EcuMapTest, ItsEepromDoesNotTellWhatItRunsOn) {
+    map.keeps(kCell, 9);
+    EXPECT_EQ(map.working(kCell), std::nullopt);
+    EXPECT_EQ(map.kept(kCell), std::nullopt);
+}
+
+TEST(EcuMaps, HaveTheirPlacesInTheEeprom) {
+    EcuMaps maps;
+    for (auto* map : {&maps.fuel, &maps.ignition, &maps.pwm}) {
+        map->read(0, std::vector<std::uint8_t>(320, 7));
+    }
+    maps.eepromHas({}, 0, 9);
+    auto places = core::parameterAddresses(11);
+    for (const int address : {15, 16, 175, 176, 180, 339, 340, 399, 400, 495, 496}) {
+        maps.eepromHas(places, address, 9);
+    }
+    const auto changed = [](const EcuMap& map) {
+        std::vector<std::size_t> cells;
+        for (std::size_t cell = 0; cell < 320; ++cell) {
+            if (map.kept(cell) != 7) {
+                cells.push_back(cell);
+            }
+        }
+        return cells;
+    };
+    EXPECT_EQ(changed(maps.fuel), (std::vector<std::size_t>{0, 159}));
+    EXPECT_EQ(changed(maps.ignition), (std::vector<std::size_t>{0, 159}));
+    EXPECT_EQ(changed(maps.pwm), (std::vector<std::size_t>{64, 159}));
+}
+
 TEST_F(EcuMapTest, HasNoCellsBeyondTheMap) {
     EXPECT_NO_THROW(map.changed(319, 1));
     EXPECT_THROW(map.changed(320, 1), platform::RuntimeError);

@@ -145,6 +145,23 @@ TEST_F(UnsentCellsTest, ThePwmTableIsKeptOnceItWasSent) {
     EXPECT_EQ(pwm(), kNone);
 }
 
+// Word replies: low byte, high byte, address. The fuel map begins at 16, the ignition map at 180.
+TEST_F(UnsentCellsTest, CellsThatTheEepromHasOtherwiseAreNotStored) {
+    readMaps();
+    answer('T', {51, 16, 0});
+    answer('U', {61, 62, 180, 0});
+    EXPECT_EQ(fuel(), (UnsentCells{0, 1}));
+    EXPECT_EQ(ignition(), (UnsentCells{0, 2}));
+    answer(170, {});
+    EXPECT_EQ(fuel(), (UnsentCells{1, 0}));
+    EXPECT_EQ(ignition(), (UnsentCells{2, 0}));
+}
+
+TEST_F(UnsentCellsTest, TheEepromAloneSaysNothingOfAMapThatWasNotRead) {
+    answer('T', {51, 16, 0});
+    EXPECT_EQ(fuel(), kNone);
+}
+
 TEST_F(UnsentCellsTest, CellsThatAreNeverSentAreNotCounted) {
     readMaps();
     tables_.PwmMapOut[60] = 1;

@@ -266,5 +266,16 @@ TEST_F(NestedFrames, HandlersThatWaitStackUpToADepthAndLoseNoFrame) {
     EXPECT_EQ(decoder.deepest, 40);
 }
 
+// The fuel map begins at address 16.
+TEST(ProgramEeprom, WhatIsWrittenCountsAsKeptByTheEcu) {
+    VirtualProgram program;
+    program.connect();
+    program.receiveFrame('f', Bytes(160, 50));
+    program.program.eeprom().WriteEE(21, 51);
+    EXPECT_EQ(program.window.ecuMaps.fuel.kept(5), 51);
+    EXPECT_EQ(program.window.ecuMaps.fuel.working(5), 50);
+    EXPECT_EQ(program.window.ecuMaps.fuel.kept(6), 50);
+}
+
 }  // namespace
 }  // namespace korvane::link

@@ -202,6 +202,17 @@ TEST_F(BoxViews, NothingOfTheIgnitionBoxIsCut) {
     expectNothingCutWhenDoubled(1366, 728);
 }
 
+TEST_F(BoxViews, TheIgnitionBoxTellsOfMapsOfAnotherSize) {
+    auto& box = openBox();
+    EXPECT_FALSE(find("sizeNote").isVisible());
+    tables.SWType = 15;
+    box.showNotes();
+    resize(1366, 728);
+    EXPECT_TRUE(find("sizeNote").isVisible());
+    EXPECT_EQ(find("sizeNote").width(), find("FrameIgn").width());
+    expectNothingCut();
+}
+
 TEST_F(BoxViews, NothingOfTheLimiterIsCut) {
     auto& limiter = openLimiter();
     frame();

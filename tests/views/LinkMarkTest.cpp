@@ -195,16 +195,45 @@ TEST_F(LinkMarkTest, SeparateReadoutsAreDimmedToo) {
     EXPECT_TRUE(dial.isDimmed());
 }
 
-TEST_F(LinkMarkTest, TheRateOfPacketsAndTheHeaderOfAMapWindowAreDimmedToo) {
+TEST_F(LinkMarkTest, TheRunningEngineOverAMapIsDimmedToo) {
     open();
-    window.btnKartat.press();
-    auto& maps = newest();
     live();
-    const std::vector<const Dimmable*> values{&find<Dimmable>(view(), "lblPackets"), &find<Dimmable>(maps, "stripRpm"),
-                                              &find<Dimmable>(maps, "stripDuty")};
-    EXPECT_THAT(values, Each(testing::Property(&Dimmable::isDimmed, false)));
+    window.btnKartat.press();
+    live();
+    const auto& speed = find<Readout>(newest(), "stripRpm");
+    EXPECT_FALSE(speed.isDimmed());
     pump.wait(2000);
-    EXPECT_THAT(values, Each(testing::Property(&Dimmable::isDimmed, true)));
+    EXPECT_TRUE(speed.isDimmed());
+    live();
+    EXPECT_FALSE(speed.isDimmed());
+}
+
+TEST_F(LinkMarkTest, TheVoltagesOfTheLimiterAreDimmedToo) {
+    open();
+    live();
+    tables.SWType = 112;
+    window.btnKartat.press();
+    live();
+    const auto& volts = find<Readout>(newest(), "lblInput1");
+    EXPECT_FALSE(volts.isDimmed());
+    pump.wait(2000);
+    EXPECT_TRUE(volts.isDimmed());
+}
+
+TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
+    open();
+    live();
+    window.Command5.press();
+    const auto& view = newest();
+    find<QPushButton>(view, "Command1").click();
+    pump.wait(3000);
+    EXPECT_EQ(badge(view), "Paused 3 s");
+    EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
+    pullAt(100);
+    pump.wait(200);
+    EXPECT_EQ(badge(view), "Closed");
+    EXPECT_TRUE(find<Readout>(view, "lblIgnDeb").isDimmed());
+    EXPECT_TRUE(find<Readout>(view, "lblSparkErr").isDimmed());
 }
 
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {

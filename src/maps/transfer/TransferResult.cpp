@@ -6,13 +6,14 @@
 #include <utility>
 
 #include "link/Commands.h"
+#include "link/EcuMap.h"
 #include "link/Frames.h"
 
 namespace korvane::maps {
 
 namespace {
 
-constexpr std::size_t kBytesOfMapFrame = 160;
+constexpr std::size_t kBytesOfMapFrame = link::EcuMap::kHalf;
 
 }  // namespace
 

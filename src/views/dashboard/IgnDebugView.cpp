@@ -73,6 +73,7 @@ Readout& IgnDebugView::addTile(Card& card, QGridLayout& grid, const QString& nam
     auto& value =
         child<Readout>(&tile, Readout::Look{.scale = kScale, .bold = true, .growing = true, .ground = Ground::Tile});
     value.setReserve(QStringLiteral("1000000"));
+    value.setFromEcu(Dimmable::Source::OtherFrames);
     binder().bind(label, value);
     rows.addWidget(&child<Caption>(&tile, name, &value));
     rows.addWidget(&value, 1);

@@ -131,6 +131,7 @@ void GroupCard::addValue(const QString& name, controls::TextBox& box, int digits
 void GroupCard::addShown(const QString& name, controls::Label& label, const QString& longest, const QString& unit) {
     auto& shown = child<Readout>(&card_, Readout::Look{.bold = true});
     shown.setReserve(longest);
+    shown.setFromEcu();
     binder_.bind(label, shown);
     addField(name, shown, unit);
 }

@@ -40,7 +40,7 @@ public:
     void addValue(const QString& name, controls::TextBox& box, int digits, const QString& unit = {});
     void addText(const QString& name, controls::TextBox& box);
     void addChoice(const QString& name, controls::ComboBox& box);
-    // What the ECU tells, with room for `longest`.
+    // What the live data tell, with room for `longest`.
     void addShown(const QString& name, controls::Label& label, const QString& longest, const QString& unit = {});
     // A list at the end of the last line; `spoken` is its name for screen readers.
     void addBeside(const QString& spoken, controls::ComboBox& list);

@@ -16,6 +16,8 @@
 namespace korvane::views {
 
 namespace {
+using State = link::LinkState::State;
+
 constexpr double kScale = 0.9;  // of the view's text
 constexpr int kBelow = 1;       // logical pixels above the mark and below it
 constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
@@ -133,7 +135,7 @@ void LinkMark::showAge() {
     }
     badge_.setState(linkLook(*link_), linkWord(*link_), linkAge(*link_));
     const auto state = link_->state();
-    if (view_.isVisible() && state != link::LinkState::State::Closed && state != link::LinkState::State::Live) {
+    if (view_.isVisible() && state != State::Closed && state != State::Live) {
         nextSecond_->callAt(pump_.now() + kSecond - link_->age() % kSecond);
     } else {
         nextSecond_->cancel();
@@ -141,10 +143,12 @@ void LinkMark::showAge() {
 }
 
 void LinkMark::dimValues() {
-    const bool dimmed = link_->state() != link::LinkState::State::Live;
+    const auto state = link_->state();
     for (auto* const widget : view_.findChildren<QWidget*>()) {
-        if (auto* const value = dynamic_cast<Dimmable*>(widget); value != nullptr && value->isFromEcu()) {
-            value->setDimmed(dimmed);
+        auto* const value = dynamic_cast<Dimmable*>(widget);
+        if (value != nullptr && value->source() != Dimmable::Source::Own) {
+            const bool live = value->source() == Dimmable::Source::LiveData;
+            value->setDimmed(live ? state != State::Live : state == State::Closed);
         }
     }
 }
@@ -152,7 +156,7 @@ void LinkMark::dimValues() {
 void LinkMark::endBars() {
     for (auto* const bar : view_.findChildren<QProgressBar*>()) {
         if (auto* const transfer = dynamic_cast<TransferBar*>(bar)) {
-            transfer->setEnded(link_->state() == link::LinkState::State::Closed);
+            transfer->setEnded(link_->state() == State::Closed);
         }
     }
 }

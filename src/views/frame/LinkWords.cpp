@@ -35,7 +35,7 @@ const Saying& sayingOf(const link::LinkState& link) {
                QStringLiteral("The ECU does not answer: what is shown is old.")},
         Saying{{LinkBadge::Shape::Bars, QColor(50, 120, 210)},
                QStringLiteral("Paused"),
-               QStringLiteral("The ECU is not asked for live data: what is shown is old.\n"
+               QStringLiteral("The ECU is not asked for live data: what is shown of it is old.\n"
                               "To go on, choose a refresh time in the main window.")},
         Saying{{LinkBadge::Shape::Hourglass, QColor(50, 120, 210)},
                QStringLiteral("Busy"),

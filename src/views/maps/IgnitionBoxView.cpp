@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "views/maps/BoxParts.h"
+#include "views/maps/MapNotes.h"
 #include "views/maps/MapParts.h"
 #include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
@@ -68,6 +69,7 @@ IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock
 
 QLayout& IgnitionBoxView::makeLeft() {
     auto& left = makeLayout<QVBoxLayout>();
+    left.addWidget(&makeSizeNote(maps_.sizeNote, binder(), &content()));
     left.addWidget(&GridCards(maps_, binder()).make(maps_.FrameIgn, maps_.ign, QStringLiteral("Ignition"), &content()),
                    1);
     left.addLayout(&makeGroups());

@@ -53,6 +53,7 @@ void add(const Entry& entry, maps::LiveStrip& strip, Binder& binder, QWidget& pa
     name.setReserve(QString::fromLatin1(entry.name));
     value.setReserve(QString::fromLatin1(entry.longest));
     value.setObjectName(QString::fromLatin1(entry.objectName));
+    value.setFromEcu();
     value.setToolTip(QString::fromLatin1(entry.toolTip));
     name.setToolTip(value.toolTip());
     value.setFromEcu();
