@@ -57,7 +57,7 @@ void add(const Entry& entry, maps::LiveStrip& strip, Binder& binder, QWidget& pa
     name.setToolTip(value.toolTip());
     places.addWidget(&name, 0, column);
     places.addWidget(&value, 1, column);
-    ObjectPart::bind(binder, {&strip}, value, [&entry, &strip, &name, &value] {
+    ObjectPart::bind(binder, {&strip}, [&entry, &strip, &name, &value] {
         name.setText(nameOf(entry, strip));
         value.setAccessibleName(name.text());
         value.setText(QString::fromStdString(strip.*entry.text));

@@ -32,7 +32,7 @@ QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* p
     note.setObjectName(QStringLiteral("transferNote"));
     note.setToolTip(QStringLiteral("What the ECU was heard to answer to the last transfer"));
     note.setReserve(QStringLiteral("Fuel: only the first half acknowledged"));
-    ObjectPart::bind(binder, {&watch}, note, [&watch, &note, parent] {
+    ObjectPart::bind(binder, {&watch}, [&watch, &note, parent] {
         const QPalette around = parent->palette();
         setColor(note, QPalette::WindowText,
                  watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
@@ -48,7 +48,7 @@ QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
     line.setAutoFillBackground(true);
     line.setWordWrap(true);
     line.setMargin(kMargin);
-    ObjectPart::bind(binder, {&note}, line, [&note, &line, parent] {
+    ObjectPart::bind(binder, {&note}, [&note, &line, parent] {
         setColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
         line.setText(QString::fromStdString(note.Text));
         line.setVisible(!note.Text.get().empty());
@@ -63,7 +63,7 @@ void addNeverReadNote(maps::MapGrid& grid, MapGridView& view, Binder& binder) {
     note.setAutoFillBackground(true);
     note.setMargin(kMargin);
     view.setOverlay(note);
-    ObjectPart::bind(binder, {&grid.fill}, view, [&grid, &note, &view] {
+    ObjectPart::bind(binder, {&grid.fill}, [&grid, &note, &view] {
         const QPalette around = view.palette();
         setColor(note, QPalette::Window,
                  mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
