@@ -3,13 +3,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include "views/dashboard/MainParts.h"
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/PlainTip.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/charts/NotedPicture.h"
 
@@ -27,12 +27,6 @@ QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidg
     return check;
 }
 
-// A tool-tip that looks like marked up text is shown as such.
-QString plain(const std::string& path) {
-    const QString text = QString::fromStdString(path);
-    return Qt::mightBeRichText(text) ? text.toHtmlEscaped().prepend(QStringLiteral("<qt>")) : text;
-}
-
 // How many rows of the log are on the disk and how many wait, and the file's path.
 QLabel& makeLogCounts(logs::LogCounts& counts, Binder& binder, QWidget* parent) {
     auto& label = child<QLabel>(parent);
@@ -43,7 +37,7 @@ QLabel& makeLogCounts(logs::LogCounts& counts, Binder& binder, QWidget* parent) 
             label.setText(kRows.arg(counts.onDisk.get()).arg(counts.waiting.get()));
             label.setMinimumWidth(label.fontMetrics().horizontalAdvance(kRows.arg(kManyRows).arg(kManyRows)));
         }
-        label.setToolTip(plain(counts.path.get()));
+        label.setToolTip(plainTip(QString::fromStdString(counts.path)));
     });
     return label;
 }
