@@ -1,6 +1,7 @@
 #include "maps/transfer/MapWriter.h"
 
 #include "link/Commands.h"
+#include "link/EcuMap.h"
 #include "maps/grid/MapImages.h"
 #include "maps/panes/PaneWindow.h"
 
@@ -8,7 +9,7 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr std::size_t kHalf = 160;
+constexpr std::size_t kHalf = link::EcuMap::kHalf;
 constexpr int kBytePause = 1;      // ms; the ECU can't take the bytes of a map any faster
 constexpr int kCommitPause = 100;  // ms, before and behind the commit letter
 constexpr int kAckPause = 5;       // ms

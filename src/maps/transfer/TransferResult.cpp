@@ -6,15 +6,10 @@
 #include <utility>
 
 #include "link/Commands.h"
+#include "link/EcuMap.h"
 #include "link/Frames.h"
 
 namespace korvane::maps {
-
-namespace {
-
-constexpr std::size_t kBytesOfMapFrame = 160;
-
-}  // namespace
 
 struct TransferResult::Kind {
     std::uint8_t command;
@@ -66,7 +61,7 @@ bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> pay
         return true;
     }
     exchange.partly = 0;
-    exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), kBytesOfMapFrame)) : 1;
+    exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), link::EcuMap::kHalf)) : 1;
     if (exchange.heard >= exchange.total) {
         exchange.heard = exchange.total;
         exchange.state = State::Whole;
