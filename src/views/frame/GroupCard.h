@@ -22,6 +22,11 @@ inline constexpr int kByteDigits = 3;
 inline constexpr int kWordDigits = 5;
 inline constexpr int kScaledDigits = 6;  // "2.7778"
 
+// The name that stands beside a box.
+[[nodiscard]] inline QString labelOf(const controls::Control& control) {
+    return QString::fromStdString(control.label());
+}
+
 // A button with space around its caption.
 [[nodiscard]] QPushButton& makeCommand(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent);
 

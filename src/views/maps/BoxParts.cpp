@@ -3,11 +3,11 @@
 namespace korvane::views {
 
 void addLaunch(GroupCard& card, maps::IgnitionBoxControls& window) {
-    card.addValue(QStringLiteral("Launch control rpm limit"), window.txtLaunchControlLimit, kWordDigits);
-    card.addChoice(QStringLiteral("Launch mode"), window.Combolaunchmode);
-    card.addValue(QStringLiteral("Fixed time"), window.txtLaunchFixedDelay, kByteDigits);
-    card.addChoice(QStringLiteral("Accel limiter"), window.ComboAccellimiter);
-    card.addValue(QStringLiteral("max accel speed"), window.txtMaxAccel, kByteDigits);
+    card.addValue(labelOf(window.txtLaunchControlLimit), window.txtLaunchControlLimit, kWordDigits);
+    card.addChoice(labelOf(window.Combolaunchmode), window.Combolaunchmode);
+    card.addValue(labelOf(window.txtLaunchFixedDelay), window.txtLaunchFixedDelay, kByteDigits);
+    card.addChoice(labelOf(window.ComboAccellimiter), window.ComboAccellimiter);
+    card.addValue(labelOf(window.txtMaxAccel), window.txtMaxAccel, kByteDigits);
 }
 
 void addTransfer(GroupCard& card, maps::ParameterGroup& group, char readMnemonic, char saveMnemonic) {

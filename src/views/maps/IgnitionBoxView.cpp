@@ -42,8 +42,8 @@ Card& makeLaunch(maps::FrmMaps_QV_ign& window, Binder& binder, QWidget* parent) 
 
 Card& makeSetup(maps::FrmMaps_QV_ign& window, Binder& binder, QWidget* parent) {
     GroupCard group(window.ignitionSetup.frame, binder, parent);
-    group.addValue(QStringLiteral("Charge time"), window.txtchargetime, kScaledDigits, QStringLiteral("ms"));
-    group.addChoice(QStringLiteral("Sensor type"), window.Combosensortype);
+    group.addValue(labelOf(window.txtchargetime), window.txtchargetime, kScaledDigits, QStringLiteral("ms"));
+    group.addChoice(labelOf(window.Combosensortype), window.Combosensortype);
     group.addNote(steppedLegend());
     addTransfer(group, window.ignitionSetup, 'a', 'v');
     return group.card();

@@ -17,17 +17,10 @@ namespace {
 constexpr QSizeF kUsual{96, 46};  // text sizes
 const QString kShownElsewhere = QStringLiteral("What is read shows in the settings window, not here.");
 
-// A limit, and what the box does there.
-struct Limit {
-    const char* name;
-    controls::TextBox maps::FrmMaps_ign_limiter::*box;
-};
-constexpr std::array<Limit, maps::FrmMaps_ign_limiter::kLimits> kLimits{{
-    {"Launch RPM limit", &maps::FrmMaps_ign_limiter::txtrpmlimitLOW},
-    {"Pre limit", &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre},
-    {"RPM limit", &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH},
-    {"Pre limit", &maps::FrmMaps_ign_limiter::txtrpmlimitHIGHpre},
-}};
+constexpr std::array kLimits{&maps::FrmMaps_ign_limiter::txtrpmlimitLOW, &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre,
+                             &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH,
+                             &maps::FrmMaps_ign_limiter::txtrpmlimitHIGHpre};
+static_assert(kLimits.size() == maps::FrmMaps_ign_limiter::kLimits);
 constexpr std::array kInputLabels{&maps::FrmMaps_ign_limiter::lblInput1, &maps::FrmMaps_ign_limiter::lblInput2,
                                   &maps::FrmMaps_ign_limiter::lblInput3};
 
@@ -73,10 +66,9 @@ Card& LimiterView::makeBar() {
 
 Card& LimiterView::makeSensor() {
     GroupCard group(window_.FrameRpmSensor, binder(), &content());
-    group.addValue(QStringLiteral("Signals per engine rev"), window_.txtSigPerRev, kWordDigits,
-                   QStringLiteral("( RB2xDET 180 )"));
-    group.addValue(QStringLiteral("Cylinder count"), window_.txtCylCount, kWordDigits);
-    group.addChoice(QStringLiteral("Sensor type"), window_.Combosensortype);
+    group.addValue(labelOf(window_.txtSigPerRev), window_.txtSigPerRev, kWordDigits, QStringLiteral("( RB2xDET 180 )"));
+    group.addValue(labelOf(window_.txtCylCount), window_.txtCylCount, kWordDigits);
+    group.addChoice(labelOf(window_.Combosensortype), window_.Combosensortype);
     group.addNote(kShownElsewhere);
     return group.card();
 }
@@ -84,10 +76,10 @@ Card& LimiterView::makeSensor() {
 Card& LimiterView::makeLimits() {
     GroupCard group(window_.FrameRpmLimit, binder(), &content());
     int list = maps::FrmMaps_ign_limiter::kInputs;
-    for (const Limit& limit : kLimits) {
-        const auto name = QString::fromLatin1(limit.name);
-        group.addValue(name, window_.*limit.box, kWordDigits, QStringLiteral("rpm"));
-        group.addBeside(name + QStringLiteral(" function"), window_.ComboInputFuncLow(list++));
+    for (const auto limit : kLimits) {
+        auto& function = window_.ComboInputFuncLow(list++);
+        group.addValue(labelOf(window_.*limit), window_.*limit, kWordDigits, QStringLiteral("rpm"));
+        group.addBeside(labelOf(function), function);
     }
     return group.card();
 }
@@ -97,10 +89,11 @@ Card& LimiterView::makeInput(int input) {
     group.addShown(QStringLiteral("Current value"), window_.*kInputLabels.at(static_cast<std::size_t>(input)),
                    QStringLiteral("0.00"), QStringLiteral("V"));
     group.addChoice(QStringLiteral("Comparison (not sent)"), window_.ComboInputCompare(input));
-    group.addValue(QStringLiteral("Voltage limit"), window_.txtInputvolt(input), kScaledDigits, QStringLiteral("V"));
-    group.addChoice(QStringLiteral("Function"), window_.ComboInputFuncLow(input));
-    group.addChoice(QStringLiteral("Function, high byte"), window_.comboInputFuncHi(input));
-    group.addValue(QStringLiteral("Value"), window_.txtInputFuncVal(input), kWordDigits);
+    group.addValue(labelOf(window_.txtInputvolt(input)), window_.txtInputvolt(input), kScaledDigits,
+                   QStringLiteral("V"));
+    group.addChoice(labelOf(window_.ComboInputFuncLow(input)), window_.ComboInputFuncLow(input));
+    group.addChoice(labelOf(window_.comboInputFuncHi(input)), window_.comboInputFuncHi(input));
+    group.addValue(labelOf(window_.txtInputFuncVal(input)), window_.txtInputFuncVal(input), kWordDigits);
     group.addNote(steppedLegend());
     return group.card();
 }

@@ -8,11 +8,6 @@
 
 namespace korvane::views {
 
-// The name that stands beside a box.
-[[nodiscard]] inline QString labelOf(const controls::Control& control) {
-    return QString::fromStdString(control.label());
-}
-
 // Each fills its page with its groups.
 void fillIgnitionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
 void fillInjectionPage(settings::MiscControls& window, Binder& binder, QWidget* page);
