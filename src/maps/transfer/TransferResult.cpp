@@ -50,7 +50,7 @@ bool TransferResult::heard(std::uint8_t code, std::span<const std::uint8_t> payl
     return exchange != nullptr && count(*exchange, payload);
 }
 
-// A refusal is the last word.
+// What comes after a refusal changes nothing.
 bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> payload) {
     if (exchange.state == State::Refused) {
         return false;
