@@ -12,7 +12,6 @@
 
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
-#include "views/Find.h"
 #include "views/Views.h"
 #include "views/frame/LinkMark.h"
 #include "views/frame/TransferBar.h"
@@ -59,6 +58,11 @@ struct LinkMarkTest : testing::Test, support::VirtualProgram {
 
     [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
     [[nodiscard]] WindowView& newest() const { return *host.viewOf(*windows.loaded().back()); }
+    template <class Widget = QWidget>
+    [[nodiscard]] static Widget& find(const WindowView& view, const char* name) {
+        auto* const found = view.findChild<QWidget*>(QLatin1String(name));
+        return dynamic_cast<Widget&>(*found);
+    }
     template <class Widget>
     [[nodiscard]] static Widget& first(const WindowView& view) {
         for (auto* const each : view.findChildren<QWidget*>()) {
@@ -69,7 +73,7 @@ struct LinkMarkTest : testing::Test, support::VirtualProgram {
         throw std::logic_error("no such widget");
     }
     [[nodiscard]] static std::string badge(const WindowView& view) {
-        return findIn<LinkBadge>(view, "linkBadge").text().toStdString();
+        return find<LinkBadge>(view, "linkBadge").text().toStdString();
     }
     [[nodiscard]] std::string badge() const { return badge(view()); }
 
@@ -120,8 +124,8 @@ TEST_F(LinkMarkTest, InTheMainWindowItStandsBesideTheStateLine) {
     view().resize(1280, 690);
     settle();
     const auto placeOf = [this](QWidget& widget) { return QRect(widget.mapTo(&view(), QPoint()), widget.size()); };
-    const QRect state = placeOf(findIn(view(), "lblState"));
-    const QRect mark = placeOf(findIn(view(), "linkBadge"));
+    const QRect state = placeOf(find(view(), "lblState"));
+    const QRect mark = placeOf(find(view(), "linkBadge"));
     EXPECT_GT(mark.left(), state.right());
     EXPECT_LT(mark.left() - state.right(), 40);
     EXPECT_LE(std::abs(mark.center().y() - state.center().y()), 2);
@@ -149,7 +153,7 @@ TEST_F(LinkMarkTest, TheToolTipHasTheCounts) {
     open();
     live();
     receive({0, 'T', 1, 5, 5});
-    auto& shown = findIn<LinkBadge>(view(), "linkBadge");
+    auto& shown = find<LinkBadge>(view(), "linkBadge");
     QHelpEvent help(QEvent::ToolTip, QPoint(1, 1), shown.mapToGlobal(QPoint(1, 1)));
     QApplication::sendEvent(&shown, &help);
     const auto tip = shown.toolTip().toStdString();
@@ -162,7 +166,7 @@ TEST_F(LinkMarkTest, ValuesOfTheEcuAreDimmedWhileTheyAreNotLive) {
         std::vector<bool> all;
         for (const char* name : {"SarnMeterRpm", "SarnMeterboost", "SarnGauge3", "lblAccel", "lblValue(0)",
                                  "lblValue(11)", "imgLed(15)", "lblValueMux(7)", "picTrend", "picTrend2"}) {
-            all.push_back(findIn<Dimmable>(view(), name).isDimmed());
+            all.push_back(find<Dimmable>(view(), name).isDimmed());
         }
         return all;
     };
@@ -172,8 +176,8 @@ TEST_F(LinkMarkTest, ValuesOfTheEcuAreDimmedWhileTheyAreNotLive) {
     EXPECT_THAT(dimmed(), Each(false));
     pump.wait(2000);
     EXPECT_THAT(dimmed(), Each(true));
-    EXPECT_FALSE(findIn<Dimmable>(view(), "lblState").isDimmed());
-    EXPECT_FALSE(findIn<Dimmable>(view(), "lblValueName(0)").isDimmed());
+    EXPECT_FALSE(find<Dimmable>(view(), "lblState").isDimmed());
+    EXPECT_FALSE(find<Dimmable>(view(), "lblValueName(0)").isDimmed());
 }
 
 TEST_F(LinkMarkTest, SeparateReadoutsAreDimmedToo) {
@@ -194,7 +198,7 @@ TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {
     open();
     live();
     host.clock().tick();
-    auto& value = findIn<Readout>(view(), "lblValue(0)");
+    auto& value = find<Readout>(view(), "lblValue(0)");
     const int usual = darkest(value);
     pump.wait(2000);
     EXPECT_GT(darkest(value), usual + 60);
@@ -203,7 +207,7 @@ TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {
 TEST_F(LinkMarkTest, LiveFramesPaintNothingOfTheBadge) {
     open();
     live();
-    const PaintCounter badges(findIn<LinkBadge>(view(), "linkBadge"));
+    const PaintCounter badges(find<LinkBadge>(view(), "linkBadge"));
     for (int i = 0; i < 50; ++i) {
         pump.wait(100);
         live();
@@ -221,12 +225,12 @@ TEST_F(LinkMarkTest, ABackupIsBusyInEveryWindowAndCanBeStopped) {
             EXPECT_EQ(badge(*each), "Busy < 1 s");
             EXPECT_EQ(each->cursor().shape(), Qt::BusyCursor);
         }
-        EXPECT_TRUE(findIn<QPushButton>(other, "stopTransfer").isVisibleTo(&other));
-        findIn<QPushButton>(other, "stopTransfer").click();
+        EXPECT_TRUE(find<QPushButton>(other, "stopTransfer").isVisibleTo(&other));
+        find<QPushButton>(other, "stopTransfer").click();
         EXPECT_FALSE(window.MSComm1.PortOpen());
         EXPECT_EQ(badge(other), "Closed");
         EXPECT_NE(other.cursor().shape(), Qt::BusyCursor);
-        EXPECT_FALSE(findIn<QPushButton>(other, "stopTransfer").isVisibleTo(&other));
+        EXPECT_FALSE(find<QPushButton>(other, "stopTransfer").isVisibleTo(&other));
     });
     window.btnBackup.press();
     EXPECT_FALSE(window.MSComm1.PortOpen());
@@ -235,7 +239,7 @@ TEST_F(LinkMarkTest, ABackupIsBusyInEveryWindowAndCanBeStopped) {
 TEST_F(LinkMarkTest, APulledCableEndsTheWaitInTheViewWhileTheBackupCountsOn) {
     open();
     live();
-    auto& bar = findIn<TransferBar>(view(), "prgEeprom");
+    auto& bar = find<TransferBar>(view(), "prgEeprom");
     at(900, [&] { EXPECT_FALSE(bar.isEnded()); });
     pullAt(1000);
     at(1001, [&] {
@@ -251,12 +255,12 @@ TEST_F(LinkMarkTest, TheIgnitionDebugWindowClosedWhileItPollsLeavesPaused) {
     live();
     window.Command5.press();
     auto& debug = *windows.loaded().back();
-    findIn<QPushButton>(newest(), "Command1").click();
+    find<QPushButton>(newest(), "Command1").click();
     pump.wait(500);
     static_cast<void>(debug.unload());
     pump.wait(2500);
     EXPECT_EQ(badge(), "Paused 3 s");
-    EXPECT_FALSE(findIn<QPushButton>(view(), "stopTransfer").isVisibleTo(&view()));
+    EXPECT_FALSE(find<QPushButton>(view(), "stopTransfer").isVisibleTo(&view()));
 }
 
 TEST_F(LinkMarkTest, ABadgeWithoutRoomForItsWordsKeepsItsShape) {
