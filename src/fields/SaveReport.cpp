@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Bytes.h"
 #include "core/Numbers.h"
 
 namespace korvane::fields {
 
 namespace {
-
-std::uint8_t byteOf(std::int32_t value, std::size_t index) {
-    return static_cast<std::uint8_t>((static_cast<std::uint32_t>(value) >> (8 * index)) & 0xFFU);
-}
 
 std::string values(std::ptrdiff_t count) {
     return std::to_string(count) + (count == 1 ? " value" : " values");
@@ -20,7 +17,7 @@ std::string values(std::ptrdiff_t count) {
 }  // namespace
 
 std::uint8_t SaveReport::Item::byte(std::size_t index) const {
-    return byteOf(value.value, index);
+    return index == 0 ? core::lowByte(value.value) : core::highByte(value.value);
 }
 
 bool SaveReport::Item::isSame() const {
@@ -62,9 +59,9 @@ void SaveReport::refused(int save, std::string label) {
 }
 
 void SaveReport::heard(int address, std::int32_t value, bool is16) {
-    heardByte(address, byteOf(value, 0));
+    heardByte(address, core::lowByte(value));
     if (is16) {
-        heardByte(address + 1, byteOf(value, 1));
+        heardByte(address + 1, core::highByte(value));
     }
 }
 

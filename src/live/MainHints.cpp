@@ -51,8 +51,8 @@ constexpr Hint kHints[] = {
     {"ComboBaud", "The speed of the line, taken at the next Connect. Sends nothing."},
     {"ComboRefresh", "Milliseconds between two polls of the live data. Choosing starts the poll: it sends x."},
     {"btnConnect",
-     "Opens the port, asks for the firmware (y, once a second until it answers)\nand polls live data (x). Pressed "
-     "again it closes the port."},
+     "Opens the port, asks for the firmware (y, once a second until it answers)\n"
+     "and polls live data (x). Pressed again it closes the port."},
     {"prgSettings", "How much of the settings has been read."},
     {"lblState", "Port and speed of the open line. It keeps its last text when the line is closed."},
     {"lblBytesRec", "Bytes received since the program started."},
@@ -72,13 +72,11 @@ constexpr Hint kHints[] = {
     {"Command8", "Opens a window with a dial that sweeps by itself, for trials. Sends nothing."},
     {"Command6", "Opens a window with one large number. Sends nothing."},
     {"btnBackup",
-     "Reads EEPROM addresses 0 to 1010 (R, one each 125 ms, over two minutes) into a file\nin the program's folder. "
-     "The "
-     "live poll rests meanwhile."},
+     "Reads EEPROM addresses 0 to 1010 (R, one each 125 ms, over two minutes) into a file\n"
+     "in the program's folder. The live poll rests meanwhile."},
     {"btnUploadEEPROM",
-     "Writes addresses 0 to 1010 from such a file (W, one each 125 ms, over two minutes).\nThe ECU does not confirm "
-     "the "
-     "writes. The live poll rests meanwhile."},
+     "Writes addresses 0 to 1010 from such a file (W, one each 125 ms, over two minutes).\n"
+     "The ECU does not confirm the writes. The live poll rests meanwhile."},
     {"prgEeprom", "How much of the EEPROM has been read or written."},
     {"Command2", "Sends X: the ECU restarts. What it has not stored is lost, and a running engine may stop."},
     {"FrameOptTest", "Two commands of the PWM table by hand, for tests."},

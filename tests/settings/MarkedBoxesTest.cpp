@@ -49,7 +49,7 @@ TEST_F(MarkedBoxesTest, ABoxOfItsOwnKindIsMarkedToo) {
     }
 }
 
-TEST_F(MarkedBoxesTest, TheSettingsBlockIsWordOfTheEcu) {
+TEST_F(MarkedBoxesTest, TheSettingsBlockCountsAsSentByTheEcu) {
     std::vector<int> block(19, 7);
     reply('e', block);
     for (auto* box : {&frmMisc_.txtAccel(9), &frmMisc_.txtStart, &frmMisc_.txtVolt(3), &frmMisc_.txtchargetime}) {

@@ -12,6 +12,7 @@
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
 #include "views/Find.h"
+#include "views/Pixels.h"
 #include "views/Views.h"
 #include "views/dashboard/BigTextView.h"
 #include "views/widgets/values/BigFigures.h"
@@ -214,16 +215,7 @@ TEST_F(BigTextViewTest, ShowsTheValueAndItsTitle) {
 }
 
 TEST_F(BigTextViewTest, AnAlarmIsPaintedRed) {
-    const auto redPixels = [this] {
-        const QImage picture = figures().grab().toImage();
-        int count = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                count += picture.pixelColor(x, y) == QColor(255, 0, 0) ? 1 : 0;
-            }
-        }
-        return count;
-    };
+    const auto redPixels = [this] { return countOf(figures().grab().toImage(), QColor(255, 0, 0)); };
     table.liveValues[0].value = 6001;
     pass(200);
     EXPECT_EQ(redPixels(), 0);

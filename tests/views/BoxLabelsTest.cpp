@@ -4,18 +4,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/VirtualProgram.h"
-#include "views/Events.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 
 namespace korvane::views {
 namespace {
 
 using testing::HasSubstr;
 
-struct BoxLabelsTest : testing::Test, support::VirtualProgram {
-    BoxLabelsTest() { addViews(host); }
-
+struct BoxLabelsTest : testing::Test, ProgramViews {
     [[nodiscard]] controls::Window& open(controls::CommandButton& button) {
         button.press();
         settle();
@@ -34,8 +30,6 @@ struct BoxLabelsTest : testing::Test, support::VirtualProgram {
         }
         EXPECT_EQ(labels, expected);
     }
-
-    ViewHost host{windows};
 };
 
 TEST_F(BoxLabelsTest, OfTheLimiterAreThoseThatAreShown) {

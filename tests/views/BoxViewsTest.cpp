@@ -15,11 +15,8 @@
 #include <string>
 #include <vector>
 
-#include "support/VirtualProgram.h"
 #include "views/CutTexts.h"
-#include "views/Events.h"
-#include "views/Find.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 #include "views/maps/IgnitionBoxView.h"
 #include "views/maps/LimiterView.h"
 #include "views/maps/MapGridView.h"
@@ -31,15 +28,14 @@ namespace {
 using testing::IsEmpty;
 
 // A window of a box on a line that nobody answers.
-struct BoxViews : testing::Test, support::VirtualProgram {
-    BoxViews() { addViews(host); }
-
+struct BoxViews : testing::Test, ProgramViews {
     template <class Window>
     Window& open(int swType) {
         tables.SWType = swType;
         window.btnKartat.press();
         auto& opened = dynamic_cast<Window&>(*windows.loaded().back());
         opened_ = &opened;
+        lookAt(opened);
         view().activateWindow();
         settle();
         return opened;
@@ -47,8 +43,6 @@ struct BoxViews : testing::Test, support::VirtualProgram {
     maps::FrmMaps_QV_ign& openBox() { return open<maps::FrmMaps_QV_ign>(30); }
     maps::FrmMaps_ign_limiter& openLimiter() { return open<maps::FrmMaps_ign_limiter>(112); }
 
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(*opened_); }
-    [[nodiscard]] QWidget& find(const std::string& name) const { return findIn(view(), name); }
     // The words that stand beside the boxes.
     [[nodiscard]] std::vector<std::string> labels() const {
         std::vector<std::string> texts;
@@ -56,10 +50,6 @@ struct BoxViews : testing::Test, support::VirtualProgram {
             texts.push_back(label->text().toStdString());
         }
         return texts;
-    }
-    void frame() {
-        host.clock().tick();
-        settle();
     }
     void resize(int width, int height) {
         opened_->resize(width * 15, height * 15);
@@ -137,7 +127,6 @@ struct BoxViews : testing::Test, support::VirtualProgram {
         EXPECT_THAT(left, IsEmpty());
     }
 
-    ViewHost host{windows};
     controls::Window* opened_ = nullptr;
 };
 

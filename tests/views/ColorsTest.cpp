@@ -5,6 +5,7 @@
 #include <array>
 
 #include "views/FormBench.h"
+#include "views/Pixels.h"
 #include "views/widgets/Palette.h"
 
 namespace korvane::views {
@@ -13,16 +14,6 @@ namespace {
 constexpr std::array kFixed{controls::kBlack, controls::kWhite,   controls::kRed,
                             controls::kGreen, controls::kBlue,    controls::kYellow,
                             controls::kCyan,  controls::kMagenta, controls::kDarkGrey};
-
-int countOf(const QImage& image, const QColor& color) {
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            count += image.pixelColor(x, y) == color ? 1 : 0;
-        }
-    }
-    return count;
-}
 
 // How many pixels differ clearly from the ground.
 int inkOn(const QImage& image, const QColor& ground) {

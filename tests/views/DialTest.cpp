@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/VirtualProgram.h"
-#include "views/Events.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 #include "views/widgets/Palette.h"
 #include "views/widgets/values/Dial.h"
 #include "views/widgets/values/Gauge.h"
@@ -10,22 +8,12 @@
 namespace korvane::views {
 namespace {
 
-struct DialTest : testing::Test, support::VirtualProgram {
+struct DialTest : testing::Test, ProgramViews {
     DialTest() {
-        addViews(host);
         window.resize(1366 * 15, 728 * 15);
         frame();
     }
 
-    void frame() {
-        host.clock().tick();
-        QApplication::sendPostedEvents();
-        QApplication::processEvents();
-    }
-    template <class Widget>
-    [[nodiscard]] Widget& find(const char* name) const {
-        return dynamic_cast<Widget&>(*host.viewOf(window)->findChild<QWidget*>(QString::fromLatin1(name)));
-    }
     // The colour at a place given as fractions of the instrument's square.
     template <class Widget>
     [[nodiscard]] static QColor at(Widget& widget, double x, double y) {
@@ -40,8 +28,6 @@ struct DialTest : testing::Test, support::VirtualProgram {
     [[nodiscard]] static bool isPeak(const QColor& color) {
         return color.red() > 170 && color.green() > 110 && color.blue() < 110;
     }
-
-    ViewHost host{windows};
 };
 
 // Half of the scale is 135 degrees clockwise from straight down: up to the left at 45 degrees. The cosine of 45 degrees

@@ -6,10 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "live/FrmIGNDebug.h"
-#include "support/VirtualProgram.h"
-#include "views/Events.h"
-#include "views/Find.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -20,21 +17,16 @@ using testing::IsSupersetOf;
 
 constexpr QSize kSmallScreen(683, 360);  // 1366x768 at 200 %, less a title bar
 
-struct IgnDebugViewTest : testing::Test, support::VirtualProgram {
+struct IgnDebugViewTest : testing::Test, ProgramViews {
     IgnDebugViewTest() {
-        addViews(host);
         window.Command5.press();
         debug = dynamic_cast<live::FrmIGNDebug*>(windows.loaded().back());
+        lookAt(*debug);
         view().activateWindow();
         settle();
     }
     ~IgnDebugViewTest() override { static_cast<void>(debug->unload()); }
 
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(*debug); }
-    template <class Widget = QWidget>
-    [[nodiscard]] Widget& find(const char* name) const {
-        return findIn<Widget>(view(), name);
-    }
     [[nodiscard]] QString spoken(const char* name) const {
         return QAccessible::queryAccessibleInterface(&find(name))->text(QAccessible::Name);
     }
@@ -49,14 +41,12 @@ struct IgnDebugViewTest : testing::Test, support::VirtualProgram {
         }
     }
 
-    ViewHost host{windows};
     live::FrmIGNDebug* debug = nullptr;
 };
 
 TEST_F(IgnDebugViewTest, ShowsWhatAFrameBrings) {
     debug->showDebugFrame(support::Bytes{0x55, 0x55, 0xD0, 0x02, 0xAB, 0xAA, 0x3C, 0x00});
-    host.clock().tick();
-    settle();
+    frame();
     EXPECT_EQ(find<Readout>("lblIgnDeb").text(), "21845");
     EXPECT_EQ(find<Readout>("lblSparkDeb").text(), "43691");
     EXPECT_EQ(find<Readout>("lblRPMticks").text(), "720");

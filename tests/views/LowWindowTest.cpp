@@ -8,10 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "maps/MapForm.h"
-#include "support/VirtualProgram.h"
-#include "views/Events.h"
-#include "views/Views.h"
-#include "views/frame/ViewHost.h"
+#include "views/ProgramViews.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/FoldingRow.h"
 
@@ -21,23 +18,19 @@ namespace {
 constexpr std::int32_t kAllFeatures = 0xFFFF;
 constexpr QSize kLow{960, 480};
 
-struct LowWindow : testing::Test, support::VirtualProgram {
-    LowWindow() {
-        addViews(host);
-        tables.Features = kAllFeatures;
-    }
+struct LowWindow : testing::Test, ProgramViews {
+    LowWindow() { tables.Features = kAllFeatures; }
 
     maps::MapForm& open(bool large, QSize size) {
         large ? program.mapWindows().openLarge() : program.mapWindows().open();
         maps_ = dynamic_cast<maps::MapForm*>(windows.loaded().back());
+        lookAt(*maps_);
         pump.wait(1000);
         maps_->resize(size.width() * 15, size.height() * 15);
         view().activateWindow();
         settle();
         return *maps_;
     }
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(*maps_); }
-    [[nodiscard]] QWidget& find(const char* name) const { return *view().findChild<QWidget*>(QLatin1String(name)); }
     // All of it, without scrolling.
     [[nodiscard]] bool isInView(const char* name) const {
         const QWidget& widget = find(name);
@@ -50,9 +43,8 @@ struct LowWindow : testing::Test, support::VirtualProgram {
         EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
         EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
     }
-    [[nodiscard]] QTabBar& pages() const { return dynamic_cast<QTabBar&>(find("mapPages")); }
+    [[nodiscard]] QTabBar& pages() const { return find<QTabBar>("mapPages"); }
 
-    ViewHost host{windows};
     maps::MapForm* maps_ = nullptr;
 };
 

@@ -8,10 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/VirtualProgram.h"
 #include "views/CutTexts.h"
-#include "views/Events.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 #include "views/dashboard/MainView.h"
 #include "views/widgets/Palette.h"
 #include "views/widgets/values/Readout.h"
@@ -22,21 +20,10 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-struct MainHintsTest : testing::Test, support::VirtualProgram {
-    MainHintsTest() {
-        addViews(host);
-        settle();
-    }
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(window); }
-    [[nodiscard]] QWidget& find(const std::string& name) const {
-        auto* const widget = view().findChild<QWidget*>(QString::fromStdString(name));
-        if (widget == nullptr) {
-            throw std::runtime_error("no widget " + name);
-        }
-        return *widget;
-    }
+struct MainHintsTest : testing::Test, ProgramViews {
+    MainHintsTest() { settle(); }
     [[nodiscard]] std::string unit(int label) const {
-        return dynamic_cast<Readout&>(find("unit(" + std::to_string(label) + ")")).text().toStdString();
+        return find<Readout>("unit(" + std::to_string(label) + ")").text().toStdString();
     }
     [[nodiscard]] std::string hover(const std::string& name) const {
         QWidget& widget = find(name);
@@ -44,12 +31,6 @@ struct MainHintsTest : testing::Test, support::VirtualProgram {
         send(widget, QHelpEvent(QEvent::ToolTip, at, widget.mapToGlobal(at)));
         return QToolTip::text().toStdString();
     }
-    void frame() {
-        host.clock().tick();
-        settle();
-    }
-
-    ViewHost host{windows};
 };
 
 TEST_F(MainHintsTest, EveryControlThatIsShownHasAToolTip) {
@@ -99,7 +80,7 @@ TEST_F(MainHintsTest, ATrendSaysHowMuchTimeItReallyShows) {
 }
 
 TEST_F(MainHintsTest, ThePortListHasTheDeviceBesideTheName) {
-    auto& list = dynamic_cast<QComboBox&>(find("ComboPort"));
+    auto& list = find<QComboBox>("ComboPort");
     list.showPopup();
     window.ComboPort.setItemToolTip(0, "/dev/ttyUSB0");
     frame();
@@ -119,7 +100,7 @@ TEST_F(MainHintsTest, ThePortListHasTheDeviceBesideTheName) {
 
 // The texts are painted with the text's colour and, without a device, with that of what can't be used.
 TEST_F(MainHintsTest, APortWithoutADeviceIsDim) {
-    auto& list = dynamic_cast<QComboBox&>(find("ComboPort"));
+    auto& list = find<QComboBox>("ComboPort");
     list.showPopup();
     window.ComboPort.setItemToolTip(2, "/dev/ttyUSB0");
     window.ComboPort.setItemToolTip(3, "No device");

@@ -14,6 +14,7 @@
 #include "support/VirtualMachine.h"
 #include "views/Accessibility.h"
 #include "views/Events.h"
+#include "views/Pixels.h"
 #include "views/frame/ViewHost.h"
 #include "views/maps/MapGridBinding.h"
 #include "views/maps/MapGridView.h"
@@ -110,15 +111,7 @@ struct MapGridViewTest : testing::Test, support::VirtualMachine {
     }
     // Whether a pixel of this colour is in the cell.
     [[nodiscard]] bool hasColor(int cell, const QColor& color) const {
-        const QImage image = grid().grab(grid().cellRect(cell)).toImage();
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (image.pixelColor(x, y) == color) {
-                    return true;
-                }
-            }
-        }
-        return false;
+        return countOf(grid().grab(grid().cellRect(cell)).toImage(), color) > 0;
     }
     // Key codes and Shift arguments that a cell is told.
     void listen(int cell) {

@@ -4,10 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "maps/grid/Selection.h"
-#include "support/VirtualProgram.h"
 #include "views/CutTexts.h"
-#include "views/Events.h"
-#include "views/Views.h"
+#include "views/Pixels.h"
+#include "views/ProgramViews.h"
 #include "views/maps/GridMarks.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/HeatColors.h"
@@ -19,12 +18,12 @@ namespace {
 using testing::IsEmpty;
 
 // The marks of a map window's grids, on a line without a device.
-struct MapMarksTest : testing::Test, support::VirtualProgram {
+struct MapMarksTest : testing::Test, ProgramViews {
     MapMarksTest() {
-        addViews(host);
         tables.Features = 0xFFFF;
         program.mapWindows().open();
         maps_ = dynamic_cast<maps::FrmMaps*>(windows.loaded().back());
+        lookAt(*maps_);
         pump.wait(1000);
         for (std::size_t cell = 0; cell < 160; ++cell) {
             tables.FuelMapIn.at(cell) = tables.FuelMapOut.at(cell) = static_cast<std::uint8_t>(40 + cell);
@@ -38,16 +37,7 @@ struct MapMarksTest : testing::Test, support::VirtualProgram {
         settle();
     }
 
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(*maps_); }
-    template <class Widget = QWidget>
-    [[nodiscard]] Widget& find(const char* name) const {
-        return *dynamic_cast<Widget*>(view().findChild<QWidget*>(QString::fromLatin1(name)));
-    }
     [[nodiscard]] MapGridView& grid(const char* name = "txtFuel") const { return find<MapGridView>(name); }
-    void frame() {
-        host.clock().tick();
-        settle();
-    }
     void select(int first, int last) {
         maps_->fuel.SelFirst = first + 1;
         maps_->fuel.SelLast = last + 1;
@@ -64,21 +54,12 @@ struct MapMarksTest : testing::Test, support::VirtualProgram {
         return pixel({place.left() - 1, place.center().y()}) == kOutlineColor;
     }
     [[nodiscard]] bool hasColor(const QRect& place, const QColor& color) const {
-        const QImage image = grid().grab(place).toImage();
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (image.pixelColor(x, y) == color) {
-                    return true;
-                }
-            }
-        }
-        return false;
+        return countOf(grid().grab(place).toImage(), color) > 0;
     }
     [[nodiscard]] static QRect bar(const QRect& cell) {
         return {cell.left(), cell.bottom() - GridCellPainter::kBar + 1, cell.width(), GridCellPainter::kBar};
     }
 
-    ViewHost host{windows};
     maps::FrmMaps* maps_ = nullptr;
 };
 

@@ -7,10 +7,8 @@
 #include <string>
 
 #include "core/tables/LiveChannel.h"
-#include "support/VirtualProgram.h"
 #include "views/CutTexts.h"
-#include "views/Events.h"
-#include "views/Views.h"
+#include "views/ProgramViews.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/values/Readout.h"
 
@@ -20,11 +18,8 @@ namespace {
 using testing::IsEmpty;
 
 // A map window that has read nothing yet.
-struct MapNotesTest : testing::Test, support::VirtualProgram {
-    MapNotesTest() {
-        addViews(host);
-        tables.Features = 0xFFFF;
-    }
+struct MapNotesTest : testing::Test, ProgramViews {
+    MapNotesTest() { tables.Features = 0xFFFF; }
 
     template <class Window>
     Window& open(int width = 1340, int height = 690) {
@@ -32,25 +27,17 @@ struct MapNotesTest : testing::Test, support::VirtualProgram {
         large ? program.mapWindows().openLarge() : program.mapWindows().open();
         auto& form = dynamic_cast<Window&>(*windows.loaded().back());
         maps_ = &form;
+        lookAt(form);
         form.resize(width * 15, height * 15);
         frame();
         return form;
     }
 
-    [[nodiscard]] WindowView& view() const { return *host.viewOf(*maps_); }
-    template <class Widget = QWidget>
-    [[nodiscard]] Widget& find(const char* name) const {
-        return dynamic_cast<Widget&>(*view().findChild<QWidget*>(QString::fromLatin1(name)));
-    }
     [[nodiscard]] std::string text(const char* name) const { return find<Readout>(name).text().toStdString(); }
     [[nodiscard]] QLabel& neverReadOn(const char* grid) const {
         return *find(grid).findChild<QLabel*>(QStringLiteral("neverRead"));
     }
 
-    void frame() {
-        host.clock().tick();
-        settle();
-    }
     void run() {
         using core::LiveChannel;
         const auto set = [&](LiveChannel channel, double value) {
@@ -81,7 +68,6 @@ struct MapNotesTest : testing::Test, support::VirtualProgram {
         EXPECT_EQ(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
     }
 
-    ViewHost host{windows};
     maps::PaneWindow* maps_ = nullptr;
 };
 

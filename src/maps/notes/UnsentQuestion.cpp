@@ -1,10 +1,8 @@
 #include "maps/notes/UnsentQuestion.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/tables/ModuleReg.h"
-#include "maps/transfer/UnsentCells.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
 
@@ -13,12 +11,6 @@ namespace korvane::maps {
 namespace {
 
 constexpr const char* kPreference = "AskUnsent";
-
-constexpr std::array<std::string_view, 3> kNames{"fuel", "ignition", "PWM"};  // from kFuelTable on
-
-std::string_view nameOf(const MapImages& map) {
-    return kNames.at(static_cast<std::size_t>(map.number - kFuelTable));
-}
 
 void add(std::vector<UnsentMap>& maps, const UnsentMap& map) {
     const auto same = std::find_if(maps.begin(), maps.end(), [&](const auto& each) { return each.name == map.name; });
@@ -50,8 +42,8 @@ std::vector<UnsentMap> unsentMaps(const std::vector<PaneWindow*>& windows) {
     std::vector<UnsentMap> maps;
     for (const auto* window : windows) {
         for (const auto* pane : window->panes()) {
-            if (const auto* const map = pane->paneImages()) {
-                add(maps, {nameOf(*map), unsentCells(window->context(), *map, window->geometry).unsent});
+            if (const auto unsent = pane->unsentStatus()) {
+                add(maps, {unsent->map, unsent->cells.unsent});
             }
         }
     }

@@ -34,7 +34,6 @@ public:
     GridPane(PaneWindow& window, const GridPaneNames& names, const MapImages& images, GridRules rules);
 
     [[nodiscard]] MapGrid* paneGrid() override { return &mapGrid_; }
-    [[nodiscard]] const MapImages* paneImages() const override { return &images_; }
     void loadPane(std::int32_t features) override;
     [[nodiscard]] std::string cellStatus(int cell) override;
     [[nodiscard]] std::string blockStatus() const override;

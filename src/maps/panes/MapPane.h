@@ -11,7 +11,6 @@ namespace korvane::maps {
 
 class MapGrid;
 class PaneWindow;
-struct MapImages;
 
 // A window inherits its panes, so that their controls are its own. It calls them in the order of its base classes.
 class MapPane {
@@ -22,8 +21,6 @@ public:
     virtual ~MapPane() = default;
 
     [[nodiscard]] virtual MapGrid* paneGrid() { return nullptr; }
-    // The map that the keys change in the grid; null for a pane without one.
-    [[nodiscard]] virtual const MapImages* paneImages() const { return nullptr; }
 
     // The window loads: places the controls and enables what the feature word offers.
     virtual void loadPane(std::int32_t features) { static_cast<void>(features); }
@@ -37,7 +34,7 @@ public:
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
 
-    // For the status line: a cell of its grid, the block that is selected in it, the cells that were not sent.
+    // In words a cell of its grid and the block that is selected in it; the cells that were not sent.
     [[nodiscard]] virtual std::string cellStatus(int cell) { return static_cast<void>(cell), std::string(); }
     [[nodiscard]] virtual std::string blockStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }

@@ -1,6 +1,7 @@
 #include "maps/transfer/MapWriter.h"
 
 #include "link/Commands.h"
+#include "link/EcuMap.h"
 #include "maps/grid/MapImages.h"
 #include "maps/panes/PaneWindow.h"
 

@@ -11,12 +11,6 @@
 
 namespace korvane::maps {
 
-namespace {
-
-constexpr std::size_t kBytesOfMapFrame = link::EcuMap::kHalf;
-
-}  // namespace
-
 struct TransferResult::Kind {
     std::uint8_t command;
     std::string_view name;
@@ -56,7 +50,7 @@ bool TransferResult::heard(std::uint8_t code, std::span<const std::uint8_t> payl
     return exchange != nullptr && count(*exchange, payload);
 }
 
-// A refusal is the last word.
+// What comes after a refusal changes nothing.
 bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> payload) {
     if (exchange.state == State::Refused) {
         return false;
@@ -67,7 +61,7 @@ bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> pay
         return true;
     }
     exchange.partly = 0;
-    exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), kBytesOfMapFrame)) : 1;
+    exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), link::EcuMap::kHalf)) : 1;
     if (exchange.heard >= exchange.total) {
         exchange.heard = exchange.total;
         exchange.state = State::Whole;

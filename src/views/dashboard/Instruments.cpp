@@ -3,12 +3,10 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include <memory>
-#include <utility>
 #include <vector>
 
 #include "views/dashboard/MainParts.h"
-#include "views/dashboard/UnitsPart.h"
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -104,7 +102,11 @@ QWidget& makeValues(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
         grid.addWidget(&makeValue(window.lblValueName(i), window.lblValue(i), units, binder, &card), i / kValueColumns,
                        i % kValueColumns);
     }
-    binder.bind(std::make_unique<UnitsPart>(window.valueUnits, std::move(units), binder), {}, card);
+    ObjectPart::bind(binder, {&window.valueUnits}, [&shown = window.valueUnits, units] {
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            units[i]->setText(QString::fromStdString(shown.of(i)));
+        }
+    });
     for (int column = 0; column < kValueColumns; ++column) {
         grid.setColumnStretch(column, 1);
     }

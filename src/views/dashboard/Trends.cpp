@@ -5,12 +5,11 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include <memory>
-
-#include "views/dashboard/LogCountsPart.h"
 #include "views/dashboard/MainParts.h"
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/PlainTip.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/charts/NotedPicture.h"
 
@@ -19,11 +18,28 @@ namespace korvane::views {
 namespace {
 
 constexpr int kOptionGap = 18;
+const QString kRows = QStringLiteral("%1 rows on disk, %2 waiting");
+constexpr int kManyRows = 10000;  // keeps the layout still while the numbers grow
 
 QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
     auto& check = child<QCheckBox>(parent);
     binder.bind(box, check, mnemonic);
     return check;
+}
+
+// How many rows of the log are on the disk and how many wait, and the file's path.
+QLabel& makeLogCounts(logs::LogCounts& counts, Binder& binder, QWidget* parent) {
+    auto& label = child<QLabel>(parent);
+    label.setObjectName(QStringLiteral("logCounts"));
+    label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    ObjectPart::bind(binder, {&counts}, [&counts, &label] {
+        if (counts.onDisk.get() != 0 || counts.waiting.get() != 0 || !label.text().isEmpty()) {
+            label.setText(kRows.arg(counts.onDisk.get()).arg(counts.waiting.get()));
+            label.setMinimumWidth(label.fontMetrics().horizontalAdvance(kRows.arg(kManyRows).arg(kManyRows)));
+        }
+        label.setToolTip(plainTip(QString::fromStdString(counts.path)));
+    });
+    return label;
 }
 
 QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
@@ -37,10 +53,7 @@ QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     binder.bind(window.txtDatalogFile, file);
     row.addWidget(&makeBox(window.chkDatalog, 'e', binder, parent));
     row.addWidget(&file, 2);
-    auto& counts = child<QLabel>(parent);
-    counts.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    binder.bind(std::make_unique<LogCountsPart>(window.logCounts, counts, binder), {}, counts);
-    row.addWidget(&counts, 1);
+    row.addWidget(&makeLogCounts(window.logCounts, binder, parent), 1);
     return row;
 }
 

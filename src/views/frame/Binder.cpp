@@ -13,19 +13,22 @@ Binder::~Binder() {
     detach();
 }
 
+void Binder::bind(std::unique_ptr<BoundPart> part) {
+    part->show();
+    parts_.push_back(std::move(part));
+}
+
 void Binder::bind(std::unique_ptr<BoundPart> part, const std::vector<const controls::Control*>& controls,
                   QWidget& widget) {
     for (const auto* control : controls) {
         byControl_[control] = &widget;
     }
-    part->show();
-    parts_.push_back(std::move(part));
+    bind(std::move(part));
 }
 
 void Binder::add(std::unique_ptr<Binding> binding) {
     byControl_[&binding->control()] = &binding->widget();
-    binding->show();
-    parts_.push_back(std::move(binding));
+    bind(std::unique_ptr<BoundPart>(std::move(binding)));
 }
 
 void Binder::setTabOrder(const std::vector<controls::Control*>& controls) {

@@ -74,6 +74,7 @@ public:
     void bind(live::SarnMeter& meter, Dial& widget);
     void bind(live::SarnGauge& gauge, Gauge& widget);
 
+    void bind(std::unique_ptr<BoundPart> part);
     // A part that keeps the widget of many controls up to date.
     void bind(std::unique_ptr<BoundPart> part, const std::vector<const controls::Control*>& controls, QWidget& widget);
 

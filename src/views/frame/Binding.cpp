@@ -21,14 +21,6 @@ constexpr int kOutOfView = -3000;
 constexpr int kUsualFontSize = 8;  // points, of all controls by design
 constexpr double kLegible = 4.5;   // the least contrast for a text of usual size
 
-// A text colour that can be read on `ground`: `usual` if its contrast is enough.
-QColor legibleOn(const QColor& ground, const QColor& usual) {
-    if (contrast(ground, usual) >= kLegible) {
-        return usual;
-    }
-    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
-}
-
 }  // namespace
 
 Binding::Binding(Binder& binder, controls::Control& control, QWidget& widget)
@@ -139,7 +131,7 @@ void Binding::showColors() {
     if (!usualFore) {
         palette.setColor(where.fore, colorOf(control_.ForeColor, QPalette()));
     } else if (!usualBack && !controls::isSystemColor(control_.BackColor)) {
-        palette.setColor(where.fore, legibleOn(palette.color(where.back), QPalette().color(where.fore)));
+        palette.setColor(where.fore, visibleOn(palette.color(where.back), QPalette().color(where.fore), kLegible));
     }
     widget_.setPalette(palette);
     widget_.setAutoFillBackground(!usualBack && where.back == QPalette::Window);

@@ -12,14 +12,15 @@ ObjectPart::ObjectPart(Binder& binder, std::vector<controls::Object*> objects, s
     }
 }
 
-void ObjectPart::bind(Binder& binder, std::vector<controls::Object*> objects, QWidget& widget,
-                      std::function<void()> show) {
-    binder.bind(std::make_unique<ObjectPart>(binder, std::move(objects), std::move(show)), {}, widget);
+void ObjectPart::bind(Binder& binder, std::vector<controls::Object*> objects, std::function<void()> show) {
+    binder.bind(std::make_unique<ObjectPart>(binder, std::move(objects), std::move(show)));
 }
 
 void ObjectPart::show() {
     waiting_ = false;
-    show_();
+    if (!objects_.empty()) {
+        show_();
+    }
 }
 
 void ObjectPart::propertyChanged(controls::Object&, const void*) {

@@ -1,4 +1,4 @@
-// Keeps a piece of a view up to date that shows objects which are no controls.
+// Keeps a piece of a view up to date that shows objects other than the control of one widget.
 #pragma once
 
 #include <functional>
@@ -17,12 +17,12 @@ public:
     ~ObjectPart() override { forget(); }
 
     void show() override;
-    void showColorsAgain() override { show_(); }
+    void showColorsAgain() override { show(); }
     void detach(const ControlSet&) override { forget(); }
 
-    // Binds a part of `objects` and shows it at once. Both live as long as the window.
-    static void bind(Binder& binder, std::vector<controls::Object*> objects, QWidget& widget,
-                     std::function<void()> show);
+    // Binds a part of `objects`, which live as long as the window, and shows it at once. `show` is called for as long
+    // as they live.
+    static void bind(Binder& binder, std::vector<controls::Object*> objects, std::function<void()> show);
 
 private:
     void propertyChanged(controls::Object& object, const void* property) override;

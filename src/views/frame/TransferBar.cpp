@@ -8,7 +8,10 @@ namespace {
 
 constexpr int kWidth = 12;  // text sizes
 
-void setUp(QProgressBar& bar, const QString& name, const QString& format) {
+template <class Bar>
+QProgressBar& makeBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
+                      const QString& format) {
+    auto& bar = child<Bar>(parent);
     bar.setFormat(format);
     bar.setTextVisible(!format.isEmpty());
     bar.setFixedWidth(bar.fontMetrics().height() * kWidth);
@@ -17,6 +20,8 @@ void setUp(QProgressBar& bar, const QString& name, const QString& format) {
     QSizePolicy policy = bar.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     bar.setSizePolicy(policy);
+    binder.bind(progress, bar);
+    return bar;
 }
 
 }  // namespace
@@ -36,18 +41,12 @@ void TransferBar::paintEvent(QPaintEvent* event) {
 
 QProgressBar& makeTransferBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
                               const QString& format) {
-    auto& bar = child<TransferBar>(parent);
-    setUp(bar, name, format);
-    binder.bind(progress, bar);
-    return bar;
+    return makeBar<TransferBar>(progress, binder, parent, name, format);
 }
 
 QProgressBar& makeWorkBar(controls::ProgressBar& progress, Binder& binder, QWidget* parent, const QString& name,
                           const QString& format) {
-    auto& bar = child<QProgressBar>(parent);
-    setUp(bar, name, format);
-    binder.bind(progress, bar);
-    return bar;
+    return makeBar<QProgressBar>(progress, binder, parent, name, format);
 }
 
 }  // namespace korvane::views

@@ -100,12 +100,8 @@ void WindowView::onCaption(std::function<void(const QString&)> show) {
 
 // At once, not with the next frame: a window may flash for less than two frames.
 void WindowView::showColor() {
-    QPalette palette;
-    palette.setResolveMask(0);
-    if (!controls::isSystemColor(window_.BackColor)) {
-        palette.setColor(QPalette::Window, colorOf(window_.BackColor, palette));
-    }
-    setPalette(palette);
+    const bool usual = controls::isSystemColor(window_.BackColor);
+    setOwnColor(*this, QPalette::Window, usual ? QColor() : colorOf(window_.BackColor, QPalette()));
 }
 
 QSize WindowView::modelSize() const {

@@ -17,9 +17,10 @@ namespace {
 constexpr QSizeF kUsual{96, 46};  // text sizes
 const QString kShownElsewhere = QStringLiteral("What is read shows in the settings window, not here.");
 
-constexpr std::array<controls::TextBox maps::FrmMaps_ign_limiter::*, maps::FrmMaps_ign_limiter::kLimits> kLimits{
-    &maps::FrmMaps_ign_limiter::txtrpmlimitLOW, &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre,
-    &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH, &maps::FrmMaps_ign_limiter::txtrpmlimitHIGHpre};
+constexpr std::array kLimits{&maps::FrmMaps_ign_limiter::txtrpmlimitLOW, &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre,
+                             &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH,
+                             &maps::FrmMaps_ign_limiter::txtrpmlimitHIGHpre};
+static_assert(kLimits.size() == maps::FrmMaps_ign_limiter::kLimits);
 constexpr std::array kInputLabels{&maps::FrmMaps_ign_limiter::lblInput1, &maps::FrmMaps_ign_limiter::lblInput2,
                                   &maps::FrmMaps_ign_limiter::lblInput3};
 
@@ -76,8 +77,8 @@ Card& LimiterView::makeLimits() {
     GroupCard group(window_.FrameRpmLimit, binder(), &content());
     int list = maps::FrmMaps_ign_limiter::kInputs;
     for (const auto limit : kLimits) {
-        group.addValue(labelOf(window_.*limit), window_.*limit, kWordDigits, QStringLiteral("rpm"));
         auto& function = window_.ComboInputFuncLow(list++);
+        group.addValue(labelOf(window_.*limit), window_.*limit, kWordDigits, QStringLiteral("rpm"));
         group.addBeside(labelOf(function), function);
     }
     return group.card();

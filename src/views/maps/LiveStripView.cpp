@@ -56,10 +56,9 @@ void add(const Entry& entry, maps::LiveStrip& strip, Binder& binder, QWidget& pa
     value.setFromEcu();
     value.setToolTip(QString::fromLatin1(entry.toolTip));
     name.setToolTip(value.toolTip());
-    value.setFromEcu();
     places.addWidget(&name, 0, column);
     places.addWidget(&value, 1, column);
-    ObjectPart::bind(binder, {&strip}, value, [&entry, &strip, &name, &value] {
+    ObjectPart::bind(binder, {&strip}, [&entry, &strip, &name, &value] {
         name.setText(nameOf(entry, strip));
         value.setAccessibleName(name.text());
         value.setText(QString::fromStdString(strip.*entry.text));

@@ -49,7 +49,7 @@ Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
     chart_.setAccessibleName(QString::fromStdString(window.Caption));
     chart_.onNamed([this] { showNames(); });
     binder().bind(window.MSChart1, chart_);
-    ObjectPart::bind(binder(), {&window.marks}, chart_, [this, &marks = window.marks] {
+    ObjectPart::bind(binder(), {&window.marks}, [this, &marks = window.marks] {
         chart_.setMarks({markOf(marks.Engine), markOf(marks.Focus)});
     });
     chart_.setFocus();

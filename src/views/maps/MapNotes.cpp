@@ -16,15 +16,6 @@ constexpr double kFailureShare = 0.3;   // of the text's colour in the red
 constexpr double kPlateShare = 0.12;
 constexpr int kMargin = 6;
 
-void setColor(QWidget& widget, QPalette::ColorRole role, const QColor& color) {
-    QPalette palette;
-    palette.setResolveMask(0);
-    if (color.isValid()) {
-        palette.setColor(role, color);
-    }
-    widget.setPalette(palette);
-}
-
 }  // namespace
 
 QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
@@ -32,10 +23,10 @@ QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* p
     note.setObjectName(QStringLiteral("transferNote"));
     note.setToolTip(QStringLiteral("What the ECU was heard to answer to the last transfer"));
     note.setReserve(QStringLiteral("Fuel: only the first half acknowledged"));
-    ObjectPart::bind(binder, {&watch}, note, [&watch, &note, parent] {
+    ObjectPart::bind(binder, {&watch}, [&watch, &note, parent] {
         const QPalette around = parent->palette();
-        setColor(note, QPalette::WindowText,
-                 watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
+        setOwnColor(note, QPalette::WindowText,
+                    watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
         note.setAccessibleName(QStringLiteral("Answer of the ECU"));
         note.setText(QString::fromStdString(watch.Text));
     });
@@ -48,8 +39,8 @@ QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
     line.setAutoFillBackground(true);
     line.setWordWrap(true);
     line.setMargin(kMargin);
-    ObjectPart::bind(binder, {&note}, line, [&note, &line, parent] {
-        setColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
+    ObjectPart::bind(binder, {&note}, [&note, &line, parent] {
+        setOwnColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
         line.setText(QString::fromStdString(note.Text));
         line.setVisible(!note.Text.get().empty());
     });
@@ -63,10 +54,10 @@ void addNeverReadNote(maps::MapGrid& grid, MapGridView& view, Binder& binder) {
     note.setAutoFillBackground(true);
     note.setMargin(kMargin);
     view.setOverlay(note);
-    ObjectPart::bind(binder, {&grid.fill}, view, [&grid, &note, &view] {
+    ObjectPart::bind(binder, {&grid.fill}, [&grid, &note, &view] {
         const QPalette around = view.palette();
-        setColor(note, QPalette::Window,
-                 mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
+        setOwnColor(note, QPalette::Window,
+                    mixed(shades::surface(around), around.color(QPalette::WindowText), kPlateShare));
         note.setVisible(grid.fill.NeverRead);
     });
 }

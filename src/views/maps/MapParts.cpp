@@ -55,7 +55,7 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
     state.addWidget(&strip, 0, 1, 2, 1);
-    ObjectPart::bind(binder, {&progress}, strip, [&progress, &strip] { strip.setVisible(!progress.Visible); });
+    ObjectPart::bind(binder, {&progress}, [&progress, &strip] { strip.setVisible(!progress.Visible); });
     return state;
 }
 

@@ -3,11 +3,10 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 
-#include <initializer_list>
-#include <memory>
+#include <vector>
 
 #include "maps/panes/MapStatus.h"
-#include "views/frame/PartWatch.h"
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Readout.h"
@@ -21,73 +20,29 @@ constexpr int kMargin = 1;       // above and below; the grids need the height
 constexpr double kScale = 0.92;  // of the usual text
 constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 160 ignition";
 
-struct StatusWidgets {
-    Readout& cell;
-    Readout& unsent;
-};
-
-// Anything that the line tells of may have changed with a cell, the focus, the caption or what the ECU has.
-class MapStatusBinding : public BoundPart {
-public:
-    MapStatusBinding(maps::PaneWindow& window, Binder& binder, const StatusWidgets& widgets)
-        : window_(window), widgets_(widgets), watch_(binder, *this) {
-        auto& ecu = window.context().connection.ecuMaps;
-        for (controls::Object* const object :
-             std::initializer_list<controls::Object*>{&window, &ecu.fuel, &ecu.ignition, &ecu.pwm}) {
-            watch_.add(*object);
-        }
-        for (auto* const pane : window.panes()) {
-            if (auto* const grid = pane->paneGrid()) {
-                watchGrid(*grid);
+// What the line tells of may have changed with a cell, the focus, the caption or what the ECU has.
+std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
+    auto& ecu = window.context().connection.ecuMaps;
+    std::vector<controls::Object*> objects{&window, &ecu.fuel, &ecu.ignition, &ecu.pwm};
+    for (auto* const pane : window.panes()) {
+        if (auto* const grid = pane->paneGrid()) {
+            objects.push_back(grid);
+            for (auto& cell : grid->cells) {
+                objects.push_back(&cell);
             }
         }
     }
+    return objects;
+}
 
-    void show() override {
-        watch_.shown();
-        const auto status = maps::statusOf(window_);
+void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
+    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
+        const auto status = maps::statusOf(window);
         const bool both = !status.cell.empty() && !status.block.empty();
-        widgets_.cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
-        widgets_.unsent.setText(QString::fromStdString(status.unsent));
-    }
-    void showColorsAgain() override {}
-    void detach(const ControlSet&) override { watch_.stop(); }
-
-private:
-    void watchGrid(maps::MapGrid& grid) {
-        watch_.add(grid);
-        for (auto& cell : grid.cells) {
-            watch_.add(cell);
-        }
-    }
-
-    maps::PaneWindow& window_;
-    StatusWidgets widgets_;
-    PartWatch watch_;
-};
-
-// A choice of the look and its box.
-class LookBinding : public BoundPart {
-public:
-    LookBinding(maps::GridLook& look, controls::Property<bool>& choice, Binder& binder, QCheckBox& box)
-        : choice_(choice), box_(box), watch_(binder, *this) {
-        watch_.add(look);
-        QObject::connect(&box, &QCheckBox::clicked, &box,
-                         [this, &binder](bool on) { binder.act([this, on] { choice_ = on; }); });
-    }
-
-    void show() override {
-        watch_.shown();
-        box_.setChecked(choice_);
-    }
-    void showColorsAgain() override {}
-    void detach(const ControlSet&) override { watch_.stop(); }
-
-private:
-    controls::Property<bool>& choice_;
-    QCheckBox& box_;
-    PartWatch watch_;
-};
+        cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        unsent.setText(QString::fromStdString(status.unsent));
+    });
+}
 
 struct LookWords {
     const char* name;
@@ -99,13 +54,16 @@ constexpr LookWords kHeatWords{"heatTint", "Heat",
                                "highest of the map"};
 constexpr LookWords kAlignWords{"alignNumbers", "Align", "Writes the decimal points of a column below each other"};
 
+// A choice of the look.
 QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const LookWords& words, Binder& binder,
                    QWidget* parent) {
     auto& box = child<QCheckBox>(parent);
     box.setObjectName(QLatin1String(words.name));
     box.setText(QLatin1String(words.caption));
     box.setToolTip(QLatin1String(words.toolTip));
-    binder.bind(std::make_unique<LookBinding>(look, choice, binder, box), {}, box);
+    QObject::connect(&box, &QCheckBox::clicked, &box,
+                     [&choice, &binder](bool on) { binder.act([&choice, on] { choice = on; }); });
+    ObjectPart::bind(binder, {&look}, [&choice, &box] { box.setChecked(choice); });
     return box;
 }
 
@@ -131,7 +89,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     row.addWidget(&unsent);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
-    binder.bind(std::make_unique<MapStatusBinding>(window, binder, StatusWidgets{cell, unsent}), {}, line);
+    bindStatus(window, binder, cell, unsent);
     row.setContentsMargins(Card::kPadding, kMargin, Card::kPadding, kMargin);
     return line;
 }

@@ -6,11 +6,11 @@
 #include <array>
 
 #include "views/frame/GroupCard.h"
+#include "views/frame/ObjectPart.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
 #include "views/settings/MarksPart.h"
 #include "views/settings/MiscPages.h"
-#include "views/settings/SaveLinePart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
@@ -46,8 +46,7 @@ MiscView::MiscView(settings::FrmMisc& window, FrameClock& clock) : FittedView(wi
     rows.addWidget(&makePages(window), 1);
     rows.addWidget(&makeFoot(window));
     binder().bind(
-        std::make_unique<MarksPart>(window, *content().findChild<QLabel*>(QStringLiteral("lambdaLine")), binder()), {},
-        content());
+        std::make_unique<MarksPart>(window, *content().findChild<QLabel*>(QStringLiteral("lambdaLine")), binder()));
     fitTexts();
 }
 
@@ -105,7 +104,8 @@ QLayout& MiscView::makeState(settings::FrmMisc& window, QWidget* parent) {
 QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
     auto& line = child<LongLine>(parent);
     line.setObjectName(QStringLiteral("saveLine"));
-    binder().bind(std::make_unique<SaveLinePart>(window.saveReport(), line, binder()), {}, line);
+    auto& report = window.saveReport();
+    ObjectPart::bind(binder(), {&report}, [&report, &line] { line.setWords(QString::fromStdString(report.Text)); });
     return line;
 }
 

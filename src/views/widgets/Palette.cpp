@@ -74,6 +74,22 @@ double contrast(const QColor& one, const QColor& other) {
     return (light + 0.05) / (dark + 0.05);
 }
 
+QColor visibleOn(const QColor& ground, const QColor& wanted, double least) {
+    if (contrast(ground, wanted) >= least) {
+        return wanted;
+    }
+    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
+}
+
+void setOwnColor(QWidget& widget, QPalette::ColorRole role, const QColor& color) {
+    QPalette palette;
+    palette.setResolveMask(0);
+    if (color.isValid()) {
+        palette.setColor(role, color);
+    }
+    widget.setPalette(palette);
+}
+
 namespace shades {
 
 // Decided by the ground and not by the text's colour, which the program may set for a single text.

@@ -20,6 +20,12 @@ namespace korvane::views {
 // How well one can be read on the other: from 1, not at all, to 21, black on white.
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);
 
+// `wanted`, or black or white where its contrast with the ground is below `least`.
+[[nodiscard]] QColor visibleOn(const QColor& ground, const QColor& wanted, double least);
+
+// Makes this the only colour that the widget does not take from its surroundings; an invalid one leaves it none.
+void setOwnColor(QWidget& widget, QPalette::ColorRole role, const QColor& color);
+
 // Derived from the window's colour, so that a window that changes its colour changes it everywhere.
 namespace shades {
 // Whether white stands out better than black on the window's ground.

@@ -20,10 +20,7 @@ constexpr double kVisible = 2.6;  // the least contrast of a mark
 
 // Black or white where the mark's own colour would be lost, as on a cell that the program has made red.
 QColor onGround(const QColor& color, const QColor& ground) {
-    if (contrast(color, ground) >= kVisible) {
-        return color;
-    }
-    return contrast(ground, Qt::black) > contrast(ground, Qt::white) ? Qt::black : Qt::white;
+    return visibleOn(ground, color, kVisible);
 }
 
 }  // namespace

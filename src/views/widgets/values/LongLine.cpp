@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "views/widgets/PlainTip.h"
+
 namespace korvane::views {
 
 LongLine::LongLine(QWidget* parent) : QLabel(parent) {
@@ -12,7 +14,7 @@ LongLine::LongLine(QWidget* parent) : QLabel(parent) {
 void LongLine::setWords(const QString& words) {
     words_ = words;
     setAccessibleName(words);
-    setToolTip(words.toHtmlEscaped());
+    setToolTip(plainTip(words));
     fit();
 }
 

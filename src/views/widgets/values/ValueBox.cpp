@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/PlainTip.h"
 
 namespace korvane::views {
 
@@ -88,7 +89,7 @@ void ValueBox::describe() {
 bool ValueBox::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && !note_.isEmpty()) {
         const QString text = toolTip().isEmpty() ? note_ : note_ + u'\n' + toolTip();
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text.toHtmlEscaped(), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(text), this);
         return true;
     }
     return QLineEdit::event(event);
@@ -96,13 +97,9 @@ bool ValueBox::event(QEvent* event) {
 
 // When its mark is removed, a cell gets the usual ground and not white, which would be wrong in dark windows.
 void ValueBox::keepGround() {
-    const QPalette usual;
-    const QColor ground = usual.color(QPalette::Window);
+    const QColor ground = QPalette().color(QPalette::Window);
     if (isReadOnly() && ground != Qt::white && palette().color(QPalette::Base) == Qt::white) {
-        QPalette withGround;
-        withGround.setResolveMask(0);
-        withGround.setColor(QPalette::Base, ground);
-        setPalette(withGround);
+        setOwnColor(*this, QPalette::Base, ground);
     }
 }
 
