@@ -54,7 +54,7 @@ TEST(WindowHelp, HasPurposeAndKeysAsPlainText) {
     QTextBrowser shown;
     const auto& guide = *guideOf("frmMaps_ign_limiter");
     shown.setHtml(helpText(guide));
-    EXPECT_TRUE(shown.toPlainText().startsWith(QString::fromUtf8(guide.purpose.data(), guide.purpose.size())))
+    EXPECT_TRUE(shown.toPlainText().startsWith(QString::fromStdString(std::string(guide.purpose))))
         << shown.toPlainText().toStdString();
     EXPECT_TRUE(shown.toPlainText().contains("F5"));
 }
