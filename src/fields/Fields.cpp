@@ -153,7 +153,7 @@ void Fields::show(Address address, std::int32_t value, int cell) {
     show(field, value, cell);
     heard(field, cell);
     if (report_ != nullptr) {
-        report_->heard(tables_.addresses.*address + cell * bytesOf(field), value, bytesOf(field) == 2);
+        report_->heard(std::int64_t{tables_.addresses.*address} + cell * bytesOf(field), value, bytesOf(field) == 2);
     }
 }
 

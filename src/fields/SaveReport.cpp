@@ -58,16 +58,16 @@ void SaveReport::refused(int save, std::string label) {
     }
 }
 
-void SaveReport::heard(int address, std::int32_t value, bool is16) {
+void SaveReport::heard(std::int64_t address, std::int32_t value, bool is16) {
     heardByte(address, core::lowByte(value));
     if (is16) {
         heardByte(address + 1, core::highByte(value));
     }
 }
 
-void SaveReport::heardByte(int address, std::uint8_t byte) {
+void SaveReport::heardByte(std::int64_t address, std::uint8_t byte) {
     for (Item& item : items_) {
-        const int index = address - item.value.address;
+        const std::int64_t index = address - item.value.address;
         if (index >= 0 && index < item.value.bytes) {
             item.back.at(static_cast<std::size_t>(index)) = byte;
             compose();

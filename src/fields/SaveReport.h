@@ -37,8 +37,8 @@ public:
     void add(int save, SavedValue value, bool sent);
     // The save ended at a value that does not fit.
     void refused(int save, std::string label);
-    // A byte, or a word of two, that the ECU has told.
-    void heard(int address, std::int32_t value, bool is16);
+    // A byte, or a word of two, that the ECU has told. An address may be any number that a script gives a parameter.
+    void heard(std::int64_t address, std::int32_t value, bool is16);
 
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
@@ -53,7 +53,7 @@ private:
         [[nodiscard]] std::int32_t told() const;
     };
 
-    void heardByte(int address, std::uint8_t byte);
+    void heardByte(std::int64_t address, std::uint8_t byte);
     void compose();
     [[nodiscard]] std::string sentPart() const;
     [[nodiscard]] std::string backPart() const;

@@ -146,7 +146,7 @@ void FrmMisc::setLambdaAuthority(int row, std::uint8_t value) {
 void FrmMisc::showLambda(controls::TextBox& box, fields::Address first, int row, std::uint8_t value) {
     box.Text = std::to_string(value);
     marks_.heard(box);
-    report_.heard(context_.tables.addresses.*first + row, value, false);
+    report_.heard(std::int64_t{context_.tables.addresses.*first} + row, value, false);
 }
 
 bool FrmMisc::awaitsLambda() {

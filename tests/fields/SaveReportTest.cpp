@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "FieldsBench.h"
 #include "fields/SaveReport.h"
 
@@ -56,6 +58,14 @@ TEST_F(SaveReportTest, CountsWhatComesBackTheSame) {
     EXPECT_EQ(heard(7000, limit(), true), "Launch: 3 values sent; 2 came back the same");
     EXPECT_EQ(heard(4500 % 256, launch()), "Launch: 3 values sent; 2 came back the same") << "half of it";
     EXPECT_EQ(heard(4500 / 256, launch() + 1), "Launch: 3 values sent; 3 came back the same");
+}
+
+// Scripts may give a parameter any address; that of the last byte has no room in an int then.
+TEST_F(SaveReportTest, AnAddressBeyondTheEepromIsNoneOfTheSave) {
+    saved();
+    report_.heard(std::int64_t{std::numeric_limits<int>::max()} + 1, 5, true);
+    report_.heard(std::numeric_limits<int>::min(), 5, true);
+    EXPECT_EQ(report_.Text.get(), "Launch: 3 values sent; nothing has come back yet");
 }
 
 TEST_F(SaveReportTest, NamesTheFirstValueThatCameBackDifferent) {
