@@ -88,11 +88,14 @@ TEST_F(LowWindow, OfLargeMapsShowsOneAndTheSendButtons) {
     }
 }
 
-TEST_F(LowWindow, ShowsTheStatusLine) {
+// Below the maps alone it would have too little room for its words.
+TEST_F(LowWindow, ShowsTheStatusLineAcrossTheWindow) {
     for (const bool large : {false, true}) {
         open(large, kLow);
         EXPECT_TRUE(isInView("cellStatus"));
         EXPECT_TRUE(isInView("alignNumbers"));
+        const auto leftOf = [this](const char* name) { return find(name).mapTo(&view(), QPoint(0, 0)).x(); };
+        EXPECT_GT(leftOf("alignNumbers"), leftOf("btnReadFuel"));
     }
 }
 
