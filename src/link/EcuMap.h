@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "controls/Object.h"
 #include "core/ParameterAddresses.h"
@@ -34,8 +33,6 @@ public:
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
     static constexpr std::size_t kHalf = 160;  // cells that one frame carries
 

@@ -160,7 +160,8 @@ void FrmMaps_ign_limiter::labelBoxes() {
     txtCylCount.setLabel("Cylinder count");
     const std::array limits{&txtrpmlimitLOW, &txtrpmlimitLOWpre, &txtrpmlimitHIGH, &txtrpmlimitHIGHpre};
     int row = 0;
-    for (const char* name : {"Launch RPM limit", "Pre limit", "RPM limit", "Pre limit"}) {
+    for (const char* name :
+         {"Launch RPM limit", "Pre limit (Launch RPM limit)", "RPM limit", "Pre limit (RPM limit)"}) {
         limits.at(static_cast<std::size_t>(row))->setLabel(name);
         ComboInputFuncLow(kInputs + row++).setLabel(std::string(name) + " function");
     }

@@ -49,8 +49,6 @@ public:
         TransferWatch& watch_;
     };
 
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
-
 private:
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
     void propertyChanged(controls::Object& object, const void* property) override;

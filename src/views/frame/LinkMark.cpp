@@ -20,7 +20,6 @@ using State = link::LinkState::State;
 
 constexpr double kScale = 0.9;  // of the view's text
 constexpr int kBelow = 1;       // logical pixels above the mark and below it
-constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
 }  // namespace
 
 LinkMark::LinkMark(link::LinkState& link, std::function<void()> closePort, platform::EventPump& pump, WindowView* view)
@@ -136,7 +135,7 @@ void LinkMark::showAge() {
     badge_.setState(linkLook(*link_), linkWord(*link_), linkAge(*link_));
     const auto state = link_->state();
     if (view_.isVisible() && state != State::Closed && state != State::Live) {
-        nextSecond_->callAt(pump_.now() + kSecond - link_->age() % kSecond);
+        nextSecond_->callAt(pump_.now() + platform::kMicrosPerSecond - link_->age() % platform::kMicrosPerSecond);
     } else {
         nextSecond_->cancel();
     }

@@ -5,6 +5,7 @@
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Palette.h"
+#include "views/widgets/values/NoteLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -34,10 +35,8 @@ QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* p
 }
 
 QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
-    auto& line = child<QLabel>(parent);
+    auto& line = child<NoteLine>(parent);
     line.setObjectName(QStringLiteral("sizeNote"));
-    line.setAutoFillBackground(true);
-    line.setWordWrap(true);
     line.setMargin(kMargin);
     ObjectPart::bind(binder, {&note}, [&note, &line, parent] {
         setOwnColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
