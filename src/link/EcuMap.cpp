@@ -88,7 +88,6 @@ void EcuMap::restarted() {
 
 void EcuMap::forget() {
     cells_ = {};
-    storesNext_ = false;
     Object::changed(this);
 }
 
@@ -101,9 +100,7 @@ std::optional<std::uint8_t> EcuMap::kept(std::size_t cell) const {
 }
 
 void EcuMaps::restarted() {
-    if (pwm.isToldToStore()) {
-        pwm.acknowledged(0);
-    }
+    pwm.acknowledged(0);
     connected();
 }
 

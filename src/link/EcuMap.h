@@ -27,7 +27,6 @@ public:
     void changed(std::size_t cell, std::uint8_t byte);
     // The ECU was told to store the map. What is on its way is stored when it is acknowledged.
     void stored();
-    [[nodiscard]] bool isToldToStore() const { return storesNext_; }
     // What its EEPROM has of a cell, which it runs on only after a restart.
     void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();

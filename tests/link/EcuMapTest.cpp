@@ -3,6 +3,7 @@
 
 #include "link/EcuMap.h"
 #include "platform/RuntimeError.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::link {
 namespace {
@@ -127,11 +128,12 @@ TEST_F(EcuMapTest, ItsEepromDoesNotTellWhatItRunsOn) {
 
 TEST_F(EcuMapTest, NothingIsKnownOfAnotherEcu) {
     read(7);
-    map.stored();
+    int told = 0;
+    const support::PropertyWatch watch(map, &map, [&] { ++told; });
     map.forget();
     EXPECT_EQ(map.working(kCell), std::nullopt);
     EXPECT_EQ(map.kept(kCell), std::nullopt);
-    EXPECT_FALSE(map.isToldToStore());
+    EXPECT_EQ(told, 1) << "views show it";
 }
 
 struct EcuMapsTest : testing::Test {
