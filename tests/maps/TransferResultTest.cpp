@@ -65,6 +65,27 @@ TEST_F(TransferResultTest, AFrameThatWasCutOffCountsAsFarAsItWasHeard) {
     EXPECT_EQ(result_.text(), "Fuel: 230 of 320 bytes");
 }
 
+TEST_F(TransferResultTest, AFrameThatCameWholeAfterAllCountsOnce) {
+    result_.begin('f', 320);
+    result_.partlyHeard('f', 90);
+    hear('f', kHalf);
+    result_.silent();
+    EXPECT_EQ(result_.text(), "Fuel: 160 of 320 bytes");
+}
+
+TEST_F(TransferResultTest, BytesBeyondAHalfAreNoneOfTheMap) {
+    result_.begin('f', 320);
+    hear('f', Bytes(200, 1));
+    result_.silent();
+    EXPECT_EQ(result_.text(), "Fuel: 160 of 320 bytes");
+}
+
+TEST_F(TransferResultTest, ATransferThatIsBegunAgainIsToldOnce) {
+    result_.begin('f', 160);
+    result_.begin('f', 160);
+    EXPECT_EQ(result_.text(), "Fuel: waiting");
+}
+
 TEST_F(TransferResultTest, AllBytesInAFrameThatWasDroppedAreNoAnswer) {
     result_.begin('m', 9);
     result_.partlyHeard('m', 9);

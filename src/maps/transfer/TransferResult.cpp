@@ -68,7 +68,6 @@ bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> pay
     exchange.partly = 0;
     exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), link::EcuMap::kHalf)) : 1;
     if (exchange.heard >= exchange.total) {
-        exchange.heard = exchange.total;
         exchange.state = State::Whole;
     }
     return true;
