@@ -257,7 +257,7 @@ TEST_F(LinkMarkTest, TheRoadSpeedIsDimmedToo) {
     pump.wait(2000);
     EXPECT_TRUE(veil.isDimmed());
     EXPECT_EQ(veil.size(), speed.size());
-    EXPECT_GT(darkest(speed), usual + 60);
+    EXPECT_GT(darkest(speed), usual + 20) << "the box without a number has grey lines";
 }
 
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {
