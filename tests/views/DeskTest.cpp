@@ -1,5 +1,8 @@
 #include <QApplication>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 
 #include "views/FormBench.h"
 #include "views/frame/Desk.h"
@@ -68,6 +71,26 @@ TEST_F(DeskTest, AWindowComesBackWhereItWas) {
     show();
     EXPECT_EQ(view().size(), QSize(420, 533));
     EXPECT_EQ(view().frameGeometry().topLeft(), QPoint(111, 77));
+}
+
+// Of no window the frame is known yet.
+TEST_F(DeskTest, TheTitleOfTheFirstWindowHasRoomOnTheScreen) {
+    memory.remember("frmTest", {{0, 0, 420, 333}, false}, screens());
+    show();
+    EXPECT_EQ(view().geometry(), QRect(0, QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight), 420, 333));
+}
+
+TEST_F(DeskTest, AWindowThatIsTooHighForTheScreenIsWiderByItsScrollBar) {
+    host.add<TallView, Form>("frmTest");
+    show();
+    auto& tall = dynamic_cast<TallView&>(view());
+    tall.need({520, 900});
+    QFont larger = tall.font();
+    larger.setPixelSize(QFontInfo(larger).pixelSize() + 3);
+    tall.setFont(larger);
+    settle();
+    EXPECT_EQ(tall.width(), 520 + QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    EXPECT_EQ(tall.findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
 }
 
 TEST_F(DeskTest, AHiddenWindowIsRememberedToo) {

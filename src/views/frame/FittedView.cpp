@@ -3,7 +3,9 @@
 #include <QFontInfo>
 #include <QMetaObject>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -74,7 +76,14 @@ void FittedView::changeEvent(QEvent* event) {
 }
 
 QSize FittedView::wantedSize() const {
-    return desk() != nullptr ? size().expandedTo(content_.minimumSizeHint()) : size();
+    if (desk() == nullptr) {
+        return size();
+    }
+    const QSize needed = content_.minimumSizeHint();
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const bool isHigher = needed.height() + heightBelow() + title > screen()->availableGeometry().height();
+    const int bar = isHigher ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    return size().expandedTo({needed.width() + bar, needed.height()});
 }
 
 void FittedView::fitWindow() {

@@ -21,7 +21,7 @@ public:
 
 protected:
     void fitTexts();
-    // On real screens large enough that nothing is scrolled.
+    // On real screens large enough that nothing is scrolled, or not sideways if the screen is too low.
     [[nodiscard]] QSize wantedSize() const override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
