@@ -5,6 +5,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "link/Commands.h"
+#include "platform/Machine.h"
 
 namespace korvane::live {
 
@@ -35,7 +36,7 @@ const FrmIGNDebug::Word FrmIGNDebug::kWords[] = {
 };
 
 FrmIGNDebug::FrmIGNDebug(platform::Machine& machine, FrmSarn2& main, TrendSink& trends, logs::LogWriter& log)
-    : Window(machine, "frmIGNDebug"), main_(main), trends_(trends), log_(log) {
+    : Window(machine, "frmIGNDebug"), words(machine.pump), main_(main), trends_(trends), log_(log) {
     Caption = "Ignition Debug";
     txtSparks.Text = "1";
     Command1.Click = [this] { poll(true); };
@@ -83,6 +84,7 @@ void FrmIGNDebug::btnCleanSparkPlugs_Click() {
 
 void FrmIGNDebug::showDebugFrame(std::span<const std::uint8_t> payload) {
     const Stay stay(*this);  // a row's message box may outlast the window
+    words.arrived();
     for (const Word& word : kWords) {
         showWord(word, payload);
     }

@@ -85,6 +85,20 @@ TEST_F(FrmIGNDebugTest, ItsControlsAreAsDesigned) {
     EXPECT_THAT(errors(), ElementsAre("0", "0"));
 }
 
+TEST_F(FrmIGNDebugTest, ItsWordsAreFreshForASecond) {
+    EXPECT_FALSE(debug_.words.Fresh);
+    showWords(0x5555);
+    EXPECT_TRUE(debug_.words.Fresh);
+    pump_.wait(600);
+    showWords(0xAAAA);
+    pump_.wait(999);
+    EXPECT_TRUE(debug_.words.Fresh) << "counted from the last of them";
+    pump_.wait(1);
+    EXPECT_FALSE(debug_.words.Fresh);
+    showWords(0x5555);
+    EXPECT_TRUE(debug_.words.Fresh);
+}
+
 TEST_F(FrmIGNDebugTest, StartAndStopExchangeThePolls) {
     window_.TimerRequestData.Enabled = true;
     debug_.show();

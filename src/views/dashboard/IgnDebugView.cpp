@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -45,12 +46,12 @@ Card& IgnDebugView::makeWords() {
     for (int column = 0; column < kColumns; ++column) {
         grid.setColumnStretch(column, 1);
     }
-    addTile(card, grid, QStringLiteral("IgnDebug"), window_.lblIgnDeb);
+    addWord(card, grid, QStringLiteral("IgnDebug"), window_.lblIgnDeb);
     addTile(card, grid, kErrors, window_.lblIgnErr).setAccessibleName(kErrors + QStringLiteral(" IgnDebug"));
-    addTile(card, grid, QStringLiteral("SparkDebug"), window_.lblSparkDeb);
+    addWord(card, grid, QStringLiteral("SparkDebug"), window_.lblSparkDeb);
     addTile(card, grid, kErrors, window_.lblSparkErr).setAccessibleName(kErrors + QStringLiteral(" SparkDebug"));
-    addTile(card, grid, QStringLiteral("rpm_t"), window_.lblRPMticks);
-    addTile(card, grid, QStringLiteral("ennakko_t"), window_.lblEnnakkoTicks);
+    addWord(card, grid, QStringLiteral("rpm_t"), window_.lblRPMticks);
+    addWord(card, grid, QStringLiteral("ennakko_t"), window_.lblEnnakkoTicks);
     rows.addLayout(&grid, 1);
     auto& buttons = child<QHBoxLayout>(kNobody);
     buttons.setSpacing(kSpacing);
@@ -63,6 +64,12 @@ Card& IgnDebugView::makeWords() {
     rows.addLayout(&buttons);
     card.fitMargins();
     return card;
+}
+
+// Its poll has nothing to do with the live data.
+void IgnDebugView::addWord(Card& card, QGridLayout& grid, const QString& name, controls::Label& label) {
+    auto& value = addTile(card, grid, name, label);
+    ObjectPart::bind(binder(), {&window_.words}, [&value, &words = window_.words] { value.setOutdated(!words.Fresh); });
 }
 
 Readout& IgnDebugView::addTile(Card& card, QGridLayout& grid, const QString& name, controls::Label& label) {

@@ -19,6 +19,7 @@ public:
 private:
     Card& makeWords();
     // A name and, below it, the label; the next place of the grid.
+    void addWord(Card& card, QGridLayout& grid, const QString& name, controls::Label& label);
     Readout& addTile(Card& card, QGridLayout& grid, const QString& name, controls::Label& label);
     Card& makeSparks();
 

@@ -10,15 +10,24 @@ constexpr float kShare = 0.42F;  // of the ground; black on white can still be r
 }
 
 void Dimmable::setDimmed(bool dimmed) {
-    if (dimmed != dimmed_) {
-        dimmed_ = dimmed;
+    set(dimmed_, dimmed);
+}
+
+void Dimmable::setOutdated(bool outdated) {
+    set(outdated_, outdated);
+}
+
+void Dimmable::set(bool& reason, bool value) {
+    const bool before = isDimmed();
+    reason = value;
+    if (isDimmed() != before) {
         update();
     }
 }
 
 bool Dimmable::event(QEvent* event) {
     const bool handled = QWidget::event(event);
-    if (event->type() == QEvent::Paint && dimmed_) {
+    if (event->type() == QEvent::Paint && isDimmed()) {
         QColor veil = ground();
         veil.setAlphaF(kShare);
         QPainter(this).fillRect(rect(), veil);

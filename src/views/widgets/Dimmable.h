@@ -15,7 +15,9 @@ public:
     [[nodiscard]] Source source() const { return source_; }
 
     void setDimmed(bool dimmed);
-    [[nodiscard]] bool isDimmed() const { return dimmed_; }
+    // Dims for a reason of its own, whatever the line is.
+    void setOutdated(bool outdated);
+    [[nodiscard]] bool isDimmed() const { return dimmed_ || outdated_; }
 
 protected:
     explicit Dimmable(QWidget* parent) : QWidget(parent) {}
@@ -25,8 +27,11 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void set(bool& reason, bool value);
+
     Source source_ = Source::Own;
     bool dimmed_ = false;
+    bool outdated_ = false;
 };
 
 }  // namespace korvane::views
