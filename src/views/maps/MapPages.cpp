@@ -1,6 +1,5 @@
 #include "views/maps/MapPages.h"
 
-#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "views/widgets/Child.h"
@@ -9,10 +8,9 @@
 namespace korvane::views {
 
 MapPages::MapPages(const QString& upper, const QString& lower, QWidget* parent)
-    : QWidget(parent), tabs_(child<QTabBar>(this)), upper_(child<QWidget>(this)), lower_(child<QWidget>(this)) {
+    : QWidget(parent), tabs_(child<TabRow>(this)), upper_(child<QWidget>(this)), lower_(child<QWidget>(this)) {
     tabs_.setObjectName(QStringLiteral("mapPages"));
     tabs_.setAccessibleName(QStringLiteral("Maps"));
-    tabs_.setDrawBase(false);
     tabs_.addTab(upper);
     tabs_.addTab(lower);
     auto& rows = child<QVBoxLayout>(this);

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-class QTabBar;
+#include "views/widgets/TabRow.h"
 
 namespace korvane::views {
 
@@ -15,6 +15,8 @@ public:
     [[nodiscard]] QWidget& upper() { return upper_; }
     [[nodiscard]] QWidget& lower() { return lower_; }
 
+    [[nodiscard]] QWidget& tabs() { return tabs_; }
+
     void setPaged(bool paged);
     [[nodiscard]] bool isPaged() const { return paged_; }
     // Shows the page on which `inside` is; nothing else changes if it is on none.
@@ -23,7 +25,7 @@ public:
 private:
     void showPages();
 
-    QTabBar& tabs_;
+    TabRow& tabs_;
     QWidget& upper_;
     QWidget& lower_;
     bool paged_ = false;
