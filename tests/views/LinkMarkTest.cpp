@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 
+#include "live/FrmIGNDebug.h"
 #include "support/VirtualProgram.h"
 #include "views/Events.h"
 #include "views/Views.h"
@@ -138,6 +139,17 @@ TEST_F(LinkMarkTest, TheBadgeFitsTheSmallestUsualMainWindow) {
     EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
 }
 
+// 1920 by 1080 at 200 %, less the frame.
+TEST_F(LinkMarkTest, ALowMainWindowShowsTheWordsOfTheBadge) {
+    window.resize(958 * 15, 516 * 15);
+    open();
+    live();
+    settle();
+    EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+    const auto& mark = find<LinkBadge>(view(), "linkBadge");
+    EXPECT_GE(mark.width(), mark.sizeHint().width());
+}
+
 TEST_F(LinkMarkTest, TheBadgeMakesNoWindowScroll) {
     openAll();
     settle();
@@ -220,6 +232,23 @@ TEST_F(LinkMarkTest, TheVoltagesOfTheLimiterAreDimmedToo) {
     EXPECT_TRUE(volts.isDimmed());
 }
 
+TEST_F(LinkMarkTest, DebugWordsAreDimmedUnlessTheyComeIn) {
+    open();
+    live();
+    window.Command5.press();
+    const auto& view = newest();
+    const auto& word = find<Readout>(view, "lblEnnakkoTicks");
+    EXPECT_TRUE(word.isDimmed()) << "nothing has come";
+    dynamic_cast<live::FrmIGNDebug&>(*windows.loaded().back()).showDebugFrame(support::Bytes(8, 60));
+    settle();
+    EXPECT_FALSE(word.isDimmed());
+    EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
+    pump.wait(1100);
+    settle();
+    EXPECT_TRUE(word.isDimmed());
+    EXPECT_FALSE(find<Readout>(view, "lblSparkErr").isDimmed()) << "a count";
+}
+
 TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
     open();
     live();
@@ -228,12 +257,47 @@ TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
     find<QPushButton>(view, "Command1").click();
     pump.wait(3000);
     EXPECT_EQ(badge(view), "Paused 3 s");
+    dynamic_cast<live::FrmIGNDebug&>(*windows.loaded().back()).showDebugFrame(support::Bytes(8, 60));
+    settle();
     EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
     pullAt(100);
     pump.wait(200);
     EXPECT_EQ(badge(view), "Closed");
     EXPECT_TRUE(find<Readout>(view, "lblIgnDeb").isDimmed());
     EXPECT_TRUE(find<Readout>(view, "lblSparkErr").isDimmed());
+}
+
+TEST_F(LinkMarkTest, WhatAClosedPortHasSaidOfItselfIsDimmed) {
+    const auto dimmed = [this] {
+        std::vector<bool> all;
+        for (const char* name : {"lblState", "lblHWVer", "lblFeatures"}) {
+            all.push_back(find<Dimmable>(view(), name).isDimmed());
+        }
+        return all;
+    };
+    open();
+    live();
+    pump.wait(2000);
+    EXPECT_THAT(dimmed(), Each(false));
+    pullAt(100);
+    pump.wait(200);
+    EXPECT_EQ(window.lblState.Caption.get(), "COM1; 57600 Connected");
+    EXPECT_THAT(dimmed(), Each(true));
+}
+
+TEST_F(LinkMarkTest, TheSpeedOfTheRoadIsDimmedToo) {
+    open();
+    live();
+    window.btnTuningHelp.press();
+    const auto& view = newest();
+    const auto* const veil = dynamic_cast<Dimmable*>(find(view, "txtSpeed").findChild<QWidget*>("veil"));
+    ASSERT_NE(veil, nullptr);
+    EXPECT_EQ(veil->geometry(), find(view, "txtSpeed").rect());
+    EXPECT_FALSE(veil->isDimmed());
+    EXPECT_FALSE(find<Dimmable>(view, "imgLed").isDimmed());
+    pump.wait(2000);
+    EXPECT_TRUE(veil->isDimmed());
+    EXPECT_TRUE(find<Dimmable>(view, "imgLed").isDimmed());
 }
 
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {

@@ -11,6 +11,7 @@
 
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/Dimmable.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TextList.h"
 #include "views/widgets/values/Lamp.h"
@@ -28,10 +29,21 @@ constexpr int kBlockGap = 20;
 constexpr int kListShare = 4;  // of the list's width, free beside the button
 constexpr double kTimerScale = 2.2;
 
-// Shows a number that nobody types.
+// Lies over a box, which it dims.
+class Veil : public Dimmable {
+public:
+    explicit Veil(QWidget* box) : Dimmable(box) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+protected:
+    [[nodiscard]] QColor ground() const override { return palette().color(QPalette::Base); }
+};
+
+// Shows a number that nobody types, made of live data.
 class NumberBox : public QLineEdit {
 public:
-    explicit NumberBox(QWidget* parent) : QLineEdit(parent) {
+    explicit NumberBox(QWidget* parent) : QLineEdit(parent), veil_(child<Veil>(this)) {
+        veil_.setObjectName(QStringLiteral("veil"));
+        veil_.setFromEcu();
         setAlignment(Qt::AlignRight);
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
@@ -41,6 +53,15 @@ public:
         return {metrics.horizontalAdvance(u'0') * kDigits + metrics.height(), QLineEdit::sizeHint().height()};
     }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLineEdit::resizeEvent(event);
+        veil_.setGeometry(rect());
+    }
+
+private:
+    Veil& veil_;
 };
 
 QLabel& makeName(const QString& text, QWidget& field, QWidget* parent) {
@@ -142,6 +163,7 @@ void PowerCalcView::addSpeed(Card& card, QGridLayout& grid) {
 
 void PowerCalcView::addTimer(Card& card, QGridLayout& grid) {
     auto& lamp = child<Lamp>(&card);
+    lamp.setFromEcu();
     binder().bind(window_.imgLed, lamp);
     auto& state = child<QHBoxLayout>(kNobody);
     state.setSpacing(kLineGap);
