@@ -16,7 +16,7 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr QSizeF kUsual{108, 56};  // text sizes
 constexpr double kSmallestText = 0.8;
 constexpr int kInstrumentStretch = 12;
 constexpr int kValueStretch = 4;
