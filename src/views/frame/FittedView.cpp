@@ -76,14 +76,14 @@ void FittedView::changeEvent(QEvent* event) {
 }
 
 QSize FittedView::wantedSize() const {
-    if (desk() == nullptr) {
-        return size();
-    }
-    const QSize needed = content_.minimumSizeHint();
+    return desk() != nullptr ? size().expandedTo(withScrollBar(content_.minimumSizeHint())) : size();
+}
+
+QSize FittedView::withScrollBar(QSize contentSize) const {
     const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const bool isHigher = needed.height() + heightBelow() + title > screen()->availableGeometry().height();
-    const int bar = isHigher ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-    return size().expandedTo({needed.width() + bar, needed.height()});
+    const int room = screen()->availableGeometry().height() - title - heightBelow();
+    const bool isScrolled = desk() != nullptr && contentSize.height() > room;
+    return contentSize + QSize(isScrolled ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0, 0);
 }
 
 void FittedView::fitWindow() {
