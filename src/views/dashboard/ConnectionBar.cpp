@@ -73,6 +73,8 @@ public:
         QWidget* const inside = &card_;
         auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
         readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
+        // Keeps what it said when the port closes, as version and features do.
+        readout.setFromEcu(Dimmable::Source::OtherFrames);
         binder_.bind(state, readout);
         auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
                                     QStringLiteral("Settings %p%"));
@@ -130,8 +132,10 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
     // When no frame comes any more the rate stays as it was.
     bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();
-    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
-    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));
+    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"))
+        .setFromEcu(Dimmable::Source::OtherFrames);
+    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"))
+        .setFromEcu(Dimmable::Source::OtherFrames);
     bar.card().fitMargins();
     return bar.card();
 }

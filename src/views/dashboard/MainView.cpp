@@ -16,7 +16,8 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr QSizeF kUsual{108, 56};  // text sizes
+constexpr double kSmallestText = 0.8;
 constexpr int kInstrumentStretch = 12;
 constexpr int kValueStretch = 4;
 constexpr int kTrendStretch = 8;
@@ -24,7 +25,7 @@ constexpr int kTrendStretch = 8;
 }  // namespace
 
 MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual), windows_(window.machine().windows) {
+    : FittedView(window, clock, kUsual, kSmallestText), windows_(window.machine().windows) {
     binder().setHints([](const controls::Control& control) {
         const auto hint = live::hintOf(control);
         return QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size()));

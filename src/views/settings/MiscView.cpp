@@ -111,7 +111,7 @@ QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
 
 // The window's own size is too small for its pages.
 QSize MiscView::wantedSize() const {
-    return size().expandedTo(content().sizeHint() + QSize(0, heightBelow()));
+    return size().expandedTo(withScrollBar(content().sizeHint()) + QSize(0, heightBelow()));
 }
 
 }  // namespace korvane::views
