@@ -28,7 +28,9 @@ public:
     void populateFuelOUT() { showEdited(); }
     // The key-down handler, also called by the agent. RuntimeError 9 for a cell outside the grid; nothing is changed
     // then.
-    void fuelKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
+    void fuelKeyDown(int index, int keyCode, int shift, Hand hand = Hand::Tuner) {
+        editCell(index, keyCode, shift, hand);
+    }
 
     // InjTimeScale, for the window's list of properties.
     [[nodiscard]] static std::span<const controls::PropertyInfo> fuelProperties();
