@@ -8,6 +8,7 @@
 #include "core/tables/ModuleReg.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
+#include "maps/history/FrmHistory.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -77,6 +78,7 @@ void Program::connectHistory() {
     dispatcher_.setHistory(history_);
     analyser_.setHistory(history_);
     frmInjScale_.setHistory(history_);
+    undo_.openList = [this] { openHistory(); };
     undo_.currentWindow = [this] { return dynamic_cast<maps::PaneWindow*>(windows_.curMapWindow); };
 }
 
@@ -150,6 +152,11 @@ void Program::openDebugWindow() {
 void Program::openPowerCalc() {
     using performance::FrmPowerCalc;
     shelf_.one<FrmPowerCalc>([this] { return std::make_unique<FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)); }).show();
+}
+
+void Program::openHistory() {
+    using maps::FrmHistory;
+    shelf_.one<FrmHistory>([this] { return std::make_unique<FrmHistory>(machine_, undo_); }).show();
 }
 
 void Program::mainWindowUnload(bool& stays) {

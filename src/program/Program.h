@@ -72,6 +72,7 @@ private:
     // One at a time, each made anew for its opening.
     void openDebugWindow();
     void openPowerCalc();
+    void openHistory();
 
     platform::Machine& machine_;
     core::SharedTables tables_;

@@ -13,6 +13,9 @@ namespace korvane::maps {
 namespace {
 
 constexpr int kRevertKey = controls::kKeyBackspace;
+constexpr int kH = 72;
+constexpr int kY = 89;
+constexpr int kZ = 90;
 
 // Which cells of a map the ECU has told, and what came of them.
 struct Reverted {
@@ -125,33 +128,39 @@ std::string MapUndo::revert(PaneWindow& window) {
     return wordsOf(reverted);
 }
 
+std::optional<std::string> MapUndo::walkBy(int keyCode, int shift, PaneWindow* window) {
+    const bool shifted = shift == (controls::kControlMask | controls::kShiftMask);
+    if (keyCode == kZ && shift == controls::kControlMask) {
+        return undo(window);
+    }
+    if ((keyCode == kZ && shifted) || (keyCode == kY && shift == controls::kControlMask)) {
+        return redo(window);
+    }
+    return {};
+}
+
 bool MapUndo::takesKey(PaneWindow& window, int keyCode, int shift) {
-    using controls::kControlMask;
-    using controls::kShiftMask;
-    if ((shift & kControlMask) == 0 || isTypedInto(window.activeControl())) {
+    if (isTypedInto(window.activeControl())) {
         return false;
     }
-    const bool shifted = shift == (kControlMask | kShiftMask);
-    if (shift != kControlMask && !(shifted && keyCode == 'Z')) {
+    if (const auto note = walkBy(keyCode, shift, &window)) {
+        window.HistoryNote = *note;
+        return true;
+    }
+    if (shift != controls::kControlMask || (keyCode != kRevertKey && keyCode != kH)) {
         return false;
     }
-    switch (keyCode) {
-        case 'Z':
-            window.HistoryNote = shifted ? redo(&window) : undo(&window);
-            return true;
-        case 'Y':
-            window.HistoryNote = redo(&window);
-            return true;
-        case kRevertKey:
-            window.HistoryNote = revert(window);
-            return true;
-        case 'H':
-            if (openList) {
-                openList();
-            }
-            return true;
-        default:
-            return false;
+    if (keyCode == kRevertKey) {
+        window.HistoryNote = revert(window);
+    } else {
+        showList();
+    }
+    return true;
+}
+
+void MapUndo::showList() const {
+    if (openList) {
+        openList();
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/history/MapHistory.h"
@@ -31,12 +32,16 @@ public:
     // Cells that were never read stay.
     std::string revert(PaneWindow& window);
 
-    // Control and Z, Y, H or backspace, control and shift and Z. True if the key is one of them; the window says what
-    // came of it.
+    // Control and Z undoes, control and Y, or control, shift and Z, does again. What came of it; nothing for another
+    // key.
+    std::optional<std::string> walkBy(int keyCode, int shift, PaneWindow* window);
+    // These; control and backspace, which reverts; control and H, which opens the list. True if the key is one of them;
+    // the window says what came of it. In a box that is typed into they are keys of its text.
     bool takesKey(PaneWindow& window, int keyCode, int shift);
 
-    // Opens the list of the steps.
+    // Opens the list of the steps; set by who owns the window.
     std::function<void()> openList;
+    void showList() const;
     // The map window that is in use, for orders that come from none; null if none is open.
     std::function<PaneWindow*()> currentWindow;
 
