@@ -20,9 +20,14 @@ const MapHistory& lookedAt(MapHistory& history) {
     return history;
 }
 
+[[noreturn]] void raiseNoStep(const MapHistory& history) {
+    throw ConsoleError(history.count() == 0 ? "there is no step"
+                                            : "the last step is " + std::to_string(history.count()));
+}
+
 const core::MapStep& stepAt(MapHistory& history, int number) {
     if (std::cmp_greater(number, lookedAt(history).count())) {
-        throw ConsoleError("there are " + std::to_string(history.count()) + " steps");
+        raiseNoStep(history);
     }
     return history.step(static_cast<std::size_t>(number));
 }
@@ -34,7 +39,7 @@ maps::PaneWindow* windowOf(const maps::MapUndo& undo) {
 std::string goTo(maps::MapUndo& undo, int place) {
     const auto count = lookedAt(undo.history()).count();
     if (place < 0 || std::cmp_greater(place, count)) {
-        throw ConsoleError("there are " + std::to_string(count) + " steps");
+        raiseNoStep(undo.history());
     }
     return undo.goTo(static_cast<std::size_t>(place), windowOf(undo));
 }
