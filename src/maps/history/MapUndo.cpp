@@ -62,10 +62,10 @@ core::Cause causeOf(const MapPane::Target& target) {
                               static_cast<std::size_t>(first), static_cast<std::size_t>(last));
 }
 
-// In a box that is typed into, the keys are those of its text.
-bool isTypedInto(const controls::Control* control) {
-    const auto* const box = dynamic_cast<const controls::TextBox*>(control);
-    return box != nullptr && !box->Locked;
+// In a box that is typed into, the keys are those of its text. A cell is none, though it is unlocked while it is drawn.
+bool isTypedInto(const PaneWindow& window) {
+    const auto* const box = dynamic_cast<const controls::TextBox*>(window.activeControl());
+    return box != nullptr && !box->Locked && window.paneWithFocus() == nullptr;
 }
 
 }  // namespace
@@ -140,7 +140,7 @@ std::optional<std::string> MapUndo::walkBy(int keyCode, int shift, PaneWindow* w
 }
 
 bool MapUndo::takesKey(PaneWindow& window, int keyCode, int shift) {
-    if (isTypedInto(window.activeControl())) {
+    if (isTypedInto(window)) {
         return false;
     }
     if (const auto note = walkBy(keyCode, shift, &window)) {
