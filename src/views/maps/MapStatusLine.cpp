@@ -2,8 +2,10 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QToolButton>
 
+#include <array>
 #include <vector>
 
 #include "maps/history/MapUndo.h"
@@ -70,7 +72,27 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
-// Opens the list of the steps; absent where nobody keeps a history.
+struct OrderWords {
+    const char* caption;  // with the key, which the window gets as any other
+    maps::HistoryOrder order;
+};
+constexpr std::array kOrders{OrderWords{"&Undo\tCtrl+Z", maps::HistoryOrder::Undo},
+                             OrderWords{"&Redo\tCtrl+Y", maps::HistoryOrder::Redo},
+                             OrderWords{"Re&vert cell or block\tCtrl+Backspace", maps::HistoryOrder::Revert},
+                             OrderWords{"&List of all changes\tCtrl+H", maps::HistoryOrder::List}};
+
+QMenu& makeHistoryMenu(maps::PaneWindow& window, maps::MapUndo& undo, Binder& binder, QWidget* parent) {
+    auto& menu = child<QMenu>(parent);
+    for (const auto& [caption, order] : kOrders) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [&window, &undo, &binder, which = order] {
+            binder.act([&] { window.enter(window.name(), [&] { undo.obey(which, window); }); });
+        });
+    }
+    return menu;
+}
+
+// None where nobody keeps a history. The cell keeps the focus when the mouse presses the button.
 void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
     auto* const undo = window.context().undo;
     if (undo == nullptr) {
@@ -79,10 +101,11 @@ void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row
     auto& button = child<QToolButton>(parent);
     button.setObjectName(QStringLiteral("history"));
     button.setText(QStringLiteral("History"));
+    button.setAutoRaise(true);
     button.setFocusPolicy(Qt::TabFocus);
-    button.setToolTip(QStringLiteral("Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"));
-    QObject::connect(&button, &QToolButton::clicked, &button,
-                     [undo, &binder] { binder.act([undo] { undo->showList(); }); });
+    button.setToolTip(QStringLiteral("Undo, redo, revert, and a list of all changes of the maps"));
+    button.setPopupMode(QToolButton::InstantPopup);
+    button.setMenu(&makeHistoryMenu(window, *undo, binder, &button));
     row.addWidget(&button);
 }
 
