@@ -73,8 +73,10 @@ void EngineFollower::sendNext(const PaneWindow& window) {
     const std::uint8_t byte = core::workingMap(tables_, place.map)[place.cell];
     const RealtimeChanges realtime(window.chkOnlineChanges, connection_.MSComm1);
     if (commands != nullptr && realtime.send(commands->changeCell, static_cast<int>(place.cell), byte)) {
-        ecuMapOf(connection_.ecuMaps, place.map).changed(place.cell, byte);
         lastSent_ = pump_.milliseconds();
+        if (connection_.linkState.isHeard()) {
+            ecuMapOf(connection_.ecuMaps, place.map).changed(place.cell, byte);
+        }
     }
 }
 

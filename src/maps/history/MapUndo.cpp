@@ -20,7 +20,7 @@ constexpr int kZ = 90;
 struct Reverted {
     std::size_t changed = 0;
     std::size_t neverRead = 0;
-    std::vector<core::CellPlace> apart;  // cells in which the engine runs on another byte
+    std::vector<core::CellPlace> apart;  // cells in which the engine may run on another byte
 };
 
 std::string counted(std::size_t cells) {
@@ -47,7 +47,7 @@ Reverted revertCells(const MapContext& context, const MapPane::Target& target) {
         }
         byte = *told;
         ++reverted.changed;
-        if (ecu.working(at) != told) {
+        if (ecu.working(at) != told || !context.connection.linkState.isHeard()) {
             reverted.apart.push_back({target.images.inHistory, at});
         }
     }
