@@ -27,8 +27,6 @@ public:
     [[nodiscard]] std::size_t rowCount() const { return history_.count() + 1; }
     // The row that the maps are at; those behind it are undone.
     [[nodiscard]] std::size_t here() const { return history_.place(); }
-    // How many rows have gone from the front since the start.
-    [[nodiscard]] std::size_t dropped() const { return history_.dropped(); }
     // RuntimeError 9 for a row that does not exist.
     [[nodiscard]] std::string timeOf(std::size_t row) const;
     [[nodiscard]] std::string wordsOf(std::size_t row) const;

@@ -4,8 +4,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
-#include <algorithm>
-
 #include "views/widgets/Child.h"
 
 namespace korvane::views {
@@ -41,14 +39,14 @@ public:
                    : QVariant();
     }
 
-    // Brings over the rows that went and came since it was called last.
+    // As many rows as the list has; what they say is asked for when they are painted.
     void follow() {
-        const auto gone = std::min<std::size_t>(list_->dropped() - dropped_, static_cast<std::size_t>(shown_));
-        dropped_ = list_->dropped();
-        removeRange(0, static_cast<int>(gone));
         const int count = static_cast<int>(list_->rowCount());
-        removeRange(count, shown_ - count);
-        if (count > shown_) {
+        if (count < shown_) {
+            beginRemoveRows({}, count, shown_ - 1);
+            shown_ = count;
+            endRemoveRows();
+        } else if (count > shown_) {
             beginInsertRows({}, shown_, count - 1);
             shown_ = count;
             endInsertRows();
@@ -67,13 +65,6 @@ public:
     int rowHeight = 0;
 
 private:
-    void removeRange(int first, int count) {
-        if (count > 0) {
-            beginRemoveRows({}, first, first + count - 1);
-            shown_ -= count;
-            endRemoveRows();
-        }
-    }
     // The history may have changed since follow().
     [[nodiscard]] QString text(std::size_t row, int column) const {
         if (list_ == nullptr || row >= list_->rowCount()) {
@@ -92,7 +83,6 @@ private:
 
     const maps::StepList* list_;
     int shown_ = 0;
-    std::size_t dropped_ = 0;
 };
 
 StepTable::StepTable(const maps::StepList& list, QWidget* parent)
