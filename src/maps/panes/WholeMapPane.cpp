@@ -39,9 +39,16 @@ void WholeMapPane::showLoadedTune() {
 
 void WholeMapPane::cellEdited(int cell) {
     const std::uint8_t byte = editedByte(cell);
+    if (!realtime_.send(map_.commands.changeCell, cell, byte)) {
+        return;
+    }
+    const auto at = static_cast<std::size_t>(cell);
     auto& connection = paneWindow().context().connection;
-    if (realtime_.send(map_.commands.changeCell, cell, byte) && isHeard(connection.linkState.state())) {
-        (connection.ecuMaps.*map_.images.inEcu).changed(static_cast<std::size_t>(cell), byte);
+    if (isHeard(connection.linkState.state())) {
+        (connection.ecuMaps.*map_.images.inEcu).changed(at, byte);
+    }
+    if (auto* const history = paneWindow().context().history) {
+        history->reachedEngine({map_.images.inHistory, at});
     }
 }
 

@@ -2,9 +2,13 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QToolButton>
 
+#include <array>
 #include <vector>
 
+#include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Card.h"
@@ -38,8 +42,9 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
 void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
     ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
         const auto status = maps::statusOf(window);
+        const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
-        cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
         unsent.setReserve(status.unsent.empty() ? QString() : QString::fromLatin1(kLongestUnsent));
         unsent.setText(QString::fromStdString(status.unsent));
     });
@@ -68,6 +73,43 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
+struct OrderWords {
+    const char* caption;  // with the key, which the window gets as any other
+    maps::HistoryOrder order;
+};
+constexpr std::array kOrders{OrderWords{"&Undo\tCtrl+Z", maps::HistoryOrder::Undo},
+                             OrderWords{"&Redo\tCtrl+Y", maps::HistoryOrder::Redo},
+                             OrderWords{"Re&vert cell or block\tCtrl+Backspace", maps::HistoryOrder::Revert},
+                             OrderWords{"&List of all changes\tCtrl+H", maps::HistoryOrder::List}};
+
+QMenu& makeHistoryMenu(maps::PaneWindow& window, maps::MapUndo& undo, Binder& binder, QWidget* parent) {
+    auto& menu = child<QMenu>(parent);
+    for (const auto& [caption, order] : kOrders) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [&window, &undo, &binder, which = order] {
+            binder.act([&] { window.enter(window.name(), [&] { undo.obey(which, window); }); });
+        });
+    }
+    return menu;
+}
+
+// None where nobody keeps a history. The cell keeps the focus when the mouse presses the button.
+void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    auto* const undo = window.context().undo;
+    if (undo == nullptr) {
+        return;
+    }
+    auto& button = child<QToolButton>(parent);
+    button.setObjectName(QStringLiteral("history"));
+    button.setText(QStringLiteral("History"));
+    button.setAutoRaise(true);
+    button.setFocusPolicy(Qt::TabFocus);
+    button.setToolTip(QStringLiteral("Undo, redo, revert, and a list of all changes of the maps"));
+    button.setPopupMode(QToolButton::InstantPopup);
+    button.setMenu(&makeHistoryMenu(window, *undo, binder, &button));
+    row.addWidget(&button);
+}
+
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
     auto& readout =
         child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
@@ -89,6 +131,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
+    addHistoryButton(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, unsent);
