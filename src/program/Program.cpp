@@ -41,6 +41,7 @@ Program::Program(platform::Machine& machine)
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
+      comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
@@ -148,6 +149,7 @@ void Program::mainWindowUnload(bool& stays) {
     if (!stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
+        comparisons_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         logViewer_.unload();

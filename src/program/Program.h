@@ -16,6 +16,7 @@
 #include "maps/FrmInjScale.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/Comparisons.h"
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
@@ -55,6 +56,7 @@ public:
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
 private:
@@ -86,6 +88,7 @@ private:
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
+    Comparisons comparisons_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

@@ -7,6 +7,7 @@
 #include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
+#include "views/keep/CompareView.h"
 #include "views/maps/IgnitionBoxView.h"
 #include "views/maps/InjScaleView.h"
 #include "views/maps/LimiterView.h"
@@ -32,6 +33,7 @@ void addViews(ViewHost& host) {
     host.add<MiscView, settings::FrmMisc>("frmMisc");
     host.add<BigTextView, live::FrmBigText>("frmBigText");
     host.add<MeterView, live::FrmMeter>("frmMeter");
+    host.add<CompareView, keep::FrmCompare>("frmCompare");
     host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 

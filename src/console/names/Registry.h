@@ -9,6 +9,7 @@
 #include "console/names/Names.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "keep/compare/Source.h"
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
@@ -35,6 +36,9 @@ void registerSettings(Names& names, settings::FrmMisc& window);
 // The members and procedures of the log viewer's reader. `reader` is null while the viewer is closed: members are null
 // then, and procedures fail.
 void registerLog(Names& names, logs::clsTXTdata*& reader);
+
+// keep.compare, which opens the comparison of two sources.
+void registerComparison(Names& names, std::function<void(const keep::Source& left, const keep::Source& right)> open);
 
 struct Procedures {
     core::EepromAccess& eeprom;

@@ -35,6 +35,10 @@ constexpr std::array<KeyHelp, 2> kLogKeys{{
     {"Left, Right", "move the mark, with the focus on the plot"},
 }};
 
+constexpr std::array<KeyHelp, 1> kCompareKeys{{
+    {"Arrow keys", "move from cell to cell, or from setting to setting"},
+}};
+
 constexpr std::array<std::string_view, 4> kMapReads{"btnReadMisc", "btnReadFuel", "btnReadIgn", "btnReadPWM"};
 constexpr std::array<std::string_view, 5> kBoxReads{"btnReadMisc", "btnReadIgn", "btnreadign_2", "btnReadLaunch",
                                                     "btnReadIdleAdv"};
@@ -101,6 +105,15 @@ constexpr std::array kGuides{
                 "reads again: asks the ECU for all settings, which takes twenty seconds. What you have typed and not "
                 "saved is replaced",
                 kSettingsKeys},
+    WindowGuide{
+        "frmCompare",
+        "Vertailu",
+        "What differs between two of: the ECU, the working maps, a tune file, an EEPROM image, a restore point. "
+        "Nothing is sent. What is copied goes into the working maps, and a setting into its box.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kCompareKeys},
     WindowGuide{"frmBigText",
                 "",
                 "One channel in figures as large as the window, red above the channel's limit if \"Alarms\" is ticked.",
