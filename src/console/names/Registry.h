@@ -13,6 +13,7 @@
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
+#include "maps/history/MapUndo.h"
 #include "settings/FrmMisc.h"
 
 namespace korvane::console {
@@ -29,6 +30,9 @@ void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
 
 // CalcPower, and the procedures of frm3Dmap.
 void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);
+
+// history: its steps, its place, and the procedures that walk through it, with the map window in use.
+void registerHistory(Names& names, maps::MapUndo& undo);
 
 // The members of frmMisc that are no controls, and its procedure UpdateReadEE.
 void registerSettings(Names& names, settings::FrmMisc& window);

@@ -2,9 +2,11 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QToolButton>
 
 #include <vector>
 
+#include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Card.h"
@@ -38,8 +40,9 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
 void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
     ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
         const auto status = maps::statusOf(window);
+        const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
-        cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
         unsent.setText(QString::fromStdString(status.unsent));
     });
 }
@@ -67,6 +70,22 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
+// Opens the list of the steps; absent where nobody keeps a history.
+void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    auto* const undo = window.context().undo;
+    if (undo == nullptr) {
+        return;
+    }
+    auto& button = child<QToolButton>(parent);
+    button.setObjectName(QStringLiteral("history"));
+    button.setText(QStringLiteral("History"));
+    button.setFocusPolicy(Qt::TabFocus);
+    button.setToolTip(QStringLiteral("Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"));
+    QObject::connect(&button, &QToolButton::clicked, &button,
+                     [undo, &binder] { binder.act([undo] { undo->showList(); }); });
+    row.addWidget(&button);
+}
+
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
     auto& readout =
         child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
@@ -87,6 +106,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     unsent.setReserve(QLatin1String(kLongestUnsent));
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
+    addHistoryButton(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, unsent);
