@@ -4,8 +4,10 @@
 #include <memory>
 
 #include "core/Checked.h"
+#include "core/history/MapHistory.h"
 #include "keep/compare/FrmCompare.h"
 #include "maps/grid/MapImages.h"
+#include "maps/history/MapUndo.h"
 #include "platform/EventPump.h"
 
 namespace korvane::program {
@@ -28,7 +30,11 @@ Comparisons::Comparisons(platform::Machine& machine, const maps::MapContext& map
                .point = {},
                .copy = [this](std::size_t map, int first, int last,
                               const keep::CompareContext::Change& change) { copy(map, first, last, change); }},
-      shelf_(machine.pump) {}
+      shelf_(machine.pump) {
+    if (maps.undo != nullptr) {
+        context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };
+    }
+}
 
 void Comparisons::open() {
     shelf_.one<keep::FrmCompare>([this] { return std::make_unique<keep::FrmCompare>(machine_, context_); }).show();
@@ -45,8 +51,13 @@ keep::Snapshot Comparisons::now() const {
     return keep::snapshotOf(maps_.tables, maps_.connection, {}, machine_.pump.wallTime());
 }
 
-void Comparisons::copy(std::size_t map, int, int, const keep::CompareContext::Change& change) {
-    change(maps_.tables.*core::checked(kMaps, map)->edited);
+void Comparisons::copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change) {
+    using core::Cause;
+    const auto& images = *core::checked(kMaps, map);
+    const core::MapHistory::Change step(
+        maps_.history, Cause::cells(Cause::Kind::Copy, images.inHistory, static_cast<std::size_t>(first),
+                                    static_cast<std::size_t>(last)));
+    change(maps_.tables.*images.edited);
 }
 
 }  // namespace korvane::program

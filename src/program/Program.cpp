@@ -59,6 +59,7 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     connectButtons();
     connectHistory();
+    frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };

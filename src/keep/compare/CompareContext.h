@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,8 @@ struct CompareContext {
     // it drawn.
     using Change = std::function<void(core::MapImage& desk)>;
     std::function<void(std::size_t map, int first, int last, const Change& change)> copy;
+    // The keys of undo and redo: what came of it in words, nothing for another key.
+    std::function<std::optional<std::string>(int keyCode, int shift)> walkBy = {};
 };
 
 }  // namespace korvane::keep

@@ -75,6 +75,15 @@ void FrmCompare::Form_Load() {
     }
 }
 
+bool FrmCompare::takesKey(int keyCode, int shift) {
+    const auto words = context_.walkBy ? context_.walkBy(keyCode, shift) : std::nullopt;
+    if (words) {
+        notice_ = *words;
+        follow();
+    }
+    return words.has_value();
+}
+
 void FrmCompare::compare(const Source& leftSource, const Source& rightSource) {
     wasCompared_ = true;
     left.open(leftSource);

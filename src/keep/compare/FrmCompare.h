@@ -41,6 +41,7 @@ public:
 
 protected:
     void Form_Load() override;
+    [[nodiscard]] bool takesKey(int keyCode, int shift) override;
 
 private:
     using Row = std::vector<std::string>;

@@ -122,7 +122,8 @@ void PaneWindow::afterChange(const void* property) {
 }
 
 bool PaneWindow::takesKey(int keyCode, int shift) {
-    return context_.undo != nullptr && context_.undo->takesKey(*this, keyCode, shift);
+    return (context_.undo != nullptr && context_.undo->takesKey(*this, keyCode, shift)) ||
+           context_.connection.keepWindows.takesKey(keyCode, shift);
 }
 
 MapPane* PaneWindow::paneWithFocus() const {

@@ -44,8 +44,9 @@ constexpr std::array<KeyHelp, 2> kLogKeys{{
     {"Left, Right", "move the mark, with the focus on the plot"},
 }};
 
-constexpr std::array<KeyHelp, 1> kCompareKeys{{
+constexpr std::array<KeyHelp, 2> kCompareKeys{{
     {"Arrow keys", "move from cell to cell, or from setting to setting"},
+    {"Ctrl+Z, Ctrl+Y", "undo and redo changes of the working maps"},
 }};
 
 constexpr std::array<std::string_view, 4> kMapReads{"btnReadMisc", "btnReadFuel", "btnReadIgn", "btnReadPWM"};

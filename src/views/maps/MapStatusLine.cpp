@@ -2,13 +2,13 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QToolButton>
 
 #include <vector>
 
 #include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Readout.h"
@@ -70,20 +70,17 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
-// Opens the list of the steps; absent where nobody keeps a history.
-void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
-    auto* const undo = window.context().undo;
-    if (undo == nullptr) {
-        return;
+constexpr OpenButton kHistoryButton{"history", "History",
+                                    "Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"};
+
+// The windows that are opened from here; a button is absent where there is no such window.
+void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    if (auto* const undo = window.context().undo) {
+        row.addWidget(&makeOpenButton(kHistoryButton, binder, parent, [undo] { undo->showList(); }));
     }
-    auto& button = child<QToolButton>(parent);
-    button.setObjectName(QStringLiteral("history"));
-    button.setText(QStringLiteral("History"));
-    button.setFocusPolicy(Qt::TabFocus);
-    button.setToolTip(QStringLiteral("Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"));
-    QObject::connect(&button, &QToolButton::clicked, &button,
-                     [undo, &binder] { binder.act([undo] { undo->showList(); }); });
-    row.addWidget(&button);
+    if (const auto& keep = window.context().connection.keepWindows; keep.compare) {
+        row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+    }
 }
 
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
@@ -106,7 +103,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     unsent.setReserve(QLatin1String(kLongestUnsent));
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
-    addHistoryButton(window, binder, row, &line);
+    addOpeners(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, unsent);
