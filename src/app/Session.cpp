@@ -144,7 +144,11 @@ void Session::registerNames() {
     console::registerAnalyser(names_, program_.analyser());
     console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
+    console::registerHistory(names_, program_.undo());
     console::registerSettings(names_, program_.frmMisc());
+    console::registerComparison(names_, [this](const keep::Source& left, const keep::Source& right) {
+        program_.comparisons().open(left, right);
+    });
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

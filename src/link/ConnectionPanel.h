@@ -11,6 +11,7 @@
 #include "link/EcuEeprom.h"
 #include "link/EcuMap.h"
 #include "link/FrameWitness.h"
+#include "link/KeepWindows.h"
 #include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
 
@@ -53,6 +54,7 @@ struct ConnectionPanel {
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
     EcuMaps ecuMaps;
     EcuEeprom ecuEeprom;  // of this connection
+    KeepWindows keepWindows;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };

@@ -7,6 +7,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/Module1.h"
 #include "core/tables/SharedTables.h"
 #include "link/Commands.h"
@@ -140,31 +141,43 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
     }
 }
 
+void Dispatcher::takeFuel(Payload payload, std::size_t first) {
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Fuel, first, kHalf));
+        fillHalf(payload, first, tables_.FuelMapIn, tables_.FuelMapOut);
+    }
+    panel_.ecuMaps.fuel.read(first, payload.first(kHalf));
+}
+
+void Dispatcher::takeIgnition(Payload payload, std::size_t first) {
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Ignition, first, kHalf));
+        fillHalf(payload, first, tables_.IgnMapIn, tables_.IgnMapOut);
+    }
+    panel_.ecuMaps.ignition.read(first, payload.first(kHalf));
+}
+
 void Dispatcher::fuelFirstHalf(Payload payload) {
-    fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
-    panel_.ecuMaps.fuel.read(0, payload.first(kHalf));
+    takeFuel(payload, 0);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     requestSecondHalf(kFuelMap.askSecondHalf);
     setMapCaption("Received 50% Fuel map ");
 }
 
 void Dispatcher::fuelSecondHalf(Payload payload) {
-    fillHalf(payload, kHalf, tables_.FuelMapIn, tables_.FuelMapOut);
-    panel_.ecuMaps.fuel.read(kHalf, payload.first(kHalf));
+    takeFuel(payload, kHalf);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     setMapCaption("Received 100% Fuel map ");
 }
 
 void Dispatcher::ignitionFirstHalf(Payload payload) {
-    fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
-    panel_.ecuMaps.ignition.read(0, payload.first(kHalf));
+    takeIgnition(payload, 0);
     showIgnitionMap();
     requestSecondHalf(kIgnitionMap.askSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {
-    fillHalf(payload, kHalf, tables_.IgnMapIn, tables_.IgnMapOut);
-    panel_.ecuMaps.ignition.read(kHalf, payload.first(kHalf));
+    takeIgnition(payload, kHalf);
     showIgnitionMap();
 }
 
@@ -232,8 +245,11 @@ void Dispatcher::miscBlock(Payload payload) {
 void Dispatcher::pwmCell(Payload payload) {
     const std::uint8_t cell = checked(payload, 0);
     const std::uint8_t value = checked(payload, 1);
-    checked(tables_.PwmMapIn, cell) = value;
-    checked(tables_.PwmMapOut, cell) = value;
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Pwm, cell, 1));
+        checked(tables_.PwmMapIn, cell) = value;
+        checked(tables_.PwmMapOut, cell) = value;
+    }
     panel_.ecuMaps.pwm.read(cell, payload.subspan(1, 1));
     part<PwmMapPart>(windows_.curMapWindow).populatePWMOUT();
 }

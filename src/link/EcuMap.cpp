@@ -21,6 +21,7 @@ const EcuMap::Cell& EcuMap::at(std::size_t cell) const {
 void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         at(first + i).show(bytes[i], storesNext_);
+        at(first + i).told = bytes[i];
     }
     Object::changed(this);
 }
@@ -89,6 +90,10 @@ std::optional<std::uint8_t> EcuMap::working(std::size_t cell) const {
 
 std::optional<std::uint8_t> EcuMap::kept(std::size_t cell) const {
     return at(cell).kept;
+}
+
+std::optional<std::uint8_t> EcuMap::told(std::size_t cell) const {
+    return at(cell).told;
 }
 
 void EcuMaps::restarted() {

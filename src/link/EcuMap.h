@@ -34,6 +34,8 @@ public:
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
+    // What the answer to the last read of the cell said.
+    [[nodiscard]] std::optional<std::uint8_t> told(std::size_t cell) const;
 
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
@@ -43,6 +45,7 @@ private:
     struct Cell {
         std::optional<std::uint8_t> working;
         std::optional<std::uint8_t> kept;
+        std::optional<std::uint8_t> told;
         std::optional<std::uint8_t> onItsWay;
 
         // The ECU runs on this byte. `stores`: the order to store followed what was sent last.

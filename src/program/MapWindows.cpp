@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Numbers.h"
 #include "core/tables/Module1.h"
 
 namespace korvane::program {
@@ -93,6 +94,13 @@ void MapWindows::forget(const link::MapWindow& window) {
     if (windows_.curMapWindow == &window) {
         windows_.curMapWindow = nullptr;
     }
+}
+
+double MapWindows::injectionOffset() const {
+    if (auto* const window = shelf_.open<maps::MapForm>()) {
+        return core::val(window->txtMisc(maps::kInjectionOffset).Text.get());
+    }
+    return context_.tables.MiscBlock[7];
 }
 
 void MapWindows::populateFuelOUT() {

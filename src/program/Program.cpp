@@ -8,6 +8,7 @@
 #include "core/tables/ModuleReg.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
+#include "maps/history/FrmHistory.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -25,6 +26,7 @@ constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a s
 
 Program::Program(platform::Machine& machine)
     : machine_(machine),
+      history_(tables_, machine.pump),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
       eepromImage_(frmSarn2_, tables_, eeprom_),
@@ -37,10 +39,12 @@ Program::Program(platform::Machine& machine)
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_},
+      undo_(history_, tables_, frmSarn2_, machine.pump),
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
+      comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
@@ -54,6 +58,8 @@ Program::Program(platform::Machine& machine)
     liveUpdate_.setRowWriter(&logWriter_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     connectButtons();
+    connectHistory();
+    frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -69,6 +75,14 @@ void Program::connectButtons() {
     frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
+}
+
+void Program::connectHistory() {
+    dispatcher_.setHistory(history_);
+    analyser_.setHistory(history_);
+    frmInjScale_.setHistory(history_);
+    undo_.openList = [this] { openHistory(); };
+    undo_.currentWindow = [this] { return dynamic_cast<maps::PaneWindow*>(windows_.curMapWindow); };
 }
 
 void Program::start() {
@@ -143,11 +157,17 @@ void Program::openPowerCalc() {
     shelf_.one<FrmPowerCalc>([this] { return std::make_unique<FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)); }).show();
 }
 
+void Program::openHistory() {
+    using maps::FrmHistory;
+    shelf_.one<FrmHistory>([this] { return std::make_unique<FrmHistory>(machine_, undo_); }).show();
+}
+
 void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
+        comparisons_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         logViewer_.unload();

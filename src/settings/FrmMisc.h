@@ -35,6 +35,8 @@ public:
     // For the view: which boxes show what the ECU has, and what the last save has sent.
     [[nodiscard]] fields::BoxMarks& boxMarks() { return marks_; }
     [[nodiscard]] fields::SaveReport& saveReport() { return report_; }
+    // For comparisons: what each control holds, and what it is called.
+    [[nodiscard]] fields::Fields& settings() { return fields_; }
     // Not all twenty boxes of the lambda correction have been filled by the ECU.
     [[nodiscard]] bool awaitsLambda();
 

@@ -74,6 +74,7 @@ struct EveryWindow : FrameKeysTest {
             button->press();
         }
         program.frm3Dmap().show();
+        program.undo().showList();
         for (auto* each : windows.loaded()) {
             if (auto* const form = dynamic_cast<maps::MapForm*>(each)) {
                 form->btnInjScale.press();

@@ -20,6 +20,7 @@ struct ProgramBench : ConsoleMachine {
         registerAnalyser(names, program->analyser());
         registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
+        registerHistory(names, program->undo());
         registerSettings(names, program->frmMisc());
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);

@@ -29,7 +29,11 @@ void WholeMapPane::showLoadedTune() {
 void WholeMapPane::cellEdited(int cell) {
     const std::uint8_t byte = editedByte(cell);
     if (realtime_.send(map_.commands.changeCell, cell, byte)) {
-        (paneWindow().context().connection.ecuMaps.*map_.images.inEcu).changed(static_cast<std::size_t>(cell), byte);
+        const auto at = static_cast<std::size_t>(cell);
+        (paneWindow().context().connection.ecuMaps.*map_.images.inEcu).changed(at, byte);
+        if (auto* const history = paneWindow().context().history) {
+            history->reachedEngine({map_.images.inHistory, at});
+        }
     }
 }
 

@@ -5,8 +5,10 @@
 
 #include <vector>
 
+#include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Readout.h"
@@ -38,8 +40,9 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
 void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
     ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
         const auto status = maps::statusOf(window);
+        const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
-        cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
         unsent.setText(QString::fromStdString(status.unsent));
     });
 }
@@ -67,6 +70,19 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
+constexpr OpenButton kHistoryButton{"history", "History",
+                                    "Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"};
+
+// The windows that are opened from here; a button is absent where there is no such window.
+void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    if (auto* const undo = window.context().undo) {
+        row.addWidget(&makeOpenButton(kHistoryButton, binder, parent, [undo] { undo->showList(); }));
+    }
+    if (const auto& keep = window.context().connection.keepWindows; keep.compare) {
+        row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+    }
+}
+
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
     auto& readout =
         child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
@@ -87,6 +103,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     unsent.setReserve(QLatin1String(kLongestUnsent));
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
+    addOpeners(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, unsent);
