@@ -29,6 +29,7 @@ Program::Program(platform::Machine& machine)
       history_(tables_, machine.pump),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      keeper_({machine, tables_, frmSarn2_}),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
@@ -59,6 +60,7 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     connectButtons();
     connectHistory();
+    connectKeeper();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
@@ -83,6 +85,12 @@ void Program::connectHistory() {
     frmInjScale_.setHistory(history_);
     undo_.openList = [this] { openHistory(); };
     undo_.currentWindow = [this] { return dynamic_cast<maps::PaneWindow*>(windows_.curMapWindow); };
+}
+
+void Program::connectKeeper() {
+    eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
+    connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
+    frmMisc_.allRead = [this] { keeper_.settingsRead(); };
 }
 
 void Program::start() {
