@@ -2,6 +2,7 @@
 
 #include "core/files/SettingsFile.h"
 #include "keep/compare/FrmCompare.h"
+#include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::keep {
@@ -104,6 +105,42 @@ TEST_F(FrmCompareTest, CopiesACellToTheWorkingMapsAndSendsNothing) {
     EXPECT_EQ(program_.tables.FuelMapOut[18], 53);
     EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
     EXPECT_THAT(program_.sent(), IsEmpty());
+}
+
+TEST_F(FrmCompareTest, WhatWasCopiedIsOneStepThatAnOpenMapWindowShowsAndCanUndo) {
+    connect();
+    program_.program.mapWindows().open();
+    auto& maps = dynamic_cast<maps::MapForm&>(*program_.windows.loaded().back());
+    program_.pump.wait(5000);
+    for (std::size_t cell = 0; cell < 160; ++cell) {
+        setDesk(cell, 90);
+    }
+    maps.populateFuelOUT();
+    const auto edited = maps.fuel(17).Text.get();
+    const auto before = program_.program.history().count();
+    auto& window = open();
+    window.btnCopyMap.press();
+    EXPECT_EQ(program_.tables.FuelMapOut[17], 50);
+    EXPECT_NE(maps.fuel(17).Text.get(), edited);
+    EXPECT_THAT(program_.program.history().step(program_.program.history().count()).words(),
+                HasSubstr("copied from a comparison"));
+    window.grdCells.keyDown(90, controls::kControlMask);
+    EXPECT_EQ(program_.tables.FuelMapOut[17], 90);
+    EXPECT_EQ(maps.fuel(17).Text.get(), edited);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (160)");
+    EXPECT_GT(program_.program.history().count(), before);
+}
+
+TEST_F(FrmCompareTest, OpensByControlAndDInTheMainAndTheMapWindows) {
+    program_.program.mapWindows().open();
+    auto& maps = dynamic_cast<maps::MapForm&>(*program_.windows.loaded().back());
+    maps.fuel(17).keyDown(68, controls::kControlMask);
+    EXPECT_TRUE(shown().Visible);
+    static_cast<void>(shown().unload());
+    program_.window.btnConnect.keyDown(68, 0);
+    EXPECT_THROW(static_cast<void>(shown()), std::runtime_error);
+    program_.window.btnConnect.keyDown(68, controls::kControlMask);
+    EXPECT_TRUE(shown().Visible);
 }
 
 TEST_F(FrmCompareTest, CopiesAMapAndLeavesTheCellsThatTheLeftSideDoesNotKnow) {
