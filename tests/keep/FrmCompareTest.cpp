@@ -2,6 +2,7 @@
 
 #include "core/files/SettingsFile.h"
 #include "keep/compare/FrmCompare.h"
+#include "keep/point/PointStore.h"
 #include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 
@@ -61,6 +62,44 @@ TEST_F(FrmCompareTest, OpensWithTheEcuAndTheWorkingMaps) {
     EXPECT_EQ(window.tabWhat.tabCaption(2), "Ignition (0)");
     EXPECT_EQ(window.grdCells.cells().at(17).sign, Sign::Up);
     EXPECT_THAT(program_.sent(), IsEmpty());
+}
+
+TEST_F(FrmCompareTest, ComparesRestorePoints) {
+    connect();
+    PointStore store(program_.folder / "points");
+    auto snapshot = snapshotOf(program_.tables, program_.window, {}, {2026, 5, 6, 7, 8, 9});
+    snapshot.reason = "before fuel map";
+    snapshot.fuel.edited[17] = 70;
+    const auto older = store.add(snapshot).name;
+    program_.program.comparisons().usePoints(store);
+    setDesk(18, 53);
+    auto& window = open();
+    window.left.list.choose(4);
+    EXPECT_TRUE(window.left.points.Visible);
+    EXPECT_EQ(window.left.points.Text(), "2026-05-06 07:08:09, before fuel map");
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
+    window.left.list.choose(5);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (2)");
+    snapshot.time.second = 10;
+    snapshot.fuel.working[20] = 1;
+    EXPECT_EQ(store.add(snapshot).failure, "");
+    window.compare(sourceOf("point " + older), sourceOf("ecu"));
+    EXPECT_EQ(window.left.points.ListIndex, 1);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (0)");
+    window.left.points.choose(0);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
+}
+
+TEST_F(FrmCompareTest, ARestorePointThatCanNotBeReadFillsNoTable) {
+    connect();
+    PointStore store(program_.folder / "points");
+    program_.program.comparisons().usePoints(store);
+    auto& window = open("point none", "maps");
+    EXPECT_THAT(window.left.words.Caption.get(), HasSubstr("The restore point can't be read: "));
+    EXPECT_THAT(window.grdCells.cells(), IsEmpty());
+    window.compare(sourceOf("ecu"), sourceOf("maps"));
+    window.left.list.choose(4);
+    EXPECT_EQ(window.left.words.Caption.get(), "There is no restore point yet.");
 }
 
 TEST_F(FrmCompareTest, SaysThatNoEcuWasRead) {
