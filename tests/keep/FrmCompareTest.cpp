@@ -20,7 +20,7 @@ protected:
         program_.connect();
         program_.receiveFrame('y', {0xFF, 0xFF, 0x0D, 0x3A, 11});
         program_.receiveFrame('f', Bytes(160, 50));
-        program_.receiveFrame('i', Bytes(160, 60));
+        program_.receiveFrame('a', Bytes(160, 60));
         static_cast<void>(program_.sent());
     }
     FrmCompare& open() {
