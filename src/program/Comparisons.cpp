@@ -4,17 +4,29 @@
 #include <memory>
 
 #include "core/Checked.h"
+#include "core/TimeText.h"
+#include "core/files/TextFile.h"
 #include "core/history/MapHistory.h"
 #include "keep/compare/FrmCompare.h"
 #include "maps/grid/MapImages.h"
 #include "maps/history/MapUndo.h"
 #include "platform/EventPump.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::program {
 
 namespace {
 
 constexpr std::array kMaps{&maps::kFuelImages, &maps::kIgnitionImages, &maps::kPwmImages};
+
+// "2026-01-05 12:00:00, before fuel map"
+std::string wordsOf(const keep::PointEntry& entry) {
+    if (!entry.damage.empty()) {
+        return entry.name + ": " + entry.damage;
+    }
+    return core::dateText(entry.time) + ' ' + core::timeText(entry.time) + ", " + entry.reason +
+           (entry.note.empty() ? "" : " (" + entry.note + ')');
+}
 
 }  // namespace
 
@@ -34,6 +46,23 @@ Comparisons::Comparisons(platform::Machine& machine, const maps::MapContext& map
     if (maps.undo != nullptr) {
         context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };
     }
+}
+
+void Comparisons::usePoints(const keep::PointStore& points) {
+    context_.points = [&points] {
+        std::vector<keep::PointName> names;
+        for (const auto& entry : points.list()) {
+            names.push_back({entry.name, wordsOf(entry)});
+        }
+        return names;
+    };
+    context_.point = [&points](const std::string& name) {
+        const auto point = points.load(name);
+        if (!point.content) {
+            throw platform::RuntimeError(core::kErrorFileNotFound, "The restore point can't be read: " + point.damage);
+        }
+        return *point.content;
+    };
 }
 
 void Comparisons::open() {

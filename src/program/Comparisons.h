@@ -1,9 +1,13 @@
 // The window that compares, and what it works with.
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include "controls/WindowShelf.h"
 #include "keep/compare/CompareContext.h"
 #include "keep/compare/Source.h"
+#include "keep/point/PointStore.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
 #include "program/MapWindows.h"
@@ -16,6 +20,9 @@ class Comparisons {
 public:
     Comparisons(platform::Machine& machine, const maps::MapContext& maps, settings::FrmMisc& frmMisc,
                 MapWindows& mapWindows);
+
+    // The restore points can be compared too from now on; `points` outlives this.
+    void usePoints(const keep::PointStore& points);
 
     // The ECU with the working maps; the open window comes to the front as it is.
     void open();

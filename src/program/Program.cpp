@@ -91,6 +91,7 @@ void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
+    comparisons_.usePoints(keeper_.store());
 }
 
 void Program::start() {

@@ -2,6 +2,8 @@
 
 #include "core/files/SettingsFile.h"
 #include "keep/compare/FrmCompare.h"
+#include "keep/point/PointStore.h"
+#include "maps/MapForm.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::keep {
@@ -18,7 +20,7 @@ protected:
         program_.connect();
         program_.receiveFrame('y', {0xFF, 0xFF, 0x0D, 0x3A, 11});
         program_.receiveFrame('f', Bytes(160, 50));
-        program_.receiveFrame('i', Bytes(160, 60));
+        program_.receiveFrame('a', Bytes(160, 60));
         static_cast<void>(program_.sent());
     }
     FrmCompare& open() {
@@ -60,6 +62,44 @@ TEST_F(FrmCompareTest, OpensWithTheEcuAndTheWorkingMaps) {
     EXPECT_EQ(window.tabWhat.tabCaption(2), "Ignition (0)");
     EXPECT_EQ(window.grdCells.cells().at(17).sign, Sign::Up);
     EXPECT_THAT(program_.sent(), IsEmpty());
+}
+
+TEST_F(FrmCompareTest, ComparesRestorePoints) {
+    connect();
+    PointStore store(program_.folder / "points");
+    auto snapshot = snapshotOf(program_.tables, program_.window, {}, {2026, 5, 6, 7, 8, 9});
+    snapshot.reason = "before fuel map";
+    snapshot.fuel.edited[17] = 70;
+    const auto older = store.add(snapshot).name;
+    program_.program.comparisons().usePoints(store);
+    setDesk(18, 53);
+    auto& window = open();
+    window.left.list.choose(4);
+    EXPECT_TRUE(window.left.points.Visible);
+    EXPECT_EQ(window.left.points.Text(), "2026-05-06 07:08:09, before fuel map");
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
+    window.left.list.choose(5);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (2)");
+    snapshot.time.second = 10;
+    snapshot.fuel.working[20] = 1;
+    EXPECT_EQ(store.add(snapshot).failure, "");
+    window.compare(sourceOf("point " + older), sourceOf("ecu"));
+    EXPECT_EQ(window.left.points.ListIndex, 1);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (0)");
+    window.left.points.choose(0);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
+}
+
+TEST_F(FrmCompareTest, ARestorePointThatCanNotBeReadFillsNoTable) {
+    connect();
+    PointStore store(program_.folder / "points");
+    program_.program.comparisons().usePoints(store);
+    auto& window = open("point none", "maps");
+    EXPECT_THAT(window.left.words.Caption.get(), HasSubstr("The restore point can't be read: "));
+    EXPECT_THAT(window.grdCells.cells(), IsEmpty());
+    window.compare(sourceOf("ecu"), sourceOf("maps"));
+    window.left.list.choose(4);
+    EXPECT_EQ(window.left.words.Caption.get(), "There is no restore point yet.");
 }
 
 TEST_F(FrmCompareTest, SaysThatNoEcuWasRead) {
@@ -104,6 +144,42 @@ TEST_F(FrmCompareTest, CopiesACellToTheWorkingMapsAndSendsNothing) {
     EXPECT_EQ(program_.tables.FuelMapOut[18], 53);
     EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (1)");
     EXPECT_THAT(program_.sent(), IsEmpty());
+}
+
+TEST_F(FrmCompareTest, WhatWasCopiedIsOneStepThatAnOpenMapWindowShowsAndCanUndo) {
+    connect();
+    program_.program.mapWindows().open();
+    auto& maps = dynamic_cast<maps::MapForm&>(*program_.windows.loaded().back());
+    program_.pump.wait(5000);
+    for (std::size_t cell = 0; cell < 160; ++cell) {
+        setDesk(cell, 90);
+    }
+    maps.populateFuelOUT();
+    const auto edited = maps.fuel(17).Text.get();
+    const auto before = program_.program.history().count();
+    auto& window = open();
+    window.btnCopyMap.press();
+    EXPECT_EQ(program_.tables.FuelMapOut[17], 50);
+    EXPECT_NE(maps.fuel(17).Text.get(), edited);
+    EXPECT_THAT(program_.program.history().step(program_.program.history().count()).words(),
+                HasSubstr("copied from a comparison"));
+    window.grdCells.keyDown(90, controls::kControlMask);
+    EXPECT_EQ(program_.tables.FuelMapOut[17], 90);
+    EXPECT_EQ(maps.fuel(17).Text.get(), edited);
+    EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel (160)");
+    EXPECT_GT(program_.program.history().count(), before);
+}
+
+TEST_F(FrmCompareTest, OpensByControlAndDInTheMainAndTheMapWindows) {
+    program_.program.mapWindows().open();
+    auto& maps = dynamic_cast<maps::MapForm&>(*program_.windows.loaded().back());
+    maps.fuel(17).keyDown(68, controls::kControlMask);
+    EXPECT_TRUE(shown().Visible);
+    static_cast<void>(shown().unload());
+    program_.window.btnConnect.keyDown(68, 0);
+    EXPECT_THROW(static_cast<void>(shown()), std::runtime_error);
+    program_.window.btnConnect.keyDown(68, controls::kControlMask);
+    EXPECT_TRUE(shown().Visible);
 }
 
 TEST_F(FrmCompareTest, CopiesAMapAndLeavesTheCellsThatTheLeftSideDoesNotKnow) {

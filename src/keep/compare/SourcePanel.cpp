@@ -135,7 +135,7 @@ Side SourcePanel::read(const Snapshot& now) const {
 }
 
 Side SourcePanel::readPoint() const {
-    if (source_.what.empty()) {
+    if (source_.what.empty() || !context_.point) {
         throw platform::RuntimeError(platform::kErrorSubscript, "There is no restore point yet.");
     }
     const Snapshot snapshot = context_.point(source_.what);
