@@ -191,6 +191,18 @@ std::string Keeper::setNote(const std::string& name, std::string_view text) {
     return failure;
 }
 
+std::string Keeper::differsText(const std::string& name) const {
+    const auto point = store_.load(name);
+    if (!point.content) {
+        return {};
+    }
+    const auto known = now();
+    if (!isSameEcu(point.content->ecu, known.ecu)) {
+        return "other ECU";
+    }
+    return shares(*point.content, known) ? std::to_string(differenceOf(*point.content, known).total()) : "unknown";
+}
+
 Snapshot Keeper::now() const {
     return snapshotOf(in_.tables, in_.connection, in_.connection.ecuMisc.bytes(), in_.machine.pump.wallTime());
 }

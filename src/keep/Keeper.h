@@ -54,6 +54,10 @@ public:
     std::string setNote(const std::string& name, std::string_view text);
     [[nodiscard]] Decoded<Snapshot> load(std::string_view name) const { return store_.load(name); }
 
+    // How many cells of a point the ECU has otherwise now; or why nobody can say: "other ECU", "unknown" while nothing
+    // is known that the point knows, empty for a point that can't be read.
+    [[nodiscard]] std::string differsText(const std::string& name) const;
+
     // What is known now.
     [[nodiscard]] Snapshot now() const;
     [[nodiscard]] const PointStore& store() const { return store_; }

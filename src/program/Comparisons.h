@@ -1,9 +1,6 @@
 // The window that compares, and what it works with.
 #pragma once
 
-#include <functional>
-#include <optional>
-
 #include "controls/WindowShelf.h"
 #include "keep/compare/CompareContext.h"
 #include "keep/compare/Source.h"

@@ -46,6 +46,7 @@ Program::Program(platform::Machine& machine)
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
+      restorePoints_(machine, mapContext_, keeper_, comparisons_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
@@ -62,6 +63,7 @@ Program::Program(platform::Machine& machine)
     connectHistory();
     connectKeeper();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
+    frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -177,6 +179,7 @@ void Program::mainWindowUnload(bool& stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
         comparisons_.unload();
+        restorePoints_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         logViewer_.unload();

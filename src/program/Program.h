@@ -23,6 +23,7 @@
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -63,6 +64,7 @@ public:
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
+    [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
     [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
@@ -102,6 +104,7 @@ private:
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
     Comparisons comparisons_;
+    RestorePoints restorePoints_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

@@ -1,6 +1,8 @@
 #include "keep/point/PointDifference.h"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 #include "core/ParameterAddresses.h"
 
@@ -76,6 +78,23 @@ PointDifference differenceOf(const Snapshot& one, const Snapshot& other) {
     }
     difference.settings = differentMisc(one, other) + differentCells(one, other);
     return difference;
+}
+
+bool shares(const Snapshot& one, const Snapshot& other) {
+    const auto inBoth = [](const auto& byte, const auto& otherByte) { return byte && otherByte; };
+    const auto knownInBoth = [](const auto& cell, const auto& otherCell) {
+        return cell.known != link::Known::No && otherCell.known != link::Known::No;
+    };
+    return (one.misc && other.misc) ||
+           std::any_of(std::begin(kMaps), std::end(kMaps),
+                       [&](auto map) {
+                           const auto& bytes = (one.*map).working;
+                           const auto& others = (other.*map).working;
+                           return std::inner_product(bytes.begin(), bytes.end(), others.begin(), false,
+                                                     std::logical_or<>(), inBoth);
+                       }) ||
+           std::inner_product(one.eeprom.begin(), one.eeprom.end(), other.eeprom.begin(), false, std::logical_or<>(),
+                              knownInBoth);
 }
 
 std::string wordsOf(const PointDifference& difference) {

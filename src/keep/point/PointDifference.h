@@ -19,6 +19,9 @@ struct PointDifference {
 };
 [[nodiscard]] PointDifference differenceOf(const Snapshot& one, const Snapshot& other);
 
+// Whether anything that differenceOf() looks at is known in both.
+[[nodiscard]] bool shares(const Snapshot& one, const Snapshot& other);
+
 // "12 map cells and 1 setting"; "nothing" for no difference.
 [[nodiscard]] std::string wordsOf(const PointDifference& difference);
 
