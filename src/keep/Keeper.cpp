@@ -67,8 +67,7 @@ void Keeper::begin() {
     mapsKept_ = false;
     settingsKept_ = false;
     added_.clear();
-    Notice = "";
-    NoticePoint = "";
+    notice().say({}, {});
 }
 
 void Keeper::look() {
@@ -133,9 +132,8 @@ std::string Keeper::add(std::string_view reason, std::string_view note) {
         added_.insert(std::move(name));
     }
     if (!failure.empty()) {
-        Notice = failure + " (" + point.reason + ')';
-        NoticePoint = "";
-        in_.machine.log.write(Notice.get());
+        notice().say(failure + " (" + point.reason + ')', {});
+        in_.machine.log.write(notice().Text.get());
     }
     pointsChanged();
     return failure;
@@ -157,10 +155,12 @@ std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::
 void Keeper::compare() {
     const auto point = newest([this](const std::string& name) { return !added_.contains(name); });
     const auto difference = point ? differenceOf(now(), point->content) : PointDifference();
-    const bool differs = difference.total() > 0;
-    NoticePoint = differs ? point->name : std::string();
-    Notice = differs ? "The ECU differs from restore point " + whenAndWhy(point->content) + ": " + wordsOf(difference)
-                     : std::string();
+    if (difference.total() > 0) {
+        notice().say("The ECU differs from restore point " + whenAndWhy(point->content) + ": " + wordsOf(difference),
+                     point->name);
+    } else {
+        notice().say({}, {});
+    }
 }
 
 const std::vector<PointEntry>& Keeper::points() {

@@ -20,7 +20,7 @@ namespace korvane::keep {
 // It sends nothing. A point is made when the maps of the ECU have been read for the first time in a connection, when
 // its settings have, before each operation that stores into the ECU, and when somebody asks for one. The first three
 // make none while the newest point of the ECU has all that is known already. That a point can't be written stops
-// nothing; Notice says so.
+// nothing; notice() says so.
 class Keeper : public controls::Object, private link::FrameWitness, private controls::Observer {
 public:
     // All of it outlives the keeper.
@@ -32,11 +32,8 @@ public:
     explicit Keeper(const Surroundings& surroundings);
     ~Keeper() override;
 
-    // One line for the main window, until the next connect: that the ECU has changed since its newest restore point
-    // before this connection, or that the last point could not be written. Empty if there is nothing to say.
-    controls::Property<std::string> Notice{*this};
-    // The point that Notice compares the ECU with; empty if it speaks of no point.
-    controls::Property<std::string> NoticePoint{*this};
+    // What the main window shows until the next connect.
+    [[nodiscard]] link::KeepNotice& notice() const { return in_.connection.keepNotice; }
 
     // For core::EepromAccess::storing, and for the end of a read of all settings.
     void beforeStore(std::string_view what);

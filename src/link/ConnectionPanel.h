@@ -12,6 +12,7 @@
 #include "link/EcuMap.h"
 #include "link/EcuMisc.h"
 #include "link/FrameWitness.h"
+#include "link/KeepNotice.h"
 #include "link/KeepWindows.h"
 #include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
@@ -58,6 +59,7 @@ struct ConnectionPanel {
     EcuMisc ecuMisc;
     int openings = 0;  // of the port, since the start of the program
     KeepWindows keepWindows;
+    KeepNotice keepNotice;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };

@@ -93,6 +93,7 @@ void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
+    frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
     comparisons_.usePoints(keeper_.store());
 }
 

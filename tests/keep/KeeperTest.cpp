@@ -121,7 +121,7 @@ TEST_F(KeeperTest, AnUnchangedEcuMakesNoSecondPoint) {
     connectAgain();
     readAll();
     EXPECT_THAT(reasons(), ElementsAre("maps read"));
-    EXPECT_EQ(keeper.Notice.get(), "");
+    EXPECT_EQ(keeper.notice().Text.get(), "");
 }
 
 TEST_F(KeeperTest, WhatAnotherConnectionToldIsNotKnown) {
@@ -140,12 +140,12 @@ TEST_F(KeeperTest, AChangedEcuIsTold) {
     identify();
     readAll();
     connectAgain();
-    EXPECT_EQ(keeper.Notice.get(), "");
+    EXPECT_EQ(keeper.notice().Text.get(), "");
     readAll(51);
-    EXPECT_THAT(keeper.Notice.get(), HasSubstr("The ECU differs from restore point "));
-    EXPECT_THAT(keeper.Notice.get(), HasSubstr(" (maps read): 160 map cells"));
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr("The ECU differs from restore point "));
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (maps read): 160 map cells"));
     EXPECT_THAT(reasons(), ElementsAre("maps read", "maps read"));
-    EXPECT_EQ(keeper.NoticePoint.get(), keeper.points().at(1).name);
+    EXPECT_EQ(keeper.notice().Point.get(), keeper.points().at(1).name);
 }
 
 TEST_F(KeeperTest, TheNoticeGoesWithTheNextConnect) {
@@ -155,8 +155,8 @@ TEST_F(KeeperTest, TheNoticeGoesWithTheNextConnect) {
     connectAgain();
     readAll(51);
     connectAgain();
-    EXPECT_EQ(keeper.Notice.get(), "");
-    EXPECT_EQ(keeper.NoticePoint.get(), "");
+    EXPECT_EQ(keeper.notice().Text.get(), "");
+    EXPECT_EQ(keeper.notice().Point.get(), "");
 }
 
 TEST_F(KeeperTest, AnEcuOfAnotherTypeIsNotCompared) {
@@ -168,7 +168,7 @@ TEST_F(KeeperTest, AnEcuOfAnotherTypeIsNotCompared) {
     connect();
     identify(13);
     readAll(51);
-    EXPECT_EQ(keeper.Notice.get(), "");
+    EXPECT_EQ(keeper.notice().Text.get(), "");
     EXPECT_THAT(reasons(), ElementsAre("maps read", "maps read"));
 }
 
@@ -183,7 +183,7 @@ TEST_F(KeeperTest, APointOfThisConnectionIsNotCompared) {
     readMisc();
     readIgnition();
     readPwm();
-    EXPECT_THAT(keeper.Notice.get(), HasSubstr(": 160 map cells"));
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(": 160 map cells"));
 }
 
 TEST_F(KeeperTest, AReadOfTheSettingsMakesAPointOfItsOwn) {
@@ -199,7 +199,7 @@ TEST_F(KeeperTest, AReadOfTheSettingsMakesAPointOfItsOwn) {
     connectAgain();
     readCell(11, 6);
     keeper.settingsRead();
-    EXPECT_THAT(keeper.Notice.get(), HasSubstr(" (settings read): 1 setting"));
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (settings read): 1 setting"));
 }
 
 TEST_F(KeeperTest, AReadWithoutAnswersMakesNone) {
@@ -246,8 +246,8 @@ TEST_F(KeeperTest, AFailureIsToldAndStopsNothing) {
     connect();
     identify();
     readAll();
-    EXPECT_THAT(keeper.Notice.get(), testing::AllOf(HasSubstr("can't be made"), HasSubstr("(maps read)")));
-    EXPECT_EQ(keeper.NoticePoint.get(), "");
+    EXPECT_THAT(keeper.notice().Text.get(), testing::AllOf(HasSubstr("can't be made"), HasSubstr("(maps read)")));
+    EXPECT_EQ(keeper.notice().Point.get(), "");
     EXPECT_NE(keeper.addByHand(""), "");
 }
 

@@ -202,7 +202,8 @@ TEST_F(StoringTest, AFullDiskStopsNoOperation) {
     control("btnWriteFuel").press();
     quiet();
     EXPECT_THAT(recorder.takeBytes(), testing::Contains('F'));
-    EXPECT_THAT(program_.keeper().Notice.get(), testing::HasSubstr("The folder of the restore points can't be made: "));
+    EXPECT_THAT(program_.keeper().notice().Text.get(),
+                testing::HasSubstr("The folder of the restore points can't be made: "));
 }
 
 }  // namespace

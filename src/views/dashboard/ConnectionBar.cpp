@@ -88,9 +88,10 @@ public:
 
     // Of the windows that keep a tune.
     void addOpeners(const link::KeepWindows& keep) {
-        if (keep.compare) {
-            addColumn(child<Caption>(&card_, QString(), nullptr),
-                      makeOpenButton(kCompareButton, binder_, &card_, keep.compare));
+        if (keep.compare && keep.restore) {
+            auto& column = makeColumn();
+            column.addWidget(&makeOpenButton(kCompareButton, binder_, &card_, keep.compare));
+            column.addWidget(&makeOpenButton(kRestoreButton, binder_, &card_, keep.restore));
         }
     }
 

@@ -20,6 +20,9 @@ inline constexpr OpenButton kCompareButton{
     "compare", "Compare",
     "Shows what differs between the ECU, the working maps, tunes, images and restore points (Ctrl+D)"};
 
+inline constexpr OpenButton kRestoreButton{"restore", "Points",
+                                           "Lists the restore points, and brings one back (Ctrl+R)"};
+
 // `open` is called as something that the user has done in the binder's view.
 [[nodiscard]] QToolButton& makeOpenButton(const OpenButton& button, Binder& binder, QWidget* parent,
                                           std::function<void()> open);

@@ -81,6 +81,9 @@ void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWid
     if (const auto& keep = window.context().connection.keepWindows; keep.compare) {
         row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
     }
+    if (const auto& keep = window.context().connection.keepWindows; keep.restore) {
+        row.addWidget(&makeOpenButton(kRestoreButton, binder, parent, keep.restore));
+    }
 }
 
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
