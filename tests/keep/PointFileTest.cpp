@@ -46,16 +46,15 @@ TEST(PointFileTest, FitsIntoTwoBlocksWithTheLongestReason) {
     point.reason = std::string(1000, 'x');
     const auto bytes = encodePoint(point);
     EXPECT_LE(bytes.size(), kLargestPoint);
-    EXPECT_EQ(decodeHead(bytes).content->reason, std::string(250, 'x'));
+    EXPECT_EQ(decodeHead(bytes).content->reason, std::string(255, 'x'));
 }
 
 TEST(PointFileTest, CutsAReasonBetweenCharacters) {
     auto point = partPoint();
-    point.reason = "x";
     for (int i = 0; i < 200; ++i) {
         point.reason += "\xC3\xA4";
     }
-    EXPECT_EQ(decodeHead(encodePoint(point)).content->reason, point.reason.substr(0, 249));
+    EXPECT_EQ(decodeHead(encodePoint(point)).content->reason, point.reason.substr(0, 254));
 }
 
 TEST(PointFileTest, WritesTheBytesOfTheFormat) {

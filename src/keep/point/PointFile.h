@@ -11,7 +11,7 @@
 namespace korvane::keep {
 
 inline constexpr std::size_t kLargestPoint = 8192;  // bytes; one with everything known is smaller
-inline constexpr std::size_t kLongestReason = 250;  // bytes; what is longer is cut
+inline constexpr std::size_t kLongestReason = 255;  // bytes; what is longer is cut
 
 // What a list shows of a point.
 struct PointHead {
