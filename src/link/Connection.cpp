@@ -57,7 +57,10 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.ComboPort.GotFocus = [this] { showPortDevices(); };
     panel_.btnConnect.Click = [this] { btnConnect_Click(); };
     panel_.Command2.Click = [this] { panel_.MSComm1.Output(shortCommand(kRestartDevice)); };
-    panel_.Command3.Click = [this] { panel_.MSComm1.Output(kAskPwmTable); };
+    panel_.Command3.Click = [this] {
+        panel_.diversion.askedOrdinarily({kAskPwmTable});
+        panel_.MSComm1.Output(kAskPwmTable);
+    };
     panel_.Command4.Click = [this] { panel_.MSComm1.Output(kStorePwmTable); };
     panel_.Timer1.Tick = [this] { timer1Tick(); };
     panel_.TimerRequestData.Tick = [this] { pollLiveData(); };

@@ -50,6 +50,10 @@ private:
     void identity(Payload payload) override;
     void ignitionDebug(Payload payload) override;
 
+    // What the program asked for past its windows.
+    void note(std::uint8_t cmd, Payload payload);
+    void noteEepromByte(std::uint8_t value, int address);
+
     MapWindow* replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();

@@ -20,6 +20,7 @@ constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
+constexpr auto kPointsFolder = "restore-points";
 
 }  // namespace
 
@@ -27,6 +28,7 @@ Program::Program(platform::Machine& machine)
     : machine_(machine),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      restoreRun_({machine, tables_, frmSarn2_, eeprom_}, machine.folder / kPointsFolder),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
@@ -46,6 +48,9 @@ Program::Program(platform::Machine& machine)
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
         frmSarn2_.ecuEeprom.sent(address, byte);
         frmSarn2_.ecuMaps.eepromHas(tables_.addresses, address, byte);
+    };
+    eeprom_.asked = [this](std::int32_t address) {
+        frmSarn2_.diversion.askedOrdinarily({link::kEepromByteFrame, address});
     };
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });

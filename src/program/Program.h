@@ -5,6 +5,7 @@
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
+    [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
 private:
     // The buttons of the main window that open the others.
@@ -72,6 +74,7 @@ private:
     link::Windows windows_;
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
+    keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;
