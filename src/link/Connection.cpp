@@ -139,6 +139,7 @@ void Connection::openPort() {
     panel_.MSComm1.InputLen = 1;
     panel_.MSComm1.setPortOpen(true);
     panel_.ecuEeprom.forget();
+    panel_.ecuMaps.connected();
     panel_.isConnected = true;
     panel_.btnConnect.Caption = "Disconnect";
     panel_.TimerRequestData.Enabled = true;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "link/Frames.h"
+
 namespace korvane::link {
 
 ReplyKey keyOf(std::uint8_t code, std::span<const std::uint8_t> payload) {

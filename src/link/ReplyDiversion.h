@@ -15,7 +15,6 @@ struct ReplyKey {
 
     friend bool operator==(const ReplyKey&, const ReplyKey&) = default;
 };
-inline constexpr std::uint8_t kEepromByteFrame = 'T';
 // Of a byte that was answered without its address, 0.
 [[nodiscard]] ReplyKey keyOf(std::uint8_t code, std::span<const std::uint8_t> payload);
 

@@ -6,6 +6,7 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
 #include "performance/FrmPowerCalc.h"

@@ -57,7 +57,7 @@ IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock
     auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeMapBar({window, window, window}, *this, &content()));
+    rows.addWidget(&makeMapBar({window, window, window, nullptr, &window.answers}, *this, &content()));
     auto& columns = makeLayout<QHBoxLayout>();
     columns.addLayout(&makeLeft(), 1);
     columns.addLayout(&makeRight());

@@ -7,6 +7,7 @@
 
 #include "views/frame/StatusLine.h"
 #include "views/maps/BoxParts.h"
+#include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 
@@ -54,9 +55,12 @@ Card& LimiterView::makeBar() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&card);
     row.setSpacing(kSpacing);
-    row.addWidget(
-        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card),
-        1);
+    auto& state = child<QVBoxLayout>(kNobody);
+    state.setSpacing(0);
+    state.addWidget(
+        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card));
+    state.addWidget(&makeAnswersNote(window_.answers, binder(), &card));
+    row.addLayout(&state, 1);
     row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
     row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
     row.addWidget(&makeCommand(window_.btnHelp, 'o', binder(), &card));
