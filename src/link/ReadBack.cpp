@@ -94,6 +94,11 @@ ReadEnd ReadBack::cell(core::EepromAccess& eeprom, int address, std::uint8_t& by
     return end;
 }
 
+ReadEnd ReadBack::cell(core::EepromAccess& eeprom, int address, std::uint8_t sent, std::uint8_t& byte) {
+    const auto end = cell(eeprom, address, byte);
+    return end == ReadEnd::Answered && byte != sent ? cell(eeprom, address, byte) : end;
+}
+
 ReadEnd ReadBack::read(const Question& question) {
     auto end = ReadEnd::Silent;
     for (int i = 0; i < question.attempts; ++i) {

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] ReadEnd pwmTable(Bytes& bytes);   // 160 cells
     [[nodiscard]] ReadEnd miscBlock(Bytes& bytes);  // 9 bytes
     [[nodiscard]] ReadEnd cell(core::EepromAccess& eeprom, int address, std::uint8_t& byte);
+    // An answer has no checksum: one that differs from what was `sent` is asked for once more.
+    [[nodiscard]] ReadEnd cell(core::EepromAccess& eeprom, int address, std::uint8_t sent, std::uint8_t& byte);
 
     // Waits for the ECU's restart, since the ReadBack was made: Answered if it has come. A restart ends no later read
     // then.

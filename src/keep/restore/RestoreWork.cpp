@@ -17,8 +17,10 @@ struct Stopped : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-[[noreturn]] void stop(link::ReadEnd end) {
-    throw Stopped(std::string(link::wordsOf(end)));
+void require(link::ReadEnd end) {
+    if (end != link::ReadEnd::Answered) {
+        throw Stopped(std::string(link::wordsOf(end)));
+    }
 }
 
 std::string settings(std::size_t count) {
@@ -92,37 +94,26 @@ void RestoreWork::writeCell(const JournalCell& cell) {
 void RestoreWork::compare() {
     std::size_t done = 0;
     for (const auto& cell : journal_.cells) {
+        const auto wanted = journal_.wanted(cell);
         std::uint8_t byte = 0;
-        if (!agrees(cell, byte)) {
+        require(line_.cell(in_.eeprom, cell.address, wanted, byte));
+        if (byte != wanted) {
             ++differing_;
             differences_ += (differences_.empty() ? "" : "; ") + nameOf(cell.address) + " is " + std::to_string(byte) +
-                            ", not " + std::to_string(journal_.wanted(cell));
+                            ", not " + std::to_string(wanted);
         }
         show("read back", ++done, journal_.cells.size());
     }
 }
 
-// The answer has no checksum: one that differs is asked for again.
-bool RestoreWork::agrees(const JournalCell& cell, std::uint8_t& byte) {
-    byte = read(cell.address);
-    if (byte != journal_.wanted(cell)) {
-        byte = read(cell.address);
-    }
-    return byte == journal_.wanted(cell);
-}
-
 std::uint8_t RestoreWork::read(int address) {
     std::uint8_t byte = 0;
-    if (const auto end = line_.cell(in_.eeprom, address, byte); end != link::ReadEnd::Answered) {
-        stop(end);
-    }
+    require(line_.cell(in_.eeprom, address, byte));
     return byte;
 }
 
 void RestoreWork::requireLine() const {
-    if (const auto end = line_.interruption()) {
-        stop(*end);
-    }
+    require(line_.interruption().value_or(link::ReadEnd::Answered));
 }
 
 void RestoreWork::show(const char* what, std::size_t done, std::size_t total) {

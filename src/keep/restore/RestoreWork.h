@@ -51,7 +51,6 @@ private:
     [[nodiscard]] Cells remaining(bool isNew);
     void writeCell(const JournalCell& cell);
     void compare();
-    [[nodiscard]] bool agrees(const JournalCell& cell, std::uint8_t& byte);
     [[nodiscard]] std::uint8_t read(int address);
     void requireLine() const;
     void show(const char* what, std::size_t done, std::size_t total);

@@ -79,6 +79,10 @@ std::optional<UnsentOfMap> GridPane::unsentStatus() const {
     return UnsentOfMap{noun_.inside, unsentCells(paneWindow().context(), images_, mapGrid_.geometry)};
 }
 
+std::optional<StoreOfMap> GridPane::storeStatus() const {
+    return StoreOfMap{noun_.inside, (paneWindow().context().connection.ecuMaps.*images_.inEcu).store()};
+}
+
 void GridPane::loadPane(std::int32_t) {
     mapGrid_.place();
 }

@@ -38,6 +38,7 @@ public:
     [[nodiscard]] std::string cellStatus(int cell) override;
     [[nodiscard]] std::string blockStatus() const override;
     [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;
+    [[nodiscard]] std::optional<StoreOfMap> storeStatus() const override;
 
 protected:
     [[nodiscard]] virtual const MapDisplay& mapDisplay() const = 0;

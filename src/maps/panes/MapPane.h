@@ -34,10 +34,12 @@ public:
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
 
-    // In words a cell of its grid and the block that is selected in it; the cells that were not sent.
+    // In words a cell of its grid and the block that is selected in it; the cells that were not sent,
+    // and what has become of those that were.
     [[nodiscard]] virtual std::string cellStatus(int cell) { return static_cast<void>(cell), std::string(); }
     [[nodiscard]] virtual std::string blockStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }
+    [[nodiscard]] virtual std::optional<StoreOfMap> storeStatus() const { return {}; }
 
 protected:
     [[nodiscard]] PaneWindow& paneWindow() const { return window_; }

@@ -25,6 +25,7 @@ MapPane* paneOf(const PaneWindow& window, const controls::Control* focus) {
 MapStatus collected(const PaneWindow& window) {
     MapStatus status;
     std::vector<UnsentOfMap> maps;
+    std::vector<StoreOfMap> stores;
     const auto* const focus = window.activeControl();
     if (auto* const pane = paneOf(window, focus)) {
         status.cell = pane->cellStatus(*focus->index());
@@ -37,8 +38,12 @@ MapStatus collected(const PaneWindow& window) {
         if (const auto unsent = pane->unsentStatus()) {
             maps.push_back(*unsent);
         }
+        if (const auto store = pane->storeStatus()) {
+            stores.push_back(*store);
+        }
     }
     status.unsent = unsentWords(maps);
+    status.store = storeWords(stores);
     return status;
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "controls/PropertyTable.h"
+#include "fields/VerifyProperties.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/panes/MapStatus.h"
 #include "platform/Dialogs.h"
@@ -57,6 +58,7 @@ constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::store>>("StoreStatus"),
                                  controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 }  // namespace
@@ -106,7 +108,9 @@ void PaneWindow::initialReads() {
 }
 
 std::vector<std::span<const controls::PropertyInfo>> PaneWindow::propertyTables() const {
-    return controls::withTable<Window>(*this, kProperties);
+    auto tables = controls::withTable<Window>(*this, kProperties);
+    tables.emplace_back(fields::kVerifyProperties<PaneWindow>);
+    return tables;
 }
 
 void PaneWindow::sizeFonts(int screenWidth) {
