@@ -144,6 +144,7 @@ void Session::registerNames() {
     console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerSettings(names_, program_.frmMisc());
+    console::registerRestore(names_, program_.restoreRun());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

@@ -21,6 +21,7 @@ struct ProgramBench : ConsoleMachine {
         registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
         registerSettings(names, program->frmMisc());
+        registerRestore(names, program->restoreRun());
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);
                                    }});

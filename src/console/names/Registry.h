@@ -9,6 +9,7 @@
 #include "console/names/Names.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "keep/restore/RestoreRun.h"
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
@@ -31,6 +32,9 @@ void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& ta
 
 // The members of frmMisc that are no controls, and its procedure UpdateReadEE.
 void registerSettings(Names& names, settings::FrmMisc& window);
+
+// The members and procedures of the restore of settings.
+void registerRestore(Names& names, keep::RestoreRun& run);
 
 // The members and procedures of the log viewer's reader. `reader` is null while the viewer is closed: members are null
 // then, and procedures fail.

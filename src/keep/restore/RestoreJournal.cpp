@@ -151,9 +151,11 @@ std::string textOf(const EcuKind& kind) {
 }
 
 std::string encodeJournal(const RestoreJournal& journal) {
-    std::string text = bodyOf(journal);
-    const auto sum = sumText(text);
-    return text.append(kEnd).append(sum) += '\n';
+    return sealedJournal(bodyOf(journal));
+}
+
+std::string sealedJournal(std::string_view lines) {
+    return std::string(lines).append(kEnd).append(sumText(lines)) += '\n';
 }
 
 JournalFound decodeJournal(std::string_view bytes) {
@@ -162,7 +164,7 @@ JournalFound decodeJournal(std::string_view bytes) {
         return {{}, kDamaged};
     }
     const auto body = bytes.substr(0, bytes.size() - tail);
-    if (bytes.substr(body.size()) != std::string(kEnd) + sumText(body) + '\n') {
+    if (bytes != sealedJournal(body)) {
         return {{}, kDamaged};
     }
     const auto title = body.substr(0, body.find('\n'));
