@@ -44,6 +44,7 @@ QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, 
     row.setContentsMargins(0, 0, 0, 0);
     row.setSpacing(kSpacing);
     auto& line = child<LongLine>(&note);
+    line.setObjectName(QStringLiteral("verifyLine"));
     auto& again = makeAgainButton(report, window, binder, &note);
     row.addWidget(&line, 1);
     row.addWidget(&again);
