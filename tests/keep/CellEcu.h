@@ -30,6 +30,7 @@ public:
     std::uint8_t type = 11;
     bool mute = false;
     std::set<int> deaf;             // cells that take no write
+    std::optional<int> strayTo;     // the next write goes to this address
     int flips = 0;                  // so many answers to reads have a wrong value
     std::function<void()> onWrite;  // behind each write
     std::function<void()> onRead;   // before the answer
@@ -80,6 +81,7 @@ private:
         }
     }
     void write(int address, std::uint8_t byte) {
+        address = std::exchange(strayTo, std::nullopt).value_or(address);
         writes.push_back({address, byte, now_ / platform::kMicrosPerMilli});
         if (!deaf.contains(address)) {
             cells.at(static_cast<std::size_t>(address)) = byte;

@@ -191,6 +191,30 @@ TEST_F(RestoreRunTest, NamesEachCellThatDoesNotAgree) {
     EXPECT_EQ(inEcu(), old_);
 }
 
+TEST_F(RestoreRunTest, AWriteThatHitAnotherCellIsFoundAndTakenBack) {
+    for (const bool back : {false, true}) {
+        std::copy(old_.begin(), old_.end(), ecu_.cells.begin() + 600);
+        ecu_.cells[700] = 70;
+        Run run(&ecu_);
+        run.receiveFrame('T', {70, 0xBC, 0x02});  // 700
+        ecu_.strayTo = 700;
+        EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+        EXPECT_EQ(run.restore.Text.get(),
+                  "2 settings do not agree: address 600 is 10, not 11; address 700 is 11, not 70");
+        EXPECT_TRUE(back ? run.restore.goBack() : run.restore.goOn());
+        EXPECT_EQ(inEcu(), back ? old_ : new_);
+        EXPECT_EQ(ecu_.cells[700], 70);
+    }
+}
+
+TEST_F(RestoreRunTest, AnEcuThatFallsSilentStopsItAtThatCell) {
+    Run run(&ecu_);
+    ecu_.onWrite = [&] { ecu_.mute = ecu_.writes.size() == 2; };
+    EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+    EXPECT_EQ(run.restore.Text.get(), "Stopped: no answer. 1 of 4 settings written.");
+    EXPECT_EQ(ecu_.writes.size(), 2U);
+}
+
 TEST_F(RestoreRunTest, ACellThatHasANameIsCalledByIt) {
     ecu_.deaf = {1};
     Run run(&ecu_);

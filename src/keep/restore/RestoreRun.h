@@ -28,7 +28,8 @@ public:
     ~RestoreRun() override;
 
     // What runs or ran last, in words: "Restoring: 3 of 12 settings written", "Restored: 12 settings written and read
-    // back", "Stopped: the ECU restarted. 3 of 12 settings written". Each cell that does not agree is named.
+    // back", "Stopped: the ECU restarted. 3 of 12 settings written". Each cell that does not agree is named, also one
+    // that a damaged write has hit by mistake.
     controls::Property<std::string> Text{*this};
     // What a restore that was not completed has left, for the ECU that has just told its type; empty if nothing.
     controls::Property<std::string> Offer{*this};

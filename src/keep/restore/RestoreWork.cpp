@@ -1,5 +1,6 @@
 #include "keep/restore/RestoreWork.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -23,6 +24,10 @@ void require(link::ReadEnd end) {
     }
 }
 
+bool isBefore(const JournalCell& one, const JournalCell& other) {
+    return one.address < other.address;
+}
+
 std::string settings(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " setting" : " settings");
 }
@@ -31,11 +36,15 @@ std::string settings(std::size_t count) {
 
 RestoreWork::Outcome RestoreWork::run(RestoreJournal journal, bool isNew) {
     journal_ = std::move(journal);
+    told_ = in_.connection.ecuEeprom.cells();
     std::erase_if(journal_.cells,
                   [&](const JournalCell& cell) { return !isSetting(in_.tables.addresses, cell.address); });
     try {
         write(isNew);
         compare();
+        if (missed_) {
+            lookForStrays();
+        }
     } catch (const Stopped& end) {
         return {false, stoppedText(end.what())};
     }
@@ -80,30 +89,66 @@ RestoreWork::Cells RestoreWork::remaining(bool isNew) {
     return cells;
 }
 
-// A cell counts when the pause behind it is over. Where the journal can't be written any more, it still has every cell.
+// A cell counts when the ECU has told that it has it. Where the journal can't be written any more, it still has every
+// cell.
 void RestoreWork::writeCell(const JournalCell& cell) {
     requireLine();
     begun_ = true;
     in_.eeprom.writeCell(core::toInt16(cell.address), journal_.wanted(cell));
     in_.machine.pump.wait(kPause);
-    requireLine();
-    ++journal_.written;
-    static_cast<void>(file_.save(journal_));
+    if (reads(cell.address, journal_.wanted(cell)) == journal_.wanted(cell)) {
+        ++journal_.written;
+        static_cast<void>(file_.save(journal_));
+    } else {
+        missed_ = true;
+    }
 }
 
 void RestoreWork::compare() {
     std::size_t done = 0;
     for (const auto& cell : journal_.cells) {
         const auto wanted = journal_.wanted(cell);
-        std::uint8_t byte = 0;
-        require(line_.cell(in_.eeprom, cell.address, wanted, byte));
-        if (byte != wanted) {
-            ++differing_;
-            differences_ += (differences_.empty() ? "" : "; ") + nameOf(cell.address) + " is " + std::to_string(byte) +
-                            ", not " + std::to_string(wanted);
+        if (const auto byte = reads(cell.address, wanted); byte != wanted) {
+            addDifference(cell.address, byte, wanted);
         }
         show("read back", ++done, journal_.cells.size());
     }
+}
+
+void RestoreWork::addDifference(int address, std::uint8_t byte, std::uint8_t wanted) {
+    ++differing_;
+    differences_ += (differences_.empty() ? "" : "; ") + nameOf(address) + " is " + std::to_string(byte) + ", not " +
+                    std::to_string(wanted);
+}
+
+// A byte that was damaged on the line may have gone to another address. What the ECU had told of that one before joins
+// the journal, so that the next run writes it back, whichever way it goes.
+void RestoreWork::lookForStrays() {
+    auto cells = journal_.cells;
+    for (int address = 0; address <= kLastSetting; ++address) {
+        const auto& [byte, known] = told_.at(static_cast<std::size_t>(address));
+        if (known != link::Known::Told || !isSetting(in_.tables.addresses, address) || isInJournal(address)) {
+            continue;
+        }
+        if (const auto now = reads(address, byte); now != byte) {
+            addDifference(address, now, byte);
+            cells.push_back({address, byte, byte});
+        }
+    }
+    std::sort(cells.begin(), cells.end(), isBefore);
+    journal_.cells = std::move(cells);
+    static_cast<void>(file_.save(journal_));
+}
+
+bool RestoreWork::isInJournal(int address) const {
+    return std::any_of(journal_.cells.begin(), journal_.cells.end(),
+                       [address](const JournalCell& cell) { return cell.address == address; });
+}
+
+std::uint8_t RestoreWork::reads(int address, std::uint8_t expected) {
+    std::uint8_t byte = 0;
+    require(line_.cell(in_.eeprom, address, expected, byte));
+    return byte;
 }
 
 std::uint8_t RestoreWork::read(int address) {

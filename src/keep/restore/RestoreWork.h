@@ -51,7 +51,12 @@ private:
     [[nodiscard]] Cells remaining(bool isNew);
     void writeCell(const JournalCell& cell);
     void compare();
+    void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
+    void lookForStrays();
+    [[nodiscard]] bool isInJournal(int address) const;
     [[nodiscard]] std::uint8_t read(int address);
+    // As read(); an answer other than `expected` is asked for once more.
+    [[nodiscard]] std::uint8_t reads(int address, std::uint8_t expected);
     void requireLine() const;
     void show(const char* what, std::size_t done, std::size_t total);
     [[nodiscard]] std::string stoppedText(const std::string& why) const;
@@ -61,7 +66,9 @@ private:
     const JournalFile& file_;
     link::ReadBack& line_;
     RestoreJournal journal_;
-    bool begun_ = false;  // the first byte to be written may have gone out
+    link::EepromCells told_{};  // at the start
+    bool missed_ = false;       // a cell did not take its byte
+    bool begun_ = false;        // the first byte to be written may have gone out
     std::string differences_;
     int differing_ = 0;
 };
