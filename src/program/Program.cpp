@@ -21,7 +21,7 @@ constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
-constexpr auto kPointsFolder = "restore-points";
+constexpr auto kPointsFolder = "restore";
 
 }  // namespace
 

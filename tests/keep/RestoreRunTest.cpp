@@ -46,7 +46,7 @@ protected:
             pump.wait(1500);
         }
         [[nodiscard]] std::filesystem::path journal() const {
-            return folder / "restore-points" / "restore-11-3386.journal";
+            return folder / "restore" / "restore-11-3386.journal";
         }
         void writeJournal(const std::string& bytes) const {
             std::filesystem::create_directories(journal().parent_path());
@@ -175,7 +175,7 @@ TEST_F(RestoreRunTest, NothingIsWrittenToAnEcuThatDoesNotTellWhatItHas) {
 
 TEST_F(RestoreRunTest, NothingIsWrittenWithoutAJournal) {
     Run run(&ecu_);
-    static_cast<void>(run.folder.write("restore-points", "a file where the folder should be"));
+    static_cast<void>(run.folder.write("restore", "a file where the folder should be"));
     EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
     EXPECT_THAT(run.restore.Text.get(), StartsWith("Nothing was written: the journal can't be written: "));
     EXPECT_THAT(ecu_.writes, IsEmpty());
@@ -321,8 +321,8 @@ TEST_F(RestoreRunTest, AKillAtAnyCellLeavesTheWayToEither) {
         for (const bool back : {false, true}) {
             std::copy(cells.begin(), cells.end(), ecu_.cells.begin() + 600);
             support::VirtualProgram started(&ecu_);
-            std::filesystem::create_directories(started.folder / "restore-points");
-            std::ofstream(started.folder / "restore-points" / "restore-11-3386.journal") << journal;
+            std::filesystem::create_directories(started.folder / "restore");
+            std::ofstream(started.folder / "restore" / "restore-11-3386.journal") << journal;
             started.connect();
             started.pump.wait(1500);
             auto& restore = started.program.restoreRun();
