@@ -10,7 +10,7 @@
 #include "support/EcuDevice.h"
 #include "support/VirtualProgram.h"
 
-namespace korvane::program {
+namespace korvane::keep {
 namespace {
 
 using testing::ElementsAreArray;
@@ -94,11 +94,11 @@ protected:
 TEST_F(VerifiedWrites, TheChoiceIsRememberedAndOffAtFirst) {
     support::VirtualMachine machine;
     {
-        program::Program program(machine.machine);
+        korvane::program::Program program(machine.machine);
         EXPECT_FALSE(program.frmSarn2().verify.On);
         program.frmSarn2().verify.On = true;
     }
-    program::Program program(machine.machine);
+    korvane::program::Program program(machine.machine);
     EXPECT_TRUE(program.frmSarn2().verify.On);
 }
 
@@ -381,4 +381,4 @@ TEST_F(VerifiedWrites, WithoutTheChoiceNoSaveIsReadBack) {
 }
 
 }  // namespace
-}  // namespace korvane::program
+}  // namespace korvane::keep
