@@ -151,6 +151,7 @@ void Session::registerNames() {
     console::registerComparison(names_, [this](const keep::Source& left, const keep::Source& right) {
         program_.comparisons().open(left, right);
     });
+    console::registerRestore(names_, program_.restoreRun());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

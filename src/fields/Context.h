@@ -5,7 +5,9 @@
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
-#include "link/LinkState.h"
+#include "fields/Answers.h"
+#include "fields/VerifyReport.h"
+#include "link/ConnectionPanel.h"
 
 namespace korvane::fields {
 
@@ -16,6 +18,10 @@ struct Context {
     core::EepromAccess& eeprom;
     controls::Timer& poll;                 // of the live data
     link::LinkState* linkState = nullptr;  // is told of each read and save
+    Answers* answers = nullptr;            // is told of each value
+    // Where saves are read back if the tuner wants it, and what is told of that; both or none.
+    link::ConnectionPanel* connection = nullptr;
+    VerifyReport* verifyReport = nullptr;
 };
 
 }  // namespace korvane::fields

@@ -57,7 +57,10 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.ComboPort.GotFocus = [this] { showPortDevices(); };
     panel_.btnConnect.Click = [this] { btnConnect_Click(); };
     panel_.Command2.Click = [this] { panel_.MSComm1.Output(shortCommand(kRestartDevice)); };
-    panel_.Command3.Click = [this] { panel_.MSComm1.Output(kAskPwmTable); };
+    panel_.Command3.Click = [this] {
+        panel_.diversion.askedOrdinarily({kAskPwmTable});
+        panel_.MSComm1.Output(kAskPwmTable);
+    };
     panel_.Command4.Click = [this] {
         storesPwmTable();
         panel_.MSComm1.Output(kStorePwmTable);
@@ -142,6 +145,7 @@ void Connection::openPort() {
     panel_.ecuMaps.reconnected();
     panel_.ecuMisc.forget();
     panel_.ecuEeprom.forget();
+    panel_.ecuMaps.connected();
     panel_.isConnected = true;
     panel_.btnConnect.Caption = "Disconnect";
     panel_.TimerRequestData.Enabled = true;

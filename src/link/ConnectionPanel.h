@@ -16,6 +16,8 @@
 #include "link/KeepWindows.h"
 #include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
+#include "link/ReplyDiversion.h"
+#include "link/VerifySwitch.h"
 
 namespace korvane::link {
 
@@ -54,6 +56,8 @@ struct ConnectionPanel {
     std::array<std::string, 7> baudSettings;
     ReceiveMachine receiver;
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
+    ReplyDiversion diversion;  // of replies that act nowhere
+    VerifySwitch verify;       // whether sends are read back
     EcuMaps ecuMaps;
     EcuEeprom ecuEeprom;  // of this connection
     EcuMisc ecuMisc;

@@ -6,6 +6,7 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
 #include "maps/history/FrmHistory.h"
@@ -21,6 +22,7 @@ constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
+constexpr auto kPointsFolder = "restore";
 
 }  // namespace
 
@@ -30,6 +32,7 @@ Program::Program(platform::Machine& machine)
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
       keeper_({machine, tables_, frmSarn2_}),
+      restoreRun_({machine, tables_, frmSarn2_, eeprom_}, machine.folder / kPointsFolder),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
@@ -46,12 +49,15 @@ Program::Program(platform::Machine& machine)
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
-      restorePoints_(machine, mapContext_, keeper_, comparisons_),
+      restorePoints_(machine, mapContext_, keeper_, restoreRun_, comparisons_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
         frmSarn2_.ecuEeprom.sent(address, byte);
         frmSarn2_.ecuMaps.eepromHas(tables_.addresses, address, byte);
+    };
+    eeprom_.asked = [this](std::int32_t address) {
+        frmSarn2_.diversion.askedOrdinarily({link::kEepromByteFrame, address});
     };
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });

@@ -7,6 +7,7 @@
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 #include "keep/Keeper.h"
+#include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -67,6 +68,7 @@ public:
     [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
     [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
+    [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
 private:
     // The buttons of the main window that open the others.
@@ -88,6 +90,7 @@ private:
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
     keep::Keeper keeper_;
+    keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;

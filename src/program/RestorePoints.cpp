@@ -9,14 +9,15 @@
 namespace korvane::program {
 
 RestorePoints::RestorePoints(platform::Machine& machine, const maps::MapContext& maps, keep::Keeper& keeper,
-                             Comparisons& comparisons)
+                             keep::RestoreRun& run, Comparisons& comparisons)
     : machine_(machine),
       maps_(maps),
       comparisons_(comparisons),
       context_{
           .keeper = keeper,
           .toDesk = [this](const keep::Snapshot& point, const keep::RestoreChoice& choice) { toDesk(point, choice); },
-          .compare = [this](const std::string& name) { compare(name); }},
+          .compare = [this](const std::string& name) { compare(name); },
+          .run = run},
       shelf_(machine.pump) {
     if (maps.undo != nullptr) {
         context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };

@@ -14,7 +14,7 @@ namespace korvane::program {
 // One window at a time, made anew for each opening.
 class RestorePoints {
 public:
-    RestorePoints(platform::Machine& machine, const maps::MapContext& maps, keep::Keeper& keeper,
+    RestorePoints(platform::Machine& machine, const maps::MapContext& maps, keep::Keeper& keeper, keep::RestoreRun& run,
                   Comparisons& comparisons);
 
     void open();

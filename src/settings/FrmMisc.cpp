@@ -7,6 +7,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/files/SettingsFile.h"
+#include "fields/VerifyProperties.h"
 #include "link/Commands.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -45,13 +46,13 @@ std::string groupOf(const controls::CommandButton& button) {
 FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,
                  core::EepromAccess& eeprom)
     : MiscControls(machine),
-      context_{*this, tables, connection, eeprom},
+      context_{*this, tables, connection, eeprom, verifyReport_},
       report_(tables),
       fields_(tables, miscFields(*this, tables)),
       replies_(context_, fields_),
       fullRead_(context_),
       saver_(context_.fieldsContext(), fields_),
-      parameterTools_(*this, tables, eeprom) {
+      parameterTools_(*this, tables, eeprom, context_.fieldsContext()) {
     hideOnClose();
     fields_.watch(marks_, report_);
     for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {
@@ -75,6 +76,10 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
         TimerInitialGetData.Enabled = false;
         readAll();
     };
+}
+
+std::vector<std::span<const controls::PropertyInfo>> FrmMisc::propertyTables() const {
+    return controls::withTable<Window>(*this, fields::kVerifyProperties<FrmMisc>);
 }
 
 void FrmMisc::Form_Load() {

@@ -37,6 +37,14 @@ public:
     [[nodiscard]] fields::SaveReport& saveReport() { return report_; }
     // For comparisons: what each control holds, and what it is called.
     [[nodiscard]] fields::Fields& settings() { return fields_; }
+    // Whether saves are read back, and what came of it.
+    [[nodiscard]] link::VerifySwitch& verifySwitch() { return context_.connection.verify; }
+    [[nodiscard]] const link::VerifySwitch& verifySwitch() const { return context_.connection.verify; }
+    [[nodiscard]] fields::VerifyReport& verifyReport() { return verifyReport_; }
+    [[nodiscard]] const fields::VerifyReport& verifyReport() const { return verifyReport_; }
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
+
     // Not all twenty boxes of the lambda correction have been filled by the ECU.
     [[nodiscard]] bool awaitsLambda();
 
@@ -67,6 +75,7 @@ private:
     template <class Handler>
     void trapped(const std::string& text, Handler&& handler);
 
+    fields::VerifyReport verifyReport_;
     MiscContext context_;
     fields::BoxMarks marks_;
     fields::SaveReport report_;

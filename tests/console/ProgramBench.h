@@ -23,6 +23,7 @@ struct ProgramBench : ConsoleMachine {
         registerHistory(names, program->undo());
         registerRestorePoints(names, program->restorePoints().context(), [this] { program->restorePoints().open(); });
         registerSettings(names, program->frmMisc());
+        registerRestore(names, program->restoreRun());
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);
                                    }});

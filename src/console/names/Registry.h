@@ -11,6 +11,7 @@
 #include "core/tables/SharedTables.h"
 #include "keep/compare/Source.h"
 #include "keep/restore/RestoreContext.h"
+#include "keep/restore/RestoreRun.h"
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
@@ -37,6 +38,9 @@ void registerHistory(Names& names, maps::MapUndo& undo);
 
 // The members of frmMisc that are no controls, and its procedure UpdateReadEE.
 void registerSettings(Names& names, settings::FrmMisc& window);
+
+// The members and procedures of the restore of settings.
+void registerRestore(Names& names, keep::RestoreRun& run);
 
 // The members and procedures of the log viewer's reader. `reader` is null while the viewer is closed: members are null
 // then, and procedures fail.

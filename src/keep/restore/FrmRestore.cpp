@@ -48,9 +48,7 @@ FrmRestore::FrmRestore(platform::Machine& machine, const RestoreContext& context
 
 FrmRestore::~FrmRestore() {
     context_.keeper.removeObserver(*this);
-    if (context_.run != nullptr) {
-        context_.run->removeObserver(*this);
-    }
+    context_.run.removeObserver(*this);
 }
 
 void FrmRestore::connectControls() {
@@ -89,15 +87,12 @@ void FrmRestore::connectControls() {
 }
 
 void FrmRestore::connectRun() {
-    auto* const run = context_.run;
-    if (run == nullptr) {
-        return;
-    }
-    run->addObserver(*this);
-    btnStop.Click = [run] { run->stop(); };
-    btnGoOn.Click = [run] { run->goOn(); };
-    btnGoBack.Click = [run] { run->goBack(); };
-    btnForget.Click = [run] { run->forget(); };
+    auto& run = context_.run;
+    run.addObserver(*this);
+    btnStop.Click = [&run] { run.stop(); };
+    btnGoOn.Click = [&run] { run.goOn(); };
+    btnGoBack.Click = [&run] { run.goBack(); };
+    btnForget.Click = [&run] { run.forget(); };
 }
 
 void FrmRestore::Form_Load() {
@@ -172,13 +167,13 @@ void FrmRestore::showMaps(const Decoded<Snapshot>& point) {
         boxes.at(i)->Enabled =
             point.content && hasMap(point.content->ecu, map) && mapOf(*point.content, map, from).isKnown;
     }
-    chkSettings.Enabled = point.content && context_.run != nullptr;
+    chkSettings.Enabled = point.content.has_value();
 }
 
 void FrmRestore::showButtons() {
     const auto* const entry = lstPoints.chosen();
     const bool isWhole = entry != nullptr && entry->damage.empty();
-    const bool runs = context_.run != nullptr && context_.run->Running;
+    const bool runs = context_.run.Running;
     for (auto* button : {&btnCompare, &btnExportTune, &btnExportImage}) {
         button->Enabled = isWhole;
     }
@@ -189,15 +184,15 @@ void FrmRestore::showButtons() {
 }
 
 void FrmRestore::showRun() {
-    const auto* const run = context_.run;
-    const bool runs = run != nullptr && run->Running;
-    const bool offers = run != nullptr && !runs && !run->Offer.get().empty();
-    lblOffer.Caption = offers ? run->Offer.get() : std::string();
-    if (run != nullptr && !run->Text.get().empty()) {
-        lblState.Caption = run->Text.get();
-        prgRestore.Max = run->Total;
-        prgRestore.Value = run->Done;
+    const auto& run = context_.run;
+    const bool runs = run.Running;
+    const bool offers = !runs && !run.Offer.get().empty();
+    lblOffer.Caption = offers ? run.Offer.get() : std::string();
+    if (!run.Text.get().empty()) {
+        lblState.Caption = run.Text.get();
     }
+    prgRestore.Max = run.Total;
+    prgRestore.Value = run.Done;
     prgRestore.Visible = runs;
     btnStop.Visible = runs;
     for (auto* button : {&btnGoOn, &btnGoBack, &btnForget}) {

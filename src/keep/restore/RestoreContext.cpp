@@ -54,9 +54,9 @@ std::string restore(const RestoreContext& context, const std::string& name, cons
         context.toDesk(*point.content, choice);
         words = "In the working maps now: " + listOf(choice) + ". \"Send\" brings them to the ECU.";
     }
-    if (choice.settings && context.run != nullptr) {
-        context.run->restore(*point.content, name);
-        words += (words.empty() ? "" : " ") + context.run->Text.get();
+    if (choice.settings) {
+        context.run.restore(*point.content, name);
+        words += (words.empty() ? "" : " ") + context.run.Text.get();
     }
     return words;
 }

@@ -26,8 +26,7 @@ struct RestoreContext {
     std::function<void(const Snapshot& point, const RestoreChoice& choice)> toDesk;
     // Opens the comparison of a point with the ECU.
     std::function<void(const std::string& name)> compare;
-    // Null where no settings can be written.
-    RestoreRun* run = nullptr;
+    RestoreRun& run;
     // The keys of undo and redo: what came of it in words, nothing for another key.
     std::function<std::optional<std::string>(int keyCode, int shift)> walkBy = {};
 };

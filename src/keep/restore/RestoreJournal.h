@@ -51,6 +51,8 @@ struct RestoreJournal {
 };
 
 [[nodiscard]] std::string encodeJournal(const RestoreJournal& journal);
+// All lines of a journal but the last, with the last one, which has their checksum.
+[[nodiscard]] std::string sealedJournal(std::string_view lines);
 
 // Either the journal, or in plain words what is wrong with the bytes; both empty where there is no file. One that was
 // cut or changed at any byte is never taken for whole.

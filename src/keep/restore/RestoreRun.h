@@ -8,13 +8,11 @@
 #include <vector>
 
 #include "controls/Property.h"
-#include "core/EepromAccess.h"
-#include "core/tables/SharedTables.h"
 #include "keep/point/Snapshot.h"
 #include "keep/restore/RestoreJournal.h"
-#include "link/ConnectionPanel.h"
+#include "keep/restore/RestoreWork.h"
+#include "keep/restore/SettingCells.h"
 #include "link/FrameWitness.h"
-#include "platform/Machine.h"
 
 namespace korvane::keep {
 
@@ -23,18 +21,15 @@ namespace korvane::keep {
 // "running", "done" and "total".
 class RestoreRun : public controls::Object, private link::FrameWitness, private controls::Observer {
 public:
-    // All of it outlives the run. Journals are in `folder`, beside the points.
-    struct Surroundings {
-        platform::Machine& machine;
-        core::SharedTables& tables;
-        link::ConnectionPanel& connection;
-        core::EepromAccess& eeprom;
-    };
+    using Surroundings = RestoreSurroundings;
+
+    // Journals are in `folder`, beside the points.
     RestoreRun(const Surroundings& surroundings, std::filesystem::path folder);
     ~RestoreRun() override;
 
     // What runs or ran last, in words: "Restoring: 3 of 12 settings written", "Restored: 12 settings written and read
-    // back", "Stopped: the ECU restarted. 3 of 12 settings written". Each cell that does not agree is named.
+    // back", "Stopped: the ECU restarted. 3 of 12 settings written". Each cell that does not agree is named, also one
+    // that a damaged write has hit by mistake.
     controls::Property<std::string> Text{*this};
     // What a restore that was not completed has left, for the ECU that has just told its type; empty if nothing.
     controls::Property<std::string> Offer{*this};
@@ -43,15 +38,8 @@ public:
 
     // Why the point can't be restored now, in a sentence; empty if it can.
     [[nodiscard]] std::string refusal(const Snapshot& point) const;
-    // The settings that the ECU has otherwise than the point, or that are not known of it, in rising order.
-    struct Change {
-        int address;
-        std::optional<std::uint8_t> now;
-        std::uint8_t point;
-
-        friend bool operator==(const Change&, const Change&) = default;
-    };
-    [[nodiscard]] std::vector<Change> changes(const Snapshot& point) const;
+    // What a restore would have to write, as far as is known without asking.
+    [[nodiscard]] std::vector<SettingChange> changes(const Snapshot& point) const;
 
     // These return when all is over, and events run meanwhile; true if every cell was read back as it should be. A
     // refusal is the text then. `pointName` is the name of the point's file. What the ECU has is read first: of a cell
@@ -72,6 +60,12 @@ public:
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
 private:
+    [[nodiscard]] std::string refusalNow() const;
+    bool resume(RestoreJournal::Goal goal);
+    bool run(RestoreJournal journal, bool isNew);
+    // What the journal of this ECU offers.
+    void look();
+
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
     void propertyChanged(controls::Object& object, const void* property) override;
 
@@ -79,6 +73,7 @@ private:
     JournalFile file_;
     std::optional<EcuKind> ecu_;  // that has told its type in this connection
     std::optional<RestoreJournal> interrupted_;
+    bool stopped_ = false;
 };
 
 }  // namespace korvane::keep

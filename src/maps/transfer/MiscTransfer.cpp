@@ -7,6 +7,7 @@
 #include "core/Numbers.h"
 #include "link/Commands.h"
 #include "maps/panes/MiscPane.h"
+#include "maps/transfer/MapVerification.h"
 
 namespace korvane::maps {
 
@@ -43,24 +44,33 @@ void MiscReply::take(bool skipTimer, const std::function<void()>& show) const {
     line.startPoll();
 }
 
-MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving)
-    : pane_(pane), line_(line), context_(context), receiving_(receiving) {}
+MiscTransfer::MiscTransfer(MiscPane& pane, PaneWindow& window, const char* receiving)
+    : pane_(pane), window_(window), line_(window.line()), context_(window.context()), receiving_(receiving) {}
 
 void MiscTransfer::save() {
-    line_.trapped([this] {
+    Sent sent;
+    if (!window_.verifySwitch().On) {
+        return saveTrapped(sent);
+    }
+    MapVerification verification(window_, "Misc", [this] { save(); });
+    saveTrapped(sent);
+    verification.misc(sent);
+}
+
+void MiscTransfer::saveTrapped(Sent& sent) {
+    line_.trapped([&] {
         context_.eeprom.announceStore("misc block");
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
         line_.stopPoll();
         line_.wait(kPause);
-        sendBlock();
+        sendBlock(sent);
         line_.wait(kPause);
         line_.startPoll();
     });
 }
 
-void MiscTransfer::sendBlock() {
+void MiscTransfer::sendBlock(Sent& sent) {
     const std::int32_t enabled = enableWord();
-    std::vector<std::uint8_t> sent;
     line_.send({link::kSendMiscBlock});
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())), sent);
     sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())), sent);
@@ -72,18 +82,18 @@ void MiscTransfer::sendBlock() {
     note(sent);
 }
 
-void MiscTransfer::sendWord(std::int32_t value, std::vector<std::uint8_t>& sent) {
+void MiscTransfer::sendWord(std::int32_t value, Sent& sent) {
     line_.send({core::lowByte(value), core::highByte(value)});
     sent.insert(sent.end(), {core::lowByte(value), core::highByte(value)});
 }
 
-void MiscTransfer::sendByte(std::uint8_t value, std::vector<std::uint8_t>& sent) {
+void MiscTransfer::sendByte(std::uint8_t value, Sent& sent) {
     line_.send({value});
     sent.push_back(value);
 }
 
 // The ECU keeps the block in the cells that are named for its values, in the same order.
-void MiscTransfer::note(const std::vector<std::uint8_t>& sent) {
+void MiscTransfer::note(const Sent& sent) {
     link::MiscBytes block{};
     if (!line_.isOpen() || sent.size() != block.size()) {
         return;

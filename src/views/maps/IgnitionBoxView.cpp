@@ -57,7 +57,7 @@ IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock
     auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeMapBar({window, window, window}, *this, &content()));
+    rows.addWidget(&makeMapBar({window, window, window, nullptr, &window.answers}, *this, &content()));
     auto& columns = makeLayout<QHBoxLayout>();
     columns.addLayout(&makeLeft(), 1);
     columns.addLayout(&makeRight());
@@ -89,6 +89,7 @@ QLayout& IgnitionBoxView::makeRight() {
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
     transfer.addButtons(maps_.btnReadIgn, 'i', maps_.btnWriteIgn, 'g');
     transfer.addButtons(maps_.btnReadMisc, 'm', maps_.btnSaveMisc, 'c');
+    transfer.addVerifyBox(maps_.verifySwitch(), 0);
     right.addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     live.addBox(maps_.chkOnlineChanges, 'e', 0);

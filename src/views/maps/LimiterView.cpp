@@ -6,7 +6,9 @@
 #include <array>
 
 #include "views/frame/StatusLine.h"
+#include "views/frame/VerifyPart.h"
 #include "views/maps/BoxParts.h"
+#include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 
@@ -54,11 +56,19 @@ Card& LimiterView::makeBar() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&card);
     row.setSpacing(kSpacing);
-    row.addWidget(
-        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card),
-        1);
+    auto& state = child<QVBoxLayout>(kNobody);
+    state.setSpacing(0);
+    state.addWidget(
+        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card));
+    auto& heard = child<QHBoxLayout>(kNobody);
+    heard.setSpacing(kSpacing);
+    heard.addWidget(&makeAnswersNote(window_.answers, binder(), &card), 1);
+    heard.addWidget(&makeVerifyNote(window_.verifyReport(), window_, binder(), &card), 2);
+    state.addLayout(&heard);
+    row.addLayout(&state, 1);
     row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
     row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
+    row.addWidget(&makeVerifyBox(window_.verifySwitch(), binder(), &card));
     row.addWidget(&makeCommand(window_.btnHelp, 'o', binder(), &card));
     card.fitMargins();
     return card;

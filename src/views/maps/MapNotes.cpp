@@ -16,21 +16,45 @@ constexpr double kFailureShare = 0.3;   // of the text's colour in the red
 constexpr double kPlateShare = 0.12;
 constexpr int kMargin = 6;
 
+struct NoteWords {
+    const char* name;
+    const char* spoken;
+    const char* toolTip;
+    const char* longest;
+};
+
+// The text of a model of answers, red where they have failed.
+template <class Model>
+QWidget& makeNote(Model& model, const NoteWords& words, Binder& binder, QWidget* parent) {
+    auto& note = child<Readout>(parent);
+    note.setObjectName(QLatin1String(words.name));
+    note.setToolTip(QLatin1String(words.toolTip));
+    note.setReserve(QLatin1String(words.longest));
+    note.setAccessibleName(QLatin1String(words.spoken));
+    ObjectPart::bind(binder, {&model}, [&model, &note, parent] {
+        const QPalette around = parent->palette();
+        setOwnColor(note, QPalette::WindowText,
+                    model.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
+        note.setText(QString::fromStdString(model.Text));
+    });
+    return note;
+}
+
 }  // namespace
 
 QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
-    auto& note = child<Readout>(parent);
-    note.setObjectName(QStringLiteral("transferNote"));
-    note.setToolTip(QStringLiteral("What the ECU was heard to answer to the last transfer"));
-    note.setReserve(QStringLiteral("Fuel: only the first half acknowledged"));
-    ObjectPart::bind(binder, {&watch}, [&watch, &note, parent] {
-        const QPalette around = parent->palette();
-        setOwnColor(note, QPalette::WindowText,
-                    watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
-        note.setAccessibleName(QStringLiteral("Answer of the ECU"));
-        note.setText(QString::fromStdString(watch.Text));
-    });
-    return note;
+    return makeNote(watch,
+                    {"transferNote", "Answer of the ECU", "What the ECU was heard to answer to the last transfer",
+                     "Fuel: only the first half acknowledged"},
+                    binder, parent);
+}
+
+QWidget& makeAnswersNote(fields::Answers& answers, Binder& binder, QWidget* parent) {
+    return makeNote(answers,
+                    {"answersNote", "Answer of the ECU to parameters",
+                     "What the ECU was heard to answer to the last read or save of parameters",
+                     "Parameters: sent, the ECU does not confirm it"},
+                    binder, parent);
 }
 
 QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <memory>
 
+#include "fields/Answers.h"
 #include "maps/panes/AnalyserPane.h"
 #include "maps/panes/FilePane.h"
 #include "maps/panes/MiscPane.h"
@@ -41,6 +42,7 @@ struct MapBar {
     maps::FilePane& files;
     maps::ToolPane& tools;
     controls::CommandButton* injScale = nullptr;
+    fields::Answers* answers = nullptr;  // where the window has parameters
 };
 QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent);
 
@@ -67,6 +69,7 @@ public:
                     char rightMnemonic);
     void addBox(controls::CheckBox& box, char mnemonic, int column);
     void addWideBox(controls::CheckBox& box, char mnemonic);
+    void addVerifyBox(link::VerifySwitch& choice, int column);
 
 private:
     QWidget& make(controls::CheckBox& box, char mnemonic);

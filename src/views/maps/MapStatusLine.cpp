@@ -11,6 +11,7 @@
 #include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/values/LongLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -18,7 +19,9 @@ namespace korvane::views {
 namespace {
 
 constexpr int kGap = 14;
-constexpr int kMargin = 1;       // above and below; the grids need the height
+constexpr int kMargin = 1;     // above and below; the grids need the height
+constexpr int kCellShare = 3;  // of the width that is free
+constexpr int kStoreShare = 2;
 constexpr double kScale = 0.92;  // of the usual text
 constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 160 ignition";
 
@@ -37,12 +40,14 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
     return objects;
 }
 
-void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
-    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
+void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLine& store, Readout& unsent) {
+    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
         const auto status = maps::statusOf(window);
         const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
         cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
+        store.setWords(QString::fromStdString(status.store));
+        store.setVisible(!status.store.empty());
         unsent.setText(QString::fromStdString(status.unsent));
     });
 }
@@ -102,14 +107,18 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     auto& row = child<QHBoxLayout>(&line);
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
+    auto& store = child<LongLine>(&line);
+    store.setObjectName(QStringLiteral("storeStatus"));
+    store.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
     unsent.setReserve(QLatin1String(kLongestUnsent));
-    row.addWidget(&cell, 1);
+    row.addWidget(&cell, kCellShare);
+    row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);
     addOpeners(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
-    bindStatus(window, binder, cell, unsent);
+    bindStatus(window, binder, cell, store, unsent);
     row.setContentsMargins(Card::kPadding, kMargin, Card::kPadding, kMargin);
     return line;
 }
