@@ -81,10 +81,10 @@ TEST_F(FrmRestoreTest, SaysHowManyCellsDiffer) {
     auto& form = open();
     EXPECT_EQ(form.lstPoints.differsText(0), "unknown");
     connect();
-    receiveFrame('T', {11, 0, 11 * 5});
+    receiveFrame('T', {11 * 5, 11, 0});
     pump.wait(600);
     EXPECT_EQ(form.lstPoints.differsText(0), "0");
-    receiveFrame('T', {12, 0, 1});
+    receiveFrame('T', {1, 12, 0});
     pump.wait(600);
     EXPECT_EQ(form.lstPoints.differsText(0), "1");
     tables.SWType = 13;

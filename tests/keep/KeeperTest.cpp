@@ -27,7 +27,7 @@ struct KeeperTest : testing::Test, support::VirtualProgram {
         readIgnition();
         readPwm();
     }
-    void readCell(std::uint8_t address, std::uint8_t byte) { receiveFrame('T', {address, 0, byte}); }
+    void readCell(std::uint8_t address, std::uint8_t byte) { receiveFrame('T', {byte, address, 0}); }
     void connectAgain() {
         program.disconnect();
         pump.wait(2000);
