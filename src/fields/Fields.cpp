@@ -96,6 +96,11 @@ std::string labelOf(const Field& field, int cell) {
     return control != nullptr ? control->label() : std::string();
 }
 
+std::string titleOf(const Field& field, int cell) {
+    const auto* const box = boxOf(field, cell);
+    return box != nullptr ? titleOf(box->container()) : std::string();
+}
+
 Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(tables), rows_(std::move(rows)) {
     for (const Field& field : rows_) {
         for (int cell = 0; field.stepping && cell < cells(field); ++cell) {
@@ -184,7 +189,10 @@ void Fields::show(const Field& field, std::int32_t value, int cell) {
                    [&](const Boxes&) { showBox(field, value, cell); },
                    [&](const Lists& lists) { choose(lists, value); },
                    [&](const Caption& label) { label.get().Caption = core::numberText(value).view(); },
-                   [&](const Own& own) { own.show(value); },
+                   [&](const Own& own) {
+                       own.show(value);
+                       shownOptions_.insert(&field);
+                   },
                },
                field.control);
 }
@@ -200,6 +208,72 @@ void Fields::showBox(const Field& field, std::int32_t value, int cell) {
         value = checked(tables_.EEImage, addr) + kByteValues * checked(tables_.EEImage, addr + 1);
     }
     box.Text = core::numberText(field.codec.shown(value, tables_)).view();
+}
+
+int Fields::addressOf(const Field& field, int cell) const {
+    return tables_.addresses.*field.first + cell * bytesOf(field);
+}
+
+bool Fields::holds(const Field& field, int cell) const {
+    if (const auto* const lists = std::get_if<Lists>(&field.control)) {
+        return lists->low->ListIndex >= 0 && (lists->high == nullptr || lists->high->ListIndex >= 0);
+    }
+    const auto* const box = boxOf(field, cell);
+    return box != nullptr ? !box->Text.get().empty() : shownOptions_.contains(&field);
+}
+
+std::optional<std::int32_t> Fields::heldBy(const Field& field, int cell) const {
+    try {
+        return holds(field, cell) ? std::optional(stored(field, cell)) : std::nullopt;
+    } catch (const platform::RuntimeError&) {
+        return {};
+    }
+}
+
+std::vector<Fields::Held> Fields::held() const {
+    std::vector<Held> all;
+    for (const Field& field : rows_) {
+        for (int cell = 0; stores(field) && cell < cells(field); ++cell) {
+            if (const auto value = heldBy(field, cell)) {
+                all.push_back({addressOf(field, cell), *value, field.codec.width != Width::Byte});
+            }
+        }
+    }
+    return all;
+}
+
+bool Fields::put(std::int32_t value, int addr) {
+    for (const Field& field : rows_) {
+        const int distance = addr - addressOf(field, 0);
+        const int bytes = bytesOf(field);
+        const bool isHere = distance >= 0 && distance % bytes == 0 && distance / bytes < cells(field);
+        const auto* const own = std::get_if<Own>(&field.control);
+        if (isHere && stores(field) && (own == nullptr || own->show)) {
+            putInto(field, value, distance / bytes);
+            return true;
+        }
+    }
+    return false;
+}
+
+// A box of two bytes is shown from the image, which a value that is only put there must not change.
+void Fields::putInto(const Field& field, std::int32_t value, int cell) {
+    if (std::holds_alternative<Boxes>(field.control) && !field.stepping) {
+        boxOf(field, cell)->Text = core::numberText(field.codec.shown(value, tables_)).view();
+    } else {
+        show(field, value, cell);
+    }
+}
+
+std::vector<Fields::Called> Fields::called() const {
+    std::vector<Called> all;
+    for (const Field& field : rows_) {
+        for (int cell = 0; cell < cells(field); ++cell) {
+            all.push_back(
+                {addressOf(field, cell), addressOf(field, 0), field.codec, titleOf(field, cell), labelOf(field, cell)});
+        }
+    }
+    return all;
 }
 
 int Fields::cells(const Field& field) {

@@ -56,6 +56,11 @@ private:
 
     void takeFuel(Payload payload, std::size_t first);
     void takeIgnition(Payload payload, std::size_t first);
+    // What the program asked for past its windows.
+    void note(std::uint8_t cmd, Payload payload);
+    void noteMisc(Payload payload);
+    void noteEepromByte(std::uint8_t value, int address);
+
     MapWindow* replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();

@@ -6,6 +6,8 @@
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
+#include "keep/Keeper.h"
+#include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -18,9 +20,11 @@
 #include "maps/history/MapUndo.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/Comparisons.h"
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -60,12 +64,17 @@ public:
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
+    [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
+    [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
+    [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
 private:
     // The buttons of the main window that open the others.
     void connectButtons();
     void connectHistory();
+    void connectKeeper();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
@@ -80,6 +89,8 @@ private:
     link::Windows windows_;
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
+    keep::Keeper keeper_;
+    keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;
@@ -95,6 +106,8 @@ private:
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
+    Comparisons comparisons_;
+    RestorePoints restorePoints_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

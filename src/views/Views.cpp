@@ -7,6 +7,8 @@
 #include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
+#include "views/keep/CompareView.h"
+#include "views/keep/RestoreView.h"
 #include "views/maps/HistoryView.h"
 #include "views/maps/IgnitionBoxView.h"
 #include "views/maps/InjScaleView.h"
@@ -34,6 +36,8 @@ void addViews(ViewHost& host) {
     host.add<MiscView, settings::FrmMisc>("frmMisc");
     host.add<BigTextView, live::FrmBigText>("frmBigText");
     host.add<MeterView, live::FrmMeter>("frmMeter");
+    host.add<RestoreView, keep::FrmRestore>("frmRestore");
+    host.add<CompareView, keep::FrmCompare>("frmCompare");
     host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 

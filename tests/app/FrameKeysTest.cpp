@@ -75,6 +75,8 @@ struct EveryWindow : FrameKeysTest {
         }
         program.frm3Dmap().show();
         program.undo().showList();
+        window.keepWindows.compare();
+        window.keepWindows.restore();
         for (auto* each : windows.loaded()) {
             if (auto* const form = dynamic_cast<maps::MapForm*>(each)) {
                 form->btnInjScale.press();

@@ -21,7 +21,9 @@ struct ProgramBench : ConsoleMachine {
         registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
         registerHistory(names, program->undo());
+        registerRestorePoints(names, program->restorePoints().context(), [this] { program->restorePoints().open(); });
         registerSettings(names, program->frmMisc());
+        registerRestore(names, program->restoreRun());
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);
                                    }});

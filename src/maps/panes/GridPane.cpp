@@ -91,6 +91,10 @@ void GridPane::showWorkingMap(core::EditedMap map) {
     }
 }
 
+std::optional<StoreOfMap> GridPane::storeStatus() const {
+    return StoreOfMap{noun_.inside, (paneWindow().context().connection.ecuMaps.*images_.inEcu).store()};
+}
+
 void GridPane::loadPane(std::int32_t) {
     mapGrid_.place();
 }

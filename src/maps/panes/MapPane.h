@@ -37,10 +37,12 @@ public:
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
 
-    // In words a cell of its grid and the block that is selected in it; the cells that were not sent.
+    // In words a cell of its grid and the block that is selected in it; the cells that were not sent,
+    // and what has become of those that were.
     [[nodiscard]] virtual std::string cellStatus(int cell) { return static_cast<void>(cell), std::string(); }
     [[nodiscard]] virtual std::string blockStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }
+    [[nodiscard]] virtual std::optional<StoreOfMap> storeStatus() const { return {}; }
 
     // The map that it edits, and the cells of it that an order is about while this cell has the focus: the selected
     // block, or the cell. Nothing for a pane without such a map.

@@ -11,6 +11,7 @@ namespace {
 MapStatus collected(const PaneWindow& window) {
     MapStatus status;
     std::vector<UnsentOfMap> maps;
+    std::vector<StoreOfMap> stores;
     if (auto* const pane = window.paneWithFocus()) {
         status.cell = pane->cellStatus(*window.activeControl()->index());
         status.block = pane->blockStatus();
@@ -22,8 +23,12 @@ MapStatus collected(const PaneWindow& window) {
         if (const auto unsent = pane->unsentStatus()) {
             maps.push_back(*unsent);
         }
+        if (const auto store = pane->storeStatus()) {
+            stores.push_back(*store);
+        }
     }
     status.unsent = unsentWords(maps);
+    status.store = storeWords(stores);
     return status;
 }
 

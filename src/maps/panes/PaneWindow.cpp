@@ -4,6 +4,7 @@
 #include <array>
 
 #include "controls/PropertyTable.h"
+#include "fields/VerifyProperties.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
@@ -64,6 +65,7 @@ constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
                                  controls::readOnlyProperty<&historyNote>("HistoryNote"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::store>>("StoreStatus"),
                                  controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 }  // namespace
@@ -122,7 +124,8 @@ void PaneWindow::afterChange(const void* property) {
 }
 
 bool PaneWindow::takesKey(int keyCode, int shift) {
-    return context_.undo != nullptr && context_.undo->takesKey(*this, keyCode, shift);
+    return (context_.undo != nullptr && context_.undo->takesKey(*this, keyCode, shift)) ||
+           context_.connection.keepWindows.takesKey(keyCode, shift);
 }
 
 MapPane* PaneWindow::paneWithFocus() const {
@@ -165,7 +168,9 @@ void PaneWindow::initialReads() {
 }
 
 std::vector<std::span<const controls::PropertyInfo>> PaneWindow::propertyTables() const {
-    return controls::withTable<Window>(*this, kProperties);
+    auto tables = controls::withTable<Window>(*this, kProperties);
+    tables.emplace_back(fields::kVerifyProperties<PaneWindow>);
+    return tables;
 }
 
 void PaneWindow::sizeFonts(int screenWidth) {

@@ -11,6 +11,7 @@
 #include "controls/Controls.h"
 #include "controls/Timer.h"
 #include "controls/Window.h"
+#include "fields/VerifyReport.h"
 #include "link/Windows.h"
 #include "maps/grid/GridLook.h"
 #include "maps/grid/MapGeometry.h"
@@ -49,6 +50,12 @@ public:
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
 
+    // Whether sends are read back, and what came of it.
+    [[nodiscard]] link::VerifySwitch& verifySwitch() { return context_.connection.verify; }
+    [[nodiscard]] const link::VerifySwitch& verifySwitch() const { return context_.connection.verify; }
+    [[nodiscard]] fields::VerifyReport& verifyReport() { return verifyReport_; }
+    [[nodiscard]] const fields::VerifyReport& verifyReport() const { return verifyReport_; }
+
     LiveStrip liveStrip;
     SizeNote sizeNote;
     // Brings both up to date.
@@ -72,8 +79,8 @@ public:
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
 
-    // Beside those of all windows, how the grids look, what the status line says, HistoryNote, and TransferResult, the
-    // text of line().watch().
+    // Beside those of all windows, how the grids look, what the status line says, HistoryNote, TransferResult, the text
+    // of line().watch(), and the verification of sends.
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
 protected:
@@ -101,6 +108,7 @@ private:
 
     const MapContext& context_;
     MapLine line_;
+    fields::VerifyReport verifyReport_;
     std::vector<MapPane*> panes_;
 };
 

@@ -8,6 +8,7 @@
 #include "live/MainHints.h"
 #include "maps/notes/UnsentQuestion.h"
 #include "platform/Machine.h"
+#include "views/dashboard/KeepLine.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -52,6 +53,7 @@ void MainView::build(live::FrmSarn2& window) {
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addWidget(&makeConnectionBar(window, binder(), inside));
+    rows.addWidget(&makeKeepLine(window.keepNotice, binder(), inside));
     auto& columns = child<QHBoxLayout>(kNobody);
     columns.setSpacing(kSpacing);
     rows.addLayout(&columns, 1);

@@ -44,6 +44,16 @@ constexpr std::array<KeyHelp, 2> kLogKeys{{
     {"Left, Right", "move the mark, with the focus on the plot"},
 }};
 
+constexpr std::array<KeyHelp, 2> kCompareKeys{{
+    {"Arrow keys", "move from cell to cell, or from setting to setting"},
+    {"Ctrl+Z, Ctrl+Y", "undo and redo changes of the working maps"},
+}};
+
+constexpr std::array<KeyHelp, 2> kRestoreKeys{{
+    {"Up, Down", "pick the point above or below, with the focus on the list"},
+    {"Ctrl+Z, Ctrl+Y", "undo and redo changes of the working maps"},
+}};
+
 constexpr std::array<std::string_view, 4> kMapReads{"btnReadMisc", "btnReadFuel", "btnReadIgn", "btnReadPWM"};
 constexpr std::array<std::string_view, 5> kBoxReads{"btnReadMisc", "btnReadIgn", "btnreadign_2", "btnReadLaunch",
                                                     "btnReadIdleAdv"};
@@ -120,6 +130,25 @@ constexpr std::array kGuides{
                 "reads again: asks the ECU for all settings, which takes twenty seconds. What you have typed and not "
                 "saved is replaced",
                 kSettingsKeys},
+    WindowGuide{
+        "frmRestore",
+        "Palautuspisteet",
+        "What was known of an ECU at earlier moments: each is a file, and none is removed by itself. Maps come "
+        "back into the working maps, from where they are sent as ever; settings are written to the ECU and read "
+        "back.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kRestoreKeys},
+    WindowGuide{
+        "frmCompare",
+        "Vertailu",
+        "What differs between two of: the ECU, the working maps, a tune file, an EEPROM image, a restore point. "
+        "Nothing is sent. What is copied goes into the working maps, and a setting into its box.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kCompareKeys},
     WindowGuide{"frmBigText",
                 "",
                 "One channel in figures as large as the window, red above the channel's limit if \"Alarms\" is ticked.",

@@ -11,8 +11,10 @@
 #include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/values/LongLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -20,7 +22,9 @@ namespace korvane::views {
 namespace {
 
 constexpr int kGap = 14;
-constexpr int kMargin = 1;       // above and below; the grids need the height
+constexpr int kMargin = 1;     // above and below; the grids need the height
+constexpr int kCellShare = 3;  // of the width that is free
+constexpr int kStoreShare = 2;
 constexpr double kScale = 0.92;  // of the usual text
 constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 160 ignition";
 
@@ -39,12 +43,14 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
     return objects;
 }
 
-void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
-    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
+void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLine& store, Readout& unsent) {
+    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
         const auto status = maps::statusOf(window);
         const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
         cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
+        store.setWords(QString::fromStdString(status.store));
+        store.setVisible(!status.store.empty());
         unsent.setReserve(status.unsent.empty() ? QString() : QString::fromLatin1(kLongestUnsent));
         unsent.setText(QString::fromStdString(status.unsent));
     });
@@ -110,6 +116,18 @@ void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row
     row.addWidget(&button);
 }
 
+// The windows that are opened from here; a button is absent where there is no such window.
+void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    addHistoryButton(window, binder, row, parent);
+    const auto& keep = window.context().connection.keepWindows;
+    if (keep.compare) {
+        row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+    }
+    if (keep.restore) {
+        row.addWidget(&makeOpenButton(kRestoreButton, binder, parent, keep.restore));
+    }
+}
+
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
     auto& readout =
         child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
@@ -126,15 +144,19 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     auto& row = child<QHBoxLayout>(&line);
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
+    auto& store = child<LongLine>(&line);
+    store.setObjectName(QStringLiteral("storeStatus"));
+    store.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
     // However long it is, it does not make the window wider.
     cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    row.addWidget(&cell, 1);
+    row.addWidget(&cell, kCellShare);
+    row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);
-    addHistoryButton(window, binder, row, &line);
+    addOpeners(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
-    bindStatus(window, binder, cell, unsent);
+    bindStatus(window, binder, cell, store, unsent);
     row.setContentsMargins(Card::kPadding, kMargin, Card::kPadding, kMargin);
     return line;
 }

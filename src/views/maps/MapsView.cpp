@@ -146,7 +146,8 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
     addTransfers(transfer);
     transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
-    transfer.addWideBox(window.chkShowPwm, 'b');
+    transfer.addBox(window.chkShowPwm, 'b', 0);
+    transfer.addVerifyBox(window.verifySwitch(), 1);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);
@@ -204,6 +205,7 @@ void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     addTransfers(transfer);
     transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
+    transfer.addVerifyBox(window.verifySwitch(), 0);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);
