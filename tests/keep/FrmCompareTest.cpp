@@ -319,7 +319,7 @@ TEST_F(FrmCompareTest, IsExportedAsText) {
     program_.dialogs.answerFile((program_.folder / "diff.txt").string());
     window.btnExport.press();
     const auto text = program_.folder.read("diff.txt");
-    EXPECT_THAT(text, HasSubstr("Left:  ECU\r\n"));
+    EXPECT_THAT(text, HasSubstr("Left:  ECU (No setting has been read yet.)\r\n"));
     EXPECT_THAT(text, HasSubstr("Fuel: 1 of 160 cells differ"));
     EXPECT_THAT(summary(), HasSubstr("Exported to"));
 }

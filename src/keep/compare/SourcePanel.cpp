@@ -169,6 +169,7 @@ void SourcePanel::refresh(const Snapshot& now) {
 
 void SourcePanel::tell() {
     words.Caption = !side_ ? failure_ : side_->note;
+    words.Visible = !words.Caption.get().empty();
 }
 
 }  // namespace korvane::keep
