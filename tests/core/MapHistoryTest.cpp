@@ -109,6 +109,15 @@ TEST_F(MapHistoryTest, ACommandBehindAnUndoIsNotCountedWithTheStepBefore) {
     EXPECT_THAT(words(), ElementsAre("Fuel: cell 18 from 90 to 91", "Fuel: cell 18 from 91 to 92"));
 }
 
+TEST_F(MapHistoryTest, ACommandBehindARedoIsNotCountedWithTheStepBefore) {
+    readFuel(90);
+    press(17);
+    static_cast<void>(history_.goTo(0));
+    static_cast<void>(history_.goTo(1));
+    press(17);
+    EXPECT_THAT(words(), ElementsAre("Fuel: cell 18 from 90 to 91", "Fuel: cell 18 from 91 to 92"));
+}
+
 TEST_F(MapHistoryTest, ANewChangeDropsWhatWasUndone) {
     readFuel(90);
     press(1);
@@ -299,6 +308,7 @@ TEST_F(MapHistoryTest, TenThousandStepsOfAllCellsAreKeptAndTheOldestAreDroppedBe
     EXPECT_GE(history_.count(), 10'000U);
     EXPECT_LT(history_.count(), kSteps);
     EXPECT_EQ(history_.count() + history_.dropped(), kSteps);
+    EXPECT_EQ(history_.place(), history_.count());
     const auto oldest = history_.dropped();
     static_cast<void>(history_.goTo(0));
     EXPECT_EQ(fuel(319), static_cast<int>(1 + (oldest - 1) % 200));

@@ -1,6 +1,7 @@
 // Undo by real keys, and the window that lists the steps.
 #include <QAbstractItemModel>
 #include <QCheckBox>
+#include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -46,6 +47,8 @@ struct HistoryViewTest : testing::Test, ProgramViews {
         return table().model()->index(row, column).data().toString().toStdString();
     }
     [[nodiscard]] int fuel(std::size_t at) const { return tables.FuelMapOut.at(at); }
+    // An entry of the menu of the button in the status line.
+    void choose(int entry) { find<QToolButton>("history").menu()->actions().at(entry)->trigger(); }
     void expectUndoOn(QWidget& widget) {
         ASSERT_EQ(fuel(17), 91);
         key(widget, Qt::Key_Z, Qt::ControlModifier);
@@ -101,11 +104,27 @@ TEST_F(HistoryViewTest, TheStatusLineSaysWhatWasUndone) {
 }
 
 TEST_F(HistoryViewTest, TheButtonAndControlAndHOpenOneList) {
-    find<QToolButton>("history").click();
+    choose(3);
     EXPECT_EQ(windows.loaded().back()->name(), "frmHistory");
     const auto count = windows.loaded().size();
     key(find("txtFuel"), Qt::Key_H, Qt::ControlModifier);
     EXPECT_EQ(windows.loaded().size(), count);
+}
+
+TEST_F(HistoryViewTest, TheMenuOfTheButtonUndoesAndDoesAgain) {
+    choose(0);
+    EXPECT_EQ(fuel(17), 90);
+    choose(1);
+    EXPECT_EQ(fuel(17), 91);
+}
+
+TEST_F(HistoryViewTest, TheMenuRevertsTheCellThatHasTheFocus) {
+    window.ecuMaps.fuel.read(17, std::vector<std::uint8_t>{88});
+    find("txtFuel").setFocus();
+    choose(2);
+    EXPECT_EQ(fuel(17), 88);
+    frame();
+    EXPECT_EQ(find<Readout>("cellStatus").text().toStdString(), "Reverted 1 cell");
 }
 
 TEST_F(HistoryViewTest, TheTableHasARowForEachStepAndMarksThePlace) {

@@ -32,11 +32,13 @@ void FrmHistory::Form_Load() {
 }
 
 bool FrmHistory::takesKey(int keyCode, int shift) {
-    const auto note = undo_.walkBy(keyCode, shift, mapWindow());
-    if (note) {
-        lblNote.Caption = *note;
+    const auto order = orderOf(keyCode, shift);
+    if (order == HistoryOrder::Undo) {
+        lblNote.Caption = undo_.undo(mapWindow());
+    } else if (order == HistoryOrder::Redo) {
+        lblNote.Caption = undo_.redo(mapWindow());
     }
-    return note.has_value();
+    return order == HistoryOrder::Undo || order == HistoryOrder::Redo;
 }
 
 void FrmHistory::propertyChanged(controls::Object&, const void* property) {

@@ -12,7 +12,6 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr int kRevertKey = controls::kKeyBackspace;
 constexpr int kH = 72;
 constexpr int kY = 89;
 constexpr int kZ = 90;
@@ -62,13 +61,29 @@ core::Cause causeOf(const MapPane::Target& target) {
                               static_cast<std::size_t>(first), static_cast<std::size_t>(last));
 }
 
-// In a box that is typed into, the keys are those of its text.
-bool isTypedInto(const controls::Control* control) {
-    const auto* const box = dynamic_cast<const controls::TextBox*>(control);
-    return box != nullptr && !box->Locked;
+// In a box that is typed into, the keys are those of its text. A cell is none, though it is unlocked while it is drawn.
+bool isTypedInto(const PaneWindow& window) {
+    const auto* const box = dynamic_cast<const controls::TextBox*>(window.activeControl());
+    return box != nullptr && !box->Locked && window.paneWithFocus() == nullptr;
 }
 
 }  // namespace
+
+std::optional<HistoryOrder> orderOf(int keyCode, int shift) {
+    struct Key {
+        int code;
+        int shift;
+        HistoryOrder order;
+    };
+    static constexpr Key kKeys[] = {{kZ, controls::kControlMask, HistoryOrder::Undo},
+                                    {kY, controls::kControlMask, HistoryOrder::Redo},
+                                    {kZ, controls::kControlMask | controls::kShiftMask, HistoryOrder::Redo},
+                                    {controls::kKeyBackspace, controls::kControlMask, HistoryOrder::Revert},
+                                    {kH, controls::kControlMask, HistoryOrder::List}};
+    const auto* const key = std::find_if(std::begin(kKeys), std::end(kKeys),
+                                         [&](const Key& each) { return each.code == keyCode && each.shift == shift; });
+    return key != std::end(kKeys) ? std::optional(key->order) : std::nullopt;
+}
 
 MapUndo::MapUndo(core::MapHistory& history, core::SharedTables& tables, link::ConnectionPanel& connection,
                  platform::EventPump& pump)
@@ -128,34 +143,29 @@ std::string MapUndo::revert(PaneWindow& window) {
     return wordsOf(reverted);
 }
 
-std::optional<std::string> MapUndo::walkBy(int keyCode, int shift, PaneWindow* window) {
-    const bool shifted = shift == (controls::kControlMask | controls::kShiftMask);
-    if (keyCode == kZ && shift == controls::kControlMask) {
-        return undo(window);
+void MapUndo::obey(HistoryOrder order, PaneWindow& window) {
+    switch (order) {
+        case HistoryOrder::Undo:
+            window.HistoryNote = undo(&window);
+            break;
+        case HistoryOrder::Redo:
+            window.HistoryNote = redo(&window);
+            break;
+        case HistoryOrder::Revert:
+            window.HistoryNote = revert(window);
+            break;
+        case HistoryOrder::List:
+            showList();
+            break;
     }
-    if ((keyCode == kZ && shifted) || (keyCode == kY && shift == controls::kControlMask)) {
-        return redo(window);
-    }
-    return {};
 }
 
 bool MapUndo::takesKey(PaneWindow& window, int keyCode, int shift) {
-    if (isTypedInto(window.activeControl())) {
-        return false;
+    const auto order = isTypedInto(window) ? std::nullopt : orderOf(keyCode, shift);
+    if (order) {
+        obey(*order, window);
     }
-    if (const auto note = walkBy(keyCode, shift, &window)) {
-        window.HistoryNote = *note;
-        return true;
-    }
-    if (shift != controls::kControlMask || (keyCode != kRevertKey && keyCode != kH)) {
-        return false;
-    }
-    if (keyCode == kRevertKey) {
-        window.HistoryNote = revert(window);
-    } else {
-        showList();
-    }
-    return true;
+    return order.has_value();
 }
 
 void MapUndo::showList() const {

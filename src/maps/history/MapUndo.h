@@ -15,6 +15,11 @@ namespace korvane::maps {
 
 class PaneWindow;
 
+enum class HistoryOrder { Undo, Redo, Revert, List };
+
+// Control and Z; control and Y, or control, shift and Z; control and backspace; control and H. Nothing for another key.
+[[nodiscard]] std::optional<HistoryOrder> orderOf(int keyCode, int shift);
+
 // One for the program. Where a step had reached the running engine by "Realtime changes", the engine follows while that
 // box is ticked in the window from which the order comes; otherwise the cells are edits that were not sent. Every open
 // map window draws what has changed.
@@ -32,12 +37,10 @@ public:
     // Cells that were never read stay.
     std::string revert(PaneWindow& window);
 
-    // Control and Z undoes, control and Y, or control, shift and Z, does again. What came of it; nothing for another
-    // key.
-    std::optional<std::string> walkBy(int keyCode, int shift, PaneWindow* window);
-    // These; control and backspace, which reverts; control and H, which opens the list. True if the key is one of them;
-    // the window says what came of it. In a box that is typed into they are keys of its text.
-    bool takesKey(PaneWindow& window, int keyCode, int shift);
+    // The window says what came of it.
+    void obey(HistoryOrder order, PaneWindow& window);
+    // Obeys the order that the key is; false if it is none. In a box that is typed into the keys are those of its text.
+    [[nodiscard]] bool takesKey(PaneWindow& window, int keyCode, int shift);
 
     // Opens the list of the steps; set by who owns the window.
     std::function<void()> openList;

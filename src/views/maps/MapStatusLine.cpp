@@ -2,7 +2,10 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QToolButton>
 
+#include <array>
 #include <vector>
 
 #include "maps/history/MapUndo.h"
@@ -70,16 +73,49 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
-constexpr OpenButton kHistoryButton{"history", "History",
-                                    "Lists all changes of the maps: undo, redo, go back to any of them (Ctrl+H)"};
+struct OrderWords {
+    const char* caption;  // with the key, which the window gets as any other
+    maps::HistoryOrder order;
+};
+constexpr std::array kOrders{OrderWords{"&Undo\tCtrl+Z", maps::HistoryOrder::Undo},
+                             OrderWords{"&Redo\tCtrl+Y", maps::HistoryOrder::Redo},
+                             OrderWords{"Re&vert cell or block\tCtrl+Backspace", maps::HistoryOrder::Revert},
+                             OrderWords{"&List of all changes\tCtrl+H", maps::HistoryOrder::List}};
+
+QMenu& makeHistoryMenu(maps::PaneWindow& window, maps::MapUndo& undo, Binder& binder, QWidget* parent) {
+    auto& menu = child<QMenu>(parent);
+    for (const auto& [caption, order] : kOrders) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [&window, &undo, &binder, which = order] {
+            binder.act([&] { window.enter(window.name(), [&] { undo.obey(which, window); }); });
+        });
+    }
+    return menu;
+}
+
+// None where nobody keeps a history. The cell keeps the focus when the mouse presses the button.
+void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    auto* const undo = window.context().undo;
+    if (undo == nullptr) {
+        return;
+    }
+    auto& button = child<QToolButton>(parent);
+    button.setObjectName(QStringLiteral("history"));
+    button.setText(QStringLiteral("History"));
+    button.setAutoRaise(true);
+    button.setFocusPolicy(Qt::TabFocus);
+    button.setToolTip(QStringLiteral("Undo, redo, revert, and a list of all changes of the maps"));
+    button.setPopupMode(QToolButton::InstantPopup);
+    button.setMenu(&makeHistoryMenu(window, *undo, binder, &button));
+    row.addWidget(&button);
+}
 
 // The windows that are opened from here; a button is absent where there is no such window.
-void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
-    if (auto* const undo = window.context().undo) {
-        row.addWidget(&makeOpenButton(kHistoryButton, binder, parent, [undo] { undo->showList(); }));
-    }
-    if (const auto& keep = window.context().connection.keepWindows; keep.compare) {
-        row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+void addOpeners(const link::KeepWindows& keep, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    if (keep.compare) {
+        auto& button = makeOpenButton(kCompareButton, binder, parent, keep.compare);
+        button.setAutoRaise(true);
+        row.addWidget(&button);
     }
 }
 
@@ -103,7 +139,8 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     unsent.setReserve(QLatin1String(kLongestUnsent));
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
-    addOpeners(window, binder, row, &line);
+    addHistoryButton(window, binder, row, &line);
+    addOpeners(window.context().connection.keepWindows, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, unsent);
