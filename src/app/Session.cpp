@@ -146,6 +146,8 @@ void Session::registerNames() {
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerHistory(names_, program_.undo());
     console::registerSettings(names_, program_.frmMisc());
+    console::registerRestorePoints(names_, program_.restorePoints().context(),
+                                   [this] { program_.restorePoints().open(); });
     console::registerComparison(names_, [this](const keep::Source& left, const keep::Source& right) {
         program_.comparisons().open(left, right);
     });

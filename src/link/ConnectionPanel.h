@@ -10,6 +10,7 @@
 #include "controls/Timer.h"
 #include "link/EcuEeprom.h"
 #include "link/EcuMap.h"
+#include "link/EcuMisc.h"
 #include "link/FrameWitness.h"
 #include "link/KeepWindows.h"
 #include "link/LinkState.h"
@@ -54,6 +55,8 @@ struct ConnectionPanel {
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
     EcuMaps ecuMaps;
     EcuEeprom ecuEeprom;  // of this connection
+    EcuMisc ecuMisc;
+    int openings = 0;  // of the port, since the start of the program
     KeepWindows keepWindows;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver

@@ -236,9 +236,12 @@ bool Dispatcher::refused(Payload payload) {
 }
 
 void Dispatcher::miscBlock(Payload payload) {
+    MiscBytes block{};
     for (int i = 0; i < 9; ++i) {
         checked(tables_.MiscBlock, i + 1) = checked(payload, i);
+        block.at(static_cast<std::size_t>(i)) = checked(payload, i);
     }
+    panel_.ecuMisc.has(block);
     part<MiscPart>(replyWindow()).LoadMisc(false);
 }
 

@@ -22,6 +22,7 @@ void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         at(first + i).show(bytes[i], storesNext_);
         at(first + i).told = bytes[i];
+        at(first + i).fresh = true;
     }
     Object::changed(this);
 }
@@ -49,6 +50,7 @@ void EcuMap::acknowledged(std::size_t firstCell) {
         if (const auto byte = std::exchange(cell.onItsWay, std::nullopt)) {
             cell.working = byte;
             cell.kept = storesNext_ ? byte : cell.kept;
+            cell.fresh = true;
         }
     }
     Object::changed(this);
@@ -56,6 +58,7 @@ void EcuMap::acknowledged(std::size_t firstCell) {
 
 void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
     at(cell).working = byte;
+    at(cell).fresh = true;
     Object::changed(this);
 }
 
@@ -84,6 +87,13 @@ void EcuMap::restarted() {
     Object::changed(this);
 }
 
+void EcuMap::reconnected() {
+    for (auto& cell : cells_) {
+        cell.fresh = false;
+    }
+    Object::changed(this);
+}
+
 std::optional<std::uint8_t> EcuMap::working(std::size_t cell) const {
     return at(cell).working;
 }
@@ -99,6 +109,12 @@ std::optional<std::uint8_t> EcuMap::told(std::size_t cell) const {
 void EcuMaps::restarted() {
     for (auto* map : {&fuel, &ignition, &pwm}) {
         map->restarted();
+    }
+}
+
+void EcuMaps::reconnected() {
+    for (auto* map : {&fuel, &ignition, &pwm}) {
+        map->reconnected();
     }
 }
 

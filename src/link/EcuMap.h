@@ -30,12 +30,16 @@ public:
     // What its EEPROM has of a cell, which it runs on only after a restart.
     void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();
+    // There may be another ECU on the line. What is known stays, but is no longer fresh.
+    void reconnected();
 
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
     // What the answer to the last read of the cell said.
     [[nodiscard]] std::optional<std::uint8_t> told(std::size_t cell) const;
+    // Whether this connection has told what the ECU runs on.
+    [[nodiscard]] bool isFresh(std::size_t cell) const { return at(cell).fresh; }
 
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
@@ -47,6 +51,7 @@ private:
         std::optional<std::uint8_t> kept;
         std::optional<std::uint8_t> told;
         std::optional<std::uint8_t> onItsWay;
+        bool fresh = false;
 
         // The ECU runs on this byte. `stores`: the order to store followed what was sent last.
         void show(std::uint8_t byte, bool stores);
@@ -62,6 +67,7 @@ struct EcuMaps {
     EcuMap fuel, ignition, pwm;
 
     void restarted();
+    void reconnected();
     // A byte of the EEPROM that was read or written.
     void eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte);
 };

@@ -6,10 +6,12 @@ namespace korvane::link {
 
 bool KeepWindows::takesKey(int keyCode, int shift) const {
     constexpr int kD = 68;
-    if (keyCode != kD || shift != controls::kControlMask || !compare) {
+    constexpr int kR = 82;
+    const auto& open = keyCode == kD ? compare : restore;
+    if ((keyCode != kD && keyCode != kR) || shift != controls::kControlMask || !open) {
         return false;
     }
-    compare();
+    open();
     return true;
 }
 

@@ -77,7 +77,7 @@ void Comparisons::open(const keep::Source& left, const keep::Source& right) {
 }
 
 keep::Snapshot Comparisons::now() const {
-    return keep::snapshotOf(maps_.tables, maps_.connection, misc ? misc() : std::nullopt, machine_.pump.wallTime());
+    return keep::snapshotOf(maps_.tables, maps_.connection, maps_.connection.ecuMisc.bytes(), machine_.pump.wallTime());
 }
 
 void Comparisons::copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change) {

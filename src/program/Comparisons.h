@@ -1,9 +1,6 @@
 // The window that compares, and what it works with.
 #pragma once
 
-#include <functional>
-#include <optional>
-
 #include "controls/WindowShelf.h"
 #include "keep/compare/CompareContext.h"
 #include "keep/compare/Source.h"
@@ -23,8 +20,6 @@ public:
 
     // The restore points can be compared too from now on; `points` outlives this.
     void usePoints(const keep::PointStore& points);
-    // The misc block as it was heard, if it was.
-    std::function<std::optional<keep::MiscBytes>()> misc;
 
     // The ECU with the working maps; the open window comes to the front as it is.
     void open();

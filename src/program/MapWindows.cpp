@@ -7,16 +7,6 @@
 
 namespace korvane::program {
 
-namespace {
-
-constexpr std::int32_t kLimiterType = 112;
-
-constexpr bool ignitesOnly(std::int32_t swType) {
-    return swType == 30 || swType == 32;
-}
-
-}  // namespace
-
 MapWindows::MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows)
     : machine_(machine), context_(context), windows_(windows), shelf_(machine.pump) {}
 
@@ -24,9 +14,9 @@ void MapWindows::open() {
     const auto swType = context_.tables.SWType;
     if (core::hasLargeMaps(swType)) {
         openLarge();
-    } else if (ignitesOnly(swType)) {
+    } else if (core::ignitesOnly(swType)) {
         openOnly<maps::FrmMaps_QV_ign>();
-    } else if (swType == kLimiterType) {
+    } else if (core::limitsOnly(swType)) {
         openLimiter();
     } else {
         openOnly<maps::FrmMaps>();

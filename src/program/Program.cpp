@@ -29,6 +29,7 @@ Program::Program(platform::Machine& machine)
       history_(tables_, machine.pump),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      keeper_({machine, tables_, frmSarn2_}),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
@@ -45,6 +46,7 @@ Program::Program(platform::Machine& machine)
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
+      restorePoints_(machine, mapContext_, keeper_, comparisons_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
@@ -59,7 +61,9 @@ Program::Program(platform::Machine& machine)
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     connectButtons();
     connectHistory();
+    connectKeeper();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
+    frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -83,6 +87,13 @@ void Program::connectHistory() {
     frmInjScale_.setHistory(history_);
     undo_.openList = [this] { openHistory(); };
     undo_.currentWindow = [this] { return dynamic_cast<maps::PaneWindow*>(windows_.curMapWindow); };
+}
+
+void Program::connectKeeper() {
+    eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
+    connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
+    frmMisc_.allRead = [this] { keeper_.settingsRead(); };
+    comparisons_.usePoints(keeper_.store());
 }
 
 void Program::start() {
@@ -168,6 +179,7 @@ void Program::mainWindowUnload(bool& stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
         comparisons_.unload();
+        restorePoints_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         logViewer_.unload();

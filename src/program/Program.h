@@ -6,6 +6,7 @@
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
+#include "keep/Keeper.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -22,6 +23,7 @@
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -61,6 +63,8 @@ public:
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
+    [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
     [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
 
@@ -68,6 +72,7 @@ private:
     // The buttons of the main window that open the others.
     void connectButtons();
     void connectHistory();
+    void connectKeeper();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
@@ -82,6 +87,7 @@ private:
     link::Windows windows_;
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
+    keep::Keeper keeper_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;
@@ -98,6 +104,7 @@ private:
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
     Comparisons comparisons_;
+    RestorePoints restorePoints_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

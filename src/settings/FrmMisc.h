@@ -43,6 +43,9 @@ public:
     // Called when the editor of the channels has saved one: the live display shows its name.
     void setRenameHandler(std::function<void()> handler) { parameterTools_.channelRenamed = std::move(handler); }
 
+    // A read of all settings has come to its end, with all answers or without.
+    controls::Event<> allRead;
+
     // Ctrl+Tab goes to the next tab, and from the last one to the first.
     void Form_KeyDown(int keyCode, int shift) override;
 
@@ -52,6 +55,7 @@ protected:
 private:
     void place();
     void tbsOptions_Click();
+    void readAll();
     void applyFeatures();
     void enable(controls::ControlArray<controls::TextBox>& boxes, int bit);
     void btnReadFromFile_Click();

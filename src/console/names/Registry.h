@@ -10,6 +10,7 @@
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "keep/compare/Source.h"
+#include "keep/restore/RestoreContext.h"
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
@@ -43,6 +44,10 @@ void registerLog(Names& names, logs::clsTXTdata*& reader);
 
 // keep.compare, which opens the comparison of two sources.
 void registerComparison(Names& names, std::function<void(const keep::Source& left, const keep::Source& right)> open);
+
+// keep: the restore points, the newest is 1, and the procedures that make, restore and remove them. `context` outlives
+// `names`.
+void registerRestorePoints(Names& names, const keep::RestoreContext& context, std::function<void()> open);
 
 struct Procedures {
     core::EepromAccess& eeprom;

@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -55,6 +56,14 @@ std::string nameOf(const fs::path& path) {
 
 bool isPointName(std::string_view name) {
     return name.size() > kPoint.size() && name.ends_with(kPoint) && nameOf(fs::path(name)) == name;
+}
+
+// A file that somebody has copied may have any other name.
+bool beginsWithDate(std::string_view name) {
+    constexpr std::string_view kForm = "0000-00-00_00_00_00_000_";
+    return name.size() > kForm.size() &&
+           std::equal(kForm.begin(), kForm.end(), name.begin(),
+                      [](char form, char given) { return form == '0' ? given >= '0' && given <= '9' : given == form; });
 }
 
 std::string noteNameOf(std::string_view pointName) {
@@ -129,6 +138,18 @@ std::vector<PointEntry> PointStore::list() const {
     }
     std::sort(entries.begin(), entries.end(), isNewer);
     return entries;
+}
+
+std::vector<std::string> PointStore::names() const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator file(folder_, error), end; !error && file != end; file.increment(error)) {
+        if (auto name = nameOf(file->path()); isPointName(name) && beginsWithDate(name)) {
+            names.push_back(std::move(name));
+        }
+    }
+    std::sort(names.begin(), names.end(), std::greater<>());
+    return names;
 }
 
 Decoded<Snapshot> PointStore::load(std::string_view name) const {

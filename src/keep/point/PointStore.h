@@ -30,6 +30,8 @@ public:
     // Newest first; those whose time can't be read are last. A name that ends with ".point" is one, whatever it is.
     [[nodiscard]] std::vector<PointEntry> list() const;
     [[nodiscard]] Decoded<Snapshot> load(std::string_view name) const;
+    // Names that add() has given, the newest first: what a look for the newest point needs, with no file opened.
+    [[nodiscard]] std::vector<std::string> names() const;
 
     struct Added {
         std::string name;     // empty if it was not written

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "controls/Timer.h"
 #include "maps/transfer/MapLine.h"
@@ -38,7 +39,9 @@ public:
 
 private:
     void sendBlock();
-    void sendWord(std::int32_t value);
+    void sendWord(std::int32_t value, std::vector<std::uint8_t>& sent);
+    void sendByte(std::uint8_t value, std::vector<std::uint8_t>& sent);
+    void note(const std::vector<std::uint8_t>& sent);
     [[nodiscard]] std::int32_t enableWord();
     void showBlock();
     void showEnableWord(std::int32_t word);
