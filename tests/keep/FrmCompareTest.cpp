@@ -228,6 +228,7 @@ TEST_F(FrmCompareTest, AFileThatCanNotBeReadFillsNoTable) {
     window.compare(sourceOf("tune " + bad.string()), sourceOf("maps"));
     EXPECT_EQ(window.left.words.Caption.get(), "bad.txt: no tune file (Not valid settings file).");
     EXPECT_THAT(window.grdCells.cells(), IsEmpty());
+    EXPECT_EQ(summary(), "Nothing is compared: a side can't be read.");
     EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel");
     EXPECT_EQ(window.tabWhat.tabCaption(4), "Settings");
     EXPECT_FALSE(window.btnExport.Enabled);

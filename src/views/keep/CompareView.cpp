@@ -70,7 +70,6 @@ CompareView::CompareView(keep::FrmCompare& window, FrameClock& clock)
 QWidget& CompareView::makeSide(const QString& title, keep::SourcePanel& side, char mnemonic) {
     auto& card = child<Card>(&content(), title);
     QWidget* const inside = &card;
-    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& rows = child<QVBoxLayout>(inside);
     rows.setSpacing(kSpacing);
     auto& row = child<QHBoxLayout>(kNobody);
@@ -80,6 +79,7 @@ QWidget& CompareView::makeSide(const QString& title, keep::SourcePanel& side, ch
     row.addWidget(&makeCommand(side.file, mnemonic, binder(), inside));
     rows.addLayout(&row);
     rows.addWidget(&makeWords(side.words, title, binder(), inside));
+    rows.addStretch(1);
     card.fitMargins();
     return card;
 }
