@@ -22,6 +22,9 @@ struct ProgramBench : ConsoleMachine {
         registerMapTools(names, program->frm3Dmap(), program->tables());
         registerHistory(names, program->undo());
         registerSettings(names, program->frmMisc());
+        registerComparison(names, [this](const keep::Source& left, const keep::Source& right) {
+            program->comparisons().open(left, right);
+        });
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);
                                    }});

@@ -34,7 +34,9 @@ SourcePanel::SourcePanel(controls::Window& window, const Names& names, const Com
 }
 
 void SourcePanel::open(const Source& source) {
-    fillPoints();
+    if (source.isPoint()) {
+        fillPoints();
+    }
     take(source);
 }
 
