@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "console/ProgramBench.h"
 
 namespace korvane::console {
@@ -10,9 +12,8 @@ TEST_F(ComparisonNamesTest, AComparisonIsOpenedWithBothSides) {
     EXPECT_EQ(run(R"(call keep.compare "maps" "maps")"), "ok");
     EXPECT_EQ(run("get frmCompare.Caption"), R"(ok "Vertailu")");
     EXPECT_EQ(run("get frmCompare.ComboLeft.ListIndex"), "ok 1");
-    EXPECT_EQ(run("get frmCompare.tabWhat.Caption(1)"), R"(ok "Fuel (0)")
-    ");
-        EXPECT_EQ(run("get frmCompare.grdCells.Cells"), "ok 160");
+    EXPECT_EQ(run("get frmCompare.tabWhat.Caption(1)"), "ok \"Fuel (0)\"");
+    EXPECT_EQ(run("get frmCompare.grdCells.Cells"), "ok 160");
     EXPECT_EQ(run("choose frmCompare.grdCells 17"), "ok");
     EXPECT_EQ(run("get frmCompare.grdCells.SelectedItem"), "ok 17");
     EXPECT_EQ(run("get frmCompare.grdCells.Cell(17)"), run("get frmCompare.lblOne.Caption"));
