@@ -67,6 +67,12 @@ int answersOf(const Field& field) {
                                              field.control));
 }
 
+// The box or the list whose label names the cell; null for others.
+const controls::Control* namedControl(const Field& field, int cell) {
+    const auto* const lists = std::get_if<Lists>(&field.control);
+    return lists != nullptr ? lists->low : static_cast<const controls::Control*>(boxOf(field, cell));
+}
+
 }  // namespace
 
 std::string calledName(const controls::Control& control) {
@@ -88,17 +94,13 @@ controls::TextBox* boxOf(const Field& field, int cell) {
 }
 
 std::string labelOf(const Field& field, int cell) {
-    const auto* const lists = std::get_if<Lists>(&field.control);
-    const controls::Control* control = boxOf(field, cell);
-    if (lists != nullptr) {
-        control = lists->low;
-    }
+    const auto* const control = namedControl(field, cell);
     return control != nullptr ? control->label() : std::string();
 }
 
 std::string titleOf(const Field& field, int cell) {
-    const auto* const box = boxOf(field, cell);
-    return box != nullptr ? titleOf(box->container()) : std::string();
+    const auto* const control = namedControl(field, cell);
+    return control != nullptr ? titleOf(control->container()) : std::string();
 }
 
 Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(tables), rows_(std::move(rows)) {
@@ -189,12 +191,10 @@ void Fields::show(const Field& field, std::int32_t value, int cell) {
                    [&](const Boxes&) { showBox(field, value, cell); },
                    [&](const Lists& lists) { choose(lists, value); },
                    [&](const Caption& label) { label.get().Caption = core::numberText(value).view(); },
-                   [&](const Own& own) {
-                       own.show(value);
-                       shownOptions_.insert(&field);
-                   },
+                   [&](const Own& own) { own.show(value); },
                },
                field.control);
+    shown_.insert(&field);
 }
 
 void Fields::showBox(const Field& field, std::int32_t value, int cell) {
@@ -215,11 +215,8 @@ int Fields::addressOf(const Field& field, int cell) const {
 }
 
 bool Fields::holds(const Field& field, int cell) const {
-    if (const auto* const lists = std::get_if<Lists>(&field.control)) {
-        return lists->low->ListIndex >= 0 && (lists->high == nullptr || lists->high->ListIndex >= 0);
-    }
     const auto* const box = boxOf(field, cell);
-    return box != nullptr ? !box->Text.get().empty() : shownOptions_.contains(&field);
+    return box != nullptr ? !box->Text.get().empty() : shown_.contains(&field);
 }
 
 std::optional<std::int32_t> Fields::heldBy(const Field& field, int cell) const {

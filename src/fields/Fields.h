@@ -46,8 +46,8 @@ public:
         std::int32_t value;
         bool isWord;
     };
-    // What the controls hold that store something. Left out: empty boxes, texts that do not fit, and options that
-    // nobody has shown a value.
+    // What the controls hold that store something. Left out: empty boxes, texts that do not fit, and options and
+    // lists that were never shown a value.
     [[nodiscard]] std::vector<Held> held() const;
     // Shows a value in the control that stores it at `addr`, as if the user had put it there; false if none does.
     // RuntimeError 380 for a row that a list does not have.
@@ -84,7 +84,7 @@ private:
 
     core::SharedTables& tables_;
     std::vector<Field> rows_;
-    std::set<const Field*> shownOptions_;  // without a box, that have been shown a value
+    std::set<const Field*> shown_;  // that have been shown a value
     BoxMarks* marks_ = nullptr;
     SaveReport* report_ = nullptr;
 };
@@ -94,7 +94,7 @@ private:
 // What messages call a cell; empty for one that has no label.
 [[nodiscard]] std::string labelOf(const Field& field, int cell);
 
-// The caption of the frame around its box; empty for what is no box.
+// The caption of the frame around its box or list; empty for others.
 [[nodiscard]] std::string titleOf(const Field& field, int cell);
 
 // What messages call a control: its label, or else its own name.

@@ -179,6 +179,17 @@ TEST_F(FieldsTest, OptionsHoldSomethingOnceTheyWereShownAValue) {
     EXPECT_EQ(fields.held().front().value, 3);
 }
 
+TEST_F(FieldsTest, AListHoldsItsRowOnceItWasShownAValue) {
+    list_.AddItem("first");
+    list_.AddItem("second");
+    list_.ListIndex = 0;
+    Fields fields(tables_, {{&A::NTC1_OFF, list_}});
+    EXPECT_TRUE(fields.held().empty());
+    EXPECT_TRUE(fields.put(1, tables_.addresses.NTC1_OFF));
+    ASSERT_EQ(fields.held().size(), 1U);
+    EXPECT_EQ(fields.held().front().value, 1);
+}
+
 TEST_F(FieldsTest, WhatIsShownOnlyTakesNothing) {
     const Own shown{[](std::int32_t) {}, {}};
     Fields fields(tables_, {{&A::NTC1_OFF, shown}});

@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <string>
 
 #include "keep/compare/FileSides.h"
@@ -111,15 +111,22 @@ TEST_F(FileSidesTest, AnOldTuneHasNoPwmMapAndNoSettings) {
     EXPECT_EQ(side.note, "An old tune file: no PWM map and no settings.");
 }
 
+TEST_F(FileSidesTest, ATuneWhoseParametersCanNotBeReadHasNoSettings) {
+    for (const auto& end : {std::string(), parameters("1#0#5#\r\n7\r\n")}) {
+        const Side side = tune(kMaps + kMisc + kPwm + end);
+        EXPECT_EQ(side.maps[2].bytes[0], 44);
+        EXPECT_EQ(side.eeprom[1], std::nullopt);
+        EXPECT_EQ(side.note, "The parameters of this file can't be read: it has no settings.");
+    }
+}
+
 TEST_F(FileSidesTest, WhatIsNoWholeTuneIsRefusedInWords) {
     EXPECT_EQ(tuneFailure(""), "road.txt: no tune file (Empty file).");
     EXPECT_EQ(tuneFailure("notes"), "road.txt: no tune file (Not valid settings file).");
     EXPECT_EQ(tuneFailure("Injection\r\n" + cells(160, 11)), "road.txt: a damaged tune file (status 3).");
     EXPECT_EQ(tuneFailure(kMaps + kMisc + "PWM\r\n" + cells(9, 1)), "road.txt: a damaged tune file (status 14).");
-    EXPECT_EQ(tuneFailure(kMaps + kMisc + kPwm + parameters("7\r\n")),
-              "road.txt: a damaged tune file (the parameters of the ECU can't be read).");
-    EXPECT_EQ(failureOf([&] { static_cast<void>(readTune(folder_ / "missing.txt")); }).substr(0, 38),
-              "missing.txt: the file can't be read (");
+    EXPECT_THAT(failureOf([&] { static_cast<void>(readTune(folder_ / "missing.txt")); }),
+                testing::StartsWith("missing.txt: the file can't be read ("));
 }
 
 // Fuel is at 16 to 175, ignition at 180 to 339, PWM from its cell 64 on at 400.
@@ -154,10 +161,8 @@ TEST_F(FileSidesTest, WhatIsNoImageIsRefusedInWords) {
     EXPECT_EQ(imageFailure(lines(3002, "1")), "cells.txt: no EEPROM image: it has more than 3001 lines.");
     EXPECT_EQ(imageFailure(lines(500, "1") + "256\r\n" + lines(600, "1")),
               "cells.txt: no EEPROM image: line 501 is not a number from 0 to 255.");
-    EXPECT_EQ(failureOf([&] {
-                  static_cast<void>(readImage(folder_ / "missing.txt", core::parameterAddresses(11)));
-              }).substr(0, 38),
-              "missing.txt: the file can't be read (");
+    EXPECT_THAT(failureOf([&] { static_cast<void>(readImage(folder_ / "missing.txt", core::parameterAddresses(11))); }),
+                testing::StartsWith("missing.txt: the file can't be read ("));
 }
 
 }  // namespace

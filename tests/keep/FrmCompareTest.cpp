@@ -228,6 +228,7 @@ TEST_F(FrmCompareTest, AFileThatCanNotBeReadFillsNoTable) {
     window.compare(sourceOf("tune " + bad.string()), sourceOf("maps"));
     EXPECT_EQ(window.left.words.Caption.get(), "bad.txt: no tune file (Not valid settings file).");
     EXPECT_THAT(window.grdCells.cells(), IsEmpty());
+    EXPECT_EQ(summary(), "Nothing is compared: a side can't be read.");
     EXPECT_EQ(window.tabWhat.tabCaption(1), "Fuel");
     EXPECT_EQ(window.tabWhat.tabCaption(4), "Settings");
     EXPECT_FALSE(window.btnExport.Enabled);
@@ -319,7 +320,7 @@ TEST_F(FrmCompareTest, IsExportedAsText) {
     program_.dialogs.answerFile((program_.folder / "diff.txt").string());
     window.btnExport.press();
     const auto text = program_.folder.read("diff.txt");
-    EXPECT_THAT(text, HasSubstr("Left:  ECU\r\n"));
+    EXPECT_THAT(text, HasSubstr("Left:  ECU (No setting has been read yet.)\r\n"));
     EXPECT_THAT(text, HasSubstr("Fuel: 1 of 160 cells differ"));
     EXPECT_THAT(summary(), HasSubstr("Exported to"));
 }

@@ -132,13 +132,15 @@ Side readTune(const fs::path& path) {
     if (!hasMapsAndMisc(status)) {
         refuse(path, tuneFault(status));
     }
-    if (!words.text.empty()) {
-        refuse(path, "a damaged tune file (the parameters of the ECU can't be read).");
-    }
     side.maps = {mapOf(tables.FuelMapIn, sizes.fuel, sizes.fuel),
                  mapOf(tables.IgnMapIn, sizes.ignition, sizes.ignition), mapOf(tables.PwmMapIn, sizes.pwm, sizes.fuel)};
     side.misc = miscOf(tables);
-    side.note = status == core::kSettingsRead ? "" : "An old tune file: no PWM map and no settings.";
+    if (status != core::kSettingsRead) {
+        side.note = "An old tune file: no PWM map and no settings.";
+    } else if (!words.text.empty()) {
+        side.eeprom = {};
+        side.note = "The parameters of this file can't be read: it has no settings.";
+    }
     return side;
 }
 

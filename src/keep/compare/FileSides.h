@@ -8,7 +8,8 @@
 
 namespace korvane::keep {
 
-// A settings file. An old one without PWM table has no PWM map and no settings.
+// A settings file. An old one without PWM table has no PWM map and no settings; one whose parameters can't be read has
+// no settings.
 //
 // The value of a row of 16 bits is a word if it does not fit a byte; otherwise it is the low byte, and its high byte is
 // known where its own row has it. RuntimeError, with a sentence for the user, for any other file.

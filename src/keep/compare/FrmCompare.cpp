@@ -14,11 +14,13 @@ namespace korvane::keep {
 
 namespace {
 
-constexpr int kWidth = 1200 * 15;  // twips
-constexpr int kHeight = 640 * 15;
+constexpr int kWidth = 1340 * 15;  // twips
+constexpr int kHeight = 690 * 15;
 constexpr int kUpdate = 500;  // ms
 
 constexpr int kAddressColumn = 6;
+
+constexpr const char* kNothing = "Nothing is compared: a side can't be read.";
 
 const char* const kColumns[] = {"Setting", "Name", "Left", "Right", "Difference", "Address"};
 
@@ -150,7 +152,7 @@ void FrmCompare::showPage() {
 void FrmCompare::showMap() {
     if (!comparison_) {
         grdCells.clear();
-        lblSummary.Caption = "";
+        lblSummary.Caption = kNothing;
         return;
     }
     const auto map = comparison_->map(shownMap());
@@ -179,7 +181,7 @@ void FrmCompare::showSettings() {
             }
         }
     }
-    lblSummary.Caption = comparison_ ? summaryOf(comparison_->all) : "";
+    lblSummary.Caption = comparison_ ? summaryOf(comparison_->all) : kNothing;
     if (rows != rows_) {
         rows_ = std::move(rows);
         fillSettings();

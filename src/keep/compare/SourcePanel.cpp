@@ -34,7 +34,9 @@ SourcePanel::SourcePanel(controls::Window& window, const Names& names, const Com
 }
 
 void SourcePanel::open(const Source& source) {
-    fillPoints();
+    if (source.isPoint()) {
+        fillPoints();
+    }
     take(source);
 }
 
@@ -169,6 +171,7 @@ void SourcePanel::refresh(const Snapshot& now) {
 
 void SourcePanel::tell() {
     words.Caption = !side_ ? failure_ : side_->note;
+    words.Visible = !words.Caption.get().empty();
 }
 
 }  // namespace korvane::keep

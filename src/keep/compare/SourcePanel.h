@@ -28,10 +28,10 @@ public:
     // Called when the user has chosen another source.
     std::function<void()> changed;
 
-    // Fills the lists and chooses the source.
-    void open(const Source& source);
     // Takes a source without asking anything. A file or point that can't be read leaves no side, and the words say why.
     void take(const Source& source);
+    // The same, with a list of the points as they are now.
+    void open(const Source& source);
     // Brings a live side up to date.
     void refresh(const Snapshot& now);
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/GroupCard.h"
 #include "views/keep/DiffTable.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -43,12 +44,6 @@ QLabel& makeWords(controls::Label& label, const QString& name, Binder& binder, Q
     return words;
 }
 
-QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& push = child<QPushButton>(parent);
-    binder.bind(button, push, mnemonic);
-    return push;
-}
-
 QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
     auto& check = child<QCheckBox>(parent);
     binder.bind(box, check, mnemonic);
@@ -75,16 +70,16 @@ CompareView::CompareView(keep::FrmCompare& window, FrameClock& clock)
 QWidget& CompareView::makeSide(const QString& title, keep::SourcePanel& side, char mnemonic) {
     auto& card = child<Card>(&content(), title);
     QWidget* const inside = &card;
-    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& rows = child<QVBoxLayout>(inside);
     rows.setSpacing(kSpacing);
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kSpacing);
     row.addWidget(&makeList(side.list, title, binder(), inside), 1);
     row.addWidget(&makeList(side.points, QStringLiteral("%1: restore point").arg(title), binder(), inside), 1);
-    row.addWidget(&makeButton(side.file, mnemonic, binder(), inside));
+    row.addWidget(&makeCommand(side.file, mnemonic, binder(), inside));
     rows.addLayout(&row);
     rows.addWidget(&makeWords(side.words, title, binder(), inside));
+    rows.addStretch(1);
     card.fitMargins();
     return card;
 }
@@ -124,9 +119,9 @@ QWidget& CompareView::makeCommands() {
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kSpacing);
     row.addWidget(&makeWords(window_.lblOne, QStringLiteral("Chosen"), binder(), inside), 1);
-    row.addWidget(&makeButton(window_.btnCopyOne, 'y', binder(), inside));
-    row.addWidget(&makeButton(window_.btnCopyMap, 'm', binder(), inside));
-    row.addWidget(&makeButton(window_.btnExport, 'x', binder(), inside));
+    row.addWidget(&makeCommand(window_.btnCopyOne, 'y', binder(), inside));
+    row.addWidget(&makeCommand(window_.btnCopyMap, 'm', binder(), inside));
+    row.addWidget(&makeCommand(window_.btnExport, 'x', binder(), inside));
     card.fitMargins();
     return card;
 }

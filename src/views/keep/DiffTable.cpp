@@ -19,7 +19,7 @@ namespace korvane::views {
 namespace {
 
 constexpr double kSmallShare = 0.85;  // of the lower line's text
-constexpr double kMargin = 0.35;      // of a line, on each side
+constexpr double kMargin = 0.15;      // of a line, on each side
 constexpr double kTintShare = 0.28;
 // Eyes that don't tell red from green tell these two.
 constexpr QColor kUp{0, 114, 178};
@@ -168,7 +168,7 @@ void DiffTable::fitCells() {
         width = std::max({width, upper.horizontalAdvance(cell.top + u' '), lower.horizontalAdvance(cell.bottom)});
     }
     horizontalHeader()->setMinimumSectionSize(width + 2 * margin);
-    verticalHeader()->setMinimumSectionSize(upper.height() + lower.height() + margin);
+    verticalHeader()->setMinimumSectionSize(upper.height() + lower.height() + 2 * margin);
 }
 
 void DiffTable::changeEvent(QEvent* event) {
@@ -209,7 +209,7 @@ DiffTable::Cell shownCell(const keep::DiffCell& cell, bool showsEqual) {
                     QString::fromStdString(cell.delta);
     }
     if (left != right) {
-        shown.bottom = left + QStringLiteral(" \u2192 ") + right;
+        shown.bottom = left + QStringLiteral("\u2192") + right;
     } else if (showsEqual) {
         shown.bottom = right;
     }

@@ -117,14 +117,16 @@ void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row
 }
 
 // The windows that are opened from here; a button is absent where there is no such window.
-void addOpeners(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
-    addHistoryButton(window, binder, row, parent);
-    const auto& keep = window.context().connection.keepWindows;
+void addOpeners(const link::KeepWindows& keep, Binder& binder, QHBoxLayout& row, QWidget* parent) {
     if (keep.compare) {
-        row.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+        auto& button = makeOpenButton(kCompareButton, binder, parent, keep.compare);
+        button.setAutoRaise(true);
+        row.addWidget(&button);
     }
     if (keep.restore) {
-        row.addWidget(&makeOpenButton(kRestoreButton, binder, parent, keep.restore));
+        auto& button = makeOpenButton(kRestoreButton, binder, parent, keep.restore);
+        button.setAutoRaise(true);
+        row.addWidget(&button);
     }
 }
 
@@ -153,7 +155,8 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     row.addWidget(&cell, kCellShare);
     row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);
-    addOpeners(window, binder, row, &line);
+    addHistoryButton(window, binder, row, &line);
+    addOpeners(window.context().connection.keepWindows, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, store, unsent);
