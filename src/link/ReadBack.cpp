@@ -27,7 +27,7 @@ std::string_view wordsOf(ReadEnd end) {
         case ReadEnd::Restarted:
             return "the ECU restarted";
         case ReadEnd::Stopped:
-            return "stopped";
+            return "on request";
         case ReadEnd::Answered:
             break;
     }

@@ -26,7 +26,7 @@ enum class ReadEnd {
     Restarted,  // the ECU has
     Stopped,    // nobody wants it any more
 };
-// "no answer", "damaged answer", "the port is closed", "the ECU restarted", "stopped"; empty for an answer.
+// "no answer", "damaged answer", "the port is closed", "the ECU restarted", "on request"; empty for an answer.
 [[nodiscard]] std::string_view wordsOf(ReadEnd end);
 
 // What is read reaches the tables of what the ECU has, but no window and no map on the desk. Events run during a read;

@@ -52,7 +52,8 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       replies_(context_, fields_),
       fullRead_(context_),
       saver_(context_.fieldsContext(), fields_),
-      parameterTools_(*this, tables, eeprom, context_.fieldsContext()) {
+      rawVerification_(context_.fieldsContext()),
+      parameterTools_(*this, tables, eeprom, &rawVerification_) {
     hideOnClose();
     fields_.watch(marks_, report_);
     for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {

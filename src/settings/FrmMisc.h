@@ -83,6 +83,7 @@ private:
     Replies replies_;
     FullRead fullRead_;
     fields::Saver saver_;
+    fields::CellVerification rawVerification_;
     ParameterTools parameterTools_;
 };
 

@@ -51,8 +51,8 @@ std::int16_t addressBehind(double number) {
 }  // namespace
 
 ParameterTools::ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom,
-                               const fields::Context& context)
-    : window_(window), tables_(tables), eeprom_(eeprom), verification_(context) {
+                               fields::CellVerification* verification)
+    : window_(window), tables_(tables), eeprom_(eeprom), verification_(verification) {
     window.ListView1.addColumn("Parameter name", "ParName");
     window.ListView1.addColumn("address", "Address");
     window.ListView1.ItemClick = [this](int row) { ListView1_ItemClick(row); };
@@ -122,8 +122,8 @@ fields::SavedValue ParameterTools::sentTo(int address, std::int32_t value) const
 }
 
 void ParameterTools::verify(const std::vector<fields::SavedValue>& values, std::function<void()> again) {
-    if (verification_.isOn() && eeprom_.isOpen()) {
-        verification_.verify("EEPROM", values, nullptr, std::move(again));
+    if (verification_ != nullptr && verification_->isOn() && eeprom_.isOpen()) {
+        verification_->verify("EEPROM", values, nullptr, std::move(again));
     }
 }
 

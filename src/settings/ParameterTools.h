@@ -18,8 +18,9 @@ namespace korvane::settings {
 // message box, and what was sent before stays sent.
 class ParameterTools {
 public:
+    // `verification` reads back what the raw tools have written; null: nobody does.
     ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom,
-                   const fields::Context& context);
+                   fields::CellVerification* verification = nullptr);
 
     // Called when a channel has been renamed.
     std::function<void()> channelRenamed;
@@ -49,7 +50,7 @@ private:
     MiscControls& window_;
     core::SharedTables& tables_;
     core::EepromAccess& eeprom_;
-    fields::CellVerification verification_;
+    fields::CellVerification* verification_;
 };
 
 }  // namespace korvane::settings

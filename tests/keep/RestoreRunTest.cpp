@@ -45,9 +45,7 @@ protected:
             connect();
             pump.wait(1500);
         }
-        [[nodiscard]] std::filesystem::path journal() const {
-            return folder / "restore" / "restore-11-3386.journal";
-        }
+        [[nodiscard]] std::filesystem::path journal() const { return folder / "restore" / "restore-11-3386.journal"; }
         void writeJournal(const std::string& bytes) const {
             std::filesystem::create_directories(journal().parent_path());
             std::ofstream(journal(), std::ios::binary) << bytes;
@@ -299,7 +297,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  }},
                     Interruption{"Restart", "the ECU restarted",
                                  [](CellEcu& ecu, support::VirtualProgram&) { ecu.send(170, {0}); }},
-                    Interruption{"Stop", "stopped",
+                    Interruption{"Stop", "on request",
                                  [](CellEcu&, support::VirtualProgram& run) { run.program.restoreRun().stop(); }}),
     [](const auto& each) { return std::string(each.param.name); });
 
@@ -361,7 +359,7 @@ TEST_F(RestoreRunTest, SaysWithWhichCellsItStopped) {
         }
     };
     EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
-    EXPECT_EQ(run.restore.Text.get(), "Stopped: stopped. 2 of 4 settings written.");
+    EXPECT_EQ(run.restore.Text.get(), "Stopped: on request. 2 of 4 settings written.");
     EXPECT_EQ(run.restore.Offer.get(),
               "A restore of the point of 2026-05-06 07:08:09 (fuel map) was not completed: 2 of 4 settings written.");
     EXPECT_EQ(run.restore.Done.get(), 2);

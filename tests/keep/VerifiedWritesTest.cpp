@@ -325,7 +325,7 @@ TEST_F(VerifiedWrites, AWordIsComparedInBothItsCells) {
     misc.txtMotorBrakeLow.Text = "1500";
     misc.txtMotorBrakeHigh.Text = "2000";
     misc.btnSaveMotorbrake.press();
-    EXPECT_EQ(misc.verifyReport().Text.get(), "Motorbrake start RPM: verified");
+    EXPECT_EQ(misc.verifyReport().Text.get(), "Motorbrake: verified");
     EXPECT_EQ(int{run.ecu.eeprom()[507]} + 256 * run.ecu.eeprom()[508], 1500);
 }
 
