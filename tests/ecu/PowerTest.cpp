@@ -78,6 +78,15 @@ TEST(Power, HalfACommandIsForgottenWithIt) {
     EXPECT_NE(wire.ecu.workingMap(MapKind::Fuel)[10], 99);
 }
 
+// The short form of 'o' is over after 50 ms of silence.
+TEST(Power, AShortCommandThatIsNotOverIsForgottenWithIt) {
+    Wire wire;
+    wire.send({'P', 100, 100, 77, 77, 0xAF, 'o'});
+    setKey(wire, "power", "0");
+    wire.arrives();
+    EXPECT_NE(wire.ecu.eeprom()[400 + 100 - 64], 77);
+}
+
 TEST(Power, ItsReturnIsAStart) {
     Wire wire;
     wire.send({'g', 10, 10, 99, 99, 0x98});
