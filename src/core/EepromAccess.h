@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <string_view>
 
 #include "controls/MSComm.h"
 #include "core/tables/EepromShadow.h"
@@ -27,6 +28,16 @@ public:
     // next address, 50 ms later; events run before and behind those 50 ms. An address above 3000 or below 0 raises
     // RuntimeError 9.
     void WriteEE(std::int16_t addr, std::int32_t value, bool force16 = false);
+
+    // Something begins that overwrites what the ECU has: a map, the misc block, a group of settings, an image is
+    // stored, or the tuning agent starts. Called before the first byte goes out, with words that say what ("fuel map").
+    // With the port closed nobody is told.
+    void announceStore(std::string_view what) const {
+        if (storing && isOpen()) {
+            storing(what);
+        }
+    }
+    std::function<void(std::string_view what)> storing;
 
     // Is told of each byte that went out to be written.
     std::function<void(std::int32_t addr, std::uint8_t data)> written;

@@ -31,6 +31,7 @@ bool Saver::run(const SavePlan& plan, const std::string& group) {
 }
 
 void Saver::write(const SavePlan& plan, const std::string& group) {
+    context_.eeprom.announceStore(group);
     const link::LinkState::Transfer transfer(context_.linkState);
     std::optional<PollStop> stop;
     if (plan.stopsPoll) {

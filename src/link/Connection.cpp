@@ -135,6 +135,7 @@ void Connection::openPort() {
     panel_.MSComm1.RThreshold = 1;
     panel_.MSComm1.InputLen = 1;
     panel_.MSComm1.setPortOpen(true);
+    panel_.ecuEeprom.forget();
     panel_.isConnected = true;
     panel_.btnConnect.Caption = "Disconnect";
     panel_.TimerRequestData.Enabled = true;

@@ -8,6 +8,7 @@
 #include "controls/Controls.h"
 #include "controls/MSComm.h"
 #include "controls/Timer.h"
+#include "link/EcuEeprom.h"
 #include "link/EcuMap.h"
 #include "link/FrameWitness.h"
 #include "link/LinkState.h"
@@ -51,6 +52,7 @@ struct ConnectionPanel {
     ReceiveMachine receiver;
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
     EcuMaps ecuMaps;
+    EcuEeprom ecuEeprom;  // of this connection
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };

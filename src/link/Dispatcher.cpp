@@ -100,7 +100,7 @@ void Dispatcher::eepromByte(Payload payload) {
     checked(tables_.EEImage, address) = value;
     checked(tables_.EETime, address) = timeText();
     checked(tables_.EEParams, address).value = value;
-    panel_.ecuMaps.eepromHas(tables_.addresses, address, value);
+    eepromTold(address, value);
     showEepromValue(value, address, false);
 }
 
@@ -114,9 +114,14 @@ void Dispatcher::eepromWord(Payload payload) {
     checked(tables_.EETime, address) = timeText();
     checked(tables_.EETime, address + 1) = timeText();
     checked(tables_.EEParams, address).value = value;
-    panel_.ecuMaps.eepromHas(tables_.addresses, address, low);
-    panel_.ecuMaps.eepromHas(tables_.addresses, address + 1, high);
+    eepromTold(address, low);
+    eepromTold(address + 1, high);
     showEepromValue(value, address, true);
+}
+
+void Dispatcher::eepromTold(int address, std::uint8_t byte) {
+    panel_.ecuEeprom.told(address, byte);
+    panel_.ecuMaps.eepromHas(tables_.addresses, address, byte);
 }
 
 // Byte replies are not given to the ordinary map windows, which show only the 16-bit limits.

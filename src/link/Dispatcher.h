@@ -53,6 +53,7 @@ private:
     MapWindow* replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();
+    void eepromTold(int address, std::uint8_t byte);
     void showEepromValue(std::int32_t value, int address, bool is16);
     bool refused(Payload payload);
     void requestSecondHalf(std::uint8_t command);

@@ -98,21 +98,28 @@ void EcuMaps::restarted() {
 }
 
 void EcuMaps::eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte) {
+    if (const auto place = mapCellAt(places, address)) {
+        (this->*place->map).keeps(place->cell, byte);
+    }
+}
+
+std::optional<MapCell> mapCellAt(const core::ParameterAddresses& places, int address) {
     struct Place {
-        EcuMap& map;
+        EcuMap EcuMaps::*map;
         int first;  // -1 before the layout is known
         int firstCell;
         int cells;
     };
     constexpr auto kHalf = static_cast<int>(EcuMap::kHalf);
-    const Place kept[] = {{fuel, places.INJ_OFF, 0, kHalf},
-                          {ignition, places.IGN_OFF, 0, kHalf},
-                          {pwm, places.PWM_OFF, kFirstKeptPwm, kHalf - kFirstKeptPwm}};
+    const Place kept[] = {{&EcuMaps::fuel, places.INJ_OFF, 0, kHalf},
+                          {&EcuMaps::ignition, places.IGN_OFF, 0, kHalf},
+                          {&EcuMaps::pwm, places.PWM_OFF, kFirstKeptPwm, kHalf - kFirstKeptPwm}};
     for (const auto& [map, first, firstCell, cells] : kept) {
         if (first >= 0 && first <= address && address < first + cells) {
-            map.keeps(static_cast<std::size_t>(firstCell + address - first), byte);
+            return MapCell{map, static_cast<std::size_t>(firstCell + address - first)};
         }
     }
+    return {};
 }
 
 }  // namespace korvane::link

@@ -59,8 +59,16 @@ struct EcuMaps {
     EcuMap fuel, ignition, pwm;
 
     void restarted();
-    // A byte of the EEPROM that was read or written. Of large maps only the first halves have known places there.
+    // A byte of the EEPROM that was read or written.
     void eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte);
 };
+
+struct MapCell {
+    EcuMap EcuMaps::*map;
+    std::size_t cell;
+};
+// The cell that the EEPROM keeps at this address; nothing where it keeps something else. Of large maps only the first
+// halves have known places.
+[[nodiscard]] std::optional<MapCell> mapCellAt(const core::ParameterAddresses& places, int address);
 
 }  // namespace korvane::link

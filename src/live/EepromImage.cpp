@@ -238,6 +238,7 @@ void EepromImage::upload() {
 }
 
 std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> lines) {
+    eeprom_.announceStore("EEPROM image");
     const Quiet quiet(window_, window_.TimerRequestData.Enabled);
     std::optional<std::size_t> failed;
     pass(window_.btnUploadEEPROM, [&](int address) {

@@ -229,7 +229,7 @@ void FrmMaps_ign_limiter::btnReadData_Click() {
 void FrmMaps_ign_limiter::btnSendSettings_Click() {
     const link::LinkState::Transfer transfer(&context_.connection.linkState);
     const fields::PollStop stop(context_.connection.TimerRequestData);
-    if (saver_.run(kSendSettings)) {
+    if (saver_.run(kSendSettings, "limiter settings")) {
         line_.wait(kRestartPause);
         line_.sendIfOpen(link::shortCommand(link::kRestartDevice));
     }

@@ -44,6 +44,7 @@ Program::Program(platform::Machine& machine)
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
+        frmSarn2_.ecuEeprom.sent(address, byte);
         frmSarn2_.ecuMaps.eepromHas(tables_.addresses, address, byte);
     };
     connection_.loadSettings = [this] { frmMisc_.load(); };

@@ -186,6 +186,7 @@ void FrmMisc::loadFile(const std::string& path) {
 
 // The ECU measures the throttle itself. With the port closed the serial control raises its own failure.
 void FrmMisc::calibrateThrottle(std::uint8_t command) {
+    context_.eeprom.announceStore("throttle end");
     trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
 }
 

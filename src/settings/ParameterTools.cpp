@@ -102,8 +102,14 @@ void ParameterTools::read(void (core::EepromAccess::*ask)(std::int16_t, std::int
 void ParameterTools::Command1_Click() {
     trapped([this] {
         const auto value = numberOf(window_.TextArvo, core::toInt32, "from -2147483648 to 2147483647");
-        eeprom_.WriteEE(address(), value);
+        const auto target = address();
+        announce(target);
+        eeprom_.WriteEE(target, value);
     });
+}
+
+void ParameterTools::announce(int address) const {
+    eeprom_.announceStore("EEPROM address " + std::to_string(address));
 }
 
 // All boxes are read before the first write: the write of a row marked as 16 bits lets events run, and a reply may
@@ -113,6 +119,7 @@ void ParameterTools::btnWriteEE16bit_Click() {
         const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");
         const auto low = address();
         const auto high = numberOf(window_.TextOs, addressBehind, kAddressRange);
+        announce(low);
         eeprom_.WriteEE(low, core::lowByte(value));
         eeprom_.WriteEE(high, core::highByte(value));
     });

@@ -27,6 +27,7 @@ public:
 private:
     void ListView1_ItemClick(int row);
     void read(void (core::EepromAccess::*ask)(std::int16_t, std::int32_t, bool));
+    void announce(int address) const;
     void Command1_Click();
     void btnWriteEE16bit_Click();
     void Combo1_Click();

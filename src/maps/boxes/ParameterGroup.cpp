@@ -23,7 +23,7 @@ ParameterGroup::ParameterGroup(const fields::Context& context, const fields::Fie
     btnRead.Caption = plan.read.caption;
     btnSave.Caption = plan.write.caption;
     btnRead.Click = [this] { reader_.run(); };
-    btnSave.Click = [this, writes = plan.writes] { saver_.run(writes); };
+    btnSave.Click = [this, writes = plan.writes] { saver_.run(writes, frame.Caption.get()); };
 }
 
 void ParameterGroup::place(int left, int top, std::initializer_list<controls::Control*> inside) {

@@ -66,7 +66,12 @@ void AnalyserPane::describe() {
 
 void AnalyserPane::connect() {
     chkInjAnal.Click = [this] { chkInjAnal.Value == 1 ? begin() : end(); };
-    chkUseTuningAgent.Click = [this] { analyser_.setAgentEnable(chkUseTuningAgent.Value == 1); };
+    chkUseTuningAgent.Click = [this] {
+        if (chkUseTuningAgent.Value == 1) {
+            paneWindow().context().eeprom.announceStore("tuning agent");
+        }
+        analyser_.setAgentEnable(chkUseTuningAgent.Value == 1);
+    };
     chkSimplemode.Click = [this] { analyser_.setSimpleMode(chkSimplemode.Value == 1); };
     btnSaveLambdaSetpoint.Click = [this] { files_.save(); };
     btnloadLambdaSetpoint.Click = [this] { files_.load(); };

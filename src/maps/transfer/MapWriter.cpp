@@ -25,6 +25,7 @@ struct MapWriter::Kind {
     std::int16_t core::SharedTables::*acks;
     const link::MapCommands& commands;
     bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
+    const char* stored;
     const char* sending;
     const char* done;
 };
@@ -34,6 +35,7 @@ const MapWriter::Kind MapWriter::kFuel{
     .acks = &core::SharedTables::FuelSendAcks,
     .commands = link::kFuelMap,
     .pollsBeforeCommit = false,
+    .stored = "fuel map",
     .sending = "Sending  fuel data",
     .done = "Fuel kartta lähetetty ja talletettu autoon",
 };
@@ -42,6 +44,7 @@ const MapWriter::Kind MapWriter::kIgnition{
     .acks = &core::SharedTables::IgnSendAcks,
     .commands = link::kIgnitionMap,
     .pollsBeforeCommit = true,
+    .stored = "ignition map",
     .sending = "Sending  Ignition data",
     .done = "Ignition kartta lähetetty ja talletettu autoon",
 };
@@ -51,6 +54,7 @@ MapWriter::MapWriter(PaneWindow& window, const Kind& kind, Halves halves)
 
 void MapWriter::write() {
     line_.trapped([this] {
+        window_.context().eeprom.announceStore(kind_.stored);
         const TransferWatch::Sending sending(line_.watch(), kind_.commands.send, halves_ == Halves::Two ? 2 : 1);
         if (halves_ == Halves::Two) {
             writeHalves();

@@ -40,6 +40,7 @@ MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& cont
 
 void MiscTransfer::save() {
     line_.trapped([this] {
+        context_.eeprom.announceStore("misc block");
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
         line_.stopPoll();
         line_.wait(kPause);

@@ -43,6 +43,7 @@ void PwmTransfer::save() {
 }
 
 void PwmTransfer::send() {
+    window_.context().eeprom.announceStore("PWM table");
     const TransferWatch::Sending sending(line_.watch(), link::kSendPwmCell, 1);
     fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
     line_.stopPoll();
