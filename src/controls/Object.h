@@ -39,8 +39,8 @@ public:
     Object& operator=(const Object&) = delete;
     virtual ~Object();
 
-    // The full list of properties, those of the base classes first.
-    [[nodiscard]] virtual std::vector<std::span<const PropertyInfo>> propertyTables() const = 0;
+    // The full list of properties, those of the base classes first; none for an object that scripts do not reach.
+    [[nodiscard]] virtual std::vector<std::span<const PropertyInfo>> propertyTables() const { return {}; }
     // The property named `name`, or null.
     [[nodiscard]] const PropertyInfo* findProperty(std::string_view name) const;
 

@@ -2,11 +2,9 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "controls/Controls.h"
 
@@ -42,7 +40,6 @@ public:
     [[nodiscard]] std::string note(const controls::TextBox& box) const;
 
     [[nodiscard]] bool knows(const controls::TextBox& box) const { return find(box) != nullptr; }
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
 private:
     struct Known {

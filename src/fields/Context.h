@@ -5,6 +5,7 @@
 #include "controls/Window.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "fields/Answers.h"
 #include "link/LinkState.h"
 
 namespace korvane::fields {
@@ -16,6 +17,7 @@ struct Context {
     core::EepromAccess& eeprom;
     controls::Timer& poll;                 // of the live data
     link::LinkState* linkState = nullptr;  // is told of each read and save
+    Answers* answers = nullptr;            // is told of each value
 };
 
 }  // namespace korvane::fields

@@ -33,6 +33,7 @@ void Reader::run(const std::function<void()>& opening) {
     }
     {
         const link::LinkState::Transfer transfer(context_.linkState);
+        const Answers::Running running(context_.answers);
         std::optional<PollStop> stop;
         if (plan_.pollInterval) {
             stop.emplace(context_.poll, plan_.pollInterval);
@@ -61,6 +62,9 @@ void Reader::runSteps(const std::function<void()>& opening) {
 
 void Reader::read(const ReadStep& step, int cell) {
     const auto address = core::toInt16(context_.tables.addresses.*step.first + step.offset + cell);
+    if (context_.answers != nullptr) {
+        context_.answers->asked(address, context_.eeprom.isOpen());
+    }
     if (step.word) {
         context_.eeprom.ReadEE16(address);
     } else {

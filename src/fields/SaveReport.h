@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -39,8 +38,6 @@ public:
     void refused(int save, std::string label);
     // A byte, or a word of two, that the ECU has told. An address may be any number that a script gives a parameter.
     void heard(std::int64_t address, std::int32_t value, bool is16);
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
 private:
     struct Item {

@@ -33,6 +33,7 @@ bool Saver::run(const SavePlan& plan, const std::string& group) {
 void Saver::write(const SavePlan& plan, const std::string& group) {
     context_.eeprom.announceStore(group);
     const link::LinkState::Transfer transfer(context_.linkState);
+    const Answers::Running running(context_.answers);
     std::optional<PollStop> stop;
     if (plan.stopsPoll) {
         stop.emplace(context_.poll);
@@ -77,6 +78,9 @@ std::int32_t Saver::stored(const Field& field, int cell, int save) const {
 
 void Saver::report(const Field& field, int cell, int address, std::int32_t value, int save) {
     const bool sent = context_.eeprom.isOpen();
+    if (context_.answers != nullptr) {
+        context_.answers->sent(sent);
+    }
     if (auto* const report = fields_.report(); report != nullptr) {
         const bool word = field.codec.width != Width::Byte || core::checked(context_.tables.EEParams, address).is16bit;
         report->add(save, {labelOf(field, cell), address, word ? 2 : 1, value, field.codec}, sent);

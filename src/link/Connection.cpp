@@ -36,7 +36,7 @@ constexpr int kErrorLineLost = 8012;
 // For a line that may bring more than the program can handle: how long one event handles bytes before other events run,
 // how long runs may nest, and how far the program may fall behind before the waiting bytes are dropped.
 constexpr platform::Micros kSlice = 20 * platform::kMicrosPerMilli;
-constexpr platform::Micros kLongestNesting = 1000 * platform::kMicrosPerMilli;
+constexpr platform::Micros kLongestNesting = platform::kMicrosPerSecond;
 constexpr platform::Micros kFarthestBehind = 3000 * platform::kMicrosPerMilli;
 // A handler that takes longer waits for the user, who reads a message box.
 constexpr platform::Micros kMostOfOneHandler = 500 * platform::kMicrosPerMilli;
@@ -136,6 +136,7 @@ void Connection::openPort() {
     panel_.MSComm1.InputLen = 1;
     panel_.MSComm1.setPortOpen(true);
     panel_.ecuEeprom.forget();
+    panel_.ecuMaps.connected();
     panel_.isConnected = true;
     panel_.btnConnect.Caption = "Disconnect";
     panel_.TimerRequestData.Enabled = true;

@@ -258,6 +258,9 @@ void Dispatcher::identity(Payload payload) {
     if (payload.size() < 5) {
         return;
     }
+    if (panel_.MSComm1.PortOpen()) {  // a simulated one is no ECU
+        panel_.ecuMaps.identified(payload);
+    }
     tables_.SWType = payload[4];
     showFirmwareType();
     machine_.pump.sleep(kIdentityPause);

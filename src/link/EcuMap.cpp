@@ -1,5 +1,6 @@
 #include "link/EcuMap.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/Checked.h"
@@ -60,7 +61,9 @@ void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
 
 void EcuMap::stored() {
     for (auto& cell : cells_) {
-        cell.kept = cell.working;
+        if (!cell.onItsWay) {
+            cell.kept = cell.working;
+        }
     }
     storesNext_ = true;
     Object::changed(this);
@@ -83,6 +86,11 @@ void EcuMap::restarted() {
     Object::changed(this);
 }
 
+void EcuMap::forget() {
+    cells_ = {};
+    Object::changed(this);
+}
+
 std::optional<std::uint8_t> EcuMap::working(std::size_t cell) const {
     return at(cell).working;
 }
@@ -92,9 +100,23 @@ std::optional<std::uint8_t> EcuMap::kept(std::size_t cell) const {
 }
 
 void EcuMaps::restarted() {
+    pwm.acknowledged(0);
+    connected();
+}
+
+void EcuMaps::connected() {
     for (auto* map : {&fuel, &ignition, &pwm}) {
         map->restarted();
     }
+}
+
+void EcuMaps::identified(std::span<const std::uint8_t> identity) {
+    if (!identity_.empty() && !std::ranges::equal(identity_, identity)) {
+        for (auto* map : {&fuel, &ignition, &pwm}) {
+            map->forget();
+        }
+    }
+    identity_.assign(identity.begin(), identity.end());
 }
 
 void EcuMaps::eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte) {

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "controls/Object.h"
 #include "core/ParameterAddresses.h"
@@ -23,19 +22,19 @@ public:
     // A cell of a map that is sent as a whole. It counts when its half has been acknowledged.
     void sending(std::size_t cell, std::uint8_t byte);
     void acknowledged(std::size_t firstCell);
-    // A cell that was sent alone, which the ECU does not acknowledge.
+    // A cell that was sent alone to an ECU that is heard; it does not acknowledge it.
     void changed(std::size_t cell, std::uint8_t byte);
-    // The ECU was told to store the map. That holds for a half that is acknowledged later, too.
+    // The ECU was told to store the map. What is on its way is stored when it is acknowledged.
     void stored();
     // What its EEPROM has of a cell, which it runs on only after a restart.
     void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();
+    // Another ECU: nothing is known of its map.
+    void forget();
 
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
     static constexpr std::size_t kHalf = 160;  // cells that one frame carries
 
@@ -55,12 +54,22 @@ private:
     bool storesNext_ = false;  // the order to store went out after the last byte
 };
 
-struct EcuMaps {
+class EcuMaps {
+public:
     EcuMap fuel, ignition, pwm;
 
+    // A restart ends the save of a PWM table, which has no other answer.
     void restarted();
+    // Another connection. The ECU may have restarted unheard.
+    void connected();
+    // The ECU has named itself. One that names itself otherwise than the last one has maps of its own; two that name
+    // themselves alike are taken for the same.
+    void identified(std::span<const std::uint8_t> identity);
     // A byte of the EEPROM that was read or written.
     void eepromHas(const core::ParameterAddresses& places, int address, std::uint8_t byte);
+
+private:
+    std::vector<std::uint8_t> identity_;
 };
 
 struct MapCell {

@@ -13,6 +13,8 @@ public:
 
     // A whole frame, before it acts. The payload is valid during the call.
     virtual void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) = 0;
+    // Another witness waits for the answer to a command from now on.
+    virtual void askedByAnother(std::uint8_t command) { static_cast<void>(command); }
 };
 
 class FrameWitnesses {
@@ -24,6 +26,14 @@ public:
     void tell(std::uint8_t code, std::span<const std::uint8_t> payload) const {
         for (auto* const witness : witnesses_) {
             witness->frameHeard(code, payload);
+        }
+    }
+
+    void tellAsked(std::uint8_t command, const FrameWitness& by) const {
+        for (auto* const witness : witnesses_) {
+            if (witness != &by) {
+                witness->askedByAnother(command);
+            }
         }
     }
 

@@ -47,6 +47,8 @@ protected:
 inline constexpr std::uint8_t kLiveDataFrame = 'R';
 inline constexpr std::uint8_t kIdentityFrame = 'y';
 // Those that tell of the ECU itself.
+inline constexpr std::uint8_t kEepromByteFrame = 'T';
+inline constexpr std::uint8_t kEepromWordFrame = 'U';
 inline constexpr std::uint8_t kDeviceStartedFrame = 170;
 inline constexpr std::uint8_t kUnknownCommandFrame = 153;
 
@@ -60,8 +62,8 @@ inline constexpr EcuFrame kEcuFrames[] = {
     {kLiveDataFrame, "live data", &FrameHandler::liveData},
     {kDeviceStartedFrame, "device started", &FrameHandler::deviceStarted},
     {'!', "alarm flash", &FrameHandler::alarmFlash},
-    {'T', "EEPROM byte", &FrameHandler::eepromByte},
-    {'U', "EEPROM word", &FrameHandler::eepromWord},
+    {kEepromByteFrame, "EEPROM byte", &FrameHandler::eepromByte},
+    {kEepromWordFrame, "EEPROM word", &FrameHandler::eepromWord},
     {'a', "ignition map, first half", &FrameHandler::ignitionFirstHalf},
     {247, "ignition map, second half", &FrameHandler::ignitionSecondHalf},
     {'f', "fuel map, first half", &FrameHandler::fuelFirstHalf},

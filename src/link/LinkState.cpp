@@ -9,7 +9,6 @@ namespace korvane::link {
 
 namespace {
 
-constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
 constexpr int kPolls = 3;
 
 using controls::Object;
@@ -75,7 +74,7 @@ LinkState::~LinkState() {
 }
 
 platform::Micros LinkState::lateAfter() const {
-    return std::max(kPolls * platform::Micros{poll_.Interval} * platform::kMicrosPerMilli, kSecond);
+    return std::max(kPolls * platform::Micros{poll_.Interval} * platform::kMicrosPerMilli, platform::kMicrosPerSecond);
 }
 
 platform::Micros LinkState::ageFrom() const {

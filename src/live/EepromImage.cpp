@@ -101,8 +101,7 @@ public:
 
     // In the second that it shows, or one late: what has been read is never ahead of it.
     [[nodiscard]] platform::WallTime time() const {
-        constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
-        return platform::wallTimeOf(startTime_ + (pump_.now() - start_) / kSecond + 1);
+        return platform::wallTimeOf(startTime_ + (pump_.now() - start_) / platform::kMicrosPerSecond + 1);
     }
     [[nodiscard]] bool wasSet() const {
         constexpr std::int64_t kTolerance = 2;  // seconds: one for the rounding, one for a clock that is slewed

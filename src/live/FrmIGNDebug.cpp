@@ -5,6 +5,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "link/Commands.h"
+#include "platform/Machine.h"
 
 namespace korvane::live {
 
@@ -35,7 +36,7 @@ const FrmIGNDebug::Word FrmIGNDebug::kWords[] = {
 };
 
 FrmIGNDebug::FrmIGNDebug(platform::Machine& machine, FrmSarn2& main, TrendSink& trends, logs::LogWriter& log)
-    : Window(machine, "frmIGNDebug"), main_(main), trends_(trends), log_(log) {
+    : Window(machine, "frmIGNDebug"), wordsAge(machine.pump, main.MSComm1), main_(main), trends_(trends), log_(log) {
     Caption = "Ignition Debug";
     txtSparks.Text = "1";
     Command1.Click = [this] { poll(true); };
@@ -86,6 +87,7 @@ void FrmIGNDebug::showDebugFrame(std::span<const std::uint8_t> payload) {
     for (const Word& word : kWords) {
         showWord(word, payload);
     }
+    wordsAge.heard();
     trends_.drawTrends();
     countFault(lblIgnDeb, lblIgnErr);
     countFault(lblSparkDeb, lblSparkErr);

@@ -11,6 +11,7 @@
 #include "link/Windows.h"
 #include "live/FrmSarn2.h"
 #include "live/LiveUpdate.h"
+#include "live/WordsAge.h"
 #include "logs/LogWriter.h"
 
 namespace korvane::live {
@@ -31,6 +32,8 @@ public:
     controls::TextBox txtSparks{*this, "txtSparks"};                                        // in FrameSparks
     controls::CommandButton btnCleanSparkPlugs{*this, "btnCleanSparkPlugs", "cleanPlugs"};  // in FrameSparks
     controls::Timer TimerIGN{*this, "TimerIGN", false, 10};
+
+    WordsAge wordsAge;
 
     // Shows the four words and pushes them to the trends, one by one; then draws the trends, counts the faults, and
     // writes a row if the main window logs. RuntimeError 9 for a payload that ends too soon: the words before that stay

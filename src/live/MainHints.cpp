@@ -60,7 +60,8 @@ constexpr Hint kHints[] = {
     {"lblHWVer", "The version that the ECU told."},
     {"lblFeatures", "The feature word that the ECU told: each bit is an optional function."},
     {"btnKartat",
-     "Opens the map window of this firmware. The window reads what it shows (a, f, m; R and U for a limiter)."},
+     "Opens the map window of this firmware. The window reads what it shows: m, f, a and p;\nof a box that only "
+     "ignites m, a and R, of a limiter R and U."},
     {"btnAsetukset",
      "Opens the settings. They are read (e, R and U) once, over some twenty seconds: by the first Connect,\nor by the "
      "first opening if that comes before it."},

@@ -8,7 +8,6 @@ namespace korvane::live {
 
 namespace {
 
-constexpr double kMicrosPerSecond = 1'000'000;
 constexpr double kTenths = 10;
 
 }  // namespace
@@ -33,7 +32,8 @@ std::string spanText(const TrendSpan& trend) {
     if (!span) {
         return "No samples yet.";
     }
-    const double seconds = core::roundHalfEven(static_cast<double>(*span) / kMicrosPerSecond * kTenths) / kTenths;
+    const double seconds =
+        core::roundHalfEven(static_cast<double>(*span) / platform::kMicrosPerSecond * kTenths) / kTenths;
     return std::to_string(trend.samples()) + " samples, the last " + core::textOf(seconds) +
            " s. The scale below the plot is not this time.";
 }

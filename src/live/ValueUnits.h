@@ -3,10 +3,8 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "controls/Property.h"
 #include "core/tables/LiveTable.h"
@@ -26,7 +24,6 @@ public:
 
     // By the number of the label.
     [[nodiscard]] const std::string& of(std::size_t label) const { return units_.at(label); }
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
 private:
     std::array<std::string, kValueLabels> units_;

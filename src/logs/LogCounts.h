@@ -13,8 +13,6 @@ public:
     controls::Property<std::int64_t> onDisk{*this};   // that this run has written to the file named now
     controls::Property<std::int32_t> waiting{*this};  // in the buffer
     controls::Property<std::string> path{*this};      // of the file named now, empty without a name
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 };
 
 }  // namespace korvane::logs

@@ -74,10 +74,23 @@ std::string Frm3Dmap::tableScale() const {
     return std::to_string(columns_) + " by " + std::to_string(rows_) + ", raw counts";
 }
 
-void Frm3Dmap::focusAt(std::int32_t table, int cell) {
+// Two map windows may have maps of different sizes: what counts is the one on show here.
+void Frm3Dmap::engineAt(int cell) {
+    marks.Engine = cell >= 0 && cell < columns_ * rows_ ? cell : Marks3D::kNoCell;
+}
+
+void Frm3Dmap::focusAt(std::int32_t table, int cell, const controls::Window& window) {
     focusTable_ = table;
     focusCell_ = cell;
+    focusWindow_ = &window;
     showFocus();
+}
+
+void Frm3Dmap::noFocusIn(const controls::Window& window) {
+    if (focusWindow_ == &window) {
+        focusCell_ = Marks3D::kNoCell;
+        showFocus();
+    }
 }
 
 void Frm3Dmap::redraw() {

@@ -39,9 +39,11 @@ public:
     [[nodiscard]] std::string tableScale() const;
 
     Marks3D marks;
-    // The map windows tell the cell that the engine runs in, and the cell of a table that has the focus.
-    void engineAt(int cell) { marks.Engine = cell; }
-    void focusAt(std::int32_t table, int cell);
+    // The map windows tell the cell that the engine runs in, and the cell of a table that has the focus in `window`.
+    // That a window has none any more counts only if the last one was its own.
+    void engineAt(int cell);
+    void focusAt(std::int32_t table, int cell, const controls::Window& window);
+    void noFocusIn(const controls::Window& window);
     // What btnShow3D does.
     void open();
 
@@ -62,6 +64,7 @@ private:
     std::int32_t mapNumber_ = 0;
     std::int32_t focusTable_ = 0;
     int focusCell_ = Marks3D::kNoCell;
+    const controls::Window* focusWindow_ = nullptr;  // compared, never used
 };
 
 }  // namespace korvane::maps

@@ -52,7 +52,7 @@ FrmMaps_QV_ign::FrmMaps_QV_ign(platform::Machine& machine, const MapContext& map
       FilePane(ground()),
       EnginePlacePane(ground(), {&ign}),
       ToolPane(ground()),
-      IgnitionBoxControls(ground()),
+      IgnitionBoxControls(ground(), mapContext.connection.witnesses),
       chkFocusOnIGN(*this, "chkFocusOnIGN"),
       lblIdleAdv(*this, "lblIdleAdv"),
       txtIdleAdv(*this, "txtIdleAdv", 5),
@@ -96,7 +96,7 @@ fields::Own FrmMaps_QV_ign::sensorType() {
 
 fields::Context FrmMaps_QV_ign::fieldsContext() {
     auto& connection = context().connection;
-    return {*this, context().tables, context().eeprom, connection.TimerRequestData, &connection.linkState};
+    return {*this, context().tables, context().eeprom, connection.TimerRequestData, &connection.linkState, &answers};
 }
 
 void FrmMaps_QV_ign::Form_Load() {

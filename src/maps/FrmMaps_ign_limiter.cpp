@@ -79,7 +79,7 @@ std::string comparisonName(int input) {
 
 FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapContext& context)
     : Window(machine, "frmMaps_ign_limiter"),
-      IgnitionBoxControls(static_cast<Window&>(*this)),
+      IgnitionBoxControls(static_cast<Window&>(*this), context.connection.witnesses),
       context_(context),
       fields_(context.tables, rows()),
       launchControl(fieldsContext(), fields_, launchPlan(BytePause::None)),
@@ -139,7 +139,7 @@ std::vector<fields::Field> FrmMaps_ign_limiter::rows() {
 
 fields::Context FrmMaps_ign_limiter::fieldsContext() {
     auto& connection = context_.connection;
-    return {*this, context_.tables, context_.eeprom, connection.TimerRequestData, &connection.linkState};
+    return {*this, context_.tables, context_.eeprom, connection.TimerRequestData, &connection.linkState, &answers};
 }
 
 void FrmMaps_ign_limiter::fillLists() {
@@ -160,7 +160,8 @@ void FrmMaps_ign_limiter::labelBoxes() {
     txtCylCount.setLabel("Cylinder count");
     const std::array limits{&txtrpmlimitLOW, &txtrpmlimitLOWpre, &txtrpmlimitHIGH, &txtrpmlimitHIGHpre};
     int row = 0;
-    for (const char* name : {"Launch RPM limit", "Pre limit", "RPM limit", "Pre limit"}) {
+    for (const char* name :
+         {"Launch RPM limit", "Pre limit (Launch RPM limit)", "RPM limit", "Pre limit (RPM limit)"}) {
         limits.at(static_cast<std::size_t>(row))->setLabel(name);
         ComboInputFuncLow(kInputs + row++).setLabel(std::string(name) + " function");
     }

@@ -12,8 +12,6 @@ public:
 
     controls::Property<int> Engine{*this, kNoCell};  // the one that the engine runs in
     controls::Property<int> Focus{*this, kNoCell};   // the one that the keys change, if its map is on show
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 };
 
 }  // namespace korvane::maps

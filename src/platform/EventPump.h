@@ -12,6 +12,7 @@ namespace korvane::platform {
 // Microseconds since the start of the program.
 using Micros = std::int64_t;
 inline constexpr Micros kMicrosPerMilli = 1000;
+inline constexpr Micros kMicrosPerSecond = 1000 * kMicrosPerMilli;
 
 // A call at one moment. Belongs to the pump that made it and must not outlive it.
 class Alarm {

@@ -3,6 +3,7 @@
 
 #include "link/EcuMap.h"
 #include "platform/RuntimeError.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::link {
 namespace {
@@ -66,6 +67,14 @@ TEST_F(EcuMapTest, StoresAHalfThatIsAcknowledgedAfterTheOrder) {
     expect(9, 9);
 }
 
+TEST_F(EcuMapTest, AnOrderToStoreStoresNothingThatWasNotAcknowledged) {
+    read(7);
+    map.changed(kCell, 8);
+    map.sending(kCell, 9);
+    map.stored();
+    expect(8, 7);
+}
+
 TEST_F(EcuMapTest, AnOrderToStoreCountsForTheMapBeforeItAlone) {
     map.stored();
     read(7);
@@ -115,6 +124,72 @@ TEST_F(EcuMapTest, ItsEepromDoesNotTellWhatItRunsOn) {
     map.keeps(kCell, 9);
     EXPECT_EQ(map.working(kCell), std::nullopt);
     EXPECT_EQ(map.kept(kCell), std::nullopt);
+}
+
+TEST_F(EcuMapTest, NothingIsKnownOfAnotherEcu) {
+    read(7);
+    int told = 0;
+    const support::PropertyWatch watch(map, &map, [&] { ++told; });
+    map.forget();
+    EXPECT_EQ(map.working(kCell), std::nullopt);
+    EXPECT_EQ(map.kept(kCell), std::nullopt);
+    EXPECT_EQ(told, 1) << "views show it";
+}
+
+struct EcuMapsTest : testing::Test {
+    EcuMapsTest() {
+        for (auto* map : {&maps.fuel, &maps.ignition, &maps.pwm}) {
+            map->read(0, std::vector<std::uint8_t>(160, 7));
+        }
+    }
+    static void expect(const EcuMap& map, int working, int kept) {
+        EXPECT_EQ(map.working(70), working);
+        EXPECT_EQ(map.kept(70), kept);
+    }
+    void identity(std::uint8_t type) { maps.identified(std::vector<std::uint8_t>{1, 2, 13, 58, type}); }
+
+    EcuMaps maps;
+};
+
+TEST_F(EcuMapsTest, ARestartBehindTheOrderToStoreConfirmsAPwmTable) {
+    maps.pwm.sending(70, 9);
+    maps.restarted();
+    expect(maps.pwm, 7, 7);
+    maps.pwm.sending(70, 9);
+    maps.pwm.stored();
+    expect(maps.pwm, 7, 7);
+    maps.restarted();
+    expect(maps.pwm, 9, 9);
+}
+
+TEST_F(EcuMapsTest, ARestartConfirmsNoMapThatHasAnAnswerOfItsOwn) {
+    maps.fuel.sending(70, 9);
+    maps.fuel.stored();
+    maps.restarted();
+    expect(maps.fuel, 7, 7);
+}
+
+TEST_F(EcuMapsTest, BetweenTwoConnectionsTheEcuMayHaveRestarted) {
+    maps.ignition.changed(70, 9);
+    maps.pwm.sending(70, 9);
+    maps.pwm.stored();
+    maps.connected();
+    expect(maps.ignition, 7, 7);
+    expect(maps.pwm, 7, 7);
+}
+
+TEST_F(EcuMapsTest, AnEcuThatNamesItselfOtherwiseIsAnother) {
+    identity(11);
+    expect(maps.fuel, 7, 7);
+    identity(11);
+    expect(maps.fuel, 7, 7);
+    identity(15);
+    for (const auto* map : {&maps.fuel, &maps.ignition, &maps.pwm}) {
+        EXPECT_EQ(map->working(70), std::nullopt);
+    }
+    maps.fuel.read(70, std::vector<std::uint8_t>{8});
+    identity(15);
+    expect(maps.fuel, 8, 8);
 }
 
 TEST(EcuMaps, HaveTheirPlacesInTheEeprom) {

@@ -16,6 +16,8 @@ public:
         journal_.push_back("heard " + std::to_string(code) + " of " + std::to_string(payload.size()));
     }
 
+    void askedByAnother(std::uint8_t command) override { journal_.push_back("asked " + std::to_string(command)); }
+
 private:
     Journal& journal_;
 };
@@ -43,6 +45,13 @@ TEST_F(FrameWitnessTest, HearsAFrameThatFailsAsWell) {
 TEST_F(FrameWitnessTest, HearsNothingOfCodesThatAreNoFrames) {
     command('Q', {1});
     EXPECT_THAT(journal_, IsEmpty());
+}
+
+TEST_F(FrameWitnessTest, HearsWhatAnotherWitnessAsks) {
+    NotingWitness other(journal_);
+    panel_.witnesses.add(other);
+    panel_.witnesses.tellAsked('f', witness_);
+    EXPECT_THAT(journal_, ElementsAre("asked 102")) << "the other one alone";
 }
 
 TEST_F(FrameWitnessTest, HearsNothingAfterItIsRemoved) {

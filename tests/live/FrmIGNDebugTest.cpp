@@ -85,6 +85,31 @@ TEST_F(FrmIGNDebugTest, ItsControlsAreAsDesigned) {
     EXPECT_THAT(errors(), ElementsAre("0", "0"));
 }
 
+TEST_F(FrmIGNDebugTest, WordsAreFreshForASecondBehindTheirFrame) {
+    openPort();
+    EXPECT_FALSE(debug_.wordsAge.Fresh);
+    showWords(21845);
+    pump_.wait(900);
+    showWords(21845);
+    pump_.wait(999);
+    EXPECT_TRUE(debug_.wordsAge.Fresh);
+    pump_.wait(1);
+    EXPECT_FALSE(debug_.wordsAge.Fresh);
+}
+
+TEST_F(FrmIGNDebugTest, WordsAreOldOnceThePortIsClosed) {
+    openPort();
+    showWords(21845);
+    window_.MSComm1.setPortOpen(false);
+    EXPECT_FALSE(debug_.wordsAge.Fresh);
+}
+
+TEST_F(FrmIGNDebugTest, WordsOfAFrameThatEndsTooSoonAreNotFresh) {
+    openPort();
+    EXPECT_THROW(debug_.showDebugFrame(Bytes{1, 2}), platform::RuntimeError);
+    EXPECT_FALSE(debug_.wordsAge.Fresh);
+}
+
 TEST_F(FrmIGNDebugTest, StartAndStopExchangeThePolls) {
     window_.TimerRequestData.Enabled = true;
     debug_.show();

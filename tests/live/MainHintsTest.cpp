@@ -26,6 +26,7 @@ TEST_F(MainHintsTest, ButtonsOfOddNamesSayWhatTheySend) {
     EXPECT_THAT(hintOf(window.Command4), HasSubstr("Sends o"));
     EXPECT_THAT(hintOf(window.Command2), HasSubstr("Sends X"));
     EXPECT_THAT(hintOf(window.Command1), HasSubstr("large maps"));
+    EXPECT_THAT(hintOf(window.btnKartat), HasSubstr("m, f, a and p"));
 }
 
 TEST_F(MainHintsTest, ButtonsOfWindowsSayWhatTheseShow) {

@@ -53,6 +53,33 @@ TEST_F(LimiterTest, TheCaptionTellsHowFarTheReadIs) {
     EXPECT_THAT(captions_.values, ElementsAreArray(expected));
 }
 
+TEST_F(LimiterTest, ASilentBoxIsNoSuccess) {
+    window_.btnReadData.press();
+    EXPECT_EQ(window_.Caption.get(), "Receiving data from target device!:  Received 100%");
+    EXPECT_EQ(window_.answers.Text.get(), "Parameters: no answer");
+    EXPECT_TRUE(window_.answers.Failed);
+}
+
+// 21 parameters; 346 and 971 come as bytes, which the window does not show.
+TEST_F(LimiterTest, WordsAndBytesThatTheBoxAnswersAreCounted) {
+    window_.btnReadData.press();
+    deliverWord(1900, 180);
+    deliverByte(346, 1);
+    deliverByte(1960, 6);
+    deliverWord(1902, 6);
+    deliver('T', {1});
+    EXPECT_EQ(window_.answers.Text.get(), "Parameters: 3 of 21 answered");
+}
+
+TEST_F(LimiterTest, WhatWasSentIsNotConfirmed) {
+    window_.btnSendSettings.press();
+    EXPECT_EQ(window_.Caption.get(), "Data sent and stored to device.");
+    EXPECT_EQ(window_.answers.Text.get(), "Parameters: sent, the ECU does not confirm it");
+    main_.MSComm1.setPortOpen(false);
+    window_.btnSendSettings.press();
+    EXPECT_EQ(window_.answers.Text.get(), "Parameters: the port is closed");
+}
+
 class Sending : public LimiterTest {
 protected:
     Sending() {

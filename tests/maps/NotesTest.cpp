@@ -193,6 +193,52 @@ TEST_F(Marks3DTest, NeitherIsMarkedOnceTheWindowIsClosed) {
     EXPECT_EQ(focus(), Marks3D::kNoCell);
 }
 
+class TwoWindowsMarks3DTest : public Marks3DTest {
+protected:
+    TwoWindowsMarks3DTest() {
+        frm3Dmap_.open();
+        other_.show();
+        window_.setFocus(&window_.ign(30));
+        other_.setFocus(&other_.ign(40));
+    }
+
+    BenchWindow other_{machine_.machine, context_, kLargeMaps};
+};
+
+TEST_F(TwoWindowsMarks3DTest, TheFocusThatMovedLastIsMarked) {
+    EXPECT_EQ(focus(), 40);
+    window_.setFocus(&window_.btnHelp);
+    EXPECT_EQ(focus(), 40);
+    other_.setFocus(&other_.btnHelp);
+    EXPECT_EQ(focus(), Marks3D::kNoCell);
+}
+
+TEST_F(TwoWindowsMarks3DTest, AWindowThatClosesTakesItsOwnMarkAlone) {
+    static_cast<void>(window_.unload());
+    EXPECT_EQ(focus(), 40);
+    static_cast<void>(other_.unload());
+    EXPECT_EQ(focus(), Marks3D::kNoCell);
+}
+
+TEST_F(TwoWindowsMarks3DTest, AKeyBringsTheMarkBackToItsWindow) {
+    window_.ign(30).keyDown(kKeyPlus, kNoShift);
+    EXPECT_EQ(focus(), 30);
+}
+
+TEST_F(TwoWindowsMarks3DTest, AKeyOfAScriptMovesNoMark) {
+    window_.ign(31).keyDown(kKeyPlus, kNoShift);
+    EXPECT_EQ(focus(), 40);
+}
+
+TEST_F(TwoWindowsMarks3DTest, TheEngineIsMarkedByTheSizeOfTheMapOnShow) {
+    frm3Dmap_.setMapSizes(20, 16);
+    tables_.MapPlace = 200;
+    other_.updateMapPlace();
+    EXPECT_EQ(engine(), 200);
+    window_.updateMapPlace();
+    EXPECT_EQ(engine(), 200);
+}
+
 TEST_F(Marks3DTest, TheViewSaysWhichMapItShows) {
     frm3Dmap_.open();
     EXPECT_EQ(frm3Dmap_.tableName(), "Ignition map");

@@ -65,6 +65,27 @@ TEST_F(TransferResultTest, AFrameThatWasCutOffCountsAsFarAsItWasHeard) {
     EXPECT_EQ(result_.text(), "Fuel: 230 of 320 bytes");
 }
 
+TEST_F(TransferResultTest, AFrameThatCameWholeAfterAllCountsOnce) {
+    result_.begin('f', 320);
+    result_.partlyHeard('f', 90);
+    hear('f', kHalf);
+    result_.silent();
+    EXPECT_EQ(result_.text(), "Fuel: 160 of 320 bytes");
+}
+
+TEST_F(TransferResultTest, BytesBeyondAHalfAreNoneOfTheMap) {
+    result_.begin('f', 320);
+    hear('f', Bytes(200, 1));
+    result_.silent();
+    EXPECT_EQ(result_.text(), "Fuel: 160 of 320 bytes");
+}
+
+TEST_F(TransferResultTest, ATransferThatIsBegunAgainIsToldOnce) {
+    result_.begin('f', 160);
+    result_.begin('f', 160);
+    EXPECT_EQ(result_.text(), "Fuel: waiting");
+}
+
 TEST_F(TransferResultTest, AllBytesInAFrameThatWasDroppedAreNoAnswer) {
     result_.begin('m', 9);
     result_.partlyHeard('m', 9);
@@ -139,6 +160,40 @@ TEST_F(TransferResultTest, AClosedPortEndsTheWait) {
     EXPECT_FALSE(result_.isWaiting());
 }
 
+TEST_F(TransferResultTest, NothingAnswersATransferThatTheClosedPortEnded) {
+    result_.begin('a', 160);
+    result_.lineClosed();
+    hear('a', kHalf);
+    EXPECT_EQ(result_.text(), "Ignition: the port is closed");
+}
+
+TEST_F(TransferResultTest, ALateAnswerCountsUntilItIsTooLate) {
+    result_.begin('f', 160);
+    result_.begin('a', 160);
+    result_.silent();
+    hear('f', kHalf);
+    result_.tooLate();
+    hear('a', kHalf);
+    EXPECT_EQ(result_.text(), "Fuel: complete; Ignition: no answer");
+}
+
+TEST_F(TransferResultTest, TheAnswerToAnotherWindowIsNoLateAnswer) {
+    result_.begin('f', 160);
+    result_.begin('a', 160);
+    result_.silent();
+    result_.begunElsewhere('f');
+    hear('f', kHalf);
+    hear('a', kHalf);
+    EXPECT_EQ(result_.text(), "Fuel: no answer; Ignition: complete");
+}
+
+TEST_F(TransferResultTest, AnotherWindowsTransferLeavesOneThatWaitsAlone) {
+    result_.begin('f', 160);
+    result_.begunElsewhere('f');
+    hear('f', kHalf);
+    EXPECT_EQ(result_.text(), "Fuel: 160 of 160 bytes");
+}
+
 TEST_F(TransferResultTest, OtherCommandsAreNoTransfers) {
     result_.begin('x', 1);
     EXPECT_EQ(result_.text(), "");
@@ -157,6 +212,36 @@ TEST_F(TransferWatchTest, AReadThatNobodyAnswersEndsAfterTwoSeconds) {
     EXPECT_EQ(text(), "Fuel: waiting");
     machine_.pump.wait(200);
     EXPECT_EQ(text(), "Fuel: no answer");
+}
+
+TEST_F(TransferWatchTest, AnAnswerThatIsLateByLessThanTenSecondsCounts) {
+    openPort();
+    window_.btnReadMisc.press();
+    machine_.pump.wait(9900);
+    hear('m', Bytes(9, 1));
+    EXPECT_EQ(text(), "Misc: 9 of 9 bytes");
+}
+
+// As a restart that has nothing to do with the table.
+TEST_F(TransferWatchTest, WhatComesTenSecondsLaterAnswersSomethingElse) {
+    openPort();
+    window_.btnSavePWM.press();
+    machine_.pump.wait(10'100);
+    hear(170, {});
+    EXPECT_EQ(text(), "PWM: no answer");
+    EXPECT_TRUE(window_.line().watch().Failed);
+}
+
+TEST_F(TransferWatchTest, AnAnswerToAnotherWindowIsNotThisOnes) {
+    openPort();
+    BenchWindow other(machine_.machine, context_, kOrdinaryMaps);
+    other.load();
+    window_.btnReadFuel.press();
+    machine_.pump.wait(2100);
+    other.btnReadFuel.press();
+    hear('f', kHalf);
+    EXPECT_EQ(text(), "Fuel: no answer");
+    EXPECT_EQ(other.line().watch().Text.get(), "Fuel: 160 of 160 bytes");
 }
 
 TEST_F(TransferWatchTest, EachSignOfTheEcuMakesItWaitLonger) {

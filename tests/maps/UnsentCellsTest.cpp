@@ -1,5 +1,6 @@
 #include "TransferBench.h"
 #include "link/Dispatcher.h"
+#include "link/Frames.h"
 #include "maps/transfer/UnsentCells.h"
 
 namespace korvane::maps {
@@ -14,6 +15,7 @@ protected:
         windows_.curMapWindow = &window_;
         setParameter(tables_.addresses.INJ_MODE_OFFSET, 2);
         openPort();
+        main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
     }
 
     void answer(std::uint8_t code, support::Bytes payload) { dispatcher_.DoCommand(code, payload); }
@@ -139,10 +141,49 @@ TEST_F(UnsentCellsTest, NothingIsSentOnAClosedPort) {
 TEST_F(UnsentCellsTest, ThePwmTableIsKeptOnceItWasSent) {
     readMaps();
     plus(window_.pwm, 70);
+    at(5500, [this] { answer(170, {}); });
     window_.btnSavePWM.press();
+    machine_.pump.wait(1000);
     EXPECT_EQ(pwm(), kNone);
-    answer(170, {});
-    EXPECT_EQ(pwm(), kNone);
+}
+
+TEST_F(UnsentCellsTest, APwmTableThatNoRestartConfirmsIsNotInTheEcu) {
+    readMaps();
+    plus(window_.pwm, 70);
+    window_.btnSavePWM.press();
+    machine_.pump.wait(5000);
+    EXPECT_EQ(pwm(), (UnsentCells{1, 0}));
+}
+
+TEST_F(UnsentCellsTest, ACellThatIsSentToASilentEcuIsUnsent) {
+    readMaps();
+    window_.chkOnlineChanges.Value = 1;
+    machine_.pump.wait(1000);
+    EXPECT_EQ(main_.linkState.state(), link::LinkState::State::Late);
+    plus(window_.fuel, 5);
+    EXPECT_EQ(fuel(), (UnsentCells{1, 0}));
+}
+
+TEST_F(UnsentCellsTest, WithAnotherEcuTheEditsCount) {
+    answer('y', {1, 1, 13, 58, 11});
+    readMaps();
+    plus(window_.fuel, 5);
+    at(800, [this] { answer('F', {1}); });
+    window_.btnWriteFuel.press();
+    machine_.pump.wait(1000);
+    answer('y', {1, 1, 13, 58, 11});
+    EXPECT_EQ(fuel(), kNone);
+    answer('y', {1, 1, 13, 58, 10});
+    EXPECT_EQ(fuel(), (UnsentCells{1, 0}));
+}
+
+TEST_F(UnsentCellsTest, ASimulatedIdentityIsNoOtherEcu) {
+    answer('y', {1, 1, 13, 58, 10});
+    readMaps();
+    tables_.FuelMapIn.fill(51);
+    main_.MSComm1.setPortOpen(false);
+    answer('y', {1, 1, 13, 58, 11});
+    EXPECT_EQ(main_.ecuMaps.fuel.working(5), 50);
 }
 
 // Word replies: low byte, high byte, address. The fuel map begins at 16, the ignition map at 180.

@@ -207,6 +207,45 @@ TEST_F(LinkStateTest, AnotherConnectionStartsSilentAndCountsAnew) {
     EXPECT_EQ(counts.frames + counts.bytes + counts.dropped + counts.resyncs + counts.unanswered, 0);
 }
 
+TEST_F(LinkStateTest, UnansweredPollsAreCountedForTheirConnectionAlone) {
+    open();
+    wait(100);
+    program_.connect();
+    const auto before = link_.counts().unanswered;
+    wait(1000);
+    EXPECT_EQ(link_.counts().unanswered, before) << "no answer can come any more";
+    open();
+    wait(1000);
+    EXPECT_GT(link_.counts().unanswered, 0);
+    program_.connect();
+    open();
+    EXPECT_EQ(link_.counts().unanswered, 0);
+}
+
+TEST_F(LinkStateTest, ObserversHearOfEachFrameAndLoss) {
+    open();
+    live();
+    int told = 0;
+    const support::PropertyWatch watch(link_, link_.countsProperty(), [&] { ++told; });
+    live();
+    EXPECT_EQ(told, 1);
+    program_.receive({0, 'T', 1, 5, 5});
+    EXPECT_GE(told, 2);
+}
+
+TEST_F(LinkStateTest, ObserversHearOfATransferAndOfItsEndWithThePort) {
+    open();
+    int told = 0;
+    const support::PropertyWatch watch(link_, link_.busyProperty(), [&] { ++told; });
+    {
+        const LinkState::Transfer transfer(&link_);
+        EXPECT_EQ(told, 1);
+        program_.line.pullOut();
+        EXPECT_EQ(told, 2);
+    }
+    EXPECT_EQ(told, 3);
+}
+
 TEST_F(LinkStateTest, CountsFramesBytesAndLosses) {
     open();
     poll(false);

@@ -277,5 +277,17 @@ TEST(ProgramEeprom, WhatIsWrittenCountsAsKeptByTheEcu) {
     EXPECT_EQ(program.window.ecuMaps.fuel.kept(6), 50);
 }
 
+// It may have restarted unheard, so that it has lost what it had not stored.
+TEST(ProgramEeprom, AfterAnotherConnectTheEcuHasWhatItHadStored) {
+    VirtualProgram program;
+    program.connect();
+    program.receiveFrame('f', Bytes(160, 50));
+    program.window.ecuMaps.fuel.changed(5, 51);
+    program.connect();
+    EXPECT_EQ(program.window.ecuMaps.fuel.working(5), 51);
+    program.connect();
+    EXPECT_EQ(program.window.ecuMaps.fuel.working(5), 50);
+}
+
 }  // namespace
 }  // namespace korvane::link

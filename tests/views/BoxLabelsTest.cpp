@@ -1,9 +1,14 @@
-// What messages call the boxes of the ignition boxes' windows is what stands beside them.
+// What messages call the boxes of the ignition boxes' windows is what stands beside them, and no two boxes of a group
+// are called the same.
 #include <QWidget>
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
+#include <string>
 
+#include "fields/Fields.h"
 #include "views/ProgramViews.h"
 
 namespace korvane::views {
@@ -23,12 +28,23 @@ struct BoxLabelsTest : testing::Test, ProgramViews {
             const auto* const widget =
                 host.viewOf(opened)->findChild<QWidget*>(QString::fromStdString(control->path()));
             if (widget != nullptr && !control->label().empty()) {
-                EXPECT_TRUE(widget->accessibleName().endsWith(QString::fromStdString(control->label())))
+                const auto label = QString::fromStdString(control->label());
+                EXPECT_TRUE(widget->accessibleName().endsWith(label) || widget->accessibleDescription() == label)
                     << control->path() << widget->accessibleName().toStdString();
                 ++labels;
             }
         }
         EXPECT_EQ(labels, expected);
+    }
+    static void expectDifferentNames(const controls::Window& opened) {
+        std::multiset<std::string> names;
+        for (const auto* control : opened.controls()) {
+            if (!control->label().empty()) {
+                names.insert(fields::calledName(*control) + " in " + fields::titleOf(control->container()));
+            }
+        }
+        const auto twice = std::adjacent_find(names.begin(), names.end());
+        EXPECT_TRUE(twice == names.end()) << *twice;
     }
 };
 
@@ -39,6 +55,24 @@ TEST_F(BoxLabelsTest, OfTheLimiterAreThoseThatAreShown) {
 TEST_F(BoxLabelsTest, OfTheIgnitionBoxAreThoseThatAreShown) {
     tables.SWType = 32;
     expectLabels(open(window.btnKartat), 6 + 5 + 1);
+}
+
+TEST_F(BoxLabelsTest, DifferWithinAGroup) {
+    expectDifferentNames(open(window.Command7));
+    expectDifferentNames(open(window.btnAsetukset));
+    tables.SWType = 32;
+    expectDifferentNames(open(window.btnKartat));
+}
+
+// Both have the same name beside them, in one group.
+TEST_F(BoxLabelsTest, TellThePreLimitsApart) {
+    auto& limiter = open(window.Command7);
+    for (const auto& [control, limit] :
+         {std::pair("txtrpmlimitLOWpre", "Launch RPM limit"), std::pair("txtrpmlimitHIGHpre", "RPM limit")}) {
+        const auto& box = findIn<QWidget>(*host.viewOf(limiter), control);
+        EXPECT_EQ(box.accessibleName(), "Pre limit");
+        EXPECT_EQ(box.accessibleDescription().toStdString(), std::string("Pre limit (") + limit + ")");
+    }
 }
 
 TEST_F(BoxLabelsTest, AreWhatAMessageNames) {

@@ -15,6 +15,7 @@
 #include "views/Views.h"
 #include "views/frame/LinkMark.h"
 #include "views/frame/TransferBar.h"
+#include "views/widgets/Veil.h"
 #include "views/widgets/values/BigFigures.h"
 #include "views/widgets/values/Dial.h"
 #include "views/widgets/values/Lamp.h"
@@ -220,20 +221,43 @@ TEST_F(LinkMarkTest, TheVoltagesOfTheLimiterAreDimmedToo) {
     EXPECT_TRUE(volts.isDimmed());
 }
 
-TEST_F(LinkMarkTest, DebugWordsAreDimmedOnceThePortIsClosed) {
+TEST_F(LinkMarkTest, DebugWordsAreDimmedWhileNoneCome) {
     open();
     live();
     window.Command5.press();
     const auto& view = newest();
+    const auto dimmed = [&] {
+        host.clock().tick();
+        EXPECT_EQ(find<Readout>(view, "lblIgnDeb").isDimmed(), find<Readout>(view, "lblSparkErr").isDimmed());
+        return find<Readout>(view, "lblIgnDeb").isDimmed();
+    };
+    EXPECT_TRUE(dimmed());
     find<QPushButton>(view, "Command1").click();
+    receiveFrame('S', support::Bytes(8, 85));
+    EXPECT_FALSE(dimmed());
     pump.wait(3000);
     EXPECT_EQ(badge(view), "Paused 3 s");
-    EXPECT_FALSE(find<Readout>(view, "lblIgnDeb").isDimmed());
-    pullAt(100);
-    pump.wait(200);
-    EXPECT_EQ(badge(view), "Closed");
-    EXPECT_TRUE(find<Readout>(view, "lblIgnDeb").isDimmed());
-    EXPECT_TRUE(find<Readout>(view, "lblSparkErr").isDimmed());
+    EXPECT_TRUE(dimmed());
+    receiveFrame('S', support::Bytes(8, 85));
+    EXPECT_FALSE(dimmed());
+    line.pullOut();
+    EXPECT_TRUE(dimmed());
+}
+
+TEST_F(LinkMarkTest, TheRoadSpeedIsDimmedToo) {
+    open();
+    live();
+    window.btnTuningHelp.press();
+    auto& speed = find(newest(), "txtSpeed");
+    const auto& veil = first<Veil>(newest());
+    EXPECT_EQ(veil.parentWidget(), &speed);
+    EXPECT_FALSE(veil.isDimmed());
+    speed.resize(speed.width() + 10, speed.height());
+    const int usual = darkest(speed);
+    pump.wait(2000);
+    EXPECT_TRUE(veil.isDimmed());
+    EXPECT_EQ(veil.size(), speed.size());
+    EXPECT_GT(darkest(speed), usual + 20) << "the box without a number has grey lines";
 }
 
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {

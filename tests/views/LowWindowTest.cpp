@@ -11,6 +11,7 @@
 #include "views/ProgramViews.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/FoldingRow.h"
+#include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
 namespace {
@@ -83,6 +84,37 @@ TEST_F(LowWindow, OfLargeMapsShowsOneAndTheSendButtons) {
     open(true, kLow);
     expectNothingScrolled();
     for (const char* name : {"txtFuel", "btnReadFuel", "btnWriteFuel", "btnWriteIgn", "btnSavePWM", "btnHelp"}) {
+        EXPECT_TRUE(isInView(name)) << name;
+    }
+}
+
+// Below the maps alone it would have too little room for its words.
+TEST_F(LowWindow, ShowsTheStatusLineAcrossTheWindow) {
+    for (const bool large : {false, true}) {
+        open(large, kLow);
+        EXPECT_TRUE(isInView("cellStatus"));
+        EXPECT_TRUE(isInView("alignNumbers"));
+        const auto leftOf = [this](const char* name) { return find(name).mapTo(&view(), QPoint(0, 0)).x(); };
+        EXPECT_GT(leftOf("alignNumbers"), leftOf("btnReadFuel"));
+    }
+}
+
+TEST_F(LowWindow, IsNotMadeWiderByALongStatusLine) {
+    open(false, kLow);
+    auto& status = find<Readout>("cellStatus");
+    status.setText(QStringLiteral("Fuel, 1000 RPM, 0-10 %: 0.527 ms, count 19, 3 hp with 550 cc; ").repeated(3));
+    status.updateGeometry();
+    settle();
+    expectNothingScrolled();
+}
+
+// Of the warning every line is shown, and the grid has what is left.
+TEST_F(LowWindow, ShowsTheGridBelowTheWarningThatItsMapsHaveAnotherSize) {
+    tables.SWType = 11;
+    open(true, {960, 500});
+    expectNothingScrolled();
+    EXPECT_GE(find("sizeNote").height(), find("sizeNote").heightForWidth(find("sizeNote").width()));
+    for (const char* name : {"sizeNote", "txtFuel", "cellStatus"}) {
         EXPECT_TRUE(isInView(name)) << name;
     }
 }

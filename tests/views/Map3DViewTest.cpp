@@ -159,13 +159,13 @@ TEST_F(Map3DViewTest, TellsTheSizeOfTheMapAndThatItShowsCounts) {
 
 TEST_F(Map3DViewTest, MarksTheCellsOfTheEngineAndOfTheFocus) {
     window.engineAt(35);
-    window.focusAt(1, 100);
+    window.focusAt(1, 100, window);
     frame();
     const QImage image = chart().grab().toImage();
     EXPECT_EQ(image.pixelColor(chart().placeOf(35).toPoint()), QColor(225, 45, 40));
     EXPECT_EQ(image.pixelColor(chart().placeOf(100).toPoint()), QColor(255, 255, 0));
     window.engineAt(-1);
-    window.focusAt(0, -1);
+    window.noFocusIn(window);
     frame();
     EXPECT_NE(chart().grab().toImage().pixelColor(chart().placeOf(35).toPoint()), QColor(225, 45, 40));
 }

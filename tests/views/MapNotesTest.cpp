@@ -122,6 +122,26 @@ TEST_F(MapNotesTest, ASilentEcuIsSeenBesideTheCaption) {
     expectNothingCut();
 }
 
+TEST_F(MapNotesTest, ASilentBoxIsSeenBesideTheCaption) {
+    tables.SWType = 30;
+    auto& form = open<maps::FrmMaps_QV_ign>();
+    form.launchControl.btnRead.press();
+    frame();
+    EXPECT_EQ(text("answersNote"), "Parameters: the port is closed");
+    EXPECT_NE(find("answersNote").palette().color(QPalette::WindowText), view().palette().color(QPalette::WindowText));
+    expectNothingCut();
+}
+
+TEST_F(MapNotesTest, ASilentLimiterIsSeenBesideTheCaption) {
+    program.mapWindows().openLimiter();
+    auto& form = dynamic_cast<maps::FrmMaps_ign_limiter&>(*windows.loaded().back());
+    lookAt(form);
+    form.btnReadData.press();
+    frame();
+    EXPECT_EQ(text("answersNote"), "Parameters: the port is closed");
+    expectNothingCut();
+}
+
 TEST_F(MapNotesTest, ALineAcrossTheWindowTellsOfOtherSizes) {
     auto& form = open<maps::FrmMaps_Large>();
     EXPECT_FALSE(find("sizeNote").isVisible());

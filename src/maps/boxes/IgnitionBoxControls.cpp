@@ -32,13 +32,14 @@ constexpr auto kSlowLaunchWrites = launchWrites(50);
 
 }  // namespace
 
-IgnitionBoxControls::IgnitionBoxControls(controls::Window& window)
+IgnitionBoxControls::IgnitionBoxControls(controls::Window& window, link::FrameWitnesses& line)
     : txtLaunchControlLimit(window, "txtLaunchControlLimit"),
       Combolaunchmode(window, "Combolaunchmode"),
       txtLaunchFixedDelay(window, "txtLaunchFixedDelay"),
       ComboAccellimiter(window, "ComboAccellimiter"),
       txtMaxAccel(window, "txtMaxAccel"),
-      Combosensortype(window, "Combosensortype") {
+      Combosensortype(window, "Combosensortype"),
+      ear_(line, answers) {
     fillList(Combolaunchmode,
              {"Launch -normal", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
               "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"});

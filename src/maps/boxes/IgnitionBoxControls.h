@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "controls/Controls.h"
+#include "fields/Answers.h"
 #include "fields/Field.h"
+#include "maps/boxes/ParameterEar.h"
 #include "maps/boxes/ParameterGroup.h"
 
 namespace korvane::maps {
@@ -15,7 +17,7 @@ class IgnitionBoxControls {
 public:
     enum class BytePause { None, Ms50 };
 
-    explicit IgnitionBoxControls(controls::Window& window);
+    IgnitionBoxControls(controls::Window& window, link::FrameWitnesses& line);
 
     // The launch control.
     controls::TextBox txtLaunchControlLimit;
@@ -25,6 +27,11 @@ public:
     controls::TextBox txtMaxAccel;
 
     controls::ComboBox Combosensortype;
+
+    fields::Answers answers;  // to reads and saves of parameters
+
+private:
+    ParameterEar ear_;
 
 protected:
     // The launch control: the parameters behind it, its frame, and what stands in there. The boxes differ in the pause

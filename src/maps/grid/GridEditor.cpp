@@ -129,6 +129,9 @@ void GridEditor::keyDown(int index, int keyCode, int shift) {
         return;  // an arrow may follow, whose command needs the block
     }
     beforeFocus_ = {};
+    if (window_.activeControl() == &grid_(index)) {
+        tellFocus(index, true);
+    }
     const int key = withControl(keyCode, shift);
     tellSelection();
     if (actOnBlock(key, shift)) {

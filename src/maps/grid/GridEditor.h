@@ -37,7 +37,8 @@ struct GridRules {
     std::function<void()> redraw;              // after a block command
     std::function<void(int cell)> redrawCell;  // after the step of a cell
     std::function<void(int cell)> cellEdited;  // after that; may be empty
-    // A cell has got the focus, or lost it; may be empty.
+    // A cell has got the focus, or lost it; told again with each of its keys, as another window may have had the focus
+    // meanwhile. May be empty.
     std::function<void(int cell, bool has)> focusMoved;
 };
 

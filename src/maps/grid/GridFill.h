@@ -9,8 +9,6 @@ class GridFill : public controls::Object {
 public:
     // Until the first read, edit or load of a tune. The empty cells are no values of the ECU.
     controls::Property<bool> NeverRead{*this, true};
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 };
 
 }  // namespace korvane::maps

@@ -15,8 +15,6 @@ public:
     controls::Property<bool> HeatTint;      // a bar in each cell, by how high its number is
     controls::Property<bool> AlignNumbers;  // at the decimal point
 
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
-
 private:
     void afterChange(const void* property) override;
 

@@ -38,8 +38,6 @@ public:
     // The cell in which the engine runs now, as far as the line tells.
     controls::Property<std::optional<int>> EngineCell{*this};
 
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
-
     GridFill fill;
 
     // Puts a cell under its column label and beside its row label.

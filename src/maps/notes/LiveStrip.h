@@ -31,8 +31,6 @@ public:
     // Changes nothing before the first live data.
     void show(const core::LiveTable& live, const Cell& cell);
 
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
-
 private:
     void showMixture(double value, std::optional<float> target);
 };

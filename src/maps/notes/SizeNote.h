@@ -15,8 +15,6 @@ namespace korvane::maps {
 class SizeNote : public controls::Object {
 public:
     controls::Property<std::string> Text{*this};
-
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 };
 
 }  // namespace korvane::maps

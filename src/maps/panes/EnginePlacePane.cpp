@@ -31,7 +31,7 @@ void EnginePlacePane::showPlace() {
             grid->EngineCell = cell;
         }
     }
-    context.frm3Dmap.engineAt(cell.value_or(Marks3D::kNoCell));
+    context.frm3Dmap.engineAt(known ? place : Marks3D::kNoCell);
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

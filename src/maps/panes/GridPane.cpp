@@ -27,7 +27,12 @@ GridRules GridPane::connected(GridRules rules) {
     rules.redrawCell = [this](int cell) { redrawCell(cell); };
     rules.cellEdited = [this](int cell) { cellEdited(cell); };
     rules.focusMoved = [this](int cell, bool has) {
-        paneWindow().context().frm3Dmap.focusAt(images_.number, has ? cell : Marks3D::kNoCell);
+        auto& view = paneWindow().context().frm3Dmap;
+        if (has) {
+            view.focusAt(images_.number, cell, paneWindow());
+        } else {
+            view.noFocusIn(paneWindow());
+        }
     };
     return rules;
 }

@@ -91,7 +91,7 @@ void PaneWindow::Form_Load() {
 }
 
 bool PaneWindow::Form_Unload() {
-    context_.frm3Dmap.focusAt(0, Marks3D::kNoCell);
+    context_.frm3Dmap.noFocusIn(*this);
     context_.frm3Dmap.engineAt(Marks3D::kNoCell);
     return true;
 }

@@ -68,7 +68,7 @@ void PwmTransfer::sendCell(int cell) {
     const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
     if (window_.isFormLoaded && line_.isOpen()) {
         line_.send(link::cellCommand(link::kSendPwmCell, static_cast<std::uint8_t>(cell), value));
-        window_.context().connection.ecuMaps.pwm.changed(static_cast<std::size_t>(cell), value);
+        window_.context().connection.ecuMaps.pwm.sending(static_cast<std::size_t>(cell), value);
     }
     grid_(cell).ToolTipText = core::numberText(value).view();
 }

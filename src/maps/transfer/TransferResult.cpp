@@ -29,10 +29,15 @@ const TransferResult::Kind TransferResult::kKinds[] = {
     {link::kSendPwmCell, "PWM", Answer::Restart, link::kDeviceStartedFrame, link::kDeviceStartedFrame},
 };
 
-void TransferResult::begin(std::uint8_t command, int total) {
+const TransferResult::Kind* TransferResult::kindOf(std::uint8_t command) {
     const auto* const kind =
         std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& each) { return each.command == command; });
-    if (kind == std::end(kKinds)) {
+    return kind != std::end(kKinds) ? kind : nullptr;
+}
+
+void TransferResult::begin(std::uint8_t command, int total) {
+    const auto* const kind = kindOf(command);
+    if (kind == nullptr) {
         return;
     }
     if (!isWaiting()) {
@@ -52,7 +57,7 @@ bool TransferResult::heard(std::uint8_t code, std::span<const std::uint8_t> payl
 
 // What comes after a refusal changes nothing.
 bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> payload) {
-    if (exchange.state == State::Refused) {
+    if (exchange.state == State::Refused || exchange.isOver) {
         return false;
     }
     const auto answer = exchange.kind->answer;
@@ -63,7 +68,6 @@ bool TransferResult::count(Exchange& exchange, std::span<const std::uint8_t> pay
     exchange.partly = 0;
     exchange.heard += answer == Answer::Bytes ? static_cast<int>(std::min(payload.size(), link::EcuMap::kHalf)) : 1;
     if (exchange.heard >= exchange.total) {
-        exchange.heard = exchange.total;
         exchange.state = State::Whole;
     }
     return true;
@@ -98,8 +102,21 @@ void TransferResult::silent() {
     endWaiting(State::Silent);
 }
 
+void TransferResult::tooLate() {
+    for (auto& exchange : exchanges_) {
+        exchange.isOver = true;
+    }
+}
+
+void TransferResult::begunElsewhere(std::uint8_t command) {
+    for (auto& exchange : exchanges_) {
+        exchange.isOver = exchange.isOver || (exchange.state != State::Waiting && exchange.kind == kindOf(command));
+    }
+}
+
 void TransferResult::lineClosed() {
     endWaiting(State::Closed);
+    tooLate();
 }
 
 void TransferResult::endWaiting(State state) {

@@ -22,6 +22,10 @@ public:
     void partlyHeard(std::uint8_t code, int bytes);
     // Nothing more is expected.
     void silent();
+    // What comes from now on answers something else: any transfer, or that of a command which another window has begun.
+    // One that waits is not touched by the latter.
+    void tooLate();
+    void begunElsewhere(std::uint8_t command);
     // The port is closed.
     void lineClosed();
 
@@ -50,10 +54,12 @@ private:
         int heard = 0;
         int partly = 0;  // bytes of a frame that was never whole
         State state = State::Waiting;
+        bool isOver = false;  // nothing answers it any more
     };
 
     [[nodiscard]] static std::string verdict(const Exchange& exchange, bool alone);
     [[nodiscard]] static std::string silence(const Exchange& exchange);
+    [[nodiscard]] static const Kind* kindOf(std::uint8_t command);
     [[nodiscard]] Exchange* answeredBy(std::uint8_t code);
     bool refuseOldest();
     static bool count(Exchange& exchange, std::span<const std::uint8_t> payload);

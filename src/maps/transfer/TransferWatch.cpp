@@ -26,6 +26,7 @@ TransferWatch::~TransferWatch() {
 
 void TransferWatch::begin(std::uint8_t command, int total) {
     result_.begin(command, total);
+    connection_.witnesses.tellAsked(command, *this);
     if (!connection_.MSComm1.PortOpen()) {
         result_.lineClosed();
     }
@@ -35,8 +36,14 @@ void TransferWatch::begin(std::uint8_t command, int total) {
 
 void TransferWatch::expectSign() {
     lastSign_ = pump_.now();
+    lookAgain();
+}
+
+void TransferWatch::lookAgain() {
     if (result_.isWaiting()) {
         alarm_->callAt(pump_.now() + kLook);
+    } else {
+        alarm_->callAt(lastSign_ + kTooLate);
     }
 }
 
@@ -64,13 +71,16 @@ void TransferWatch::showText() {
 }
 
 void TransferWatch::look() {
+    const auto silence = pump_.now() - lastSign_;
+    if (!result_.isWaiting() && silence >= kTooLate) {
+        result_.tooLate();
+        return;
+    }
     noteOpenFrame();
-    if (sending_ == 0 && pump_.now() - lastSign_ >= kPatience) {
+    if (sending_ == 0 && silence >= kPatience) {
         result_.silent();
     }
-    if (result_.isWaiting()) {
-        alarm_->callAt(pump_.now() + kLook);
-    }
+    lookAgain();
     showText();
 }
 

@@ -28,6 +28,8 @@ public:
 
     // A silence of this length ends the wait for an answer.
     static constexpr platform::Micros kPatience = 2000 * platform::kMicrosPerMilli;
+    // A later answer still counts, but not behind a silence of this length.
+    static constexpr platform::Micros kTooLate = 10'000 * platform::kMicrosPerMilli;
 
     // As TransferResult::begin(). With the port closed nothing can be heard.
     void begin(std::uint8_t command, int total);
@@ -49,12 +51,12 @@ public:
         TransferWatch& watch_;
     };
 
-    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
-
 private:
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
+    void askedByAnother(std::uint8_t command) override { result_.begunElsewhere(command); }
     void propertyChanged(controls::Object& object, const void* property) override;
     void expectSign();
+    void lookAgain();
     void look();
     void noteOpenFrame();
     void showText();

@@ -13,7 +13,7 @@ namespace korvane::platform {
 
 namespace {
 
-constexpr Micros kFoundStaysGood = 1000 * kMicrosPerMilli;
+constexpr Micros kFoundStaysGood = kMicrosPerSecond;
 constexpr std::string_view kPreferencesKey = "Ports";
 constexpr std::string_view kLinkFolder = "/dev/serial/by-id";
 

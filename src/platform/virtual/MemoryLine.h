@@ -55,7 +55,7 @@ private:
         Micros arrival;
     };
 
-    [[nodiscard]] Micros byteTime() const { return Micros{10} * 1000 * kMicrosPerMilli / baud_; }
+    [[nodiscard]] Micros byteTime() const { return 10 * kMicrosPerSecond / baud_; }
     [[nodiscard]] bool deviceFirst(Micros by) const;
     void advance();
     void schedule();

@@ -19,7 +19,7 @@ VirtualPump::VirtualPump(WallTime start) : wallStart_(secondsOf(start)) {}
 VirtualPump::~VirtualPump() = default;
 
 WallTime VirtualPump::wallTime() const {
-    return wallTimeOf(wallStart_ + now_ / (1000 * kMicrosPerMilli));
+    return wallTimeOf(wallStart_ + now_ / kMicrosPerSecond);
 }
 
 void VirtualPump::pump() {

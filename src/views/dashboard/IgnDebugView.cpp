@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/ObjectPart.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
@@ -73,8 +74,8 @@ Readout& IgnDebugView::addTile(Card& card, QGridLayout& grid, const QString& nam
     auto& value =
         child<Readout>(&tile, Readout::Look{.scale = kScale, .bold = true, .growing = true, .ground = Ground::Tile});
     value.setReserve(QStringLiteral("1000000"));
-    value.setFromEcu(Dimmable::Source::OtherFrames);
     binder().bind(label, value);
+    ObjectPart::bind(binder(), {&window_.wordsAge}, [&value, &age = window_.wordsAge] { value.setDimmed(!age.Fresh); });
     rows.addWidget(&child<Caption>(&tile, name, &value));
     rows.addWidget(&value, 1);
     const int place = grid.count();

@@ -18,12 +18,14 @@ namespace {
 // The share of a larger window's extra size that makes texts larger; the rest makes the parts larger.
 constexpr double kTextShare = 0.6;
 constexpr QSize kSmallest{480, 320};
-// The share of the usual width from which on texts are made smaller.
-constexpr double kNarrow = 0.85;
 }  // namespace
 
-FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest)
-    : WindowView(window, clock), usual_(usual), smallest_(smallest), content_(child<QWidget>(kNobody)) {
+FittedView::FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest, double narrow)
+    : WindowView(window, clock),
+      usual_(usual),
+      smallest_(smallest),
+      narrow_(narrow),
+      content_(child<QWidget>(kNobody)) {
     auto& scroll = child<QScrollArea>(this);
     scroll.setFrameShape(QFrame::NoFrame);
     scroll.setWidgetResizable(true);
@@ -55,7 +57,7 @@ void FittedView::fitTexts() {
 double FittedView::textScale(double size) const {
     const double wide = width() / (size * usual_.width());
     const double room = std::min(wide, height() / (size * usual_.height()));
-    return room > 1 ? 1 + (room - 1) * kTextShare : std::clamp(wide / kNarrow, smallest_, 1.0);
+    return room > 1 ? 1 + (room - 1) * kTextShare : std::clamp(wide / narrow_, smallest_, 1.0);
 }
 
 void FittedView::resizeEvent(QResizeEvent* event) {

@@ -11,8 +11,8 @@ namespace korvane::views {
 class FittedView : public WindowView {
 public:
     // A window of `usual` text sizes has all its parts at their usual size.
-    // `smallest` is the least size of texts, as a share of the usual one, in a window that is too narrow.
-    FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest = 1);
+    // In one narrower than `narrow` of that, texts are smaller, down to `smallest` of their usual size.
+    FittedView(controls::Window& window, FrameClock& clock, QSizeF usual, double smallest = 1, double narrow = 0.85);
 
     // The widget that contains the parts.
     [[nodiscard]] QWidget& content() const { return content_; }
@@ -33,6 +33,7 @@ private:
 
     QSizeF usual_;
     double smallest_;
+    double narrow_;
     QWidget& content_;
 };
 

@@ -20,7 +20,6 @@ using State = link::LinkState::State;
 
 constexpr double kScale = 0.9;  // of the view's text
 constexpr int kBelow = 1;       // logical pixels above the mark and below it
-constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
 }  // namespace
 
 LinkMark::LinkMark(link::LinkState& link, std::function<void()> closePort, platform::EventPump& pump, WindowView* view)
@@ -136,7 +135,7 @@ void LinkMark::showAge() {
     badge_.setState(linkLook(*link_), linkWord(*link_), linkAge(*link_));
     const auto state = link_->state();
     if (view_.isVisible() && state != State::Closed && state != State::Live) {
-        nextSecond_->callAt(pump_.now() + kSecond - link_->age() % kSecond);
+        nextSecond_->callAt(pump_.now() + platform::kMicrosPerSecond - link_->age() % platform::kMicrosPerSecond);
     } else {
         nextSecond_->cancel();
     }
@@ -146,9 +145,8 @@ void LinkMark::dimValues() {
     const auto state = link_->state();
     for (auto* const widget : view_.findChildren<QWidget*>()) {
         auto* const value = dynamic_cast<Dimmable*>(widget);
-        if (value != nullptr && value->source() != Dimmable::Source::Own) {
-            const bool live = value->source() == Dimmable::Source::LiveData;
-            value->setDimmed(live ? state != State::Live : state == State::Closed);
+        if (value != nullptr && value->isFromEcu()) {
+            value->setDimmed(state != State::Live);
         }
     }
 }

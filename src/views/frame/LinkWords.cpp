@@ -8,8 +8,7 @@ namespace {
 
 using State = link::LinkState::State;
 
-constexpr platform::Micros kSecond = 1000 * platform::kMicrosPerMilli;
-constexpr platform::Micros kMinute = 60 * kSecond;
+constexpr platform::Micros kMinute = 60 * platform::kMicrosPerSecond;
 constexpr platform::Micros kHour = 60 * kMinute;
 
 struct Saying {
@@ -45,11 +44,11 @@ const Saying& sayingOf(const link::LinkState& link) {
 }
 
 QString ageWords(platform::Micros age) {
-    if (age < kSecond) {
+    if (age < platform::kMicrosPerSecond) {
         return QStringLiteral("< 1 s");
     }
     if (age < kMinute) {
-        return QStringLiteral("%1 s").arg(age / kSecond);
+        return QStringLiteral("%1 s").arg(age / platform::kMicrosPerSecond);
     }
     return age < kHour ? QStringLiteral("%1 min").arg(age / kMinute) : QStringLiteral("%1 h").arg(age / kHour);
 }

@@ -1,5 +1,6 @@
 #include "views/maps/IgnitionBoxView.h"
 
+#include <QFontInfo>
 #include <QHBoxLayout>
 
 #include <vector>
@@ -16,6 +17,8 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr double kSmallestText = 0.8;
+constexpr double kRoomForGroups = 96;  // text sizes, of a window that has them side by side
 
 template <class Layout>
 Layout& makeLayout() {
@@ -53,14 +56,19 @@ Card& makeSetup(maps::FrmMaps_QV_ign& window, Binder& binder, QWidget* parent) {
 }  // namespace
 
 IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual), maps_(window) {
+    : FittedView(window, clock, kUsual, kSmallestText),
+      maps_(window),
+      pages_(child<MapPages>(&content(), QStringLiteral("Ignition"), QStringLiteral("Idle, launch, sensor"))),
+      column_(child<ScrollColumn>(&content())),
+      groups_(makeLayout<QGridLayout>()) {
     auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeMapBar({window, window, window}, *this, &content()));
+    rows.addWidget(&makeMapBar({window, window, window, nullptr, &window.answers}, *this, &content()));
     auto& columns = makeLayout<QHBoxLayout>();
     columns.addLayout(&makeLeft(), 1);
-    columns.addLayout(&makeRight());
+    columns.addWidget(&column_);
+    fillRight();
     rows.addLayout(&columns, 1);
     rows.addWidget(&makeMapStatusLine(maps_, binder(), &content()));
     orderTabs();
@@ -70,22 +78,45 @@ IgnitionBoxView::IgnitionBoxView(maps::FrmMaps_QV_ign& window, FrameClock& clock
 QLayout& IgnitionBoxView::makeLeft() {
     auto& left = makeLayout<QVBoxLayout>();
     left.addWidget(&makeSizeNote(maps_.sizeNote, binder(), &content()));
-    left.addWidget(&GridCards(maps_, binder()).make(maps_.FrameIgn, maps_.ign, QStringLiteral("Ignition"), &content()),
-                   1);
-    left.addLayout(&makeGroups());
+    left.addWidget(&pages_, 1);
+    auto& map = GridCards(maps_, binder()).make(maps_.FrameIgn, maps_.ign, QStringLiteral("Ignition"), &pages_.upper());
+    pages_.upper().layout()->addWidget(&map);
+    makeGroups();
     return left;
 }
 
-QLayout& IgnitionBoxView::makeGroups() {
-    auto& groups = makeLayout<QHBoxLayout>();
-    groups.addWidget(&makeIdle(maps_, binder(), &content()));
-    groups.addWidget(&makeLaunch(maps_, binder(), &content()), 1);
-    groups.addWidget(&makeSetup(maps_, binder(), &content()));
-    return groups;
+void IgnitionBoxView::makeGroups() {
+    dynamic_cast<QVBoxLayout&>(*pages_.lower().layout()).addLayout(&groups_);
+    groups_.setAlignment(Qt::AlignTop);
+    pages_.keepLowerLow();
+    idle_ = &makeIdle(maps_, binder(), &pages_.lower());
+    launch_ = &makeLaunch(maps_, binder(), &pages_.lower());
+    setup_ = &makeSetup(maps_, binder(), &pages_.lower());
+    placeGroups();
 }
 
-QLayout& IgnitionBoxView::makeRight() {
-    auto& right = makeLayout<QVBoxLayout>();
+// Side by side, or, on a page of their own, one below the other beside the highest of them.
+void IgnitionBoxView::placeGroups() {
+    const bool paged = pages_.isPaged();
+    groups_.addWidget(idle_, 0, 0);
+    groups_.addWidget(launch_, 0, 1, paged ? 2 : 1, 1);
+    groups_.addWidget(setup_, paged ? 1 : 0, paged ? 0 : 2);
+    groups_.setColumnStretch(1, 1);
+}
+
+void IgnitionBoxView::resizeEvent(QResizeEvent* event) {
+    const bool narrow = width() < kRoomForGroups * QFontInfo(font()).pixelSize();
+    if (const bool paged = narrow || MapPages::neededIn(*this); paged != pages_.isPaged()) {
+        pages_.setPaged(paged);
+        placeGroups();
+    }
+    FittedView::resizeEvent(event);
+}
+
+void IgnitionBoxView::fillRight() {
+    auto& right = child<QVBoxLayout>(&column_.inside());
+    right.setContentsMargins(0, 0, 0, 0);
+    right.setSpacing(kSpacing);
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
     transfer.addButtons(maps_.btnReadIgn, 'i', maps_.btnWriteIgn, 'g');
     transfer.addButtons(maps_.btnReadMisc, 'm', maps_.btnSaveMisc, 'c');
@@ -95,7 +126,6 @@ QLayout& IgnitionBoxView::makeRight() {
     live.addBox(maps_.chkFocusOnIGN, 'n', 1);
     right.addWidget(&live.card());
     right.addWidget(&makeMiscCard(maps_, binder(), &content()), 1);
-    return right;
 }
 
 void IgnitionBoxView::orderTabs() {

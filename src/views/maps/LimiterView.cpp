@@ -7,6 +7,7 @@
 
 #include "views/frame/StatusLine.h"
 #include "views/maps/BoxParts.h"
+#include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 
@@ -15,7 +16,12 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{96, 46};  // text sizes
+constexpr double kSmallestText = 0.8;
+constexpr double kNarrow = 0.92;  // of the usual width
 const QString kShownElsewhere = QStringLiteral("What is read shows in the settings window, not here.");
+
+// Before the limit that a pre limit belongs to; in the window that is the one above it.
+const QString kOfLimit = QStringLiteral(" (");
 
 constexpr std::array kLimits{&maps::FrmMaps_ign_limiter::txtrpmlimitLOW, &maps::FrmMaps_ign_limiter::txtrpmlimitLOWpre,
                              &maps::FrmMaps_ign_limiter::txtrpmlimitHIGH,
@@ -28,7 +34,7 @@ constexpr std::array kInputLabels{&maps::FrmMaps_ign_limiter::lblInput1, &maps::
 
 // Tab goes through the widgets in the order in which they are made.
 LimiterView::LimiterView(maps::FrmMaps_ign_limiter& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual), window_(window) {
+    : FittedView(window, clock, kUsual, kSmallestText, kNarrow), window_(window) {
     auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
@@ -54,9 +60,12 @@ Card& LimiterView::makeBar() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&card);
     row.setSpacing(kSpacing);
-    row.addWidget(
-        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card),
-        1);
+    auto& state = child<QVBoxLayout>(kNobody);
+    state.setSpacing(0);
+    state.addWidget(
+        &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card));
+    state.addWidget(&makeAnswersNote(window_.answers, binder(), &card));
+    row.addLayout(&state, 1);
     row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
     row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
     row.addWidget(&makeCommand(window_.btnHelp, 'o', binder(), &card));
@@ -78,7 +87,11 @@ Card& LimiterView::makeLimits() {
     int list = maps::FrmMaps_ign_limiter::kInputs;
     for (const auto limit : kLimits) {
         auto& function = window_.ComboInputFuncLow(list++);
-        group.addValue(labelOf(window_.*limit), window_.*limit, kWordDigits, QStringLiteral("rpm"));
+        const QString label = labelOf(window_.*limit);
+        group.addValue(label.section(kOfLimit, 0, 0), window_.*limit, kWordDigits, QStringLiteral("rpm"));
+        if (label.contains(kOfLimit)) {
+            binder().widgetOf(&(window_.*limit))->setAccessibleDescription(label);
+        }
         group.addBeside(labelOf(function), function);
     }
     return group.card();

@@ -5,6 +5,7 @@
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Palette.h"
+#include "views/widgets/values/NoteLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -16,28 +17,50 @@ constexpr double kFailureShare = 0.3;   // of the text's colour in the red
 constexpr double kPlateShare = 0.12;
 constexpr int kMargin = 6;
 
-}  // namespace
+struct NoteWords {
+    const char* name;
+    const char* spoken;
+    const char* toolTip;
+    const char* longest;
+};
 
-QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
+// The text of a model of answers, red where they have failed.
+template <class Model>
+QWidget& makeNote(Model& model, const NoteWords& words, Binder& binder, QWidget* parent) {
     auto& note = child<Readout>(parent);
-    note.setObjectName(QStringLiteral("transferNote"));
-    note.setToolTip(QStringLiteral("What the ECU was heard to answer to the last transfer"));
-    note.setReserve(QStringLiteral("Fuel: only the first half acknowledged"));
-    ObjectPart::bind(binder, {&watch}, [&watch, &note, parent] {
+    note.setObjectName(QLatin1String(words.name));
+    note.setToolTip(QLatin1String(words.toolTip));
+    note.setReserve(QLatin1String(words.longest));
+    note.setAccessibleName(QLatin1String(words.spoken));
+    ObjectPart::bind(binder, {&model}, [&model, &note, parent] {
         const QPalette around = parent->palette();
         setOwnColor(note, QPalette::WindowText,
-                    watch.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
-        note.setAccessibleName(QStringLiteral("Answer of the ECU"));
-        note.setText(QString::fromStdString(watch.Text));
+                    model.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
+        note.setText(QString::fromStdString(model.Text));
     });
     return note;
 }
 
+}  // namespace
+
+QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
+    return makeNote(watch,
+                    {"transferNote", "Answer of the ECU", "What the ECU was heard to answer to the last transfer",
+                     "Fuel: only the first half acknowledged"},
+                    binder, parent);
+}
+
+QWidget& makeAnswersNote(fields::Answers& answers, Binder& binder, QWidget* parent) {
+    return makeNote(answers,
+                    {"answersNote", "Answer of the ECU to parameters",
+                     "What the ECU was heard to answer to the last read or save of parameters",
+                     "Parameters: sent, the ECU does not confirm it"},
+                    binder, parent);
+}
+
 QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
-    auto& line = child<QLabel>(parent);
+    auto& line = child<NoteLine>(parent);
     line.setObjectName(QStringLiteral("sizeNote"));
-    line.setAutoFillBackground(true);
-    line.setWordWrap(true);
     line.setMargin(kMargin);
     ObjectPart::bind(binder, {&note}, [&note, &line, parent] {
         setOwnColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "fields/Answers.h"
 #include "maps/panes/PaneWindow.h"
 #include "views/frame/Binder.h"
 #include "views/maps/MapGridView.h"
@@ -12,6 +13,7 @@ namespace korvane::views {
 
 // The answer of the ECU to the last transfer.
 [[nodiscard]] QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent);
+[[nodiscard]] QWidget& makeAnswersNote(fields::Answers& answers, Binder& binder, QWidget* parent);
 
 // A line across the grids while its maps have another size than the ECU's.
 [[nodiscard]] QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent);

@@ -1,5 +1,6 @@
 #include "views/maps/MapPages.h"
 
+#include <QFontInfo>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -7,6 +8,16 @@
 #include "views/widgets/Spacing.h"
 
 namespace korvane::views {
+
+namespace {
+constexpr double kLow = 46;  // text sizes
+constexpr double kWide = 60;
+}  // namespace
+
+bool MapPages::neededIn(const QWidget& window) {
+    const double size = QFontInfo(window.font()).pixelSize();
+    return window.height() < kLow * size && window.width() >= kWide * size;
+}
 
 MapPages::MapPages(const QString& upper, const QString& lower, QWidget* parent)
     : QWidget(parent), tabs_(child<QTabBar>(this)), upper_(child<QWidget>(this)), lower_(child<QWidget>(this)) {
@@ -25,6 +36,10 @@ MapPages::MapPages(const QString& upper, const QString& lower, QWidget* parent)
     }
     connect(&tabs_, &QTabBar::currentChanged, this, [this] { showPages(); });
     showPages();
+}
+
+void MapPages::keepLowerLow() {
+    dynamic_cast<QBoxLayout&>(*layout()).setStretchFactor(&lower_, 0);
 }
 
 void MapPages::setPaged(bool paged) {

@@ -51,7 +51,13 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
     state.setColumnStretch(0, 1);
     state.addWidget(
         &makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), parent), 0, 0);
-    state.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent), 1, 0);
+    auto& heard = child<QHBoxLayout>(kNobody);
+    heard.setSpacing(kGroupGap);
+    heard.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent), 1);
+    if (bar.answers != nullptr) {
+        heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent), 1);
+    }
+    state.addLayout(&heard, 1, 0);
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
     state.addWidget(&strip, 0, 1, 2, 1);

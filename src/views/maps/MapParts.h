@@ -9,6 +9,7 @@
 #include <array>
 #include <memory>
 
+#include "fields/Answers.h"
 #include "maps/panes/AnalyserPane.h"
 #include "maps/panes/FilePane.h"
 #include "maps/panes/MiscPane.h"
@@ -41,6 +42,7 @@ struct MapBar {
     maps::FilePane& files;
     maps::ToolPane& tools;
     controls::CommandButton* injScale = nullptr;
+    fields::Answers* answers = nullptr;  // where the window has parameters
 };
 QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent);
 

@@ -40,6 +40,7 @@ void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout
         const auto status = maps::statusOf(window);
         const bool both = !status.cell.empty() && !status.block.empty();
         cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        unsent.setReserve(status.unsent.empty() ? QString() : QString::fromLatin1(kLongestUnsent));
         unsent.setText(QString::fromStdString(status.unsent));
     });
 }
@@ -84,7 +85,8 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
-    unsent.setReserve(QLatin1String(kLongestUnsent));
+    // However long it is, it does not make the window wider.
+    cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     row.addWidget(&cell, 1);
     row.addWidget(&unsent);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));

@@ -1,6 +1,5 @@
 #include "views/maps/MapsView.h"
 
-#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QTabBar>
 
@@ -18,9 +17,6 @@ namespace {
 
 constexpr QSizeF kUsual{105, 56};  // text sizes
 constexpr double kSmallestText = 0.8;
-// Text sizes. In a window lower than this, but wide enough for a map beside its buttons, the maps have pages.
-constexpr double kLow = 46;
-constexpr double kWideForPages = 60;
 
 template <class Layout, class Parent>
 Layout& layoutIn(Parent* parent) {
@@ -35,19 +31,32 @@ Layout& layoutIn(Parent* parent) {
 MapsView::MapsView(maps::MapForm& window, FrameClock& clock)
     : FittedView(window, clock, kUsual, kSmallestText),
       maps_(window),
+      rows_(child<QVBoxLayout>(&content())),
       column_(child<ScrollColumn>(&content())),
       left_(layoutIn<QVBoxLayout>(kNobody)),
       right_(layoutIn<QVBoxLayout>(&column_.inside())) {
     QWidget* const inside = &content();
-    auto& rows = child<QVBoxLayout>(inside);
-    rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
-    rows.setSpacing(kSpacing);
-    rows.addWidget(&makeMapBar({window, window, window, &window.btnInjScale}, *this, inside));
+    rows_.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    rows_.setSpacing(kSpacing);
+    rows_.addWidget(&makeMapBar({window, window, window, &window.btnInjScale}, *this, inside));
     auto& columns = layoutIn<QHBoxLayout>(kNobody);
-    rows.addLayout(&columns, 1);
+    rows_.addLayout(&columns, 1);
     columns.addLayout(&left_, 1);
     left_.addWidget(&makeSizeNote(window.sizeNote, binder(), inside));
     columns.addWidget(&column_);
+}
+
+void MapsView::addStatusLine() {
+    status_ = &makeMapStatusLine(maps_, binder(), &content());
+    left_.addWidget(status_);
+}
+
+void MapsView::resizeEvent(QResizeEvent* event) {
+    if (const bool low = MapPages::neededIn(*this); low != low_) {
+        low_ = low;
+        (low ? rows_ : left_).addWidget(status_);
+    }
+    FittedView::resizeEvent(event);
 }
 
 void MapsView::addLowerCards() {
@@ -84,7 +93,7 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
     : MapsView(window, clock),
       pages_(child<MapPages>(&content(), QStringLiteral("Fuel"), QStringLiteral("Ignition, PWM, analyser"))) {
     addPanes(window);
-    left().addWidget(&makeMapStatusLine(window, binder(), &content()));
+    addStatusLine();
     addCommands(window);
     addLowerCards();
     orderTabs(
@@ -122,9 +131,8 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
 }
 
 void FrmMapsView::resizeEvent(QResizeEvent* event) {
-    const double size = QFontInfo(font()).pixelSize();
-    pages_.setPaged(height() < kLow * size && width() >= kWideForPages * size);
     MapsView::resizeEvent(event);
+    pages_.setPaged(isLow());
 }
 
 void FrmMapsView::focusMoved(QWidget& widget) {
@@ -148,7 +156,7 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
 FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& clock) : MapsView(window, clock) {
     addTabs(window);
     addPages(window);
-    left().addWidget(&makeMapStatusLine(window, binder(), &content()));
+    addStatusLine();
     addCommands(window);
     addLowerCards();
     orderTabs({&window.TabStrip1, &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode,

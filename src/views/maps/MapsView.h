@@ -22,8 +22,14 @@ protected:
 
     [[nodiscard]] bool mayClose() override { return maps::mayLeaveUnsent({&maps_}); }
 
+    // A window too low for all its parts, and wide enough for one map beside its buttons.
+    [[nodiscard]] bool isLow() const { return low_; }
+    void resizeEvent(QResizeEvent* event) override;
+
     [[nodiscard]] QVBoxLayout& left() { return left_; }
     [[nodiscard]] QVBoxLayout& right() { return right_; }
+    // Below the maps; in a low window, where it would be too narrow there, across the window.
+    void addStatusLine();
     // What both windows have in their cards at the top of the right column.
     void addTransfers(PairCard& card);
     void addLive(PairCard& card);
@@ -34,9 +40,12 @@ protected:
 
 private:
     maps::MapForm& maps_;
+    QVBoxLayout& rows_;
     ScrollColumn& column_;
     QVBoxLayout& left_;
     QVBoxLayout& right_;
+    QWidget* status_ = nullptr;
+    bool low_ = false;
 };
 
 // The fuel map above; below it ignition, PWM or analyser, whichever is on top. In a low window they are on two pages.

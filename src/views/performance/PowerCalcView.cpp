@@ -13,6 +13,7 @@
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TextList.h"
+#include "views/widgets/Veil.h"
 #include "views/widgets/values/Lamp.h"
 #include "views/widgets/values/Readout.h"
 #include "views/widgets/values/ValueBox.h"
@@ -135,6 +136,7 @@ Card& PowerCalcView::makePull() {
 void PowerCalcView::addSpeed(Card& card, QGridLayout& grid) {
     auto& speed = child<NumberBox>(&card);
     binder().bind(window_.txtSpeed, speed);
+    child<Veil>(static_cast<QWidget*>(&speed)).setFromEcu();
     grid.addWidget(&makeName(QStringLiteral("nopeus"), speed, &card), 0, 3);
     grid.addWidget(&speed, 0, 4);
     grid.addWidget(&child<QLabel>(&card, QStringLiteral("km/h")), 0, 5);

@@ -8,11 +8,9 @@ namespace korvane::views {
 
 class Dimmable : public QWidget {
 public:
-    // Where its value comes from: from the live data, without which it is dimmed, or from other frames of the ECU, of
-    // which only a closed port says that none will come.
-    enum class Source { Own, LiveData, OtherFrames };
-    void setFromEcu(Source source = Source::LiveData) { source_ = source; }
-    [[nodiscard]] Source source() const { return source_; }
+    // Its value comes from the live data, without which it is dimmed.
+    void setFromEcu() { fromEcu_ = true; }
+    [[nodiscard]] bool isFromEcu() const { return fromEcu_; }
 
     void setDimmed(bool dimmed);
     [[nodiscard]] bool isDimmed() const { return dimmed_; }
@@ -25,7 +23,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    Source source_ = Source::Own;
+    bool fromEcu_ = false;
     bool dimmed_ = false;
 };
 

@@ -34,9 +34,11 @@ void Readout::setText(const QString& text) {
 }
 
 void Readout::setReserve(const QString& longest) {
-    reserve_ = longest;
-    updateGeometry();
-    refit();
+    if (longest != reserve_) {
+        reserve_ = longest;
+        updateGeometry();
+        refit();
+    }
 }
 
 int Readout::usualPixels() const {
