@@ -37,7 +37,8 @@ void writeRow(const std::string& folder, std::size_t index, const Operation& ope
     std::string part = setting("KORVANE_FAULT_PART");
     std::ranges::replace(part, '/', '-');
     std::ofstream file(folder + "/rows" + part + ".txt", std::ios::app);
-    file << index << '\t' << operation.name << '\t' << nameOf(row.fault) << '\t' << row.tried;
+    file << index << '\t' << operation.name << '\t' << static_cast<int>(row.fault) << '\t' << nameOf(row.fault) << '\t'
+         << row.tried;
     for (const int count : row.outcomes) {
         file << '\t' << count;
     }

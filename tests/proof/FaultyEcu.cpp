@@ -37,6 +37,7 @@ void FaultyEcu::arm(const Try& what, platform::Micros now, std::function<void()>
     heard_ = 0;
     said_ = 0;
     storings_.clear();
+    cellsWritten_ = cellsWritten();
     writesBefore_.assign(ecu_.writes().begin(), ecu_.writes().end());
     const std::string byte = std::to_string(what.byte);
     if (what.fault == Fault::Restarted) {
@@ -55,30 +56,25 @@ void FaultyEcu::receive(std::uint8_t byte, platform::Micros at) {
         return;
     }
     cutIfDue(at);
-    if (!armed_) {
-        ecu_.receive(byte, at);
-        return;
-    }
-    ++heard_;
+    heard_ += armed_ ? 1 : 0;
     if (!hits(Fault::Lost, heard_)) {
-        hear(hits(Fault::Flipped, heard_) ? withBitFlipped(byte, heard_) : byte, at);
+        ecu_.receive(hits(Fault::Flipped, heard_) ? withBitFlipped(byte, heard_) : byte, at);
+        noteStoring(at);
     }
-    strike(at);
-}
-
-void FaultyEcu::hear(std::uint8_t byte, platform::Micros at) {
-    const std::uint64_t before = cellsWritten();
-    ecu_.receive(byte, at);
-    if (const std::uint64_t after = cellsWritten(); after != before) {
-        storings_.push_back({heard_, static_cast<int>(after - before)});
-    }
-}
-
-void FaultyEcu::strike(platform::Micros at) {
     if (hits(Fault::Pulled, heard_) || hits(Fault::Killed, heard_)) {
         plugged_ = false;
         struck_();
-    } else if (hits(Fault::CutWhileStoring, heard_)) {
+    }
+}
+
+void FaultyEcu::noteStoring(platform::Micros at) {
+    const auto cells = static_cast<int>(cellsWritten() - cellsWritten_);
+    if (!armed_ || cells <= 0) {
+        return;
+    }
+    cellsWritten_ = cellsWritten();
+    storings_.push_back({heard_, cells});
+    if (hits(Fault::CutWhileStoring, heard_)) {
         // In the middle of erasing and of programming in turn.
         const platform::Micros part = ecu::Eeprom::kWriteTime * (try_.cell % 2 == 0 ? 1 : 3) / 4;
         cutAt_ = at + try_.cell * ecu::Eeprom::kWriteTime + part;

@@ -70,7 +70,8 @@ public:
     void take(platform::Micros at, std::vector<std::uint8_t>& out) override;
 
 private:
-    void hear(std::uint8_t byte, platform::Micros at);
+    // The byte that has come may have made the ECU store something.
+    void noteStoring(platform::Micros at);
     void strike(platform::Micros at);
     void cutIfDue(platform::Micros at);
     [[nodiscard]] bool hits(Fault fault, long count) const;
@@ -85,6 +86,7 @@ private:
     long heard_ = 0;
     long said_ = 0;
     std::vector<Storing> storings_;
+    std::uint64_t cellsWritten_ = 0;
     std::vector<std::uint32_t> writesBefore_;
     std::vector<std::uint8_t> taken_;
 };
