@@ -77,7 +77,7 @@ public:
     // "key=value"; the keys that name files are left alone.
     void set(std::string_view pair) {
         const auto key = pair.substr(0, pair.find('='));
-        if (key != "save" && key != "eeprom") {
+        if (key != "save" && key != "wear" && key != "eeprom") {
             static_cast<void>(ecu_.set(key, pair.substr(std::min(key.size() + 1, pair.size())), now_));
         }
     }

@@ -10,4 +10,9 @@ std::string EcuPort::set(const std::string& key, const std::string& value) {
     return problem;
 }
 
+std::vector<std::uint32_t> EcuPort::writes() const {
+    const auto counts = ecu_.writes();
+    return {counts.begin(), counts.end()};
+}
+
 }  // namespace korvane::app

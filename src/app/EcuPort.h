@@ -22,6 +22,7 @@ public:
     void take(platform::Micros at, std::vector<std::uint8_t>& out) override { ecu_.take(at, out); }
     [[nodiscard]] std::string set(const std::string& key, const std::string& value) override;
     [[nodiscard]] long sparksFired() const override { return ecu_.sparksFired(); }
+    [[nodiscard]] std::vector<std::uint32_t> writes() const override;
 
 private:
     ecu::VirtualEcu ecu_;

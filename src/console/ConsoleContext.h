@@ -1,10 +1,12 @@
 // What the console drives.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "console/names/Names.h"
 #include "controls/Window.h"
@@ -23,6 +25,8 @@ public:
     [[nodiscard]] virtual std::string set(const std::string& key, const std::string& value) = 0;
     // Sparks that it has fired to clean the plugs, since the start.
     [[nodiscard]] virtual long sparksFired() const = 0;
+    // How often each cell of its EEPROM has been written, since the start.
+    [[nodiscard]] virtual std::vector<std::uint32_t> writes() const { return {}; }
 };
 
 // Pictures of windows on a display.

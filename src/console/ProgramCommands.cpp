@@ -22,6 +22,17 @@ Json messageJson(const platform::MessageBox& box) {
     return Json::Object{{"title", box.title}, {"text", box.text}, {"icon", platform::nameOf(box.icon)}};
 }
 
+// The cells that have been written at all, by their addresses.
+Json writesByCell(const std::vector<std::uint32_t>& writes) {
+    Json::Object cells;
+    for (std::size_t address = 0; address < writes.size(); ++address) {
+        if (writes[address] != 0) {
+            cells.push_back({std::to_string(address), writes[address]});
+        }
+    }
+    return cells;
+}
+
 void requireSuccess(const std::string& failure) {
     if (!failure.empty()) {
         throw ConsoleError(failure);
@@ -155,10 +166,14 @@ Console::Answer Console::ecu(Arguments& arguments) {
     if (arguments.empty()) {
         return Json::Object{{"sparks", context_.ecu->sparksFired()}};
     }
-    if (arguments.left() == 1) {
+    const bool alone = arguments.left() == 1;
+    const std::string key = arguments.text();
+    if (alone && key == "wear") {
+        return writesByCell(context_.ecu->writes());
+    }
+    if (alone) {
         throw ConsoleError("ecu takes a KEY and its VALUE, or nothing");
     }
-    const std::string key = arguments.text();
     requireSuccess(context_.ecu->set(key, arguments.text()));
     return {};
 }

@@ -19,6 +19,7 @@ constexpr std::size_t kSendBuffer = 2048;
 constexpr std::uint64_t kLineSeed = 0x4C696E65;
 constexpr std::uint64_t kSensorSeed = 0x53656E73;
 constexpr std::uint64_t kIgnitionBoxSeed = 0x49676E42;
+constexpr std::uint64_t kPowerSeed = 0x506F7772;
 
 }  // namespace
 
@@ -28,18 +29,23 @@ VirtualEcu::VirtualEcu(const EcuSettings& settings)
       engine_(settings.seed),
       queue_(settings.seed ^ kLineSeed),
       sensors_(settings.seed ^ kSensorSeed),
-      ignitionBox_(settings.seed ^ kIgnitionBoxSeed) {
+      ignitionBox_(settings.seed ^ kIgnitionBoxSeed),
+      power_(settings.seed ^ kPowerSeed),
+      on_(settings.powered) {
     engine_.drive(settings_.drive);
     changeFaults(0);
 }
 
 void VirtualEcu::receive(std::uint8_t byte, Micros at) {
     awake(at);
-    if (at < bootEnd_) {
+    if (!on_) {
         return;
     }
-    parser_.feed(byte, at, *this);
-    countTowardsRestart(at);
+    if (at >= bootEnd_) {
+        parser_.feed(byte, at, *this);
+        countTowardsRestart(at);
+    }
+    countTowardsCut(at);
 }
 
 std::optional<Micros> VirtualEcu::nextDue() const {
@@ -59,7 +65,14 @@ void VirtualEcu::take(Micros at, std::vector<std::uint8_t>& out) {
 }
 
 std::string VirtualEcu::finish() const {
-    return settings_.saveFile.empty() ? std::string() : writeEepromFile(settings_.saveFile, memory_.eeprom());
+    std::string error;
+    if (!settings_.saveFile.empty()) {
+        error = writeEepromFile(settings_.saveFile, memory_.eeprom());
+    }
+    if (!settings_.wearFile.empty() && error.empty()) {
+        error = writeWearFile(settings_.wearFile, memory_.writes());
+    }
+    return error;
 }
 
 void VirtualEcu::awake(Micros at) {
@@ -84,7 +97,7 @@ void VirtualEcu::advanceEngine(Micros at) {
 
 void VirtualEcu::answer(std::uint8_t code, Body payload, Micros at) {
     const Micros earliest = at + 1000L * settings_.lateMs;
-    if (settings_.silent || queue_.backlog(earliest) > queue_.duration(kSendBuffer)) {
+    if (!on_ || settings_.silent || queue_.backlog(earliest) > queue_.duration(kSendBuffer)) {
         return;
     }
     std::array<std::uint8_t, 255 + kFrameOverhead> frame{};
@@ -117,10 +130,34 @@ void VirtualEcu::countTowardsRestart(Micros at) {
     }
 }
 
+void VirtualEcu::countTowardsCut(Micros at) {
+    if (settings_.cutAfter && --*settings_.cutAfter == 0) {
+        settings_.cutAfter.reset();
+        settings_.powered = false;
+        losePower(at);
+    }
+}
+
+void VirtualEcu::losePower(Micros at) {
+    on_ = false;
+    queue_.cut(at);
+    parser_.reset();
+    memory_.powerFails(at, power_);
+}
+
+// The engine has stalled meanwhile, and starts again.
+void VirtualEcu::getPower(Micros at) {
+    on_ = true;
+    engine_ = EngineModel(settings_.seed);
+    engine_.drive(settings_.drive);
+    engineTime_ = at;
+    restart(at);
+}
+
 const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
     {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
     {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
-    {"alarm", &VirtualEcu::changeAlarm},
+    {"power", &VirtualEcu::changePower}, {"alarm", &VirtualEcu::changeAlarm},
 };
 
 std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {
@@ -133,6 +170,9 @@ std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros
     }
     if (key == "save") {
         return writeEepromFile(changed.saveFile, memory_.eeprom());
+    }
+    if (key == "wear") {
+        return writeWearFile(changed.wearFile, memory_.writes());
     }
     awake(at);
     parser_.settle(at, *this);
@@ -157,10 +197,19 @@ void VirtualEcu::changeSeed(Micros) {
     queue_.reseed(settings_.seed ^ kLineSeed);
     sensors_ = Noise(settings_.seed ^ kSensorSeed);
     ignitionBox_ = Noise(settings_.seed ^ kIgnitionBoxSeed);
+    power_ = Noise(settings_.seed ^ kPowerSeed);
 }
 
 void VirtualEcu::changeFaults(Micros) {
     queue_.setFaults({.lose = settings_.lose, .flip = settings_.flip, .add = settings_.add});
+}
+
+void VirtualEcu::changePower(Micros at) {
+    if (settings_.powered && !on_) {
+        getPower(at);
+    } else if (!settings_.powered && on_) {
+        losePower(at);
+    }
 }
 
 void VirtualEcu::changeAlarm(Micros at) {

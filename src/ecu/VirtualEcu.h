@@ -39,13 +39,15 @@ public:
     void take(Micros at, std::vector<std::uint8_t>& out);
 
     // Changes a key while running. Returns an empty text, or one sentence that says what is wrong (unknown key, bad
-    // value; nothing changed then). A new `type` is another ECU with its own memory; `save` writes at once.
+    // value; nothing changed then). A new `type` is another ECU with its own memory; `save` and `wear` write at once.
     [[nodiscard]] std::string set(std::string_view key, std::string_view value, Micros at);
-    // The end of the run: writes the EEPROM if the key `save` names a file. Returns as set() does.
+    // The end of the run: writes the files that the keys `save` and `wear` name. Returns as set() does.
     [[nodiscard]] std::string finish() const;
 
     [[nodiscard]] const EcuSettings& settings() const { return settings_; }
     [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return memory_.eeprom(); }
+    // How often each cell of it has been written since the start.
+    [[nodiscard]] std::span<const std::uint32_t> writes() const { return memory_.writes(); }
     [[nodiscard]] const MapCells& workingMap(MapKind kind) const { return memory_.working(kind); }
     [[nodiscard]] MapCells storedMap(MapKind kind) const { return memory_.stored(kind); }
     [[nodiscard]] const MiscBytes& miscBlock() const { return memory_.misc(); }
@@ -81,6 +83,9 @@ private:
     [[nodiscard]] bool busy(Micros at) const;
     void restart(Micros at);
     void countTowardsRestart(Micros at);
+    void countTowardsCut(Micros at);
+    void losePower(Micros at);
+    void getPower(Micros at);
 
     void sendLive(Body, Micros at);
     void sendIdentity(Body, Micros at);
@@ -92,19 +97,19 @@ private:
     template <MapKind Kind>
     void takeCell(Body body, Micros at);
     template <MapKind Kind>
-    void commit(Body, Micros) {
-        memory_.commit(Kind);
+    void commit(Body, Micros at) {
+        memory_.commit(Kind, at);
     }
     void sendMisc(Body, Micros at) { answer('m', memory_.misc(), at); }
     void sendPwmTable(Body, Micros at);
     void takeMisc(Body body, Micros at);
-    void commitMisc(Body, Micros) { memory_.commitMisc(); }
+    void commitMisc(Body, Micros at) { memory_.commitMisc(at); }
     void writeByte(Body body, Micros at);
     void sendByte(Body body, Micros at);
     void sendWord(Body body, Micros at);
     void sendSettings(Body, Micros at) { answer('e', settingsBlock(memory_), at); }
-    void teachClosed(Body, Micros);
-    void teachOpen(Body, Micros);
+    void teachClosed(Body, Micros at);
+    void teachOpen(Body, Micros at);
     void sendDebug(Body, Micros at);
     void cleanPlugs(Body body, Micros) { sparksFired_ += 100L * body.front(); }
 
@@ -112,6 +117,7 @@ private:
     void changeSeed(Micros);
     void changeDrive(Micros) { engine_.drive(settings_.drive); }
     void changeFaults(Micros);
+    void changePower(Micros at);
     void changeAlarm(Micros at);
 
     EcuSettings settings_;
@@ -121,6 +127,8 @@ private:
     LineQueue queue_;
     Noise sensors_;
     Noise ignitionBox_;
+    Noise power_;
+    bool on_;
     Calibration calibration_;
     std::optional<std::uint64_t> calibrated_;  // revision of the memory behind calibration_
     std::optional<Micros> engineTime_;

@@ -122,9 +122,9 @@ void VirtualEcu::takeMisc(Body body, Micros) {
     memory_.setMisc(body.first<kMiscBytes>());
 }
 
-void VirtualEcu::writeByte(Body body, Micros) {
+void VirtualEcu::writeByte(Body body, Micros at) {
     if (body[2] == body[3]) {
-        memory_.write(addressIn(body), body[2]);
+        memory_.write(addressIn(body), body[2], at);
     }
 }
 
@@ -139,12 +139,12 @@ void VirtualEcu::sendWord(Body body, Micros at) {
     answer('U', payload, at);
 }
 
-void VirtualEcu::teachClosed(Body, Micros) {
-    memory_.write(core::addressOf("MINTHR_OFF"), engine_.throttleSensor());
+void VirtualEcu::teachClosed(Body, Micros at) {
+    memory_.write(core::addressOf("MINTHR_OFF"), engine_.throttleSensor(), at);
 }
 
-void VirtualEcu::teachOpen(Body, Micros) {
-    memory_.write(core::addressOf("MAXTHR_OFF"), engine_.throttleSensor());
+void VirtualEcu::teachOpen(Body, Micros at) {
+    memory_.write(core::addressOf("MAXTHR_OFF"), engine_.throttleSensor(), at);
 }
 
 void VirtualEcu::sendDebug(Body, Micros at) {

@@ -48,6 +48,24 @@ TEST_F(HeadlessRun, TellsTheIdentityAndLiveValuesOfTheVirtualEcu) {
                             "error frmSarn2.lblValue(0) has no property Text (a label has Caption)"));
 }
 
+// Row 511 is a word: the second write is cut off after its first cell.
+TEST_F(HeadlessRun, CutsThePowerOfTheVirtualEcuAndTellsItsWear) {
+    const auto outcome =
+        run("click frmSarn2.btnConnect\nset frmSarn2.TimerRequestData.Enabled false\n"
+            "call WriteEE 511 4500 false\nwait 10\necu wear\n"
+            "ecu cut 6\ncall WriteEE 511 4500 false\nwait 10\necu wear\n"
+            "call ReadEE 511\nwait 500\nget EETime(511)\n"
+            "ecu power 1\nwait 300\ncall ReadEE 512\nwait 100\nget EEImage(512)\n",
+            {"--ecu", "drive=off"});
+    EXPECT_EQ(outcome.errors, "");
+    const auto replies = linesOf(outcome.output);
+    ASSERT_EQ(replies.size(), 17U);
+    EXPECT_EQ(replies[4], R"(ok {"511":1,"512":1})");
+    EXPECT_EQ(replies[8], R"(ok {"511":2,"512":1})");
+    EXPECT_EQ(replies[11], "ok \"\"");
+    EXPECT_EQ(replies[16], "ok 17") << "4500 is 17 * 256 + 148";
+}
+
 TEST_F(HeadlessRun, GivesTheSameRepliesAndTheSameBytesAtTheSameTimesOnEveryRun) {
     const std::string script =
         "click frmSarn2.btnConnect\nwatch frmSarn2.lblValue(6).Caption\nwait 5000\nchanges\nsent times\nnow\n"

@@ -272,6 +272,22 @@ TEST_F(ValueCommands, EcuAloneTellsTheSparksOfTheVirtualEcu) {
     EXPECT_EQ(other.execute("ecu"), "error there is no virtual ECU (start with --ecu KEY=VALUE)");
 }
 
+class WornEcu : public FakeEcu {
+public:
+    [[nodiscard]] std::vector<std::uint32_t> writes() const override { return {0, 1, 0, 70000}; }
+};
+
+TEST_F(ValueCommands, EcuWearTellsTheCellsThatHaveBeenWritten) {
+    EXPECT_EQ(run("ecu wear"), "ok {}");
+    EXPECT_EQ(run("ecu wear out.txt"), "ok");
+    EXPECT_EQ(ecu.settings, (std::vector<std::string>{"wear=out.txt"}));
+    WornEcu worn;
+    Console other({tapped, dialogs, tap, names, &worn, nullptr, errors, {}, {}});
+    EXPECT_EQ(other.execute("ecu wear"), R"(ok {"1":1,"3":70000})");
+    Console none({tapped, dialogs, tap, names, nullptr, nullptr, errors, {}, {}});
+    EXPECT_EQ(none.execute("ecu wear"), "error there is no virtual ECU (start with --ecu KEY=VALUE)");
+}
+
 TEST_F(ValueCommands, ScreenshotNeedsADisplay) {
     EXPECT_EQ(run("screenshot frmTest \"/tmp/a b.png\""), "ok");
     EXPECT_EQ(screenshots.taken, std::vector<std::string>{"frmTest /tmp/a b.png"});

@@ -55,6 +55,22 @@ TEST(EcuSettings, TakesEveryKey) {
     EXPECT_TRUE(settings.alarm);
 }
 
+TEST(EcuSettings, TakesTheKeysOfPowerAndWear) {
+    EcuSettings settings;
+    EXPECT_TRUE(settings.powered);
+    EXPECT_EQ(settings.cutAfter, std::nullopt);
+    EXPECT_EQ(parseKeyList(settings, "cut=164,power=0,wear=/tmp/w"), "");
+    EXPECT_EQ(settings.cutAfter, 164);
+    EXPECT_FALSE(settings.powered);
+    EXPECT_EQ(settings.wearFile, "/tmp/w");
+    EXPECT_EQ(parseKeyList(settings, "cut=0,power=1"), "");
+    EXPECT_EQ(settings.cutAfter, std::nullopt);
+    EXPECT_TRUE(settings.powered);
+    for (const auto& [key, value] : {std::pair{"cut", "-1"}, {"cut", ""}, {"power", "2"}, {"wear", ""}}) {
+        EXPECT_THAT(parsed(key, value), HasSubstr(key)) << value;
+    }
+}
+
 TEST(EcuSettings, AnEmptyListChangesNothing) {
     EcuSettings settings;
     EXPECT_EQ(parseKeyList(settings, ""), "");
@@ -147,9 +163,10 @@ TEST(EcuSettings, HelpNamesEveryKey) {
         EXPECT_FALSE(help.meaning.empty());
         EXPECT_FALSE(help.values.empty());
     }
-    EXPECT_THAT(names, testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed",
-                                                     "drive", "eeprom", "save", "lose", "flip", "add", "ignfault",
-                                                     "late", "silent", "refuse", "mute", "restart", "alarm"));
+    EXPECT_THAT(names,
+                testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed", "drive",
+                                              "eeprom", "save", "lose", "flip", "add", "ignfault", "late", "silent",
+                                              "refuse", "mute", "restart", "alarm", "cut", "power", "wear"));
 }
 
 }  // namespace

@@ -134,6 +134,13 @@ TEST_F(Program, RunsUntilItIsToldToEnd) {
     }
 }
 
+TEST_F(Program, TellsTheWearOfItsEepromAtItsEnd) {
+    Running run({"--wear", folder_ / "wear.txt"});
+    EXPECT_THAT(run.outputLine(), StartsWith("/dev/"));
+    EXPECT_EQ(run.end(SIGTERM), 0);
+    EXPECT_THAT(folder_.read("wear.txt"), testing::SizeIs(2 * 3001)) << "a 0 and a line end for each cell";
+}
+
 TEST_F(Program, AMistakeIsOneLineAndStatus2) {
     EXPECT_EQ(onlyError({"--lose", "2"}, 2), "korvane-ecu: lose takes 0 to 1, not \"2\"");
 }

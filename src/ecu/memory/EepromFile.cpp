@@ -93,6 +93,16 @@ std::string parse(const fs::path& path, const std::string& text, std::vector<std
     return {};
 }
 
+template <typename Number>
+std::string writeLines(const fs::path& path, std::span<const Number> numbers, const std::string& what) {
+    std::string text;
+    for (const Number number : numbers) {
+        text += std::to_string(number) + "\n";
+    }
+    const std::string why = replaceFile(path, text);
+    return why.empty() ? why : what + " can't be saved to " + path.string() + ": " + why;
+}
+
 }  // namespace
 
 std::string readEepromFile(const fs::path& path, std::vector<std::uint8_t>& cells) {
@@ -105,12 +115,11 @@ std::string readEepromFile(const fs::path& path, std::vector<std::uint8_t>& cell
 }
 
 std::string writeEepromFile(const fs::path& path, std::span<const std::uint8_t> cells) {
-    std::string text;
-    for (const std::uint8_t cell : cells) {
-        text += std::to_string(cell) + "\n";
-    }
-    const std::string why = replaceFile(path, text);
-    return why.empty() ? why : "the EEPROM can't be saved to " + path.string() + ": " + why;
+    return writeLines(path, cells, "the EEPROM");
+}
+
+std::string writeWearFile(const fs::path& path, std::span<const std::uint32_t> writes) {
+    return writeLines(path, writes, "the wear of the EEPROM");
 }
 
 }  // namespace korvane::ecu

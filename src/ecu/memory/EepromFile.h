@@ -19,4 +19,7 @@ inline constexpr int kEepromCells = 3001;
 // Writes all of `cells` as replaceFile() does. A write that fails leaves what was there before. Returns as above.
 [[nodiscard]] std::string writeEepromFile(const std::filesystem::path& path, std::span<const std::uint8_t> cells);
 
+// Writes how often each cell has been written in the same form and way.
+[[nodiscard]] std::string writeWearFile(const std::filesystem::path& path, std::span<const std::uint32_t> writes);
+
 }  // namespace korvane::ecu

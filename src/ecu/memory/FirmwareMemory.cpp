@@ -1,29 +1,32 @@
 #include "ecu/memory/FirmwareMemory.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "core/ParameterNames.h"
 #include "ecu/memory/FactoryContents.h"
 
 namespace korvane::ecu {
 
+namespace {
+
+std::vector<std::uint8_t> startContents(const FirmwareType& type, std::span<const std::uint8_t> cells) {
+    auto contents = factoryContents(type);
+    std::ranges::copy(cells.first(std::min(cells.size(), contents.size())), contents.begin());
+    return contents;
+}
+
+}  // namespace
+
 FirmwareMemory::FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells)
-    : type_(type), eeprom_(factoryContents(type)) {
-    std::ranges::copy(cells.first(std::min(cells.size(), eeprom_.size())), eeprom_.begin());
+    : type_(type), eeprom_(startContents(type, cells)) {
     reload();
 }
 
-std::uint8_t FirmwareMemory::read(int address) const {
-    const auto index = static_cast<std::size_t>(address);
-    return address >= 0 && index < eeprom_.size() ? eeprom_[index] : std::uint8_t{255};
-}
-
-void FirmwareMemory::write(int address, std::uint8_t value) {
-    const auto index = static_cast<std::size_t>(address);
-    if (address < 0 || index >= eeprom_.size()) {
+void FirmwareMemory::write(int address, std::uint8_t value, Micros at) {
+    if (!eeprom_.write(address, value, at)) {
         return;
     }
-    eeprom_[index] = value;
     if (address >= kMiscAddress && address < kMiscAddress + kMiscBytes) {
         misc_.at(static_cast<std::size_t>(address - kMiscAddress)) = value;
     }
@@ -67,10 +70,10 @@ bool FirmwareMemory::fillHalf(MapKind kind, bool upper, std::span<const std::uin
     return true;
 }
 
-void FirmwareMemory::commit(MapKind kind) {
+void FirmwareMemory::commit(MapKind kind, Micros at) {
     for (int i = 0; i < cellsOf(kind); ++i) {
         if (const int address = mapAddress(kind, i); address >= 0) {
-            eeprom_.at(static_cast<std::size_t>(address)) = working(kind).at(static_cast<std::size_t>(i));
+            eeprom_.write(address, working(kind).at(static_cast<std::size_t>(i)), at);
         }
     }
     ++revision_;
@@ -81,8 +84,15 @@ void FirmwareMemory::setMisc(std::span<const std::uint8_t, kMiscBytes> bytes) {
     ++revision_;
 }
 
-void FirmwareMemory::commitMisc() {
-    std::ranges::copy(misc_, eeprom_.begin() + kMiscAddress);
+void FirmwareMemory::commitMisc(Micros at) {
+    for (int i = 0; i < kMiscBytes; ++i) {
+        eeprom_.write(kMiscAddress + i, misc_.at(static_cast<std::size_t>(i)), at);
+    }
+    ++revision_;
+}
+
+void FirmwareMemory::powerFails(Micros at, Noise& noise) {
+    eeprom_.powerFails(at, noise);
     ++revision_;
 }
 
@@ -90,7 +100,7 @@ void FirmwareMemory::reload() {
     for (const MapKind kind : {MapKind::Fuel, MapKind::Ignition, MapKind::Pwm}) {
         maps_[slot(kind)] = stored(kind);
     }
-    std::copy_n(eeprom_.begin() + kMiscAddress, kMiscBytes, misc_.begin());
+    std::ranges::copy(eeprom().subspan(kMiscAddress, kMiscBytes), misc_.begin());
     limiterRpm_ = wordOf("RPM_LIMIT_OFF");
     ++revision_;
 }

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
-#include <vector>
 
+#include "ecu/memory/Eeprom.h"
 #include "ecu/memory/FirmwareType.h"
 #include "ecu/memory/MapStore.h"
 
@@ -21,12 +21,14 @@ public:
     FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells);
 
     [[nodiscard]] const FirmwareType& type() const { return type_; }
-    [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return eeprom_; }
+    [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return eeprom_.cells(); }
+    // How often each cell has been written.
+    [[nodiscard]] std::span<const std::uint32_t> writes() const { return eeprom_.writes(); }
     // 255 where there is no cell.
-    [[nodiscard]] std::uint8_t read(int address) const;
+    [[nodiscard]] std::uint8_t read(int address) const { return eeprom_.read(address); }
     // Lost where there is no cell. A cell of the misc block changes the working block too; maps change only what is
-    // stored.
-    void write(int address, std::uint8_t value);
+    // stored. Here and below, `at` is when the storing begins.
+    void write(int address, std::uint8_t value, Micros at = 0);
 
     // A named parameter; `name` must be one of core::parameterNames().
     [[nodiscard]] int byteOf(std::string_view name) const;
@@ -39,14 +41,17 @@ public:
     // Fills cells 0 to 159 or, for `upper`, 160 to 319 of the working map. False if the map has no such half.
     bool fillHalf(MapKind kind, bool upper, std::span<const std::uint8_t, kHalfCells> cells);
     // Working map to EEPROM, both halves of a large one.
-    void commit(MapKind kind);
+    void commit(MapKind kind, Micros at = 0);
 
     [[nodiscard]] const MiscBytes& misc() const { return misc_; }
     void setMisc(std::span<const std::uint8_t, kMiscBytes> bytes);
-    void commitMisc();
+    void commitMisc(Micros at = 0);
 
     // The RPM limit of a limiter box as of its start.
     [[nodiscard]] int limiterRpm() const { return limiterRpm_; }
+
+    // The power ends at `at`: what is being stored stays as Eeprom::powerFails() leaves it.
+    void powerFails(Micros at, Noise& noise);
 
     // What a start of the firmware does: everything working is loaded from the EEPROM.
     void reload();
@@ -59,7 +64,7 @@ private:
     [[nodiscard]] int cellsOf(MapKind kind) const;
 
     FirmwareType type_;
-    std::vector<std::uint8_t> eeprom_;
+    Eeprom eeprom_;
     std::array<MapCells, 3> maps_{};
     MiscBytes misc_{};
     int limiterRpm_ = 0;

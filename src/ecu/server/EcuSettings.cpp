@@ -54,15 +54,17 @@ bool readDrive(EcuSettings& settings, std::string_view value) {
     return drive.has_value();
 }
 
-bool readSave(EcuSettings& settings, std::string_view value) {
-    settings.saveFile = value;
+template <auto Member>
+bool readFile(EcuSettings& settings, std::string_view value) {
+    settings.*Member = value;
     return !value.empty();
 }
 
-bool readRestart(EcuSettings& settings, std::string_view value) {
+template <auto Member>
+bool readCountdown(EcuSettings& settings, std::string_view value) {
     const auto number = parseNumber<std::int64_t>(value, 0, std::int64_t{1} << 40);
     if (number) {
-        settings.restartAfter = *number == 0 ? std::nullopt : number;
+        settings.*Member = *number == 0 ? std::nullopt : number;
     }
     return number.has_value();
 }
@@ -101,8 +103,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 19>& keys() {
-    static constexpr std::array<Key, 19> kKeys = {{
+const std::array<Key, 22>& keys() {
+    static constexpr std::array<Key, 22> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -112,7 +114,9 @@ const std::array<Key, 19>& keys() {
         {{"seed", "a whole number from 0", "of all noise and all faults"}, readSeed},
         {{"drive", "lap, idle, pull, cruise, off or rpm:load:throttle", "what the engine does"}, readDrive},
         {{kEepromKey, "a file", "the EEPROM at the start, one number a line"}, nullptr},
-        {{"save", "a file", "where the EEPROM goes at the end"}, readSave},
+        {{"save", "a file", "where the EEPROM goes at the end"}, readFile<&EcuSettings::saveFile>},
+        {{"wear", "a file", "where the number of writes of each EEPROM cell goes at the end"},
+         readFile<&EcuSettings::wearFile>},
         {{"lose", "0 to 1", "chance for a byte towards the PC to get lost"}, readChance<&EcuSettings::lose>},
         {{"flip", "0 to 1", "chance for a byte towards the PC to get one bit flipped"}, readChance<&EcuSettings::flip>},
         {{"add", "0 to 1", "chance for a stray byte before a byte towards the PC"}, readChance<&EcuSettings::add>},
@@ -123,7 +127,11 @@ const std::array<Key, 19>& keys() {
         {{"silent", "0 or 1", "hears and says nothing"}, readSwitch<&EcuSettings::silent>},
         {{"refuse", kHalfValues, "map halves that are answered with status 0"}, readHalves<&EcuSettings::refused>},
         {{"mute", kHalfValues, "map halves that are not acknowledged"}, readHalves<&EcuSettings::muted>},
-        {{"restart", "a whole number; 0 for never", "restarts after so many more bytes from the PC"}, readRestart},
+        {{"restart", "a whole number; 0 for never", "restarts after so many more bytes from the PC"},
+         readCountdown<&EcuSettings::restartAfter>},
+        {{"cut", "a whole number; 0 for never", "its power ends after so many more bytes from the PC"},
+         readCountdown<&EcuSettings::cutAfter>},
+        {{"power", "0 or 1", "without power it neither hears nor says anything"}, readSwitch<&EcuSettings::powered>},
         {{"alarm", "0 or 1", "sends the alarm frame now"}, readSwitch<&EcuSettings::alarm>},
     }};
     return kKeys;

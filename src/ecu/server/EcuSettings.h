@@ -21,6 +21,7 @@ struct EcuSettings {
     Drive drive;
     std::vector<std::uint8_t> eeprom;  // cells at the start, from cell 0; the rest has factory contents
     std::string saveFile;              // where the EEPROM goes at the end; empty: nowhere
+    std::string wearFile;              // where the counts of its writes go
     double lose = 0.0;                 // chances for each byte towards the PC
     double flip = 0.0;
     double add = 0.0;
@@ -30,7 +31,9 @@ struct EcuSettings {
     std::vector<std::uint8_t> refused;         // map halves ('F', 'A', 246, 248) that are answered with status 0
     std::vector<std::uint8_t> muted;           // map halves that are not acknowledged
     std::optional<std::int64_t> restartAfter;  // bytes from the PC
-    bool alarm = false;                        // send the alarm frame now
+    std::optional<std::int64_t> cutAfter;      // bytes from the PC
+    bool powered = true;
+    bool alarm = false;  // send the alarm frame now
 };
 
 struct KeyHelp {

@@ -1,0 +1,138 @@
+#include "Bench.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "maps/panes/PaneWindow.h"
+
+namespace korvane::proof {
+
+namespace {
+
+constexpr int kFullRead = 25'000;  // ms, from the connect to the end of the read of all settings
+constexpr int kAnswers = 2'500;    // ms, until a window has given up to wait for an answer
+constexpr int kStart = 500;        // ms, of an ECU
+constexpr int kRefresh = 4;        // the row of the live polls: one in 100 ms
+
+std::string namelessChannels() {
+    std::string text;
+    for (int channel = 0; channel <= 30; ++channel) {
+        const auto number = std::to_string(channel);
+        text += "[Par" + number + "]\nname_" + number + "\ndescription\n1\n0\n10000\n";
+    }
+    return text;
+}
+
+void copyFiles(const support::TempFolder& from, const support::TempFolder& to) {
+    std::filesystem::copy(from.path(), to.path(),
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+}
+
+std::string withoutDigits(std::string text) {
+    std::erase_if(text, [](unsigned char c) { return std::isdigit(c) != 0; });
+    return text;
+}
+
+}  // namespace
+
+Desk::Desk(FaultyEcu& device, const Desk* killed) : machine(&device) {
+    machine.folder.write("Settings_par.ini", namelessChannels());
+    if (killed != nullptr) {
+        copyFiles(killed->atKill_->folder, machine.folder);
+        machine.preferences = killed->atKill_->preferences;
+        // Time does not go back for the ECU.
+        machine.pump.runUntil(killed->machine.pump.now());
+    }
+    program.start();
+}
+
+void Desk::noteDisk() {
+    atKill_.emplace();
+    copyFiles(machine.folder, atKill_->folder);
+    atKill_->preferences = machine.preferences;
+}
+
+void Desk::connect() {
+    program.connectTo(1);
+    program.frmSarn2().ComboRefresh.choose(kRefresh);
+    wait(kFullRead);
+}
+
+controls::Window& Desk::window(std::string_view name) {
+    const auto& loaded = machine.windows.loaded();
+    const auto found =
+        std::find_if(loaded.rbegin(), loaded.rend(), [&](const auto* each) { return each->name() == name; });
+    if (found == loaded.rend()) {
+        throw std::logic_error("no window " + std::string(name) + " is loaded");
+    }
+    return **found;
+}
+
+std::string Desk::words() {
+    std::string text(link::nameOf(program.frmSarn2().linkState.state()));
+    text += "\n" + program.frmMisc().saveReport().Text.get();
+    for (auto* const window : machine.windows.loaded()) {
+        text += "\n" + withoutDigits(window->Caption);
+        if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
+            text += "\n" + maps->line().watch().Text.get();
+        }
+    }
+    for (const auto& message : machine.dialogs.takeMessages()) {
+        text += "\n" + message.text;
+    }
+    return text;
+}
+
+Bench::Bench(int type, std::vector<std::uint8_t> cells)
+    : device([&] {
+          ecu::EcuSettings settings;
+          settings.type = type;
+          settings.eeprom = std::move(cells);
+          settings.drive.kind = ecu::DriveKind::Off;
+          return settings;
+      }()),
+      desk(std::make_unique<Desk>(device)) {
+    desk->connect();
+}
+
+void Bench::arm(const Try& what) {
+    static_cast<void>(desk->words());
+    device.arm(what, desk->machine.pump.now(), [this, fault = what.fault] { struck(fault); });
+}
+
+void Bench::struck(Fault fault) {
+    if (fault == Fault::Killed) {
+        killed_ = true;
+        desk->noteDisk();
+        return;
+    }
+    // The system tells the program of it as soon as that takes events.
+    auto& machine = desk->machine;
+    unplug_ = machine.pump.makeAlarm([&machine] { machine.line.pullOut(); }, platform::AlarmKind::Program);
+    unplug_->callAt(machine.pump.now());
+}
+
+void Bench::settle() {
+    while (desk->machine.line.pendingOutput() > 0) {
+        desk->wait(1);
+    }
+    device.disarm();
+    desk->wait(kAnswers);
+    words_ = desk->words();
+    if (killed_) {
+        auto next = std::make_unique<Desk>(device, desk.get());
+        unplug_.reset();
+        desk = std::move(next);
+        words_.clear();
+    }
+    device.plugIn();
+    auto& machine = desk->machine;
+    static_cast<void>(device.ecu().set("power", "1", machine.pump.now()));
+    static_cast<void>(device.ecu().set("restart", "0", machine.pump.now()));
+    static_cast<void>(device.ecu().set("cut", "0", machine.pump.now()));
+    machine.line.deviceChanged();
+    desk->wait(kStart);
+    words_ += desk->words();
+}
+
+}  // namespace korvane::proof

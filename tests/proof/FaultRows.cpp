@@ -1,0 +1,141 @@
+#include "FaultRows.h"
+
+#include <algorithm>
+
+namespace korvane::proof {
+
+namespace {
+
+// At each of `count` bytes.
+std::vector<Try> atEachByte(Fault fault, long count) {
+    std::vector<Try> tries;
+    for (long byte = 1; byte <= count; ++byte) {
+        tries.push_back({.fault = fault, .byte = byte});
+    }
+    return tries;
+}
+
+// A single cell is hit by the cut behind its last byte.
+std::vector<Try> atEachStoredCell(const std::vector<Storing>& storings) {
+    std::vector<Try> tries;
+    for (const Storing& storing : storings) {
+        for (int cell = 0; storing.cells > 1 && cell < storing.cells; ++cell) {
+            tries.push_back({.fault = Fault::CutWhileStoring, .byte = storing.byte, .cell = cell});
+        }
+    }
+    return tries;
+}
+
+std::vector<Try> atEachHalf(Fault fault, const std::vector<std::string_view>& halves) {
+    std::vector<Try> tries;
+    for (const auto half : halves) {
+        tries.push_back({.fault = fault, .halves = half});
+    }
+    return tries;
+}
+
+std::string nameOf(const Operation& operation, const Try& what) {
+    std::string name = operation.name + ", " + std::string(nameOf(what.fault));
+    if (!what.halves.empty()) {
+        return name + ", " + std::string(what.halves);
+    }
+    name += " at byte " + std::to_string(what.byte);
+    return what.fault == Fault::CutWhileStoring ? name + ", cell " + std::to_string(what.cell) : name;
+}
+
+// Everything must have a way out; nothing does where the program is not asked.
+std::string failureOf(const WayBack& way) {
+    std::string failure;
+    if (way.saysWhich == Answer::No) {
+        failure += " the program does not say which values the ECU has;";
+    }
+    if (way.toOld == Answer::No) {
+        failure += " no way to the old values;";
+    }
+    if (way.toNew == Answer::No) {
+        failure += " no way to the new values;";
+    }
+    return failure;
+}
+
+}  // namespace
+
+void FaultRow::add(const FaultRow& other) {
+    tried += other.tried;
+    silent += other.silent;
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        outcomes[i] += other.outcomes[i];
+    }
+    failures.insert(failures.end(), other.failures.begin(), other.failures.end());
+}
+
+Reference referenceOf(const Operation& operation) {
+    Reference reference;
+    Bench bench(operation.type, cellsBefore(operation.type));
+    operation.edit(*bench.desk);
+    reference.before = stateOf(bench.device.ecu());
+    bench.arm({});
+    operation.store(*bench.desk);
+    bench.settle();
+    reference.wanted = stateOf(bench.device.ecu());
+    reference.written = bench.device.written();
+    reference.bytes = bench.device.heard();
+    reference.answers = bench.device.said();
+    reference.storings = bench.device.storings();
+    reference.words = bench.wordsAtEnd();
+    return reference;
+}
+
+std::vector<std::vector<Try>> triesOf(const Operation& operation, const Reference& reference) {
+    std::vector<std::vector<Try>> all;
+    for (const Fault fault :
+         {Fault::Pulled, Fault::Restarted, Fault::Killed, Fault::Cut, Fault::Lost, Fault::Flipped}) {
+        all.push_back(atEachByte(fault, reference.bytes));
+    }
+    all.push_back(atEachStoredCell(reference.storings));
+    if (!operation.halves.empty()) {
+        all.push_back(atEachByte(Fault::AnswerLost, reference.answers));
+        all.push_back(atEachByte(Fault::AnswerFlipped, reference.answers));
+        all.push_back(atEachHalf(Fault::Refused, operation.halves));
+        all.push_back(atEachHalf(Fault::NotAcknowledged, operation.halves));
+    }
+    std::erase_if(all, [](const auto& tries) { return tries.empty(); });
+    return all;
+}
+
+std::vector<Try> chosen(const std::vector<Try>& tries, const Choice& choice) {
+    std::vector<Try> some;
+    const auto count = static_cast<long>(tries.size());
+    for (long i = 0; i < count; ++i) {
+        const bool stepped = (count - 1 - i) % choice.step == 0;
+        if (stepped && i % choice.parts == choice.part) {
+            some.push_back(tries[static_cast<std::size_t>(i)]);
+        }
+    }
+    return some;
+}
+
+FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries) {
+    FaultRow row;
+    for (const Try& what : tries) {
+        Bench bench(operation.type, cellsBefore(operation.type));
+        operation.edit(*bench.desk);
+        bench.arm(what);
+        operation.store(*bench.desk);
+        bench.settle();
+        const Outcome outcome =
+            outcomeOf(reference.before, reference.wanted, reference.written, stateOf(bench.device.ecu()));
+        row.fault = what.fault;
+        ++row.tried;
+        ++row.outcomes.at(static_cast<std::size_t>(outcome));
+        const bool told = what.fault == Fault::Killed || bench.wordsAtEnd() != reference.words;
+        row.silent += outcome != Outcome::New && !told ? 1 : 0;
+        const std::string failure = failureOf(wayBackOf(bench, reference.before, reference.wanted, outcome));
+        if (!failure.empty()) {
+            row.failures.push_back(nameOf(operation, what) + ":" + failure);
+        }
+    }
+    return row;
+}
+
+}  // namespace korvane::proof

@@ -1,0 +1,32 @@
+// Every operation by which the program makes the ECU store something.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Bench.h"
+
+namespace korvane::proof {
+
+struct Operation {
+    std::string name;
+    int type;  // of the firmware
+    // Brings what is to be stored onto the desk; the ECU still has what it had.
+    std::function<void(Desk&)> edit;
+    // Stores it, and returns when that has ended.
+    std::function<void(Desk&)> store;
+    // The halves of a map that the ECU acknowledges, as its keys name them.
+    std::vector<std::string_view> halves = {};
+};
+
+[[nodiscard]] const std::vector<Operation>& operations();
+
+// The EEPROM of an ECU of this type before each operation.
+[[nodiscard]] std::vector<std::uint8_t> cellsBefore(int type);
+
+// A tune file in which everything is other than that.
+[[nodiscard]] const std::string& otherTune(int type);
+
+}  // namespace korvane::proof
