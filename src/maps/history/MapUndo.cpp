@@ -168,6 +168,14 @@ bool MapUndo::takesKey(PaneWindow& window, int keyCode, int shift) {
     return order.has_value();
 }
 
+std::optional<std::string> MapUndo::walkBy(int keyCode, int shift, PaneWindow* window) {
+    const auto order = orderOf(keyCode, shift);
+    if (order == HistoryOrder::Undo) {
+        return undo(window);
+    }
+    return order == HistoryOrder::Redo ? std::optional(redo(window)) : std::nullopt;
+}
+
 void MapUndo::showList() const {
     if (openList) {
         openList();

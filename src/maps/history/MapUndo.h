@@ -42,6 +42,9 @@ public:
     // Obeys the order that the key is; false if it is none. In a box that is typed into the keys are those of its text.
     [[nodiscard]] bool takesKey(PaneWindow& window, int keyCode, int shift);
 
+    // Undoes or does again, if that is the key: what came of it. Nothing for another key. `window` may be null.
+    std::optional<std::string> walkBy(int keyCode, int shift, PaneWindow* window);
+
     // Opens the list of the steps; set by who owns the window.
     std::function<void()> openList;
     void showList() const;
