@@ -32,13 +32,11 @@ void FrmHistory::Form_Load() {
 }
 
 bool FrmHistory::takesKey(int keyCode, int shift) {
-    const auto order = orderOf(keyCode, shift);
-    if (order == HistoryOrder::Undo) {
-        lblNote.Caption = undo_.undo(mapWindow());
-    } else if (order == HistoryOrder::Redo) {
-        lblNote.Caption = undo_.redo(mapWindow());
+    const auto note = undo_.walkBy(keyCode, shift, mapWindow());
+    if (note) {
+        lblNote.Caption = *note;
     }
-    return order == HistoryOrder::Undo || order == HistoryOrder::Redo;
+    return note.has_value();
 }
 
 void FrmHistory::propertyChanged(controls::Object&, const void* property) {
