@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "keep/point/Snapshot.h"
 #include "support/VirtualProgram.h"
 

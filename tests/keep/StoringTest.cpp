@@ -116,8 +116,8 @@ INSTANTIATE_TEST_SUITE_P(Maps, StoringFromAMapWindow,
                                          MapOperation{"btnWriteIgn", 30, "before: ignition map"},
                                          MapOperation{"btnSaveMisc", 30, "before: misc block"},
                                          MapOperation{"btnSaveLaunch", 30, "before: Launch control"},
-                                         MapOperation{"btnSaveIdleAdv", 30, "before: Idle ignition"},
-                                         MapOperation{"btnsaveign_2", 30, "before: Ignition setup"},
+                                         MapOperation{"btnSaveIdleAdv", 30, "before: Idle Ignition"},
+                                         MapOperation{"btnsaveign_2", 30, "before: Ignition"},
                                          MapOperation{"btnSendSettings", 112, "before: limiter settings"}));
 
 // The groups of the settings window, whose frames say what they are.

@@ -11,12 +11,11 @@ namespace korvane::keep {
 namespace {
 
 constexpr int kLastUploaded = 1010;
-constexpr std::size_t kFirstKeptPwm = 64;
 constexpr std::string_view kNames[] = {"fuel", "ignition", "PWM"};
 
 // Cells that a read tells: the PWM table has some that the ECU does not keep.
 std::size_t firstCellOf(MapSnapshot Snapshot::*map) {
-    return map == &Snapshot::pwm ? kFirstKeptPwm : 0;
+    return map == &Snapshot::pwm ? link::EcuMaps::kFirstKeptPwm : 0;
 }
 
 std::size_t endOf(const Snapshot& point, MapSnapshot Snapshot::*map) {
