@@ -1,7 +1,5 @@
 #include "settings/ParameterTools.h"
 
-#include <utility>
-
 #include "core/Bytes.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
@@ -20,6 +18,7 @@ namespace {
 constexpr int kAddressColumn = 2;
 constexpr std::size_t kAddressDigits = 4;
 
+constexpr const char* kRawWrite = "EEPROM";
 constexpr const char* kAddressRange = "an address from 0 to 3000";
 constexpr const char* kNoSuchAddress = "The EEPROM has no such address: it must be from 0 to 3000.";
 
@@ -108,7 +107,9 @@ void ParameterTools::Command1_Click() {
         const auto target = address();
         announce(target);
         eeprom_.WriteEE(target, value);
-        verify({sentTo(target, value)}, [this] { Command1_Click(); });
+        if (verifies()) {
+            verification_->verify(kRawWrite, {sentTo(target, value)}, nullptr, [this] { Command1_Click(); });
+        }
     });
 }
 
@@ -121,10 +122,8 @@ fields::SavedValue ParameterTools::sentTo(int address, std::int32_t value) const
             .codec = word ? fields::kUnsignedWord : fields::kByte};
 }
 
-void ParameterTools::verify(const std::vector<fields::SavedValue>& values, std::function<void()> again) {
-    if (verification_ != nullptr && verification_->isOn() && eeprom_.isOpen()) {
-        verification_->verify("EEPROM", values, nullptr, std::move(again));
-    }
+bool ParameterTools::verifies() const {
+    return verification_ != nullptr && verification_->isOn() && eeprom_.isOpen();
 }
 
 void ParameterTools::announce(int address) const {
@@ -141,8 +140,10 @@ void ParameterTools::btnWriteEE16bit_Click() {
         announce(low);
         eeprom_.WriteEE(low, core::lowByte(value));
         eeprom_.WriteEE(high, core::highByte(value));
-        verify({sentTo(low, core::lowByte(value)), sentTo(high, core::highByte(value))},
-               [this] { btnWriteEE16bit_Click(); });
+        if (verifies()) {
+            verification_->verify(kRawWrite, {sentTo(low, core::lowByte(value)), sentTo(high, core::highByte(value))},
+                                  nullptr, [this] { btnWriteEE16bit_Click(); });
+        }
     });
 }
 

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
@@ -34,7 +33,7 @@ private:
     void announce(int address) const;
     // What WriteEE sends to an address.
     [[nodiscard]] fields::SavedValue sentTo(int address, std::int32_t value) const;
-    void verify(const std::vector<fields::SavedValue>& values, std::function<void()> again);
+    [[nodiscard]] bool verifies() const;
     void Command1_Click();
     void btnWriteEE16bit_Click();
     void Combo1_Click();
