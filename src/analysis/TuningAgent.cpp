@@ -199,31 +199,47 @@ void clsInjAnalyser::SmoothFuelMap() {
 bool clsInjAnalyser::smoothAlongRow(int column, int cell) {
     constexpr int kLowColumns = 5;
     const int here = core::checked(tables_.FuelMapOut, cell);
-    auto& next = core::checked(tables_.FuelMapOut, cell + 1);
+    const int next = core::checked(tables_.FuelMapOut, cell + 1);
     if (column < kLowColumns ? here <= next + 5 : here <= next + 3) {
         return false;
     }
-    next = core::toByte(column < kLowColumns ? next + lift(here, next) : here);
-    SendFuelCell(cell + 1);
+    setFuelCell(cell + 1, column < kLowColumns ? next + lift(here, next) : here);
     return true;
 }
 
 bool clsInjAnalyser::smoothDownColumn(int row, int cell) {
     constexpr int kFirstRows = 2;
     const int here = core::checked(tables_.FuelMapOut, cell);
-    auto& below = core::checked(tables_.FuelMapOut, cell + kColumns);
+    const int below = core::checked(tables_.FuelMapOut, cell + kColumns);
     if (row < kFirstRows ? here <= below + 5 : here <= below) {
         return false;
     }
-    below = core::toByte(row < kFirstRows ? below + lift(here, below) : here + 5);
-    SendFuelCell(cell + kColumns);
+    setFuelCell(cell + kColumns, row < kFirstRows ? below + lift(here, below) : here + 5);
     return true;
 }
 
+void clsInjAnalyser::setFuelCell(int cell, int byte) {
+    {
+        const core::MapHistory::Change change(history_, {core::Cause::Kind::Agent});
+        core::checked(tables_.FuelMapOut, cell) = core::toByte(byte);
+    }
+    SendFuelCell(cell);
+}
+
+void clsInjAnalyser::beginRun() {
+    if (history_ != nullptr) {
+        history_->agentBegins();
+    }
+}
+
 void clsInjAnalyser::SendFuelCell(int index) {
-    if (port_.PortOpen()) {
-        port_.Output(link::cellCommand(link::kFuelMap.changeCell, core::toByte(index),
-                                       core::checked(tables_.FuelMapOut, index)));
+    if (!port_.PortOpen()) {
+        return;
+    }
+    port_.Output(
+        link::cellCommand(link::kFuelMap.changeCell, core::toByte(index), core::checked(tables_.FuelMapOut, index)));
+    if (history_ != nullptr) {
+        history_->reachedEngine({core::EditedMap::Fuel, static_cast<std::size_t>(index)});
     }
 }
 

@@ -65,6 +65,7 @@ float clsInjAnalyser::Hajonta(std::int32_t index) const {
 void clsInjAnalyser::setAgentEnable(bool on) {
     agentEnable_ = on;
     if (on) {
+        beginRun();
         timerAgent.StartTimer();
         return;
     }

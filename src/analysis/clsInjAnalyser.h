@@ -7,6 +7,7 @@
 
 #include "controls/MSComm.h"
 #include "controls/clsTimer.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/MapImages.h"
 #include "live/LiveUpdate.h"
 #include "maps/panes/Analysis.h"
@@ -29,6 +30,9 @@ struct CellStatistics {
 class clsInjAnalyser : public maps::Analyser, public live::InjectionAnalyser {
 public:
     clsInjAnalyser(platform::Machine& machine, core::MapImages& tables, controls::MSComm& port);
+
+    // What the agent changes is noted in it.
+    void setHistory(core::MapHistory& history) { history_ = &history; }
 
     void setMapWindow(maps::TunedMap* window) override;
 
@@ -84,14 +88,17 @@ private:
     void ApplyCellCorrection(int cell, int steps, float weight);
     void pressKey(int cell, int keyCode);
     void logCorrection(int cell, int steps, float weight);
+    void setFuelCell(int cell, int byte);
     bool smoothAlongRow(int column, int cell);
     bool smoothDownColumn(int row, int cell);
     void SendFuelCell(int index);
+    void beginRun();
 
     platform::Machine& machine_;
     core::MapImages& tables_;
     controls::MSComm& port_;
     maps::TunedMap* window_ = nullptr;
+    core::MapHistory* history_ = nullptr;
     std::array<float, kAnalysedCells> setpoints_{};
     std::array<float, kAnalysedCells> proposals_{};
     std::array<float, kAnalysedCells> hajonta_{};

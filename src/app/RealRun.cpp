@@ -11,6 +11,7 @@
 #include "app/FirstPaint.h"
 #include "app/Session.h"
 #include "controls/PlaceMemory.h"
+#include "platform/qt/DiskFlush.h"
 #include "platform/qt/QtDialogs.h"
 #include "platform/qt/QtPump.h"
 #include "platform/qt/QtSerialLine.h"
@@ -41,6 +42,7 @@ Surroundings withRealLine(Surroundings surroundings, const Options& options) {
         return std::make_unique<platform::QtSerialLine>(
             pump, platform::PortMap(pump, platform::fixedPorts(preferences, ports)));
     };
+    surroundings.toDisk = platform::flushToDisk;
     return surroundings;
 }
 
@@ -80,7 +82,7 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
     const QSize pixels = QApplication::primaryScreen()->size();
     const platform::Screen screen{pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};
     platform::Dialogs* const shown = somebodyLooks(options) ? &dialogs : nullptr;
-    Session session(options, withRealLine({pump, {}, shown, &screenshots, screen}, options));
+    Session session(options, withRealLine({pump, {}, shown, &screenshots, screen, {}}, options));
     controls::PlaceMemory places(session.preferences());
     const views::Desk desk(remembersWindows(options) ? &places : nullptr);
     views::ViewHost views(session.windows());
@@ -98,7 +100,7 @@ int runWithDisplay(const Options& options, int& argc, char** argv) {
 int runHeadless(const Options& options, int& argc, char** argv) {
     const QCoreApplication application(argc, argv);
     platform::QtPump pump;
-    Session session(options, withRealLine({pump, {}, nullptr, nullptr, {}}, options));
+    Session session(options, withRealLine({pump, {}, nullptr, nullptr, {}, {}}, options));
     return runUntilEnded(session, pump, options);
 }
 

@@ -67,7 +67,8 @@ Session::Session(const Options& options, Surroundings surroundings)
                windows_,
                folder_,
                options.decimal ? *options.decimal : systemDecimal(),
-               surroundings.screen.value_or(platform::Screen{})},
+               surroundings.screen.value_or(platform::Screen{}),
+               surroundings.toDisk},
       program_(machine_),
       console_(makeContext(surroundings)),
       replies_(STDOUT_FILENO),
@@ -143,7 +144,14 @@ void Session::registerNames() {
     console::registerAnalyser(names_, program_.analyser());
     console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
+    console::registerHistory(names_, program_.undo());
     console::registerSettings(names_, program_.frmMisc());
+    console::registerRestorePoints(names_, program_.restorePoints().context(),
+                                   [this] { program_.restorePoints().open(); });
+    console::registerComparison(names_, [this](const keep::Source& left, const keep::Source& right) {
+        program_.comparisons().open(left, right);
+    });
+    console::registerRestore(names_, program_.restoreRun());
     console::registerProcedures(names_, {program_.eeprom(), folder_, [this](double value, int series, int trend) {
                                              program_.trends().pushTrendSample(value, series, trend);
                                          }});

@@ -31,6 +31,7 @@ struct Surroundings {
     platform::Dialogs* shownDialogs = nullptr;  // null without a display
     console::Screenshots* screenshots = nullptr;
     std::optional<platform::Screen> screen;
+    platform::DiskFlush toDisk;
 };
 
 class Session {

@@ -41,7 +41,7 @@ void feedInPieces(Session& session, std::string_view script) {
 
 int runVirtual(const Options& options) {
     platform::VirtualPump pump(options.now);
-    Session session(options, {pump, {}, nullptr, nullptr, {}});
+    Session session(options, {pump, {}, nullptr, nullptr, {}, {}});
     session.start();
     if (options.script) {
         feedInPieces(session, readScript(*options.script));

@@ -87,8 +87,8 @@ void pressKey(Control& control, int keyCode, int shift) {
     if (!stands(window, &control)) {
         return;
     }
-    control.keyDown(keyCode, shift);
-    if (const int character = characterOf(keyCode, shift); character != 0 && stands(window, &control)) {
+    const bool passed = control.keyDown(keyCode, shift);
+    if (const int character = characterOf(keyCode, shift); passed && character != 0 && stands(window, &control)) {
         pressCharacter(control, character);
     }
     if (Control* const focused = window.activeControl(); focused != nullptr) {

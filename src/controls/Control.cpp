@@ -83,13 +83,19 @@ void Control::press() {
     raise(Click);
 }
 
-void Control::keyDown(int keyCode, int shift) {
+bool Control::keyDown(int keyCode, int shift) {
+    if (window_.offerKey(keyCode, shift)) {
+        return false;
+    }
     window_.enter(name_, [&] { window_.Form_KeyDown(keyCode, shift); });
     raise(KeyDown, keyCode, shift);
+    return true;
 }
 
 void Control::keyUp(int keyCode, int shift) {
-    raise(KeyUp, keyCode, shift);
+    if (!window_.releaseTaken(keyCode)) {
+        raise(KeyUp, keyCode, shift);
+    }
 }
 
 int Control::keyPress(int character) {

@@ -129,7 +129,8 @@ public:
 
     // What a user does. Each runs through Window::enter(), which catches failures.
     virtual void press();  // a click
-    void keyDown(int keyCode, int shift);
+    // False if the window has taken the key for itself.
+    bool keyDown(int keyCode, int shift);
     void keyUp(int keyCode, int shift);
     // A key that makes a character. Returns the character after the handler had it; 0 when it was dropped.
     int keyPress(int character);

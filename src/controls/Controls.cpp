@@ -71,6 +71,13 @@ const std::string& TabStrip::tabCaption(int tab) const {
     return captions_[static_cast<std::size_t>(tab) - 1];
 }
 
+void TabStrip::setTabCaption(int tab, const std::string& caption) {
+    if (tabCaption(tab) != caption) {
+        captions_[static_cast<std::size_t>(tab) - 1] = caption;
+        changed(&captions_);
+    }
+}
+
 std::optional<Value> TabStrip::indexedProperty(std::string_view property, std::span<const int> indices) const {
     if (property != "Caption" || indices.size() != 1) {
         return {};

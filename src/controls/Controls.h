@@ -84,6 +84,8 @@ public:
     Property<int> SelectedItem{*this};
 
     void addTab(std::string caption) { captions_.push_back(std::move(caption)); }
+    // RuntimeError 9 for a tab that does not exist.
+    void setTabCaption(int tab, const std::string& caption);
     [[nodiscard]] int tabCount() const { return static_cast<int>(captions_.size()); }
     // RuntimeError 9 for a tab that does not exist.
     [[nodiscard]] const std::string& tabCaption(int tab) const;

@@ -16,7 +16,7 @@
 namespace korvane::controls {
 
 struct RememberedPlace {
-    Area area;  // of a maximized window: where it goes when it is made smaller
+    Area area;  // without the frame; of a maximized window: where it goes when it is made smaller
     bool maximized = false;
 
     friend bool operator==(const RememberedPlace&, const RememberedPlace&) = default;

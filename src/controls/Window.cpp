@@ -124,6 +124,21 @@ void Window::setFocus(Control* control) {
 
 void Window::Form_KeyDown(int, int) {}
 
+bool Window::offerKey(int keyCode, int shift) {
+    bool takes = false;
+    enter(name_, [&] { takes = takesKey(keyCode, shift); });
+    if (takes || takenKey_ == keyCode) {
+        takenKey_ = takes ? keyCode : 0;
+    }
+    return takes;
+}
+
+bool Window::releaseTaken(int keyCode) {
+    const bool taken = takenKey_ != 0 && takenKey_ == keyCode;
+    takenKey_ = taken ? 0 : takenKey_;
+    return taken;
+}
+
 void Window::logFailure(std::string_view what, const std::exception& error) {
     machine_.log.write(std::string(name_) + "." + std::string(what) + ": " + error.what());
 }

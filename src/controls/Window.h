@@ -60,6 +60,10 @@ public:
 
     // A key pressed anywhere in the window, before the control with the focus gets it.
     virtual void Form_KeyDown(int keyCode, int shift);
+    // Asked before Form_KeyDown: true if the window takes the key for itself. Nobody else gets it or its release then.
+    [[nodiscard]] bool offerKey(int keyCode, int shift);
+    // The key is released; true if the window had taken it.
+    [[nodiscard]] bool releaseTaken(int keyCode);
 
     // Runs an event's handler. What it throws is caught here, with a line in the debug log.
     template <class Handler>
@@ -101,6 +105,9 @@ protected:
     // Called before the unload; false keeps the window open.
     virtual bool Form_Unload() { return true; }
     virtual void Form_Resize() {}
+    [[nodiscard]] virtual bool takesKey(int keyCode, int shift) {
+        return static_cast<void>(keyCode), static_cast<void>(shift), false;
+    }
     void afterChange(const void* property) override;
     // For a window that is one for the whole run: its close box hides it, and no unload event comes.
     void hideOnClose() { hidesOnClose_ = true; }
@@ -113,6 +120,7 @@ private:
     std::vector<Control*> controls_;
     Control* active_ = nullptr;
     int depth_ = 0;
+    int takenKey_ = 0;
     bool loaded_ = false;
     bool resizing_ = false;
     bool wasShown_ = false;  // since its load

@@ -26,7 +26,15 @@ void EepromAccess::WriteEE(std::int16_t addr, std::int32_t value, bool force16) 
     writeByte(std::int32_t{addr} + 1, highByte(value));
 }
 
+void EepromAccess::writeCell(std::int16_t addr, std::uint8_t data) {
+    static_cast<void>(checked(tables_.EEParams, addr));
+    writeByte(addr, data);
+}
+
 void EepromAccess::ReadEE(std::int16_t addr, std::int32_t, bool suppress) {
+    if (asked && !suppress) {
+        asked(addr);
+    }
     ask('R', addr, suppress);
 }
 

@@ -42,6 +42,12 @@ public:
     // Is told of each byte that went out to be written.
     std::function<void(std::int32_t addr, std::uint8_t data)> written;
 
+    // Writes one cell, whatever its row is marked as: a single 'W' frame. RuntimeError 9 as WriteEE.
+    void writeCell(std::int16_t addr, std::uint8_t data);
+
+    // Is told of each byte that is asked for alone.
+    std::function<void(std::int32_t addr)> asked;
+
     // Whether what is written now goes out.
     [[nodiscard]] bool isOpen() const { return port_.PortOpen(); }
 

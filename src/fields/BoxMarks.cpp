@@ -37,6 +37,15 @@ void BoxMarks::sent(const controls::TextBox& box) {
     }
 }
 
+void BoxMarks::confirmed(const controls::TextBox& box) {
+    if (const auto found = boxes_.find(&box); found != boxes_.end() && found->second.sent) {
+        found->second.heard = *found->second.sent;
+        found->second.wasHeard = true;
+        found->second.sent.reset();
+        changed(&box);
+    }
+}
+
 Mark BoxMarks::of(const controls::TextBox& box) const {
     const Known* const known = find(box);
     if (known == nullptr || !known->isOfEcu) {

@@ -30,6 +30,8 @@ public:
     // The ECU has sent what the box shows now; a save has sent it to the ECU.
     void heard(const controls::TextBox& box);
     void sent(const controls::TextBox& box);
+    // The ECU has told that it has what was sent.
+    void confirmed(const controls::TextBox& box);
 
     // Of a box that was not added: nothing.
     [[nodiscard]] Mark of(const controls::TextBox& box) const;

@@ -6,7 +6,8 @@
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "fields/Answers.h"
-#include "link/LinkState.h"
+#include "fields/VerifyReport.h"
+#include "link/ConnectionPanel.h"
 
 namespace korvane::fields {
 
@@ -18,6 +19,9 @@ struct Context {
     controls::Timer& poll;                 // of the live data
     link::LinkState* linkState = nullptr;  // is told of each read and save
     Answers* answers = nullptr;            // is told of each value
+    // Where saves are read back if the tuner wants it, and what is told of that; both or none.
+    link::ConnectionPanel* connection = nullptr;
+    VerifyReport* verifyReport = nullptr;
 };
 
 }  // namespace korvane::fields

@@ -67,6 +67,12 @@ int answersOf(const Field& field) {
                                              field.control));
 }
 
+// The box or the list whose label names the cell; null for others.
+const controls::Control* namedControl(const Field& field, int cell) {
+    const auto* const lists = std::get_if<Lists>(&field.control);
+    return lists != nullptr ? lists->low : static_cast<const controls::Control*>(boxOf(field, cell));
+}
+
 }  // namespace
 
 std::string calledName(const controls::Control& control) {
@@ -88,12 +94,13 @@ controls::TextBox* boxOf(const Field& field, int cell) {
 }
 
 std::string labelOf(const Field& field, int cell) {
-    const auto* const lists = std::get_if<Lists>(&field.control);
-    const controls::Control* control = boxOf(field, cell);
-    if (lists != nullptr) {
-        control = lists->low;
-    }
+    const auto* const control = namedControl(field, cell);
     return control != nullptr ? control->label() : std::string();
+}
+
+std::string titleOf(const Field& field, int cell) {
+    const auto* const control = namedControl(field, cell);
+    return control != nullptr ? titleOf(control->container()) : std::string();
 }
 
 Fields::Fields(core::SharedTables& tables, std::vector<Field> rows) : tables_(tables), rows_(std::move(rows)) {
@@ -187,6 +194,7 @@ void Fields::show(const Field& field, std::int32_t value, int cell) {
                    [&](const Own& own) { own.show(value); },
                },
                field.control);
+    shown_.insert(&field);
 }
 
 void Fields::showBox(const Field& field, std::int32_t value, int cell) {
@@ -200,6 +208,69 @@ void Fields::showBox(const Field& field, std::int32_t value, int cell) {
         value = checked(tables_.EEImage, addr) + kByteValues * checked(tables_.EEImage, addr + 1);
     }
     box.Text = core::numberText(field.codec.shown(value, tables_)).view();
+}
+
+int Fields::addressOf(const Field& field, int cell) const {
+    return tables_.addresses.*field.first + cell * bytesOf(field);
+}
+
+bool Fields::holds(const Field& field, int cell) const {
+    const auto* const box = boxOf(field, cell);
+    return box != nullptr ? !box->Text.get().empty() : shown_.contains(&field);
+}
+
+std::optional<std::int32_t> Fields::heldBy(const Field& field, int cell) const {
+    try {
+        return holds(field, cell) ? std::optional(stored(field, cell)) : std::nullopt;
+    } catch (const platform::RuntimeError&) {
+        return {};
+    }
+}
+
+std::vector<Fields::Held> Fields::held() const {
+    std::vector<Held> all;
+    for (const Field& field : rows_) {
+        for (int cell = 0; stores(field) && cell < cells(field); ++cell) {
+            if (const auto value = heldBy(field, cell)) {
+                all.push_back({addressOf(field, cell), *value, field.codec.width != Width::Byte});
+            }
+        }
+    }
+    return all;
+}
+
+bool Fields::put(std::int32_t value, int addr) {
+    for (const Field& field : rows_) {
+        const int distance = addr - addressOf(field, 0);
+        const int bytes = bytesOf(field);
+        const bool isHere = distance >= 0 && distance % bytes == 0 && distance / bytes < cells(field);
+        const auto* const own = std::get_if<Own>(&field.control);
+        if (isHere && stores(field) && (own == nullptr || own->show)) {
+            putInto(field, value, distance / bytes);
+            return true;
+        }
+    }
+    return false;
+}
+
+// A box of two bytes is shown from the image, which a value that is only put there must not change.
+void Fields::putInto(const Field& field, std::int32_t value, int cell) {
+    if (std::holds_alternative<Boxes>(field.control) && !field.stepping) {
+        boxOf(field, cell)->Text = core::numberText(field.codec.shown(value, tables_)).view();
+    } else {
+        show(field, value, cell);
+    }
+}
+
+std::vector<Fields::Called> Fields::called() const {
+    std::vector<Called> all;
+    for (const Field& field : rows_) {
+        for (int cell = 0; cell < cells(field); ++cell) {
+            all.push_back(
+                {addressOf(field, cell), addressOf(field, 0), field.codec, titleOf(field, cell), labelOf(field, cell)});
+        }
+    }
+    return all;
 }
 
 int Fields::cells(const Field& field) {

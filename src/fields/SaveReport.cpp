@@ -16,21 +16,6 @@ std::string values(std::ptrdiff_t count) {
 
 }  // namespace
 
-std::uint8_t SaveReport::Item::byte(std::size_t index) const {
-    return index == 0 ? core::lowByte(value.value) : core::highByte(value.value);
-}
-
-bool SaveReport::Item::isSame() const {
-    return back[0] == byte(0) && (value.bytes == 1 || back[1] == byte(1));
-}
-
-// As the width of the value has it: a signed word may be below 0.
-std::int32_t SaveReport::Item::told() const {
-    const std::int32_t number = back[0].value_or(0) + kByteValues * back[1].value_or(0);
-    const bool isSigned = value.codec.width == Width::Word || value.codec.width == Width::TwoBytes;
-    return isSigned ? static_cast<std::int16_t>(number) : number;
-}
-
 int SaveReport::begin(std::string group, int values) {
     group_ = std::move(group);
     planned_ = values;
@@ -66,7 +51,7 @@ void SaveReport::heard(std::int64_t address, std::int32_t value, bool is16) {
 }
 
 void SaveReport::heardByte(std::int64_t address, std::uint8_t byte) {
-    for (Item& item : items_) {
+    for (SentValue& item : items_) {
         const std::int64_t index = address - item.value.address;
         if (index >= 0 && index < item.value.bytes) {
             item.back.at(static_cast<std::size_t>(index)) = byte;
@@ -93,11 +78,11 @@ std::string SaveReport::sentPart() const {
 }
 
 std::string SaveReport::backPart() const {
-    const auto back = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.isBack(); });
+    const auto back = std::count_if(items_.begin(), items_.end(), [](const SentValue& item) { return item.isBack(); });
     if (back == 0) {
         return items_.empty() ? "" : "; nothing has come back yet";
     }
-    const auto isOther = [](const Item& item) { return item.isBack() && !item.isSame(); };
+    const auto isOther = [](const SentValue& item) { return item.isBack() && !item.isSame(); };
     const auto other = std::count_if(items_.begin(), items_.end(), isOther);
     const std::string same = std::to_string(back - other) + " came back the same";
     if (other == 0) {
@@ -107,10 +92,9 @@ std::string SaveReport::backPart() const {
     return "; " + same + ", " + values(other) + (other == 1 ? " differs: " : " differ: ") + difference(*first);
 }
 
-std::string SaveReport::difference(const Item& item) const {
-    const auto shown = [&](std::int32_t count) { return core::textOf(item.value.codec.shown(count, tables_)); };
+std::string SaveReport::difference(const SentValue& item) const {
     const std::string name = item.value.label.empty() ? "" : item.value.label + " ";
-    return name + "is " + shown(item.told()) + ", not " + shown(item.value.value);
+    return name + "is " + item.shown(item.told(), tables_) + ", not " + item.shown(item.value.value, tables_);
 }
 
 }  // namespace korvane::fields

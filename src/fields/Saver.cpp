@@ -17,8 +17,9 @@ namespace korvane::fields {
 
 bool Saver::run(const SavePlan& plan, const std::string& group) {
     std::string failure;
+    Save save;
     try {
-        write(plan, group);
+        write(plan, group, save);
     } catch (const platform::RuntimeError& error) {
         failure = error.what();
     }
@@ -27,11 +28,14 @@ bool Saver::run(const SavePlan& plan, const std::string& group) {
         return false;
     }
     plan.captions.showEnd(context_.window);
+    if (verification_.isOn()) {
+        verification_.verify(group, save.values, &fields_, [this, plan, group] { run(plan, group); });
+    }
     return true;
 }
 
-void Saver::write(const SavePlan& plan, const std::string& group) {
-    context_.eeprom.announceStore(group);
+void Saver::write(const SavePlan& plan, const std::string& group, Save& save) {
+    context_.eeprom.announceStore(group.empty() ? "settings" : group);
     const link::LinkState::Transfer transfer(context_.linkState);
     const Answers::Running running(context_.answers);
     std::optional<PollStop> stop;
@@ -39,7 +43,7 @@ void Saver::write(const SavePlan& plan, const std::string& group) {
         stop.emplace(context_.poll);
     }
     auto* const report = fields_.report();
-    const int save = report != nullptr ? report->begin(group, planned(plan)) : 0;
+    save.number = report != nullptr ? report->begin(group, planned(plan)) : 0;
     for (const SaveStep& step : plan.steps) {
         write(plan, step, save);
     }
@@ -51,12 +55,12 @@ int Saver::planned(const SavePlan& plan) const {
     });
 }
 
-void Saver::write(const SavePlan& plan, const SaveStep& step, int save) {
+void Saver::write(const SavePlan& plan, const SaveStep& step, Save& save) {
     const Field& field = fields_.storing(step.address);
     const int address = context_.tables.addresses.*step.address;
     const int cells = Fields::cells(field);
     for (int cell = 0; cell < cells; ++cell) {
-        const std::int32_t value = stored(field, cell, save);
+        const std::int32_t value = stored(field, cell, save.number);
         const int place = address + cell * bytesOf(field);
         writeValue(place, value, field.codec.width, step.betweenBytes);
         report(field, cell, place, value, save);
@@ -76,16 +80,20 @@ std::int32_t Saver::stored(const Field& field, int cell, int save) const {
     }
 }
 
-void Saver::report(const Field& field, int cell, int address, std::int32_t value, int save) {
+void Saver::report(const Field& field, int cell, int address, std::int32_t value, Save& save) {
     const bool sent = context_.eeprom.isOpen();
     if (context_.answers != nullptr) {
         context_.answers->sent(sent);
     }
-    if (auto* const report = fields_.report(); report != nullptr) {
-        const bool word = field.codec.width != Width::Byte || core::checked(context_.tables.EEParams, address).is16bit;
-        report->add(save, {labelOf(field, cell), address, word ? 2 : 1, value, field.codec}, sent);
-    }
+    auto* const report = fields_.report();
     const auto* const box = boxOf(field, cell);
+    if (sent || report != nullptr) {
+        const bool word = field.codec.width != Width::Byte || core::checked(context_.tables.EEParams, address).is16bit;
+        save.values.push_back({labelOf(field, cell), address, word ? 2 : 1, value, field.codec, box});
+    }
+    if (report != nullptr) {
+        report->add(save.number, save.values.back(), sent);
+    }
     if (auto* const marks = fields_.marks(); marks != nullptr && box != nullptr && sent) {
         marks->sent(*box);
     }

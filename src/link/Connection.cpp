@@ -57,8 +57,14 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.ComboPort.GotFocus = [this] { showPortDevices(); };
     panel_.btnConnect.Click = [this] { btnConnect_Click(); };
     panel_.Command2.Click = [this] { panel_.MSComm1.Output(shortCommand(kRestartDevice)); };
-    panel_.Command3.Click = [this] { panel_.MSComm1.Output(kAskPwmTable); };
-    panel_.Command4.Click = [this] { panel_.MSComm1.Output(kStorePwmTable); };
+    panel_.Command3.Click = [this] {
+        panel_.diversion.askedOrdinarily({kAskPwmTable});
+        panel_.MSComm1.Output(kAskPwmTable);
+    };
+    panel_.Command4.Click = [this] {
+        storesPwmTable();
+        panel_.MSComm1.Output(kStorePwmTable);
+    };
     panel_.Timer1.Tick = [this] { timer1Tick(); };
     panel_.TimerRequestData.Tick = [this] { pollLiveData(); };
     panel_.TimerGetSettings.Tick = [this] { sendIfOpen(kIdentityRequest); };
@@ -135,6 +141,8 @@ void Connection::openPort() {
     panel_.MSComm1.RThreshold = 1;
     panel_.MSComm1.InputLen = 1;
     panel_.MSComm1.setPortOpen(true);
+    ++panel_.openings;
+    panel_.ecuMisc.forget();
     panel_.ecuEeprom.forget();
     panel_.ecuMaps.connected();
     panel_.isConnected = true;

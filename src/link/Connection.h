@@ -34,6 +34,8 @@ public:
 
     // Loads the settings window, so that replies always reach it. Called after each connect and each disconnect.
     controls::Event<> loadSettings;
+    // Command4 is about to have the ECU store its PWM table.
+    controls::Event<> storesPwmTable;
 
 private:
     void onComm();

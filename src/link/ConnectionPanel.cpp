@@ -5,7 +5,9 @@
 namespace korvane::link {
 
 ConnectionPanel::ConnectionPanel(controls::Window& owner)
-    : window(owner), linkState(owner.machine().pump, MSComm1, TimerRequestData, receiver) {
+    : window(owner),
+      verify(owner.machine().preferences),
+      linkState(owner.machine().pump, MSComm1, TimerRequestData, receiver) {
     lblHWVer.Visible = false;
     Command3.setContainer(&FrameOptTest);
     Command4.setContainer(&FrameOptTest);

@@ -10,9 +10,14 @@
 #include "controls/Timer.h"
 #include "link/EcuEeprom.h"
 #include "link/EcuMap.h"
+#include "link/EcuMisc.h"
 #include "link/FrameWitness.h"
+#include "link/KeepNotice.h"
+#include "link/KeepWindows.h"
 #include "link/LinkState.h"
 #include "link/ReceiveMachine.h"
+#include "link/ReplyDiversion.h"
+#include "link/VerifySwitch.h"
 
 namespace korvane::link {
 
@@ -51,8 +56,14 @@ struct ConnectionPanel {
     std::array<std::string, 7> baudSettings;
     ReceiveMachine receiver;
     FrameWitnesses witnesses;  // of each frame that the dispatcher gets
+    ReplyDiversion diversion;  // of replies that act nowhere
+    VerifySwitch verify;       // whether sends are read back
     EcuMaps ecuMaps;
     EcuEeprom ecuEeprom;  // of this connection
+    EcuMisc ecuMisc;
+    int openings = 0;  // of the port, since the start of the program
+    KeepWindows keepWindows;
+    KeepNotice keepNotice;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
 };

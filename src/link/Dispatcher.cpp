@@ -7,6 +7,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/Module1.h"
 #include "core/tables/SharedTables.h"
 #include "link/Commands.h"
@@ -59,6 +60,11 @@ void fillHalf(std::span<const std::uint8_t> payload, std::size_t offset, auto& i
     }
 }
 
+std::span<const std::uint8_t> checkedHalf(std::span<const std::uint8_t> payload) {
+    static_cast<void>(checked(payload, kHalf - 1));
+    return payload.first(kHalf);
+}
+
 }  // namespace
 
 Dispatcher::Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows)
@@ -72,9 +78,36 @@ void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
     }
     panel_.witnesses.tell(cmd, payload);
     try {
-        (this->*frame->handler)(payload);
+        if (panel_.diversion.take(cmd, payload)) {
+            note(cmd, payload);
+        } else {
+            (this->*frame->handler)(payload);
+        }
     } catch (const std::exception& error) {
         machine_.log.write(std::string("err docommand ") + error.what());
+    }
+}
+
+void Dispatcher::note(std::uint8_t cmd, Payload payload) {
+    auto& maps = panel_.ecuMaps;
+    switch (cmd) {
+        case kFuelMap.ask:
+            return maps.fuel.read(0, checkedHalf(payload));
+        case kFuelMap.askSecondHalf:
+            return maps.fuel.read(kHalf, checkedHalf(payload));
+        case kIgnitionMap.ask:
+            return maps.ignition.read(0, checkedHalf(payload));
+        case kIgnitionMap.askSecondHalf:
+            return maps.ignition.read(kHalf, checkedHalf(payload));
+        case kAskPwmTable:
+            static_cast<void>(checked(payload, 1));
+            return maps.pwm.read(payload[0], payload.subspan(1, 1));
+        case kAskMiscBlock:
+            return noteMisc(payload);
+        case kEepromByteFrame:
+            return noteEepromByte(checked(payload, 0), keyOf(cmd, payload).address);
+        default:
+            return;
     }
 }
 
@@ -96,12 +129,24 @@ void Dispatcher::unknownToDevice(Payload) {}
 
 void Dispatcher::eepromByte(Payload payload) {
     const std::uint8_t value = checked(payload, 0);
-    const int address = payload.size() < 3 ? 0 : payload[1] + 256 * payload[2];
+    const int address = keyOf(kEepromByteFrame, payload).address;
+    noteEepromByte(value, address);
+    showEepromValue(value, address, false);
+}
+
+void Dispatcher::noteMisc(Payload payload) {
+    MiscBytes block{};
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        block.at(i) = checked(payload, i);
+    }
+    panel_.ecuMisc.has(block);
+}
+
+void Dispatcher::noteEepromByte(std::uint8_t value, int address) {
     checked(tables_.EEImage, address) = value;
     checked(tables_.EETime, address) = timeText();
     checked(tables_.EEParams, address).value = value;
     eepromTold(address, value);
-    showEepromValue(value, address, false);
 }
 
 void Dispatcher::eepromWord(Payload payload) {
@@ -140,31 +185,43 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
     }
 }
 
+void Dispatcher::takeFuel(Payload payload, std::size_t first) {
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Fuel, first, kHalf));
+        fillHalf(payload, first, tables_.FuelMapIn, tables_.FuelMapOut);
+    }
+    panel_.ecuMaps.fuel.read(first, payload.first(kHalf));
+}
+
+void Dispatcher::takeIgnition(Payload payload, std::size_t first) {
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Ignition, first, kHalf));
+        fillHalf(payload, first, tables_.IgnMapIn, tables_.IgnMapOut);
+    }
+    panel_.ecuMaps.ignition.read(first, payload.first(kHalf));
+}
+
 void Dispatcher::fuelFirstHalf(Payload payload) {
-    fillHalf(payload, 0, tables_.FuelMapIn, tables_.FuelMapOut);
-    panel_.ecuMaps.fuel.read(0, payload.first(kHalf));
+    takeFuel(payload, 0);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     requestSecondHalf(kFuelMap.askSecondHalf);
     setMapCaption("Received 50% Fuel map ");
 }
 
 void Dispatcher::fuelSecondHalf(Payload payload) {
-    fillHalf(payload, kHalf, tables_.FuelMapIn, tables_.FuelMapOut);
-    panel_.ecuMaps.fuel.read(kHalf, payload.first(kHalf));
+    takeFuel(payload, kHalf);
     part<FuelMapPart>(windows_.curMapWindow).populateFuel();
     setMapCaption("Received 100% Fuel map ");
 }
 
 void Dispatcher::ignitionFirstHalf(Payload payload) {
-    fillHalf(payload, 0, tables_.IgnMapIn, tables_.IgnMapOut);
-    panel_.ecuMaps.ignition.read(0, payload.first(kHalf));
+    takeIgnition(payload, 0);
     showIgnitionMap();
     requestSecondHalf(kIgnitionMap.askSecondHalf);
 }
 
 void Dispatcher::ignitionSecondHalf(Payload payload) {
-    fillHalf(payload, kHalf, tables_.IgnMapIn, tables_.IgnMapOut);
-    panel_.ecuMaps.ignition.read(kHalf, payload.first(kHalf));
+    takeIgnition(payload, kHalf);
     showIgnitionMap();
 }
 
@@ -176,6 +233,7 @@ void Dispatcher::showIgnitionMap() {
 
 void Dispatcher::requestSecondHalf(std::uint8_t command) {
     if (core::hasLargeMaps(tables_.SWType)) {
+        panel_.diversion.askedOrdinarily({command});
         panel_.MSComm1.Output(command);
     }
 }
@@ -226,14 +284,18 @@ void Dispatcher::miscBlock(Payload payload) {
     for (int i = 0; i < 9; ++i) {
         checked(tables_.MiscBlock, i + 1) = checked(payload, i);
     }
+    noteMisc(payload);
     part<MiscPart>(replyWindow()).LoadMisc(false);
 }
 
 void Dispatcher::pwmCell(Payload payload) {
     const std::uint8_t cell = checked(payload, 0);
     const std::uint8_t value = checked(payload, 1);
-    checked(tables_.PwmMapIn, cell) = value;
-    checked(tables_.PwmMapOut, cell) = value;
+    {
+        const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Pwm, cell, 1));
+        checked(tables_.PwmMapIn, cell) = value;
+        checked(tables_.PwmMapOut, cell) = value;
+    }
     panel_.ecuMaps.pwm.read(cell, payload.subspan(1, 1));
     part<PwmMapPart>(windows_.curMapWindow).populatePWMOUT();
 }

@@ -12,8 +12,9 @@
 #include "platform/Machine.h"
 
 namespace korvane::core {
+class MapHistory;
 struct SharedTables;
-}
+}  // namespace korvane::core
 
 namespace korvane::link {
 
@@ -23,6 +24,9 @@ public:
 
     // The decoder of 'R' payloads; must be set before the first frame.
     void setLiveDecoder(LiveDecoder& decoder) { decoder_ = &decoder; }
+
+    // What a read changes is noted in it, if it is set.
+    void setHistory(core::MapHistory& history) { history_ = &history; }
 
     // Acts on one frame. A failure ends the frame with a line in the debug log; what was done until then stays done.
     // The payload may be changed; no reference to it is kept after the return.
@@ -50,6 +54,13 @@ private:
     void identity(Payload payload) override;
     void ignitionDebug(Payload payload) override;
 
+    void takeFuel(Payload payload, std::size_t first);
+    void takeIgnition(Payload payload, std::size_t first);
+    // What the program asked for past its windows.
+    void note(std::uint8_t cmd, Payload payload);
+    void noteMisc(Payload payload);
+    void noteEepromByte(std::uint8_t value, int address);
+
     MapWindow* replyWindow() const;
     void setMapCaption(std::string_view text);
     void showIgnitionMap();
@@ -66,6 +77,7 @@ private:
     core::SharedTables& tables_;
     Windows& windows_;
     LiveDecoder* decoder_ = nullptr;
+    core::MapHistory* history_ = nullptr;
 };
 
 }  // namespace korvane::link

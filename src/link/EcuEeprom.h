@@ -33,6 +33,8 @@ class EcuEeprom : public controls::Object {
 public:
     void told(std::int64_t address, std::uint8_t byte) { set(address, {byte, Known::Told}); }
     void sent(std::int64_t address, std::uint8_t byte) { set(address, {byte, Known::Sent}); }
+    // The ECU has stored a byte of its own there.
+    void lost(std::int64_t address) { set(address, {}); }
     // There may be another ECU on the line.
     void forget();
 

@@ -7,10 +7,6 @@
 
 namespace korvane::link {
 
-namespace {
-constexpr int kFirstKeptPwm = 64;  // the EEPROM has no cells before it
-}  // namespace
-
 EcuMap::Cell& EcuMap::at(std::size_t cell) {
     return core::checked(cells_, cell);
 }
@@ -21,7 +17,14 @@ const EcuMap::Cell& EcuMap::at(std::size_t cell) const {
 
 void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        at(first + i).show(bytes[i], storesNext_);
+        auto& cell = at(first + i);
+        cell.show(bytes[i], storesNext_);
+        cell.told = bytes[i];
+        cell.fresh = true;
+        judge(cell, bytes[i]);
+    }
+    if (restarted_ && store_ != Store::NotKept && !any(&Cell::ordered)) {
+        store_ = Store::Seen;
     }
     Object::changed(this);
 }
@@ -38,9 +41,23 @@ void EcuMap::Cell::show(std::uint8_t byte, bool stores) {
     }
 }
 
+// What the ECU shows behind its restart is what it has stored.
+void EcuMap::judge(Cell& cell, std::uint8_t byte) {
+    if (const auto ordered = cell.ordered; restarted_ && ordered) {
+        cell.ordered.reset();
+        store_ = ordered == byte ? store_ : Store::NotKept;
+    }
+}
+
+bool EcuMap::any(std::optional<std::uint8_t> Cell::*byte) const {
+    return std::any_of(cells_.begin(), cells_.end(), [byte](const Cell& cell) { return (cell.*byte).has_value(); });
+}
+
 void EcuMap::sending(std::size_t cell, std::uint8_t byte) {
     at(cell).onItsWay = byte;
     storesNext_ = false;
+    store_ = Store::NotOrdered;
+    restarted_ = false;
 }
 
 void EcuMap::acknowledged(std::size_t firstCell) {
@@ -49,13 +66,20 @@ void EcuMap::acknowledged(std::size_t firstCell) {
         if (const auto byte = std::exchange(cell.onItsWay, std::nullopt)) {
             cell.working = byte;
             cell.kept = storesNext_ ? byte : cell.kept;
+            cell.fresh = true;
         }
+    }
+    if (store_ == Store::Ordered && !any(&Cell::onItsWay)) {
+        store_ = Store::Acknowledged;
     }
     Object::changed(this);
 }
 
 void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
     at(cell).working = byte;
+    at(cell).fresh = true;
+    store_ = Store::NotOrdered;
+    restarted_ = false;
     Object::changed(this);
 }
 
@@ -65,7 +89,11 @@ void EcuMap::stored() {
             cell.kept = cell.working;
         }
     }
+    for (std::size_t cell = firstKept_; cell < cells_.size(); ++cell) {
+        cells_[cell].ordered = cells_[cell].onItsWay ? cells_[cell].onItsWay : cells_[cell].working;
+    }
     storesNext_ = true;
+    store_ = any(&Cell::onItsWay) ? Store::Ordered : Store::Acknowledged;
     Object::changed(this);
 }
 
@@ -83,11 +111,22 @@ void EcuMap::restarted() {
         cell.working = cell.kept;
         cell.onItsWay.reset();
     }
+    store_ = store_ == Store::NotOrdered ? Store::Lost : store_;
+    restarted_ = store_ == Store::Ordered || store_ == Store::Acknowledged;
     Object::changed(this);
 }
 
 void EcuMap::forget() {
     cells_ = {};
+    store_ = Store::Nothing;
+    restarted_ = false;
+    Object::changed(this);
+}
+
+void EcuMap::reconnected() {
+    for (auto& cell : cells_) {
+        cell.fresh = false;
+    }
     Object::changed(this);
 }
 
@@ -99,6 +138,10 @@ std::optional<std::uint8_t> EcuMap::kept(std::size_t cell) const {
     return at(cell).kept;
 }
 
+std::optional<std::uint8_t> EcuMap::told(std::size_t cell) const {
+    return at(cell).told;
+}
+
 void EcuMaps::restarted() {
     pwm.acknowledged(0);
     connected();
@@ -107,6 +150,7 @@ void EcuMaps::restarted() {
 void EcuMaps::connected() {
     for (auto* map : {&fuel, &ignition, &pwm}) {
         map->restarted();
+        map->reconnected();
     }
 }
 
@@ -133,9 +177,10 @@ std::optional<MapCell> mapCellAt(const core::ParameterAddresses& places, int add
         int cells;
     };
     constexpr auto kHalf = static_cast<int>(EcuMap::kHalf);
+    constexpr auto kPwm = static_cast<int>(EcuMaps::kFirstKeptPwm);
     const Place kept[] = {{&EcuMaps::fuel, places.INJ_OFF, 0, kHalf},
                           {&EcuMaps::ignition, places.IGN_OFF, 0, kHalf},
-                          {&EcuMaps::pwm, places.PWM_OFF, kFirstKeptPwm, kHalf - kFirstKeptPwm}};
+                          {&EcuMaps::pwm, places.PWM_OFF, kPwm, kHalf - kPwm}};
     for (const auto& [map, first, firstCell, cells] : kept) {
         if (first >= 0 && first <= address && address < first + cells) {
             return MapCell{map, static_cast<std::size_t>(firstCell + address - first)};

@@ -13,10 +13,25 @@
 
 namespace korvane::link {
 
+// What has become of what was sent of a map. Nothing in the protocol acknowledges the order to store: that it was kept
+// shows only when the ECU has restarted and is read.
+enum class Store : std::uint8_t {
+    Nothing,       // nothing was sent
+    NotOrdered,    // sent, and no order to store followed
+    Ordered,       // the order followed, and not all that was sent has been acknowledged
+    Acknowledged,  // the order followed, and all that was sent has been acknowledged
+    Seen,          // the ECU has restarted and shown it
+    Lost,          // the ECU has restarted before the order
+    NotKept,       // the ECU has restarted and shown other bytes
+};
+
 // One map. The ECU runs on a working copy; what it has not stored is lost when it restarts. RuntimeError 9 for a cell
 // beyond the map. Observers are told when the ECU has another map than before.
 class EcuMap : public controls::Object {
 public:
+    // The EEPROM has no cells before the first one that is kept.
+    explicit EcuMap(std::size_t firstKept = 0) : firstKept_(firstKept) {}
+
     // The answer to a read of the cells from `first` on.
     void read(std::size_t first, std::span<const std::uint8_t> bytes);
     // A cell of a map that is sent as a whole. It counts when its half has been acknowledged.
@@ -29,12 +44,19 @@ public:
     // What its EEPROM has of a cell, which it runs on only after a restart.
     void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();
+    // There may be another ECU on the line. What is known stays, but is no longer fresh.
+    void reconnected();
     // Another ECU: nothing is known of its map.
     void forget();
 
     // Nothing for a cell that the line has told nothing of.
     [[nodiscard]] std::optional<std::uint8_t> working(std::size_t cell) const;
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
+    // What the answer to the last read of the cell said.
+    [[nodiscard]] std::optional<std::uint8_t> told(std::size_t cell) const;
+    // Whether this connection has told what the ECU runs on.
+    [[nodiscard]] bool isFresh(std::size_t cell) const { return at(cell).fresh; }
+    [[nodiscard]] Store store() const { return store_; }
 
     static constexpr std::size_t kHalf = 160;  // cells that one frame carries
 
@@ -42,7 +64,10 @@ private:
     struct Cell {
         std::optional<std::uint8_t> working;
         std::optional<std::uint8_t> kept;
+        std::optional<std::uint8_t> told;
         std::optional<std::uint8_t> onItsWay;
+        bool fresh = false;
+        std::optional<std::uint8_t> ordered;  // to be stored, and not seen behind a restart yet
 
         // The ECU runs on this byte. `stores`: the order to store followed what was sent last.
         void show(std::uint8_t byte, bool stores);
@@ -50,17 +75,26 @@ private:
     [[nodiscard]] Cell& at(std::size_t cell);
     [[nodiscard]] const Cell& at(std::size_t cell) const;
 
+    void judge(Cell& cell, std::uint8_t byte);
+    [[nodiscard]] bool any(std::optional<std::uint8_t> Cell::*byte) const;
+
+    std::size_t firstKept_;
+    Store store_ = Store::Nothing;
+    bool restarted_ = false;  // since the order to store
     std::array<Cell, core::kMapSize> cells_{};
     bool storesNext_ = false;  // the order to store went out after the last byte
 };
 
 class EcuMaps {
 public:
-    EcuMap fuel, ignition, pwm;
+    static constexpr std::size_t kFirstKeptPwm = 64;
+
+    EcuMap fuel, ignition;
+    EcuMap pwm{kFirstKeptPwm};
 
     // A restart ends the save of a PWM table, which has no other answer.
     void restarted();
-    // Another connection. The ECU may have restarted unheard.
+    // Another connection. The ECU may have restarted unheard, or be another one.
     void connected();
     // The ECU has named itself. One that names itself otherwise than the last one has maps of its own; two that name
     // themselves alike are taken for the same.

@@ -35,6 +35,8 @@ public:
 
     // A poll that runs again stays Paused until a live frame comes or lateAfter() is over.
     [[nodiscard]] State state() const { return stateAt(pump_.now()); }
+    // Whether an ECU is there to take a command that it does not acknowledge.
+    [[nodiscard]] bool isHeard() const { return state() == State::Live || state() == State::Paused; }
     // Time since the last live frame of this connection; without one since the port was opened; with the port closed
     // since it was closed, or since the start of the program.
     [[nodiscard]] platform::Micros age() const { return pump_.now() - ageFrom(); }

@@ -66,17 +66,17 @@ std::optional<int> wholeNumber(std::string_view digits, int highest) {
     return number <= highest ? std::optional(core::toInt32(number)) : std::nullopt;
 }
 
-std::optional<std::uint8_t> byteOf(std::string_view line) {
-    const auto number = wholeNumber(platform::trimmed(line), 255);
-    return number ? std::optional(core::toByte(*number)) : std::nullopt;
-}
-
 bool isRecent(std::string_view time, const platform::WallTime& now) {
     const auto age = secondsSince(time, now);
     return age && *age <= kOldestReply;
 }
 
 }  // namespace
+
+std::optional<std::uint8_t> imageByte(std::string_view line) {
+    const auto number = wholeNumber(platform::trimmed(line), 255);
+    return number ? std::optional(core::toByte(*number)) : std::nullopt;
+}
 
 std::optional<int> secondsSince(std::string_view time, const platform::WallTime& now) {
     constexpr int kDay = 24 * 60 * 60;
@@ -242,7 +242,7 @@ std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> li
     std::optional<std::size_t> failed;
     pass(window_.btnUploadEEPROM, [&](int address) {
         const auto line = static_cast<std::size_t>(address) + 1;
-        const auto byte = line < lines.size() ? byteOf(lines[line]) : std::nullopt;
+        const auto byte = line < lines.size() ? imageByte(lines[line]) : std::nullopt;
         if (!byte) {
             failed = line;
             return false;

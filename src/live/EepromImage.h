@@ -7,6 +7,7 @@
 
 #include <bitset>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -58,6 +59,9 @@ private:
     std::bitset<kLastChecked + 1> heard_;  // in this backup
     bool clockWasSet_ = false;             // during it
 };
+
+// The byte of a line of an image; nothing for any other text.
+[[nodiscard]] std::optional<std::uint8_t> imageByte(std::string_view line);
 
 // The seconds from `time`, a text "hh:mm:ss" of the last 24 hours, to `now`, which may lie behind midnight. Nothing for
 // any other text.

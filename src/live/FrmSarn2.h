@@ -62,6 +62,7 @@ public:
 protected:
     void Form_Load() override { Load(); }
     bool Form_Unload() override;
+    [[nodiscard]] bool takesKey(int keyCode, int shift) override { return keepWindows.takesKey(keyCode, shift); }
 
 private:
     void describeValues();

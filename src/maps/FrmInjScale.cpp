@@ -76,13 +76,17 @@ float FrmInjScale::store(std::string_view section, const controls::TextBox& box)
 
 // A fraction typed into a box counts, though the stored sizes are whole.
 void FrmInjScale::scaleMap() {
-    const double ratio = core::quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get()));
+    scaleCells(core::quotient(core::val(txtInjectorOld.Text.get()), core::val(txtInjectorNew.Text.get())));
+    if (populateFuelOUT) {
+        populateFuelOUT();
+    }
+}
+
+void FrmInjScale::scaleCells(double ratio) {
+    const core::MapHistory::Change change(history_, {core::Cause::Kind::Scaling});
     for (std::size_t cell = 0; cell < kScaledCells; ++cell) {
         const double scaled = core::toInt(core::finite(tables_.FuelMapOut[cell] * ratio));
         tables_.FuelMapOut[cell] = core::toByte(std::clamp(scaled, 0.0, kLargestCell));
-    }
-    if (populateFuelOUT) {
-        populateFuelOUT();
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "controls/Controls.h"
 #include "controls/Window.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 
 namespace korvane::maps {
@@ -22,6 +23,9 @@ public:
     controls::CommandButton btnInjectorChange{*this, "btnInjectorChange"};
     controls::Frame FrameFuelPressure{*this, "FrameFuelPressure"};  // "Fuel pressure scaling", empty
 
+    // What the scaling changes is noted in it.
+    void setHistory(core::MapHistory& history) { history_ = &history; }
+
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     std::function<void()> populateFuelOUT;
 
@@ -34,8 +38,10 @@ private:
     // Writes the box's whole number to a section of the program's ini file and returns it.
     float store(std::string_view section, const controls::TextBox& box);
     void scaleMap();
+    void scaleCells(double ratio);
 
     core::SharedTables& tables_;
+    core::MapHistory* history_ = nullptr;
 };
 
 }  // namespace korvane::maps

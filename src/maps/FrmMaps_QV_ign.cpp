@@ -96,7 +96,8 @@ fields::Own FrmMaps_QV_ign::sensorType() {
 
 fields::Context FrmMaps_QV_ign::fieldsContext() {
     auto& connection = context().connection;
-    return {*this, context().tables, context().eeprom, connection.TimerRequestData, &connection.linkState, &answers};
+    return {*this,    context().tables, context().eeprom, connection.TimerRequestData, &connection.linkState,
+            &answers, &connection,      &verifyReport()};
 }
 
 void FrmMaps_QV_ign::Form_Load() {

@@ -10,6 +10,7 @@
 #include "core/tables/LiveChannel.h"
 #include "core/tables/ModuleReg.h"
 #include "fields/PollStop.h"
+#include "fields/VerifyProperties.h"
 #include "link/Commands.h"
 #include "maps/MapHelp.h"
 #include "maps/transfer/MiscTransfer.h"
@@ -139,7 +140,8 @@ std::vector<fields::Field> FrmMaps_ign_limiter::rows() {
 
 fields::Context FrmMaps_ign_limiter::fieldsContext() {
     auto& connection = context_.connection;
-    return {*this, context_.tables, context_.eeprom, connection.TimerRequestData, &connection.linkState, &answers};
+    return {*this,    context_.tables, context_.eeprom, connection.TimerRequestData, &connection.linkState,
+            &answers, &connection,     &verifyReport_};
 }
 
 void FrmMaps_ign_limiter::fillLists() {
@@ -199,6 +201,10 @@ void FrmMaps_ign_limiter::place() {
                &txtInputFuncVal(i), labels.at(static_cast<std::size_t>(i))});
     }
     placeLaunch(launchControl, 2 * kFrameWidth, 0);
+}
+
+std::vector<std::span<const controls::PropertyInfo>> FrmMaps_ign_limiter::propertyTables() const {
+    return controls::withTable<Window>(*this, fields::kVerifyProperties<FrmMaps_ign_limiter>);
 }
 
 void FrmMaps_ign_limiter::Form_Load() {

@@ -4,6 +4,7 @@
 #include "fields/Fields.h"
 #include "fields/Reader.h"
 #include "fields/Saver.h"
+#include "fields/VerifyReport.h"
 #include "link/Windows.h"
 #include "maps/boxes/IgnitionBoxControls.h"
 #include "maps/boxes/ParameterGroup.h"
@@ -59,8 +60,17 @@ public:
     void LoadMisc(bool skipTimer) override;
     void UpdateReadEE(std::int32_t value, int addr, bool is16) override;
 
+    // Whether sends are read back, and what came of it.
+    [[nodiscard]] link::VerifySwitch& verifySwitch() { return context_.connection.verify; }
+    [[nodiscard]] const link::VerifySwitch& verifySwitch() const { return context_.connection.verify; }
+    [[nodiscard]] fields::VerifyReport& verifyReport() { return verifyReport_; }
+    [[nodiscard]] const fields::VerifyReport& verifyReport() const { return verifyReport_; }
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
+
 private:
     const MapContext& context_;
+    fields::VerifyReport verifyReport_;
     fields::Fields fields_;
 
     [[nodiscard]] std::vector<fields::Field> rows();

@@ -113,7 +113,7 @@ void MapForm::pressFuelKey(int cell, int keyCode, int shift) {
     const Stay stay(*this);
     const int pressed = hasBlock(fuel) ? fuel.SelFirst - 1 : cell;
     if (fuel.geometry.has(pressed)) {
-        fuelKeyDown(pressed, keyCode, shift);
+        agentKeyDown(pressed, keyCode, shift);
     }
 }
 

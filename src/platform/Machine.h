@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "platform/DiskFlush.h"
+
 namespace korvane::controls {
 class WindowList;
 }
@@ -30,6 +32,7 @@ struct Machine {
     std::filesystem::path folder;  // the program's own: ini files, logs, images
     char decimal = '.';            // the regional decimal separator, of log files alone
     Screen screen;
+    DiskFlush toDisk = {};  // nothing to wait for on a machine in memory
 };
 
 }  // namespace korvane::platform

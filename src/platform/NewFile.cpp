@@ -49,6 +49,11 @@ bool isLeftover(const fs::directory_entry& entry) {
            fs::is_regular_file(entry.symlink_status(error));
 }
 
+bool isOlder(const fs::directory_entry& entry, std::chrono::seconds age) {
+    std::error_code error;
+    return age.count() == 0 || entry.last_write_time(error) < fs::file_time_type::clock::now() - age;
+}
+
 }  // namespace
 
 NewFile::NewFile(const fs::path& place) : place_(place) {
@@ -86,28 +91,37 @@ void NewFile::write(std::string_view bytes) {
     }
 }
 
-std::error_code NewFile::takePlace() {
+std::error_code NewFile::takePlace(const DiskFlush& toDisk) {
     if (!file_) {
         return failure_;
     }
-    if (std::fclose(file_.release()) != 0 && !failure_) {
-        failure_ = lastFailure();
-    }
+    finish(toDisk);
     if (!failure_) {
         fs::rename(made_, place_, failure_);
     }
     if (failure_) {
         std::error_code error;
         fs::remove(made_, error);
+    } else if (toDisk) {
+        return toDisk(folderOf(place_));
     }
     return failure_;
 }
 
-void NewFile::removeLeftovers(const fs::path& place) {
+void NewFile::finish(const DiskFlush& toDisk) {
+    if (std::fclose(file_.release()) != 0 && !failure_) {
+        failure_ = lastFailure();
+    }
+    if (!failure_ && toDisk) {
+        failure_ = toDisk(made_);
+    }
+}
+
+void NewFile::removeLeftovers(const fs::path& place, std::chrono::seconds age) {
     std::error_code error;
     std::error_code kept;
     for (fs::directory_iterator entry(folderOf(place), error), end; !error && entry != end; entry.increment(error)) {
-        if (isLeftover(*entry)) {
+        if (isLeftover(*entry) && isOlder(*entry, age)) {
             fs::remove(entry->path(), kept);
         }
     }

@@ -1,11 +1,14 @@
 // A temporary file beside the file that it replaces when it is complete.
 #pragma once
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string_view>
 #include <system_error>
+
+#include "platform/DiskFlush.h"
 
 namespace korvane::platform {
 
@@ -20,10 +23,12 @@ public:
     ~NewFile();
 
     void write(std::string_view bytes);
-    [[nodiscard]] std::error_code takePlace();
+    // With a `toDisk`, a loss of power leaves the old file or the new one; after a return without failure the new one.
+    [[nodiscard]] std::error_code takePlace(const DiskFlush& toDisk = {});
 
-    // Removes what programs that were killed have left behind in the folder of `place`.
-    static void removeLeftovers(const std::filesystem::path& place);
+    // Removes what programs that were killed have left behind in the folder of `place`, if it was written longer ago
+    // than `age`.
+    static void removeLeftovers(const std::filesystem::path& place, std::chrono::seconds age = std::chrono::seconds(0));
 
 private:
     struct Closer {
@@ -31,6 +36,7 @@ private:
     };
 
     void keepPermissions();
+    void finish(const DiskFlush& toDisk);
 
     std::filesystem::path place_;
     std::filesystem::path made_;

@@ -2,19 +2,10 @@
 
 #include <utility>
 
+#include "core/Numbers.h"
 #include "core/tables/Module1.h"
 
 namespace korvane::program {
-
-namespace {
-
-constexpr std::int32_t kLimiterType = 112;
-
-constexpr bool ignitesOnly(std::int32_t swType) {
-    return swType == 30 || swType == 32;
-}
-
-}  // namespace
 
 MapWindows::MapWindows(platform::Machine& machine, const maps::MapContext& context, link::Windows& windows)
     : machine_(machine), context_(context), windows_(windows), shelf_(machine.pump) {}
@@ -23,9 +14,9 @@ void MapWindows::open() {
     const auto swType = context_.tables.SWType;
     if (core::hasLargeMaps(swType)) {
         openLarge();
-    } else if (ignitesOnly(swType)) {
+    } else if (core::ignitesOnly(swType)) {
         openOnly<maps::FrmMaps_QV_ign>();
-    } else if (swType == kLimiterType) {
+    } else if (core::limitsOnly(swType)) {
         openLimiter();
     } else {
         openOnly<maps::FrmMaps>();
@@ -93,6 +84,13 @@ void MapWindows::forget(const link::MapWindow& window) {
     if (windows_.curMapWindow == &window) {
         windows_.curMapWindow = nullptr;
     }
+}
+
+double MapWindows::injectionOffset() const {
+    if (auto* const window = shelf_.open<maps::MapForm>()) {
+        return core::val(window->txtMisc(maps::kInjectionOffset).Text.get());
+    }
+    return context_.tables.MiscBlock[7];
 }
 
 void MapWindows::populateFuelOUT() {

@@ -28,6 +28,9 @@ public:
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
     void populateFuelOUT();
 
+    // What the box of the injection offset says in the newest window that has one, or would say in a new one.
+    [[nodiscard]] double injectionOffset() const;
+
 private:
     // The one of its kind: shown again, or made.
     template <class Kind>

@@ -6,8 +6,10 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
+#include "maps/history/FrmHistory.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -20,13 +22,17 @@ constexpr int kMainWidth = 1280 * 15;  // twips
 constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
+constexpr auto kPointsFolder = "restore";
 
 }  // namespace
 
 Program::Program(platform::Machine& machine)
     : machine_(machine),
+      history_(tables_, machine.pump),
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
+      keeper_({machine, tables_, frmSarn2_}),
+      restoreRun_({machine, tables_, frmSarn2_, eeprom_}, machine.folder / kPointsFolder),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
       dispatcher_(machine, frmSarn2_, tables_, windows_),
@@ -37,15 +43,21 @@ Program::Program(platform::Machine& machine)
       analyser_(machine, tables_, frmSarn2_.MSComm1),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_},
+      undo_(history_, tables_, frmSarn2_, machine.pump),
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
+      comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
+      restorePoints_(machine, mapContext_, keeper_, restoreRun_, comparisons_),
       shelf_(machine.pump) {
     windows_.frmMisc = &frmMisc_;
     eeprom_.written = [this](std::int32_t address, std::uint8_t byte) {
         frmSarn2_.ecuEeprom.sent(address, byte);
         frmSarn2_.ecuMaps.eepromHas(tables_.addresses, address, byte);
+    };
+    eeprom_.asked = [this](std::int32_t address) {
+        frmSarn2_.diversion.askedOrdinarily({link::kEepromByteFrame, address});
     };
     connection_.loadSettings = [this] { frmMisc_.load(); };
     frmMisc_.setRenameHandler([this] { nameChannels(); });
@@ -54,6 +66,10 @@ Program::Program(platform::Machine& machine)
     liveUpdate_.setRowWriter(&logWriter_);
     frmInjScale_.populateFuelOUT = [this] { mapWindows_.populateFuelOUT(); };
     connectButtons();
+    connectHistory();
+    connectKeeper();
+    frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
+    frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };
@@ -69,6 +85,22 @@ void Program::connectButtons() {
     frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
+}
+
+void Program::connectHistory() {
+    dispatcher_.setHistory(history_);
+    analyser_.setHistory(history_);
+    frmInjScale_.setHistory(history_);
+    undo_.openList = [this] { openHistory(); };
+    undo_.currentWindow = [this] { return dynamic_cast<maps::PaneWindow*>(windows_.curMapWindow); };
+}
+
+void Program::connectKeeper() {
+    eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
+    connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
+    frmMisc_.allRead = [this] { keeper_.settingsRead(); };
+    frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
+    comparisons_.usePoints(keeper_.store());
 }
 
 void Program::start() {
@@ -143,11 +175,18 @@ void Program::openPowerCalc() {
     shelf_.one<FrmPowerCalc>([this] { return std::make_unique<FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)); }).show();
 }
 
+void Program::openHistory() {
+    using maps::FrmHistory;
+    shelf_.one<FrmHistory>([this] { return std::make_unique<FrmHistory>(machine_, undo_); }).show();
+}
+
 void Program::mainWindowUnload(bool& stays) {
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
         shelf_.unloadAll();
+        comparisons_.unload();
+        restorePoints_.unload();
         frmMisc_.leave();
         frm3Dmap_.leave();
         logViewer_.unload();

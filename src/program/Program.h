@@ -4,7 +4,10 @@
 #include "analysis/clsInjAnalyser.h"
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
+#include "keep/Keeper.h"
+#include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
 #include "live/EepromImage.h"
@@ -14,11 +17,14 @@
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
+#include "maps/history/MapUndo.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
+#include "program/Comparisons.h"
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
 
@@ -41,6 +47,9 @@ public:
     controls::Event<> Ended;  // the main window has been unloaded
 
     [[nodiscard]] core::SharedTables& tables() { return tables_; }
+    // Of the working maps. Who changes them without a MapHistory::Change calls noted() behind it.
+    [[nodiscard]] core::MapHistory& history() { return history_; }
+    [[nodiscard]] maps::MapUndo& undo() { return undo_; }
     [[nodiscard]] live::FrmSarn2& frmSarn2() { return frmSarn2_; }
     [[nodiscard]] core::EepromAccess& eeprom() { return eeprom_; }
     [[nodiscard]] link::Dispatcher& dispatcher() { return dispatcher_; }
@@ -55,23 +64,33 @@ public:
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
+    [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
+    [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
+    [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
+    [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
 private:
     // The buttons of the main window that open the others.
     void connectButtons();
+    void connectHistory();
+    void connectKeeper();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
     // One at a time, each made anew for its opening.
     void openDebugWindow();
     void openPowerCalc();
+    void openHistory();
 
     platform::Machine& machine_;
     core::SharedTables tables_;
+    core::MapHistory history_;
     link::Windows windows_;
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
+    keep::Keeper keeper_;
+    keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
     link::Dispatcher dispatcher_;
@@ -82,10 +101,13 @@ private:
     analysis::clsInjAnalyser analyser_;
     maps::Frm3Dmap frm3Dmap_;
     maps::FrmInjScale frmInjScale_;
+    maps::MapUndo undo_;
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
     LogViewer logViewer_;
+    Comparisons comparisons_;
+    RestorePoints restorePoints_;
     controls::WindowShelf shelf_;  // the windows that nobody else has to reach
     bool ended_ = false;
 };

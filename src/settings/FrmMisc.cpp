@@ -7,6 +7,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/files/SettingsFile.h"
+#include "fields/VerifyProperties.h"
 #include "link/Commands.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -45,13 +46,14 @@ std::string groupOf(const controls::CommandButton& button) {
 FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::ConnectionPanel& connection,
                  core::EepromAccess& eeprom)
     : MiscControls(machine),
-      context_{*this, tables, connection, eeprom},
+      context_{*this, tables, connection, eeprom, verifyReport_},
       report_(tables),
       fields_(tables, miscFields(*this, tables)),
       replies_(context_, fields_),
       fullRead_(context_),
       saver_(context_.fieldsContext(), fields_),
-      parameterTools_(*this, tables, eeprom) {
+      rawVerification_(context_.fieldsContext()),
+      parameterTools_(*this, tables, eeprom, &rawVerification_) {
     hideOnClose();
     fields_.watch(marks_, report_);
     for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {
@@ -61,7 +63,7 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
         (this->*each.button).Click = [this, &each] { saver_.run(each.plan, groupOf(this->*each.button)); };
     }
     tbsOptions.Click = [this] { tbsOptions_Click(); };
-    btnLoad.Click = [this] { fullRead_.run(); };
+    btnLoad.Click = [this] { readAll(); };
     btnReadFromFile.Click = [this] { btnReadFromFile_Click(); };
     btn0thr.Click = [this] { calibrateThrottle(link::kThrottleIsClosed); };
     btn100thr.Click = [this] { calibrateThrottle(link::kThrottleIsOpen); };
@@ -73,8 +75,12 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
     };
     TimerInitialGetData.Tick = [this] {
         TimerInitialGetData.Enabled = false;
-        fullRead_.run();
+        readAll();
     };
+}
+
+std::vector<std::span<const controls::PropertyInfo>> FrmMisc::propertyTables() const {
+    return controls::withTable<Window>(*this, fields::kVerifyProperties<FrmMisc>);
 }
 
 void FrmMisc::Form_Load() {
@@ -98,6 +104,11 @@ void FrmMisc::place() {
     Height = kMiscHeight;
     Left = context_.connection.window.Left + kBesideMain;
     Top = context_.connection.window.Top + kBesideMain;
+}
+
+void FrmMisc::readAll() {
+    fullRead_.run();
+    allRead();
 }
 
 void FrmMisc::applyFeatures() {
@@ -146,7 +157,9 @@ void FrmMisc::setLambdaAuthority(int row, std::uint8_t value) {
 void FrmMisc::showLambda(controls::TextBox& box, fields::Address first, int row, std::uint8_t value) {
     box.Text = std::to_string(value);
     marks_.heard(box);
-    report_.heard(std::int64_t{context_.tables.addresses.*first} + row, value, false);
+    const auto address = std::int64_t{context_.tables.addresses.*first} + row;
+    report_.heard(address, value, false);
+    context_.connection.ecuEeprom.told(address, value);
 }
 
 bool FrmMisc::awaitsLambda() {
@@ -188,6 +201,8 @@ void FrmMisc::loadFile(const std::string& path) {
 void FrmMisc::calibrateThrottle(std::uint8_t command) {
     context_.eeprom.announceStore("throttle end");
     trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
+    const auto& places = context_.tables.addresses;
+    context_.connection.ecuEeprom.lost(command == link::kThrottleIsOpen ? places.MAXTHR_OFF : places.MINTHR_OFF);
 }
 
 void FrmMisc::btnLaunchHelp_Click() {

@@ -35,11 +35,24 @@ public:
     // For the view: which boxes show what the ECU has, and what the last save has sent.
     [[nodiscard]] fields::BoxMarks& boxMarks() { return marks_; }
     [[nodiscard]] fields::SaveReport& saveReport() { return report_; }
+    // For comparisons: what each control holds, and what it is called.
+    [[nodiscard]] fields::Fields& settings() { return fields_; }
+    // Whether saves are read back, and what came of it.
+    [[nodiscard]] link::VerifySwitch& verifySwitch() { return context_.connection.verify; }
+    [[nodiscard]] const link::VerifySwitch& verifySwitch() const { return context_.connection.verify; }
+    [[nodiscard]] fields::VerifyReport& verifyReport() { return verifyReport_; }
+    [[nodiscard]] const fields::VerifyReport& verifyReport() const { return verifyReport_; }
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
+
     // Not all twenty boxes of the lambda correction have been filled by the ECU.
     [[nodiscard]] bool awaitsLambda();
 
     // Called when the editor of the channels has saved one: the live display shows its name.
     void setRenameHandler(std::function<void()> handler) { parameterTools_.channelRenamed = std::move(handler); }
+
+    // A read of all settings has come to its end, with all answers or without.
+    controls::Event<> allRead;
 
     // Ctrl+Tab goes to the next tab, and from the last one to the first.
     void Form_KeyDown(int keyCode, int shift) override;
@@ -50,6 +63,7 @@ protected:
 private:
     void place();
     void tbsOptions_Click();
+    void readAll();
     void applyFeatures();
     void enable(controls::ControlArray<controls::TextBox>& boxes, int bit);
     void btnReadFromFile_Click();
@@ -61,6 +75,7 @@ private:
     template <class Handler>
     void trapped(const std::string& text, Handler&& handler);
 
+    fields::VerifyReport verifyReport_;
     MiscContext context_;
     fields::BoxMarks marks_;
     fields::SaveReport report_;
@@ -68,6 +83,7 @@ private:
     Replies replies_;
     FullRead fullRead_;
     fields::Saver saver_;
+    fields::CellVerification rawVerification_;
     ParameterTools parameterTools_;
 };
 

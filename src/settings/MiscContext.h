@@ -16,9 +16,12 @@ struct MiscContext {
     link::ConnectionPanel& connection;  // MSComm1 and the poll timer, TimerRequestData
     core::EepromAccess& eeprom;
 
+    fields::VerifyReport& verifyReport;  // of the saves
+
     // What reads and saves need of it.
     [[nodiscard]] fields::Context fieldsContext() const {
-        return {window, tables, eeprom, connection.TimerRequestData, &connection.linkState};
+        return {window,  tables,      eeprom,       connection.TimerRequestData, &connection.linkState,
+                nullptr, &connection, &verifyReport};
     }
 };
 

@@ -1,5 +1,7 @@
 #include "settings/ParameterTools.h"
 
+#include <utility>
+
 #include "core/Bytes.h"
 #include "core/Checked.h"
 #include "core/Numbers.h"
@@ -48,8 +50,9 @@ std::int16_t addressBehind(double number) {
 
 }  // namespace
 
-ParameterTools::ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom)
-    : window_(window), tables_(tables), eeprom_(eeprom) {
+ParameterTools::ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom,
+                               fields::CellVerification* verification)
+    : window_(window), tables_(tables), eeprom_(eeprom), verification_(verification) {
     window.ListView1.addColumn("Parameter name", "ParName");
     window.ListView1.addColumn("address", "Address");
     window.ListView1.ItemClick = [this](int row) { ListView1_ItemClick(row); };
@@ -105,7 +108,23 @@ void ParameterTools::Command1_Click() {
         const auto target = address();
         announce(target);
         eeprom_.WriteEE(target, value);
+        verify({sentTo(target, value)}, [this] { Command1_Click(); });
     });
+}
+
+fields::SavedValue ParameterTools::sentTo(int address, std::int32_t value) const {
+    const bool word = core::checked(tables_.EEParams, address).is16bit;
+    return {.label = {},
+            .address = address,
+            .bytes = word ? 2 : 1,
+            .value = core::lowByte(value) + (word ? fields::kByteValues * core::highByte(value) : 0),
+            .codec = word ? fields::kUnsignedWord : fields::kByte};
+}
+
+void ParameterTools::verify(const std::vector<fields::SavedValue>& values, std::function<void()> again) {
+    if (verification_ != nullptr && verification_->isOn() && eeprom_.isOpen()) {
+        verification_->verify("EEPROM", values, nullptr, std::move(again));
+    }
 }
 
 void ParameterTools::announce(int address) const {
@@ -122,6 +141,8 @@ void ParameterTools::btnWriteEE16bit_Click() {
         announce(low);
         eeprom_.WriteEE(low, core::lowByte(value));
         eeprom_.WriteEE(high, core::highByte(value));
+        verify({sentTo(low, core::lowByte(value)), sentTo(high, core::highByte(value))},
+               [this] { btnWriteEE16bit_Click(); });
     });
 }
 

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "fields/CellVerification.h"
 #include "settings/MiscControls.h"
 
 namespace korvane::settings {
@@ -16,7 +18,9 @@ namespace korvane::settings {
 // message box, and what was sent before stays sent.
 class ParameterTools {
 public:
-    ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom);
+    // `verification` reads back what the raw tools have written; null: nobody does.
+    ParameterTools(MiscControls& window, core::SharedTables& tables, core::EepromAccess& eeprom,
+                   fields::CellVerification* verification = nullptr);
 
     // Called when a channel has been renamed.
     std::function<void()> channelRenamed;
@@ -28,6 +32,9 @@ private:
     void ListView1_ItemClick(int row);
     void read(void (core::EepromAccess::*ask)(std::int16_t, std::int32_t, bool));
     void announce(int address) const;
+    // What WriteEE sends to an address.
+    [[nodiscard]] fields::SavedValue sentTo(int address, std::int32_t value) const;
+    void verify(const std::vector<fields::SavedValue>& values, std::function<void()> again);
     void Command1_Click();
     void btnWriteEE16bit_Click();
     void Combo1_Click();
@@ -43,6 +50,7 @@ private:
     MiscControls& window_;
     core::SharedTables& tables_;
     core::EepromAccess& eeprom_;
+    fields::CellVerification* verification_;
 };
 
 }  // namespace korvane::settings

@@ -43,18 +43,23 @@ void Replies::showBlock(std::span<const std::uint8_t> payload) {
     auto& window = context_.window;
     auto& tables = context_.tables;
     for (int i = 0; i < window.txtAccel.count(); ++i) {
-        fields_.show(&A::ACCEL_OFF, checked(payload, i), i);
+        show(&A::ACCEL_OFF, checked(payload, i), i);
     }
-    fields_.show(&A::START_HELP_OFF, checked(payload, 10));
-    fields_.show(&A::RYYPPY_OFF, checked(payload, 11));
+    show(&A::START_HELP_OFF, checked(payload, 10));
+    show(&A::RYYPPY_OFF, checked(payload, 11));
     for (int i = 0; i < window.txtVolt.count(); ++i) {
-        fields_.show(&A::VOLT_OFF, checked(payload, 12 + i), i);
+        show(&A::VOLT_OFF, checked(payload, 12 + i), i);
     }
-    fields_.show(&A::CHARGE_TIME_OFF, checked(payload, 16));
+    show(&A::CHARGE_TIME_OFF, checked(payload, 16));
     tables.ThrottleMin = checked(payload, 17);
-    fields_.show(&A::MINTHR_OFF, tables.ThrottleMin);
+    show(&A::MINTHR_OFF, checked(payload, 17));
     tables.ThrottleMax = checked(payload, 18);
-    fields_.show(&A::MAXTHR_OFF, tables.ThrottleMax);
+    show(&A::MAXTHR_OFF, checked(payload, 18));
+}
+
+void Replies::show(fields::Address address, std::uint8_t value, int cell) {
+    context_.connection.ecuEeprom.told(std::int64_t{context_.tables.addresses.*address} + cell, value);
+    fields_.show(address, value, cell);
 }
 
 void Replies::pause() {

@@ -30,6 +30,7 @@ public:
 
 private:
     void showBlock(std::span<const std::uint8_t> payload);
+    void show(fields::Address address, std::uint8_t value, int cell = 0);
     void pause();
 
     const MiscContext& context_;

@@ -7,6 +7,9 @@
 #include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
+#include "views/keep/CompareView.h"
+#include "views/keep/RestoreView.h"
+#include "views/maps/HistoryView.h"
 #include "views/maps/IgnitionBoxView.h"
 #include "views/maps/InjScaleView.h"
 #include "views/maps/LimiterView.h"
@@ -27,11 +30,14 @@ void addViews(ViewHost& host) {
     host.add<IgnitionBoxView, maps::FrmMaps_QV_ign>("frmMaps_QV_ign");
     host.add<LimiterView, maps::FrmMaps_ign_limiter>("frmMaps_ign_limiter");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
+    host.add<HistoryView, maps::FrmHistory>("frmHistory");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<PowerCalcView, performance::FrmPowerCalc>("frmPowerCalc");
     host.add<MiscView, settings::FrmMisc>("frmMisc");
     host.add<BigTextView, live::FrmBigText>("frmBigText");
     host.add<MeterView, live::FrmMeter>("frmMeter");
+    host.add<RestoreView, keep::FrmRestore>("frmRestore");
+    host.add<CompareView, keep::FrmCompare>("frmCompare");
     host.add<TrendView, trend::FrmTrend_txt>("frmTrend_txt");
 }
 

@@ -74,6 +74,9 @@ struct EveryWindow : FrameKeysTest {
             button->press();
         }
         program.frm3Dmap().show();
+        program.undo().showList();
+        window.keepWindows.compare();
+        window.keepWindows.restore();
         for (auto* each : windows.loaded()) {
             if (auto* const form = dynamic_cast<maps::MapForm*>(each)) {
                 form->btnInjScale.press();

@@ -20,7 +20,13 @@ struct ProgramBench : ConsoleMachine {
         registerAnalyser(names, program->analyser());
         registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
+        registerHistory(names, program->undo());
+        registerRestorePoints(names, program->restorePoints().context(), [this] { program->restorePoints().open(); });
         registerSettings(names, program->frmMisc());
+        registerRestore(names, program->restoreRun());
+        registerComparison(names, [this](const keep::Source& left, const keep::Source& right) {
+            program->comparisons().open(left, right);
+        });
         registerProcedures(names, {program->eeprom(), folder.path(), [this](double value, int series, int trend) {
                                        program->trends().pushTrendSample(value, series, trend);
                                    }});

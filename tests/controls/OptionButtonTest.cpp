@@ -147,6 +147,21 @@ TEST_F(TabStripTest, ScriptsReadCaptionsByTab) {
     EXPECT_EQ(errorOf([&] { static_cast<void>(strip_.indexedProperty("Caption", outside)); }), 9);
 }
 
+TEST_F(TabStripTest, ACaptionMayChange) {
+    struct Count : Observer {
+        void propertyChanged(Object&, const void*) override { ++changes; }
+        int changes = 0;
+    } watch;
+    strip_.addObserver(watch);
+    strip_.setTabCaption(2, "Ignition (3)");
+    EXPECT_EQ(strip_.tabCaption(2), "Ignition (3)");
+    EXPECT_EQ(watch.changes, 1);
+    strip_.setTabCaption(2, "Ignition (3)");
+    EXPECT_EQ(watch.changes, 1);
+    EXPECT_THROW(strip_.setTabCaption(99, ""), platform::RuntimeError);
+    strip_.removeObserver(watch);
+}
+
 TEST_F(TabStripTest, ScriptsChooseATabOfTheStrip) {
     assign(3);
     EXPECT_EQ(strip_.SelectedItem.get(), 3);

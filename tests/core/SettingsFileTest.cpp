@@ -297,6 +297,17 @@ TEST_F(SettingsFileReading, WhatTheProgramWroteComesBackToTheSameTables) {
     }
 }
 
+TEST_F(SettingsFileReading, SaysHowManyCellsEachTableHas) {
+    const auto sizes = [this](const std::string& content) {
+        SettingsSizes found;
+        static_cast<void>(LoadSettingsFile(folder_.write("tune.txt", content), *tables_, nullptr, dialogs_, found));
+        return std::vector{found.fuel, found.ignition, found.pwm};
+    };
+    EXPECT_THAT(sizes(kTables), ElementsAre(160, 160, 160));
+    EXPECT_THAT(sizes(largeMap("Injection", "1") + kIgnition + kMisc), ElementsAre(320, 160, 0));
+    EXPECT_THAT(sizes(kFuel + "Ignition\r\n 1  2 "), ElementsAre(160, 0, 0));
+}
+
 TEST_F(SettingsFileReading, WithoutASinkParametersAreNotLookedAt) {
     EXPECT_EQ(load(kTables + "nonsense"), kSettingsRead);
     EXPECT_THAT(texts(), IsEmpty());

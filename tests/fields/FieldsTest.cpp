@@ -132,5 +132,69 @@ TEST_F(FieldsTest, ACountThatNothingKeepsIsTurnedBackFromTheText) {
     EXPECT_EQ(fields.stored(fields.storing(&A::NTC1_OFF), 1), 4);
 }
 
+TEST_F(FieldsTest, WhatIsPutIntoABoxIsWhatItHoldsAndTheImageStays) {
+    Fields fields(tables_, {{&A::NTC1_OFF, box_, Codec{Width::Byte, 0.5}}});
+    const int address = tables_.addresses.NTC1_OFF;
+    EXPECT_TRUE(fields.held().empty());
+    EXPECT_TRUE(fields.put(5, address));
+    EXPECT_EQ(box_.Text.get(), "2.5");
+    EXPECT_EQ(tables_.EEImage.at(static_cast<std::size_t>(address)), 0);
+    ASSERT_EQ(fields.held().size(), 1U);
+    EXPECT_EQ(fields.held().front().address, address);
+    EXPECT_EQ(fields.held().front().value, 5);
+    EXPECT_FALSE(fields.held().front().isWord);
+    EXPECT_FALSE(fields.put(5, address + 1));
+}
+
+TEST_F(FieldsTest, AWordIsPutAtItsLowByte) {
+    Fields fields(tables_, {{&A::NTC1_OFF, row_, kTwoBytes}});
+    const int address = tables_.addresses.NTC1_OFF;
+    EXPECT_FALSE(fields.put(300, address + 1));
+    EXPECT_TRUE(fields.put(300, address + 2));
+    EXPECT_EQ(row_(1).Text.get(), "300");
+    ASSERT_EQ(fields.held().size(), 1U);
+    EXPECT_EQ(fields.held().front().address, address + 2);
+    EXPECT_TRUE(fields.held().front().isWord);
+}
+
+TEST_F(FieldsTest, ASteppingBoxTakesWhatIsPutIntoIt) {
+    Fields fields(tables_, {{&A::NTC1_OFF, box_, Codec{Width::Byte, 0.02}, Stepping{250}}});
+    EXPECT_TRUE(fields.put(175, tables_.addresses.NTC1_OFF));
+    EXPECT_EQ(box_.Text.get(), "3.5");
+    EXPECT_EQ(fields.held().front().value, 175);
+}
+
+TEST_F(FieldsTest, ATextThatDoesNotFitIsNotHeld) {
+    Fields fields(tables_, {{&A::NTC1_OFF, box_}});
+    box_.Text = "256";
+    EXPECT_TRUE(fields.held().empty());
+}
+
+TEST_F(FieldsTest, OptionsHoldSomethingOnceTheyWereShownAValue) {
+    int option = 0;
+    const Own own{[&](std::int32_t value) { option = value; }, [&] { return option; }};
+    Fields fields(tables_, {{&A::NTC1_OFF, own}});
+    EXPECT_TRUE(fields.held().empty());
+    EXPECT_TRUE(fields.put(3, tables_.addresses.NTC1_OFF));
+    EXPECT_EQ(fields.held().front().value, 3);
+}
+
+TEST_F(FieldsTest, AListHoldsItsRowOnceItWasShownAValue) {
+    list_.AddItem("first");
+    list_.AddItem("second");
+    list_.ListIndex = 0;
+    Fields fields(tables_, {{&A::NTC1_OFF, list_}});
+    EXPECT_TRUE(fields.held().empty());
+    EXPECT_TRUE(fields.put(1, tables_.addresses.NTC1_OFF));
+    ASSERT_EQ(fields.held().size(), 1U);
+    EXPECT_EQ(fields.held().front().value, 1);
+}
+
+TEST_F(FieldsTest, WhatIsShownOnlyTakesNothing) {
+    const Own shown{[](std::int32_t) {}, {}};
+    Fields fields(tables_, {{&A::NTC1_OFF, shown}});
+    EXPECT_FALSE(fields.put(3, tables_.addresses.NTC1_OFF));
+}
+
 }  // namespace
 }  // namespace korvane::fields

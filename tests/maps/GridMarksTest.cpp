@@ -96,6 +96,13 @@ TEST_F(EngineRingTest, GoesWithThePort) {
     EXPECT_EQ(window_.fuel.EngineCell.get(), std::nullopt);
 }
 
+// A message box may hold the window's ticks for as long as it is open.
+TEST_F(EngineRingTest, GoesWithThePortAtOnce) {
+    live(40);
+    main_.MSComm1.setPortOpen(false);
+    EXPECT_EQ(window_.fuel.EngineCell.get(), std::nullopt);
+}
+
 TEST_F(GridEditingTest, ScriptsReachTheLookAndTheStatusOfAWindow) {
     const auto* const tint = window_.findProperty("HeatTint");
     ASSERT_NE(tint, nullptr);

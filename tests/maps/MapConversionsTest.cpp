@@ -79,6 +79,20 @@ TEST_F(Scales, LargeModesOneAndTwoGoByTheMultiplier) {
     }
 }
 
+TEST_F(Scales, WithoutAChangeTheyAreThoseOfTheFirstPass) {
+    for (const int modeByte : {1, 2, 3, 4, 7}) {
+        for (const int multiplier : {2, 3, 4, 5, 6}) {
+            set(modeByte, multiplier);
+            const double ordinary = ordinaryScaleNow(tables);
+            const double large = largeScaleNow(tables);
+            EXPECT_EQ(mode(), modeByte);
+            EXPECT_EQ(ordinary, ordinaryInjectionScale(tables)) << modeByte << ' ' << multiplier;
+            set(modeByte, multiplier);
+            EXPECT_EQ(large, largeInjectionScale(tables)) << modeByte << ' ' << multiplier;
+        }
+    }
+}
+
 TEST_F(Scales, ModeFourStaysAndAModeThatIsNoneBecomesTwoForTheNextPass) {
     for (const auto scale : {&ordinaryInjectionScale, &largeInjectionScale}) {
         set(4, 3);

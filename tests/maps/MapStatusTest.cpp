@@ -40,6 +40,20 @@ TEST(StatusWords, UnsentCellsAreCountedMapByMap) {
     EXPECT_EQ(words({12, 1}, {0, 2}), "Not sent: 12 fuel; not stored: 1 fuel, 2 ignition");
 }
 
+TEST(StatusWords, WhatHasBecomeOfWhatWasSentIsToldMapByMap) {
+    using link::Store;
+    const auto words = [](Store fuel, Store pwm) {
+        return storeWords(std::vector<StoreOfMap>{{"fuel", fuel}, {"PWM", pwm}});
+    };
+    EXPECT_EQ(words(Store::Nothing, Store::Nothing), "");
+    EXPECT_EQ(words(Store::NotOrdered, Store::Nothing), "Sent fuel: not told to store");
+    EXPECT_EQ(words(Store::Ordered, Store::Acknowledged),
+              "Sent fuel: told to store, not acknowledged; sent PWM: acknowledged, told to store");
+    EXPECT_EQ(words(Store::Seen, Store::Lost),
+              "Sent fuel: stored, seen after a restart; sent PWM: never told to store");
+    EXPECT_EQ(words(Store::NotKept, Store::Nothing), "Sent fuel: not stored, seen after a restart");
+}
+
 class MapStatusTest : public GridEditingTest {
 protected:
     MapStatusTest() {

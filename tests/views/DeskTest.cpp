@@ -1,5 +1,8 @@
 #include <QApplication>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
 
 #include "views/FormBench.h"
 #include "views/frame/Desk.h"
@@ -70,12 +73,33 @@ TEST_F(DeskTest, AWindowComesBackWhereItWas) {
     EXPECT_EQ(view().frameGeometry().topLeft(), QPoint(111, 77));
 }
 
+// Of no window the frame is known yet.
+TEST_F(DeskTest, TheTitleOfTheFirstWindowHasRoomOnTheScreen) {
+    memory.remember("frmTest", {{0, 0, 420, 533}, false}, screens());
+    show();
+    EXPECT_GE(view().geometry().top(), QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
+}
+
+TEST_F(DeskTest, AWindowThatIsTooHighForTheScreenIsWiderByItsScrollBar) {
+    host.add<TallView, Form>("frmTest");
+    show();
+    auto& tall = dynamic_cast<TallView&>(view());
+    tall.need({520, 900});
+    QFont larger = tall.font();
+    larger.setPixelSize(QFontInfo(larger).pixelSize() + 3);
+    tall.setFont(larger);
+    settle();
+    EXPECT_EQ(tall.width(), 520 + QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    EXPECT_EQ(tall.findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+}
+
 TEST_F(DeskTest, AHiddenWindowIsRememberedToo) {
     show();
     view().move(111, 77);
     form.Visible = false;
     ASSERT_TRUE(memory.recall("frmTest", screens()).has_value());
-    EXPECT_EQ(memory.recall("frmTest", screens())->area, (controls::Area{111, 77, 400, 600}));
+    const QPoint inside = view().geometry().topLeft();
+    EXPECT_EQ(memory.recall("frmTest", screens())->area, (controls::Area{inside.x(), inside.y(), 400, 600}));
 }
 
 TEST_F(DeskTest, AMaximizedWindowComesBackMaximized) {

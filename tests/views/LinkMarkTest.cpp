@@ -139,6 +139,15 @@ TEST_F(LinkMarkTest, TheBadgeFitsTheSmallestUsualMainWindow) {
     EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
 }
 
+// 1920 by 1080 at 200 %, less the frame.
+TEST_F(LinkMarkTest, ALowMainWindowIsNotScrolledSideways) {
+    window.resize(958 * 15, 516 * 15);
+    open();
+    live();
+    settle();
+    EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+}
+
 TEST_F(LinkMarkTest, TheBadgeMakesNoWindowScroll) {
     openAll();
     settle();
@@ -258,6 +267,24 @@ TEST_F(LinkMarkTest, TheRoadSpeedIsDimmedToo) {
     EXPECT_TRUE(veil.isDimmed());
     EXPECT_EQ(veil.size(), speed.size());
     EXPECT_GT(darkest(speed), usual + 20) << "the box without a number has grey lines";
+}
+
+TEST_F(LinkMarkTest, WhatAClosedPortHasSaidOfItselfIsDimmed) {
+    const auto dimmed = [this] {
+        std::vector<bool> all;
+        for (const char* name : {"lblState", "lblHWVer", "lblFeatures"}) {
+            all.push_back(find<Dimmable>(view(), name).isDimmed());
+        }
+        return all;
+    };
+    open();
+    live();
+    pump.wait(2000);
+    EXPECT_THAT(dimmed(), Each(false));
+    pullAt(100);
+    pump.wait(200);
+    EXPECT_EQ(window.lblState.Caption.get(), "COM1; 57600 Connected");
+    EXPECT_THAT(dimmed(), Each(true));
 }
 
 TEST_F(LinkMarkTest, ADimmedValueIsPaintedFainter) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "maps/MapForm.h"
+#include "views/Events.h"
 #include "views/ProgramViews.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/FoldingRow.h"
@@ -56,6 +57,13 @@ TEST_F(LowWindow, ShowsAMapAndTheSendButtons) {
          {"txtFuel", "btnReadFuel", "btnWriteFuel", "btnReadIgn", "btnWriteIgn", "btnLoad", "btnHelp", "status"}) {
         EXPECT_TRUE(isInView(name)) << name;
     }
+}
+
+TEST_F(LowWindow, BeginsInTheMap) {
+    open(false, kLow);
+    EXPECT_TRUE(find("txtFuel").hasFocus());
+    key(find("txtFuel"), Qt::Key_Tab);
+    EXPECT_TRUE(pages().hasFocus());
 }
 
 TEST_F(LowWindow, HasTheOtherMapOnASecondPage) {

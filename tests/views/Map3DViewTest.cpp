@@ -170,6 +170,11 @@ TEST_F(Map3DViewTest, MarksTheCellsOfTheEngineAndOfTheFocus) {
     EXPECT_NE(chart().grab().toImage().pixelColor(chart().placeOf(35).toPoint()), QColor(225, 45, 40));
 }
 
+TEST_F(Map3DViewTest, TheNameOfAMarkSaysItsCell) {
+    EXPECT_EQ(chart().markName(35, true), "engine: 2500 RPM, 20 - 30 %");
+    EXPECT_EQ(chart().markName(159, false), "focus: 8500 RPM, 90 - 100 %");
+}
+
 TEST_F(Map3DViewTest, AMarkOutsideTheMapIsLeftOut) {
     const QImage before = chart().grab().toImage();
     window.engineAt(5000);

@@ -43,8 +43,10 @@ Json writeIniSection(const std::filesystem::path& folder, Arguments arguments) {
 void registerProcedures(Names& names, Procedures procedures) {
     const auto shared = std::make_shared<Procedures>(std::move(procedures));
     names.addProcedure("WriteEE", "ADDR VALUE [FORCE16]", [shared](Arguments arguments) -> Answer {
-        shared->eeprom.WriteEE(wholeOf<std::int16_t>(arguments[0]), wholeOf<std::int32_t>(arguments[1]),
-                               flagAt(arguments, 2));
+        const auto address = wholeOf<std::int16_t>(arguments[0]);
+        const auto value = wholeOf<std::int32_t>(arguments[1]);
+        shared->eeprom.announceStore("EEPROM address " + std::to_string(address));
+        shared->eeprom.WriteEE(address, value, flagAt(arguments, 2));
         return {};
     });
     names.addProcedure("ReadEE", "ADDR [UNUSED] [SUPPRESS]", [shared](Arguments arguments) -> Answer {

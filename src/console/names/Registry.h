@@ -9,9 +9,13 @@
 #include "console/names/Names.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
+#include "keep/compare/Source.h"
+#include "keep/restore/RestoreContext.h"
+#include "keep/restore/RestoreRun.h"
 #include "live/FrmSarn2.h"
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
+#include "maps/history/MapUndo.h"
 #include "settings/FrmMisc.h"
 
 namespace korvane::console {
@@ -29,12 +33,25 @@ void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
 // CalcPower, and the procedures of frm3Dmap.
 void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);
 
+// history: its steps, its place, and the procedures that walk through it, with the map window in use.
+void registerHistory(Names& names, maps::MapUndo& undo);
+
 // The members of frmMisc that are no controls, and its procedure UpdateReadEE.
 void registerSettings(Names& names, settings::FrmMisc& window);
+
+// The members and procedures of the restore of settings.
+void registerRestore(Names& names, keep::RestoreRun& run);
 
 // The members and procedures of the log viewer's reader. `reader` is null while the viewer is closed: members are null
 // then, and procedures fail.
 void registerLog(Names& names, logs::clsTXTdata*& reader);
+
+// keep.compare, which opens the comparison of two sources.
+void registerComparison(Names& names, std::function<void(const keep::Source& left, const keep::Source& right)> open);
+
+// keep: the restore points, the newest is 1, and the procedures that make, restore and remove them. `context` outlives
+// `names`.
+void registerRestorePoints(Names& names, const keep::RestoreContext& context, std::function<void()> open);
 
 struct Procedures {
     core::EepromAccess& eeprom;

@@ -86,16 +86,20 @@ std::uint8_t byteOf(std::string_view token) {
 // Reads the tables phase by phase. A fault ends the reading, and the status is the phase in which it occurred.
 class TableReader {
 public:
-    TableReader(Reader& reader, MapImages& tables) : reader_(reader), tables_(tables) {}
+    TableReader(Reader& reader, MapImages& tables, SettingsSizes& sizes)
+        : reader_(reader), tables_(tables), sizes_(sizes) {}
 
     int run() {
         try {
-            readMap({kSettingsEmpty, kSettingsNoFuelHeader, kSettingsBadFuel}, "Injection", tables_.FuelMapIn);
-            readMap({kSettingsNoIgnition, kSettingsWrongIgnition, kSettingsBadIgnition}, "Ignition", tables_.IgnMapIn);
+            readMap({kSettingsEmpty, kSettingsNoFuelHeader, kSettingsBadFuel}, "Injection", tables_.FuelMapIn,
+                    sizes_.fuel);
+            readMap({kSettingsNoIgnition, kSettingsWrongIgnition, kSettingsBadIgnition}, "Ignition", tables_.IgnMapIn,
+                    sizes_.ignition);
             readTable({kSettingsNoMisc, kSettingsWrongMisc, kSettingsBadMisc}, "Misc",
                       std::span(tables_.MiscBlock).subspan(1));
             readTable({kSettingsOldType, kSettingsNoPwm, kSettingsBadPwm}, "PWM",
                       std::span(tables_.PwmMapIn).first(kSmallMap));
+            sizes_.pwm = kSmallMap;
             return kSettingsRead;
         } catch (const RuntimeError&) {
             return step_;
@@ -111,9 +115,11 @@ private:
     };
 
     // A header says by itself how many cells follow.
-    void readMap(const Steps& steps, const std::string& name, MapImage& map) {
+    void readMap(const Steps& steps, const std::string& name, MapImage& map, std::size_t& size) {
         const bool large = header(steps, {name, name + std::string(kLargeMark)}).ends_with(kLargeMark);
-        readNumbers(steps, std::span(map).first(large ? map.size() : kSmallMap));
+        const std::size_t cells = large ? map.size() : kSmallMap;
+        readNumbers(steps, std::span(map).first(cells));
+        size = cells;
     }
 
     void readTable(const Steps& steps, const std::string& name, std::span<std::uint8_t> cells) {
@@ -140,6 +146,7 @@ private:
 
     Reader& reader_;
     MapImages& tables_;
+    SettingsSizes& sizes_;
     int step_ = kSettingsEmpty;
 };
 
@@ -193,9 +200,15 @@ std::string textOfFile(const fs::path& path) {
 
 int LoadSettingsFile(const fs::path& path, MapImages& tables, const UpdateReadEE& updateReadEE,
                      platform::Dialogs& dialogs) {
+    SettingsSizes sizes;
+    return LoadSettingsFile(path, tables, updateReadEE, dialogs, sizes);
+}
+
+int LoadSettingsFile(const fs::path& path, MapImages& tables, const UpdateReadEE& updateReadEE,
+                     platform::Dialogs& dialogs, SettingsSizes& sizes) {
     const std::string text = textOfFile(path);
     Reader reader(text);
-    const int status = TableReader(reader, tables).run();
+    const int status = TableReader(reader, tables, sizes).run();
     if (status == kSettingsRead && updateReadEE) {
         readParameters(reader, updateReadEE, dialogs);
     }

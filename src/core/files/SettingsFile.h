@@ -11,6 +11,7 @@
 // A number of a table is a byte in decimal with a blank before and behind it. Files of older programs end after Misc.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -53,6 +54,16 @@ using UpdateReadEE = std::function<void(std::int32_t value, std::int32_t addr, b
 // parameter data not valid". A file that can't be opened, or is larger than kLargestTextFile, raises RuntimeError.
 [[nodiscard]] int LoadSettingsFile(const std::filesystem::path& path, MapImages& tables,
                                    const UpdateReadEE& updateReadEE, platform::Dialogs& dialogs);
+
+// How many cells the tables of a file have; 0 for one that was not read whole.
+struct SettingsSizes {
+    std::size_t fuel = 0;
+    std::size_t ignition = 0;
+    std::size_t pwm = 0;
+};
+// The same, and how much there was.
+[[nodiscard]] int LoadSettingsFile(const std::filesystem::path& path, MapImages& tables,
+                                   const UpdateReadEE& updateReadEE, platform::Dialogs& dialogs, SettingsSizes& sizes);
 
 // What a user is told for a status; empty for kSettingsRead.
 [[nodiscard]] std::string settingsStatusText(int status);

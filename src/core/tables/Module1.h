@@ -21,6 +21,14 @@ void InitParams(SharedTables& tables, std::int32_t swType);
     return swType == 14 || swType == 15 || swType == 213;
 }
 
+// Those that have no fuel and no PWM map, and the one that has no map.
+[[nodiscard]] constexpr bool ignitesOnly(std::int32_t swType) {
+    return swType == 30 || swType == 32;
+}
+[[nodiscard]] constexpr bool limitsOnly(std::int32_t swType) {
+    return swType == 112;
+}
+
 // TickA to TickF.
 void InitTimeUnits(FirmwareIdentity& tables);
 

@@ -7,8 +7,10 @@ namespace {
 MapSnapshot mapOf(const link::EcuMap& inEcu, const core::MapImage& edited) {
     MapSnapshot map{.working = {}, .kept = {}, .edited = edited};
     for (std::size_t cell = 0; cell < core::kMapSize; ++cell) {
-        map.working.at(cell) = inEcu.working(cell);
-        map.kept.at(cell) = inEcu.kept(cell);
+        if (inEcu.isFresh(cell)) {
+            map.working.at(cell) = inEcu.working(cell);
+            map.kept.at(cell) = inEcu.kept(cell);
+        }
     }
     return map;
 }

@@ -25,7 +25,7 @@ struct MapSnapshot {
 };
 
 // MiscBlock(1) to MiscBlock(9).
-using MiscBytes = std::array<std::uint8_t, 9>;
+using link::MiscBytes;
 
 struct EcuIdentity {
     std::int32_t swType = 0;

@@ -25,8 +25,7 @@ void FuelDisplay::beforeCell() {
 }
 
 FuelDisplay::Pulse FuelDisplay::pulseOf(int cell, std::uint8_t count) const {
-    const FuelModel model{tables().InjOff_type != 0, core::val(injectionOffset_.Text.get()), injTimeScale_,
-                          tables().TickF};
+    const auto model = fuelModelOf(tables(), core::val(injectionOffset_.Text.get()), injTimeScale_);
     const double time = fuelTime(count, model);
     if (model.offsetInCounts) {
         return {time, std::nullopt};

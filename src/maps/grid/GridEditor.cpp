@@ -123,8 +123,9 @@ void GridEditor::mouseUp(int index, int shift) {
     grid_(index).BackColor = controls::kYellow;
 }
 
-void GridEditor::keyDown(int index, int keyCode, int shift) {
+void GridEditor::keyDown(int index, int keyCode, int shift, Hand hand) {
     static_cast<void>(grid_(index));  // fails before anything has changed
+    hand_ = hand;
     if (keyCode == kKeyControl) {
         return;  // an arrow may follow, whose command needs the block
     }
@@ -159,15 +160,16 @@ bool GridEditor::actOnBlock(int key, int shift) {
 }
 
 bool GridEditor::blockCommand(int key) {
+    using Kind = core::Cause::Kind;
     switch (key) {
         case kKeyA:
-            changeBlock([first = byteOfNumber(grid_.SelFirst)](auto) { return first; });
+            changeBlock([first = byteOfNumber(grid_.SelFirst)](auto) { return first; }, Kind::BlockFill);
             return true;
         case kKeyPlus:
-            changeBlock(rules_.blockUp);
+            changeBlock(rules_.blockUp, Kind::BlockUp);
             return true;
         case kKeyMinus:
-            changeBlock(&lowered);
+            changeBlock(&lowered, Kind::BlockDown);
             return true;
         case kKeyL:
             levelBlock();
@@ -177,13 +179,24 @@ bool GridEditor::blockCommand(int key) {
     }
 }
 
-void GridEditor::changeBlock(const std::function<std::uint8_t(std::uint8_t)>& change) {
+core::Cause GridEditor::causeOf(core::Cause::Kind kind, int firstNumber, int lastNumber) const {
+    if (hand_ == Hand::Agent) {
+        return {core::Cause::Kind::Agent};
+    }
+    return core::Cause::cells(kind, rules_.map, static_cast<std::size_t>(firstNumber - 1),
+                              static_cast<std::size_t>(lastNumber - 1));
+}
+
+void GridEditor::changeBlock(const Step& change, core::Cause::Kind kind) {
+    const core::MapHistory::Change noting(rules_.history, causeOf(kind, grid_.SelFirst, grid_.SelLast));
     for (int number = grid_.SelFirst; number <= grid_.SelLast; ++number) {
         byteOfNumber(number) = change(byteOfNumber(number));
     }
 }
 
 void GridEditor::levelBlock() {
+    const core::MapHistory::Change noting(rules_.history,
+                                          causeOf(core::Cause::Kind::BlockLevel, grid_.SelFirst, grid_.SelLast));
     const int first = byteOfNumber(grid_.SelFirst);
     const int last = byteOfNumber(grid_.SelLast);
     const int steps = grid_.SelLast - grid_.SelFirst;
@@ -217,9 +230,9 @@ void GridEditor::moveOrStep(int index, int key, int shift) {
     if (const auto next = grid_.beside(index, key)) {
         moveFocus(*next, shift);
     } else if (key == kKeyPlus) {
-        stepCell(index, rules_.cellUp);
+        stepCell(index, rules_.cellUp, core::Cause::Kind::KeyUp);
     } else if (key == kKeyMinus) {
-        stepCell(index, &lowered);
+        stepCell(index, &lowered, core::Cause::Kind::KeyDown);
     }
 }
 
@@ -229,15 +242,20 @@ void GridEditor::moveFocus(int cell, int shift) {
     stepping_ = false;
 }
 
-void GridEditor::stepCell(int cell, const std::function<std::uint8_t(std::uint8_t)>& step) {
+void GridEditor::stepCell(int cell, const Step& step, core::Cause::Kind kind) {
     {
         const Unlocked unlocked(grid_(cell));
-        byteOf(cell) = step(byteOf(cell));
+        changeCell(cell, step, kind);
         rules_.redrawCell(cell);
     }
     if (rules_.cellEdited) {
         rules_.cellEdited(cell);
     }
+}
+
+void GridEditor::changeCell(int cell, const Step& step, core::Cause::Kind kind) {
+    const core::MapHistory::Change noting(rules_.history, causeOf(kind, cell + 1, cell + 1));
+    byteOf(cell) = step(byteOf(cell));
 }
 
 }  // namespace korvane::maps

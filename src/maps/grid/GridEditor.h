@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "controls/Window.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 #include "maps/grid/MapGrid.h"
 
@@ -27,6 +28,8 @@ enum class Pointing { Keys, KeysAndMouse };
 // What makes the editing of one grid differ from that of another.
 struct GridRules {
     core::MapImage core::SharedTables::*image = nullptr;  // what the keys change
+    core::EditedMap map = core::EditedMap::Fuel;          // the same map in the history
+    core::MapHistory* history = nullptr;                  // notes each change, unless it is null
     BlockShape shape = BlockShape::Run;
     Pointing pointing = Pointing::Keys;
 
@@ -42,6 +45,9 @@ struct GridRules {
     std::function<void(int cell, bool has)> focusMoved;
 };
 
+// Who presses the keys.
+enum class Hand { Tuner, Agent };
+
 class GridEditor {
 public:
     // Sets the events of the grid's cells.
@@ -51,7 +57,7 @@ public:
     ~GridEditor() = default;
 
     // RuntimeError 9 for a cell outside the grid; nothing is changed then.
-    void keyDown(int index, int keyCode, int shift);
+    void keyDown(int index, int keyCode, int shift, Hand hand = Hand::Tuner);
 
 private:
     struct Ends {
@@ -76,21 +82,25 @@ private:
     // True when the key has been handled.
     [[nodiscard]] bool actOnBlock(int key, int shift);
     [[nodiscard]] bool blockCommand(int key);
-    void changeBlock(const std::function<std::uint8_t(std::uint8_t)>& change);
+    using Step = std::function<std::uint8_t(std::uint8_t)>;
+    void changeBlock(const Step& change, core::Cause::Kind kind);
     void levelBlock();
+    [[nodiscard]] core::Cause causeOf(core::Cause::Kind kind, int firstNumber, int lastNumber) const;
 
     void select(int index, int key, int shift);
     void tellSelection();
     void moveOrStep(int index, int key, int shift);
     void moveFocus(int cell, int shift);
-    void stepCell(int cell, const std::function<std::uint8_t(std::uint8_t)>& step);
+    void stepCell(int cell, const Step& step, core::Cause::Kind kind);
+    void changeCell(int cell, const Step& step, core::Cause::Kind kind);
 
     controls::Window& window_;
     MapGrid& grid_;
     core::SharedTables& tables_;
     GridRules rules_;
-    bool stepping_ = false;  // Shift and an arrow move the focus
-    Ends beforeFocus_;       // the selection that the focus ended, until the mouse button is released
+    Hand hand_ = Hand::Tuner;  // of the key that is handled
+    bool stepping_ = false;    // Shift and an arrow move the focus
+    Ends beforeFocus_;         // the selection that the focus ended, until the mouse button is released
 };
 
 }  // namespace korvane::maps

@@ -25,11 +25,11 @@ double injectionMultiplier(const core::SharedTables& tables) {
     return core::parameterNumber(tables, tables.addresses.INJ_MULTIPLIER_OFF);
 }
 
-double scaleOfOtherModes(core::SharedTables& tables) {
-    if (injectionMode(tables) != 4.0) {
+void keepModeValid(core::SharedTables& tables) {
+    const double mode = injectionMode(tables);
+    if (mode != 1.0 && mode != 2.0 && mode != 4.0) {
         core::checked(tables.EEParams, tables.addresses.INJ_MODE_OFFSET).value = std::uint8_t{2};
     }
-    return tables.TickD;
 }
 
 double cutToThousandths(double value) {
@@ -42,18 +42,18 @@ constexpr double kSevenDigits = 1e6;
 
 }  // namespace
 
-double ordinaryInjectionScale(core::SharedTables& tables) {
+double ordinaryScaleNow(const core::SharedTables& tables) {
     const double mode = injectionMode(tables);
     if (mode == 2.0) {
         return injectionMultiplier(tables) == 3.0 ? tables.TickC : tables.TickB;
     }
-    return mode == 1.0 ? tables.TickA : scaleOfOtherModes(tables);
+    return mode == 1.0 ? tables.TickA : tables.TickD;
 }
 
-double largeInjectionScale(core::SharedTables& tables) {
+double largeScaleNow(const core::SharedTables& tables) {
     const double mode = injectionMode(tables);
     if (mode != 1.0 && mode != 2.0) {
-        return scaleOfOtherModes(tables);
+        return tables.TickD;
     }
     const double multiplier = injectionMultiplier(tables);
     if (multiplier == 6.0) {
@@ -66,6 +66,22 @@ double largeInjectionScale(core::SharedTables& tables) {
         return tables.TickB + tables.TickB;
     }
     return multiplier == 3.0 ? tables.TickC : tables.TickB;
+}
+
+double ordinaryInjectionScale(core::SharedTables& tables) {
+    const double scale = ordinaryScaleNow(tables);
+    keepModeValid(tables);
+    return scale;
+}
+
+double largeInjectionScale(core::SharedTables& tables) {
+    const double scale = largeScaleNow(tables);
+    keepModeValid(tables);
+    return scale;
+}
+
+FuelModel fuelModelOf(const core::SharedTables& tables, double offset, float scale) {
+    return {tables.InjOff_type != 0, offset, scale, tables.TickF};
 }
 
 double fuelTime(std::uint8_t count, const FuelModel& model) {

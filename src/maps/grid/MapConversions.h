@@ -18,6 +18,10 @@ namespace korvane::maps {
 [[nodiscard]] double ordinaryInjectionScale(core::SharedTables& tables);
 [[nodiscard]] double largeInjectionScale(core::SharedTables& tables);
 
+// The same, and nothing is changed.
+[[nodiscard]] double ordinaryScaleNow(const core::SharedTables& tables);
+[[nodiscard]] double largeScaleNow(const core::SharedTables& tables);
+
 // What turns a fuel count into an injection time.
 struct FuelModel {
     bool offsetInCounts = false;  // the offset is added to the counts, or else to the time
@@ -25,6 +29,9 @@ struct FuelModel {
     float scale = 0.0F;           // milliseconds of one count
     double offsetUnit = 0.0;      // milliseconds
 };
+
+// `offset` is what the box of the injection offset says, `scale` the milliseconds of one count.
+[[nodiscard]] FuelModel fuelModelOf(const core::SharedTables& tables, double offset, float scale);
 
 // Milliseconds, cut to three decimals. RuntimeError 6 where an offset is too large for single precision.
 [[nodiscard]] double fuelTime(std::uint8_t count, const FuelModel& model);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "core/history/MapStep.h"
 #include "core/tables/SharedTables.h"
 #include "link/EcuMap.h"
 #include "maps/Frm3Dmap.h"
@@ -13,6 +14,7 @@ struct MapImages {
     core::MapImage core::SharedTables::*received;
     core::MapImage core::SharedTables::*edited;
     link::EcuMap link::EcuMaps::*inEcu;
+    core::EditedMap inHistory;
     std::int32_t number;  // as Update3D takes it
     // The cells that a write sends.
     int firstSent = 0;
@@ -20,11 +22,16 @@ struct MapImages {
 };
 
 inline constexpr MapImages kFuelImages{&core::SharedTables::FuelMapIn, &core::SharedTables::FuelMapOut,
-                                       &link::EcuMaps::fuel, kFuelTable};
+                                       &link::EcuMaps::fuel, core::EditedMap::Fuel, kFuelTable};
 inline constexpr MapImages kIgnitionImages{&core::SharedTables::IgnMapIn, &core::SharedTables::IgnMapOut,
-                                           &link::EcuMaps::ignition, kIgnitionTable};
+                                           &link::EcuMaps::ignition, core::EditedMap::Ignition, kIgnitionTable};
 // Three cells that are disabled in the grid are sent too.
-inline constexpr MapImages kPwmImages{
-    &core::SharedTables::PwmMapIn, &core::SharedTables::PwmMapOut, &link::EcuMaps::pwm, kPwmTable, 61, 159};
+inline constexpr MapImages kPwmImages{&core::SharedTables::PwmMapIn,
+                                      &core::SharedTables::PwmMapOut,
+                                      &link::EcuMaps::pwm,
+                                      core::EditedMap::Pwm,
+                                      kPwmTable,
+                                      61,
+                                      159};
 
 }  // namespace korvane::maps

@@ -34,7 +34,37 @@ std::string listed(std::string_view what, std::span<const UnsentOfMap> maps, int
     return words.empty() ? words : std::string(what) + ": " + words;
 }
 
+const char* fateOf(link::Store store) {
+    switch (store) {
+        case link::Store::NotOrdered:
+            return "not told to store";
+        case link::Store::Ordered:
+            return "told to store, not acknowledged";
+        case link::Store::Acknowledged:
+            return "acknowledged, told to store";
+        case link::Store::Seen:
+            return "stored, seen after a restart";
+        case link::Store::Lost:
+            return "never told to store";
+        case link::Store::NotKept:
+            return "not stored, seen after a restart";
+        case link::Store::Nothing:
+            break;
+    }
+    return "";
+}
+
 }  // namespace
+
+std::string storeWords(std::span<const StoreOfMap> maps) {
+    std::string words;
+    for (const auto& [map, store] : maps) {
+        if (store != link::Store::Nothing) {
+            words += (words.empty() ? "Sent " : "; sent ") + std::string(map) + ": " + fateOf(store);
+        }
+    }
+    return words;
+}
 
 std::string placeWords(MapGeometry shape, int cell) {
     const int row = cell / shape.columns;

@@ -8,7 +8,21 @@
 namespace korvane::maps {
 
 EnginePlacePane::EnginePlacePane(PaneWindow& window, std::vector<MapGrid*> grids)
-    : MapPane(window), grids_(std::move(grids)) {}
+    : MapPane(window), grids_(std::move(grids)) {
+    window.context().connection.linkState.addObserver(*this);
+}
+
+EnginePlacePane::~EnginePlacePane() {
+    paneWindow().context().connection.linkState.removeObserver(*this);
+}
+
+// At once, also while a message box holds the window's ticks.
+void EnginePlacePane::propertyChanged(controls::Object&, const void* property) {
+    const auto& link = paneWindow().context().connection.linkState;
+    if (property == link.stateProperty() && link.state() != link::LinkState::State::Live) {
+        showPlace();
+    }
+}
 
 void EnginePlacePane::updateMapPlace() {
     auto& tables = paneWindow().context().tables;

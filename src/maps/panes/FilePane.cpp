@@ -81,6 +81,7 @@ void FilePane::handOver(bool withPwm) {
 
 void FilePane::acceptMaps(bool withPwm) {
     auto& tables = paneWindow().context().tables;
+    const core::MapHistory::Change change(paneWindow().context().history, core::Cause::file(withPwm));
     for (const MapImages* map : {&kFuelImages, &kIgnitionImages, &kPwmImages}) {
         if (withPwm || map != &kPwmImages) {
             tables.*map->edited = tables.*map->received;

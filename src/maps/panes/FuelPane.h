@@ -26,9 +26,10 @@ public:
     // Show the image as received, or (OUT) as edited.
     void populateFuel() override { showReceived(); }
     void populateFuelOUT() { showEdited(); }
-    // The key-down handler, also called by the agent. RuntimeError 9 for a cell outside the grid; nothing is changed
+    // The key-down handler, and the same for the agent. RuntimeError 9 for a cell outside the grid; nothing is changed
     // then.
     void fuelKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift); }
+    void agentKeyDown(int index, int keyCode, int shift) { editCell(index, keyCode, shift, Hand::Agent); }
 
     // InjTimeScale, for the window's list of properties.
     [[nodiscard]] static std::span<const controls::PropertyInfo> fuelProperties();

@@ -23,6 +23,8 @@ GridPane::GridPane(PaneWindow& window, const GridPaneNames& names, const MapImag
 
 GridRules GridPane::connected(GridRules rules) {
     rules.image = images_.edited;
+    rules.map = images_.inHistory;
+    rules.history = paneWindow().context().history;
     rules.redraw = [this] { showEdited(); };
     rules.redrawCell = [this](int cell) { redrawCell(cell); };
     rules.cellEdited = [this](int cell) { cellEdited(cell); };
@@ -77,6 +79,20 @@ std::string GridPane::blockStatus() const {
 
 std::optional<UnsentOfMap> GridPane::unsentStatus() const {
     return UnsentOfMap{noun_.inside, unsentCells(paneWindow().context(), images_, mapGrid_.geometry)};
+}
+
+std::optional<MapPane::Target> GridPane::targetAt(int cell) const {
+    return Target{images_, blockRange(mapGrid_).value_or(CellRange{cell, cell})};
+}
+
+void GridPane::showWorkingMap(core::EditedMap map) {
+    if (map == images_.inHistory) {
+        showEdited();
+    }
+}
+
+std::optional<StoreOfMap> GridPane::storeStatus() const {
+    return StoreOfMap{noun_.inside, (paneWindow().context().connection.ecuMaps.*images_.inEcu).store()};
 }
 
 void GridPane::loadPane(std::int32_t) {

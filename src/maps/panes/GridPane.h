@@ -38,6 +38,9 @@ public:
     [[nodiscard]] std::string cellStatus(int cell) override;
     [[nodiscard]] std::string blockStatus() const override;
     [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;
+    [[nodiscard]] std::optional<Target> targetAt(int cell) const override;
+    void showWorkingMap(core::EditedMap map) override;
+    [[nodiscard]] std::optional<StoreOfMap> storeStatus() const override;
 
 protected:
     [[nodiscard]] virtual const MapDisplay& mapDisplay() const = 0;
@@ -50,7 +53,9 @@ protected:
     void showReceived();
     void showEdited();
     // RuntimeError 9 for a cell outside the grid; nothing is changed then.
-    void editCell(int index, int keyCode, int shift) { editor_.keyDown(index, keyCode, shift); }
+    void editCell(int index, int keyCode, int shift, Hand hand = Hand::Tuner) {
+        editor_.keyDown(index, keyCode, shift, hand);
+    }
 
     [[nodiscard]] controls::Frame& mapFrame() { return mapFrame_; }
     [[nodiscard]] MapGrid& mapGrid() { return mapGrid_; }

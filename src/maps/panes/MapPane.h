@@ -5,6 +5,9 @@
 #include <optional>
 #include <string>
 
+#include "core/history/MapStep.h"
+#include "maps/grid/MapImages.h"
+#include "maps/grid/Selection.h"
 #include "maps/grid/StatusWords.h"
 
 namespace korvane::maps {
@@ -34,10 +37,24 @@ public:
     virtual void acceptLoadedTune(bool withPwm) { static_cast<void>(withPwm); }
     virtual void showAcceptedTune() {}
 
-    // In words a cell of its grid and the block that is selected in it; the cells that were not sent.
+    // In words a cell of its grid and the block that is selected in it; the cells that were not sent,
+    // and what has become of those that were.
     [[nodiscard]] virtual std::string cellStatus(int cell) { return static_cast<void>(cell), std::string(); }
     [[nodiscard]] virtual std::string blockStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }
+    [[nodiscard]] virtual std::optional<StoreOfMap> storeStatus() const { return {}; }
+
+    // The map that it edits, and the cells of it that an order is about while this cell has the focus: the selected
+    // block, or the cell. Nothing for a pane without such a map.
+    struct Target {
+        const MapImages& images;
+        CellRange cells;
+    };
+    [[nodiscard]] virtual std::optional<Target> targetAt(int cell) const {
+        return static_cast<void>(cell), std::nullopt;
+    }
+    // A working map was changed from outside the window.
+    virtual void showWorkingMap(core::EditedMap map) { static_cast<void>(map); }
 
 protected:
     [[nodiscard]] PaneWindow& paneWindow() const { return window_; }

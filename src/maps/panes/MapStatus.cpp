@@ -8,26 +8,12 @@ namespace korvane::maps {
 
 namespace {
 
-bool hasFocus(MapPane& pane, const controls::Control& focus) {
-    auto* const grid = pane.paneGrid();
-    return grid != nullptr && focus.index() && focus.name() == (*grid)(0).name();
-}
-
-MapPane* paneOf(const PaneWindow& window, const controls::Control* focus) {
-    for (auto* pane : window.panes()) {
-        if (focus != nullptr && hasFocus(*pane, *focus)) {
-            return pane;
-        }
-    }
-    return nullptr;
-}
-
 MapStatus collected(const PaneWindow& window) {
     MapStatus status;
     std::vector<UnsentOfMap> maps;
-    const auto* const focus = window.activeControl();
-    if (auto* const pane = paneOf(window, focus)) {
-        status.cell = pane->cellStatus(*focus->index());
+    std::vector<StoreOfMap> stores;
+    if (auto* const pane = window.paneWithFocus()) {
+        status.cell = pane->cellStatus(*window.activeControl()->index());
         status.block = pane->blockStatus();
     }
     for (const auto* pane : window.panes()) {
@@ -37,8 +23,12 @@ MapStatus collected(const PaneWindow& window) {
         if (const auto unsent = pane->unsentStatus()) {
             maps.push_back(*unsent);
         }
+        if (const auto store = pane->storeStatus()) {
+            stores.push_back(*store);
+        }
     }
     status.unsent = unsentWords(maps);
+    status.store = storeWords(stores);
     return status;
 }
 

@@ -11,6 +11,7 @@ class PaneWindow;
 struct MapStatus {
     std::string cell;    // of the cell with the focus
     std::string block;   // of a selected block, first that of the grid with the focus
+    std::string store;   // what has become of what was sent of each map
     std::string unsent;  // how many edited cells of each map the ECU does not have, or has not stored
 };
 

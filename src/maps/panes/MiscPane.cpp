@@ -25,7 +25,7 @@ MiscPane::MiscPane(PaneWindow& window, const MiscCaptions& captions)
       FrameINJMaxOpen(window, "FrameINJMaxOpen"),
       optINJMaxOpen(window, "optINJMaxOpen", 2),
       TimeOutTimer(window, "TimeOutTimer", false, 1000),
-      transfer_(*this, window.line(), window.context(), captions.receiving) {
+      transfer_(*this, window, captions.receiving) {
     btnReadMisc.Caption = "Read Misc";
     btnReadMisc.Click = [&window] { window.line().request(link::kAskMiscBlock); };
     btnSaveMisc.Caption = "Send Misc";

@@ -1,9 +1,12 @@
 #include "maps/panes/PaneWindow.h"
 
+#include <algorithm>
 #include <array>
 
 #include "controls/PropertyTable.h"
+#include "fields/VerifyProperties.h"
 #include "maps/Frm3Dmap.h"
+#include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
@@ -21,6 +24,10 @@ constexpr int kSmallButtonFont = 7;
 
 controls::Value transferResult(const controls::Object& object) {
     return dynamic_cast<const PaneWindow&>(object).line().watch().Text.get();
+}
+
+controls::Value historyNote(const controls::Object& object) {
+    return dynamic_cast<const PaneWindow&>(object).HistoryNote.get();
 }
 
 void sizeCells(MapGrid& grid, bool small, bool bold) {
@@ -57,6 +64,8 @@ constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
+                                 controls::readOnlyProperty<&historyNote>("HistoryNote"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::store>>("StoreStatus"),
                                  controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 }  // namespace
@@ -78,6 +87,59 @@ PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, co
             pane->tickPane();
         }
     };
+    if (context_.history != nullptr) {
+        context_.history->addObserver(*this);
+    }
+}
+
+PaneWindow::~PaneWindow() {
+    if (context_.history != nullptr) {
+        context_.history->removeObserver(*this);
+    }
+}
+
+// An unloaded window may be kept for a while.
+void PaneWindow::propertyChanged(controls::Object&, const void* property) {
+    HistoryNote = "";
+    if (isLoaded() && property == context_.history->mapsProperty()) {
+        enter(name(), [this] { showNewMaps(*context_.history); });
+    }
+}
+
+void PaneWindow::showNewMaps(const core::MapHistory& history) {
+    for (const auto map : {core::EditedMap::Fuel, core::EditedMap::Ignition, core::EditedMap::Pwm}) {
+        for (auto* pane : panes_) {
+            if (history.isNew(map)) {
+                pane->showWorkingMap(map);
+            }
+        }
+    }
+}
+
+void PaneWindow::afterChange(const void* property) {
+    Window::afterChange(property);
+    if (property == focusProperty()) {
+        HistoryNote = "";
+    }
+}
+
+bool PaneWindow::takesKey(int keyCode, int shift) {
+    return (context_.undo != nullptr && context_.undo->takesKey(*this, keyCode, shift)) ||
+           context_.connection.keepWindows.takesKey(keyCode, shift);
+}
+
+MapPane* PaneWindow::paneWithFocus() const {
+    const auto* const focus = activeControl();
+    const auto found = std::find_if(panes_.begin(), panes_.end(), [&](MapPane* pane) {
+        auto* const grid = pane->paneGrid();
+        return grid != nullptr && focus != nullptr && focus->index() && focus->name() == (*grid)(0).name();
+    });
+    return found != panes_.end() ? *found : nullptr;
+}
+
+std::optional<MapPane::Target> PaneWindow::revertTarget() const {
+    const auto* const pane = paneWithFocus();
+    return pane != nullptr ? pane->targetAt(*activeControl()->index()) : std::nullopt;
 }
 
 void PaneWindow::Form_Load() {
@@ -106,7 +168,9 @@ void PaneWindow::initialReads() {
 }
 
 std::vector<std::span<const controls::PropertyInfo>> PaneWindow::propertyTables() const {
-    return controls::withTable<Window>(*this, kProperties);
+    auto tables = controls::withTable<Window>(*this, kProperties);
+    tables.emplace_back(fields::kVerifyProperties<PaneWindow>);
+    return tables;
 }
 
 void PaneWindow::sizeFonts(int screenWidth) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "controls/Controls.h"
 #include "controls/Timer.h"
 #include "controls/Window.h"
+#include "fields/VerifyReport.h"
 #include "link/Windows.h"
 #include "maps/grid/GridLook.h"
 #include "maps/grid/MapGeometry.h"
@@ -28,22 +30,31 @@ inline constexpr std::int32_t kIgnitionBit = 1 << 5;
 inline constexpr std::int32_t kShiftLightBit = 1 << 14;
 inline constexpr std::int32_t kRpmLimitBit = 1 << 15;
 
-class PaneWindow : public controls::Window, public link::MapWindow {
+class PaneWindow : public controls::Window, public link::MapWindow, private controls::Observer {
 public:
     struct Title {
         std::string_view name;  // a literal
         std::string_view caption;
     };
     PaneWindow(platform::Machine& machine, const MapContext& context, const Title& title, MapGeometry shape);
+    ~PaneWindow() override;
 
     controls::ProgressBar prgTransfer{*this, "prgTransfer"};         // of a map on its way to the ECU
     controls::CheckBox chkOnlineChanges{*this, "chkOnlineChanges"};  // edits go to the running engine at once
     controls::Timer Timer1{*this, "Timer1", true, 333};              // focus and panes
 
     GridLook look;
+    // What came of the last undo, redo or revert, until something else changes or the focus moves.
+    controls::Property<std::string> HistoryNote{*this};
 
     bool isFormLoaded = false;  // the load event has ended
     const MapGeometry geometry;
+
+    // Whether sends are read back, and what came of it.
+    [[nodiscard]] link::VerifySwitch& verifySwitch() { return context_.connection.verify; }
+    [[nodiscard]] const link::VerifySwitch& verifySwitch() const { return context_.connection.verify; }
+    [[nodiscard]] fields::VerifyReport& verifyReport() { return verifyReport_; }
+    [[nodiscard]] const fields::VerifyReport& verifyReport() const { return verifyReport_; }
 
     LiveStrip liveStrip;
     SizeNote sizeNote;
@@ -58,6 +69,9 @@ public:
     [[nodiscard]] PaneWindow& ground() { return *this; }
     void addPane(MapPane& pane) { panes_.push_back(&pane); }
     [[nodiscard]] const std::vector<MapPane*>& panes() const { return panes_; }
+    // The pane whose grid has the focus; null without one.
+    [[nodiscard]] MapPane* paneWithFocus() const;
+    [[nodiscard]] std::optional<MapPane::Target> revertTarget() const;
     [[nodiscard]] const MapContext& context() const { return context_; }
     [[nodiscard]] MapLine& line() { return line_; }
     [[nodiscard]] const MapLine& line() const { return line_; }
@@ -65,13 +79,15 @@ public:
     // Runs a step; a failure is shown as `text`.
     void toldAs(const char* text, const std::function<void()>& step);
 
-    // Beside those of all windows, how the grids look, what the status line says, and TransferResult, the text of
-    // line().watch().
+    // Beside those of all windows, how the grids look, what the status line says, HistoryNote, TransferResult, the text
+    // of line().watch(), and the verification of sends.
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override;
 
 protected:
     void Form_Load() override;
     bool Form_Unload() override;
+    [[nodiscard]] bool takesKey(int keyCode, int shift) override;
+    void afterChange(const void* property) override;
 
     // Places the panes, after their load.
     virtual void arrangePanes() {}
@@ -87,9 +103,12 @@ protected:
 private:
     // Small cells on a small screen, bold ones on a wide one.
     void sizeFonts(int screenWidth);
+    void propertyChanged(controls::Object& object, const void* property) override;
+    void showNewMaps(const core::MapHistory& history);
 
     const MapContext& context_;
     MapLine line_;
+    fields::VerifyReport verifyReport_;
     std::vector<MapPane*> panes_;
 };
 

@@ -4,17 +4,6 @@
 
 namespace korvane::maps {
 
-namespace {
-
-using State = link::LinkState::State;
-
-// Whether an ECU is there to take a byte that it does not acknowledge.
-bool isHeard(State state) {
-    return state == State::Live || state == State::Paused;
-}
-
-}  // namespace
-
 WholeMapPane::WholeMapPane(PaneWindow& window, const WholeMap& map, Halves halves, GridRules rules)
     : GridPane(window, map.names, map.images, std::move(rules)),
       map_(map),
@@ -39,9 +28,16 @@ void WholeMapPane::showLoadedTune() {
 
 void WholeMapPane::cellEdited(int cell) {
     const std::uint8_t byte = editedByte(cell);
+    if (!realtime_.send(map_.commands.changeCell, cell, byte)) {
+        return;
+    }
+    const auto at = static_cast<std::size_t>(cell);
     auto& connection = paneWindow().context().connection;
-    if (realtime_.send(map_.commands.changeCell, cell, byte) && isHeard(connection.linkState.state())) {
-        (connection.ecuMaps.*map_.images.inEcu).changed(static_cast<std::size_t>(cell), byte);
+    if (connection.linkState.isHeard()) {
+        (connection.ecuMaps.*map_.images.inEcu).changed(at, byte);
+    }
+    if (auto* const history = paneWindow().context().history) {
+        history->reachedEngine({map_.images.inHistory, at});
     }
 }
 

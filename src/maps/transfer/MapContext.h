@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/EepromAccess.h"
+#include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "maps/panes/Analysis.h"
@@ -10,6 +11,7 @@ namespace korvane::maps {
 
 class Frm3Dmap;
 class FrmInjScale;
+class MapUndo;
 
 // All of it outlives every map window.
 struct MapContext {
@@ -19,6 +21,8 @@ struct MapContext {
     Frm3Dmap& frm3Dmap;
     FrmInjScale& frmInjScale;
     core::EepromAccess& eeprom;
+    core::MapHistory* history = nullptr;  // of the working maps; null where nobody keeps one
+    MapUndo* undo = nullptr;              // the keys that walk through it; null together with it
 };
 
 }  // namespace korvane::maps

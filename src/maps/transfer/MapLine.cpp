@@ -59,6 +59,7 @@ void MapLine::request(std::uint8_t command) {
 }
 
 void MapLine::expectAnswer(std::uint8_t command) {
+    context_.connection.diversion.askedOrdinarily({command});
     watch_.begin(command, bytesOf(command, context_.tables.SWType));
 }
 

@@ -26,6 +26,7 @@ struct MapWriter::Kind {
     const link::MapCommands& commands;
     bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
     const char* stored;
+    const char* subject;  // of its verification
     const char* sending;
     const char* done;
 };
@@ -36,6 +37,7 @@ const MapWriter::Kind MapWriter::kFuel{
     .commands = link::kFuelMap,
     .pollsBeforeCommit = false,
     .stored = "fuel map",
+    .subject = "Fuel",
     .sending = "Sending  fuel data",
     .done = "Fuel kartta lähetetty ja talletettu autoon",
 };
@@ -45,6 +47,7 @@ const MapWriter::Kind MapWriter::kIgnition{
     .commands = link::kIgnitionMap,
     .pollsBeforeCommit = true,
     .stored = "ignition map",
+    .subject = "Ignition",
     .sending = "Sending  Ignition data",
     .done = "Ignition kartta lähetetty ja talletettu autoon",
 };
@@ -52,54 +55,66 @@ const MapWriter::Kind MapWriter::kIgnition{
 MapWriter::MapWriter(PaneWindow& window, const Kind& kind, Halves halves)
     : window_(window), tables_(window.context().tables), line_(window.line()), kind_(kind), halves_(halves) {}
 
+// What is read back is compared with the bytes that went out: edits go on meanwhile.
 void MapWriter::write() {
-    line_.trapped([this] {
+    Sent sent;
+    if (!window_.verifySwitch().On) {
+        return writeTrapped(sent);
+    }
+    MapVerification verification(window_, kind_.subject, [this] { write(); });
+    writeTrapped(sent);
+    verification.map(kind_.commands, sent.cells, sent.stored);
+}
+
+void MapWriter::writeTrapped(Sent& sent) {
+    sent.cells.resize(halves_ == Halves::Two ? 2 * kHalf : kHalf);
+    line_.trapped([&] {
         window_.context().eeprom.announceStore(kind_.stored);
         const TransferWatch::Sending sending(line_.watch(), kind_.commands.send, halves_ == Halves::Two ? 2 : 1);
         if (halves_ == Halves::Two) {
-            writeHalves();
+            writeHalves(sent);
         } else {
-            writeWhole();
+            writeWhole(sent);
         }
     });
 }
 
-void MapWriter::writeWhole() {
+void MapWriter::writeWhole(Sent& sent) {
     fields::Progress progress(window_.prgTransfer, kHalf);
     line_.stopPoll();
     line_.show(kind_.sending);
-    sendHalf(kind_.commands.send, 0, progress);
+    sendHalf(kind_.commands.send, 0, progress, sent);
     if (kind_.pollsBeforeCommit) {
         line_.startPoll();
         line_.stopPoll();
     }
     line_.wait(kCommitPause);
-    store();
+    store(sent);
     line_.wait(kCommitPause);
     line_.startPoll();
     line_.show(kind_.done);
 }
 
 // The second half is sent also when the first was not acknowledged; only the commit depends on both.
-void MapWriter::writeHalves() {
+void MapWriter::writeHalves(Sent& sent) {
     fields::Progress progress(window_.prgTransfer, 2 * kHalf);
     line_.stopPoll();
     line_.show(kind_.sending);
     tables_.*kind_.acks = 0;
-    sendHalf(kind_.commands.send, 0, progress);
+    sendHalf(kind_.commands.send, 0, progress, sent);
     static_cast<void>(acknowledged(kFirstAck, kFirstAckTurns));
-    sendHalf(kind_.commands.sendSecondHalf, kHalf, progress);
+    sendHalf(kind_.commands.sendSecondHalf, kHalf, progress, sent);
     if (acknowledged(kBothAcks, kSecondAckTurns)) {
         line_.stopPoll();
         line_.wait(kCommitPause);
-        store();
+        store(sent);
         line_.show(kind_.done);
     }
     line_.wait(kCommitPause);
     line_.startPoll();
 }
 
-void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress) {
+void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress, Sent& sent) {
     line_.send({command});
     for (std::size_t cell = first; cell < first + kHalf;) {
         line_.pump();
@@ -110,14 +125,16 @@ void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progre
         const std::uint8_t byte = (tables_.*kind_.images.edited)[cell];
         line_.wait(kBytePause);
         line_.send({byte});
-        inEcu().sending(cell++, byte);
+        inEcu().sending(cell, byte);
+        sent.cells[cell++] = byte;
         progress.step();
     }
     line_.send({link::complement(command)});
 }
 
-void MapWriter::store() {
+void MapWriter::store(Sent& sent) {
     line_.send({kind_.commands.store});
+    sent.stored = true;
     inEcu().stored();
 }
 

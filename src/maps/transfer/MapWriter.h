@@ -7,6 +7,7 @@
 
 #include "fields/Progress.h"
 #include "maps/transfer/MapLine.h"
+#include "maps/transfer/MapVerification.h"
 
 namespace korvane::maps {
 
@@ -27,11 +28,17 @@ public:
     void write();
 
 private:
-    void writeWhole();
-    void writeHalves();
-    void store();
+    struct Sent {
+        SentCells cells;
+        bool stored = false;
+    };
+
+    void writeTrapped(Sent& sent);
+    void writeWhole(Sent& sent);
+    void writeHalves(Sent& sent);
+    void store(Sent& sent);
     [[nodiscard]] link::EcuMap& inEcu();
-    void sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress);
+    void sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress, Sent& sent);
     // Whether the count of acknowledgements reached `count` within so many turns of 5 ms.
     [[nodiscard]] bool acknowledged(int count, int turns);
 

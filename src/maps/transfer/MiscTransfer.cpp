@@ -1,9 +1,13 @@
 #include "maps/transfer/MiscTransfer.h"
 
+#include <algorithm>
+#include <array>
+
 #include "core/Bytes.h"
 #include "core/Numbers.h"
 #include "link/Commands.h"
 #include "maps/panes/MiscPane.h"
+#include "maps/transfer/MapVerification.h"
 
 namespace korvane::maps {
 
@@ -18,6 +22,11 @@ constexpr int kIgnitionZero = 128;  // the offset's byte at 0 degrees
 constexpr double kIgnitionSteps = 10.0;
 constexpr std::uint8_t kOpen4ms4 = 6;  // codes of the injector's longest opening
 constexpr std::uint8_t kOpen2ms2 = 5;
+
+using A = core::ParameterAddresses;
+constexpr std::array kMiscCells{&A::RPM_LIMIT_LOW_OFF, &A::RPM_LIMIT_HI_OFF, &A::RPM_SHIFT_LOW_OFF,
+                                &A::RPM_SHIFT_HI_OFF,  &A::MISC_LOW_OFF,     &A::MISC_HI_OFF,
+                                &A::INJ_karkea_OFF,    &A::IGN_karkea_OFF,   &A::INJ_jakaja_OFF};
 
 }  // namespace
 
@@ -35,35 +44,65 @@ void MiscReply::take(bool skipTimer, const std::function<void()>& show) const {
     line.startPoll();
 }
 
-MiscTransfer::MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving)
-    : pane_(pane), line_(line), context_(context), receiving_(receiving) {}
+MiscTransfer::MiscTransfer(MiscPane& pane, PaneWindow& window, const char* receiving)
+    : pane_(pane), window_(window), line_(window.line()), context_(window.context()), receiving_(receiving) {}
 
 void MiscTransfer::save() {
-    line_.trapped([this] {
+    Sent sent;
+    if (!window_.verifySwitch().On) {
+        return saveTrapped(sent);
+    }
+    MapVerification verification(window_, "Misc", [this] { save(); });
+    saveTrapped(sent);
+    verification.misc(sent);
+}
+
+void MiscTransfer::saveTrapped(Sent& sent) {
+    line_.trapped([&] {
         context_.eeprom.announceStore("misc block");
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
         line_.stopPoll();
         line_.wait(kPause);
-        sendBlock();
+        sendBlock(sent);
         line_.wait(kPause);
         line_.startPoll();
     });
 }
 
-void MiscTransfer::sendBlock() {
+void MiscTransfer::sendBlock(Sent& sent) {
     const std::int32_t enabled = enableWord();
     line_.send({link::kSendMiscBlock});
-    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
-    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
-    sendWord(enabled);
-    line_.send({core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get()))});
-    line_.send({core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get()))});
-    line_.send({pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2});
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())), sent);
+    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())), sent);
+    sendWord(enabled, sent);
+    sendByte(core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get())), sent);
+    sendByte(core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get())), sent);
+    sendByte(pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2, sent);
     line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
+    note(sent);
 }
 
-void MiscTransfer::sendWord(std::int32_t value) {
+void MiscTransfer::sendWord(std::int32_t value, Sent& sent) {
     line_.send({core::lowByte(value), core::highByte(value)});
+    sent.insert(sent.end(), {core::lowByte(value), core::highByte(value)});
+}
+
+void MiscTransfer::sendByte(std::uint8_t value, Sent& sent) {
+    line_.send({value});
+    sent.push_back(value);
+}
+
+// The ECU keeps the block in the cells that are named for its values, in the same order.
+void MiscTransfer::note(const Sent& sent) {
+    link::MiscBytes block{};
+    if (!line_.isOpen() || sent.size() != block.size()) {
+        return;
+    }
+    std::copy(sent.begin(), sent.end(), block.begin());
+    context_.connection.ecuMisc.has(block);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        context_.connection.ecuEeprom.sent(context_.tables.addresses.*kMiscCells.at(i), block.at(i));
+    }
 }
 
 std::int32_t MiscTransfer::enableWord() {

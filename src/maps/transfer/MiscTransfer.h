@@ -4,7 +4,9 @@
 //          injection offset  ignition offset  injector code  ~'M'      then 'd', which stores it
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "controls/Timer.h"
 #include "maps/transfer/MapLine.h"
@@ -12,6 +14,7 @@
 namespace korvane::maps {
 
 class MiscPane;
+class PaneWindow;
 
 // What a window does when the misc block arrives.
 struct MiscReply {
@@ -27,7 +30,7 @@ struct MiscReply {
 class MiscTransfer {
 public:
     // `receiving` is the window's caption while a reply of the ECU is shown; a literal.
-    MiscTransfer(MiscPane& pane, MapLine& line, const MapContext& context, const char* receiving);
+    MiscTransfer(MiscPane& pane, PaneWindow& window, const char* receiving);
 
     void save();
 
@@ -37,13 +40,19 @@ public:
     void showMiscOfFile();
 
 private:
-    void sendBlock();
-    void sendWord(std::int32_t value);
+    using Sent = std::vector<std::uint8_t>;  // of the nine bytes
+
+    void saveTrapped(Sent& sent);
+    void sendBlock(Sent& sent);
+    void sendWord(std::int32_t value, Sent& sent);
+    void sendByte(std::uint8_t value, Sent& sent);
+    void note(const Sent& sent);
     [[nodiscard]] std::int32_t enableWord();
     void showBlock();
     void showEnableWord(std::int32_t word);
 
     MiscPane& pane_;
+    PaneWindow& window_;
     MapLine& line_;
     const MapContext& context_;
     const char* receiving_;

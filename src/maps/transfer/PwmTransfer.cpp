@@ -39,10 +39,17 @@ void PwmTransfer::ask() {
 }
 
 void PwmTransfer::save() {
-    line_.trapped([this] { send(); });
+    SentCells sent(link::EcuMap::kHalf);
+    if (!window_.verifySwitch().On) {
+        line_.trapped([&] { send(sent); });
+        return;
+    }
+    MapVerification verification(window_, "PWM", [this] { save(); });
+    line_.trapped([&] { send(sent); });
+    verification.pwm(sent);
 }
 
-void PwmTransfer::send() {
+void PwmTransfer::send(SentCells& sent) {
     window_.context().eeprom.announceStore("PWM table");
     const TransferWatch::Sending sending(line_.watch(), link::kSendPwmCell, 1);
     fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
@@ -50,7 +57,7 @@ void PwmTransfer::send() {
     line_.wait(kQuietPause);
     line_.showWithTime("Sending PWM table ");
     for (int cell = kFirstSent; cell <= kLastSent; ++cell) {
-        sendCell(cell);
+        sendCell(cell, sent);
         progress.step();
         line_.wait(kCellPause);
         line_.pump();
@@ -64,11 +71,16 @@ void PwmTransfer::send() {
     line_.startPoll();
 }
 
-void PwmTransfer::sendCell(int cell) {
+// Cells that the ECU does not keep can't be compared behind its restart.
+void PwmTransfer::sendCell(int cell, SentCells& sent) {
     const std::uint8_t value = core::checked(window_.context().tables.PwmMapOut, cell);
     if (window_.isFormLoaded && line_.isOpen()) {
         line_.send(link::cellCommand(link::kSendPwmCell, static_cast<std::uint8_t>(cell), value));
-        window_.context().connection.ecuMaps.pwm.sending(static_cast<std::size_t>(cell), value);
+        const auto place = static_cast<std::size_t>(cell);
+        window_.context().connection.ecuMaps.pwm.sending(place, value);
+        if (place >= link::EcuMaps::kFirstKeptPwm) {
+            sent.at(place) = value;
+        }
     }
     grid_(cell).ToolTipText = core::numberText(value).view();
 }

@@ -3,6 +3,7 @@
 
 #include "maps/grid/MapGrid.h"
 #include "maps/transfer/MapLine.h"
+#include "maps/transfer/MapVerification.h"
 
 namespace korvane::maps {
 
@@ -20,8 +21,8 @@ public:
 
 private:
     void ask();
-    void send();
-    void sendCell(int cell);
+    void send(SentCells& sent);
+    void sendCell(int cell, SentCells& sent);
 
     PaneWindow& window_;
     MapGrid& grid_;

@@ -8,6 +8,7 @@
 #include "views/dashboard/MainParts.h"
 #include "views/dashboard/PortList.h"
 #include "views/frame/LinkMark.h"
+#include "views/frame/OpenButton.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -73,6 +74,8 @@ public:
         QWidget* const inside = &card_;
         auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
         readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
+        // Keeps what it said when the port closes, as version and features do.
+        readout.setFromEcu(Dimmable::Source::OtherFrames);
         binder_.bind(state, readout);
         auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
                                     QStringLiteral("Settings %p%"));
@@ -83,6 +86,15 @@ public:
         auto& column = makeColumn();
         column.addLayout(&line);
         column.addLayout(&makeStateRow(readout), 1);
+    }
+
+    // Of the windows that keep a tune.
+    void addOpeners(const link::KeepWindows& keep) {
+        if (keep.compare && keep.restore) {
+            auto& column = makeColumn();
+            column.addWidget(&makeOpenButton(kCompareButton, binder_, &card_, keep.compare));
+            column.addWidget(&makeOpenButton(kRestoreButton, binder_, &card_, keep.restore));
+        }
     }
 
     void addSpace() { row_.addStretch(1); }
@@ -127,11 +139,14 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addButton(window.btnConnect, 'c');
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
+    bar.addOpeners(window.keepWindows);
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
     // When no frame comes any more the rate stays as it was.
     bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();
-    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"));
-    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"));
+    bar.addReadout(window.lblHWVer, QStringLiteral("Device"), QStringLiteral("hwVer: 65.535"))
+        .setFromEcu(Dimmable::Source::OtherFrames);
+    bar.addReadout(window.lblFeatures, QStringLiteral("Features"), QStringLiteral("65535"))
+        .setFromEcu(Dimmable::Source::OtherFrames);
     bar.card().fitMargins();
     return bar.card();
 }

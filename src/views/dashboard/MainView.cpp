@@ -8,6 +8,7 @@
 #include "live/MainHints.h"
 #include "maps/notes/UnsentQuestion.h"
 #include "platform/Machine.h"
+#include "views/dashboard/KeepLine.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
@@ -16,7 +17,8 @@ namespace korvane::views {
 
 namespace {
 
-constexpr QSizeF kUsual{105, 56};  // text sizes
+constexpr QSizeF kUsual{108, 56};  // text sizes
+constexpr double kSmallestText = 0.8;
 constexpr int kInstrumentStretch = 12;
 constexpr int kValueStretch = 4;
 constexpr int kTrendStretch = 8;
@@ -24,7 +26,7 @@ constexpr int kTrendStretch = 8;
 }  // namespace
 
 MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual), windows_(window.machine().windows) {
+    : FittedView(window, clock, kUsual, kSmallestText), windows_(window.machine().windows) {
     binder().setHints([](const controls::Control& control) {
         const auto hint = live::hintOf(control);
         return QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size()));
@@ -51,6 +53,7 @@ void MainView::build(live::FrmSarn2& window) {
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addWidget(&makeConnectionBar(window, binder(), inside));
+    rows.addWidget(&makeKeepLine(window.keepNotice, binder(), inside));
     auto& columns = child<QHBoxLayout>(kNobody);
     columns.setSpacing(kSpacing);
     rows.addLayout(&columns, 1);

@@ -164,8 +164,9 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool Binding::keyPressed(QKeyEvent& event) {
-    act([&] { control_.keyDown(keyCodeOf(event), shiftOf(event)); });
-    if (!binder_.isAttached()) {
+    bool passed = true;
+    act([&] { passed = control_.keyDown(keyCodeOf(event), shiftOf(event)); });
+    if (!binder_.isAttached() || !passed) {
         return true;
     }
     return characterOf(event) != 0 && characterTyped(event);

@@ -163,10 +163,18 @@ public:
 protected:
     void showContent() override {
         const QSignalBlocker quiet(bar_);
+        for (int tab = 1; tab <= strip_.tabCount(); ++tab) {
+            showCaption(tab - 1, captionText(strip_.tabCaption(tab), 0));
+        }
         bar_.setCurrentIndex(strip_.SelectedItem - 1);
     }
 
 private:
+    void showCaption(int index, const QString& caption) {
+        if (bar_.tabText(index) != caption) {
+            bar_.setTabText(index, caption);
+        }
+    }
     void chosen(int tab) {
         act([&] {
             if (strip_.usable()) {

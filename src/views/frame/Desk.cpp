@@ -20,6 +20,10 @@ Area areaOf(const QRect& rect) {
     return {rect.x(), rect.y(), rect.width(), rect.height()};
 }
 
+QRect rectOf(const Area& area) {
+    return {area.left, area.top, area.width, area.height};
+}
+
 std::vector<Area> screens(QRect (QScreen::*part)() const) {
     std::vector<Area> areas;
     for (const auto* screen : QGuiApplication::screens()) {
@@ -85,12 +89,12 @@ void Desk::place(WindowView& view, QSize wanted) const {
     auto opening = openingOf(wanted, frame, others);
     const auto kept = memory_ != nullptr ? memory_->recall(view.objectName().toStdString(), signature()) : std::nullopt;
     if (kept) {
-        const QSize outer = QSize(kept->area.width, kept->area.height).grownBy(frame);
-        opening.remembered = Area{kept->area.left, kept->area.top, outer.width(), outer.height()};
+        opening.remembered = areaOf(rectOf(kept->area).marginsAdded(frame));
     }
     const Area place = controls::placeOf(opening);
-    view.resize(QSize(place.width, place.height).shrunkBy(frame));
-    view.move(place.left, place.top);
+    // Not move(): until the window has its frame, that would put what is inside it there, and the title above the
+    // screen.
+    view.setGeometry(rectOf(place).marginsRemoved(frame));
     if (kept && kept->maximized) {
         view.setWindowState(view.windowState() | Qt::WindowMaximized);
     }
@@ -110,17 +114,15 @@ void Desk::fit(WindowView& view, QSize wanted) const {
     }
 }
 
-// The place is that of the frame, the size is that inside it.
+// Without its frame, whose size is not known when a window opens first.
 void Desk::keep(const WindowView& view) const {
     if (memory_ == nullptr) {
         return;
     }
     const bool maximized = view.isMaximized() || view.isFullScreen();
     const QRect inner = maximized ? view.normalGeometry() : view.geometry();
-    const QPoint corner = maximized ? inner.topLeft() : view.frameGeometry().topLeft();
     if (!inner.isEmpty()) {
-        memory_->remember(view.objectName().toStdString(), {areaOf(QRect(corner, inner.size())), maximized},
-                          signature());
+        memory_->remember(view.objectName().toStdString(), {areaOf(inner), maximized}, signature());
     }
 }
 

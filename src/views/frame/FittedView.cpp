@@ -3,7 +3,9 @@
 #include <QFontInfo>
 #include <QMetaObject>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -76,7 +78,14 @@ void FittedView::changeEvent(QEvent* event) {
 }
 
 QSize FittedView::wantedSize() const {
-    return desk() != nullptr ? size().expandedTo(content_.minimumSizeHint()) : size();
+    return desk() != nullptr ? size().expandedTo(withScrollBar(content_.minimumSizeHint())) : size();
+}
+
+QSize FittedView::withScrollBar(QSize contentSize) const {
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int room = screen()->availableGeometry().height() - title - heightBelow();
+    const bool isScrolled = desk() != nullptr && contentSize.height() > room;
+    return contentSize + QSize(isScrolled ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0, 0);
 }
 
 void FittedView::fitWindow() {

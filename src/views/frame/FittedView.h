@@ -21,8 +21,10 @@ public:
 
 protected:
     void fitTexts();
-    // On real screens large enough that nothing is scrolled.
+    // On real screens large enough that nothing is scrolled, or not sideways if the screen is too low.
     [[nodiscard]] QSize wantedSize() const override;
+    // Wider by a scroll bar where the screen is too low for it.
+    [[nodiscard]] QSize withScrollBar(QSize contentSize) const;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 

@@ -145,8 +145,9 @@ void LinkMark::dimValues() {
     const auto state = link_->state();
     for (auto* const widget : view_.findChildren<QWidget*>()) {
         auto* const value = dynamic_cast<Dimmable*>(widget);
-        if (value != nullptr && value->isFromEcu()) {
-            value->setDimmed(state != State::Live);
+        if (value != nullptr && value->source() != Dimmable::Source::Own) {
+            const bool live = value->source() == Dimmable::Source::LiveData;
+            value->setDimmed(live ? state != State::Live : state == State::Closed);
         }
     }
 }

@@ -9,12 +9,21 @@ namespace korvane::views {
 
 namespace {
 
-constexpr std::array<KeyHelp, 5> kCellKeys{{
+constexpr std::array<KeyHelp, 9> kCellKeys{{
     {"Arrow keys", "move from cell to cell"},
     {"+ and -", "one count up or down, on the selected block or on the cell; also Ctrl+Up and Ctrl+Down"},
     {"Shift+arrow keys", "select a block from the first cell to this one"},
     {"a", "gives the whole block the value of its first cell"},
     {"l", "draws a straight line from the first cell of the block to the last"},
+    {"Ctrl+Z", "undoes the last change of a map, whatever made it"},
+    {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
+    {"Ctrl+Backspace", "brings the cell, or the selected block, back to what the ECU sent last"},
+    {"Ctrl+H", "lists all changes; a click on one goes there"},
+}};
+constexpr std::array<KeyHelp, 3> kHistoryKeys{{
+    {"Ctrl+Z", "undoes the last change"},
+    {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
+    {"Return", "goes to the row with the focus, as a click does"},
 }};
 constexpr std::array<KeyHelp, 2> kSettingsKeys{{
     {"Ctrl+Tab", "shows the next page"},
@@ -33,6 +42,16 @@ constexpr std::array<KeyHelp, 3> kSurfaceKeys{{
 constexpr std::array<KeyHelp, 2> kLogKeys{{
     {"Page Up, Page Down", "turn the page"},
     {"Left, Right", "move the mark, with the focus on the plot"},
+}};
+
+constexpr std::array<KeyHelp, 2> kCompareKeys{{
+    {"Arrow keys", "move from cell to cell, or from setting to setting"},
+    {"Ctrl+Z, Ctrl+Y", "undo and redo changes of the working maps"},
+}};
+
+constexpr std::array<KeyHelp, 2> kRestoreKeys{{
+    {"Up, Down", "pick the point above or below, with the focus on the list"},
+    {"Ctrl+Z, Ctrl+Y", "undo and redo changes of the working maps"},
 }};
 
 constexpr std::array<std::string_view, 4> kMapReads{"btnReadMisc", "btnReadFuel", "btnReadIgn", "btnReadPWM"};
@@ -81,6 +100,16 @@ constexpr std::array kGuides{
     WindowGuide{"frm3Dmap", "3D map",
                 "A map as a surface or as bars, with the ECU's own numbers. It follows each edit.",
                 EscapeKey::ClosesWindow, kSurfaceReads, "draws the map again; nothing is sent", kSurfaceKeys},
+    WindowGuide{
+        "frmHistory",
+        "Historia",
+        "Every change of the fuel, ignition and PWM maps since the start of the program. A click on a row makes "
+        "the maps what they were behind it. Nothing is sent, but for cells that had reached the running engine "
+        "by \"Realtime changes\": these follow while that box is ticked in the map window.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kHistoryKeys},
     WindowGuide{"frmInjScale",
                 "Injection map rescaling",
                 "Multiplies the fuel map for injectors of another size, once for each press of the button.",
@@ -101,6 +130,25 @@ constexpr std::array kGuides{
                 "reads again: asks the ECU for all settings, which takes twenty seconds. What you have typed and not "
                 "saved is replaced",
                 kSettingsKeys},
+    WindowGuide{
+        "frmRestore",
+        "Palautuspisteet",
+        "What was known of an ECU at earlier moments: each is a file, and none is removed by itself. Maps come "
+        "back into the working maps, from where they are sent as ever; settings are written to the ECU and read "
+        "back.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kRestoreKeys},
+    WindowGuide{
+        "frmCompare",
+        "Vertailu",
+        "What differs between two of: the ECU, the working maps, a tune file, an EEPROM image, a restore point. "
+        "Nothing is sent. What is copied goes into the working maps, and a setting into its box.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        kCompareKeys},
     WindowGuide{"frmBigText",
                 "",
                 "One channel in figures as large as the window, red above the channel's limit if \"Alarms\" is ticked.",

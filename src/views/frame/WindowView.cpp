@@ -218,6 +218,9 @@ void WindowView::keyPressEvent(QKeyEvent* event) {
     const auto* const active = binder_.isAttached() ? binder_.widgetOf(window_.activeControl()) : nullptr;
     if (binder_.isAttached() && (active == nullptr || active != focusWidget())) {
         const Binder::Visit visit(binder_);
+        if (window_.offerKey(keyCodeOf(*event), shiftOf(*event))) {
+            return;
+        }
         window_.enter(window_.name(), [&] { window_.Form_KeyDown(keyCodeOf(*event), shiftOf(*event)); });
     }
     QWidget::keyPressEvent(event);

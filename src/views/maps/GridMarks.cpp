@@ -9,7 +9,9 @@ namespace {
 constexpr int kMark = 2;
 constexpr int kOutline = 3;
 constexpr qreal kRingInset = 3.5;  // inside the mark of the focus
-constexpr qreal kRingCorner = 5;   // so that the ring of a square cell leaves the number alone
+constexpr int kNarrow = 46;        // a cell in which a ring at that inset would lie on the number
+constexpr qreal kNarrowInset = 1.5;
+constexpr qreal kRingCorner = 5;  // so that the ring of a square cell leaves the number alone
 constexpr qreal kRing = 2;
 constexpr qreal kRingEdge = 1;  // on both sides of it
 
@@ -38,7 +40,8 @@ void paintFocusMark(QPainter& painter, const QRect& cell, const QColor& color) {
 
 // White between black: one of both is seen on every ground.
 void paintEngineRing(QPainter& painter, const QRect& cell) {
-    const QRectF ring = QRectF(cell).adjusted(kRingInset, kRingInset, -kRingInset, -kRingInset);
+    const qreal side = cell.width() < kNarrow ? kNarrowInset : kRingInset;
+    const QRectF ring = QRectF(cell).adjusted(side, kRingInset, -side, -kRingInset);
     const qreal radius = std::min(ring.height() / 2, kRingCorner);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "views/frame/StatusLine.h"
+#include "views/frame/VerifyPart.h"
 #include "views/maps/BoxParts.h"
 #include "views/maps/MapNotes.h"
 #include "views/widgets/Child.h"
@@ -64,10 +65,15 @@ Card& LimiterView::makeBar() {
     state.setSpacing(0);
     state.addWidget(
         &makeStatusLine(*this, window_, QStringLiteral("Receiving data from target device!:  Received 100%"), &card));
-    state.addWidget(&makeAnswersNote(window_.answers, binder(), &card));
+    auto& heard = child<QHBoxLayout>(kNobody);
+    heard.setSpacing(kSpacing);
+    heard.addWidget(&makeAnswersNote(window_.answers, binder(), &card), 1);
+    heard.addWidget(&makeVerifyNote(window_.verifyReport(), window_, binder(), &card), 2);
+    state.addLayout(&heard);
     row.addLayout(&state, 1);
     row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
     row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
+    row.addWidget(&makeVerifyBox(window_.verifySwitch(), binder(), &card));
     row.addWidget(&makeCommand(window_.btnHelp, 'o', binder(), &card));
     card.fitMargins();
     return card;

@@ -217,11 +217,12 @@ private:
             waitingShift_.reset();
         }
         tellShift();
-        atFocus([&](auto& cell) { cell.keyDown(code, shiftOf(event)); });
-        if (const int character = characterOf(event); character != 0) {
+        bool passed = true;
+        atFocus([&](auto& cell) { passed = cell.keyDown(code, shiftOf(event)); });
+        if (const int character = characterOf(event); character != 0 && passed) {
             atFocus([&](auto& cell) { static_cast<void>(cell.keyPress(character)); });
         }
-        return !binder_.isAttached() || (code >= kFirstMove && code <= kLastMove);
+        return !passed || !binder_.isAttached() || (code >= kFirstMove && code <= kLastMove);
     }
 
     void keyReleased(const QKeyEvent& event) {

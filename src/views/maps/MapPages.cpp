@@ -1,7 +1,6 @@
 #include "views/maps/MapPages.h"
 
 #include <QFontInfo>
-#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "views/widgets/Child.h"
@@ -20,10 +19,9 @@ bool MapPages::neededIn(const QWidget& window) {
 }
 
 MapPages::MapPages(const QString& upper, const QString& lower, QWidget* parent)
-    : QWidget(parent), tabs_(child<QTabBar>(this)), upper_(child<QWidget>(this)), lower_(child<QWidget>(this)) {
+    : QWidget(parent), tabs_(child<TabRow>(this)), upper_(child<QWidget>(this)), lower_(child<QWidget>(this)) {
     tabs_.setObjectName(QStringLiteral("mapPages"));
     tabs_.setAccessibleName(QStringLiteral("Maps"));
-    tabs_.setDrawBase(false);
     tabs_.addTab(upper);
     tabs_.addTab(lower);
     auto& rows = child<QVBoxLayout>(this);

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-class QTabBar;
+#include "views/widgets/TabRow.h"
 
 namespace korvane::views {
 
@@ -20,6 +20,8 @@ public:
 
     // Both have the same share of the height, unless the lower one is to be no higher than it needs.
     void keepLowerLow();
+    [[nodiscard]] QWidget& tabs() { return tabs_; }
+
     void setPaged(bool paged);
     [[nodiscard]] bool isPaged() const { return paged_; }
     // Shows the page on which `inside` is; nothing else changes if it is on none.
@@ -28,7 +30,7 @@ public:
 private:
     void showPages();
 
-    QTabBar& tabs_;
+    TabRow& tabs_;
     QWidget& upper_;
     QWidget& lower_;
     bool paged_ = false;

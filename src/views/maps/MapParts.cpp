@@ -8,6 +8,7 @@
 #include "views/frame/ObjectPart.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
+#include "views/frame/VerifyPart.h"
 #include "views/frame/WindowView.h"
 #include "views/maps/GridMarksBinding.h"
 #include "views/maps/LiveStripView.h"
@@ -57,6 +58,7 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
     if (bar.answers != nullptr) {
         heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent), 1);
     }
+    heard.addWidget(&makeVerifyNote(bar.window.verifyReport(), bar.window, binder, parent), 2);
     state.addLayout(&heard, 1, 0);
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
@@ -170,6 +172,11 @@ void PairCard::addBox(controls::CheckBox& box, char mnemonic, int column) {
 
 void PairCard::addWideBox(controls::CheckBox& box, char mnemonic) {
     rows_.addWidget(&make(box, mnemonic), ++row_, 0, 1, 2);
+}
+
+void PairCard::addVerifyBox(link::VerifySwitch& choice, int column) {
+    row_ += column == 0 ? 1 : 0;
+    rows_.addWidget(&makeVerifyBox(choice, binder_, &card_), row_, column);
 }
 
 QWidget& PairCard::make(controls::CheckBox& box, char mnemonic) {

@@ -69,6 +69,7 @@ public:
                     char rightMnemonic);
     void addBox(controls::CheckBox& box, char mnemonic, int column);
     void addWideBox(controls::CheckBox& box, char mnemonic);
+    void addVerifyBox(link::VerifySwitch& choice, int column);
 
 private:
     QWidget& make(controls::CheckBox& box, char mnemonic);

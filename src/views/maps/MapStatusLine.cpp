@@ -2,13 +2,19 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QMenu>
+#include <QToolButton>
 
+#include <array>
 #include <vector>
 
+#include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/values/LongLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -16,7 +22,9 @@ namespace korvane::views {
 namespace {
 
 constexpr int kGap = 14;
-constexpr int kMargin = 1;       // above and below; the grids need the height
+constexpr int kMargin = 1;     // above and below; the grids need the height
+constexpr int kCellShare = 3;  // of the width that is free
+constexpr int kStoreShare = 2;
 constexpr double kScale = 0.92;  // of the usual text
 constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 160 ignition";
 
@@ -35,11 +43,14 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
     return objects;
 }
 
-void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, Readout& unsent) {
-    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &unsent] {
+void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLine& store, Readout& unsent) {
+    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
         const auto status = maps::statusOf(window);
+        const std::string& note = window.HistoryNote;
         const bool both = !status.cell.empty() && !status.block.empty();
-        cell.setText(QString::fromStdString(status.cell + (both ? "; " : "") + status.block));
+        cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
+        store.setWords(QString::fromStdString(status.store));
+        store.setVisible(!status.store.empty());
         unsent.setReserve(status.unsent.empty() ? QString() : QString::fromLatin1(kLongestUnsent));
         unsent.setText(QString::fromStdString(status.unsent));
     });
@@ -68,6 +79,57 @@ QCheckBox& makeBox(maps::GridLook& look, controls::Property<bool>& choice, const
     return box;
 }
 
+struct OrderWords {
+    const char* caption;  // with the key, which the window gets as any other
+    maps::HistoryOrder order;
+};
+constexpr std::array kOrders{OrderWords{"&Undo\tCtrl+Z", maps::HistoryOrder::Undo},
+                             OrderWords{"&Redo\tCtrl+Y", maps::HistoryOrder::Redo},
+                             OrderWords{"Re&vert cell or block\tCtrl+Backspace", maps::HistoryOrder::Revert},
+                             OrderWords{"&List of all changes\tCtrl+H", maps::HistoryOrder::List}};
+
+QMenu& makeHistoryMenu(maps::PaneWindow& window, maps::MapUndo& undo, Binder& binder, QWidget* parent) {
+    auto& menu = child<QMenu>(parent);
+    for (const auto& [caption, order] : kOrders) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [&window, &undo, &binder, which = order] {
+            binder.act([&] { window.enter(window.name(), [&] { undo.obey(which, window); }); });
+        });
+    }
+    return menu;
+}
+
+// None where nobody keeps a history. The cell keeps the focus when the mouse presses the button.
+void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    auto* const undo = window.context().undo;
+    if (undo == nullptr) {
+        return;
+    }
+    auto& button = child<QToolButton>(parent);
+    button.setObjectName(QStringLiteral("history"));
+    button.setText(QStringLiteral("History"));
+    button.setAutoRaise(true);
+    button.setFocusPolicy(Qt::TabFocus);
+    button.setToolTip(QStringLiteral("Undo, redo, revert, and a list of all changes of the maps"));
+    button.setPopupMode(QToolButton::InstantPopup);
+    button.setMenu(&makeHistoryMenu(window, *undo, binder, &button));
+    row.addWidget(&button);
+}
+
+// The windows that are opened from here; a button is absent where there is no such window.
+void addOpeners(const link::KeepWindows& keep, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+    if (keep.compare) {
+        auto& button = makeOpenButton(kCompareButton, binder, parent, keep.compare);
+        button.setAutoRaise(true);
+        row.addWidget(&button);
+    }
+    if (keep.restore) {
+        auto& button = makeOpenButton(kRestoreButton, binder, parent, keep.restore);
+        button.setAutoRaise(true);
+        row.addWidget(&button);
+    }
+}
+
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
     auto& readout =
         child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
@@ -84,14 +146,20 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     auto& row = child<QHBoxLayout>(&line);
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
+    auto& store = child<LongLine>(&line);
+    store.setObjectName(QStringLiteral("storeStatus"));
+    store.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
     // However long it is, it does not make the window wider.
     cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    row.addWidget(&cell, 1);
+    row.addWidget(&cell, kCellShare);
+    row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);
+    addHistoryButton(window, binder, row, &line);
+    addOpeners(window.context().connection.keepWindows, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
-    bindStatus(window, binder, cell, unsent);
+    bindStatus(window, binder, cell, store, unsent);
     row.setContentsMargins(Card::kPadding, kMargin, Card::kPadding, kMargin);
     return line;
 }

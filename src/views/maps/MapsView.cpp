@@ -1,7 +1,6 @@
 #include "views/maps/MapsView.h"
 
 #include <QHBoxLayout>
-#include <QTabBar>
 
 #include "views/maps/MapNotes.h"
 #include "views/maps/MapPages.h"
@@ -10,6 +9,7 @@
 #include "views/widgets/PaneStack.h"
 #include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
+#include "views/widgets/TabRow.h"
 
 namespace korvane::views {
 
@@ -102,6 +102,8 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
          &window.btnWriteFuel,      &window.btnReadIgn,       &window.btnWriteIgn,    &window.btnReadPWM,
          &window.btnSavePWM,        &window.chkShowPwm,       &window.btnReadMisc,    &window.btnSaveMisc,
          &window.chkTrace,          &window.chkOnlineChanges, &window.chkFocusOnFuel, &window.chkFocusOnIGN});
+    // Behind the grids, so that a window with pages begins in its map too.
+    setTabOrder(binder().widgetOf(&window.analys(0)), &pages_.tabs());
     fitTexts();
 }
 
@@ -144,7 +146,8 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
     addTransfers(transfer);
     transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
-    transfer.addWideBox(window.chkShowPwm, 'b');
+    transfer.addBox(window.chkShowPwm, 'b', 0);
+    transfer.addVerifyBox(window.verifySwitch(), 1);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);
@@ -169,8 +172,7 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
 
 void FrmMapsLargeView::addTabs(maps::FrmMaps_Large& window) {
     auto& row = layoutIn<QHBoxLayout>(kNobody);
-    auto& tabs = child<QTabBar>(&content());
-    tabs.setDrawBase(false);
+    auto& tabs = child<TabRow>(&content());
     tabs.setAccessibleName(QStringLiteral("Maps"));
     binder().bind(window.TabStrip1, tabs);
     row.addWidget(&tabs);
@@ -203,6 +205,7 @@ void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     addTransfers(transfer);
     transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
+    transfer.addVerifyBox(window.verifySwitch(), 0);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);

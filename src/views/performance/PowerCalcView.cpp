@@ -144,6 +144,7 @@ void PowerCalcView::addSpeed(Card& card, QGridLayout& grid) {
 
 void PowerCalcView::addTimer(Card& card, QGridLayout& grid) {
     auto& lamp = child<Lamp>(&card);
+    lamp.setFromEcu();
     binder().bind(window_.imgLed, lamp);
     auto& state = child<QHBoxLayout>(kNobody);
     state.setSpacing(kLineGap);

@@ -9,6 +9,7 @@
 #include "views/frame/ObjectPart.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
+#include "views/frame/VerifyPart.h"
 #include "views/settings/MarksPart.h"
 #include "views/settings/MiscPages.h"
 #include "views/widgets/Card.h"
@@ -83,8 +84,13 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     auto& lines = child<QVBoxLayout>(kNobody);
     lines.setSpacing(0);
     lines.addLayout(&makeState(window, inside));
-    lines.addWidget(&makeSaveLine(window, inside));
+    auto& told = child<QHBoxLayout>(kNobody);
+    told.setSpacing(kSpacing);
+    told.addWidget(&makeSaveLine(window, inside), 1);
+    told.addWidget(&makeVerifyNote(window.verifyReport(), window, binder(), inside), 1);
+    lines.addLayout(&told);
     row.addLayout(&lines, 1);
+    row.addWidget(&makeVerifyBox(window.verifySwitch(), binder(), inside));
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
     card.fitMargins();
@@ -111,7 +117,7 @@ QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
 
 // The window's own size is too small for its pages.
 QSize MiscView::wantedSize() const {
-    return size().expandedTo(content().sizeHint() + QSize(0, heightBelow()));
+    return size().expandedTo(withScrollBar(content().sizeHint()) + QSize(0, heightBelow()));
 }
 
 }  // namespace korvane::views

@@ -8,9 +8,11 @@ namespace korvane::views {
 
 class Dimmable : public QWidget {
 public:
-    // Its value comes from the live data, without which it is dimmed.
-    void setFromEcu() { fromEcu_ = true; }
-    [[nodiscard]] bool isFromEcu() const { return fromEcu_; }
+    // Where its value comes from: from the live data, without which it is dimmed, or from other frames of the ECU, of
+    // which only a closed port says that none will come.
+    enum class Source { Own, LiveData, OtherFrames };
+    void setFromEcu(Source source = Source::LiveData) { source_ = source; }
+    [[nodiscard]] Source source() const { return source_; }
 
     void setDimmed(bool dimmed);
     [[nodiscard]] bool isDimmed() const { return dimmed_; }
@@ -23,7 +25,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    bool fromEcu_ = false;
+    Source source_ = Source::Own;
     bool dimmed_ = false;
 };
 

@@ -184,6 +184,15 @@ void ChartWidget::paintMarks(QPainter& painter) const {
     paint(marks_.engine, true);
 }
 
+// With the cell: where a mark is hidden by the map in front of it, the eye would take it for another one.
+QString ChartWidget::markName(int cell, bool engine) const {
+    const auto place = static_cast<std::size_t>(cell);
+    const std::size_t columns = scene_.columnLabels.size();
+    return QStringLiteral("%1: %2, %3")
+        .arg(engine ? QStringLiteral("engine") : QStringLiteral("focus"), scene_.columnLabels.at(place % columns),
+             scene_.rowLabels.at(place / columns));
+}
+
 // A sign on a line from the floor, so that the place can be read, with its name.
 void ChartWidget::paintMark(QPainter& painter, int cell, bool round) const {
     const Projection sight = projection();
@@ -196,10 +205,12 @@ void ChartWidget::paintMark(QPainter& painter, int cell, bool round) const {
     painter.setPen(QPen(shades::isDark(palette()) ? Qt::white : Qt::black, kSignLine));
     painter.setBrush(round ? hues::kRedLamp : QColor(Qt::yellow));
     round ? painter.drawEllipse(sign) : painter.drawRect(sign);
-    const QString name = round ? QStringLiteral("engine") : QStringLiteral("focus");
-    const QPointF text = round ? sign.topRight() + QPointF(kSignGap, 0) : sign.bottomRight() + QPointF(kSignGap, kSign);
+    const QString name = markName(cell, round);
+    const QPointF right = round ? sign.topRight() : sign.bottomRight() + QPointF(0, kSign);
+    const double wide = painter.fontMetrics().horizontalAdvance(name);
+    const bool fits = right.x() + kSignGap + wide < width();
     painter.setPen(ink);
-    painter.drawText(text, name);
+    painter.drawText(fits ? right + QPointF(kSignGap, 0) : right - QPointF(2 * kSign + kSignGap + wide, 0), name);
 }
 
 void ChartWidget::resizeEvent(QResizeEvent*) {

@@ -32,6 +32,8 @@ public:
     };
     void setMarks(const Marks& marks);
     [[nodiscard]] const Marks& marks() const { return marks_; }
+    // What stands beside a mark.
+    [[nodiscard]] QString markName(int cell, bool engine) const;
 
     enum class Presentation { Surface, Bars };
     void setPresentation(Presentation presentation);

@@ -1,0 +1,210 @@
+#include "keep/Keeper.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+#include "core/TimeText.h"
+#include "core/tables/Module1.h"
+#include "link/Frames.h"
+#include "platform/DebugLog.h"
+#include "platform/EventPump.h"
+
+namespace korvane::keep {
+
+namespace {
+
+constexpr std::string_view kFolder = "restore";
+constexpr std::size_t kFirstKeptPwm = 64;
+
+bool isFresh(const link::EcuMap& map, std::size_t first, std::size_t end) {
+    for (std::size_t cell = first; cell < end; ++cell) {
+        if (!map.isFresh(cell)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string whenAndWhy(const Snapshot& point) {
+    return core::dateText(point.time) + ' ' + core::timeText(point.time) + " (" + point.reason + ')';
+}
+
+}  // namespace
+
+Keeper::Keeper(const Surroundings& surroundings)
+    : in_(surroundings), store_(surroundings.machine.folder / kFolder, surroundings.machine.toDisk) {
+    auto& connection = in_.connection;
+    connection.witnesses.add(*this);
+    for (controls::Object* known : std::initializer_list<controls::Object*>{
+             &connection.ecuMaps.fuel, &connection.ecuMaps.ignition, &connection.ecuMaps.pwm, &connection.ecuMisc}) {
+        known->addObserver(*this);
+    }
+}
+
+Keeper::~Keeper() {
+    auto& connection = in_.connection;
+    connection.witnesses.remove(*this);
+    for (controls::Object* known : std::initializer_list<controls::Object*>{
+             &connection.ecuMaps.fuel, &connection.ecuMaps.ignition, &connection.ecuMaps.pwm, &connection.ecuMisc}) {
+        known->removeObserver(*this);
+    }
+}
+
+// Told before a frame acts: the identity is in the tables when the next one comes.
+void Keeper::frameHeard(std::uint8_t code, std::span<const std::uint8_t>) {
+    look();
+    identityHeard_ = identityHeard_ || code == link::kIdentityFrame;
+}
+
+void Keeper::propertyChanged(controls::Object&, const void*) {
+    look();
+}
+
+void Keeper::begin() {
+    opening_ = in_.connection.openings;
+    identityHeard_ = false;
+    mapsKept_ = false;
+    settingsKept_ = false;
+    added_.clear();
+    notice().say({}, {});
+}
+
+void Keeper::look() {
+    if (opening_ != in_.connection.openings) {
+        begin();
+    }
+    if (identityHeard_ && !mapsKept_ && in_.connection.MSComm1.PortOpen() && mapsAreRead()) {
+        mapsKept_ = true;
+        keepRead("maps read");
+    }
+}
+
+bool Keeper::mapsAreRead() const {
+    const auto& [fuel, ignition, pwm] = in_.connection.ecuMaps;
+    const auto swType = in_.tables.SWType;
+    const std::size_t size = core::hasLargeMaps(swType) ? core::kMapSize : link::EcuMap::kHalf;
+    return !core::limitsOnly(swType) && in_.connection.ecuMisc.bytes() && isFresh(ignition, 0, size) &&
+           (core::ignitesOnly(swType) || (isFresh(fuel, 0, size) && isFresh(pwm, kFirstKeptPwm, link::EcuMap::kHalf)));
+}
+
+void Keeper::settingsRead() {
+    look();
+    if (!settingsKept_ && in_.connection.MSComm1.PortOpen() && hasSettings()) {
+        settingsKept_ = true;
+        keepRead("settings read");
+    }
+}
+
+bool Keeper::hasSettings() const {
+    const auto& cells = in_.connection.ecuEeprom.cells();
+    return std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return cell.known == link::Known::Told; });
+}
+
+// Compared first: the new point is not what the ECU may differ from.
+void Keeper::keepRead(std::string_view reason) {
+    compare();
+    keepUnlessKnown(reason);
+}
+
+void Keeper::beforeStore(std::string_view what) {
+    look();
+    keepUnlessKnown(std::string("before: ").append(what));
+}
+
+void Keeper::keepUnlessKnown(std::string_view reason) {
+    if (const auto point = newest([](const std::string&) { return true; }); !point || !covers(point->content, now())) {
+        add(reason, {});
+    }
+}
+
+std::string Keeper::addByHand(std::string_view note) {
+    look();
+    return add("by hand", note);
+}
+
+std::string Keeper::add(std::string_view reason, std::string_view note) {
+    auto point = now();
+    point.reason = reason;
+    auto [name, failure] = store_.add(point);
+    if (!name.empty()) {
+        failure = note.empty() ? std::string() : store_.setNote(name, note);
+        added_.insert(std::move(name));
+    }
+    if (!failure.empty()) {
+        notice().say(failure + " (" + point.reason + ')', {});
+        in_.machine.log.write(notice().Text.get());
+    }
+    pointsChanged();
+    return failure;
+}
+
+std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::string& name)>& counts) const {
+    const EcuIdentity ecu = now().ecu;
+    for (auto& name : store_.names()) {
+        if (!counts(name)) {
+            continue;
+        }
+        if (auto point = store_.load(name); point.content && isSameEcu(point.content->ecu, ecu)) {
+            return Found{std::move(name), std::move(*point.content)};
+        }
+    }
+    return {};
+}
+
+void Keeper::compare() {
+    const auto point = newest([this](const std::string& name) { return !added_.contains(name); });
+    const auto difference = point ? differenceOf(now(), point->content) : PointDifference();
+    if (difference.total() > 0) {
+        notice().say("The ECU differs from restore point " + whenAndWhy(point->content) + ": " + wordsOf(difference),
+                     point->name);
+    } else {
+        notice().say({}, {});
+    }
+}
+
+const std::vector<PointEntry>& Keeper::points() {
+    if (!points_) {
+        points_ = store_.list();
+    }
+    return *points_;
+}
+
+void Keeper::refresh() {
+    pointsChanged();
+}
+
+void Keeper::pointsChanged() {
+    points_.reset();
+    changed(pointsProperty());
+}
+
+std::string Keeper::remove(const std::string& name) {
+    auto failure = store_.remove(name);
+    pointsChanged();
+    return failure;
+}
+
+std::string Keeper::setNote(const std::string& name, std::string_view text) {
+    auto failure = store_.setNote(name, text);
+    pointsChanged();
+    return failure;
+}
+
+std::string Keeper::differsText(const std::string& name) const {
+    const auto point = store_.load(name);
+    if (!point.content) {
+        return {};
+    }
+    const auto known = now();
+    if (!isSameEcu(point.content->ecu, known.ecu)) {
+        return "other ECU";
+    }
+    return shares(*point.content, known) ? std::to_string(differenceOf(*point.content, known).total()) : "unknown";
+}
+
+Snapshot Keeper::now() const {
+    return snapshotOf(in_.tables, in_.connection, in_.connection.ecuMisc.bytes(), in_.machine.pump.wallTime());
+}
+
+}  // namespace korvane::keep

@@ -1,0 +1,32 @@
+// How far two restore points agree.
+#pragma once
+
+#include "keep/point/Snapshot.h"
+
+namespace korvane::keep {
+
+// Two of the same type and version can't be told apart.
+[[nodiscard]] bool isSameEcu(const EcuIdentity& one, const EcuIdentity& other);
+
+// Cells that are known in both and are not the same: what the ECU runs on of its maps; and of the settings, the misc
+// block included, those that keep no map.
+struct PointDifference {
+    int mapCells = 0;
+    int settings = 0;
+
+    [[nodiscard]] int total() const { return mapCells + settings; }
+    friend bool operator==(const PointDifference&, const PointDifference&) = default;
+};
+[[nodiscard]] PointDifference differenceOf(const Snapshot& one, const Snapshot& other);
+
+// Whether anything that differenceOf() looks at is known in both.
+[[nodiscard]] bool shares(const Snapshot& one, const Snapshot& other);
+
+// "12 map cells and 1 setting"; "nothing" for no difference.
+[[nodiscard]] std::string wordsOf(const PointDifference& difference);
+
+// Whether `point` has all that is known in `now`, and nothing of it in another way. A map on the desk counts as known
+// unless all its cells are 0.
+[[nodiscard]] bool covers(const Snapshot& point, const Snapshot& now);
+
+}  // namespace korvane::keep

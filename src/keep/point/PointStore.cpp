@@ -1,0 +1,224 @@
+#include "keep/point/PointStore.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "core/OneLine.h"
+#include "core/TimeText.h"
+#include "platform/Files.h"
+#include "platform/NewFile.h"
+
+namespace korvane::keep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kPoint = ".point";
+constexpr std::string_view kNote = ".note";
+constexpr auto kNoFile = "no file";
+constexpr auto kUnreadable = "can't be read";
+constexpr auto kGone = "There is no such restore point.";
+constexpr int kMostInASecond = 999;
+constexpr std::chrono::hours kLeftoverAge{1};
+
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+// Up to one byte more than a point can have, in one or two calls of the system.
+std::optional<std::string_view> readUpTo(const fs::path& path, std::span<char> buffer) {
+    const std::unique_ptr<std::FILE, Closer> file(std::fopen(path.string().c_str(), "rb"));
+    if (!file) {
+        return std::nullopt;
+    }
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get());
+    if (std::ferror(file.get()) != 0) {
+        return std::nullopt;
+    }
+    return std::string_view(buffer.data(), size);
+}
+
+using PointBuffer = std::array<char, kLargestPoint + 1>;
+
+std::string nameOf(const fs::path& path) {
+    return path.filename().string();
+}
+
+bool isPointName(std::string_view name) {
+    return name.size() > kPoint.size() && name.ends_with(kPoint) && nameOf(fs::path(name)) == name;
+}
+
+// A file that somebody has copied may have any other name.
+bool beginsWithDate(std::string_view name) {
+    constexpr std::string_view kForm = "0000-00-00_00_00_00_000_";
+    return name.size() > kForm.size() &&
+           std::equal(kForm.begin(), kForm.end(), name.begin(),
+                      [](char form, char given) { return form == '0' ? given >= '0' && given <= '9' : given == form; });
+}
+
+std::string noteNameOf(std::string_view pointName) {
+    return std::string(pointName.substr(0, pointName.size() - kPoint.size())).append(kNote);
+}
+
+// The type is looked at first: to open a pipe would wait for its other end.
+template <class What>
+Decoded<What> read(const fs::path& path, bool isRegular, Decoded<What> (*decode)(std::string_view)) {
+    if (!isRegular) {
+        return {{}, kNoFile};
+    }
+    PointBuffer buffer;
+    const auto bytes = readUpTo(path, buffer);
+    return bytes ? decode(*bytes) : Decoded<What>{{}, kUnreadable};
+}
+
+PointEntry entryOf(const fs::directory_entry& file, std::string name) {
+    std::error_code error;
+    auto head = read(file.path(), file.is_regular_file(error), decodeHead);
+    if (!head.content) {
+        return {
+            .name = std::move(name), .time = {}, .reason = {}, .ecu = {}, .note = {}, .damage = std::move(head.damage)};
+    }
+    auto& [time, reason, ecu] = *head.content;
+    return {.name = std::move(name), .time = time, .reason = std::move(reason), .ecu = ecu, .note = {}, .damage = {}};
+}
+
+std::string noteIn(const fs::path& path) {
+    const auto text = platform::readFile(path, PointStore::kLongestNote);
+    return text ? core::onOneLine(*text) : std::string();
+}
+
+bool isNewer(const PointEntry& one, const PointEntry& other) {
+    const auto keyOf = [](const PointEntry& entry) {
+        return std::tuple(entry.damage.empty(), entry.time, std::string_view(entry.name));
+    };
+    return keyOf(one) > keyOf(other);
+}
+
+std::string sentence(std::string_view what, const std::error_code& error) {
+    return std::string(what).append(": ").append(error.message());
+}
+
+std::error_code writeAnew(const fs::path& place, std::string_view bytes, const platform::DiskFlush& toDisk) {
+    platform::NewFile file(place);
+    file.write(bytes);
+    return file.takePlace(toDisk);
+}
+
+}  // namespace
+
+PointStore::PointStore(fs::path folder, platform::DiskFlush toDisk)
+    : folder_(std::move(folder)), toDisk_(std::move(toDisk)) {}
+
+std::vector<PointEntry> PointStore::list() const {
+    std::vector<PointEntry> entries;
+    std::set<std::string> notes;
+    std::error_code error;
+    for (fs::directory_iterator file(folder_, error), end; !error && file != end; file.increment(error)) {
+        auto name = nameOf(file->path());
+        if (isPointName(name)) {
+            entries.push_back(entryOf(*file, std::move(name)));
+        } else if (name.ends_with(kNote)) {
+            notes.insert(std::move(name));
+        }
+    }
+    for (auto& entry : entries) {
+        if (const auto note = noteNameOf(entry.name); notes.contains(note)) {
+            entry.note = noteIn(folder_ / note);
+        }
+    }
+    std::sort(entries.begin(), entries.end(), isNewer);
+    return entries;
+}
+
+std::vector<std::string> PointStore::names() const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator file(folder_, error), end; !error && file != end; file.increment(error)) {
+        if (auto name = nameOf(file->path()); isPointName(name) && beginsWithDate(name)) {
+            names.push_back(std::move(name));
+        }
+    }
+    std::sort(names.begin(), names.end(), std::greater<>());
+    return names;
+}
+
+Decoded<Snapshot> PointStore::load(std::string_view name) const {
+    if (!isPointName(name)) {
+        return {{}, kNoFile};
+    }
+    const auto path = folder_ / name;
+    std::error_code error;
+    return read(path, fs::is_regular_file(path, error), decodePoint);
+}
+
+// The number makes the order of points of one second, and the digits behind it those of two programs differ.
+std::string PointStore::nameFor(const platform::WallTime& time) {
+    lastNumber_ = time == lastTime_ ? std::min(lastNumber_ + 1, kMostInASecond) : 0;
+    lastTime_ = time;
+    std::string number = std::to_string(lastNumber_);
+    number.insert(0, 3 - number.size(), '0');
+    const auto stem = core::dateText(time) + '_' + core::timeFileText(time) + '_' + number + '_';
+    return nameOf(platform::unusedName(folder_, stem)).append(kPoint);
+}
+
+PointStore::Added PointStore::add(const Snapshot& point) {
+    std::error_code error;
+    fs::create_directories(folder_, error);
+    if (error) {
+        return {{}, sentence("The folder of the restore points can't be made", error)};
+    }
+    removeLeftovers();
+    auto name = nameFor(point.time);
+    if (error = writeAnew(folder_ / name, encodePoint(point), toDisk_); error) {
+        return {{}, sentence("The restore point can't be written", error)};
+    }
+    return {std::move(name), {}};
+}
+
+// What a program that was killed has left. What another one writes now is younger.
+void PointStore::removeLeftovers() {
+    if (!std::exchange(cleaned_, true)) {
+        platform::NewFile::removeLeftovers(folder_ / kPoint, kLeftoverAge);
+    }
+}
+
+std::string PointStore::remove(std::string_view name) {
+    std::error_code error;
+    if (!isPointName(name) || !fs::exists(fs::symlink_status(folder_ / name, error))) {
+        return kGone;
+    }
+    if (!fs::remove(folder_ / name, error)) {
+        return sentence("The restore point can't be removed", error);
+    }
+    fs::remove(folder_ / noteNameOf(name), error);
+    return {};
+}
+
+std::string PointStore::setNote(std::string_view name, std::string_view text) {
+    std::error_code error;
+    if (!isPointName(name) || !fs::exists(fs::symlink_status(folder_ / name, error))) {
+        return kGone;
+    }
+    if (text.size() > kLongestNote) {
+        return "A note has at most " + std::to_string(kLongestNote) + " bytes.";
+    }
+    const auto place = folder_ / noteNameOf(name);
+    if (text.empty()) {
+        fs::remove(place, error);
+    } else {
+        error = writeAnew(place, core::onOneLine(text), toDisk_);
+    }
+    return error ? sentence("The note can't be written", error) : std::string();
+}
+
+}  // namespace korvane::keep

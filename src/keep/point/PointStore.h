@@ -1,0 +1,62 @@
+// The folder of the restore points: one file for each, never removed unless somebody asks for it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "keep/point/PointFile.h"
+#include "platform/DiskFlush.h"
+
+namespace korvane::keep {
+
+struct PointEntry {
+    std::string name;  // of its file, without the folder
+    platform::WallTime time;
+    std::string reason;
+    EcuIdentity ecu;
+    std::string note;    // what the tuner typed
+    std::string damage;  // in plain words what is wrong with the file; empty if it is whole
+};
+
+// Several programs may use one folder. Nothing throws; a sentence is empty where all went well.
+class PointStore {
+public:
+    // With a `toDisk`, a point or note that was written outlasts a loss of power. The folder is made with the first
+    // point.
+    explicit PointStore(std::filesystem::path folder, platform::DiskFlush toDisk = {});
+
+    // Newest first; those whose time can't be read are last. A name that ends with ".point" is one, whatever it is.
+    [[nodiscard]] std::vector<PointEntry> list() const;
+    [[nodiscard]] Decoded<Snapshot> load(std::string_view name) const;
+    // Names that add() has given, the newest first: what a look for the newest point needs, with no file opened.
+    [[nodiscard]] std::vector<std::string> names() const;
+
+    struct Added {
+        std::string name;     // empty if it was not written
+        std::string failure;  // why not
+    };
+    // The file is there as a whole, or not at all.
+    Added add(const Snapshot& point);
+    // With its note.
+    std::string remove(std::string_view name);
+    // The note is a file of its own beside the point, at most kLongestNote bytes; an empty text removes it.
+    std::string setNote(std::string_view name, std::string_view text);
+
+    [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
+
+    static constexpr std::size_t kLongestNote = 1000;
+
+private:
+    [[nodiscard]] std::string nameFor(const platform::WallTime& time);
+    void removeLeftovers();
+
+    std::filesystem::path folder_;
+    platform::DiskFlush toDisk_;
+    platform::WallTime lastTime_;
+    int lastNumber_ = -1;  // of the points that were added in the same second
+    bool cleaned_ = false;
+};
+
+}  // namespace korvane::keep

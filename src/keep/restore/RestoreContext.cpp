@@ -1,0 +1,64 @@
+#include "keep/restore/RestoreContext.h"
+
+#include <string_view>
+
+#include "core/Checked.h"
+
+namespace korvane::keep {
+
+namespace {
+
+constexpr std::string_view kNames[] = {"fuel", "ignition", "PWM"};
+
+std::string_view nameOf(MapSnapshot Snapshot::*map) {
+    return map == &Snapshot::fuel ? kNames[0] : map == &Snapshot::ignition ? kNames[1] : kNames[2];
+}
+
+std::string mapsRefusal(const Snapshot& point, const EcuIdentity& now, const RestoreChoice& choice) {
+    if (mapSizeOf(point.ecu) != mapSizeOf(now)) {
+        return "Its maps have " + std::to_string(mapSizeOf(point.ecu)) + " cells, those of this ECU " +
+               std::to_string(mapSizeOf(now)) + '.';
+    }
+    for (const auto map : choice.maps) {
+        if (!mapOf(point, map, choice.from).isKnown) {
+            return "It does not know the " + std::string(nameOf(map)) + " map.";
+        }
+    }
+    return {};
+}
+
+std::string listOf(const RestoreChoice& choice) {
+    std::string names;
+    for (const auto map : choice.maps) {
+        names += (names.empty() ? "" : ", ") + std::string(nameOf(map));
+    }
+    return names;
+}
+
+}  // namespace
+
+std::string restore(const RestoreContext& context, const std::string& name, const RestoreChoice& choice) {
+    const auto point = context.keeper.load(name);
+    if (!point.content) {
+        return "The restore point can't be read: " + point.damage + '.';
+    }
+    if (choice.maps.empty() && !choice.settings) {
+        return "Nothing is chosen.";
+    }
+    if (auto refusal = mapsRefusal(*point.content, context.keeper.now().ecu, choice);
+        !choice.maps.empty() && !refusal.empty()) {
+        return "Nothing was restored. " + refusal;
+    }
+    std::string words;
+    if (!choice.maps.empty()) {
+        context.toDesk(*point.content, choice);
+        words = "In the working maps now: " + listOf(choice) + ". \"Send\" brings them to the ECU.";
+    }
+    if (choice.settings) {
+        context.run.restore(*point.content, name);
+        words += (words.empty() ? "" : " ") + context.run.Text.get();
+    }
+    return words;
+}
+
+}  // namespace korvane::keep

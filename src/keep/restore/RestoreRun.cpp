@@ -1,0 +1,195 @@
+#include "keep/restore/RestoreRun.h"
+
+#include <array>
+#include <utility>
+
+#include "controls/PropertyTable.h"
+#include "core/TimeText.h"
+#include "link/Frames.h"
+
+namespace korvane::keep {
+
+namespace {
+
+constexpr auto kNothing = "Nothing to restore: the ECU has these settings.";
+
+template <auto Member>
+controls::Value valueOf(const controls::Object& object) {
+    return controls::detail::toValue((dynamic_cast<const RestoreRun&>(object).*Member).get());
+}
+
+constexpr std::array kProperties{
+    controls::readOnlyProperty<&valueOf<&RestoreRun::Text>>("text"),
+    controls::readOnlyProperty<&valueOf<&RestoreRun::Offer>>("offer"),
+    controls::readOnlyProperty<&valueOf<&RestoreRun::Running>>("running"),
+    controls::readOnlyProperty<&valueOf<&RestoreRun::Done>>("done"),
+    controls::readOnlyProperty<&valueOf<&RestoreRun::Total>>("total"),
+};
+
+std::string offerText(const RestoreJournal& journal) {
+    const bool goesBack = journal.goal == RestoreJournal::Goal::Before;
+    const auto& time = journal.pointTime;
+    return std::string(goesBack ? "Going back from" : "A restore of") + " the point of " + core::dateText(time) + ' ' +
+           core::timeText(time) + (journal.pointReason.empty() ? "" : " (" + journal.pointReason + ")") +
+           " was not completed: " + std::to_string(journal.written) + " of " + std::to_string(journal.cells.size()) +
+           " settings written.";
+}
+
+std::string damageText(const std::string& damage) {
+    return "A restore was not completed, and its journal can't be used: " + damage +
+           ". A restore point from before it has the old settings.";
+}
+
+// 'y': features, version, and in most firmware the type.
+EcuKind kindIn(std::span<const std::uint8_t> payload, int lastType) {
+    return {payload.size() >= 5 ? payload[4] : lastType, payload[2] * 256 + payload[3]};
+}
+
+}  // namespace
+
+RestoreRun::RestoreRun(const Surroundings& surroundings, std::filesystem::path folder)
+    : in_(surroundings), file_(std::move(folder)) {
+    in_.connection.witnesses.add(*this);
+    in_.connection.MSComm1.addObserver(*this);
+}
+
+RestoreRun::~RestoreRun() {
+    in_.connection.MSComm1.removeObserver(*this);
+    in_.connection.witnesses.remove(*this);
+}
+
+std::string RestoreRun::refusalNow() const {
+    if (Running) {
+        return "A restore is running.";
+    }
+    if (!in_.connection.MSComm1.PortOpen()) {
+        return "The port is closed.";
+    }
+    if (!ecu_) {
+        return "The ECU has not told its type yet.";
+    }
+    return in_.connection.linkState.isBusy() ? "Another transfer is running." : "";
+}
+
+std::string RestoreRun::refusal(const Snapshot& point) const {
+    const auto why = refusalNow();
+    if (!why.empty() || point.ecu.swType == ecu_->type) {
+        return why;
+    }
+    return "The restore point is of an ECU of type " + std::to_string(point.ecu.swType) + ", this one has type " +
+           std::to_string(ecu_->type) + ".";
+}
+
+std::vector<SettingChange> RestoreRun::changes(const Snapshot& point) const {
+    return settingChanges(in_.tables.addresses, in_.connection.ecuEeprom.cells(), point.eeprom);
+}
+
+bool RestoreRun::restore(const Snapshot& point, const std::string& pointName) {
+    if (const auto why = refusal(point); !why.empty()) {
+        if (!Running) {
+            Text = why;
+        }
+        return false;
+    }
+    RestoreJournal journal;
+    journal.ecu = *ecu_;
+    journal.pointName = pointName;
+    journal.pointTime = point.time;
+    journal.pointReason = point.reason;
+    for (const auto& change : changes(point)) {
+        journal.cells.push_back({change.address, 0, change.point});
+    }
+    if (journal.cells.empty()) {
+        Text = kNothing;
+        return true;
+    }
+    return run(std::move(journal), true);
+}
+
+bool RestoreRun::goOn() {
+    return interrupted_ && resume(interrupted_->goal);
+}
+
+bool RestoreRun::goBack() {
+    return interrupted_ && resume(interrupted_->goal == RestoreJournal::Goal::Point ? RestoreJournal::Goal::Before
+                                                                                    : RestoreJournal::Goal::Point);
+}
+
+bool RestoreRun::resume(RestoreJournal::Goal goal) {
+    if (const auto why = refusalNow(); !why.empty()) {
+        if (!Running) {
+            Text = why;
+        }
+        return false;
+    }
+    auto journal = *interrupted_;
+    journal.goal = goal;
+    return run(std::move(journal), false);
+}
+
+bool RestoreRun::run(RestoreJournal journal, bool isNew) {
+    stopped_ = false;
+    Offer = "";
+    interrupted_.reset();
+    Done = 0;
+    Total = static_cast<int>(journal.cells.size());
+    Running = true;
+    in_.eeprom.announceStore("restore");
+    const link::QuietLine quiet(in_.connection);
+    link::ReadBack line(in_.machine.pump, in_.connection);
+    line.unwanted = [this] { return stopped_ || !in_.connection.window.isLoaded(); };
+    RestoreWork work(in_, file_, line);
+    work.progress = [this](std::string text, int done, int total) {
+        Text = std::move(text);
+        Done = done;
+        Total = total;
+    };
+    auto outcome = work.run(std::move(journal), isNew);
+    Running = false;
+    Text = std::move(outcome.text);
+    look();
+    return outcome.agrees;
+}
+
+void RestoreRun::stop() {
+    stopped_ = true;
+}
+
+void RestoreRun::forget() {
+    if (ecu_ && !Running) {
+        file_.remove(*ecu_);
+        look();
+    }
+}
+
+void RestoreRun::look() {
+    auto found = ecu_ ? file_.load(*ecu_) : JournalFound();
+    interrupted_ = std::move(found.journal);
+    Offer = interrupted_ ? offerText(*interrupted_) : found.damage.empty() ? "" : damageText(found.damage);
+}
+
+void RestoreRun::frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) {
+    if (code != link::kIdentityFrame || payload.size() < 4) {
+        return;
+    }
+    ecu_ = kindIn(payload, in_.tables.SWType);
+    if (!Running) {
+        look();
+    }
+}
+
+void RestoreRun::propertyChanged(controls::Object&, const void* property) {
+    if (property != in_.connection.MSComm1.portOpenProperty()) {
+        return;
+    }
+    ecu_.reset();
+    if (!Running) {
+        look();
+    }
+}
+
+std::vector<std::span<const controls::PropertyInfo>> RestoreRun::propertyTables() const {
+    return {kProperties};
+}
+
+}  // namespace korvane::keep

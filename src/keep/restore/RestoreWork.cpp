@@ -1,0 +1,184 @@
+#include "keep/restore/RestoreWork.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "core/Checked.h"
+#include "core/Numbers.h"
+#include "keep/restore/SettingCells.h"
+#include "platform/EventPump.h"
+
+namespace korvane::keep {
+
+namespace {
+
+// Ends the work from within; says why.
+struct Stopped : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+void require(link::ReadEnd end) {
+    if (end != link::ReadEnd::Answered) {
+        throw Stopped(std::string(link::wordsOf(end)));
+    }
+}
+
+bool isBefore(const JournalCell& one, const JournalCell& other) {
+    return one.address < other.address;
+}
+
+std::string settings(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " setting" : " settings");
+}
+
+}  // namespace
+
+RestoreWork::Outcome RestoreWork::run(RestoreJournal journal, bool isNew) {
+    journal_ = std::move(journal);
+    told_ = in_.connection.ecuEeprom.cells();
+    std::erase_if(journal_.cells,
+                  [&](const JournalCell& cell) { return !isSetting(in_.tables.addresses, cell.address); });
+    try {
+        write(isNew);
+        compare();
+        if (missed_) {
+            lookForStrays();
+        }
+    } catch (const Stopped& end) {
+        return {false, stoppedText(end.what())};
+    }
+    if (differing_ > 0) {
+        return {false, settings(static_cast<std::size_t>(differing_)) + (differing_ == 1 ? " does" : " do") +
+                           " not agree: " + differences_};
+    }
+    file_.remove(journal_.ecu);
+    return {true, journal_.cells.empty() ? "Nothing to restore: the ECU has these settings."
+                                         : "Restored: " + settings(journal_.cells.size()) + " read back, all agree."};
+}
+
+void RestoreWork::write(bool isNew) {
+    const auto cells = remaining(isNew);
+    if (journal_.cells.empty()) {
+        return;
+    }
+    if (const auto failure = file_.save(journal_); !failure.empty()) {
+        throw Stopped(failure);
+    }
+    for (const auto& cell : cells) {
+        writeCell(cell);
+        show("written", static_cast<std::size_t>(journal_.written), journal_.cells.size());
+    }
+}
+
+RestoreWork::Cells RestoreWork::remaining(bool isNew) {
+    Cells cells;
+    std::size_t done = 0;
+    for (auto cell : journal_.cells) {
+        const auto byte = read(cell.address);
+        cell.before = isNew ? byte : cell.before;
+        if (byte != journal_.wanted(cell)) {
+            cells.push_back(cell);
+        }
+        show("looked up", ++done, journal_.cells.size());
+    }
+    if (isNew) {
+        journal_.cells = cells;
+    }
+    journal_.written = static_cast<int>(journal_.cells.size() - cells.size());
+    return cells;
+}
+
+// A cell counts when the ECU has told that it has it. Where the journal can't be written any more, it still has every
+// cell.
+void RestoreWork::writeCell(const JournalCell& cell) {
+    requireLine();
+    begun_ = true;
+    in_.eeprom.writeCell(core::toInt16(cell.address), journal_.wanted(cell));
+    in_.machine.pump.wait(kPause);
+    if (reads(cell.address, journal_.wanted(cell)) == journal_.wanted(cell)) {
+        ++journal_.written;
+        static_cast<void>(file_.save(journal_));
+    } else {
+        missed_ = true;
+    }
+}
+
+void RestoreWork::compare() {
+    std::size_t done = 0;
+    for (const auto& cell : journal_.cells) {
+        const auto wanted = journal_.wanted(cell);
+        if (const auto byte = reads(cell.address, wanted); byte != wanted) {
+            addDifference(cell.address, byte, wanted);
+        }
+        show("read back", ++done, journal_.cells.size());
+    }
+}
+
+void RestoreWork::addDifference(int address, std::uint8_t byte, std::uint8_t wanted) {
+    ++differing_;
+    differences_ += (differences_.empty() ? "" : "; ") + nameOf(address) + " is " + std::to_string(byte) + ", not " +
+                    std::to_string(wanted);
+}
+
+// A byte that was damaged on the line may have gone to another address. What the ECU had told of that one before joins
+// the journal, so that the next run writes it back, whichever way it goes.
+void RestoreWork::lookForStrays() {
+    auto cells = journal_.cells;
+    for (int address = 0; address <= kLastSetting; ++address) {
+        const auto& [byte, known] = told_.at(static_cast<std::size_t>(address));
+        if (known != link::Known::Told || !isSetting(in_.tables.addresses, address) || isInJournal(address)) {
+            continue;
+        }
+        if (const auto now = reads(address, byte); now != byte) {
+            addDifference(address, now, byte);
+            cells.push_back({address, byte, byte});
+        }
+    }
+    std::sort(cells.begin(), cells.end(), isBefore);
+    journal_.cells = std::move(cells);
+    static_cast<void>(file_.save(journal_));
+}
+
+bool RestoreWork::isInJournal(int address) const {
+    return std::any_of(journal_.cells.begin(), journal_.cells.end(),
+                       [address](const JournalCell& cell) { return cell.address == address; });
+}
+
+std::uint8_t RestoreWork::reads(int address, std::uint8_t expected) {
+    std::uint8_t byte = 0;
+    require(line_.cell(in_.eeprom, address, expected, byte));
+    return byte;
+}
+
+std::uint8_t RestoreWork::read(int address) {
+    std::uint8_t byte = 0;
+    require(line_.cell(in_.eeprom, address, byte));
+    return byte;
+}
+
+void RestoreWork::requireLine() const {
+    require(line_.interruption().value_or(link::ReadEnd::Answered));
+}
+
+void RestoreWork::show(const char* what, std::size_t done, std::size_t total) {
+    if (progress) {
+        progress("Restoring: " + std::to_string(done) + " of " + settings(total) + " " + what, journal_.written,
+                 static_cast<int>(total));
+    }
+}
+
+std::string RestoreWork::stoppedText(const std::string& why) const {
+    if (!begun_ && journal_.written == 0) {
+        return "Nothing was written: " + why + ".";
+    }
+    return "Stopped: " + why + ". " + std::to_string(journal_.written) + " of " + settings(journal_.cells.size()) +
+           " written.";
+}
+
+std::string RestoreWork::nameOf(int address) const {
+    const auto& name = core::checked(in_.tables.EEParams, address).name;
+    return name.empty() ? "address " + std::to_string(address) : name + " (" + std::to_string(address) + ")";
+}
+
+}  // namespace korvane::keep

@@ -1,0 +1,76 @@
+// One restore of settings from its first byte to its last.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/EepromAccess.h"
+#include "core/tables/SharedTables.h"
+#include "keep/restore/RestoreJournal.h"
+#include "link/ConnectionPanel.h"
+#include "link/ReadBack.h"
+#include "platform/Machine.h"
+
+namespace korvane::keep {
+
+// All of it outlives its users.
+struct RestoreSurroundings {
+    platform::Machine& machine;
+    core::SharedTables& tables;
+    link::ConnectionPanel& connection;
+    core::EepromAccess& eeprom;
+};
+
+// Reads what the ECU has, notes in the journal what will be written, writes cell by cell, and reads all cells back. The
+// journal is gone when they agree.
+class RestoreWork {
+public:
+    // `line` belongs to this work alone.
+    RestoreWork(const RestoreSurroundings& surroundings, const JournalFile& file, link::ReadBack& line)
+        : in_(surroundings), file_(file), line_(line) {}
+
+    // Called as it goes on: "Restoring: 3 of 12 settings written", 3, 12.
+    std::function<void(std::string text, int done, int total)> progress;
+
+    struct Outcome {
+        bool agrees = false;
+        std::string text;
+    };
+    // `isNew`: the bytes of before are read into the journal first, and cells that are as they should be leave it.
+    [[nodiscard]] Outcome run(RestoreJournal journal, bool isNew);
+
+    static constexpr int kPause = 125;  // ms behind a cell: its write in the ECU has ended by then
+
+private:
+    using Cells = std::vector<JournalCell>;
+
+    void write(bool isNew);
+    // What is left to be written, by what the ECU has.
+    [[nodiscard]] Cells remaining(bool isNew);
+    void writeCell(const JournalCell& cell);
+    void compare();
+    void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
+    void lookForStrays();
+    [[nodiscard]] bool isInJournal(int address) const;
+    [[nodiscard]] std::uint8_t read(int address);
+    // As read(); an answer other than `expected` is asked for once more.
+    [[nodiscard]] std::uint8_t reads(int address, std::uint8_t expected);
+    void requireLine() const;
+    void show(const char* what, std::size_t done, std::size_t total);
+    [[nodiscard]] std::string stoppedText(const std::string& why) const;
+    [[nodiscard]] std::string nameOf(int address) const;
+
+    const RestoreSurroundings& in_;
+    const JournalFile& file_;
+    link::ReadBack& line_;
+    RestoreJournal journal_;
+    link::EepromCells told_{};  // at the start
+    bool missed_ = false;       // a cell did not take its byte
+    bool begun_ = false;        // the first byte to be written may have gone out
+    std::string differences_;
+    int differing_ = 0;
+};
+
+}  // namespace korvane::keep

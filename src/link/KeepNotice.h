@@ -1,0 +1,32 @@
+// One line of the main window about the restore points of the ECU on the line.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "controls/Property.h"
+
+namespace korvane::link {
+
+class KeepNotice : public controls::Object {
+public:
+    // That the ECU has changed since its newest restore point before this connection, or that the last point could not
+    // be written. Empty if there is nothing to say.
+    controls::Property<std::string> Text{*this};
+    // The point that the text compares the ECU with; empty if it speaks of no point.
+    controls::Property<std::string> Point{*this};
+
+    void say(const std::string& text, const std::string& point) {
+        Point = point;
+        Text = text;
+    }
+
+    // Shows what differs from a point; set by who owns the window.
+    std::function<void(const std::string& point)> compare;
+
+    [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
+};
+
+}  // namespace korvane::link

@@ -1,0 +1,17 @@
+// The windows that keep a tune, which are opened from several others: by a small button and by a key.
+#pragma once
+
+#include <functional>
+
+namespace korvane::link {
+
+// Set by who owns the windows; one that is not set can't be opened.
+struct KeepWindows {
+    std::function<void()> compare;  // Control and D
+    std::function<void()> restore;  // Control and R
+
+    // True if the key opens one of them.
+    [[nodiscard]] bool takesKey(int keyCode, int shift) const;
+};
+
+}  // namespace korvane::link

@@ -1,0 +1,118 @@
+#include "maps/transfer/MapVerification.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "fields/VerifyReport.h"
+#include "maps/panes/PaneWindow.h"
+#include "platform/Machine.h"
+
+namespace korvane::maps {
+
+namespace {
+
+constexpr auto kNotStored = "verified, but not told to store it";
+
+// Numbers of the misc block: one or two bytes, low byte first.
+struct MiscNumber {
+    const char* name;
+    std::size_t first;
+    std::size_t bytes;
+};
+constexpr std::array kMiscNumbers{
+    MiscNumber{"RPM limit", 0, 2},  MiscNumber{"RPM shift", 2, 2},  MiscNumber{"enable bits", 4, 2},
+    MiscNumber{"Inj offset", 6, 1}, MiscNumber{"Ign offset", 7, 1}, MiscNumber{"injector opening", 8, 1},
+};
+
+std::string differencesOf(const SentCells& sent, const link::ReadBack::Bytes& back) {
+    fields::Differences differences;
+    for (std::size_t cell = 0; cell < std::min(sent.size(), back.size()); ++cell) {
+        if (sent[cell] && sent[cell] != back[cell]) {
+            differences.add("cell " + std::to_string(cell), std::to_string(back[cell].value_or(0)),
+                            std::to_string(*sent[cell]));
+        }
+    }
+    return differences.words();
+}
+
+template <class Bytes>
+std::string numberIn(const Bytes& bytes, const MiscNumber& number) {
+    int value = 0;
+    for (std::size_t i = number.bytes; i > 0; --i) {
+        value = 256 * value + int{bytes[number.first + i - 1]};
+    }
+    return std::to_string(value);
+}
+
+}  // namespace
+
+MapVerification::MapVerification(PaneWindow& window, std::string subject, std::function<void()> again)
+    : window_(window),
+      subject_(std::move(subject)),
+      again_(std::move(again)),
+      line_(window.machine().pump, window.context().connection) {}
+
+template <class Read>
+void MapVerification::run(Read&& read) {
+    auto& report = window_.verifyReport();
+    const int number = report.begin(subject_, again_);
+    const link::QuietLine quiet(window_.context().connection);
+    const std::string words = read();
+    report.end(number, words, words != fields::Differences::kNone);
+}
+
+void MapVerification::map(const link::MapCommands& commands, const SentCells& sent, bool stored) {
+    run([&] { return mapWords(commands, sent, stored); });
+}
+
+std::string MapVerification::mapWords(const link::MapCommands& commands, const SentCells& sent, bool stored) {
+    link::ReadBack::Bytes back;
+    if (const auto end = line_.map(commands, sent.size(), back); end != link::ReadEnd::Answered) {
+        return fields::notVerified(end);
+    }
+    auto words = differencesOf(sent, back);
+    return words == fields::Differences::kNone && !stored ? kNotStored : words;
+}
+
+void MapVerification::pwm(const SentCells& sent) {
+    run([&] { return pwmWords(sent); });
+}
+
+std::string MapVerification::pwmWords(const SentCells& sent) {
+    if (const auto end = line_.restart(); end != link::ReadEnd::Answered) {
+        return end == link::ReadEnd::Silent ? "not verified: the ECU has not restarted" : fields::notVerified(end);
+    }
+    link::ReadBack::Bytes back;
+    if (const auto end = line_.pwmTable(back); end != link::ReadEnd::Answered) {
+        return fields::notVerified(end);
+    }
+    return differencesOf(sent, back);
+}
+
+void MapVerification::misc(std::span<const std::uint8_t> sent) {
+    run([&] { return miscWords(sent); });
+}
+
+std::string MapVerification::miscWords(std::span<const std::uint8_t> sent) {
+    link::ReadBack::Bytes back;
+    if (const auto end = line_.miscBlock(back); end != link::ReadEnd::Answered) {
+        return fields::notVerified(end);
+    }
+    if (sent.size() < back.size()) {
+        return "not verified: not all of it was sent";
+    }
+    std::vector<std::uint8_t> heard(back.size());
+    std::transform(back.begin(), back.end(), heard.begin(), [](const auto& byte) { return byte.value_or(0); });
+    fields::Differences differences;
+    for (const auto& number : kMiscNumbers) {
+        const auto is = numberIn(heard, number);
+        const auto was = numberIn(sent, number);
+        if (is != was) {
+            differences.add(number.name, is, was);
+        }
+    }
+    return differences.words();
+}
+
+}  // namespace korvane::maps

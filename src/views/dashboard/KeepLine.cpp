@@ -1,0 +1,45 @@
+#include "views/dashboard/KeepLine.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
+#include "views/widgets/Card.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Spacing.h"
+
+namespace korvane::views {
+
+namespace {
+
+constexpr OpenButton kShowButton{"keepNoticeCompare", "Show differences",
+                                 "Compares the ECU with that restore point; nothing is sent or changed"};
+
+}  // namespace
+
+QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent) {
+    auto& card = child<Card>(parent);
+    card.setTight();
+    card.setObjectName(QStringLiteral("keepNotice"));
+    card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QWidget* const inside = &card;
+    auto& row = child<QHBoxLayout>(inside);
+    row.setSpacing(kSpacing);
+    auto& words = child<QLabel>(inside);
+    words.setWordWrap(true);
+    words.setMinimumWidth(1);
+    words.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    row.addWidget(&words, 1);
+    auto& button = makeOpenButton(kShowButton, binder, inside, [&notice] { notice.compare(notice.Point.get()); });
+    row.addWidget(&button);
+    card.fitMargins();
+    ObjectPart::bind(binder, {&notice}, [&card, &words, &button, &notice] {
+        words.setText(QString::fromStdString(notice.Text.get()));
+        button.setVisible(!notice.Point.get().empty() && notice.compare);
+        card.setVisible(!notice.Text.get().empty());
+    });
+    return card;
+}
+
+}  // namespace korvane::views

@@ -1,0 +1,185 @@
+#include "views/keep/PointTable.h"
+
+#include <QAbstractTableModel>
+#include <QEvent>
+#include <QHeaderView>
+
+#include <memory>
+#include <utility>
+
+#include "views/widgets/Child.h"
+
+namespace korvane::views {
+
+namespace {
+
+enum Column { kTime, kReason, kEcu, kDiffers, kNote, kDamage, kColumns };
+
+constexpr const char* kHeads[] = {"Time", "Reason", "ECU", "Differs", "Note", "What is wrong"};
+// As wide as these, in text sizes of padding more.
+constexpr const char* kWidest[] = {"0000-00-00 00:00:00", "before: EEPROM address 0000", "type 000, version 0.000",
+                                   "other ECU",           "On the road, Sunday",         ""};
+constexpr double kRowOfText = 1.35;
+constexpr double kColumnPadding = 1.4;  // text sizes
+
+class PointListBinding : public Binding {
+public:
+    PointListBinding(Binder& binder, keep::PointList& list, PointTable& table)
+        : Binding(binder, list, table), list_(list), table_(table) {
+        table_.onPick([this](int row) { picked(row); });
+    }
+
+    void detach(const ControlSet& alive) override {
+        table_.onPick({});
+        table_.leaveList();
+        Binding::detach(alive);
+    }
+
+protected:
+    void showContent() override { table_.showRows(); }
+
+    [[nodiscard]] Roles roles() const override {
+        return {QPalette::Base, QPalette::Text, controls::kButtonFace, controls::kButtonText};
+    }
+
+private:
+    void picked(int row) {
+        act([&] {
+            if (list_.usable() && row < list_.rowCount()) {
+                list_.choose(row);
+            }
+        });
+    }
+
+    keep::PointList& list_;
+    PointTable& table_;
+};
+
+}  // namespace
+
+class PointTable::Rows : public QAbstractTableModel {
+public:
+    Rows(keep::PointList& list, QObject* parent) : QAbstractTableModel(parent), list_(&list) {}
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : shown_; }
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : kColumns;
+    }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::SizeHintRole) {
+            return QSize(0, rowHeight);
+        }
+        const bool shows = list_ != nullptr && index.row() < list_->rowCount();
+        return shows && (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+                   ? QVariant(QString::fromStdString(text(index.row(), index.column())))
+                   : QVariant();
+    }
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation direction, int role) const override {
+        return direction == Qt::Horizontal && role == Qt::DisplayRole && section < kColumns
+                   ? QVariant(QLatin1String(kHeads[section]))
+                   : QVariant();
+    }
+
+    void follow() {
+        const int count = list_->rowCount();
+        if (count != shown_) {
+            beginResetModel();
+            shown_ = count;
+            endResetModel();
+        } else if (count > 0) {
+            emit dataChanged(index(0, 0), index(count - 1, kColumns - 1));
+        }
+    }
+    [[nodiscard]] QModelIndex chosen() const { return index(list_->ListIndex, kTime); }
+    void leave() {
+        beginResetModel();
+        list_ = nullptr;
+        shown_ = 0;
+        endResetModel();
+    }
+
+    int rowHeight = 0;
+
+private:
+    [[nodiscard]] std::string text(int row, int column) const {
+        const auto& entry = list_->entry(row);
+        switch (column) {
+            case kTime:
+                return keep::timeTextOf(entry);
+            case kReason:
+                return entry.reason;
+            case kEcu:
+                return keep::ecuTextOf(entry);
+            case kDiffers:
+                return list_->differsText(row);
+            case kNote:
+                return entry.note;
+            default:
+                return entry.damage;
+        }
+    }
+
+    keep::PointList* list_;
+    int shown_ = 0;
+};
+
+PointTable::PointTable(keep::PointList& list, QWidget* parent)
+    : QTreeView(parent), rows_(child<Rows>(static_cast<QObject*>(this), list)) {
+    fitColumns();
+    setModel(&rows_);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setEditTriggers(NoEditTriggers);
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(true);
+    fitColumns();
+}
+
+void PointTable::bind(Binder& binder, keep::PointList& list, PointTable& table) {
+    binder.bind(std::make_unique<PointListBinding>(binder, list, table), {&list}, table);
+}
+
+void PointTable::leaveList() {
+    const bool before = std::exchange(showing_, true);
+    rows_.leave();
+    showing_ = before;
+}
+
+void PointTable::showRows() {
+    const bool before = std::exchange(showing_, true);
+    rows_.follow();
+    if (currentIndex().row() != rows_.chosen().row()) {
+        setCurrentIndex(rows_.chosen());
+    }
+    showing_ = before;
+}
+
+void PointTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (!showing_ && current.isValid() && picked_) {
+        picked_(current.row());
+    }
+}
+
+void PointTable::fitColumns() {
+    rows_.rowHeight = static_cast<int>(fontMetrics().height() * kRowOfText);
+    if (header()->count() != kColumns) {
+        return;
+    }
+    for (int column = kTime; column < kDamage; ++column) {
+        const auto width = fontMetrics().horizontalAdvance(QLatin1String(kWidest[column]));
+        header()->resizeSection(column, static_cast<int>(width + kColumnPadding * fontMetrics().height()));
+    }
+}
+
+void PointTable::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        fitColumns();
+    }
+}
+
+}  // namespace korvane::views

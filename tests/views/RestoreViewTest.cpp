@@ -1,0 +1,151 @@
+// The restore points with real widgets, and the line of the main window about them.
+#include <QAbstractItemModel>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "keep/PointSamples.h"
+#include "keep/restore/FrmRestore.h"
+#include "views/ProgramViews.h"
+#include "views/keep/PointTable.h"
+
+namespace korvane::views {
+namespace {
+
+using testing::HasSubstr;
+
+struct RestoreViewTest : testing::Test, ProgramViews {
+    RestoreViewTest() { tables.SWType = 11; }
+
+    void put(int second, const char* reason) {
+        auto point = keep::fullPoint();
+        point.time.second = second;
+        point.reason = reason;
+        keep::PointStore(folder / "restore").add(point);
+    }
+    keep::FrmRestore& open() {
+        program.restorePoints().open();
+        auto& form = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
+        lookAt(form);
+        frame();
+        return form;
+    }
+    [[nodiscard]] PointTable& table() const { return find<PointTable>("lstPoints"); }
+    [[nodiscard]] std::string cell(int row, int column) const {
+        return table().model()->index(row, column).data().toString().toStdString();
+    }
+};
+
+TEST_F(RestoreViewTest, ShowsTheRows) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    open();
+    EXPECT_EQ(table().model()->rowCount(), 2);
+    EXPECT_EQ(cell(0, 0), "2026-05-06 17:08:02");
+    EXPECT_EQ(cell(0, 1), "before: fuel map");
+    EXPECT_EQ(cell(1, 1), "maps read");
+    EXPECT_EQ(cell(1, 2), "type 11, version 3.386");
+}
+
+TEST_F(RestoreViewTest, APickedRowIsThePickedPoint) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    auto& form = open();
+    table().setCurrentIndex(table().model()->index(1, 0));
+    EXPECT_EQ(form.lstPoints.ListIndex, 1);
+    EXPECT_THAT(find<QLabel>("lblPoint").text().toStdString(), HasSubstr("maps read"));
+    form.lstPoints.choose(0);
+    frame();
+    EXPECT_EQ(table().currentIndex().row(), 0);
+}
+
+TEST_F(RestoreViewTest, TheFilterIsTyped) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    open();
+    find<QLineEdit>("txtFilter").insert("read");
+    frame();
+    EXPECT_EQ(table().model()->rowCount(), 1);
+    EXPECT_EQ(find<QLabel>("lblCount").text().toStdString(), "1 of 2 restore points");
+}
+
+TEST_F(RestoreViewTest, ADeleteIsAskedAndMayBeRefused) {
+    put(1, "maps read");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    frame();
+    dialogs.answerQuestion({.yes = false, .stop = false});
+    find<QPushButton>("btnDelete").click();
+    EXPECT_EQ(form.lstPoints.rowCount(), 1);
+    dialogs.answerQuestion({.yes = true, .stop = false});
+    find<QPushButton>("btnDelete").click();
+    EXPECT_EQ(form.lstPoints.rowCount(), 0);
+    frame();
+    EXPECT_EQ(table().model()->rowCount(), 0);
+}
+
+TEST_F(RestoreViewTest, WhatIsNotThereIsNotShown) {
+    put(1, "maps read");
+    open();
+    for (const char* name : {"btnGoOn", "btnGoBack", "btnForget", "btnStop"}) {
+        EXPECT_FALSE(find<QPushButton>(name).isVisible()) << name;
+    }
+}
+
+TEST_F(RestoreViewTest, EachPartHasAnAccessibleName) {
+    open();
+    for (const char* name : {"txtFilter", "txtNote"}) {
+        EXPECT_FALSE(find<QLineEdit>(name).accessibleName().isEmpty()) << name;
+    }
+    EXPECT_FALSE(table().accessibleName().isEmpty());
+}
+
+TEST_F(RestoreViewTest, ClosingDuringAFrameLeavesNothingBehind) {
+    put(1, "maps read");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    static_cast<void>(form.unload());
+    frame();
+}
+
+TEST_F(RestoreViewTest, TheMainWindowHasALineOnlyWhenThereIsSomethingToSay) {
+    lookAt(window);
+    frame();
+    EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+    window.keepNotice.say("The ECU differs", "a.point");
+    frame();
+    EXPECT_FALSE(find<QGroupBox>("keepNotice").isHidden());
+    EXPECT_FALSE(find<QToolButton>("keepNoticeCompare").isHidden());
+    window.keepNotice.say("No space left", {});
+    frame();
+    EXPECT_TRUE(find<QToolButton>("keepNoticeCompare").isHidden());
+    window.keepNotice.say({}, {});
+    frame();
+    EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+}
+
+TEST_F(RestoreViewTest, TheLineOpensTheComparison) {
+    put(1, "maps read");
+    lookAt(window);
+    window.keepNotice.say("The ECU differs", keep::PointStore(folder / "restore").list()[0].name);
+    frame();
+    find<QToolButton>("keepNoticeCompare").click();
+    EXPECT_EQ(windows.loaded().back()->name(), "frmCompare");
+}
+
+TEST_F(RestoreViewTest, TheMainWindowHasAButton) {
+    lookAt(window);
+    frame();
+    find<QToolButton>("restore").click();
+    EXPECT_EQ(windows.loaded().back()->name(), "frmRestore");
+}
+
+}  // namespace
+}  // namespace korvane::views
