@@ -15,7 +15,6 @@ namespace korvane::keep {
 namespace {
 
 constexpr std::string_view kFolder = "restore";
-constexpr std::size_t kFirstKeptPwm = 64;
 
 bool isFresh(const link::EcuMap& map, std::size_t first, std::size_t end) {
     for (std::size_t cell = first; cell < end; ++cell) {
@@ -81,11 +80,12 @@ void Keeper::look() {
 }
 
 bool Keeper::mapsAreRead() const {
-    const auto& [fuel, ignition, pwm] = in_.connection.ecuMaps;
+    const auto& maps = in_.connection.ecuMaps;
     const auto swType = in_.tables.SWType;
     const std::size_t size = core::hasLargeMaps(swType) ? core::kMapSize : link::EcuMap::kHalf;
-    return !core::limitsOnly(swType) && in_.connection.ecuMisc.bytes() && isFresh(ignition, 0, size) &&
-           (core::ignitesOnly(swType) || (isFresh(fuel, 0, size) && isFresh(pwm, kFirstKeptPwm, link::EcuMap::kHalf)));
+    return !core::limitsOnly(swType) && in_.connection.ecuMisc.bytes() && isFresh(maps.ignition, 0, size) &&
+           (core::ignitesOnly(swType) ||
+            (isFresh(maps.fuel, 0, size) && isFresh(maps.pwm, link::EcuMaps::kFirstKeptPwm, link::EcuMap::kHalf)));
 }
 
 void Keeper::settingsRead() {
