@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "Operations.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::proof {
@@ -93,6 +94,14 @@ Bench::Bench(int type, std::vector<std::uint8_t> cells)
       }()),
       desk(std::make_unique<Desk>(device)) {
     desk->connect();
+    openMaps(*desk);
+}
+
+void Bench::reconnect() {
+    if (!desk->program.frmSarn2().MSComm1.PortOpen()) {
+        desk->connect();
+    }
+    openMaps(*desk);
 }
 
 void Bench::arm(const Try& what) {
@@ -119,6 +128,8 @@ void Bench::settle() {
     device.disarm();
     desk->wait(kAnswers);
     words_ = desk->words();
+    const auto& points = desk->program.keeper().points();
+    point_ = points.empty() ? std::string() : points.front().name;
     if (killed_) {
         auto next = std::make_unique<Desk>(device, desk.get());
         unplug_.reset();
@@ -127,9 +138,10 @@ void Bench::settle() {
     }
     device.plugIn();
     auto& machine = desk->machine;
-    static_cast<void>(device.ecu().set("power", "1", machine.pump.now()));
-    static_cast<void>(device.ecu().set("restart", "0", machine.pump.now()));
-    static_cast<void>(device.ecu().set("cut", "0", machine.pump.now()));
+    for (const auto& [key, value] :
+         {std::pair{"power", "1"}, {"restart", "0"}, {"cut", "0"}, {"refuse", "none"}, {"mute", "none"}}) {
+        static_cast<void>(device.ecu().set(key, value, machine.pump.now()));
+    }
     machine.line.deviceChanged();
     desk->wait(kStart);
     words_ += desk->words();

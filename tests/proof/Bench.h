@@ -72,6 +72,11 @@ public:
     void arm(const Try& what);
     // The operation has ended. All that is under way ends, and the cable, the power and the program come back.
     void settle();
+    // The line is open again, and the windows are.
+    void reconnect();
+
+    // The newest restore point when the operation had begun.
+    [[nodiscard]] const std::string& point() const { return point_; }
 
     [[nodiscard]] const std::string& wordsAtEnd() const { return words_; }
 
@@ -81,6 +86,7 @@ private:
     std::unique_ptr<platform::Alarm> unplug_;
     bool killed_ = false;
     std::string words_;
+    std::string point_;
 };
 
 }  // namespace korvane::proof

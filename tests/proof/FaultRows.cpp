@@ -43,31 +43,36 @@ std::string nameOf(const Operation& operation, const Try& what) {
     return what.fault == Fault::CutWhileStoring ? name + ", cell " + std::to_string(what.cell) : name;
 }
 
-// Everything must have a way out; nothing does where the program is not asked.
-std::string failureOf(const WayBack& way) {
+// A cell that a damaged address has hit may be one that nobody has read: no program can tell it, or know what it had.
+std::string failureOf(const WayBack& way, Outcome outcome) {
+    if (outcome == Outcome::Elsewhere) {
+        return {};
+    }
     std::string failure;
-    if (way.saysWhich == Answer::No) {
+    if (!way.says) {
         failure += " the program does not say which values the ECU has;";
     }
-    if (way.toOld == Answer::No) {
+    if (!way.toOld) {
         failure += " no way to the old values;";
     }
-    if (way.toNew == Answer::No) {
+    if (!way.toNew) {
         failure += " no way to the new values;";
     }
-    return failure;
+    return failure.empty() ? failure : failure + " (" + std::string(nameOf(outcome)) + ") " + way.words;
+}
+
+void ask(Bench& bench, const Operation& operation, const Reference& reference, const Try& what, Outcome outcome,
+         FaultRow& row) {
+    const WayBack way = wayBackOf(bench, operation, reference);
+    ++row.asked;
+    row.unseen += way.says ? 0 : 1;
+    row.stuck += way.toOld && way.toNew ? 0 : 1;
+    if (const std::string failure = failureOf(way, outcome); !failure.empty()) {
+        row.failures.push_back(nameOf(operation, what) + ":" + failure);
+    }
 }
 
 }  // namespace
-
-void FaultRow::add(const FaultRow& other) {
-    tried += other.tried;
-    silent += other.silent;
-    for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        outcomes[i] += other.outcomes[i];
-    }
-    failures.insert(failures.end(), other.failures.begin(), other.failures.end());
-}
 
 Reference referenceOf(const Operation& operation) {
     Reference reference;
@@ -115,7 +120,7 @@ std::vector<Try> chosen(const std::vector<Try>& tries, const Choice& choice) {
     return some;
 }
 
-FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries) {
+FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries, int asking) {
     FaultRow row;
     for (const Try& what : tries) {
         Bench bench(operation.type, cellsBefore(operation.type));
@@ -126,13 +131,11 @@ FaultRow rowOf(const Operation& operation, const Reference& reference, const std
         const Outcome outcome =
             outcomeOf(reference.before, reference.wanted, reference.written, stateOf(bench.device.ecu()));
         row.fault = what.fault;
-        ++row.tried;
         ++row.outcomes.at(static_cast<std::size_t>(outcome));
         const bool told = what.fault == Fault::Killed || bench.wordsAtEnd() != reference.words;
         row.silent += outcome != Outcome::New && !told ? 1 : 0;
-        const std::string failure = failureOf(wayBackOf(bench, reference.before, reference.wanted, outcome));
-        if (!failure.empty()) {
-            row.failures.push_back(nameOf(operation, what) + ":" + failure);
+        if (row.tried++ % asking == 0) {
+            ask(bench, operation, reference, what, outcome, row);
         }
     }
     return row;

@@ -17,20 +17,12 @@ struct FaultRow {
     int tried = 0;
     std::array<int, kOutcomes> outcomes{};
     int silent = 0;  // tries after which the ECU has not the new values and the program says what it says on success
+    int asked = 0;   // tries after which the program was asked for the way back
+    int unseen = 0;  // of these: a cell that was hit by mistake, which no read shows
+    int stuck = 0;   // of these: a cell that was hit by mistake, which the restore point does not know
     std::vector<std::string> failures;  // in words, one a try at most
-
-    void add(const FaultRow& other);
 };
 
-// An operation with nothing going wrong.
-struct Reference {
-    EcuState before, wanted;
-    CellSet written;
-    long bytes = 0;    // to the ECU
-    long answers = 0;  // bytes from it
-    std::vector<Storing> storings;
-    std::string words;
-};
 [[nodiscard]] Reference referenceOf(const Operation& operation);
 
 // Which of all tries are run.
@@ -43,6 +35,8 @@ struct Choice {
 [[nodiscard]] std::vector<std::vector<Try>> triesOf(const Operation& operation, const Reference& reference);
 [[nodiscard]] std::vector<Try> chosen(const std::vector<Try>& tries, const Choice& choice);
 
-[[nodiscard]] FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries);
+// The program is asked for the way back after every `asking`th try.
+[[nodiscard]] FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries,
+                             int asking = 1);
 
 }  // namespace korvane::proof

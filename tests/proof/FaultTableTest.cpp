@@ -42,7 +42,7 @@ void writeRow(const std::string& folder, std::size_t index, const Operation& ope
     for (const int count : row.outcomes) {
         file << '\t' << count;
     }
-    file << '\t' << row.silent << '\t' << row.failures.size() << '\n';
+    file << '\t' << row.silent << '\t' << row.asked << '\t' << row.unseen << '\t' << row.stuck << '\n';
 }
 
 class FaultTable : public testing::TestWithParam<std::size_t> {

@@ -39,9 +39,21 @@ std::vector<std::uint8_t> otherCells(int type) {
     return cells;
 }
 
-void openMaps(Desk& desk) {
-    desk.press("frmSarn2", "btnKartat");
-    desk.wait(kReads);
+const char* mapWindowOf(int type) {
+    return type == kLarge ? kLargeMaps : type == kIgnitionBox ? kIgnitionMaps : type == kLimiterBox ? kLimiter : kMaps;
+}
+
+// Of the buttons, those that the window has.
+void pressThose(Desk& desk, std::initializer_list<const char*> buttons) {
+    auto& window = desk.window(mapWindowOf(desk.program.tables().SWType));
+    for (const auto* const button : buttons) {
+        for (auto* const control : window.controls()) {
+            if (control->name() == button) {
+                control->press();
+                desk.wait(1500);
+            }
+        }
+    }
 }
 
 void loadTune(Desk& desk, std::string_view window, std::string_view button) {
@@ -52,7 +64,6 @@ void loadTune(Desk& desk, std::string_view window, std::string_view button) {
 }
 
 void editMaps(Desk& desk, std::string_view window) {
-    openMaps(desk);
     loadTune(desk, window, "btnLoad");
 }
 
@@ -75,14 +86,12 @@ void typeText(Desk& desk, std::string_view window, std::string_view box, std::st
 }
 
 void editIdleIgnition(Desk& desk) {
-    openMaps(desk);
     for (int i = 0; i < 5; ++i) {
         typeText(desk, kIgnitionMaps, "txtIdleAdv", std::to_string(60 + i), i);
     }
 }
 
 void editLaunch(Desk& desk, std::string_view window) {
-    openMaps(desk);
     typeText(desk, window, "txtLaunchControlLimit", "3210");
     desk.control<ComboBox>(window, "Combolaunchmode").choose(3);
     typeText(desk, window, "txtLaunchFixedDelay", "33");
@@ -91,14 +100,12 @@ void editLaunch(Desk& desk, std::string_view window) {
 }
 
 void editIgnitionSetup(Desk& desk) {
-    openMaps(desk);
     desk.control<TextBox>(kIgnitionMaps, "txtchargetime").ToolTipText = "222";
     auto& edge = desk.control<ComboBox>(kIgnitionMaps, "Combosensortype");
     edge.choose(1 - edge.ListIndex);
 }
 
 void editLimiter(Desk& desk) {
-    openMaps(desk);
     int value = 2101;
     for (const char* const box : {"txtSigPerRev", "txtCylCount", "txtrpmlimitLOW", "txtrpmlimitLOWpre",
                                   "txtrpmlimitHIGH", "txtrpmlimitHIGHpre"}) {
@@ -207,8 +214,7 @@ std::vector<Operation> makeOperations() {
 
 std::string madeTune(int type) {
     Bench bench(type, otherCells(type));
-    openMaps(*bench.desk);
-    const char* const window = type == kLarge ? kLargeMaps : type == kIgnitionBox ? kIgnitionMaps : kMaps;
+    const char* const window = mapWindowOf(type);
     bench.desk->machine.dialogs.answerFile(bench.desk->machine.folder / kTuneFile);
     bench.desk->press(window, "btnSave");
     return bench.desk->machine.folder.read(kTuneFile);
@@ -219,6 +225,21 @@ std::string madeTune(int type) {
 const std::vector<Operation>& operations() {
     static const std::vector<Operation> kAll = makeOperations();
     return kAll;
+}
+
+void openMaps(Desk& desk) {
+    desk.press("frmSarn2", "btnKartat");
+    desk.wait(kReads);
+}
+
+void sendMaps(Desk& desk) {
+    pressThose(desk, {"btnWriteFuel", "btnWriteIgn", "btnSavePWM"});
+}
+
+void readAll(Desk& desk) {
+    desk.press("frmSarn2", "btnAsetukset");
+    desk.press(kSettings, "btnLoad");
+    pressThose(desk, {"btnReadFuel", "btnReadIgn", "btnReadMisc", "btnReadPWM", "btnReadData", "btnReadLaunch"});
 }
 
 // As from the factory, but for the closed throttle: the sensor's own value would be stored again.

@@ -13,7 +13,7 @@ namespace korvane::proof {
 struct Operation {
     std::string name;
     int type;  // of the firmware
-    // Brings what is to be stored onto the desk; the ECU still has what it had.
+    // Brings what is to be stored onto the desk, on which the maps are open; the ECU still has what it had.
     std::function<void(Desk&)> edit;
     // Stores it, and returns when that has ended.
     std::function<void(Desk&)> store;
@@ -22,6 +22,13 @@ struct Operation {
 };
 
 [[nodiscard]] const std::vector<Operation>& operations();
+
+// Opens the window of the ECU's maps, which reads them.
+void openMaps(Desk& desk);
+// Sends the maps on the desk, each that the firmware has.
+void sendMaps(Desk& desk);
+// Reads them, and all settings, into the desk.
+void readAll(Desk& desk);
 
 // The EEPROM of an ECU of this type before each operation.
 [[nodiscard]] std::vector<std::uint8_t> cellsBefore(int type);

@@ -3,18 +3,32 @@
 
 #include "Bench.h"
 #include "EcuState.h"
+#include "Operations.h"
 
 namespace korvane::proof {
 
-enum class Answer { NotAsked, Yes, No };
-
-struct WayBack {
-    Answer saysWhich = Answer::NotAsked;  // whether it tells rightly which values the ECU has: old, new or neither
-    Answer toOld = Answer::NotAsked;      // whether one press brings the ECU to the old values
-    Answer toNew = Answer::NotAsked;      // and to the new ones
+// An operation with nothing going wrong.
+struct Reference {
+    EcuState before, wanted;
+    CellSet written;
+    long bytes = 0;    // to the ECU
+    long answers = 0;  // bytes from it
+    std::vector<Storing> storings;
+    std::string words;
 };
 
-// Asks the program at the desk, which has the line again, about the ECU, which has `outcome` by now.
-[[nodiscard]] WayBack wayBackOf(Bench& bench, const EcuState& before, const EcuState& wanted, Outcome outcome);
+struct WayBack {
+    // Once everything has been read again, it tells rightly whether the ECU has the old values.
+    bool says = false;
+    // The restore point that was made before the operation, restored by one press and its maps sent, brings them back.
+    bool toOld = false;
+    // So does the point with the new ones, for a map as it was edited; for what boxes hold the operation itself.
+    bool toNew = false;
+
+    std::string words;  // of the program, about the restore
+};
+
+// Asks the program, which has the line again, about the ECU.
+[[nodiscard]] WayBack wayBackOf(Bench& bench, const Operation& operation, const Reference& reference);
 
 }  // namespace korvane::proof
