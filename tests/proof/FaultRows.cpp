@@ -104,6 +104,9 @@ std::vector<std::vector<Try>> triesOf(const Operation& operation, const Referenc
         all.push_back(atEachHalf(Fault::Refused, operation.halves));
         all.push_back(atEachHalf(Fault::NotAcknowledged, operation.halves));
     }
+    for (auto& tries : all) {
+        tries = chosen(tries, {.step = operation.step, .part = 0, .parts = 1});
+    }
     std::erase_if(all, [](const auto& tries) { return tries.empty(); });
     return all;
 }

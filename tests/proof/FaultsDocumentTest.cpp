@@ -1,4 +1,5 @@
 // docs/faults.md has what tools/fault-table would write now, as far as that can be told without an hour of tries.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -65,8 +66,16 @@ TEST(FaultsDocument, NamesTheOutcomesAndTheFaults) {
     }
 }
 
+bool storesUnread(const std::string& name) {
+    const auto found = std::ranges::find(operations(), name, &Operation::name);
+    return found != operations().end() && found->storesUnread;
+}
+
 TEST(FaultsDocument, HasAWayBackButFromACellThatNobodyHasRead) {
     for (const auto& row : table().rows) {
+        if (storesUnread(row.at(0))) {
+            continue;
+        }
         EXPECT_GT(number(row.at(kAsked)), 0) << row.at(0) << ", " << row.at(1);
         EXPECT_LE(number(row.at(kUnseen)), number(row.at(kElsewhere))) << row.at(0) << ", " << row.at(1);
         EXPECT_LE(number(row.at(kStuck)), number(row.at(kElsewhere))) << row.at(0) << ", " << row.at(1);

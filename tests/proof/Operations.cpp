@@ -12,8 +12,9 @@ constexpr int kFull = 11;
 constexpr int kLarge = 14;
 constexpr int kIgnitionBox = 30;
 constexpr int kLimiterBox = 112;
-constexpr int kReads = 8'000;  // ms, of what a window reads when it opens
-constexpr int kOtherEdge = 1;  // the row of the sensor type that the factory has not chosen
+constexpr int kReads = 8'000;    // ms, of what a window reads when it opens
+constexpr int kOtherEdge = 1;    // the row of the sensor type that the factory has not chosen
+constexpr long kImageStep = 50;  // of the image after a backup: without one each byte is tried
 constexpr const char* kTuneFile = "other tune.txt";
 constexpr const char* kImageFile = "other image.txt";
 
@@ -232,6 +233,7 @@ std::vector<Operation> makeOperations() {
     all.push_back({"EEPROM word", kFull, [](Desk& desk) { editRaw(desk, "511", "3210"); },
                    pressing(kSettings, "btnWriteEE16bit")});
     addUnread(all, {"EEPROM image", kFull, editImage, pressing("frmSarn2", "btnUploadEEPROM")});
+    all.back().step = kImageStep;
     addBoxes(all);
     return all;
 }

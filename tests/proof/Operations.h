@@ -23,6 +23,8 @@ struct Operation {
     bool storesUnread = false;
     // The tuner reads the EEPROM by a backup, which tells the cells that the settings window does not read.
     bool backsUp = false;
+    // Of its bytes, which are tried at all: each, or every so many and the last.
+    long step = 1;
 };
 
 [[nodiscard]] const std::vector<Operation>& operations();
