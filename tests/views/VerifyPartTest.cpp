@@ -46,7 +46,8 @@ struct VerifyPartTest : testing::Test, ProgramViews {
     void expectParts(Window& form) {
         auto& box = find<QCheckBox>("verify");
         EXPECT_FALSE(box.isChecked());
-        EXPECT_FALSE(find("verifyNote").isVisible());
+        EXPECT_FALSE(find("verifyLine").isVisible());
+        EXPECT_FALSE(find("sendAgain").isVisible());
         click(box, QPoint(8, box.height() / 2));
         EXPECT_TRUE(window.verify.On);
         window.verify.On = false;
@@ -58,7 +59,7 @@ struct VerifyPartTest : testing::Test, ProgramViews {
         form.verifyReport().end(run, "cell 18 is 90, sent 93", true);
         frame();
         EXPECT_EQ(find<LongLine>("verifyLine").words().toStdString(), "Fuel: cell 18 is 90, sent 93");
-        EXPECT_TRUE(find("verifyNote").isVisible());
+        EXPECT_TRUE(find("verifyLine").isVisible());
         EXPECT_TRUE(find("sendAgain").isVisible());
         click(find("sendAgain"));
         EXPECT_EQ(again, 1);
