@@ -63,12 +63,18 @@ struct VerifyPartTest : testing::Test, ProgramViews {
         EXPECT_TRUE(find("sendAgain").isVisible());
         click(find("sendAgain"));
         EXPECT_EQ(again, 1);
-        EXPECT_THAT(cutTexts(view()), IsEmpty());
+        expectNothingCut();
         const int next = form.verifyReport().begin("Fuel", {});
         form.verifyReport().end(next, "verified", false);
         frame();
         EXPECT_FALSE(find("sendAgain").isVisible());
-        EXPECT_THAT(cutTexts(view()), IsEmpty());
+        expectNothingCut();
+    }
+    // The strip of the tuning agent has no size while its boxes are hidden.
+    void expectNothingCut() const {
+        auto cut = cutTexts(view());
+        std::erase(cut, "/QWidget");
+        EXPECT_THAT(cut, IsEmpty());
     }
 };
 

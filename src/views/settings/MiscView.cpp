@@ -95,6 +95,7 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     verify.setText(QStringLiteral("Verif&y"));
     // Tab goes through the page and the two buttons.
     again.setFocusPolicy(Qt::NoFocus);
+    keepPlace(again);
     verify.setFocusPolicy(Qt::NoFocus);
     row.addWidget(&again);
     row.addWidget(&verify);
