@@ -1,5 +1,5 @@
-// Journals of a restore: any bytes are one, or are called damaged; what is taken for one is written again as it was. The
-// same bytes with the right checksum behind them reach the reader behind it.
+// Journals of a restore: any bytes are one, or are called damaged; what is taken for one is written again as it was.
+// The same bytes with the right checksum behind them reach the reader behind it.
 #include <string>
 
 #include "Support.h"
