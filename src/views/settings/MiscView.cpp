@@ -87,10 +87,18 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     auto& told = child<QHBoxLayout>(kNobody);
     told.setSpacing(kSpacing);
     told.addWidget(&makeSaveLine(window, inside), 1);
-    told.addWidget(&makeVerifyNote(window.verifyReport(), window, binder(), inside), 1);
+    told.addWidget(&makeVerifyLine(window.verifyReport(), binder(), inside), 1);
     lines.addLayout(&told);
     row.addLayout(&lines, 1);
-    row.addWidget(&makeVerifyBox(window.verifySwitch(), binder(), inside));
+    auto& again = makeAgainButton(window.verifyReport(), window, binder(), inside);
+    auto& verify = makeVerifyBox(window.verifySwitch(), binder(), inside);
+    verify.setText(QStringLiteral("Verif&y"));
+    // Tab goes through the page and the two buttons.
+    again.setFocusPolicy(Qt::NoFocus);
+    keepPlace(again);
+    verify.setFocusPolicy(Qt::NoFocus);
+    row.addWidget(&again);
+    row.addWidget(&verify);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
     card.fitMargins();
