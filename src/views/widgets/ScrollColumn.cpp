@@ -3,17 +3,24 @@
 #include <QEvent>
 #include <QScrollBar>
 
+#include <algorithm>
+
 #include "views/widgets/Child.h"
 
 namespace korvane::views {
 
-ScrollColumn::ScrollColumn(QWidget* parent) : QScrollArea(parent), inside_(child<QWidget>(kNobody)) {
+ScrollColumn::ScrollColumn(Width width, QWidget* parent)
+    : QScrollArea(parent), width_(width), inside_(child<QWidget>(kNobody)) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    setSizePolicy(width == Width::Needed ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Expanding);
     setWidget(&inside_);
+}
+
+QSize ScrollColumn::minimumSizeHint() const {
+    return {std::max(minimumWidth(), inside_.minimumSizeHint().width()), 0};
 }
 
 void ScrollColumn::resizeEvent(QResizeEvent* event) {
@@ -32,7 +39,8 @@ bool ScrollColumn::eventFilter(QObject* watched, QEvent* event) {
 void ScrollColumn::fit() {
     const QSize needed = inside_.minimumSizeHint();
     const bool scrolls = height() < needed.height();
-    setFixedWidth(needed.width() + (scrolls ? verticalScrollBar()->sizeHint().width() : 0));
+    const int wide = needed.width() + (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
+    width_ == Width::Needed ? setFixedWidth(wide) : setMinimumWidth(wide);
 }
 
 }  // namespace korvane::views
