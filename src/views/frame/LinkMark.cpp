@@ -30,7 +30,7 @@ LinkMark::LinkMark(link::LinkState& link, std::function<void()> closePort, platf
       view_(*view),
       badge_(child<LinkBadge>(this)),
       stop_(child<QPushButton>(this)),
-      nextSecond_(pump.makeAlarm([this] { showAge(); })) {
+      nextSecond_(pump.makeAlarm([this] { showAge(); }, platform::AlarmKind::Command)) {
     auto& row = child<QHBoxLayout>(this);
     row.setContentsMargins(0, 0, 0, 0);
     row.addWidget(&stop_);
