@@ -19,12 +19,26 @@ ScrollColumn::ScrollColumn(Width width, QWidget* parent)
     setWidget(&inside_);
 }
 
+QSize ScrollColumn::sizeHint() const {
+    return width_ == Width::Needed ? QScrollArea::sizeHint() : inside_.sizeHint();
+}
+
 QSize ScrollColumn::minimumSizeHint() const {
     return {std::max(minimumWidth(), inside_.minimumSizeHint().width()), 0};
 }
 
 void ScrollColumn::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
+    fit();
+}
+
+void ScrollColumn::showEvent(QShowEvent* event) {
+    QScrollArea::showEvent(event);
+    fit();
+}
+
+void ScrollColumn::hideEvent(QHideEvent* event) {
+    QScrollArea::hideEvent(event);
     fit();
 }
 
@@ -35,10 +49,11 @@ bool ScrollColumn::eventFilter(QObject* watched, QEvent* event) {
     return QScrollArea::eventFilter(watched, event);
 }
 
-// Room for the bar only where there is one.
+// Room for the bar only where there is one. The height of a page that is hidden says nothing.
 void ScrollColumn::fit() {
     const QSize needed = inside_.minimumSizeHint();
-    const bool scrolls = height() < needed.height();
+    const bool known = width_ == Width::Needed || isVisible();
+    const bool scrolls = known && height() < needed.height();
     const int wide = needed.width() + (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
     width_ == Width::Needed ? setFixedWidth(wide) : setMinimumWidth(wide);
 }

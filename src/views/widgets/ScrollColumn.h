@@ -16,11 +16,13 @@ public:
     // What the widgets stand in.
     [[nodiscard]] QWidget& inside() { return inside_; }
 
-    [[nodiscard]] QSize sizeHint() const override { return inside_.sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
