@@ -23,7 +23,6 @@ namespace {
 constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
 constexpr int kBadgeGap = 4;
-constexpr int kListCharacters = 7;
 
 // Wide enough for both of its captions, so that nothing moves when they change.
 class ConnectButton : public QPushButton {
@@ -48,9 +47,9 @@ public:
     [[nodiscard]] Card& card() { return card_; }
 
     template <class List = DropDown>
-    void addList(controls::ComboBox& box, const QString& caption) {
+    void addList(controls::ComboBox& box, const QString& caption, const QString& longest) {
         auto& list = child<List>(&card_);
-        list.setMinimumContentsLength(kListCharacters);
+        list.setMinimumContentsLength(static_cast<int>(longest.size()));
         binder_.bind(box, list);
         addColumn(child<Caption>(&card_, caption, &list), list);
     }
@@ -133,9 +132,9 @@ private:
 
 QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Bar bar(binder, parent);
-    bar.addList<PortList>(window.ComboPort, QStringLiteral("&Port"));
-    bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
-    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
+    bar.addList<PortList>(window.ComboPort, QStringLiteral("&Port"), QStringLiteral("COM15"));
+    bar.addList(window.ComboBaud, QStringLiteral("&Speed"), QStringLiteral("230400"));
+    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"), QStringLiteral("275"));
     bar.addButton(window.btnConnect, 'c');
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();

@@ -148,6 +148,8 @@ void IgnitionBoxView::orderTabs() {
     addAll(maps_.optINJMaxOpen);
     add(maps_.btnLoad, maps_.btnSave, maps_.btnShow3D, maps_.btnHelp);
     binder().setTabOrder(order);
+    // Behind the grid, so that a window with pages begins in its map too.
+    setTabOrder(binder().widgetOf(&maps_.ign(0)), &pages_.tabs());
 }
 
 }  // namespace korvane::views

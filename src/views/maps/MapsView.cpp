@@ -162,8 +162,8 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
     addStatusLine();
     addCommands(window);
     addLowerCards();
-    orderTabs({&window.TabStrip1, &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode,
-               &window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.btnReadFuel,
+    orderTabs({&window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.TabStrip1,
+               &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode, &window.btnReadFuel,
                &window.btnWriteFuel, &window.btnReadIgn, &window.btnWriteIgn, &window.btnReadPWM, &window.btnSavePWM,
                &window.btnReadMisc, &window.btnSaveMisc, &window.chkTrace, &window.chkOnlineChanges,
                &window.chkFocusOnMAP});
