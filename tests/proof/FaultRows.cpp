@@ -43,9 +43,9 @@ std::string nameOf(const Operation& operation, const Try& what) {
     return what.fault == Fault::CutWhileStoring ? name + ", cell " + std::to_string(what.cell) : name;
 }
 
-// A cell that a damaged address has hit may be one that nobody has read: no program can tell it, or know what it had.
-std::string failureOf(const WayBack& way, Outcome outcome) {
-    if (outcome == Outcome::Elsewhere) {
+// A cell that nobody has read, no program can know: one that the operation writes, or that a damaged address has hit.
+std::string failureOf(const WayBack& way, const Operation& operation, Outcome outcome) {
+    if (operation.storesUnread || outcome == Outcome::Elsewhere) {
         return {};
     }
     std::string failure;
@@ -67,7 +67,7 @@ void ask(Bench& bench, const Operation& operation, const Reference& reference, c
     ++row.asked;
     row.unseen += way.says ? 0 : 1;
     row.stuck += way.toOld && way.toNew ? 0 : 1;
-    if (const std::string failure = failureOf(way, outcome); !failure.empty()) {
+    if (const std::string failure = failureOf(way, operation, outcome); !failure.empty()) {
         row.failures.push_back(nameOf(operation, what) + ":" + failure);
     }
 }

@@ -13,6 +13,7 @@ constexpr int kLarge = 14;
 constexpr int kIgnitionBox = 30;
 constexpr int kLimiterBox = 112;
 constexpr int kReads = 8'000;  // ms, of what a window reads when it opens
+constexpr int kOtherEdge = 1;  // the row of the sensor type that the factory has not chosen
 constexpr const char* kTuneFile = "other tune.txt";
 constexpr const char* kImageFile = "other image.txt";
 
@@ -101,8 +102,7 @@ void editLaunch(Desk& desk, std::string_view window) {
 
 void editIgnitionSetup(Desk& desk) {
     desk.control<TextBox>(kIgnitionMaps, "txtchargetime").ToolTipText = "222";
-    auto& edge = desk.control<ComboBox>(kIgnitionMaps, "Combosensortype");
-    edge.choose(1 - edge.ListIndex);
+    desk.control<ComboBox>(kIgnitionMaps, "Combosensortype").choose(kOtherEdge);
 }
 
 void editLimiter(Desk& desk) {
@@ -125,6 +125,25 @@ void editImage(Desk& desk) {
     }
     desk.machine.folder.write(kImageFile, text);
     desk.machine.dialogs.answerFile(desk.machine.folder / kImageFile);
+}
+
+// The same operation after a backup of the EEPROM, by which all its cells are known.
+Operation backedUp(Operation operation) {
+    operation.edit = [edit = operation.edit](Desk& desk) {
+        backUp(desk);
+        edit(desk);
+    };
+    operation.name += ", backed up before";
+    operation.storesUnread = false;
+    operation.backsUp = true;
+    return operation;
+}
+
+// With and without a backup.
+void addUnread(std::vector<Operation>& all, Operation operation) {
+    operation.storesUnread = true;
+    all.push_back(operation);
+    all.push_back(backedUp(std::move(operation)));
 }
 
 void editRaw(Desk& desk, const char* address, const char* value) {
@@ -182,7 +201,12 @@ void addSettings(std::vector<Operation>& all) {
     };
     for (const auto& group : kGroups) {
         const auto edit = group.button == std::string_view("btnSaveVolt") ? editVoltage : editSettings;
-        all.push_back({std::string("settings: ") + group.name, kFull, edit, pressing(kSettings, group.button)});
+        Operation save{std::string("settings: ") + group.name, kFull, edit, pressing(kSettings, group.button)};
+        if (group.button == std::string_view("btnSaveLambda")) {
+            addUnread(all, std::move(save));
+        } else {
+            all.push_back(std::move(save));
+        }
     }
 }
 
@@ -203,11 +227,11 @@ std::vector<Operation> makeOperations() {
     addMaps(all, "", kFull, kMaps, {"F"}, {"A"});
     addMaps(all, "large ", kLarge, kLargeMaps, {"F", "246"}, {"A", "248"});
     addSettings(all);
-    all.push_back(
-        {"EEPROM byte", kFull, [](Desk& desk) { editRaw(desk, "1013", "170"); }, pressing(kSettings, "Command1")});
+    addUnread(all,
+              {"EEPROM byte", kFull, [](Desk& desk) { editRaw(desk, "700", "170"); }, pressing(kSettings, "Command1")});
     all.push_back({"EEPROM word", kFull, [](Desk& desk) { editRaw(desk, "511", "3210"); },
                    pressing(kSettings, "btnWriteEE16bit")});
-    all.push_back({"EEPROM image", kFull, editImage, pressing("frmSarn2", "btnUploadEEPROM")});
+    addUnread(all, {"EEPROM image", kFull, editImage, pressing("frmSarn2", "btnUploadEEPROM")});
     addBoxes(all);
     return all;
 }
@@ -240,6 +264,12 @@ void readAll(Desk& desk) {
     desk.press("frmSarn2", "btnAsetukset");
     desk.press(kSettings, "btnLoad");
     pressThose(desk, {"btnReadFuel", "btnReadIgn", "btnReadMisc", "btnReadPWM", "btnReadData", "btnReadLaunch"});
+}
+
+void backUp(Desk& desk) {
+    desk.press("frmSarn2", "btnBackup");
+    desk.wait(500);
+    static_cast<void>(desk.machine.dialogs.takeMessages());
 }
 
 // As from the factory, but for the closed throttle: the sensor's own value would be stored again.

@@ -19,6 +19,10 @@ struct Operation {
     std::function<void(Desk&)> store;
     // The halves of a map that the ECU acknowledges, as its keys name them.
     std::vector<std::string_view> halves = {};
+    // Some of its cells are never read, unless the tuner reads them: no restore point knows them.
+    bool storesUnread = false;
+    // The tuner reads the EEPROM by a backup, which tells the cells that the settings window does not read.
+    bool backsUp = false;
 };
 
 [[nodiscard]] const std::vector<Operation>& operations();
@@ -29,6 +33,8 @@ void openMaps(Desk& desk);
 void sendMaps(Desk& desk);
 // Reads them, and all settings, into the desk.
 void readAll(Desk& desk);
+// Reads all cells from 0 to 1010.
+void backUp(Desk& desk);
 
 // The EEPROM of an ECU of this type before each operation.
 [[nodiscard]] std::vector<std::uint8_t> cellsBefore(int type);

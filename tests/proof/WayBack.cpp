@@ -50,6 +50,9 @@ WayBack wayBackOf(Bench& bench, const Operation& operation, const Reference& ref
     WayBack way;
     bench.reconnect();
     readAll(*bench.desk);
+    if (operation.backsUp) {
+        backUp(*bench.desk);
+    }
     const bool isOld = outcomeNow(bench, reference) == Outcome::Old;
     way.says = (bench.desk->program.keeper().differsText(bench.point()) == "0") == isOld;
     restore(*bench.desk, bench.point(), true, false);

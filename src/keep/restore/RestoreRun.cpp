@@ -81,7 +81,16 @@ std::string RestoreRun::refusal(const Snapshot& point) const {
 }
 
 std::vector<SettingChange> RestoreRun::changes(const Snapshot& point) const {
-    return settingChanges(in_.tables.addresses, in_.connection.ecuEeprom.cells(), point.eeprom);
+    const auto& places = in_.tables.addresses;
+    const auto wanted = cellsOf(places, point);
+    auto now = in_.connection.ecuEeprom.cells();
+    for (int address = 0; address <= kLastSetting; ++address) {
+        const auto at = static_cast<std::size_t>(address);
+        if (runsOnAnother(places, in_.connection.ecuMisc.bytes(), address, wanted.at(at).byte)) {
+            now.at(at).known = link::Known::No;
+        }
+    }
+    return settingChanges(places, now, wanted);
 }
 
 bool RestoreRun::restore(const Snapshot& point, const std::string& pointName) {

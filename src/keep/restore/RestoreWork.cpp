@@ -77,7 +77,8 @@ RestoreWork::Cells RestoreWork::remaining(bool isNew) {
     for (auto cell : journal_.cells) {
         const auto byte = read(cell.address);
         cell.before = isNew ? byte : cell.before;
-        if (byte != journal_.wanted(cell)) {
+        if (byte != journal_.wanted(cell) ||
+            runsOnAnother(in_.tables.addresses, in_.connection.ecuMisc.bytes(), cell.address, journal_.wanted(cell))) {
             cells.push_back(cell);
         }
         show("looked up", ++done, journal_.cells.size());
