@@ -8,7 +8,6 @@
 #include "views/dashboard/MainParts.h"
 #include "views/dashboard/PortList.h"
 #include "views/frame/LinkMark.h"
-#include "views/frame/OpenButton.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -87,15 +86,6 @@ public:
         column.addLayout(&makeStateRow(readout), 1);
     }
 
-    // Of the windows that keep a tune.
-    void addOpeners(const link::KeepWindows& keep) {
-        if (keep.compare && keep.restore) {
-            auto& column = makeColumn();
-            column.addWidget(&makeOpenButton(kCompareButton, binder_, &card_, keep.compare));
-            column.addWidget(&makeOpenButton(kRestoreButton, binder_, &card_, keep.restore));
-        }
-    }
-
     void addSpace() { row_.addStretch(1); }
 
 private:
@@ -138,7 +128,6 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addButton(window.btnConnect, 'c');
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
-    bar.addOpeners(window.keepWindows);
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
     // When no frame comes any more the rate stays as it was.
     bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();
