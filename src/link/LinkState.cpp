@@ -62,7 +62,8 @@ LinkState::LinkState(platform::EventPump& pump, controls::MSComm& port, controls
       port_(port),
       poll_(poll),
       receiver_(receiver),
-      look_(pump.makeAlarm([this] { refresh(); })),
+      // A message box does not stop the time: what is shown under it gets old.
+      look_(pump.makeAlarm([this] { refresh(); }, platform::AlarmKind::Command)),
       pollRuns_(poll.Enabled) {
     port_.addObserver(*this);
     poll_.addObserver(*this);

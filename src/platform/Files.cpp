@@ -78,10 +78,10 @@ std::error_code whyNotReplaced(const fs::path& place) {
     }
 }
 
-std::error_code replaceOnce(const fs::path& place, const FileContent& content) {
+std::error_code replaceOnce(const fs::path& place, const FileContent& content, const DiskFlush& toDisk) {
     NewFile file(place);
     content([&file](std::string_view bytes) { file.write(bytes); });
-    return file.takePlace();
+    return file.takePlace(toDisk);
 }
 
 }  // namespace
@@ -104,7 +104,7 @@ std::optional<std::string> readFile(const fs::path& path, std::size_t limit) {
     return content;
 }
 
-std::error_code replaceFile(const fs::path& path, const FileContent& content) {
+std::error_code replaceFile(const fs::path& path, const FileContent& content, const DiskFlush& toDisk) {
     std::error_code error;
     const fs::path place = withoutLinks(path, error);
     if (!error) {
@@ -115,7 +115,7 @@ std::error_code replaceFile(const fs::path& path, const FileContent& content) {
     }
     NewFile::removeLeftovers(place);
     for (int turn = 1; turn <= kTries; ++turn) {
-        error = replaceOnce(place, content);
+        error = replaceOnce(place, content, toDisk);
         if (error != std::errc::no_such_file_or_directory) {
             break;
         }
@@ -123,8 +123,9 @@ std::error_code replaceFile(const fs::path& path, const FileContent& content) {
     return error;
 }
 
-std::error_code replaceFile(const fs::path& path, std::string_view content) {
-    return replaceFile(path, [content](const FileSink& write) { write(content); });
+std::error_code replaceFile(const fs::path& path, std::string_view content, const DiskFlush& toDisk) {
+    return replaceFile(
+        path, [content](const FileSink& write) { write(content); }, toDisk);
 }
 
 std::error_code moveFile(const fs::path& from, const fs::path& to) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/DiskFlush.h"
 #include "platform/WallTime.h"
 
 namespace korvane::platform {
@@ -28,8 +29,12 @@ using FileContent = std::function<void(const FileSink&)>;
 // The content is written beside the file under its name, cut if need be, with ".korvane-" and 12 hexadecimal digits
 // behind it. Such files, left behind by a program that was killed, are removed before. If that happens to a file that a
 // running program is writing, it is made anew, up to three times in all.
-[[nodiscard]] std::error_code replaceFile(const std::filesystem::path& path, const FileContent& content);
-[[nodiscard]] std::error_code replaceFile(const std::filesystem::path& path, std::string_view content);
+//
+// `toDisk` as NewFile::takePlace() takes it.
+[[nodiscard]] std::error_code replaceFile(const std::filesystem::path& path, const FileContent& content,
+                                          const DiskFlush& toDisk = {});
+[[nodiscard]] std::error_code replaceFile(const std::filesystem::path& path, std::string_view content,
+                                          const DiskFlush& toDisk = {});
 
 // Gives the regular file at `from`, or the link to one, the name `to`. A file of that name is not replaced: the result
 // is then std::errc::file_exists. What is no regular file is not moved.

@@ -36,8 +36,8 @@ TEST_F(KeepNames, AddMakesOne) {
 }
 
 TEST_F(KeepNames, TheNewestIsOne) {
-    run("call keep.add a");
-    run("call keep.add b");
+    run("call keep.add \"a\"");
+    run("call keep.add \"b\"");
     EXPECT_EQ(run("get keep(1).note"), "ok \"b\"");
     EXPECT_EQ(run("get keep(2).note"), "ok \"a\"");
 }
@@ -46,12 +46,12 @@ TEST_F(KeepNames, NotesAreTyped) {
     run("call keep.add");
     EXPECT_EQ(run("call keep.note 1 \"new words\""), "ok");
     EXPECT_EQ(run("get keep(1).note"), "ok \"new words\"");
-    EXPECT_THAT(run("call keep.note 2 x"), HasSubstr("the last restore point is 1"));
+    EXPECT_THAT(run("call keep.note 2 \"x\""), HasSubstr("the last restore point is 1"));
 }
 
 TEST_F(KeepNames, RemoveTakesOneAway) {
-    run("call keep.add a");
-    run("call keep.add b");
+    run("call keep.add \"a\"");
+    run("call keep.add \"b\"");
     EXPECT_EQ(run("call keep.remove 1"), "ok");
     EXPECT_EQ(run("get keep.count"), "ok 1");
     EXPECT_EQ(run("get keep(1).note"), "ok \"a\"");
@@ -73,8 +73,8 @@ TEST_F(KeepNames, RestoreBringsMapsBackAsOneStep) {
 
 TEST_F(KeepNames, RestoreSaysWhatItCantBring) {
     run("call keep.add");
-    EXPECT_EQ(run("call keep.restore 1 fuel"), "ok \"Nothing was restored. It does not know the fuel map.\"");
-    EXPECT_THAT(run("call keep.restore 1 all"),
+    EXPECT_EQ(run("call keep.restore 1 \"fuel\""), "ok \"Nothing was restored. It does not know the fuel map.\"");
+    EXPECT_THAT(run("call keep.restore 1 \"all\""),
                 HasSubstr("error keep.restore: the parts are fuel, ignition, pwm, settings and edited"));
     run("set SWType 14");
     EXPECT_EQ(run("call keep.restore 1 \"fuel edited\""),

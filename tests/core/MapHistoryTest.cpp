@@ -100,22 +100,29 @@ TEST_F(MapHistoryTest, AnotherBlockAnotherCellAndTheOtherDirectionAreStepsOfThei
     EXPECT_EQ(history_.count(), 5U);
 }
 
-TEST_F(MapHistoryTest, ACommandBehindAnUndoIsNotCountedWithTheStepBefore) {
+TEST_F(MapHistoryTest, EachKeyOnACellIsAStep) {
     readFuel(90);
     press(17);
-    press(18);
-    static_cast<void>(history_.goTo(1));
     press(17);
     EXPECT_THAT(words(), ElementsAre("Fuel: cell 18 from 90 to 91", "Fuel: cell 18 from 91 to 92"));
 }
 
+TEST_F(MapHistoryTest, ACommandBehindAnUndoIsNotCountedWithTheStepBefore) {
+    readFuel(90);
+    raiseBlock(17, 33);
+    press(50);
+    static_cast<void>(history_.goTo(1));
+    raiseBlock(17, 33);
+    EXPECT_THAT(words(), ElementsAre("Fuel: block 18 to 34 up by 1", "Fuel: block 18 to 34 up by 1"));
+}
+
 TEST_F(MapHistoryTest, ACommandBehindARedoIsNotCountedWithTheStepBefore) {
     readFuel(90);
-    press(17);
+    raiseBlock(17, 33);
     static_cast<void>(history_.goTo(0));
     static_cast<void>(history_.goTo(1));
-    press(17);
-    EXPECT_THAT(words(), ElementsAre("Fuel: cell 18 from 90 to 91", "Fuel: cell 18 from 91 to 92"));
+    raiseBlock(17, 33);
+    EXPECT_THAT(words(), ElementsAre("Fuel: block 18 to 34 up by 1", "Fuel: block 18 to 34 up by 1"));
 }
 
 TEST_F(MapHistoryTest, ANewChangeDropsWhatWasUndone) {

@@ -51,6 +51,7 @@ TEST(PointFileTest, FitsIntoTwoBlocksWithTheLongestReason) {
 
 TEST(PointFileTest, CutsAReasonBetweenCharacters) {
     auto point = partPoint();
+    point.reason.clear();
     for (int i = 0; i < 200; ++i) {
         point.reason += "\xC3\xA4";
     }

@@ -122,6 +122,23 @@ TEST(RestoreJournalTest, EachKindOfEcuHasItsOwnFile) {
     EXPECT_FALSE(file.load({11, 3386}).journal);
 }
 
+TEST(RestoreJournalTest, IsOnTheDiskBeforeTheFirstCellIsWritten) {
+    const support::TempFolder folder;
+    int flushed = 0;
+    const JournalFile file(folder.path(), [&](const std::filesystem::path&) { return ++flushed, std::error_code(); });
+    auto begun = journal();
+    begun.written = 0;
+    EXPECT_EQ(file.save(begun), "");
+    EXPECT_EQ(flushed, 2) << "the file and its folder";
+    begun.written = 1;
+    EXPECT_EQ(file.save(begun), "");
+    EXPECT_EQ(flushed, 2);
+    const JournalFile failing(folder.path(),
+                              [](const std::filesystem::path&) { return std::make_error_code(std::errc::io_error); });
+    begun.written = 0;
+    EXPECT_THAT(failing.save(begun), testing::HasSubstr("can't be written"));
+}
+
 TEST(RestoreJournalTest, AFolderInItsPlaceIsToldAndStays) {
     const support::TempFolder folder;
     const JournalFile file(folder.path());

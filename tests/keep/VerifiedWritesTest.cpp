@@ -82,7 +82,7 @@ protected:
         void verify(bool on = true) { window.verify.On = on; }
         // The next byte `from` that goes to the ECU, behind `skipped` others, arrives as `to`.
         void change(int skipped, int to) {
-            toEcu = [this, left = skipped, to](std::uint8_t byte) mutable {
+            toEcu = [left = skipped, to](std::uint8_t byte) mutable {
                 return left-- == 0 ? static_cast<std::uint8_t>(to) : byte;
             };
         }

@@ -169,6 +169,16 @@ TEST_F(Marks3DTest, TheEnginesCellIsMarkedWhileItIsInTheMap) {
     EXPECT_EQ(engine(), Marks3D::kNoCell);
 }
 
+TEST_F(Marks3DTest, TheEnginesCellIsNotMarkedInAMapOfAnotherSizeThanTheEcus) {
+    tables_.SWType = 14;
+    tables_.MapPlace = 35;
+    window_.updateMapPlace();
+    EXPECT_EQ(engine(), Marks3D::kNoCell);
+    tables_.SWType = 11;
+    window_.updateMapPlace();
+    EXPECT_EQ(engine(), 35);
+}
+
 TEST_F(Marks3DTest, TheFocusIsMarkedWhileItsMapIsOnShow) {
     frm3Dmap_.open();
     frm3Dmap_.Update3D(kFuelTable);

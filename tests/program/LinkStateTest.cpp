@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "link/Frames.h"
 #include "link/LinkState.h"
 #include "support/PropertyWatch.h"
 #include "support/VirtualProgram.h"
@@ -37,6 +38,29 @@ private:
 
     LinkState& link_;
     const platform::EventPump& pump_;
+};
+
+// A message box is open: the program's alarms wait.
+class PumpUnderABox : public platform::EventPump {
+public:
+    explicit PumpUnderABox(platform::EventPump& pump) : pump_(pump) {}
+
+    [[nodiscard]] platform::Micros now() const override { return pump_.now(); }
+    [[nodiscard]] platform::WallTime wallTime() const override { return pump_.wallTime(); }
+    void pump() override { pump_.pump(); }
+    void wait(int milliseconds) override { pump_.wait(milliseconds); }
+    void sleep(int milliseconds) override { pump_.sleep(milliseconds); }
+    void whenSettled(std::function<void()> call, platform::Micros patience) override {
+        pump_.whenSettled(std::move(call), patience);
+    }
+    [[nodiscard]] std::unique_ptr<platform::Alarm> makeAlarm(std::function<void()> call,
+                                                             platform::AlarmKind kind) override {
+        return pump_.makeAlarm(kind == platform::AlarmKind::Program ? std::function<void()>([] {}) : std::move(call),
+                               kind);
+    }
+
+private:
+    platform::EventPump& pump_;
 };
 
 // The interval of the poll is 10 ms; nobody answers but the test. The identity is not asked for.
@@ -82,6 +106,20 @@ TEST_F(LinkStateTest, IsLateASecondBehindTheLastLiveFrame) {
     EXPECT_EQ(age(), 1000);
     live();
     EXPECT_EQ(state(), State::Live);
+}
+
+TEST_F(LinkStateTest, GetsLateUnderAMessageBoxToo) {
+    open();
+    PumpUnderABox box(program_.pump);
+    LinkState link(box, program_.window.MSComm1, program_.window.TimerRequestData, program_.window.receiver);
+    program_.window.MSComm1.setPortOpen(false);
+    program_.window.MSComm1.setPortOpen(true);
+    poll(true);
+    link.frameReceived(kLiveDataFrame, program_.pump.now());
+    const StateNotes watch(link, program_.pump);
+    const auto begin = program_.pump.milliseconds();
+    wait(5000);
+    EXPECT_THAT(watch.notes, ElementsAre(std::to_string(begin + 1000) + " late"));
 }
 
 TEST_F(LinkStateTest, IsLateAfterThreePollsWhereTheseTakeLonger) {

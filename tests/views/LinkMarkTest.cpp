@@ -103,6 +103,18 @@ TEST_F(LinkMarkTest, EveryWindowHasOneBadge) {
     }
 }
 
+// 1920 by 1080 at 200 %, less the scroll bar.
+TEST_F(LinkMarkTest, ALowMainWindowHasRoomForTheWordsOfTheBadge) {
+    window.resize(944 * 15, 500 * 15);
+    open();
+    live();
+    receiveFrame('y', {255, 255, 13, 58, 11});
+    settle();
+    EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+    const auto& badge = find<LinkBadge>(view(), "linkBadge");
+    EXPECT_GE(badge.width(), badge.sizeHint().width());
+}
+
 TEST_F(LinkMarkTest, TheBadgeSaysTheStateAndTheAgeOfTheData) {
     EXPECT_EQ(badge(), "Closed");
     open();

@@ -63,6 +63,11 @@ TEST_F(LowBoxWindow, OfTheIgnitionBoxShowsTheMapTheSendButtonsAndTheStatusLine) 
     }
 }
 
+TEST_F(LowBoxWindow, OfTheIgnitionBoxBeginsInTheMap) {
+    open(30);
+    EXPECT_TRUE(find("txtIgn").hasFocus());
+}
+
 TEST_F(LowBoxWindow, OfTheIgnitionBoxHasItsGroupsOnASecondPage) {
     open(30);
     EXPECT_FALSE(find("txtchargetime").isVisible());

@@ -66,6 +66,14 @@ TEST_F(LowWindow, BeginsInTheMap) {
     EXPECT_TRUE(pages().hasFocus());
 }
 
+// Arrow keys move in it and do not turn the page.
+TEST_F(LowWindow, OfLargeMapsBeginsInTheMap) {
+    open(true, kLow);
+    EXPECT_TRUE(find("txtFuel").hasFocus());
+    key(find("txtFuel"), Qt::Key_Tab);
+    EXPECT_TRUE(find("TabStrip1").hasFocus());
+}
+
 TEST_F(LowWindow, HasTheOtherMapOnASecondPage) {
     open(false, kLow);
     EXPECT_TRUE(pages().isVisible());

@@ -172,6 +172,18 @@ TEST_F(MapMarksTest, AlignedNumbersHaveTheirPointsBelowEachOther) {
     EXPECT_NEAR(leftmostInk(33), leftmostInk(1), 2);
 }
 
+// 1 / 12 as a file brings it: the text of the control stays as it is.
+TEST_F(MapMarksTest, ANumberWithMoreDecimalsThanACellCanHoldIsCutBehindThree) {
+    maps_->pwm(64).Text = "3.33333333333333E-05";
+    maps_->pwm(65).Text = "0.0833333333333333";
+    maps_->pwm(66).Text = "12.9688";
+    frame();
+    EXPECT_EQ(grid("txtPWM").cell(64).text, "3.33333333333333E-05");
+    EXPECT_EQ(grid("txtPWM").cell(65).text, "0.083");
+    EXPECT_EQ(grid("txtPWM").cell(66).text, "12.9688");
+    EXPECT_EQ(maps_->pwm(65).Text, "0.0833333333333333");
+}
+
 TEST_F(MapMarksTest, AllGridsOfAWindowWriteDigitsOfOneSize) {
     EXPECT_EQ(grid("txtFuel").digitPixels(), grid("txtIgn").digitPixels());
     const int before = grid("txtIgn").digitPixels();

@@ -252,6 +252,33 @@ TEST_F(MiscViewTest, ProgressStandsBesideTheStatusWhileAReadRuns) {
     EXPECT_LT(bar.x(), status.x() + status.sizeHint().width() + bar.height() * 2);
 }
 
+// 1920 by 1080 at 200 %, less the title bar.
+TEST_F(MiscViewTest, ALowWindowScrollsItsPagesAboveTheFoot) {
+    resize(960, 500);
+    const auto isInView = [this](const char* name) {
+        return find(name).visibleRegion().boundingRect() == find(name).rect();
+    };
+    for (int tab = 1; tab <= settings::kPages; ++tab) {
+        showTab(tab);
+        for (const char* name : {"tbsOptions", "btnLoad", "btnReadFromFile", "status"}) {
+            EXPECT_TRUE(isInView(name)) << tab << name;
+        }
+        for (const auto* scroll : view().findChildren<QScrollArea*>()) {
+            EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0) << tab;
+        }
+    }
+    showTab(2);
+    EXPECT_FALSE(isInView("btnAccel"));
+    find("btnSaveInjAdv").setFocus();
+    for (int i = 0; i < 20 && !find("btnAccel").hasFocus(); ++i) {
+        key(*view().focusWidget(), Qt::Key_Tab);
+    }
+    settle();
+    EXPECT_TRUE(isInView("btnAccel"));
+    showTab(1);
+    EXPECT_TRUE(isInView("btnSaveMotorbrake"));
+}
+
 TEST_F(MiscViewTest, AFullReadFillsThePageOnShowAndLeavesTheTabsUsable) {
     click(find("btnLoad"));
     EXPECT_EQ(find<Readout>("status").text(), "Receiving data from target device!:  Received 100%");

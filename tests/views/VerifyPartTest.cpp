@@ -46,7 +46,8 @@ struct VerifyPartTest : testing::Test, ProgramViews {
     void expectParts(Window& form) {
         auto& box = find<QCheckBox>("verify");
         EXPECT_FALSE(box.isChecked());
-        EXPECT_FALSE(find("verifyNote").isVisible());
+        EXPECT_FALSE(find("verifyLine").isVisible());
+        EXPECT_FALSE(find("sendAgain").isVisible());
         click(box, QPoint(8, box.height() / 2));
         EXPECT_TRUE(window.verify.On);
         window.verify.On = false;
@@ -58,16 +59,22 @@ struct VerifyPartTest : testing::Test, ProgramViews {
         form.verifyReport().end(run, "cell 18 is 90, sent 93", true);
         frame();
         EXPECT_EQ(find<LongLine>("verifyLine").words().toStdString(), "Fuel: cell 18 is 90, sent 93");
-        EXPECT_TRUE(find("verifyNote").isVisible());
+        EXPECT_TRUE(find("verifyLine").isVisible());
         EXPECT_TRUE(find("sendAgain").isVisible());
         click(find("sendAgain"));
         EXPECT_EQ(again, 1);
-        EXPECT_THAT(cutTexts(view()), IsEmpty());
+        expectNothingCut();
         const int next = form.verifyReport().begin("Fuel", {});
         form.verifyReport().end(next, "verified", false);
         frame();
         EXPECT_FALSE(find("sendAgain").isVisible());
-        EXPECT_THAT(cutTexts(view()), IsEmpty());
+        expectNothingCut();
+    }
+    // The strip of the tuning agent has no size while its boxes are hidden.
+    void expectNothingCut() const {
+        auto cut = cutTexts(view());
+        std::erase(cut, "/QWidget");
+        EXPECT_THAT(cut, IsEmpty());
     }
 };
 

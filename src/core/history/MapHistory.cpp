@@ -30,9 +30,9 @@ bool fills(Kind kind) {
     return kind == Kind::Read || kind == Kind::File;
 }
 
-// A command that may come many times in a row.
+// A command that may come many times in a row. A key on a single cell is a step each time.
 bool repeats(Kind kind) {
-    return kind == Kind::KeyUp || kind == Kind::KeyDown || kind == Kind::BlockUp || kind == Kind::BlockDown;
+    return kind == Kind::BlockUp || kind == Kind::BlockDown;
 }
 
 // Whoever causes these shows them in no window.

@@ -54,7 +54,7 @@ FrmRestore::~FrmRestore() {
 void FrmRestore::connectControls() {
     txtFilter.Change = [this] {
         lstPoints.filter(txtFilter.Text.get());
-        showChosen();
+        showCount();
     };
     lstPoints.Click = [this] { showChosen(); };
     btnMake.Click = [this] {
@@ -142,6 +142,10 @@ void FrmRestore::follow() {
 
 void FrmRestore::showPoints() {
     lstPoints.reload();
+    showCount();
+}
+
+void FrmRestore::showCount() {
     const auto all = std::to_string(lstPoints.pointCount());
     const auto shown = std::to_string(lstPoints.rowCount());
     lblCount.Caption = shown == all ? all + " restore points" : shown + " of " + all + " restore points";

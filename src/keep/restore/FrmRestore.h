@@ -60,6 +60,7 @@ private:
     void act(const std::function<std::string(const std::string& name)>& action);
     void follow();
     void showPoints();
+    void showCount();
     void showChosen();
     void showMaps(const Decoded<Snapshot>& point);
     void showButtons();

@@ -204,7 +204,8 @@ std::string JournalFile::save(const RestoreJournal& journal) const {
     std::error_code error;
     fs::create_directories(folder_, error);
     if (!error) {
-        error = platform::replaceFile(path(journal.ecu), encodeJournal(journal));
+        error = platform::replaceFile(path(journal.ecu), encodeJournal(journal),
+                                      journal.written == 0 ? toDisk_ : platform::DiskFlush());
     }
     return error ? "the journal can't be written: " + error.message() : std::string();
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "keep/point/Snapshot.h"
+#include "platform/DiskFlush.h"
 
 namespace korvane::keep {
 
@@ -66,10 +67,12 @@ struct JournalFound {
 // new one.
 class JournalFile {
 public:
-    explicit JournalFile(std::filesystem::path folder) : folder_(std::move(folder)) {}
+    explicit JournalFile(std::filesystem::path folder, platform::DiskFlush toDisk = {})
+        : folder_(std::move(folder)), toDisk_(std::move(toDisk)) {}
 
     [[nodiscard]] JournalFound load(const EcuKind& ecu) const;
-    // In plain words why it was not written; empty if it was. The folder is made if need be.
+    // In plain words why it was not written; empty if it was. The folder is made if need be. Before the first cell is
+    // written a loss of power must not take the journal; later an older one does as well.
     [[nodiscard]] std::string save(const RestoreJournal& journal) const;
     void remove(const EcuKind& ecu) const;
 
@@ -77,6 +80,7 @@ public:
 
 private:
     std::filesystem::path folder_;
+    platform::DiskFlush toDisk_;
 };
 
 }  // namespace korvane::keep

@@ -48,7 +48,7 @@ EcuKind kindIn(std::span<const std::uint8_t> payload, int lastType) {
 }  // namespace
 
 RestoreRun::RestoreRun(const Surroundings& surroundings, std::filesystem::path folder)
-    : in_(surroundings), file_(std::move(folder)) {
+    : in_(surroundings), file_(std::move(folder), surroundings.machine.toDisk) {
     in_.connection.witnesses.add(*this);
     in_.connection.MSComm1.addObserver(*this);
 }

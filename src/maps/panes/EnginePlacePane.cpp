@@ -31,8 +31,8 @@ void EnginePlacePane::updateMapPlace() {
     }
     markCell(tables.MapPlace, controls::kRed);
     tables.PrevMapPlace = tables.MapPlace;
-    showPlace();
     paneWindow().showNotes();
+    showPlace();
 }
 
 void EnginePlacePane::showPlace() {
@@ -45,7 +45,9 @@ void EnginePlacePane::showPlace() {
             grid->EngineCell = cell;
         }
     }
-    context.frm3Dmap.engineAt(known ? place : Marks3D::kNoCell);
+    // There the mark bears the speed and load of its cell, which are others in a map of another size.
+    const bool agrees = paneWindow().sizeNote.Text.get().empty();
+    context.frm3Dmap.engineAt(known && agrees ? place : Marks3D::kNoCell);
 }
 
 void EnginePlacePane::markCell(int cell, controls::Color color) {

@@ -8,7 +8,6 @@
 #include "views/dashboard/MainParts.h"
 #include "views/dashboard/PortList.h"
 #include "views/frame/LinkMark.h"
-#include "views/frame/OpenButton.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -23,7 +22,6 @@ namespace {
 constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
 constexpr int kBadgeGap = 4;
-constexpr int kListCharacters = 7;
 
 // Wide enough for both of its captions, so that nothing moves when they change.
 class ConnectButton : public QPushButton {
@@ -48,9 +46,9 @@ public:
     [[nodiscard]] Card& card() { return card_; }
 
     template <class List = DropDown>
-    void addList(controls::ComboBox& box, const QString& caption) {
+    void addList(controls::ComboBox& box, const QString& caption, const QString& longest) {
         auto& list = child<List>(&card_);
-        list.setMinimumContentsLength(kListCharacters);
+        list.setMinimumContentsLength(static_cast<int>(longest.size()));
         binder_.bind(box, list);
         addColumn(child<Caption>(&card_, caption, &list), list);
     }
@@ -86,15 +84,6 @@ public:
         auto& column = makeColumn();
         column.addLayout(&line);
         column.addLayout(&makeStateRow(readout), 1);
-    }
-
-    // Of the windows that keep a tune.
-    void addOpeners(const link::KeepWindows& keep) {
-        if (keep.compare && keep.restore) {
-            auto& column = makeColumn();
-            column.addWidget(&makeOpenButton(kCompareButton, binder_, &card_, keep.compare));
-            column.addWidget(&makeOpenButton(kRestoreButton, binder_, &card_, keep.restore));
-        }
     }
 
     void addSpace() { row_.addStretch(1); }
@@ -133,13 +122,12 @@ private:
 
 QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Bar bar(binder, parent);
-    bar.addList<PortList>(window.ComboPort, QStringLiteral("&Port"));
-    bar.addList(window.ComboBaud, QStringLiteral("&Speed"));
-    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"));
+    bar.addList<PortList>(window.ComboPort, QStringLiteral("&Port"), QStringLiteral("COM15"));
+    bar.addList(window.ComboBaud, QStringLiteral("&Speed"), QStringLiteral("230400"));
+    bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"), QStringLiteral("275"));
     bar.addButton(window.btnConnect, 'c');
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
-    bar.addOpeners(window.keepWindows);
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
     // When no frame comes any more the rate stays as it was.
     bar.addReadout(window.lblPackets, QStringLiteral("Packets/s"), QStringLiteral("100")).setFromEcu();

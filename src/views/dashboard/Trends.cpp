@@ -7,6 +7,7 @@
 
 #include "views/dashboard/MainParts.h"
 #include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PlainTip.h"
@@ -42,6 +43,16 @@ QLabel& makeLogCounts(logs::LogCounts& counts, Binder& binder, QWidget* parent) 
     return label;
 }
 
+// The windows that keep a tune.
+void addOpeners(QHBoxLayout& row, const link::KeepWindows& keep, Binder& binder, QWidget* parent) {
+    if (keep.compare && keep.restore) {
+        auto& openers = child<QHBoxLayout>(kNobody);
+        openers.addWidget(&makeOpenButton(kCompareButton, binder, parent, keep.compare));
+        openers.addWidget(&makeOpenButton(kRestoreButton, binder, parent, keep.restore));
+        row.addLayout(&openers);
+    }
+}
+
 QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kOptionGap);
@@ -54,6 +65,7 @@ QLayout& makeOptions(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     row.addWidget(&makeBox(window.chkDatalog, 'e', binder, parent));
     row.addWidget(&file, 2);
     row.addWidget(&makeLogCounts(window.logCounts, binder, parent), 1);
+    addOpeners(row, window.keepWindows, binder, parent);
     return row;
 }
 

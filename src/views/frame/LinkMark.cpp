@@ -30,7 +30,7 @@ LinkMark::LinkMark(link::LinkState& link, std::function<void()> closePort, platf
       view_(*view),
       badge_(child<LinkBadge>(this)),
       stop_(child<QPushButton>(this)),
-      nextSecond_(pump.makeAlarm([this] { showAge(); })) {
+      nextSecond_(pump.makeAlarm([this] { showAge(); }, platform::AlarmKind::Device)) {
     auto& row = child<QHBoxLayout>(this);
     row.setContentsMargins(0, 0, 0, 0);
     row.addWidget(&stop_);
@@ -127,7 +127,7 @@ void LinkMark::showState() {
     showAge();
 }
 
-// While live data comes in nothing changes with the time.
+// While live data comes in nothing changes with the time. It goes on while the program blocks or shows a message box.
 void LinkMark::showAge() {
     if (link_ == nullptr) {
         return;

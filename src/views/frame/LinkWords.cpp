@@ -31,7 +31,8 @@ const Saying& sayingOf(const link::LinkState& link) {
                QStringLiteral("Live data comes in.")},
         Saying{{LinkBadge::Shape::Triangle, QColor(225, 45, 40)},
                QStringLiteral("Late"),
-               QStringLiteral("The ECU does not answer: what is shown is old.")},
+               QStringLiteral("No live data comes in: what is shown is old.\n"
+                              "The ECU does not answer, or an open message box keeps the program from asking.")},
         Saying{{LinkBadge::Shape::Bars, QColor(50, 120, 210)},
                QStringLiteral("Paused"),
                QStringLiteral("The ECU is not asked for live data: what is shown of it is old.\n"

@@ -1,29 +1,17 @@
 #include "views/frame/VerifyPart.h"
 
 #include <QHBoxLayout>
-#include <QPushButton>
 
 #include "views/frame/ObjectPart.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Palette.h"
 #include "views/widgets/Spacing.h"
-#include "views/widgets/values/LongLine.h"
 
 namespace korvane::views {
 
 namespace {
 
 constexpr double kFailureShare = 0.3;  // of the text's colour in the red
-
-QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
-    auto& again = child<QPushButton>(parent, QStringLiteral("Send again"));
-    again.setObjectName(QStringLiteral("sendAgain"));
-    again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
-    QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
-        binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });
-    });
-    return again;
-}
 
 }  // namespace
 
@@ -37,25 +25,37 @@ QCheckBox& makeVerifyBox(link::VerifySwitch& choice, Binder& binder, QWidget* pa
     return box;
 }
 
+LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* parent) {
+    auto& line = child<LongLine>(parent);
+    line.setObjectName(QStringLiteral("verifyLine"));
+    ObjectPart::bind(binder, {&report}, [&report, &line, parent] {
+        const auto ink = parent->palette().color(QPalette::WindowText);
+        setOwnColor(line, QPalette::WindowText, report.Failed ? mixed(hues::kRedLamp, ink, kFailureShare) : QColor());
+        line.setWords(QString::fromStdString(report.Text));
+        line.setVisible(!report.Text.get().empty());
+    });
+    return line;
+}
+
+QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
+    auto& again = child<QPushButton>(parent, QStringLiteral("Send again"));
+    again.setObjectName(QStringLiteral("sendAgain"));
+    again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
+    QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
+        binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });
+    });
+    ObjectPart::bind(binder, {&report}, [&report, &again] { again.setVisible(report.Failed); });
+    return again;
+}
+
 QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
     auto& note = child<QWidget>(parent);
-    note.setObjectName(QStringLiteral("verifyNote"));
     auto& row = child<QHBoxLayout>(&note);
     row.setContentsMargins(0, 0, 0, 0);
     row.setSpacing(kSpacing);
-    auto& line = child<LongLine>(&note);
-    line.setObjectName(QStringLiteral("verifyLine"));
-    auto& again = makeAgainButton(report, window, binder, &note);
-    row.addWidget(&line, 1);
-    row.addWidget(&again);
-    ObjectPart::bind(binder, {&report}, [&report, &note, &line, &again, parent] {
-        const QPalette around = parent->palette();
-        const auto ink = around.color(QPalette::WindowText);
-        setOwnColor(line, QPalette::WindowText, report.Failed ? mixed(hues::kRedLamp, ink, kFailureShare) : QColor());
-        line.setWords(QString::fromStdString(report.Text));
-        again.setVisible(report.Failed);
-        note.setVisible(!report.Text.get().empty());
-    });
+    row.addWidget(&makeVerifyLine(report, binder, &note), 1);
+    row.addWidget(&makeAgainButton(report, window, binder, &note));
+    ObjectPart::bind(binder, {&report}, [&report, &note] { note.setVisible(!report.Text.get().empty()); });
     return note;
 }
 

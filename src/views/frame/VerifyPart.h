@@ -2,18 +2,24 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QWidget>
 
 #include "fields/VerifyReport.h"
 #include "link/VerifySwitch.h"
 #include "views/frame/Binder.h"
+#include "views/widgets/values/LongLine.h"
 
 namespace korvane::views {
 
 [[nodiscard]] QCheckBox& makeVerifyBox(link::VerifySwitch& choice, Binder& binder, QWidget* parent);
 
-// One line, as wide as its place, and behind it the button that sends again what has failed. Hidden before the first
-// verification.
+// What came of it, as wide as its place; hidden before the first verification.
+[[nodiscard]] LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* parent);
+// Sends again what has failed; hidden while nothing has.
+[[nodiscard]] QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder,
+                                           QWidget* parent);
+// Both, one beside the other.
 [[nodiscard]] QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, Binder& binder,
                                       QWidget* parent);
 

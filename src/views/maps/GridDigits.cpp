@@ -6,7 +6,9 @@ namespace korvane::views {
 
 namespace {
 constexpr int kShortest = 4;  // characters
-}
+constexpr int kLongest = 7;
+constexpr int kDecimals = 3;
+}  // namespace
 
 void TextLengths::count(qsizetype length, int change) {
     if (length > 0) {
@@ -25,6 +27,11 @@ int TextLengths::longest() const {
 qsizetype pointOf(const QString& text) {
     const auto point = text.indexOf(u'.');
     return point < 0 ? text.size() : point;
+}
+
+QString cellText(const QString& text) {
+    const bool isLong = text.size() > kLongest && !text.contains(u'E');
+    return isLong ? text.left(pointOf(text) + 1 + kDecimals) : text;
 }
 
 void GridTexts::replace(const QString& before, const QString& after) {

@@ -42,6 +42,10 @@ private:
 // Where the characters before the decimal point end.
 [[nodiscard]] qsizetype pointOf(const QString& text);
 
+// A number with more decimals than a cell can hold, as the PWM table has them from a file, is cut to three of them, as
+// it is when the ECU sends it.
+[[nodiscard]] QString cellText(const QString& text);
+
 // What a number has to fit.
 struct DigitRoom {
     QSize cell;

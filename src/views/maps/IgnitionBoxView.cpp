@@ -120,7 +120,7 @@ void IgnitionBoxView::fillRight() {
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
     transfer.addButtons(maps_.btnReadIgn, 'i', maps_.btnWriteIgn, 'g');
     transfer.addButtons(maps_.btnReadMisc, 'm', maps_.btnSaveMisc, 'c');
-    transfer.addVerifyBox(maps_.verifySwitch(), 0);
+    transfer.addVerify(maps_, 0);
     right.addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     live.addBox(maps_.chkOnlineChanges, 'e', 0);
@@ -148,6 +148,8 @@ void IgnitionBoxView::orderTabs() {
     addAll(maps_.optINJMaxOpen);
     add(maps_.btnLoad, maps_.btnSave, maps_.btnShow3D, maps_.btnHelp);
     binder().setTabOrder(order);
+    // Behind the grid, so that a window with pages begins in its map too.
+    setTabOrder(binder().widgetOf(&maps_.ign(0)), &pages_.tabs());
 }
 
 }  // namespace korvane::views

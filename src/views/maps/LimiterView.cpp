@@ -68,9 +68,10 @@ Card& LimiterView::makeBar() {
     auto& heard = child<QHBoxLayout>(kNobody);
     heard.setSpacing(kSpacing);
     heard.addWidget(&makeAnswersNote(window_.answers, binder(), &card), 1);
-    heard.addWidget(&makeVerifyNote(window_.verifyReport(), window_, binder(), &card), 2);
+    heard.addWidget(&makeVerifyLine(window_.verifyReport(), binder(), &card), 2);
     state.addLayout(&heard);
     row.addLayout(&state, 1);
+    row.addWidget(&makeAgainButton(window_.verifyReport(), window_, binder(), &card));
     row.addWidget(&makeCommand(window_.btnReadData, 'r', binder(), &card));
     row.addWidget(&makeCommand(window_.btnSendSettings, 's', binder(), &card));
     row.addWidget(&makeVerifyBox(window_.verifySwitch(), binder(), &card));

@@ -13,6 +13,7 @@
 #include "maps/grid/MapGrid.h"
 #include "views/frame/Binder.h"
 #include "views/frame/Keys.h"
+#include "views/maps/GridDigits.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/Reveal.h"
 
@@ -138,8 +139,8 @@ private:
 
     void showCell(int index) {
         const auto& cell = grid_(index);
-        view_.setCell(index,
-                      {QString::fromStdString(cell.Text), cell.BackColor, cell.ForeColor, cell.FontBold, cell.Enabled});
+        view_.setCell(index, {cellText(QString::fromStdString(cell.Text)), cell.BackColor, cell.ForeColor,
+                              cell.FontBold, cell.Enabled});
         if (index == 0) {
             view_.setTextScale(cell.FontSize / kUsualFontSize);
         }

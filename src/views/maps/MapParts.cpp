@@ -58,7 +58,6 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
     if (bar.answers != nullptr) {
         heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent), 1);
     }
-    heard.addWidget(&makeVerifyNote(bar.window.verifyReport(), bar.window, binder, parent), 2);
     state.addLayout(&heard, 1, 0);
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
@@ -174,9 +173,11 @@ void PairCard::addWideBox(controls::CheckBox& box, char mnemonic) {
     rows_.addWidget(&make(box, mnemonic), ++row_, 0, 1, 2);
 }
 
-void PairCard::addVerifyBox(link::VerifySwitch& choice, int column) {
+void PairCard::addVerify(link::VerifySwitch& choice, fields::VerifyReport& report, controls::Window& window,
+                         int column) {
     row_ += column == 0 ? 1 : 0;
     rows_.addWidget(&makeVerifyBox(choice, binder_, &card_), row_, column);
+    rows_.addWidget(&makeVerifyNote(report, window, binder_, &card_), ++row_, 0, 1, 2);
 }
 
 QWidget& PairCard::make(controls::CheckBox& box, char mnemonic) {

@@ -147,7 +147,7 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
     transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
     transfer.addBox(window.chkShowPwm, 'b', 0);
-    transfer.addVerifyBox(window.verifySwitch(), 1);
+    transfer.addVerify(window, 1);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);
@@ -162,8 +162,8 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
     addStatusLine();
     addCommands(window);
     addLowerCards();
-    orderTabs({&window.TabStrip1, &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode,
-               &window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.btnReadFuel,
+    orderTabs({&window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.TabStrip1,
+               &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode, &window.btnReadFuel,
                &window.btnWriteFuel, &window.btnReadIgn, &window.btnWriteIgn, &window.btnReadPWM, &window.btnSavePWM,
                &window.btnReadMisc, &window.btnSaveMisc, &window.chkTrace, &window.chkOnlineChanges,
                &window.chkFocusOnMAP});
@@ -205,7 +205,7 @@ void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     addTransfers(transfer);
     transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
-    transfer.addVerifyBox(window.verifySwitch(), 0);
+    transfer.addVerify(window, 0);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);

@@ -15,6 +15,7 @@
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/PaneStack.h"
+#include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TabRow.h"
 #include "views/widgets/values/LongLine.h"
@@ -29,6 +30,12 @@ using Fill = void (*)(settings::MiscControls&, Binder&, QWidget*);
 constexpr std::array<Fill, settings::kPages> kFills{&fillIgnitionPage, &fillInjectionPage, &fillPwmPage,
                                                     &fillLambdaPage,   &fillMiscPage,      &fillFlagsPage,
                                                     &fillWarningsPage, &fillLaunchPage,    &fillToolsPage};
+
+QLayout& layoutOf(QWidget& widget) {
+    auto& layout = child<QVBoxLayout>(&widget);
+    layout.setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
 
 void keepPlace(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
@@ -58,15 +65,16 @@ QWidget& MiscView::makeTabs(settings::FrmMisc& window) {
     return tabs;
 }
 
-// Every page takes part in the size, so that none of them jumps when the tab changes.
+// Every page takes part in the size, so that none of them jumps when the tab changes. In a low window one that
+// needs it is scrolled above the foot.
 QWidget& MiscView::makePages(settings::FrmMisc& window) {
     auto& stack = child<PaneStack>(&content());
     for (int i = 0; i < settings::kPages; ++i) {
         auto& page = stack.addPage();
-        auto& inside = child<QVBoxLayout>(&page);
-        inside.setContentsMargins(0, 0, 0, 0);
-        auto& pane = child<QWidget>(&page);
-        inside.addWidget(&pane);
+        auto& column = child<ScrollColumn>(&page, ScrollColumn::Width::AtLeast);
+        layoutOf(page).addWidget(&column);
+        auto& pane = child<QWidget>(&column.inside());
+        layoutOf(column.inside()).addWidget(&pane);
         keepPlace(pane);
         binder().bindContainer(window.picOptions(i), pane);
         kFills.at(static_cast<std::size_t>(i))(window, binder(), &pane);
@@ -87,10 +95,18 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     auto& told = child<QHBoxLayout>(kNobody);
     told.setSpacing(kSpacing);
     told.addWidget(&makeSaveLine(window, inside), 1);
-    told.addWidget(&makeVerifyNote(window.verifyReport(), window, binder(), inside), 1);
+    told.addWidget(&makeVerifyLine(window.verifyReport(), binder(), inside), 1);
     lines.addLayout(&told);
     row.addLayout(&lines, 1);
-    row.addWidget(&makeVerifyBox(window.verifySwitch(), binder(), inside));
+    auto& again = makeAgainButton(window.verifyReport(), window, binder(), inside);
+    auto& verify = makeVerifyBox(window.verifySwitch(), binder(), inside);
+    verify.setText(QStringLiteral("Verif&y"));
+    // Tab goes through the page and the two buttons.
+    again.setFocusPolicy(Qt::NoFocus);
+    keepPlace(again);
+    verify.setFocusPolicy(Qt::NoFocus);
+    row.addWidget(&again);
+    row.addWidget(&verify);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
     card.fitMargins();
