@@ -23,7 +23,7 @@ TEST_F(ComparisonNamesTest, AComparisonIsOpenedWithBothSides) {
 TEST_F(ComparisonNamesTest, AnotherTextIsNoSide) {
     EXPECT_EQ(
         run(R"(call keep.compare "maps" "desk")"),
-        R"(error "desk" is no side of a comparison: ecu, maps, tune PATH, image PATH, point NAME, point-maps NAME)");
+        R"(error keep.compare: "desk" is no side of a comparison: ecu, maps, tune PATH, image PATH, point NAME, point-maps NAME)");
     EXPECT_EQ(run(R"(call keep.compare "maps")").substr(0, 5), "error");
 }
 

@@ -1,6 +1,8 @@
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QTabBar>
+#include <QToolButton>
 
 #include <gmock/gmock.h>
 
@@ -99,7 +101,7 @@ TEST_F(CompareViewTest, TheSettingsTakeThePlaceOfTheGrid) {
     EXPECT_TRUE(find<ListTable>("lstSettings").isVisible());
 }
 
-TEST_F(CompareViewTest, ASmallButtonOpensItFromTheMainAndTheMapWindows) {
+TEST_F(CompareViewTest, ItIsOpenedFromTheMainAndTheMapWindows) {
     static_cast<void>(form->unload());
     const auto isOpen = [this] { return windows.loaded().back()->name() == "frmCompare"; };
     EXPECT_FALSE(isOpen());
@@ -107,7 +109,11 @@ TEST_F(CompareViewTest, ASmallButtonOpensItFromTheMainAndTheMapWindows) {
     ASSERT_TRUE(isOpen());
     static_cast<void>(windows.loaded().back()->unload());
     program.mapWindows().open();
-    click(findIn(*host.viewOf(*windows.loaded().back()), "compare"));
+    const auto* const history = host.viewOf(*windows.loaded().back())->findChild<QToolButton*>("history");
+    ASSERT_NE(history, nullptr);
+    const auto actions = history->menu()->actions();
+    ASSERT_EQ(actions.at(4)->text().toStdString(), "&Compare\tCtrl+D");
+    actions.at(4)->trigger();
     EXPECT_TRUE(isOpen());
 }
 

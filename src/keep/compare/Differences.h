@@ -19,8 +19,6 @@ struct MapDifference {
     maps::MapGeometry shape = maps::kOrdinaryMaps;
     std::vector<int> cells;  // known on both sides and different, in rising order
     int knownOnOneSide = 0;  // cells
-
-    friend bool operator==(const MapDifference&, const MapDifference&) = default;
 };
 
 // A map whose size nobody knows has that of the other side.

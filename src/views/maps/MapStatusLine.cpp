@@ -6,12 +6,12 @@
 #include <QToolButton>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
-#include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/LongLine.h"
@@ -88,46 +88,44 @@ constexpr std::array kOrders{OrderWords{"&Undo\tCtrl+Z", maps::HistoryOrder::Und
                              OrderWords{"Re&vert cell or block\tCtrl+Backspace", maps::HistoryOrder::Revert},
                              OrderWords{"&List of all changes\tCtrl+H", maps::HistoryOrder::List}};
 
-QMenu& makeHistoryMenu(maps::PaneWindow& window, maps::MapUndo& undo, Binder& binder, QWidget* parent) {
-    auto& menu = child<QMenu>(parent);
-    for (const auto& [caption, order] : kOrders) {
-        const auto* const action = menu.addAction(QLatin1String(caption));
-        QObject::connect(action, &QAction::triggered, &menu, [&window, &undo, &binder, which = order] {
-            binder.act([&] { window.enter(window.name(), [&] { undo.obey(which, window); }); });
-        });
-    }
-    return menu;
-}
-
-// None where nobody keeps a history. The cell keeps the focus when the mouse presses the button.
-void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
+void addOrders(maps::PaneWindow& window, Binder& binder, QMenu& menu) {
     auto* const undo = window.context().undo;
     if (undo == nullptr) {
         return;
     }
+    for (const auto& [caption, order] : kOrders) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [&window, undo, &binder, which = order] {
+            binder.act([&] { window.enter(window.name(), [&] { undo->obey(which, window); }); });
+        });
+    }
+}
+
+void addOpener(const char* caption, const std::function<void()>& open, Binder& binder, QMenu& menu) {
+    if (open) {
+        const auto* const action = menu.addAction(QLatin1String(caption));
+        QObject::connect(action, &QAction::triggered, &menu, [open, &binder] { binder.act(open); });
+    }
+}
+
+// What there is not has no row. The cell keeps the focus when the mouse presses the button.
+void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row, QWidget* parent) {
     auto& button = child<QToolButton>(parent);
+    auto& menu = child<QMenu>(&button);
+    const auto& keep = window.context().connection.keepWindows;
+    addOrders(window, binder, menu);
+    addOpener("&Compare\tCtrl+D", keep.compare, binder, menu);
+    addOpener("Restore &points\tCtrl+R", keep.restore, binder, menu);
     button.setObjectName(QStringLiteral("history"));
     button.setText(QStringLiteral("History"));
     button.setAutoRaise(true);
     button.setFocusPolicy(Qt::TabFocus);
-    button.setToolTip(QStringLiteral("Undo, redo, revert, and a list of all changes of the maps"));
+    button.setToolTip(
+        QStringLiteral("Undo, redo, revert, and a list of all changes of the maps; comparison and restore points"));
     button.setPopupMode(QToolButton::InstantPopup);
-    button.setMenu(&makeHistoryMenu(window, *undo, binder, &button));
+    button.setMenu(&menu);
+    button.setVisible(!menu.isEmpty());
     row.addWidget(&button);
-}
-
-// The windows that are opened from here; a button is absent where there is no such window.
-void addOpeners(const link::KeepWindows& keep, Binder& binder, QHBoxLayout& row, QWidget* parent) {
-    if (keep.compare) {
-        auto& button = makeOpenButton(kCompareButton, binder, parent, keep.compare);
-        button.setAutoRaise(true);
-        row.addWidget(&button);
-    }
-    if (keep.restore) {
-        auto& button = makeOpenButton(kRestoreButton, binder, parent, keep.restore);
-        button.setAutoRaise(true);
-        row.addWidget(&button);
-    }
 }
 
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
@@ -156,7 +154,6 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);
     addHistoryButton(window, binder, row, &line);
-    addOpeners(window.context().connection.keepWindows, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
     bindStatus(window, binder, cell, store, unsent);
