@@ -96,7 +96,10 @@ QWidget& RestoreView::makeChosen() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& rows = child<QVBoxLayout>(inside);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeWords(window_.lblPoint, binder(), inside));
+    auto& point = makeWords(window_.lblPoint, binder(), inside);
+    point.setWordWrap(false);  // one line in the windows' usual sizes, which a card of fixed height has room for
+    point.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    rows.addWidget(&point);
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kSpacing);
     row.addWidget(&makeLine(window_.txtNote, "Note", "Note", binder(), inside), 1);
