@@ -118,15 +118,21 @@ TEST_F(RestoreRunTest, AWordIsTwoCellsAndNothingIsWrittenInBetween) {
     EXPECT_THAT(ecu_.written(), ElementsAre(Pair(2, 0x11)));
 }
 
-TEST_F(RestoreRunTest, IsAnnouncedBeforeItsFirstByte) {
+// What was never read before it is known by then: a restore point of this moment has it.
+TEST_F(RestoreRunTest, IsAnnouncedBeforeItsFirstWriteAndKnowsWhatItWillOverwrite) {
     Run run(&ecu_);
     std::vector<std::string> told;
     run.program.eeprom().storing = [&](std::string_view what) {
         told.emplace_back(what);
-        EXPECT_THAT(ecu_.reads, IsEmpty());
+        EXPECT_THAT(ecu_.writes, IsEmpty());
+        for (std::size_t i = 0; i < old_.size(); ++i) {
+            EXPECT_EQ(run.window.ecuEeprom.cells().at(600 + i), (link::EepromCell{old_[i], link::Known::Told}));
+        }
     };
     EXPECT_TRUE(run.restore.restore(pointOf(cells_), kPoint));
     EXPECT_THAT(told, ElementsAre("restore"));
+    EXPECT_TRUE(run.restore.restore(pointOf(cells_), kPoint));
+    EXPECT_THAT(told, ElementsAre("restore")) << "with nothing to write nothing is announced";
 }
 
 TEST_F(RestoreRunTest, RefusesInASentence) {

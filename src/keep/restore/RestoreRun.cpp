@@ -143,7 +143,6 @@ bool RestoreRun::run(RestoreJournal journal, bool isNew) {
     Done = 0;
     Total = static_cast<int>(journal.cells.size());
     Running = true;
-    in_.eeprom.announceStore("restore");
     const link::QuietLine quiet(in_.connection);
     link::ReadBack line(in_.machine.pump, in_.connection);
     line.unwanted = [this] { return stopped_ || !in_.connection.window.isLoaded(); };

@@ -62,6 +62,8 @@ void RestoreWork::write(bool isNew) {
     if (journal_.cells.empty()) {
         return;
     }
+    // Behind the look-up: the restore point of this moment has what is about to be overwritten.
+    in_.eeprom.announceStore("restore");
     if (const auto failure = file_.save(journal_); !failure.empty()) {
         throw Stopped(failure);
     }
