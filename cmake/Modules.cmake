@@ -60,9 +60,13 @@ function(korvane_precompiled target first)
   endif()
 endfunction()
 
-# korvane_test(NAME [USES modules] [QT modules]): the tests in tests/NAME as one program, each case known to CTest.
+# korvane_test(NAME [TIMEOUT seconds] [USES modules] [QT modules]): the tests in tests/NAME as one program, each case
+# known to CTest, which ends it after that time (default: 120).
 function(korvane_test name)
-  cmake_parse_arguments(arg "" "" "USES;QT" ${ARGN})
+  cmake_parse_arguments(arg "" "TIMEOUT" "USES;QT" ${ARGN})
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
   add_executable(test_${name} ${sources})
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
@@ -82,5 +86,5 @@ function(korvane_test name)
     korvane_precompiled(test_${name} test_platform <gmock/gmock.h> <gtest/gtest.h>)
   endif()
   gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120)
+    PROPERTIES TIMEOUT ${arg_TIMEOUT})
 endfunction()

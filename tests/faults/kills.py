@@ -58,6 +58,9 @@ def after_next_write(place, writer, contents, before, seen):
 
 
 def kept(writer, name):
+    # A restore point is there to stay; a temporary file of one has another end.
+    if name == "home/restore" or name.startswith("home/restore/") and name.endswith(".point"):
+        return True
     return writer.keeps_old and name.endswith(".txt") and name.startswith(f"home/{writer.target[:6]}")
 
 

@@ -14,7 +14,7 @@
 namespace korvane::proof {
 namespace {
 
-constexpr long kFewTries = 5;
+constexpr long kFewTries = 3;
 constexpr int kAskingOfAll = 10;  // the way back takes longer than all else
 
 std::string setting(const char* name) {
