@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "views/dashboard/MainParts.h"
+#include "views/frame/BoundWidgets.h"
 #include "views/frame/ObjectPart.h"
 #include "views/frame/OpenButton.h"
 #include "views/widgets/Card.h"
@@ -21,12 +22,6 @@ namespace {
 constexpr int kOptionGap = 18;
 const QString kRows = QStringLiteral("%1 rows on disk, %2 waiting");
 constexpr int kManyRows = 10000;  // keeps the layout still while the numbers grow
-
-QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(box, check, mnemonic);
-    return check;
-}
 
 // How many rows of the log are on the disk and how many wait, and the file's path.
 QLabel& makeLogCounts(logs::LogCounts& counts, Binder& binder, QWidget* parent) {

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/BoundWidgets.h"
 #include "views/frame/GroupCard.h"
 #include "views/keep/DiffTable.h"
 #include "views/widgets/Card.h"
@@ -42,12 +43,6 @@ QLabel& makeWords(controls::Label& label, const QString& name, Binder& binder, Q
     binder.bind(label, words);
     words.setAccessibleDescription(name);
     return words;
-}
-
-QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(box, check, mnemonic);
-    return check;
 }
 
 }  // namespace

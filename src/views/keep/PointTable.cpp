@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "views/frame/RowTableBinding.h"
 #include "views/widgets/Child.h"
 
 namespace korvane::views {
@@ -21,39 +22,6 @@ constexpr const char* kWidest[] = {"0000-00-00 00:00:00", "before: EEPROM addres
                                    "other ECU",           "On the road, Sunday",         ""};
 constexpr double kRowOfText = 1.35;
 constexpr double kColumnPadding = 1.4;  // text sizes
-
-class PointListBinding : public Binding {
-public:
-    PointListBinding(Binder& binder, keep::PointList& list, PointTable& table)
-        : Binding(binder, list, table), list_(list), table_(table) {
-        table_.onPick([this](int row) { picked(row); });
-    }
-
-    void detach(const ControlSet& alive) override {
-        table_.onPick({});
-        table_.leaveList();
-        Binding::detach(alive);
-    }
-
-protected:
-    void showContent() override { table_.showRows(); }
-
-    [[nodiscard]] Roles roles() const override {
-        return {QPalette::Base, QPalette::Text, controls::kButtonFace, controls::kButtonText};
-    }
-
-private:
-    void picked(int row) {
-        act([&] {
-            if (list_.usable() && row < list_.rowCount()) {
-                list_.choose(row);
-            }
-        });
-    }
-
-    keep::PointList& list_;
-    PointTable& table_;
-};
 
 }  // namespace
 
@@ -139,7 +107,7 @@ PointTable::PointTable(keep::PointList& list, QWidget* parent)
 }
 
 void PointTable::bind(Binder& binder, keep::PointList& list, PointTable& table) {
-    binder.bind(std::make_unique<PointListBinding>(binder, list, table), {&list}, table);
+    binder.bind(std::make_unique<RowTableBinding<keep::PointList, PointTable>>(binder, list, table), {&list}, table);
 }
 
 void PointTable::leaveList() {

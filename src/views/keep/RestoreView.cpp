@@ -9,6 +9,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Machine.h"
+#include "views/frame/BoundWidgets.h"
 #include "views/frame/TransferBar.h"
 #include "views/keep/PointTable.h"
 #include "views/widgets/Card.h"
@@ -29,18 +30,6 @@ QLabel& makeWords(controls::Label& label, Binder& binder, QWidget* parent) {
     words.setTextInteractionFlags(Qt::TextSelectableByMouse);
     binder.bind(label, words);
     return words;
-}
-
-QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& push = child<QPushButton>(parent);
-    binder.bind(button, push, mnemonic);
-    return push;
-}
-
-QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(box, check, mnemonic);
-    return check;
 }
 
 QLineEdit& makeLine(controls::TextBox& box, const char* name, const char* hint, Binder& binder, QWidget* parent) {

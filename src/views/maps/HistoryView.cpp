@@ -8,48 +8,12 @@
 #include <memory>
 #include <vector>
 
+#include "views/frame/RowTableBinding.h"
 #include "views/maps/StepTable.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 
 namespace korvane::views {
-
-namespace {
-
-class StepListBinding : public Binding {
-public:
-    StepListBinding(Binder& binder, maps::StepList& list, StepTable& table)
-        : Binding(binder, list, table), list_(list), table_(table) {
-        table_.onPick([this](int row) { picked(row); });
-    }
-
-    void detach(const ControlSet& alive) override {
-        table_.onPick({});
-        table_.leaveList();
-        Binding::detach(alive);
-    }
-
-protected:
-    void showContent() override { table_.showRows(); }
-
-    [[nodiscard]] Roles roles() const override {
-        return {QPalette::Base, QPalette::Text, controls::kButtonFace, controls::kButtonText};
-    }
-
-private:
-    void picked(int row) {
-        act([&] {
-            if (list_.usable() && static_cast<std::size_t>(row) < list_.rowCount()) {
-                list_.choose(row);
-            }
-        });
-    }
-
-    maps::StepList& list_;
-    StepTable& table_;
-};
-
-}  // namespace
 
 HistoryView::HistoryView(maps::FrmHistory& window, FrameClock& clock) : WindowView(window, clock) {
     auto& rows = child<QVBoxLayout>(this);
@@ -63,7 +27,8 @@ HistoryView::HistoryView(maps::FrmHistory& window, FrameClock& clock) : WindowVi
 QWidget& HistoryView::makeTable(maps::FrmHistory& window) {
     auto& table = child<StepTable>(static_cast<QWidget*>(this), window.lstSteps);
     table.setAccessibleName(QString::fromStdString(window.lstSteps.label()));
-    binder().bind(std::make_unique<StepListBinding>(binder(), window.lstSteps, table), {&window.lstSteps}, table);
+    binder().bind(std::make_unique<RowTableBinding<maps::StepList, StepTable>>(binder(), window.lstSteps, table),
+                  {&window.lstSteps}, table);
     return table;
 }
 

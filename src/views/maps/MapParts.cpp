@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "views/frame/BoundWidgets.h"
 #include "views/frame/ObjectPart.h"
 #include "views/frame/StatusLine.h"
 #include "views/frame/TransferBar.h"
@@ -28,17 +29,11 @@ constexpr int kColumnGap = 6;
 constexpr int kBoxGap = 16;
 constexpr int kGroupGap = 14;
 
-QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& push = child<QPushButton>(parent);
+// May take the height that a row has to spare.
+QPushButton& makeHighButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
+    auto& push = makeButton(button, mnemonic, binder, parent);
     push.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    binder.bind(button, push, mnemonic);
     return push;
-}
-
-QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(box, check, mnemonic);
-    return check;
 }
 
 // The caption, and below it what the ECU has answered. The progress and the running engine share a place: while a map
@@ -94,7 +89,7 @@ QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent) {
     bars.first().addLayout(&makeTransferState(bar, view, inside), 1);
     auto& row = bars.second();
     const auto add = [&](controls::CommandButton& button, char mnemonic) {
-        row.addWidget(&makeButton(button, mnemonic, binder, inside), 0, Qt::AlignVCenter);
+        row.addWidget(&makeHighButton(button, mnemonic, binder, inside), 0, Qt::AlignVCenter);
     };
     row.addSpacing(kGroupGap - kColumnGap);
     add(bar.files.btnLoad, 'h');
@@ -160,8 +155,8 @@ void PairCard::addButtons(controls::CommandButton& left, char leftMnemonic, cont
 
 void PairCard::addInstead(controls::CommandButton& left, char leftMnemonic, controls::CommandButton& right,
                           char rightMnemonic) {
-    pair_.front()->addWidget(&makeButton(left, leftMnemonic, binder_, &card_));
-    pair_.back()->addWidget(&makeButton(right, rightMnemonic, binder_, &card_));
+    pair_.front()->addWidget(&makeHighButton(left, leftMnemonic, binder_, &card_));
+    pair_.back()->addWidget(&makeHighButton(right, rightMnemonic, binder_, &card_));
 }
 
 void PairCard::addBox(controls::CheckBox& box, char mnemonic, int column) {

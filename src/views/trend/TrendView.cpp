@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "views/frame/BoundWidgets.h"
 #include "views/frame/TransferBar.h"
 #include "views/trend/LogPlot.h"
 #include "views/widgets/Card.h"
@@ -69,18 +70,6 @@ void addLine(QGridLayout& grid, controls::Label& label, controls::ComboBox& list
     const int row = grid.rowCount();
     grid.addWidget(&name, row, 0);
     grid.addWidget(&widget, row, 1);
-}
-
-QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(box, check, mnemonic);
-    return check;
-}
-
-QPushButton& makeButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
-    auto& push = child<QPushButton>(parent);
-    binder.bind(button, push, mnemonic);
-    return push;
 }
 
 QString droppedFile(const QMimeData& data) {
