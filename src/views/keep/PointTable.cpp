@@ -9,6 +9,7 @@
 
 #include "views/frame/RowTableBinding.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/RowTable.h"
 
 namespace korvane::views {
 
@@ -95,14 +96,7 @@ PointTable::PointTable(keep::PointList& list, QWidget* parent)
     : QTreeView(parent), rows_(child<Rows>(static_cast<QObject*>(this), list)) {
     fitColumns();
     setModel(&rows_);
-    setRootIsDecorated(false);
-    setItemsExpandable(false);
-    setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
-    setAlternatingRowColors(true);
-    setEditTriggers(NoEditTriggers);
-    header()->setSectionsMovable(false);
-    header()->setStretchLastSection(true);
+    setUpRowTable(*this);
     fitColumns();
 }
 

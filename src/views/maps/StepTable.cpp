@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 
 #include "views/widgets/Child.h"
+#include "views/widgets/RowTable.h"
 
 namespace korvane::views {
 
@@ -89,14 +90,7 @@ StepTable::StepTable(const maps::StepList& list, QWidget* parent)
     : QTreeView(parent), rows_(child<Rows>(static_cast<QObject*>(this), list)) {
     fitColumns();
     setModel(&rows_);
-    setRootIsDecorated(false);
-    setItemsExpandable(false);
-    setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
-    setAlternatingRowColors(true);
-    setEditTriggers(NoEditTriggers);
-    header()->setSectionsMovable(false);
-    header()->setStretchLastSection(true);
+    setUpRowTable(*this);
     connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) { pick(index.row()); });
     fitColumns();
 }
