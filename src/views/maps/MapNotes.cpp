@@ -27,7 +27,8 @@ struct NoteWords {
 // The text of a model of answers, red where they have failed.
 template <class Model>
 QWidget& makeNote(Model& model, const NoteWords& words, Binder& binder, QWidget* parent) {
-    auto& note = child<Readout>(parent);
+    auto& note = child<Readout>(parent, Readout::Look{.elided = true});
+    note.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     note.setObjectName(QLatin1String(words.name));
     note.setToolTip(QLatin1String(words.toolTip));
     note.setReserve(QLatin1String(words.longest));
