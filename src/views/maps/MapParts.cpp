@@ -28,8 +28,6 @@ constexpr int kRowGap = 3;
 constexpr int kColumnGap = 6;
 constexpr int kBoxGap = 16;
 constexpr int kGroupGap = 14;
-constexpr int kTransferShare = 3;  // of the row of answers
-constexpr int kVerifyShare = 2;
 
 // May take the height that a row has to spare.
 QPushButton& makeHighButton(controls::CommandButton& button, char mnemonic, Binder& binder, QWidget* parent) {
@@ -51,11 +49,11 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
         &makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), parent), 0, 0);
     auto& heard = child<QHBoxLayout>(kNobody);
     heard.setSpacing(kGroupGap);
-    heard.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent), kTransferShare);
+    heard.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent));
     if (bar.answers != nullptr) {
-        heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent), kTransferShare);
+        heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent));
     }
-    heard.addWidget(&makeVerifyNote(bar.window.verifyReport(), bar.window, binder, parent), kVerifyShare);
+    heard.addWidget(&makeVerifyNote(bar.window.verifyReport(), bar.window, binder, parent), 1);
     state.addLayout(&heard, 1, 0);
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
