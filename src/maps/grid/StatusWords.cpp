@@ -26,9 +26,9 @@ std::string cells(int count) {
 // "not sent: 12 fuel, 3 ignition"
 std::string listed(std::string_view what, std::span<const UnsentOfMap> maps, int UnsentCells::*count) {
     std::string words;
-    for (const auto& [map, cells] : maps) {
-        if (cells.*count > 0) {
-            words += (words.empty() ? "" : ", ") + core::textOf(cells.*count) + " " + std::string(map);
+    for (const auto& each : maps) {
+        if (const int number = each.cells.*count; number > 0) {
+            words += (words.empty() ? "" : ", ") + core::textOf(number) + " " + std::string(each.map);
         }
     }
     return words.empty() ? words : std::string(what) + ": " + words;

@@ -46,6 +46,8 @@ struct CellFacts {
 struct UnsentOfMap {
     std::string_view map;  // within a sentence
     UnsentCells cells;
+    std::string_view one = "cell";  // what they are called
+    std::string_view many = "cells";
 };
 [[nodiscard]] std::string unsentWords(std::span<const UnsentOfMap> maps);
 // "Sent fuel: acknowledged, told to store; sent PWM: not told to store"; empty while nothing was sent.

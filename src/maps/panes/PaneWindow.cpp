@@ -75,7 +75,8 @@ PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, co
       look(machine.preferences),
       geometry(shape),
       context_(context),
-      line_(*this, context) {
+      line_(*this, context),
+      opening_(context.connection.MSComm1, [this] { verifyReport_.lineOpened(); }) {
     Caption = title.caption;
     Width = kWidth;
     Height = kHeight;
