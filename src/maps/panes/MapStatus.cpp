@@ -29,6 +29,7 @@ MapStatus collected(const PaneWindow& window) {
     }
     status.unsent = unsentWords(maps);
     status.store = storeWords(stores);
+    status.unknown = unknownWords(stores);
     return status;
 }
 
