@@ -26,6 +26,7 @@ MapStatus collected(const PaneWindow& window) {
     }
     status.unsent = unsentWords(unsentOf(window));
     status.store = storeWords(stores);
+    status.unknown = unknownWords(stores);
     return status;
 }
 
