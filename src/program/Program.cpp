@@ -181,6 +181,7 @@ void Program::openHistory() {
 }
 
 void Program::mainWindowUnload(bool& stays) {
+    keeper_.programEnds();  // before the port is closed, which is a disconnect otherwise
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();
