@@ -100,6 +100,7 @@ void Program::connectKeeper() {
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
+    frmSarn2_.keepNotice.showOffer = [this](const std::string& point) { restorePoints_.openAt(point); };
     comparisons_.usePoints(keeper_.store());
 }
 
