@@ -14,13 +14,18 @@ public:
     // Called before the list drops down.
     void onOpening(std::function<void()> opening) { opening_ = std::move(opening); }
 
+    // While the list is closed, keys that would pick another item and the wheel pick nothing: the keys open it.
+    void setPicksInList() { picksInList_ = true; }
+
     void showPopup() override;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     std::function<void()> opening_;
+    bool picksInList_ = false;
 };
 
 }  // namespace korvane::views
