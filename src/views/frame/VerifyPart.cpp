@@ -40,6 +40,7 @@ LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* 
 QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
     auto& again = child<QPushButton>(parent, QStringLiteral("Send again"));
     again.setObjectName(QStringLiteral("sendAgain"));
+    again.setAccessibleName(again.text());
     again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
     QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
         binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });
