@@ -73,6 +73,7 @@ void Keeper::begin() {
     identityHeard_ = false;
     mapsKept_ = false;
     settingsKept_ = false;
+    last_.reset();
     added_.clear();
     notice().say({}, {});
 }
@@ -109,9 +110,13 @@ bool Keeper::hasSettings() const {
     return std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return cell.known == link::Known::Told; });
 }
 
-// Nothing is kept of an ECU that has not told its type, or nothing that a point has.
+// Nothing is kept of an ECU that has not told its type, or nothing that a point has. The end of the program closes the
+// port: the folder is looked through once for both.
 void Keeper::keepWhatIsNew(std::string_view reason) {
-    if (const auto known = now(); identityHeard_ && shares(known, known)) {
+    auto known = now();
+    known.time = {};
+    if (identityHeard_ && shares(known, known) && known != last_) {
+        last_ = std::move(known);
         keepUnlessKnown(reason);
     }
 }

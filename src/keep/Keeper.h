@@ -90,7 +90,8 @@ private:
     bool identityHeard_ = false;
     bool mapsKept_ = false;
     bool settingsKept_ = false;
-    std::set<std::string> added_;  // names
+    std::optional<Snapshot> last_;  // what was known when keepWhatIsNew() looked, without its time
+    std::set<std::string> added_;   // names
 };
 
 }  // namespace korvane::keep

@@ -300,6 +300,19 @@ TEST_F(KeeperTest, TheEndOfTheProgramMakesAPointIfAnythingIsNew) {
     EXPECT_THAT(reasons(), ElementsAre("end of the program"));
 }
 
+// A folder of many points takes time.
+TEST_F(KeeperTest, TheEndOfTheProgramLooksThroughTheFolderOnce) {
+    connect();
+    identify();
+    readFuel();
+    keeper.programEnds();
+    EXPECT_THAT(reasons(), ElementsAre("end of the program"));
+    std::filesystem::remove_all(folder / "restore");
+    program.disconnect();
+    keeper.programEnds();
+    EXPECT_FALSE(folder.has("restore"));
+}
+
 TEST_F(KeeperTest, WhatWasEditedBehindADisconnectIsKeptAtTheEnd) {
     connect();
     identify();

@@ -22,8 +22,12 @@ std::string wordsOf(const PointEntry& entry, const std::string& differs) {
     if (!entry.damage.empty()) {
         return timeTextOf(entry) + ": " + entry.damage;
     }
+    const bool isCount = differs.find_first_not_of("0123456789") == std::string::npos;
     return timeTextOf(entry) + ", " + entry.reason + ", " + ecuTextOf(entry) +
-           (differs == "0" ? ", nothing differs now" : ", cells that differ now: " + differs);
+           (differs == "0"         ? ", nothing differs now"
+            : isCount              ? ", cells that differ now: " + differs
+            : differs == "unknown" ? ", what differs now is unknown"
+                                   : ", " + differs);
 }
 
 // What a map is asked of: the tick counts where the point has the map.
