@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "Operations.h"
+#include "keep/restore/FrmRestore.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::proof {
@@ -27,6 +28,21 @@ std::string namelessChannels() {
 void copyFiles(const support::TempFolder& from, const support::TempFolder& to) {
     std::filesystem::copy(from.path(), to.path(),
                           std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+}
+
+// A map is read when its window opens.
+CellSet toldTo(program::Program& program) {
+    const auto& main = program.frmSarn2();
+    const auto& places = program.tables().addresses;
+    CellSet told;
+    for (std::size_t at = 0; at < told.size(); ++at) {
+        const int address = static_cast<int>(at);
+        const bool ofMisc = main.ecuMisc.bytes() && address >= ecu::kMiscAddress &&
+                            address < ecu::kMiscAddress + static_cast<int>(ecu::kMiscBytes);
+        told[at] = main.ecuEeprom.cells().at(at).known == link::Known::Told || ofMisc ||
+                   link::mapCellAt(places, address).has_value();
+    }
+    return told;
 }
 
 std::string withoutDigits(std::string text) {
@@ -71,15 +87,28 @@ controls::Window& Desk::window(std::string_view name) {
 
 std::string Desk::words() {
     std::string text(link::nameOf(program.frmSarn2().linkState.state()));
-    text += "\n" + program.frmMisc().saveReport().Text.get();
+    text += "\n" + program.frmMisc().saveReport().Text.get() + "\n" + verification();
     for (auto* const window : machine.windows.loaded()) {
         text += "\n" + withoutDigits(window->Caption);
         if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
             text += "\n" + maps->line().watch().Text.get();
         }
+        if (auto* const restore = dynamic_cast<keep::FrmRestore*>(window)) {
+            text += "\n" + restore->lblState.Caption.get() + "\n" + restore->lblOffer.Caption.get();
+        }
     }
     for (const auto& message : machine.dialogs.takeMessages()) {
         text += "\n" + message.text;
+    }
+    return text;
+}
+
+std::string Desk::verification() {
+    std::string text = program.frmMisc().verifyReport().Text;
+    for (auto* const window : machine.windows.loaded()) {
+        if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
+            text += maps->verifyReport().Text.get();
+        }
     }
     return text;
 }
@@ -106,6 +135,7 @@ void Bench::reconnect() {
 
 void Bench::arm(const Try& what) {
     static_cast<void>(desk->words());
+    told_ = toldTo(desk->program);
     device.arm(what, desk->machine.pump.now(), [this, fault = what.fault] { struck(fault); });
 }
 
@@ -128,6 +158,8 @@ void Bench::settle() {
     device.disarm();
     desk->wait(kAnswers);
     words_ = desk->words();
+    verification_ = desk->verification();
+    atEnd_ = stateOf(device.ecu());
     const auto& points = desk->program.keeper().points();
     point_ = points.empty() ? std::string() : points.front().name;
     if (killed_) {
