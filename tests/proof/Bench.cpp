@@ -30,17 +30,20 @@ void copyFiles(const support::TempFolder& from, const support::TempFolder& to) {
                           std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
 }
 
-// A map is read when its window opens.
+// By a read of the EEPROM, of the misc block, or of the map that is kept there.
+bool isTold(const link::ConnectionPanel& main, const core::ParameterAddresses& places, int address) {
+    if (const auto cell = link::mapCellAt(places, address)) {
+        return (main.ecuMaps.*cell->map).told(cell->cell).has_value();
+    }
+    const bool ofMisc = address >= ecu::kMiscAddress && address < ecu::kMiscAddress + ecu::kMiscBytes;
+    return (ofMisc && main.ecuMisc.bytes()) ||
+           main.ecuEeprom.cells().at(static_cast<std::size_t>(address)).known == link::Known::Told;
+}
+
 CellSet toldTo(program::Program& program) {
-    const auto& main = program.frmSarn2();
-    const auto& places = program.tables().addresses;
     CellSet told;
     for (std::size_t at = 0; at < told.size(); ++at) {
-        const int address = static_cast<int>(at);
-        const bool ofMisc = main.ecuMisc.bytes() && address >= ecu::kMiscAddress &&
-                            address < ecu::kMiscAddress + static_cast<int>(ecu::kMiscBytes);
-        told[at] = main.ecuEeprom.cells().at(at).known == link::Known::Told || ofMisc ||
-                   link::mapCellAt(places, address).has_value();
+        told[at] = isTold(program.frmSarn2(), program.tables().addresses, static_cast<int>(at));
     }
     return told;
 }

@@ -60,17 +60,25 @@ bool isExcused(const CellSet& blamed, const CellSet& unknown) {
     return blamed.any() && (blamed & ~unknown).none();
 }
 
+std::string addresses(const CellSet& cells) {
+    std::string text;
+    for (std::size_t i = 0; i < cells.size() && text.size() < 100; ++i) {
+        text += cells[i] ? " " + std::to_string(i) : "";
+    }
+    return text;
+}
+
 std::string failureOf(const WayBack& way, Bench& bench, Outcome outcome) {
     const CellSet untold = ~bench.told();
     std::string failure;
     if (!way.says && !isExcused(way.changed, untold | mapCells(bench))) {
-        failure += " the program does not say which values the ECU has;";
+        failure += " the program does not say which values the ECU has, at" + addresses(way.changed) + ";";
     }
     if (!way.toOld && !isExcused(way.notOld, untold)) {
-        failure += " no way to the old values;";
+        failure += " no way to the old values, at" + addresses(way.notOld) + ";";
     }
     if (!way.toNew && !isExcused(way.notNew, untold)) {
-        failure += " no way to the new values;";
+        failure += " no way to the new values, at" + addresses(way.notNew) + ";";
     }
     return failure.empty() ? failure : failure + " (" + std::string(nameOf(outcome)) + ") " + way.words;
 }

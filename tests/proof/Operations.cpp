@@ -21,6 +21,7 @@ constexpr long kImageStep = 50;  // of the image after a backup: without one eac
 constexpr const char* kTuneFile = "other tune.txt";
 constexpr const char* kImageFile = "other image.txt";
 constexpr int kImageAsking = 50;
+constexpr long kVerifiedStep = 7;  // of maps that take long: without the verification each byte is tried
 
 // Two of the misc block, whose working copy an EEPROM write does not change, two words and four bytes.
 constexpr int kRestoredCells[] = {2, 3, 346, 347, 348, 349, 511, 512};
@@ -253,10 +254,17 @@ void addBoxes(std::vector<Operation>& all) {
                    pressing(kLimiter, "btnSaveLaunch")});
 }
 
+void addRestore(std::vector<Operation>& all) {
+    all.push_back({"restore of settings", kFull, editPoint,
+                   [](Desk& desk) { restorePoint(desk, pointOf(desk, kRestoredPoint), true, false); }});
+    all.back().restores = true;
+}
+
 void addVerified(std::vector<Operation>& all, const std::vector<std::string_view>& names) {
     for (const auto name : names) {
         const auto found = std::ranges::find(all, name, &Operation::name);
         all.push_back(verified(*found));
+        all.back().step = name == "PWM table" || name.starts_with("large") ? kVerifiedStep : 1;
     }
 }
 
@@ -272,10 +280,8 @@ std::vector<Operation> makeOperations() {
     addUnread(all, {"EEPROM image", kFull, editImage, pressing("frmSarn2", "btnUploadEEPROM")});
     all.back().step = kImageStep;
     (all.end() - 2)->asking = kImageAsking;
-    all.push_back({"restore of settings", kFull, editPoint,
-                   [](Desk& desk) { restorePoint(desk, pointOf(desk, kRestoredPoint), true, false); }});
-    all.back().restores = true;
     addBoxes(all);
+    addRestore(all);
     addVerified(all, {"fuel map", "misc block", "PWM table", "large ignition map", "settings: start help"});
     return all;
 }
