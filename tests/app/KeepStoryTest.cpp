@@ -151,6 +151,7 @@ TEST_F(KeepStory, EditReadByMistakeUndoSendCompareRestoreVerify) {
     EXPECT_THAT(messages(), IsEmpty());
 }
 
+// The newest point has all that is known before the save: no other one is made.
 TEST_F(KeepStory, ASettingThatWasSavedComesBack) {
     openSettings();
     press("verify");
@@ -160,7 +161,7 @@ TEST_F(KeepStory, ASettingThatWasSavedComesBack) {
     EXPECT_EQ(misc_.verifyReport().Text.get(), "Idle Ignition: verified");
     EXPECT_THAT(changedSince(stored_), ElementsAre(Pair(kIdleAdvance, 70)));
     show(*maps_);
-    restore(pickPoint("before: Idle Ignition"), "Restored: 1 setting read back, all agree.");
+    restore(pickPoint("maps read"), "Restored: 1 setting read back, all agree.");
     EXPECT_THAT(changedSince(stored_), IsEmpty());
     EXPECT_THAT(messages(), IsEmpty());
 }
