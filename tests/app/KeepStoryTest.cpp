@@ -161,7 +161,9 @@ TEST_F(KeepStory, ASettingThatWasSavedComesBack) {
     EXPECT_EQ(misc_.verifyReport().Text.get(), "Idle Ignition: verified");
     EXPECT_THAT(changedSince(stored_), ElementsAre(Pair(kIdleAdvance, 70)));
     show(*maps_);
-    restore(pickPoint("maps read"), "Restored: 1 setting read back, all agree.");
+    auto& points = pickPoint("maps read");
+    press(points, "chkSettings");
+    restore(points, "Restored: 1 setting read back, all agree.");
     EXPECT_THAT(changedSince(stored_), IsEmpty());
     EXPECT_THAT(messages(), IsEmpty());
 }

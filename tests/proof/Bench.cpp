@@ -40,6 +40,11 @@ bool isTold(const link::ConnectionPanel& main, const core::ParameterAddresses& p
            main.ecuEeprom.cells().at(static_cast<std::size_t>(address)).known == link::Known::Told;
 }
 
+// A point of what a connection has left, made when the cable was pulled or the program ended.
+bool isOfAnEnd(const std::string& reason) {
+    return reason == "disconnect" || reason == "end of the program";
+}
+
 CellSet toldTo(program::Program& program) {
     CellSet told;
     for (std::size_t at = 0; at < told.size(); ++at) {
@@ -164,7 +169,8 @@ void Bench::settle() {
     verification_ = desk->verification();
     atEnd_ = stateOf(device.ecu());
     const auto& points = desk->program.keeper().points();
-    point_ = points.empty() ? std::string() : points.front().name;
+    const auto found = std::ranges::find_if_not(points, isOfAnEnd, &keep::PointEntry::reason);
+    point_ = found == points.end() ? std::string() : found->name;
     if (killed_) {
         auto next = std::make_unique<Desk>(device, desk.get());
         unplug_.reset();

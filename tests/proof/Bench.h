@@ -77,7 +77,7 @@ public:
     // The line is open again, and the windows are.
     void reconnect();
 
-    // The newest restore point when the operation had begun.
+    // The newest restore point when the operation had begun: that of a disconnect comes behind it.
     [[nodiscard]] const std::string& point() const { return point_; }
 
     [[nodiscard]] const std::string& wordsAtEnd() const { return words_; }
