@@ -37,6 +37,16 @@ bool agrees(const Operation& operation, const Reference& reference, const EcuSta
                                              : hasWritten(reference, state);
 }
 
+std::string cellsUnlike(const ecu::MapCells& is, const ecu::MapCells& sent) {
+    std::string text = ", but of the map's cells:";
+    for (std::size_t i = 0; i < is.size() && text.size() < 200; ++i) {
+        text += is.at(i) == sent.at(i) ? ""
+                                       : " " + std::to_string(i) + " is " + std::to_string(is.at(i)) + ", not " +
+                                             std::to_string(sent.at(i)) + ";";
+    }
+    return text;
+}
+
 // Of a map each cell that is named: "cell 17 is 90, sent 93".
 std::string wrongCell(const std::string& says, const ecu::MapCells& is, const ecu::MapCells& sent) {
     static const std::regex kCell("cell ([0-9]+) is ([0-9]+), sent ([0-9]+)");
@@ -57,10 +67,11 @@ std::string untruthOf(const Operation& operation, const Reference& reference, co
         return {};
     }
     const bool claims = has(says, ": verified");
-    if (claims != agrees(operation, reference, bench.atEnd())) {
-        return "it says \"" + says + "\"";
-    }
     const auto* const map = mapOf(operation, bench.atEnd().working);
+    if (claims != agrees(operation, reference, bench.atEnd())) {
+        return "it says \"" + says + "\"" +
+               (map == nullptr ? "" : cellsUnlike(*map, *mapOf(operation, reference.wanted.working)));
+    }
     return map == nullptr ? std::string() : wrongCell(says, *map, *mapOf(operation, reference.wanted.working));
 }
 
