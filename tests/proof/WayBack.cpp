@@ -33,8 +33,8 @@ bool storesMap(const Operation& operation) {
     return operation.name.find("map") != std::string::npos || operation.name.find("PWM table") != std::string::npos;
 }
 
-void bringOld(Bench& bench) {
-    restorePoint(*bench.desk, bench.point(), true, false);
+void bringBack(Bench& bench, const std::string& point) {
+    restorePoint(*bench.desk, point, true, false);
     sendMaps(*bench.desk);
     bench.desk->wait(kAnswers);
 }
@@ -73,7 +73,11 @@ bool saysOfRestore(Bench& bench, Outcome outcome, bool compared) {
 
 void goForth(WayBack& way, Bench& bench, const Reference& reference) {
     bench.reconnect();
-    press(bench, &keep::FrmRestore::btnGoOn, pointOf(*bench.desk, kRestoredPoint));
+    const auto point = pointOf(*bench.desk, kRestoredPoint);
+    press(bench, &keep::FrmRestore::btnGoOn, point);
+    if (outcomeNow(bench, reference) != Outcome::New) {
+        bringBack(bench, point);
+    }
     way.toNew = outcomeNow(bench, reference) == Outcome::New;
     way.notNew = unlike(bench, reference.wanted);
 }
@@ -91,8 +95,11 @@ WayBack wayBackOf(Bench& bench, const Operation& operation, const Reference& ref
     if (operation.restores) {
         way.says = saysOfRestore(bench, outcome, way.says);
         press(bench, &keep::FrmRestore::btnGoBack, bench.point());
+        if (outcomeNow(bench, reference) == Outcome::Elsewhere) {
+            bringBack(bench, bench.point());
+        }
     } else {
-        bringOld(bench);
+        bringBack(bench, bench.point());
     }
     way.words = openPoints(*bench.desk).lblState.Caption;
     way.toOld = outcomeNow(bench, reference) == Outcome::Old;
