@@ -216,6 +216,23 @@ TEST_F(VerifiedWrites, ThePwmTableIsReadBackBehindTheRestart) {
     EXPECT_EQ(run.tables.PwmMapOut[70], 55);
 }
 
+// One inverted bit of 'P' makes it 'p', the order to tell the table: the answer replaces the edits that have not gone
+// out.
+TEST_F(VerifiedWrites, AReadThatComesInDuringTheSendIsNoSuccess) {
+    Run run;
+    auto& maps = run.open<maps::FrmMaps>();
+    run.verify();
+    run.tables.PwmMapOut.fill(55);
+    run.toEcu = [left = 2 * 6](std::uint8_t byte) mutable { return left-- == 0 ? std::uint8_t{'p'} : byte; };
+    maps.btnSavePWM.press();
+    EXPECT_EQ(resultOf(maps), "PWM: not verified: a read came in between, see the history (Ctrl+H)");
+    EXPECT_TRUE(maps.verifyReport().Failed);
+    EXPECT_NE(run.tables.PwmMapOut[150], 55);
+    run.tables.PwmMapOut.fill(55);
+    maps.verifyReport().sendAgain();
+    EXPECT_EQ(resultOf(maps), "PWM: verified");
+}
+
 TEST_F(VerifiedWrites, TheMiscBlockIsReadBack) {
     Run run;
     auto& maps = run.open<maps::FrmMaps>();

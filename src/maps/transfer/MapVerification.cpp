@@ -13,6 +13,7 @@ namespace korvane::maps {
 namespace {
 
 constexpr auto kNotStored = "verified, but not told to store it";
+constexpr auto kReplaced = "not verified: a read came in between, see the history (Ctrl+H)";
 
 // Numbers of the misc block: one or two bytes, low byte first.
 struct MiscNumber {
@@ -64,18 +65,34 @@ std::string wordsOf(const Read& read) {
 
 }  // namespace
 
-MapVerification::MapVerification(PaneWindow& window, std::string subject, std::function<void()> again)
+MapVerification::MapVerification(PaneWindow& window, std::string subject, std::vector<std::uint8_t> answers,
+                                 std::function<void()> again)
     : window_(window),
       subject_(std::move(subject)),
+      answers_(std::move(answers)),
       again_(std::move(again)),
-      line_(window.machine().pump, window.context().connection) {}
+      line_(window.machine().pump, window.context().connection) {
+    window_.context().connection.witnesses.add(*this);
+}
+
+MapVerification::~MapVerification() {
+    window_.context().connection.witnesses.remove(*this);
+}
+
+void MapVerification::frameHeard(std::uint8_t code, std::span<const std::uint8_t>) {
+    replaced_ = replaced_ || (sending_ && std::ranges::find(answers_, code) != answers_.end());
+}
 
 template <class Read>
 void MapVerification::run(Read&& read, controls::Object& of, std::function<bool()> holds) {
     auto& report = window_.verifyReport();
     const int number = report.begin(subject_, again_);
     const link::QuietLine quiet(window_.context().connection);
-    const std::string words = read();
+    sending_ = false;
+    std::string words = read();
+    if (replaced_ && words == fields::Differences::kNone) {
+        words = kReplaced;
+    }
     report.end(number, words, words != fields::Differences::kNone);
     if (words == fields::Differences::kNone || words == kNotStored) {
         report.holdsWhile(number, of, std::move(holds));

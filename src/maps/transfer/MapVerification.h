@@ -12,6 +12,7 @@
 
 #include "link/Commands.h"
 #include "link/EcuMap.h"
+#include "link/FrameWitness.h"
 #include "link/ReadBack.h"
 #include "maps/transfer/MapContext.h"
 
@@ -24,10 +25,15 @@ using SentCells = std::vector<std::optional<std::uint8_t>>;
 
 // Exists from before the first byte of a send to the end of its verification, so that it hears a restart. Each outcome
 // goes to the window's report. Neither a map on the desk nor a box changes. Events run meanwhile.
-class MapVerification {
+class MapVerification : private link::FrameWitness {
 public:
-    // `again` sends the same once more.
-    MapVerification(PaneWindow& window, std::string subject, std::function<void()> again);
+    // `answers` are the codes of the frames that fill what is sent: one that comes during the send has put what the ECU
+    // had in the place of edits, and nothing is called verified then. `again` sends the same once more.
+    MapVerification(PaneWindow& window, std::string subject, std::vector<std::uint8_t> answers,
+                    std::function<void()> again);
+    MapVerification(const MapVerification&) = delete;
+    MapVerification& operator=(const MapVerification&) = delete;
+    ~MapVerification() override;
 
     // Fuel or ignition; `stored`: the order to store it went out.
     void map(const link::MapCommands& commands, const SentCells& sent, bool stored);
@@ -45,10 +51,14 @@ private:
     [[nodiscard]] std::string mapWords(const link::MapCommands& commands, const SentCells& sent, bool stored);
     [[nodiscard]] std::string pwmWords(const SentCells& sent);
     [[nodiscard]] std::string miscWords(std::span<const std::uint8_t> sent);
+    void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
 
     PaneWindow& window_;
     std::string subject_;
+    std::vector<std::uint8_t> answers_;
     std::function<void()> again_;
+    bool sending_ = true;
+    bool replaced_ = false;  // by a read, during the send
     link::ReadBack line_;
 };
 

@@ -61,7 +61,8 @@ void MapWriter::write() {
     if (!window_.verifySwitch().On) {
         return writeTrapped(sent);
     }
-    MapVerification verification(window_, kind_.subject, [this] { write(); });
+    MapVerification verification(window_, kind_.subject, {kind_.commands.ask, kind_.commands.askSecondHalf},
+                                 [this] { write(); });
     writeTrapped(sent);
     verification.map(kind_.commands, sent.cells, sent.stored);
 }

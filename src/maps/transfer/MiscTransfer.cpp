@@ -48,7 +48,7 @@ void MiscTransfer::save() {
     if (!window_.verifySwitch().On) {
         return saveTrapped(sent);
     }
-    MapVerification verification(window_, "Misc", [this] { save(); });
+    MapVerification verification(window_, "Misc", {link::kAskMiscBlock}, [this] { save(); });
     saveTrapped(sent);
     verification.misc(sent);
 }

@@ -44,7 +44,7 @@ void PwmTransfer::save() {
         line_.trapped([&] { send(sent); });
         return;
     }
-    MapVerification verification(window_, "PWM", [this] { save(); });
+    MapVerification verification(window_, "PWM", {link::kAskPwmTable}, [this] { save(); });
     line_.trapped([&] { send(sent); });
     verification.pwm(sent);
 }
