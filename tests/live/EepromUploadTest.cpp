@@ -209,6 +209,27 @@ TEST_F(EepromUpload, APulledCableLetsItRunOut) {
     expectAsBefore();
 }
 
+// The byte at 50125 ms is the 402nd: eleven from each ten make it address 365.
+TEST_F(EepromUpload, NamesTheAddressesThatAPulledCableHasLeftOut) {
+    at(50010, [this] { line_.pullOut(); });
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(),
+              "EEPROM upload: the port was closed at addresses 365 to 1010. They were not sent.");
+}
+
+TEST_F(EepromUpload, NamesTheAddressesOfAGapInTheMiddle) {
+    at(50010, [this] { main_.MSComm1.setPortOpen(false); });
+    at(60010, [this] { main_.MSComm1.setPortOpen(true); });
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(),
+              "EEPROM upload: the port was closed at addresses 365 to 437. They were not sent.");
+}
+
+TEST_F(EepromUpload, AWholeUploadIsNotSpokenOf) {
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(), "");
+}
+
 TEST_F(EepromUpload, ACableThatGoesInTheMiddleOfAFrameIsNoOtherThing) {
     line_.bytesToLive = 6 * 7 + 3;
     upload(image(1011));
