@@ -76,6 +76,7 @@ private:
     [[nodiscard]] const Cell& at(std::size_t cell) const;
 
     void judge(Cell& cell, std::uint8_t byte);
+    void order();
     [[nodiscard]] bool any(std::optional<std::uint8_t> Cell::*byte) const;
 
     std::size_t firstKept_;
