@@ -97,6 +97,7 @@ void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
     Object::changed(this);
 }
 
+// Of what a restart has made the ECU forget there is nothing to store.
 void EcuMap::stored() {
     for (auto& cell : cells_) {
         cell.doubtful.reset();
@@ -104,12 +105,18 @@ void EcuMap::stored() {
             cell.kept = cell.working;
         }
     }
+    storesNext_ = true;
+    if (store_ != Store::Lost) {
+        order();
+    }
+    Object::changed(this);
+}
+
+void EcuMap::order() {
     for (std::size_t cell = firstKept_; cell < cells_.size(); ++cell) {
         cells_[cell].ordered = cells_[cell].onItsWay ? cells_[cell].onItsWay : cells_[cell].working;
     }
-    storesNext_ = true;
     store_ = any(&Cell::onItsWay) ? Store::Ordered : Store::Acknowledged;
-    Object::changed(this);
 }
 
 // Of a cell that the ECU has never shown, it would not tell what the ECU runs on.

@@ -84,6 +84,7 @@ private:
     void resolve(Cell& cell, std::uint8_t byte);
     void beginAgain();
     void notOrdered();
+    void order();
     [[nodiscard]] bool any(std::optional<std::uint8_t> Cell::*byte) const;
 
     std::size_t firstKept_;

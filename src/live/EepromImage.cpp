@@ -239,6 +239,7 @@ void EepromImage::upload() {
 std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> lines) {
     eeprom_.announceStore("EEPROM image");
     const Quiet quiet(window_, window_.TimerRequestData.Enabled);
+    unsent_.reset();
     std::optional<std::size_t> failed;
     pass(window_.btnUploadEEPROM, [&](int address) {
         const auto line = static_cast<std::size_t>(address) + 1;
@@ -247,11 +248,29 @@ std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> li
             failed = line;
             return false;
         }
-        eeprom_.WriteEE(core::toInt16(address), *byte);
+        write(address, *byte);
         return true;
     });
     window_.btnUploadEEPROM.Caption = "Upload EEPROM";
+    tellUnsent();
     return failed;
+}
+
+// A port that is lost while the byte goes out has not sent it either.
+void EepromImage::write(int address, std::uint8_t byte) {
+    const bool open = eeprom_.isOpen();
+    eeprom_.WriteEE(core::toInt16(address), byte);
+    if (!open || !eeprom_.isOpen()) {
+        unsent_ = {unsent_ ? unsent_->first : address, address};
+    }
+}
+
+void EepromImage::tellUnsent() const {
+    if (unsent_ && window_.isLoaded()) {
+        window_.keepNotice.say("EEPROM upload: the port was closed at addresses " + core::textOf(unsent_->first) +
+                                   " to " + core::textOf(unsent_->last) + ". They were not sent.",
+                               {});
+    }
 }
 
 void EepromImage::tell(const std::string& text, platform::MessageIcon icon) {

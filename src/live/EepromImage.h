@@ -38,12 +38,15 @@ private:
     // message box what has come of it. An older file of that name gets another (BackupFile.h).
     void backup();
     // Asks for a file and writes it. The first line that is no number from 0 to 255, or is not there, ends it with a
-    // message box; the bytes before it have been written. Nothing is read back.
+    // message box; the bytes before it have been written. Nothing is read back. It goes on while the port is closed:
+    // a line of the main window then names what was not sent.
     void upload();
 
     [[nodiscard]] bool readAll();
     // The line that ended the upload, counted from 1; nothing if all went out.
     [[nodiscard]] std::optional<std::size_t> writeAll(std::span<const std::string> lines);
+    void write(int address, std::uint8_t byte);
+    void tellUnsent() const;
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window is closed.
     template <class Transfer>
     bool pass(controls::CommandButton& button, Transfer&& transfer);
@@ -58,6 +61,12 @@ private:
     core::EepromAccess& eeprom_;
     std::bitset<kLastChecked + 1> heard_;  // in this backup
     bool clockWasSet_ = false;             // during it
+
+    struct Addresses {
+        int first;
+        int last;
+    };
+    std::optional<Addresses> unsent_;  // of this upload
 };
 
 // The byte of a line of an image; nothing for any other text.

@@ -51,11 +51,12 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       opening_(connection.MSComm1,
                [this] {
                    report_.lineOpened();
+                   readAnswers_.lineOpened();
                    verifyReport_.lineOpened();
                }),
       fields_(tables, miscFields(*this, tables)),
       replies_(context_, fields_),
-      fullRead_(context_),
+      fullRead_(context_, readAnswers_),
       saver_(context_.fieldsContext(), fields_),
       rawVerification_(context_.fieldsContext()),
       parameterTools_(*this, tables, eeprom, &rawVerification_) {
@@ -148,6 +149,7 @@ void FrmMisc::LoadMisc2(std::span<const std::uint8_t> payload, bool& handled) {
 
 void FrmMisc::UpdateReadEE(std::int32_t value, int addr, bool is16) {
     const Stay stay(*this);
+    readAnswers_.heard(addr);
     replies_.UpdateReadEE(value, addr, is16);
 }
 

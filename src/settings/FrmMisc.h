@@ -36,6 +36,8 @@ public:
     // For the view: which boxes show what the ECU has, and what the last save has sent.
     [[nodiscard]] fields::BoxMarks& boxMarks() { return marks_; }
     [[nodiscard]] fields::SaveReport& saveReport() { return report_; }
+    // What the ECU was heard to answer to the last read of all settings.
+    [[nodiscard]] fields::Answers& readAnswers() { return readAnswers_; }
     // For comparisons: what each control holds, and what it is called.
     [[nodiscard]] fields::Fields& settings() { return fields_; }
     // Whether saves are read back, and what came of it.
@@ -80,6 +82,7 @@ private:
     MiscContext context_;
     fields::BoxMarks marks_;
     fields::SaveReport report_;
+    fields::Answers readAnswers_;
     link::PortOpening opening_;
     fields::Fields fields_;
     Replies replies_;

@@ -11,11 +11,17 @@ namespace {
 
 constexpr int kFirstPause = 30;  // ms
 
+fields::Context withAnswers(fields::Context context, fields::Answers& answers) {
+    context.answers = &answers;
+    return context;
+}
+
 }  // namespace
 
-FullRead::FullRead(const MiscContext& context)
+FullRead::FullRead(const MiscContext& context, fields::Answers& answers)
     : context_(context),
-      reader_(context.fieldsContext(), fullReadPlan(), {&context.window.prgLoad, &context.connection.prgSettings}) {}
+      reader_(withAnswers(context.fieldsContext(), answers), fullReadPlan(),
+              {&context.window.prgLoad, &context.connection.prgSettings}) {}
 
 void FullRead::run() {
     reader_.run([this] { requestBlock(); });

@@ -8,7 +8,8 @@ namespace korvane::settings {
 
 class FullRead {
 public:
-    explicit FullRead(const MiscContext& context);
+    // `answers` is told what was asked for.
+    FullRead(const MiscContext& context, fields::Answers& answers);
 
     // Asks for the settings block and then for one address after the other. The bars of this window and of the main
     // window count the reads.

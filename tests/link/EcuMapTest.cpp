@@ -92,6 +92,20 @@ TEST_F(EcuMapTest, LosesWhatItHasNotStoredWhenItRestarts) {
     expect(7, 7);
 }
 
+TEST_F(EcuMapTest, AnOrderToStoreBehindARestartIsNoneForWhatWasSentBefore) {
+    read(7);
+    map.sending(kCell, 9);
+    map.restarted();
+    map.stored();
+    EXPECT_EQ(map.store(), Store::Lost);
+    expect(7, 7);
+    map.sending(kCell, 9);
+    map.stored();
+    EXPECT_EQ(map.store(), Store::Ordered);
+    map.acknowledged(160);
+    EXPECT_EQ(map.store(), Store::Acknowledged);
+}
+
 TEST_F(EcuMapTest, AReadOfWhatItRunsOnSaysNothingOfTheStore) {
     read(7);
     map.changed(kCell, 9);

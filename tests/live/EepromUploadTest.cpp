@@ -209,6 +209,28 @@ TEST_F(EepromUpload, APulledCableLetsItRunOut) {
     expectAsBefore();
 }
 
+// The three words before it take 50 ms more each: the 400th write is due at 399 * 125 + 150 = 50025 ms, and eleven from
+// each ten make it address 363. The last one up to 60010 ms is the 479th, address 435.
+TEST_F(EepromUpload, NamesTheAddressesThatAPulledCableHasLeftOut) {
+    at(50010, [this] { line_.pullOut(); });
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(),
+              "EEPROM upload: the port was closed at addresses 363 to 1010. They were not sent.");
+}
+
+TEST_F(EepromUpload, NamesTheAddressesOfAGapInTheMiddle) {
+    at(50010, [this] { main_.MSComm1.setPortOpen(false); });
+    at(60010, [this] { main_.MSComm1.setPortOpen(true); });
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(),
+              "EEPROM upload: the port was closed at addresses 363 to 435. They were not sent.");
+}
+
+TEST_F(EepromUpload, AWholeUploadIsNotSpokenOf) {
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.Text.get(), "");
+}
+
 TEST_F(EepromUpload, ACableThatGoesInTheMiddleOfAFrameIsNoOtherThing) {
     line_.bytesToLive = 6 * 7 + 3;
     upload(image(1011));

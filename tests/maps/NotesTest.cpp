@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <array>
+#include <vector>
+
 #include "EditingBench.h"
 #include "core/tables/LiveChannel.h"
 #include "link/Frames.h"
@@ -147,6 +151,74 @@ TEST_F(WindowNotesTest, AMoveOfTheFocusReadsNothing) {
 TEST_F(WindowNotesTest, TheTargetsOfTheAnalyserAreNothingToRead) {
     window_.fillTargets();
     EXPECT_FALSE(window_.analys.fill.NeverRead);
+}
+
+// A large map comes in two frames, a PWM table in one for each cell.
+class LargeWindowNotesTest : public LargeGridEditingTest {
+protected:
+    LargeWindowNotesTest() {
+        tables_.IgnMapIn.fill(0);
+        tables_.IgnMapOut.fill(0);
+    }
+    void readIgnitionHalf(std::size_t first, std::uint8_t byte) {
+        const std::vector<std::uint8_t> half(link::EcuMap::kHalf, byte);
+        for (auto* const image : {&tables_.IgnMapIn, &tables_.IgnMapOut}) {
+            std::copy(half.begin(), half.end(), image->begin() + static_cast<std::ptrdiff_t>(first));
+        }
+        main_.ecuMaps.ignition.read(first, half);
+        window_.populateIGN();
+    }
+};
+
+TEST_F(LargeWindowNotesTest, TheHalfThatAReadLeftOutIsUnread) {
+    readIgnitionHalf(0, 0);
+    EXPECT_FALSE(window_.ign.fill.isUnread(0));
+    EXPECT_FALSE(window_.ign.fill.isUnread(159));
+    EXPECT_TRUE(window_.ign.fill.isUnread(160));
+    EXPECT_TRUE(window_.ign.fill.isUnread(319));
+    window_.setFocus(&window_.ign(160));
+    EXPECT_EQ(statusOf(window_).cell, "Ignition, 1000 RPM, 80-90 %: not read from the ECU yet");
+    readIgnitionHalf(160, 0);
+    EXPECT_FALSE(window_.ign.fill.isUnread(160));
+    EXPECT_THAT(statusOf(window_).cell, HasSubstr("count 0"));
+}
+
+TEST_F(LargeWindowNotesTest, AnEditFillsItsCellAlone) {
+    readIgnitionHalf(0, 40);
+    key(window_.ign, 200, kKeyPlus);
+    EXPECT_FALSE(window_.ign.fill.isUnread(200));
+    EXPECT_TRUE(window_.ign.fill.isUnread(201));
+}
+
+TEST_F(LargeWindowNotesTest, AnEditBeforeTheFirstReadFillsItsCellAlone) {
+    key(window_.ign, 200, kKeyPlus);
+    EXPECT_FALSE(window_.ign.fill.isUnread(200));
+    EXPECT_TRUE(window_.ign.fill.isUnread(0));
+}
+
+TEST_F(LargeWindowNotesTest, ALoadedTuneHasAllCells) {
+    window_.populateIGN();
+    EXPECT_FALSE(window_.ign.fill.isUnread(0));
+    key(window_.ign, 200, kKeyPlus);
+    EXPECT_FALSE(window_.ign.fill.isUnread(201));
+}
+
+TEST_F(LargeWindowNotesTest, WhatWasSentAndAcknowledgedIsNotUnread) {
+    readIgnitionHalf(0, 40);
+    for (std::size_t cell = 160; cell < 320; ++cell) {
+        main_.ecuMaps.ignition.sending(cell, 0);
+    }
+    main_.ecuMaps.ignition.acknowledged(160);
+    machine_.pump.wait(400);
+    EXPECT_FALSE(window_.ign.fill.isUnread(160));
+}
+
+TEST_F(WindowNotesTest, EachCellOfAPwmTableIsUnreadUntilItComes) {
+    const std::array<std::uint8_t, 1> byte{0};
+    main_.ecuMaps.pwm.read(70, byte);
+    window_.populatePWMOUT();
+    EXPECT_FALSE(window_.pwm.fill.isUnread(70));
+    EXPECT_TRUE(window_.pwm.fill.isUnread(71));
 }
 
 class Marks3DTest : public GridEditingTest {

@@ -1,3 +1,5 @@
+#include <set>
+
 #include "MiscBench.h"
 #include "support/PropertyWatch.h"
 
@@ -80,6 +82,32 @@ TEST_F(FullReadTest, PausesBehindEachRead) {
     EXPECT_EQ(lines.at(97), "15030 R 500");  // two pauses
     EXPECT_EQ(lines.back(), "19980 R 359");
     EXPECT_EQ(now(), kPass);
+}
+
+// Some addresses are read twice.
+TEST_F(FullReadTest, TellsThatASilentEcuHasAnsweredNothing) {
+    showOnOpenPort();
+    frmMisc_.btnLoad.press();
+    EXPECT_EQ(frmMisc_.Caption.get(), kReceived);
+    EXPECT_EQ(frmMisc_.readAnswers().Text.get(), "Parameters: no answer");
+    EXPECT_TRUE(frmMisc_.readAnswers().Failed);
+    const Lines reads = expectedReads();
+    const std::set<std::string> places(reads.begin() + 1, reads.end());
+    byteReply(507, 1);
+    wordReply(1005, 300);
+    EXPECT_EQ(frmMisc_.readAnswers().Text.get(), "Parameters: 2 of " + std::to_string(places.size()) + " answered");
+    for (const auto& place : places) {
+        byteReply(std::stoi(place.substr(2)), 1);
+    }
+    EXPECT_FALSE(frmMisc_.readAnswers().Failed);
+}
+
+TEST_F(FullReadTest, TellsThatThePortIsClosed) {
+    show();
+    frmMisc_.btnLoad.press();
+    EXPECT_EQ(frmMisc_.readAnswers().Text.get(), "Parameters: the port is closed");
+    openPort();
+    EXPECT_EQ(frmMisc_.readAnswers().Text.get(), "Parameters: the port was closed");
 }
 
 TEST_F(FullReadTest, CountsInTheCaption) {

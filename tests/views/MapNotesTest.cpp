@@ -175,6 +175,27 @@ TEST_F(MapNotesTest, AGridThatWasNeverReadSaysSoAcrossItsMiddle) {
     EXPECT_TRUE(neverReadOn("txtInjAnalys").isHidden());
 }
 
+TEST_F(MapNotesTest, CellsThatAPartialReadLeftOutShowAQuestionMark) {
+    auto& form = open<maps::FrmMaps_Large>();
+    const std::vector<std::uint8_t> half(160, 40);
+    std::copy(half.begin(), half.end(), tables.IgnMapIn.begin());
+    std::copy(half.begin(), half.end(), tables.IgnMapOut.begin());
+    form.context().connection.ecuMaps.ignition.read(0, half);
+    form.populateIGN();
+    frame();
+    auto& grid = find<MapGridView>("txtIgn");
+    EXPECT_EQ(grid.shown(159).text, "8");
+    EXPECT_EQ(grid.shown(160).text, "?");
+    EXPECT_EQ(grid.cell(160).text, "0");
+    EXPECT_EQ(grid.stateOf(160), "not read from the ECU yet");
+    grid.setTinted(true);
+    EXPECT_EQ(grid.heatOf(0), grid.heatOf(160));
+    form.context().connection.ecuMaps.ignition.read(160, half);
+    form.populateIGN();
+    frame();
+    EXPECT_EQ(grid.shown(160).text, "0");
+}
+
 TEST_F(MapNotesTest, TheTextOverAGridLeavesItsCellsToTheMouse) {
     auto& form = open<maps::FrmMaps>();
     auto& note = neverReadOn("txtFuel");

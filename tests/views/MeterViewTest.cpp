@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +65,17 @@ TEST_F(MeterViewTest, TheNeedleSweeps) {
     pump.wait(1000);
     frame();
     EXPECT_EQ(dial().number(), "1000");
+}
+
+TEST_F(MeterViewTest, SaysThatTheNeedleShowsNothingOfTheEngine) {
+    view().resize(355, 410);
+    settle();
+    const auto& note = find<QLabel>("meterNote");
+    EXPECT_EQ(note.text(), "moves by itself");
+    EXPECT_TRUE(note.isVisible());
+    EXPECT_TRUE(view().rect().contains(note.geometry()));
+    EXPECT_FALSE(note.geometry().intersects(find<QComboBox>("Combo1").geometry()));
+    EXPECT_FALSE(note.geometry().intersects(dial().geometry()));
 }
 
 TEST_F(MeterViewTest, TheTypeIsChosenByKeys) {

@@ -109,6 +109,17 @@ TEST_F(MiscMarksTest, ASaveIsToldBelowThePages) {
     EXPECT_THAT(cutTexts(view()), IsEmpty());
 }
 
+TEST_F(MiscMarksTest, AReadThatASilentEcuHasNotAnsweredIsToldBelowThePages) {
+    auto& told = find<LongLine>("saveLine");
+    openPort();
+    window.btnLoad.press();
+    frame();
+    EXPECT_EQ(told.words(), "Parameters: no answer");
+    window.btnSaveIdleAdv.press();
+    frame();
+    EXPECT_EQ(told.words(), "Parameters: no answer. Idle Ignition: 5 values sent; nothing has come back yet");
+}
+
 TEST_F(MiscMarksTest, ALongReportIsCutAndItsToolTipIsWhole) {
     auto& told = find<LongLine>("saveLine");
     told.setWords(QString(500, u'm'));

@@ -1,5 +1,7 @@
 #include "maps/grid/MapDisplay.h"
 
+#include <algorithm>
+
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "maps/Frm3Dmap.h"
@@ -12,8 +14,31 @@ void MapDisplay::show(const core::MapImage& image, Rewrite rewrite) {
         beforeCell();
         showCell(cell, core::checked(image, cell), rewrite);
     }
-    grid_.fill.NeverRead = false;
+    noteFill();
     context_.frm3Dmap.Update3D(images_.number);
+}
+
+void MapDisplay::noteFill() {
+    grid_.fill.NeverRead = false;
+    grid_.fill.Unread = unreadCells();
+}
+
+// A loaded tune has all cells; of a map of which the ECU has told a part the rest is unread.
+std::vector<bool> MapDisplay::unreadCells() const {
+    const auto& ecu = context_.connection.ecuMaps.*images_.inEcu;
+    const auto isTold = [&](int cell) { return ecu.working(static_cast<std::size_t>(cell)).has_value(); };
+    const auto isEmpty = [&](int cell) {
+        return core::checked(tables().*images_.received, cell) == 0 &&
+               core::checked(tables().*images_.edited, cell) == 0;
+    };
+    std::vector<bool> unread;
+    bool anyTold = false;
+    for (int cell = 0; cell < grid_.geometry.cells(); ++cell) {
+        anyTold = anyTold || isTold(cell);
+        unread.push_back(!isTold(cell) && isEmpty(cell));
+    }
+    const bool all = std::find(unread.begin(), unread.end(), true) == unread.end();
+    return all || (received_ && !anyTold) ? std::vector<bool>() : unread;
 }
 
 void MapDisplay::showCell(int cell, std::uint8_t count, Rewrite rewrite) {

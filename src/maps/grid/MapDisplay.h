@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "maps/grid/CellFace.h"
 #include "maps/grid/MapGrid.h"
@@ -32,8 +33,17 @@ public:
         return static_cast<void>(cell), static_cast<void>(count), std::nullopt;
     }
 
-    void showReceived() { show(context_.tables.*images_.received, Rewrite::Locked); }
+    void showReceived() {
+        received_ = true;
+        show(context_.tables.*images_.received, Rewrite::Locked);
+    }
     void showEdited() { show(context_.tables.*images_.edited, ofEdited_); }
+    // After the grid has got numbers in another way.
+    void noteFill();
+    void noteLoaded() {
+        received_ = true;
+        noteFill();
+    }
 
 protected:
     // `toolTip` holds the count and may be written anew.
@@ -50,12 +60,14 @@ protected:
 private:
     void show(const core::MapImage& image, Rewrite rewrite);
     void showCell(int cell, std::uint8_t count, Rewrite rewrite);
+    [[nodiscard]] std::vector<bool> unreadCells() const;
 
     MapGrid& grid_;
     const MapContext& context_;
     const MapImages& images_;
     Rewrite ofEdited_;
-    std::string toolTip_;  // kept for its memory
+    bool received_ = false;  // a map that was read or loaded has been shown
+    std::string toolTip_;    // kept for its memory
 };
 
 }  // namespace korvane::maps

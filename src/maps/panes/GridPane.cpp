@@ -50,7 +50,7 @@ std::uint8_t GridPane::editedByte(int cell) const {
 }
 
 std::string GridPane::cellStatus(int cell) {
-    if (mapGrid_.fill.NeverRead) {
+    if (mapGrid_.fill.isUnread(cell)) {
         return neverReadWords(noun_, mapGrid_.geometry, cell);
     }
     const std::uint8_t edited = editedByte(cell);
@@ -97,6 +97,13 @@ std::optional<StoreOfMap> GridPane::storeStatus() const {
 
 void GridPane::loadPane(std::int32_t) {
     mapGrid_.place();
+}
+
+// What was sent without a read is no longer unread once the ECU has acknowledged it.
+void GridPane::tickPane() {
+    if (!mapGrid_.fill.Unread.get().empty()) {
+        mapDisplay().noteFill();
+    }
 }
 
 void GridPane::showReceived() {

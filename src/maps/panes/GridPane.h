@@ -35,6 +35,7 @@ public:
 
     [[nodiscard]] MapGrid* paneGrid() override { return &mapGrid_; }
     void loadPane(std::int32_t features) override;
+    void tickPane() override;
     [[nodiscard]] std::string cellStatus(int cell) override;
     [[nodiscard]] std::string blockStatus() const override;
     [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;

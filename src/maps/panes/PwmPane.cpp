@@ -27,7 +27,7 @@ PwmPane::PwmPane(PaneWindow& window)
 
 void PwmPane::redrawCell(int cell) {
     pwm(cell).Text = core::numberText(core::toCurrency(editedByte(cell) * tables().TickD)).view();
-    pwm.fill.NeverRead = false;
+    display_.noteFill();
     paneWindow().context().frm3Dmap.Update3D(kPwmTable);
 }
 
@@ -47,7 +47,7 @@ void PwmPane::acceptLoadedTune(bool withPwm) {
     if (!withPwm) {
         return;
     }
-    pwm.fill.NeverRead = false;
+    display_.noteLoaded();
     for (int cell = 0; cell < pwm.geometry.cells(); ++cell) {
         pwm(cell).Text = core::numberText(editedByte(cell) * tables().TickD).view();
     }

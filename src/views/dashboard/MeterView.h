@@ -1,6 +1,8 @@
 // How the window to try the dial looks.
 #pragma once
 
+#include <QLabel>
+
 #include "live/readout/FrmMeter.h"
 #include "views/frame/WindowView.h"
 
@@ -21,7 +23,8 @@ protected:
 private:
     Dial& dial_;
     DropDown& type_;
-    int top_ = 0;  // of the dial, logical pixels
+    QLabel& note_;  // that the needle shows nothing of the engine
+    int top_ = 0;   // of the dial, logical pixels
 };
 
 }  // namespace korvane::views

@@ -271,7 +271,9 @@ private:
 
     void showToolTip(const QHelpEvent& event) {
         const auto cell = view_.cellAt(event.pos());
-        const QString text = cell ? QString::fromStdString(grid_(*cell).ToolTipText) : QString();
+        const QString text = !cell                   ? QString()
+                             : view_.isUnread(*cell) ? QStringLiteral("Not read from the ECU yet")
+                                                     : QString::fromStdString(grid_(*cell).ToolTipText);
         if (text.isEmpty()) {
             QToolTip::hideText();
         } else {

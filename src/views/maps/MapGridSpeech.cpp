@@ -33,7 +33,7 @@ public:
             case QAccessible::Name:
                 return grid_->nameOf(cell_);
             case QAccessible::Value:
-                return grid_->cell(cell_).text;
+                return grid_->shown(cell_).text;
             case QAccessible::Description:
                 return grid_->stateOf(cell_);
             default:

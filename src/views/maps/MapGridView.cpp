@@ -126,6 +126,29 @@ void MapGridView::setBlock(std::optional<maps::CellRange> block) {
     }
 }
 
+void MapGridView::setUnread(std::vector<bool> unread) {
+    if (unread != unread_) {
+        unread_ = std::move(unread);
+        textsChanged_ = true;
+        fitLook();
+        update();
+    }
+}
+
+bool MapGridView::isUnread(int cell) const {
+    const auto at = static_cast<std::size_t>(cell);
+    return at < unread_.size() && unread_[at];
+}
+
+MapGridView::Cell MapGridView::shown(int index) const {
+    Cell look = cell(index);
+    if (isUnread(index)) {
+        look.text = QStringLiteral("?");
+        look.enabled = false;
+    }
+    return look;
+}
+
 void MapGridView::setTinted(bool tinted) {
     if (tinted != !heat_.empty()) {
         heat_ = tinted ? levels() : std::vector<int>();
@@ -167,11 +190,19 @@ void MapGridView::alignTexts() {
 
 std::vector<int> MapGridView::levels() const {
     std::vector<double> numbers;
-    numbers.reserve(cells_.size());
-    for (const auto& each : cells_) {
-        numbers.push_back(each.text.toDouble());
+    std::vector<std::size_t> read;
+    for (std::size_t cell = 0; cell < cells_.size(); ++cell) {
+        if (!isUnread(static_cast<int>(cell))) {
+            numbers.push_back(cells_[cell].text.toDouble());
+            read.push_back(cell);
+        }
     }
-    return maps::heatLevels(numbers);
+    const auto ofRead = maps::heatLevels(numbers);
+    std::vector<int> levels(cells_.size(), 0);
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        levels[read[i]] = ofRead[i];
+    }
+    return levels;
 }
 
 std::optional<int> MapGridView::heatOf(int cell) const {
@@ -190,6 +221,9 @@ QString MapGridView::nameOf(int cell) const {
 QString MapGridView::stateOf(int index) const {
     const Cell& look = cell(index);
     QStringList words;
+    if (isUnread(index)) {
+        words << QStringLiteral("not read from the ECU yet");
+    }
     if (look.back == controls::kGreen) {
         words << QStringLiteral("selected");
     } else if (look.back == controls::kRed) {
@@ -331,7 +365,7 @@ void MapGridView::paintEvent(QPaintEvent* event) {
 void MapGridView::paintCells(QPainter& painter, const QRegion& region) const {
     for (int index = 0; index < geometry().cells(); ++index) {
         if (const QRect place = cellRect(index); region.intersects(place)) {
-            painter_.paint(painter, place, cell(index), palette(), heatOf(index).value_or(-1), engineCell_ == index);
+            painter_.paint(painter, place, shown(index), palette(), heatOf(index).value_or(-1), engineCell_ == index);
         }
     }
 }

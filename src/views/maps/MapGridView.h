@@ -49,6 +49,12 @@ public:
     void setBlock(std::optional<maps::CellRange> block);
     [[nodiscard]] std::optional<maps::CellRange> block() const { return block_; }
 
+    // The cells that nobody has told anything of show a question mark in place of their number. None where it is empty.
+    void setUnread(std::vector<bool> unread);
+    [[nodiscard]] bool isUnread(int cell) const;
+    // What is painted in a cell.
+    [[nodiscard]] Cell shown(int cell) const;
+
     // A bar in each cell by how high its number is; the bars follow the numbers with fitLook().
     void setTinted(bool tinted);
     // The numbers' decimal points below each other.
@@ -111,6 +117,7 @@ private:
     std::shared_ptr<SharedDigits> shared_;
     QWidget* overlay_ = nullptr;
     double textScale_ = 1;
+    std::vector<bool> unread_;
     int digitPixels_ = 0;
     bool aligned_ = false;
     std::vector<int> heat_;     // the level of each cell; empty without bars

@@ -38,6 +38,17 @@ QLayout& layoutOf(QWidget& widget) {
     return layout;
 }
 
+// A read that has not got everything is told before the last save.
+QString toldBy(const fields::Answers& read, const fields::SaveReport& save) {
+    QStringList told;
+    for (const auto& text : {read.Failed ? read.Text.get() : std::string(), save.Text.get()}) {
+        if (!text.empty()) {
+            told << QString::fromStdString(text);
+        }
+    }
+    return told.join(QStringLiteral(". "));
+}
+
 void keepPlace(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -127,7 +138,9 @@ QWidget& MiscView::makeSaveLine(settings::FrmMisc& window, QWidget* parent) {
     auto& line = child<LongLine>(parent);
     line.setObjectName(QStringLiteral("saveLine"));
     auto& report = window.saveReport();
-    ObjectPart::bind(binder(), {&report}, [&report, &line] { line.setWords(QString::fromStdString(report.Text)); });
+    auto& answers = window.readAnswers();
+    ObjectPart::bind(binder(), {&report, &answers},
+                     [&report, &answers, &line] { line.setWords(toldBy(answers, report)); });
     return line;
 }
 
