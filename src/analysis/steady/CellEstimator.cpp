@@ -1,0 +1,264 @@
+#include "analysis/steady/CellEstimator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace korvane::steady {
+
+namespace {
+
+constexpr double kPrior = 0.3;      // samples that the expected need is worth
+constexpr double kSmooth = 1.0;     // and that a neighbour's deviation from its own is worth
+constexpr double kPerSample = 4.0;  // successive samples tell less than independent ones, by this factor
+constexpr double kSure = 0.01;      // the standard error at which the confidence is a half
+
+}  // namespace
+
+void CellEstimator::Row::operator+=(const Row& other) {
+    self += other.self;
+    right += other.right;
+    downLeft += other.downLeft;
+    down += other.down;
+    downRight += other.downRight;
+    value += other.value;
+    near += other.near;
+    square += other.square;
+    pure += other.pure;
+    mean += other.mean;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        places[i] += other.places[i];
+    }
+}
+
+void CellEstimator::reset(const Setup& setup, const PulseMap& map) {
+    grid_ = setup.grid;
+    known_.fill({});
+    waiting_.fill({});
+    visits_.fill({});
+    for (std::size_t i = 0; i < kMostCells; ++i) {
+        expected_[i] = map.oneByte(i) + std::log(static_cast<double>(setup.targets[i]));
+    }
+    need_ = expected_;
+    residual_ = 0.02;
+    waits_ = false;
+}
+
+// Cells that are given twice at the map's edge are one cell.
+void CellEstimator::addPair(std::size_t a, std::size_t b, double product) {
+    const auto columns = static_cast<std::size_t>(grid_.columns);
+    if (b < a) {
+        std::swap(a, b);
+    }
+    Row& row = waiting_[a];
+    const std::size_t apart = b - a;
+    if (apart == 0) {
+        row.self += 2.0 * product;
+    } else if (apart == 1) {
+        row.right += product;
+    } else if (apart == columns) {
+        row.down += product;
+    } else if (apart == columns + 1) {
+        row.downRight += product;
+    } else {
+        row.downLeft += product;
+    }
+}
+
+void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, const Corners& corners,
+                             double weight) const {
+    const int columns = grid_.columns;
+    const int row = static_cast<int>(cell) / columns;
+    const int column = static_cast<int>(cell) % columns;
+    for (std::size_t i = 0; i < corners.cell.size(); ++i) {
+        const int down = static_cast<int>(corners.cell[i]) / columns - row + 1;
+        const int right = static_cast<int>(corners.cell[i]) % columns - column + 1;
+        if (down >= 0 && down < 3 && right >= 0 && right < 3) {
+            shares[static_cast<std::size_t>(3 * down + right)] += weight * corners.share[i];
+        }
+    }
+}
+
+void CellEstimator::add(const NeedSample& sample) {
+    const Corners corners = grid_.cornersOf(sample.place);
+    const double off = sample.need - at(sample.place);
+    for (std::size_t i = 0; i < 4; ++i) {
+        const double share = sample.weight * corners.share[i];
+        Row& row = waiting_[corners.cell[i]];
+        row.self += share * corners.share[i];
+        row.value += share * sample.need;
+        if (corners.share[i] > 0.4) {
+            row.near += share;
+            row.square += share * off * off;
+        }
+        for (std::size_t j = i + 1; j < 4; ++j) {
+            addPair(corners.cell[i], corners.cell[j], share * corners.share[j]);
+        }
+    }
+    if (sample.pure) {
+        Row& row = waiting_[sample.cell];
+        row.pure += sample.weight;
+        row.mean += sample.weight * sample.need;
+        addPlace(row.places, sample.cell, corners, sample.weight);
+    }
+    residual_ += 0.001 * (std::min(std::fabs(off), 0.2) * 1.25 - residual_);
+    waits_ = true;
+}
+
+void CellEstimator::ran(const Place& place, std::size_t cell) {
+    addPlace(visits_[cell], cell, grid_.cornersOf(place), 1.0);
+}
+
+void CellEstimator::commit() {
+    if (!waits_) {
+        return;
+    }
+    for (std::size_t i = 0; i < grid_.cells(); ++i) {
+        known_[i] += waiting_[i];
+    }
+    discard();
+}
+
+void CellEstimator::discard() {
+    waiting_.fill({});
+    waits_ = false;
+}
+
+std::size_t CellEstimator::neighbour(std::size_t index, int down, int right) const {
+    const int row = std::clamp(static_cast<int>(index) / grid_.columns + down, 0, grid_.rows - 1);
+    const int column = std::clamp(static_cast<int>(index) % grid_.columns + right, 0, grid_.columns - 1);
+    return static_cast<std::size_t>(row * grid_.columns + column);
+}
+
+// What the equations of the cell say with its neighbours as they are; `diagonal` is the weight behind it.
+double CellEstimator::pull(std::size_t index, double& diagonal) const {
+    const auto columns = static_cast<std::size_t>(grid_.columns);
+    const bool left = index % columns > 0;
+    const bool right = index % columns + 1 < columns;
+    const bool up = index >= columns;
+    const bool down = index + columns < grid_.cells();
+    const Row& row = known_[index];
+    double sum = row.value + kPrior * expected_[index];
+    diagonal = row.self + kPrior;
+    const auto tie = [&](bool there, std::size_t other, double product, bool beside) {
+        if (there) {
+            sum -= product * need_[other];
+            const double smooth = beside ? kSmooth : 0.0;
+            sum += smooth * (need_[other] - expected_[other] + expected_[index]);
+            diagonal += smooth;
+        }
+    };
+    tie(right, index + 1, row.right, true);
+    tie(down, index + columns, row.down, true);
+    tie(down && right, index + columns + 1, row.downRight, false);
+    tie(down && left, index + columns - 1, row.downLeft, false);
+    if (left) {
+        tie(true, index - 1, known_[index - 1].right, true);
+    }
+    if (up) {
+        tie(true, index - columns, known_[index - columns].down, true);
+    }
+    if (up && left) {
+        tie(true, index - columns - 1, known_[index - columns - 1].downRight, false);
+    }
+    if (up && right) {
+        tie(true, index - columns + 1, known_[index - columns + 1].downLeft, false);
+    }
+    return sum;
+}
+
+void CellEstimator::relax() {
+    constexpr std::size_t kAtOnce = 24;
+    for (std::size_t i = 0; i < kAtOnce; ++i) {
+        next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
+        double diagonal = 0.0;
+        const double sum = pull(next_, diagonal);
+        need_[next_] = sum / diagonal;
+    }
+}
+
+double CellEstimator::at(const Place& place) const {
+    const Corners corners = grid_.cornersOf(place);
+    double need = 0.0;
+    for (std::size_t i = 0; i < corners.cell.size(); ++i) {
+        need += corners.share[i] * need_[corners.cell[i]];
+    }
+    return need;
+}
+
+// Weight of the samples for this cell alone, when its neighbours are unknown as well.
+double CellEstimator::marginal(std::size_t index) const {
+    const auto columns = static_cast<std::size_t>(grid_.columns);
+    const Row& row = known_[index];
+    double weight = row.self;
+    const auto lose = [&](bool there, std::size_t other, double product) {
+        if (there && known_[other].self > 0.0) {
+            weight -= product * product / (known_[other].self + kSmooth);
+        }
+    };
+    const bool left = index % columns > 0;
+    const bool right = index % columns + 1 < columns;
+    const bool down = index + columns < grid_.cells();
+    lose(right, index + 1, row.right);
+    lose(down, index + columns, row.down);
+    lose(left, index - 1, left ? known_[index - 1].right : 0.0);
+    lose(index >= columns, index - columns, index >= columns ? known_[index - columns].down : 0.0);
+    return std::max(weight, 0.1 * row.self);
+}
+
+double CellEstimator::around(std::size_t index, const std::array<double, 9>& shares) const {
+    const double total = std::accumulate(shares.begin(), shares.end(), 0.0);
+    double sum = 0.0;
+    for (int i = 0; i < 9; ++i) {
+        sum += shares[static_cast<std::size_t>(i)] * need_[neighbour(index, i / 3 - 1, i % 3 - 1)];
+    }
+    return total > 0.0 ? sum / total : need_[index];
+}
+
+// Over the places where the engine ran; what the smooth need leaves over comes from the cell's own samples.
+double CellEstimator::meanNeed(std::size_t index) const {
+    const Row& row = known_[index];
+    const double over = row.pure > 0.0 ? row.mean / row.pure - around(index, row.places) : 0.0;
+    return around(index, visits_[index]) + over;
+}
+
+CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
+    const Row& row = known_[index];
+    const bool one = firmware == Firmware::OneByte;
+    const double weight = one ? row.pure : row.near;
+    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
+    const double spread = row.near > 0.0 ? std::sqrt(row.square / row.near) : 0.0;
+    const double single = std::max(residual_, 0.01);
+    const double error = effective > 0.0 ? single / std::sqrt(effective) : 1.0;
+    constexpr double kFewest = 12.0;  // samples of the cell
+    return {.need = one ? meanNeed(index) : need_[index],
+            .weight = weight,
+            .spread = spread,
+            .error = error,
+            .confidence = weight < kFewest ? 0.0 : 1.0 / (1.0 + error * error / (kSure * kSure))};
+}
+
+CellNeed CellEstimator::carried(std::size_t index, Firmware firmware) const {
+    constexpr double kWell = 0.7;
+    constexpr std::array<std::pair<int, int>, 4> kBeside = {{{-1, 0}, {1, 0}, {0, -1}, {0, 1}}};
+    CellNeed need{.need = 0.0, .confidence = 1.0};
+    int found = 0;
+    for (const auto& [down, right] : kBeside) {
+        const std::size_t other = neighbour(index, down, right);
+        const CellNeed beside = cell(other, firmware);
+        if (other != index && beside.confidence >= kWell) {
+            ++found;
+            need.need += beside.need - expected_[other];
+            need.weight += beside.weight;
+            need.error = std::max(need.error, beside.error);
+            need.confidence = std::min(need.confidence, beside.confidence);
+        }
+    }
+    if (found < 2) {
+        return {};
+    }
+    need.need = expected_[index] + need.need / found;
+    return need;
+}
+
+}  // namespace korvane::steady
