@@ -8,10 +8,10 @@ namespace korvane::steady {
 
 namespace {
 
-constexpr double kPrior = 0.3;      // samples that the expected need is worth
-constexpr double kSmooth = 1.0;     // and that a neighbour's deviation from its own is worth
+constexpr double kPrior = 0.02;     // samples that the expected need is worth,
+constexpr double kSmooth = 0.5;     // and that a smooth need is worth, along the row and along the column
 constexpr double kPerSample = 4.0;  // successive samples tell less than independent ones, by this factor
-constexpr double kSure = 0.01;      // the standard error at which the confidence is a half
+constexpr double kSure = 0.015;     // the standard error at which the confidence is a half
 
 }  // namespace
 
@@ -80,7 +80,7 @@ void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, co
 }
 
 void CellEstimator::add(const NeedSample& sample) {
-    const Corners corners = grid_.cornersOf(sample.place);
+    const Corners corners = grid_.linesOf(sample.place);
     const double off = sample.need - at(sample.place);
     for (std::size_t i = 0; i < 4; ++i) {
         const double share = sample.weight * corners.share[i];
@@ -106,7 +106,7 @@ void CellEstimator::add(const NeedSample& sample) {
 }
 
 void CellEstimator::ran(const Place& place, std::size_t cell) {
-    addPlace(visits_[cell], cell, grid_.cornersOf(place), 1.0);
+    addPlace(visits_[cell], cell, grid_.linesOf(place), 1.0);
 }
 
 void CellEstimator::commit() {
@@ -130,40 +130,39 @@ std::size_t CellEstimator::neighbour(std::size_t index, int down, int right) con
     return static_cast<std::size_t>(row * grid_.columns + column);
 }
 
-// What the equations of the cell say with its neighbours as they are; `diagonal` is the weight behind it.
-double CellEstimator::pull(std::size_t index, double& diagonal) const {
+// The need changes evenly along rows and columns, if nothing else is known: `diagonal` grows by the weight of it.
+double CellEstimator::smooth(std::size_t index, double& diagonal) const {
+    const auto columns = static_cast<std::size_t>(grid_.columns);
+    double sum = 0.0;
+    const auto between = [&](std::size_t before, std::size_t behind) {
+        sum += kSmooth * 0.5 * (need_[before] + need_[behind]);
+        diagonal += kSmooth;
+    };
+    if (index % columns > 0 && index % columns + 1 < columns) {
+        between(index - 1, index + 1);
+    }
+    if (index >= columns && index + columns < grid_.cells()) {
+        between(index - columns, index + columns);
+    }
+    return sum;
+}
+
+// What the samples around the cell say of its neighbours' shares.
+double CellEstimator::others(std::size_t index) const {
     const auto columns = static_cast<std::size_t>(grid_.columns);
     const bool left = index % columns > 0;
     const bool right = index % columns + 1 < columns;
     const bool up = index >= columns;
     const bool down = index + columns < grid_.cells();
     const Row& row = known_[index];
-    double sum = row.value + kPrior * expected_[index];
-    diagonal = row.self + kPrior;
-    const auto tie = [&](bool there, std::size_t other, double product, bool beside) {
-        if (there) {
-            sum -= product * need_[other];
-            const double smooth = beside ? kSmooth : 0.0;
-            sum += smooth * (need_[other] - expected_[other] + expected_[index]);
-            diagonal += smooth;
-        }
-    };
-    tie(right, index + 1, row.right, true);
-    tie(down, index + columns, row.down, true);
-    tie(down && right, index + columns + 1, row.downRight, false);
-    tie(down && left, index + columns - 1, row.downLeft, false);
-    if (left) {
-        tie(true, index - 1, known_[index - 1].right, true);
-    }
-    if (up) {
-        tie(true, index - columns, known_[index - columns].down, true);
-    }
-    if (up && left) {
-        tie(true, index - columns - 1, known_[index - columns - 1].downRight, false);
-    }
-    if (up && right) {
-        tie(true, index - columns + 1, known_[index - columns + 1].downLeft, false);
-    }
+    double sum = right ? row.right * need_[index + 1] : 0.0;
+    sum += left ? known_[index - 1].right * need_[index - 1] : 0.0;
+    sum += down ? row.down * need_[index + columns] : 0.0;
+    sum += up ? known_[index - columns].down * need_[index - columns] : 0.0;
+    sum += down && right ? row.downRight * need_[index + columns + 1] : 0.0;
+    sum += down && left ? row.downLeft * need_[index + columns - 1] : 0.0;
+    sum += up && left ? known_[index - columns - 1].downRight * need_[index - columns - 1] : 0.0;
+    sum += up && right ? known_[index - columns + 1].downLeft * need_[index - columns + 1] : 0.0;
     return sum;
 }
 
@@ -171,14 +170,14 @@ void CellEstimator::relax() {
     constexpr std::size_t kAtOnce = 24;
     for (std::size_t i = 0; i < kAtOnce; ++i) {
         next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
-        double diagonal = 0.0;
-        const double sum = pull(next_, diagonal);
+        double diagonal = known_[next_].self + kPrior;
+        const double sum = known_[next_].value - others(next_) + kPrior * expected_[next_] + smooth(next_, diagonal);
         need_[next_] = sum / diagonal;
     }
 }
 
 double CellEstimator::at(const Place& place) const {
-    const Corners corners = grid_.cornersOf(place);
+    const Corners corners = grid_.linesOf(place);
     double need = 0.0;
     for (std::size_t i = 0; i < corners.cell.size(); ++i) {
         need += corners.share[i] * need_[corners.cell[i]];
@@ -230,7 +229,7 @@ CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
     const double spread = row.near > 0.0 ? std::sqrt(row.square / row.near) : 0.0;
     const double single = std::max(residual_, 0.01);
     const double error = effective > 0.0 ? single / std::sqrt(effective) : 1.0;
-    constexpr double kFewest = 12.0;  // samples of the cell
+    constexpr double kFewest = 4.0;  // samples of the cell
     return {.need = one ? meanNeed(index) : need_[index],
             .weight = weight,
             .spread = spread,

@@ -74,7 +74,8 @@ private:
     using Rows = std::array<Row, kMostCells>;
 
     void addPair(std::size_t a, std::size_t b, double product);
-    [[nodiscard]] double pull(std::size_t index, double& diagonal) const;
+    [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
+    [[nodiscard]] double others(std::size_t index) const;
     [[nodiscard]] double marginal(std::size_t index) const;
     [[nodiscard]] double meanNeed(std::size_t index) const;
     [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;

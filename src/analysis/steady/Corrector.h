@@ -34,7 +34,7 @@ struct Correction {
 class Corrector {
 public:
     static constexpr double kGain = 0.7;
-    static constexpr double kDeadBand = 0.62;    // counts, both ways
+    static constexpr double kDeadBand = 0.57;    // counts, both ways
     static constexpr double kDeadPercent = 0.3;  // of fuel, both ways
     static constexpr double kLeastConfidence = 0.5;
     static constexpr double kErrors = 1.5;  // of the standard error have to be missing

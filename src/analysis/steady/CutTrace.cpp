@@ -107,7 +107,8 @@ void CutTrace::watchRise(const Reading& now) {
 
 CutTrace::Outcome CutTrace::judgeReturn(const Reading& now, bool cutAgain) {
     const bool rose = late_ != 0.0;
-    const bool back = now.lambda < level_ + 0.4 * (kFreshAir - level_);
+    constexpr double kBack = 17.0;
+    const bool back = now.lambda < kBack;
     const bool told = told_;
     if (settled_ && rose && back && !cutAgain) {
         measureReturn();

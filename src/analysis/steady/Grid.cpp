@@ -13,10 +13,18 @@ struct Span {
     double share = 0.0;  // of the high one
 };
 
-Span spanOf(double position, int count) {
-    const double centre = std::clamp(position - 0.5, 0.0, count - 1.0);
-    const int low = static_cast<int>(centre);
+Span spanOf(double position, int count, double beyond) {
+    const double centre = std::clamp(position - 0.5, -beyond, count - 1.0 + beyond);
+    const int low = std::clamp(static_cast<int>(centre), 0, std::max(count - 2, 0));
     return {low, std::min(low + 1, count - 1), centre - low};
+}
+
+Corners cornersBetween(const Span& across, const Span& down, int columns) {
+    const auto cell = [columns](int row, int column) { return static_cast<std::size_t>(row * columns + column); };
+    return {.cell = {cell(down.low, across.low), cell(down.low, across.high), cell(down.high, across.low),
+                     cell(down.high, across.high)},
+            .share = {(1.0 - down.share) * (1.0 - across.share), (1.0 - down.share) * across.share,
+                      down.share * (1.0 - across.share), down.share * across.share}};
 }
 
 double into(double position, int index) {
@@ -37,13 +45,11 @@ std::size_t Grid::cellAt(const Place& place) const {
 }
 
 Corners Grid::cornersOf(const Place& place) const {
-    const Span across = spanOf(place.column, columns);
-    const Span down = spanOf(place.row, rows);
-    const auto cell = [this](int row, int column) { return static_cast<std::size_t>(row * columns + column); };
-    return {.cell = {cell(down.low, across.low), cell(down.low, across.high), cell(down.high, across.low),
-                     cell(down.high, across.high)},
-            .share = {(1.0 - down.share) * (1.0 - across.share), (1.0 - down.share) * across.share,
-                      down.share * (1.0 - across.share), down.share * across.share}};
+    return cornersBetween(spanOf(place.column, columns, 0.0), spanOf(place.row, rows, 0.0), columns);
+}
+
+Corners Grid::linesOf(const Place& place) const {
+    return cornersBetween(spanOf(place.column, columns, 0.5), spanOf(place.row, rows, 0.5), columns);
 }
 
 bool Grid::touches(const Place& place, std::size_t cell) const {

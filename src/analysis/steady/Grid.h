@@ -34,6 +34,8 @@ struct Grid {
     // Places outside count as the edge.
     [[nodiscard]] std::size_t cellAt(const Place& place) const;
     [[nodiscard]] Corners cornersOf(const Place& place) const;
+    // The same with a straight line through the outer two centres to the edge: there one share is negative.
+    [[nodiscard]] Corners linesOf(const Place& place) const;
     // The place moved into `cell` if it lies in a cell beside it: the ECU knows better at the borders. A place further
     // away stays where it is.
     [[nodiscard]] Place within(const Place& place, std::size_t cell) const;

@@ -11,32 +11,41 @@ void SpeedLimit::reset(double seconds, const MapBytes& map) {
     markedAt_ = seconds;
     seconds_ = seconds;
     counts_ = 0.0;
+    proved(map);
+}
+
+void SpeedLimit::proved(const MapBytes& map) {
+    proved_ = map;
+    least_ = map;
+    most_ = map;
 }
 
 void SpeedLimit::pass(double seconds, const MapBytes& map) {
     counts_ = std::min(counts_ + (seconds - seconds_) * kCountsPerSecond, kCountsPerSecond);
     seconds_ = seconds;
-    if (seconds - markedAt_ >= kWindow / (kMarks - 1)) {
+    if (seconds - markedAt_ >= kInterval) {
         markedAt_ = seconds;
-        marks_.at(next_) = map;
+        marks_[next_] = map;
         next_ = (next_ + 1) % kMarks;
     }
 }
 
 bool SpeedLimit::allows(std::size_t cell, int byte) const {
-    return std::ranges::all_of(marks_, [&](const MapBytes& map) {
-        const int moved = std::abs(byte - map.at(cell));
-        return moved <= 1 || 100.0 * moved <= kMostPercent * map.at(cell);
-    });
+    const int least = std::min<int>(least_.at(cell), byte);
+    const int most = std::max<int>(most_.at(cell), byte);
+    return most - least <= 1 || 100.0 * (most - least) <= kMostPercent * least;
 }
 
-const MapBytes& SpeedLimit::ago(double seconds) const {
-    const double interval = kWindow / (kMarks - 1);
-    const auto back = static_cast<std::size_t>(std::clamp(seconds / interval + 1.0, 1.0, kMarks - 0.0));
-    return marks_.at((next_ + kMarks - back) % kMarks);
+void SpeedLimit::spend(std::size_t cell, int from, int to) {
+    counts_ -= std::abs(to - from);
+    least_.at(cell) = static_cast<std::uint8_t>(std::min<int>(least_.at(cell), to));
+    most_.at(cell) = static_cast<std::uint8_t>(std::max<int>(most_.at(cell), to));
 }
 
 void SpeedLimit::settle(std::size_t cell, std::uint8_t byte) {
+    proved_.at(cell) = byte;
+    least_.at(cell) = byte;
+    most_.at(cell) = byte;
     for (MapBytes& map : marks_) {
         map.at(cell) = byte;
     }

@@ -8,7 +8,7 @@ namespace korvane::steady {
 
 namespace {
 
-constexpr double kProofHolds = SpeedLimit::kWindow;  // seconds
+constexpr double kProofHolds = 100.0;  // seconds
 
 }  // namespace
 
@@ -70,7 +70,6 @@ void SteadyAgent::act(Action action) {
             used_.fill(0);
             rejected_.fill(0);
             learntFor_ = Firmware::Unknown;
-            proved_ = map_.bytes();
             break;
         case Action::Commit:
             cells_.commit();
@@ -80,7 +79,7 @@ void SteadyAgent::act(Action action) {
             break;
         case Action::PutBackNew:
             cells_.discard();
-            beginPutBack(seconds_ - provedAt_ > 60.0 ? proved_ : speed_.ago(60.0));
+            beginPutBack(seconds_ - provedAt_ > 60.0 ? speed_.atProof() : speed_.minuteAgo());
             break;
         case Action::PutBackAll:
             beginPutBack(baseline_);
@@ -107,7 +106,6 @@ void SteadyAgent::cellEdited(std::size_t cell, std::uint8_t byte) {
     }
     map_.set(cell, byte);
     speed_.settle(cell, byte);
-    proved_[cell] = byte;
     back_[cell] = byte;
 }
 
@@ -148,7 +146,7 @@ void SteadyAgent::observe(const Frame& frame) {
     const Grid& grid = setup_.grid;
     const Place told = Grid::placeOf(frame.rpm, frame.load);
     const Verdict mixture = gate_.mixture(frame, setup_, told);
-    const Place place = grid.within(told, frame.cell);
+    const Place place = grid.contains(told) ? grid.within(told, frame.cell) : told;
     const std::size_t cell = grid.cellAt(place);
     const Burn burn{.place = place,
                     .cell = cell,
@@ -164,13 +162,13 @@ void SteadyAgent::observe(const Frame& frame) {
 }
 
 void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
-    const bool tells = burn.verdict == Verdict::Used || burn.verdict == Verdict::EngineCold;
-    if (!tells || !setup_.grid.contains(burn.place)) {
+    const bool fuelled = SampleGate::turning(frame) && !SampleGate::cut(frame) && burn.verdict != Verdict::LinkLate;
+    if (!fuelled || !setup_.grid.contains(burn.place)) {
         return;
     }
-    guess_.add(frame.duty, frame.rpm, burn.oneByte, burn.fourBytes);
-    if (burn.verdict == Verdict::Used) {
-        cells_.ran(burn.place, burn.cell);
+    cells_.ran(burn.place, burn.cell);
+    if (burn.verdict == Verdict::Used || burn.verdict == Verdict::EngineCold) {
+        guess_.add(frame.duty, frame.rpm, burn.oneByte, burn.fourBytes);
     }
     if (guess_.firmware() != learntFor_) {
         learntFor_ = guess_.firmware();
@@ -190,7 +188,7 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
         handle(Event::Proved);
         provedAt_ = frame.seconds;
-        proved_ = map_.bytes();
+        speed_.proved(map_.bytes());
     }
     fault(Watch::check(outcome));
 }
@@ -281,7 +279,7 @@ void SteadyAgent::correctCell(std::size_t cell) {
     const int way = step > 0 ? 1 : -1;
     for (int to = byte + step; to != byte; to -= way) {
         if (speed_.allows(cell, to)) {
-            speed_.spend(std::abs(to - byte));
+            speed_.spend(cell, byte, to);
             change(cell, to, need.carried, false);
             return;
         }

@@ -112,8 +112,7 @@ private:
     Setup setup_;
     PulseMap map_;
     MapBytes baseline_{};
-    MapBytes proved_{};  // the map at the last proof of life
-    MapBytes back_{};    // what is being put back
+    MapBytes back_{};  // what is being put back
     std::array<ByteRange, kMostCells> ranges_{};
     std::array<std::uint64_t, kMostCells> used_{};
     std::array<std::uint64_t, kMostCells> rejected_{};
