@@ -42,6 +42,25 @@ double mixtureCounts(double afr) {
     return (afr - 10.0) / 10.0 * 256.0;
 }
 
+double mixtureCounts(const EngineModel& engine, Noise& noise) {
+    const double reading = engine.state().afr;
+    const double disturbance = engine.state().running ? noise.bell() : 0.0;
+    const EngineConditions& conditions = engine.conditions();
+    switch (conditions.lambdaFault) {
+        case LambdaFault::Absent:
+            return std::abs(disturbance);
+        case LambdaFault::Stuck:
+        case LambdaFault::Lean:
+        case LambdaFault::Rich:
+            return mixtureCounts(reading);
+        case LambdaFault::None:
+        case LambdaFault::Slow:
+            break;
+    }
+    const double deviation = conditions.lambdaNoise ? reading * *conditions.lambdaNoise / 100.0 : 0.06;
+    return mixtureCounts(reading + deviation * disturbance);
+}
+
 int flagWord(const EngineState& state) {
     const std::pair<int, bool> flags[] = {
         {1, state.choke},    {2, state.startHelp},   {3, state.injecting},    {4, state.accelPump},
@@ -93,12 +112,11 @@ LivePayload livePayload(const EngineModel& engine, const Calibration& calibratio
     const int rpm = counts(state.rpm, 65535);
     const int flags = flagWord(state);
     const int mux = counts(muxValue(channel, state, calibration), 4095);
-    const double mixture = state.running ? state.afr + 0.06 * noise.bell() : state.afr;
+    const double mixture = mixtureCounts(engine, noise);
     return {high(rpm), low(rpm), byteOf(temperature(state.waterC, version)), byteOf(temperature(state.airC, version)),
             byteOf(state.volts * 10.0 + 0.3 * noise.bell()),
-            byteOf(pressureCounts(state.manifoldBar) + 0.3 * noise.bell()), engine.throttleSensor(),
-            byteOf(mixtureCounts(mixture)), byteOf(state.duty * 256.0),
-            byteOf(std::min(std::floor(state.throttle * 10.0), 9.0)),
+            byteOf(pressureCounts(state.manifoldBar) + 0.3 * noise.bell()), engine.throttleSensor(), byteOf(mixture),
+            byteOf(state.duty * 256.0), byteOf(std::min(std::floor(state.throttle * 10.0), 9.0)),
             // One byte can't hold the last cells of a large map.
             byteOf(state.cell), high(flags), low(flags), byteOf(state.idleValve), byteOf(state.boostValve),
             byteOf(state.exhaustC / 5.0), byteOf(state.advance * 5.0),

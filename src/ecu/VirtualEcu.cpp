@@ -25,14 +25,14 @@ constexpr std::uint64_t kPowerSeed = 0x506F7772;
 
 VirtualEcu::VirtualEcu(const EcuSettings& settings)
     : settings_(settings),
-      memory_(firmwareType(settings.type), settings.eeprom),
+      memory_(firmwareType(settings.type), settings.eeprom, settings.mapFault),
       engine_(settings.seed),
       queue_(settings.seed ^ kLineSeed),
       sensors_(settings.seed ^ kSensorSeed),
       ignitionBox_(settings.seed ^ kIgnitionBoxSeed),
       power_(settings.seed ^ kPowerSeed),
       on_(settings.powered) {
-    engine_.drive(settings_.drive);
+    startEngine();
     changeFaults(0);
 }
 
@@ -81,6 +81,11 @@ void VirtualEcu::awake(Micros at) {
     }
     engineTime_ = at;
     changeAlarm(at);
+}
+
+void VirtualEcu::startEngine() {
+    engine_.drive(settings_.drive);
+    engine_.setConditions(settings_.conditions);
 }
 
 void VirtualEcu::advanceEngine(Micros at) {
@@ -149,15 +154,27 @@ void VirtualEcu::losePower(Micros at) {
 void VirtualEcu::getPower(Micros at) {
     on_ = true;
     engine_ = EngineModel(settings_.seed);
-    engine_.drive(settings_.drive);
+    startEngine();
     engineTime_ = at;
     restart(at);
 }
 
 const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
-    {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
-    {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
-    {"power", &VirtualEcu::changePower}, {"alarm", &VirtualEcu::changeAlarm},
+    {"type", &VirtualEcu::changeType},
+    {"seed", &VirtualEcu::changeSeed},
+    {"drive", &VirtualEcu::changeDrive},
+    {"lose", &VirtualEcu::changeFaults},
+    {"flip", &VirtualEcu::changeFaults},
+    {"add", &VirtualEcu::changeFaults},
+    {"power", &VirtualEcu::changePower},
+    {"alarm", &VirtualEcu::changeAlarm},
+    {"mapfault", &VirtualEcu::changeMapFault},
+    {"interpolate", &VirtualEcu::changeConditions},
+    {"need", &VirtualEcu::changeConditions},
+    {"lambdadelay", &VirtualEcu::changeConditions},
+    {"lambdalag", &VirtualEcu::changeConditions},
+    {"lambdanoise", &VirtualEcu::changeConditions},
+    {"lambdafault", &VirtualEcu::changeConditions},
 };
 
 std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {
@@ -188,7 +205,7 @@ std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros
 }
 
 void VirtualEcu::changeType(Micros) {
-    memory_ = FirmwareMemory(firmwareType(settings_.type), settings_.eeprom);
+    memory_ = FirmwareMemory(firmwareType(settings_.type), settings_.eeprom, settings_.mapFault);
     calibrated_.reset();
 }
 

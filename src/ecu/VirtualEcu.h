@@ -55,6 +55,13 @@ public:
     [[nodiscard]] std::array<double, kMapCells> trueFuelMap() const { return neededCounts(memory_); }
     // The engine as the last command found it.
     [[nodiscard]] const EngineState& engine() const { return engine_.state(); }
+    [[nodiscard]] const EngineTruth& truth() const { return engine_.truth(); }
+    // The settings and working maps that it ran under.
+    [[nodiscard]] const Calibration& calibration() const { return calibration_; }
+    // Milliseconds that the exhaust takes from the cylinders to the lambda sensor at steady speed and load.
+    [[nodiscard]] double transportMsAt(double rpm, double loadPercent) const {
+        return transportMs(settings_.conditions, rpm, calibration_.manifoldOf(loadPercent));
+    }
     // By the cleaning of the plugs, since the start.
     [[nodiscard]] long sparksFired() const { return sparksFired_; }
 
@@ -77,6 +84,7 @@ private:
     void unknown(std::uint8_t code, Micros at) override;
 
     void awake(Micros at);
+    void startEngine();
     void advanceEngine(Micros at);
     void answer(std::uint8_t code, Body payload, Micros at);
     // The transmitter has more than a live frame to send before an answer to what comes at `at`.
@@ -116,6 +124,8 @@ private:
     void changeType(Micros);
     void changeSeed(Micros);
     void changeDrive(Micros) { engine_.drive(settings_.drive); }
+    void changeConditions(Micros) { engine_.setConditions(settings_.conditions); }
+    void changeMapFault(Micros at) { memory_.storeFactoryFuel(settings_.mapFault, at); }
     void changeFaults(Micros);
     void changePower(Micros at);
     void changeAlarm(Micros at);

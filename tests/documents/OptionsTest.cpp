@@ -146,6 +146,8 @@ TEST(KeysOfDocuments, HaveTheirDefaults) {
     EXPECT_EQ(set.payloadLength, fresh.payloadLength);
     EXPECT_EQ(set.seed, fresh.seed);
     EXPECT_EQ(set.ignitionFault, fresh.ignitionFault);
+    EXPECT_EQ(set.mapFault, fresh.mapFault);
+    EXPECT_EQ(set.conditions, fresh.conditions);
 }
 
 std::vector<std::string> wordsOf(const std::string& line) {

@@ -156,6 +156,71 @@ TEST(EcuSettings, ADriveIsANameOrThreeNumbers) {
     }
 }
 
+TEST(EcuSettings, TakesTheKeysOfAHardEngine) {
+    EcuSettings settings;
+    EXPECT_EQ(parseKeyList(settings,
+                           "interpolate=1,need=place,mapfault=checker,lambdadelay=400:80.5,lambdalag=100,"
+                           "lambdanoise=1.5,lambdafault=absent"),
+              "");
+    EXPECT_TRUE(settings.conditions.interpolate);
+    EXPECT_TRUE(settings.conditions.needByPlace);
+    EXPECT_EQ(settings.mapFault, MapFault::Checker);
+    EXPECT_EQ(settings.conditions.lambdaDelay, (TransportDelay{400.0, 80.5}));
+    EXPECT_EQ(settings.conditions.lambdaLagMs, 100.0);
+    EXPECT_EQ(settings.conditions.lambdaNoise, 1.5);
+    EXPECT_EQ(settings.conditions.lambdaFault, LambdaFault::Absent);
+    EXPECT_EQ(parseKeyList(settings,
+                           "interpolate=0,need=cell,lambdadelay=usual,lambdalag=60,lambdanoise=usual,"
+                           "lambdafault=none"),
+              "");
+    EXPECT_EQ(settings.conditions, EngineConditions{});
+}
+
+TEST(EcuSettings, NamesTheFaultsOfAMapAndOfALambdaSensor) {
+    EcuSettings settings;
+    for (const auto& [name, fault] : {std::pair{"smooth", MapFault::Smooth},
+                                      {"rich", MapFault::Rich},
+                                      {"lean", MapFault::Lean},
+                                      {"checker", MapFault::Checker},
+                                      {"none", MapFault::None}}) {
+        EXPECT_EQ(parseKey(settings, "mapfault", name), "");
+        EXPECT_EQ(settings.mapFault, fault);
+    }
+    for (const auto& [name, fault] : {std::pair{"none", LambdaFault::None},
+                                      {"stuck", LambdaFault::Stuck},
+                                      {"lean", LambdaFault::Lean},
+                                      {"rich", LambdaFault::Rich},
+                                      {"absent", LambdaFault::Absent},
+                                      {"slow", LambdaFault::Slow}}) {
+        EXPECT_EQ(parseKey(settings, "lambdafault", name), "");
+        EXPECT_EQ(settings.conditions.lambdaFault, fault);
+    }
+}
+
+TEST(EcuSettings, RefusesWhatMakesNoHardEngine) {
+    for (const auto& [key, value] : {std::pair{"interpolate", "2"},
+                                     {"need", "1"},
+                                     {"mapfault", "12"},
+                                     {"mapfault", ""},
+                                     {"lambdadelay", "400"},
+                                     {"lambdadelay", "400:"},
+                                     {"lambdadelay", ":80"},
+                                     {"lambdadelay", "400:80:1"},
+                                     {"lambdadelay", "-1:80"},
+                                     {"lambdadelay", "2001:80"},
+                                     {"lambdadelay", "80:2001"},
+                                     {"lambdadelay", "nan:80"},
+                                     {"lambdalag", "-1"},
+                                     {"lambdalag", "10001"},
+                                     {"lambdalag", "inf"},
+                                     {"lambdanoise", "20.1"},
+                                     {"lambdanoise", "1%"},
+                                     {"lambdafault", "Stuck"},
+                                     {"lambdafault", ""}}) {
+        EXPECT_THAT(parsed(key, value), HasSubstr(std::string(key) + " takes ")) << value;
+    }
+}
+
 TEST(EcuSettings, HelpNamesEveryKey) {
     std::vector<std::string_view> names;
     for (const KeyHelp& help : keyHelp()) {
@@ -163,10 +228,11 @@ TEST(EcuSettings, HelpNamesEveryKey) {
         EXPECT_FALSE(help.meaning.empty());
         EXPECT_FALSE(help.values.empty());
     }
-    EXPECT_THAT(names,
-                testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed", "drive",
-                                              "eeprom", "save", "lose", "flip", "add", "ignfault", "late", "silent",
-                                              "refuse", "mute", "restart", "alarm", "cut", "power", "wear"));
+    EXPECT_THAT(names, testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed",
+                                                     "drive", "eeprom", "save", "lose", "flip", "add", "ignfault",
+                                                     "late", "silent", "refuse", "mute", "restart", "alarm", "cut",
+                                                     "power", "wear", "interpolate", "need", "mapfault", "lambdadelay",
+                                                     "lambdalag", "lambdanoise", "lambdafault"));
 }
 
 }  // namespace

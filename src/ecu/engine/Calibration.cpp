@@ -1,6 +1,7 @@
 #include "ecu/engine/Calibration.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/ParameterNames.h"
 #include "ecu/engine/EngineNeed.h"
@@ -66,6 +67,18 @@ void takeMaps(Calibration& to, const FirmwareMemory& memory) {
     }
 }
 
+// The two neighbours whose centres a place lies between.
+struct Between {
+    Between(double place, int cells) {
+        const double fromCentre = std::clamp(place - 0.5, 0.0, cells - 1.0);
+        first = std::min(static_cast<int>(fromCentre), cells - 2);
+        share = fromCentre - first;
+    }
+
+    int first;
+    double share;  // of the second one
+};
+
 }  // namespace
 
 bool Calibration::enabled(Function function) const {
@@ -88,9 +101,19 @@ double Calibration::manifoldOf(double loadPercent) const {
 }
 
 int Calibration::cellOf(double rpm, double loadPercent) const {
-    const int column = static_cast<int>(std::clamp((rpm - 1000.0) / 500.0, 0.0, type.columns() - 1.0));
-    const int row = static_cast<int>(std::clamp(loadPercent / 10.0, 0.0, type.rows() - 1.0));
+    const int column = static_cast<int>(std::clamp(columnAt(rpm), 0.0, type.columns() - 1.0));
+    const int row = static_cast<int>(std::clamp(rowAt(loadPercent), 0.0, type.rows() - 1.0));
     return row * type.columns() + column;
+}
+
+double Calibration::pulseAt(double rpm, double loadPercent) const {
+    const Between column(columnAt(rpm), type.columns());
+    const Between row(rowAt(loadPercent), type.rows());
+    const auto inRow = [&](int index) {
+        const auto cell = static_cast<std::size_t>(index * type.columns() + column.first);
+        return std::lerp(pulse.at(cell), pulse.at(cell + 1), column.share);
+    };
+    return std::lerp(inRow(row.first), inRow(row.first + 1), row.share);
 }
 
 Calibration calibrationOf(const FirmwareMemory& memory) {

@@ -50,8 +50,13 @@ struct Calibration {
     // Percent, as the rows of the maps count it; `throttle` 0 to 1.
     [[nodiscard]] double loadOf(double manifoldBar, double throttle) const;
     [[nodiscard]] double manifoldOf(double loadPercent) const;
+    // Place in the maps: cell n of a row or column reaches from n to n + 1. Not bounded by the map.
+    [[nodiscard]] static double columnAt(double rpm) { return (rpm - 1000.0) / 500.0; }
+    [[nodiscard]] static double rowAt(double loadPercent) { return loadPercent / 10.0; }
     // Index of the map cell for that place; places beyond the map count as its edge.
     [[nodiscard]] int cellOf(double rpm, double loadPercent) const;
+    // Milliseconds between the centres of the four nearest cells; beyond the outer centres as on them.
+    [[nodiscard]] double pulseAt(double rpm, double loadPercent) const;
 };
 
 [[nodiscard]] Calibration calibrationOf(const FirmwareMemory& memory);

@@ -10,16 +10,10 @@ namespace korvane::ecu {
 namespace {
 
 constexpr double kStep = EngineModel::kStep;
-constexpr double kFreshAir = 20.0;       // what the wideband sensor reads at most
 constexpr double kOthersMixture = 13.2;  // where another ECU or a carburettor meters the fuel
 constexpr double kClosedPedal = 0.02;
 constexpr double kFiringRpm = 400.0;
 constexpr double kOutsideC = 20.0;
-
-// Follows `target` with the time constant `seconds`.
-void follow(double& value, double target, double seconds) {
-    value += (target - value) * (kStep / (kStep + seconds));
-}
 
 // Pressure behind the throttle plate without boost, from the engine's air demand and the plate's opening.
 double drawnPressure(double throttle, double rpm) {
@@ -30,13 +24,20 @@ double drawnPressure(double throttle, double rpm) {
 
 }  // namespace
 
-EngineModel::EngineModel(std::uint64_t seed) : noise_(seed), exhaust_{} {
-    exhaust_.fill(kFreshAir);
+EngineModel::EngineModel(std::uint64_t seed) : noise_(seed) {
     script_.begin(Drive{}, 0.0);
 }
 
 void EngineModel::drive(const Drive& drive) {
     script_.begin(drive, state_.rpm);
+}
+
+void EngineModel::setConditions(const EngineConditions& conditions) {
+    if (conditions.lambdaFault != conditions_.lambdaFault) {
+        lambda_.setFault(conditions.lambdaFault);
+        state_.afr = lambda_.reading();
+    }
+    conditions_ = conditions;
 }
 
 std::uint8_t EngineModel::throttleSensor() const {
@@ -52,7 +53,8 @@ void EngineModel::step(const Calibration& calibration) {
     breathe(calibration, demand);
     watchFuelCut(calibration);
     meterFuel(calibration);
-    exhale(mixture(calibration));
+    burn(calibration);
+    exhale();
     warm(demand);
     work(calibration);
     roll(demand);
@@ -140,38 +142,64 @@ void EngineModel::meterFuel(const Calibration& calibration) {
     state_.advance = state_.igniting ? std::max(calibration.advance.at(cell), 0.0) : 0.0;
     // Above the last row the firmware lengthens the pulse with the pressure.
     const double beyond = std::max(state_.loadPercent / (10.0 * calibration.type.rows()), 1.0);
-    state_.pulseMs = state_.injecting ? calibration.pulse.at(cell) * beyond : 0.0;
+    const double pulse =
+        conditions_.interpolate ? calibration.pulseAt(state_.rpm, state_.loadPercent) : calibration.pulse.at(cell);
+    state_.pulseMs = state_.injecting ? pulse * beyond : 0.0;
+    truth_.lengthening = byPlace() ? beyond : 1.0;
     const double cycleMs = 120000.0 / std::max(state_.rpm, 1.0);
     state_.duty = std::min(state_.pulseMs * calibration.injectionsPerCycle / cycleMs, 1.0);
 }
 
+double EngineModel::needHere(const Calibration& calibration) const {
+    return byPlace() ? neededPulse(state_.rpm, state_.manifoldBar)
+                     : calibration.need.at(static_cast<std::size_t>(state_.cell));
+}
+
+double EngineModel::givenFuel(const Calibration& calibration) const {
+    if (!state_.injecting) {
+        return 0.0;
+    }
+    return byPlace() ? state_.pulseMs : calibration.pulse.at(static_cast<std::size_t>(state_.cell));
+}
+
+double EngineModel::lackWhenCold(const Calibration& calibration) const {
+    return calibration.enabled(Function::Choke) ? 1.0 : 1.0 + 0.15 * coldness_;
+}
+
+double EngineModel::lackWhenAccelerating(const Calibration& calibration) const {
+    if (pumpSeconds_ <= 0.0) {
+        return 1.0;
+    }
+    return calibration.enabled(Function::AccelPump) ? 0.985 : 1.06;
+}
+
 double EngineModel::mixture(const Calibration& calibration) const {
-    if (!state_.running || state_.engineBrake) {
+    if (!state_.running) {
         return kFreshAir;
     }
     if (!calibration.type.injects) {
-        return kOthersMixture;
+        return state_.engineBrake ? kFreshAir : kOthersMixture;
     }
-    const auto cell = static_cast<std::size_t>(state_.cell);
-    const double given = calibration.pulse.at(cell);
-    if (!state_.injecting || given <= 0.0) {
+    if (truth_.givenMs <= 0.0) {
         return kFreshAir;
     }
-    double afr = kBestMixture * calibration.need.at(cell) / given;
-    if (!calibration.enabled(Function::Choke)) {
-        afr *= 1.0 + 0.15 * coldness_;
-    }
-    if (pumpSeconds_ > 0.0) {
-        afr *= calibration.enabled(Function::AccelPump) ? 0.985 : 1.06;
-    }
-    return std::clamp(afr, 10.0, kFreshAir);
+    const double warm = kBestMixture * truth_.needMs / truth_.givenMs;
+    return std::min(warm * lackWhenCold(calibration) * lackWhenAccelerating(calibration), kFreshAir);
 }
 
-void EngineModel::exhale(double afr) {
-    newest_ = (newest_ + 1) % exhaust_.size();
-    exhaust_.at(newest_) = afr;
-    const auto delay = static_cast<std::size_t>(8.0 + 12000.0 / std::max(state_.rpm, 300.0));
-    follow(state_.afr, exhaust_.at((newest_ + exhaust_.size() - delay) % exhaust_.size()), 0.06);
+void EngineModel::burn(const Calibration& calibration) {
+    truth_.column = Calibration::columnAt(state_.rpm);
+    truth_.row = Calibration::rowAt(state_.loadPercent);
+    truth_.needMs = needHere(calibration);
+    truth_.neededMs = truth_.needMs * lackWhenCold(calibration) * lackWhenAccelerating(calibration);
+    truth_.givenMs = givenFuel(calibration);
+    truth_.mixture = mixture(calibration);
+}
+
+void EngineModel::exhale() {
+    lambda_.step(std::max(truth_.mixture, kRichestReading), state_.rpm, state_.manifoldBar, conditions_);
+    state_.afr = lambda_.reading();
+    truth_.delayMs = lambda_.delayMs();
 }
 
 void EngineModel::warm(const Demand& demand) {

@@ -1,12 +1,15 @@
 // The engine behind the firmware: speed, air, fuel, temperatures.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 #include "ecu/engine/Calibration.h"
 #include "ecu/engine/DriveScript.h"
+#include "ecu/engine/EngineConditions.h"
+#include "ecu/engine/EngineTruth.h"
+#include "ecu/engine/LambdaSensor.h"
 #include "ecu/engine/Noise.h"
+#include "ecu/engine/Step.h"
 
 namespace korvane::ecu {
 
@@ -45,16 +48,20 @@ struct EngineState {
 class EngineModel {
 public:
     // Length of a step, seconds.
-    static constexpr double kStep = 0.005;
+    static constexpr double kStep = kStepSeconds;
 
     explicit EngineModel(std::uint64_t seed);
 
     void drive(const Drive& drive);
     void reseed(std::uint64_t seed) { noise_ = Noise(seed); }
+    // From now on; what is in the exhaust stays there.
+    void setConditions(const EngineConditions& conditions);
+    [[nodiscard]] const EngineConditions& conditions() const { return conditions_; }
     // Moves on by one step under the firmware's present calibration.
     void step(const Calibration& calibration);
 
     [[nodiscard]] const EngineState& state() const { return state_; }
+    [[nodiscard]] const EngineTruth& truth() const { return truth_; }
     // Sensor value 0 to 255; what it means in percent is the firmware's business.
     [[nodiscard]] std::uint8_t throttleSensor() const;
 
@@ -66,8 +73,14 @@ private:
     void breathe(const Calibration& calibration, const Demand& demand);
     void watchFuelCut(const Calibration& calibration);
     void meterFuel(const Calibration& calibration);
+    [[nodiscard]] bool byPlace() const { return conditions_.interpolate || conditions_.needByPlace; }
+    [[nodiscard]] double needHere(const Calibration& calibration) const;
+    [[nodiscard]] double givenFuel(const Calibration& calibration) const;
+    [[nodiscard]] double lackWhenCold(const Calibration& calibration) const;
+    [[nodiscard]] double lackWhenAccelerating(const Calibration& calibration) const;
     [[nodiscard]] double mixture(const Calibration& calibration) const;
-    void exhale(double afr);
+    void burn(const Calibration& calibration);
+    void exhale();
     void warm(const Demand& demand);
     void work(const Calibration& calibration);
     void roll(const Demand& demand);
@@ -81,9 +94,9 @@ private:
     double pumpSeconds_ = 0.0;
     double spool_ = 0.0;     // bar of boost
     double coldness_ = 1.0;  // 1 at 0 degrees C and below, 0 when warm
-    // The delay from the cylinders to the sensor: the mixtures of the last steps.
-    std::array<double, 64> exhaust_;
-    std::size_t newest_ = 0;
+    EngineConditions conditions_;
+    EngineTruth truth_;
+    LambdaSensor lambda_;
 };
 
 }  // namespace korvane::ecu

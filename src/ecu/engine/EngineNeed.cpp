@@ -29,6 +29,16 @@ constexpr std::array kHills = {
     Hill{-0.070, 1200.0, 600.0, 35.0, 12.0},
 };
 
+constexpr double kLargestError = 0.12;
+
+double smoothError(double rpm, double loadPercent) {
+    double error = 0.0;
+    for (const Hill& hill : kHills) {
+        error += hill.at(rpm, loadPercent);
+    }
+    return std::clamp(error, -kLargestError, kLargestError);
+}
+
 double volumetricEfficiency(double rpm) {
     constexpr double kPeak = 4500.0;
     if (rpm < kPeak) {
@@ -45,12 +55,21 @@ double neededPulse(double rpm, double manifoldBar) {
     return 0.35 + 4.4 * manifoldBar * volumetricEfficiency(std::clamp(rpm, 500.0, 10500.0));
 }
 
-double storedMapError(double rpm, double loadPercent) {
-    double error = 0.0;
-    for (const Hill& hill : kHills) {
-        error += hill.at(rpm, loadPercent);
+double storedMapError(MapFault fault, double rpm, double loadPercent) {
+    switch (fault) {
+        case MapFault::Smooth:
+            return smoothError(rpm, loadPercent);
+        case MapFault::Rich:
+            return kLargestError;
+        case MapFault::Lean:
+            return -kLargestError;
+        case MapFault::Checker:
+            return (static_cast<int>(rpm / 500.0) + static_cast<int>(loadPercent / 10.0)) % 2 == 0 ? kLargestError
+                                                                                                   : -kLargestError;
+        case MapFault::None:
+            break;
     }
-    return std::clamp(error, -0.12, 0.12);
+    return 0.0;
 }
 
 double storedAdvance(double rpm, double loadPercent) {

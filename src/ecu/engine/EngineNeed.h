@@ -10,8 +10,18 @@ inline constexpr double kBestMixture = 12.5;
 // absolute) and, but for a few percent above 4500, with the speed.
 [[nodiscard]] double neededPulse(double rpm, double manifoldBar);
 
-// By how much the stored fuel map differs from the need at that place: -0.12 (lean) to 0.12 (rich), smooth.
-[[nodiscard]] double storedMapError(double rpm, double loadPercent);
+// Pattern of the stored fuel map's error.
+enum class MapFault {
+    Smooth,   // hills and valleys
+    Rich,     // 12 percent everywhere
+    Lean,     // 12 percent everywhere
+    Checker,  // 12 percent rich and lean in turn, from cell to cell
+    None,
+};
+
+// By how much the stored fuel map differs from the need in the cell that begins at `rpm` and has its middle at
+// `loadPercent`: -0.12 (lean) to 0.12 (rich).
+[[nodiscard]] double storedMapError(MapFault fault, double rpm, double loadPercent);
 
 // Ignition advance in degrees of the stored map, 5 to 42.
 [[nodiscard]] double storedAdvance(double rpm, double loadPercent);

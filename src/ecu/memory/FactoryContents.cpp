@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "core/ParameterNames.h"
-#include "ecu/engine/EngineNeed.h"
 #include "ecu/engine/InjectionScale.h"
 #include "ecu/memory/EepromFile.h"
 #include "ecu/memory/MapStore.h"
@@ -137,13 +136,13 @@ void putLargeScale(Cells& cells) {
     put(cells, {"INJ_MULTIPLIER_OFF", 3});
 }
 
-void putMaps(Cells& cells, const FirmwareType& type) {
+void putMaps(Cells& cells, const FirmwareType& type, MapFault fault) {
     const double barPerPercent = type.large ? 0.0125 : 0.01;
     const double tick = msPerCount(2, type.large ? 3 : 2, type.large);
     for (int i = 0; i < type.cells(); ++i) {
         const double rpm = type.cellRpm(i);
         const double load = type.cellLoad(i);
-        const double pulse = neededPulse(rpm + 250.0, load * barPerPercent) * (1.0 + storedMapError(rpm, load));
+        const double pulse = neededPulse(rpm + 250.0, load * barPerPercent) * (1.0 + storedMapError(fault, rpm, load));
         if (type.injects) {
             cellAt(cells, mapAddress(MapKind::Fuel, i)) = countOf(pulse / tick);
         }
@@ -173,7 +172,7 @@ void putEconomyMaps(Cells& cells) {
 
 }  // namespace
 
-std::vector<std::uint8_t> factoryContents(const FirmwareType& type) {
+std::vector<std::uint8_t> factoryContents(const FirmwareType& type, MapFault mapFault) {
     Cells cells(kEepromCells, 0);
     std::ranges::for_each(kContents, [&cells](const Content& content) { put(cells, content); });
     putRow(cells, "ACCEL_OFF", {72, 64, 54, 44, 36, 28, 22, 16, 12, 8});
@@ -182,7 +181,7 @@ std::vector<std::uint8_t> factoryContents(const FirmwareType& type) {
     if (type.large) {
         putLargeScale(cells);
     }
-    putMaps(cells, type);
+    putMaps(cells, type, mapFault);
     putPwmTable(cells);
     putEconomyMaps(cells);
     if (!type.idleRegulator) {

@@ -4,11 +4,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "ecu/engine/EngineNeed.h"
 #include "ecu/memory/FirmwareType.h"
 
 namespace korvane::ecu {
 
 // All 3001 cells: settings that make the modelled engine run, and its stored maps (EngineNeed.h).
-[[nodiscard]] std::vector<std::uint8_t> factoryContents(const FirmwareType& type);
+[[nodiscard]] std::vector<std::uint8_t> factoryContents(const FirmwareType& type, MapFault mapFault);
 
 }  // namespace korvane::ecu

@@ -10,16 +10,17 @@ namespace korvane::ecu {
 
 namespace {
 
-std::vector<std::uint8_t> startContents(const FirmwareType& type, std::span<const std::uint8_t> cells) {
-    auto contents = factoryContents(type);
+std::vector<std::uint8_t> startContents(const FirmwareType& type, std::span<const std::uint8_t> cells,
+                                        MapFault mapFault) {
+    auto contents = factoryContents(type, mapFault);
     std::ranges::copy(cells.first(std::min(cells.size(), contents.size())), contents.begin());
     return contents;
 }
 
 }  // namespace
 
-FirmwareMemory::FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells)
-    : type_(type), eeprom_(startContents(type, cells)) {
+FirmwareMemory::FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells, MapFault mapFault)
+    : type_(type), eeprom_(startContents(type, cells, mapFault)) {
     reload();
 }
 
@@ -68,6 +69,15 @@ bool FirmwareMemory::fillHalf(MapKind kind, bool upper, std::span<const std::uin
     std::ranges::copy(cells, maps_[slot(kind)].begin() + (upper ? kHalfCells : 0));
     ++revision_;
     return true;
+}
+
+void FirmwareMemory::storeFactoryFuel(MapFault mapFault, Micros at) {
+    const auto contents = factoryContents(type_, mapFault);
+    for (int i = 0; i < cellsOf(MapKind::Fuel); ++i) {
+        const auto address = static_cast<std::size_t>(mapAddress(MapKind::Fuel, i));
+        setCell(MapKind::Fuel, i, contents.at(address));
+    }
+    commit(MapKind::Fuel, at);
 }
 
 void FirmwareMemory::commit(MapKind kind, Micros at) {

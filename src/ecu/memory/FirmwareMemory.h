@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 
+#include "ecu/engine/EngineNeed.h"
 #include "ecu/memory/Eeprom.h"
 #include "ecu/memory/FirmwareType.h"
 #include "ecu/memory/MapStore.h"
@@ -18,7 +19,7 @@ using MiscBytes = std::array<std::uint8_t, kMiscBytes>;
 class FirmwareMemory {
 public:
     // Factory contents of an ECU of `type`, overwritten with `cells` from cell 0 on (3001 at most).
-    FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells);
+    FirmwareMemory(const FirmwareType& type, std::span<const std::uint8_t> cells, MapFault mapFault = MapFault::Smooth);
 
     [[nodiscard]] const FirmwareType& type() const { return type_; }
     [[nodiscard]] std::span<const std::uint8_t> eeprom() const { return eeprom_.cells(); }
@@ -40,6 +41,8 @@ public:
     bool setCell(MapKind kind, int index, std::uint8_t value);
     // Fills cells 0 to 159 or, for `upper`, 160 to 319 of the working map. False if the map has no such half.
     bool fillHalf(MapKind kind, bool upper, std::span<const std::uint8_t, kHalfCells> cells);
+    // The fuel map of factory contents becomes the working map and is stored.
+    void storeFactoryFuel(MapFault mapFault, Micros at);
     // Working map to EEPROM, both halves of a large one.
     void commit(MapKind kind, Micros at = 0);
 

@@ -14,6 +14,15 @@ namespace {
 
 using Reader = bool (*)(EcuSettings&, std::string_view);
 
+template <typename Value>
+Value& valueIn(EcuSettings& settings, Value EcuSettings::*member) {
+    return settings.*member;
+}
+template <typename Value>
+Value& valueIn(EcuSettings& settings, Value EngineConditions::*member) {
+    return settings.conditions.*member;
+}
+
 template <auto Member, int Low, int High>
 bool readInt(EcuSettings& settings, std::string_view value) {
     const auto number = parseNumber<int>(value, Low, High);
@@ -23,20 +32,70 @@ bool readInt(EcuSettings& settings, std::string_view value) {
     return number.has_value();
 }
 
-template <auto Member>
-bool readChance(EcuSettings& settings, std::string_view value) {
-    const auto number = parseNumber<double>(value, 0.0, 1.0);
+template <auto Member, int High>
+bool readReal(EcuSettings& settings, std::string_view value) {
+    const auto number = parseNumber<double>(value, 0.0, High);
     if (number) {
-        settings.*Member = *number;
+        valueIn(settings, Member) = *number;
     }
     return number.has_value();
 }
 
 template <auto Member>
+bool readChance(EcuSettings& settings, std::string_view value) {
+    return readReal<Member, 1>(settings, value);
+}
+
+template <auto Member>
 bool readSwitch(EcuSettings& settings, std::string_view value) {
-    settings.*Member = value == "1";
+    valueIn(settings, Member) = value == "1";
     return value == "0" || value == "1";
 }
+
+template <auto Member, const auto& All>
+bool readName(EcuSettings& settings, std::string_view value) {
+    for (const auto& [name, meaning] : All) {
+        if (name == value) {
+            valueIn(settings, Member) = meaning;
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr std::string_view kUsual = "usual";
+
+// What `kUsual` leaves to the engine.
+template <auto Member, Reader Read>
+bool readUnlessUsual(EcuSettings& settings, std::string_view value) {
+    if (value == kUsual) {
+        valueIn(settings, Member).reset();
+        return true;
+    }
+    return Read(settings, value);
+}
+
+bool readLambdaDelay(EcuSettings& settings, std::string_view value) {
+    const auto delay = parseTransportDelay(value);
+    if (delay) {
+        settings.conditions.lambdaDelay = delay;
+    }
+    return delay.has_value();
+}
+
+using NamedFault = std::pair<std::string_view, LambdaFault>;
+constexpr std::array kLambdaFaults = {
+    NamedFault{"none", LambdaFault::None},     NamedFault{"stuck", LambdaFault::Stuck},
+    NamedFault{"lean", LambdaFault::Lean},     NamedFault{"rich", LambdaFault::Rich},
+    NamedFault{"absent", LambdaFault::Absent}, NamedFault{"slow", LambdaFault::Slow}};
+
+using NamedPattern = std::pair<std::string_view, MapFault>;
+constexpr std::array kMapFaults = {NamedPattern{"smooth", MapFault::Smooth}, NamedPattern{"rich", MapFault::Rich},
+                                   NamedPattern{"lean", MapFault::Lean}, NamedPattern{"checker", MapFault::Checker},
+                                   NamedPattern{"none", MapFault::None}};
+
+using NamedNeed = std::pair<std::string_view, bool>;
+constexpr std::array kNeeds = {NamedNeed{"cell", false}, NamedNeed{"place", true}};
 
 bool readSeed(EcuSettings& settings, std::string_view value) {
     const auto number = parseNumber<std::uint64_t>(value);
@@ -103,8 +162,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 22>& keys() {
-    static constexpr std::array<Key, 22> kKeys = {{
+const std::array<Key, 29>& keys() {
+    static constexpr std::array<Key, 29> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -113,6 +172,20 @@ const std::array<Key, 22>& keys() {
         {{"payload", "13 to 19", "length of the live payload"}, readInt<&EcuSettings::payloadLength, 13, 19>},
         {{"seed", "a whole number from 0", "of all noise and all faults"}, readSeed},
         {{"drive", "lap, idle, pull, cruise, off or rpm:load:throttle", "what the engine does"}, readDrive},
+        {{"interpolate", "0 or 1", "the firmware takes the fuel from four cells instead of one"},
+         readSwitch<&EngineConditions::interpolate>},
+        {{"need", "cell or place", "what the fuel that the engine needs depends on"},
+         readName<&EngineConditions::needByPlace, kNeeds>},
+        {{"mapfault", "smooth, rich, lean, checker or none", "pattern of the stored fuel map's error"},
+         readName<&EcuSettings::mapFault, kMapFaults>},
+        {{"lambdadelay", "idle:full with 0 to 2000 each, or usual", "milliseconds from the cylinders to the sensor"},
+         readUnlessUsual<&EngineConditions::lambdaDelay, readLambdaDelay>},
+        {{"lambdalag", "0 to 10000", "time constant of the lambda sensor in milliseconds; 60 is the default"},
+         readReal<&EngineConditions::lambdaLagMs, 10000>},
+        {{"lambdanoise", "0 to 20, or usual", "noise of the lambda sensor in percent of its reading"},
+         readUnlessUsual<&EngineConditions::lambdaNoise, readReal<&EngineConditions::lambdaNoise, 20>>},
+        {{"lambdafault", "none, stuck, lean, rich, absent or slow", "what is wrong with the lambda sensor"},
+         readName<&EngineConditions::lambdaFault, kLambdaFaults>},
         {{kEepromKey, "a file", "the EEPROM at the start, one number a line"}, nullptr},
         {{"save", "a file", "where the EEPROM goes at the end"}, readFile<&EcuSettings::saveFile>},
         {{"wear", "a file", "where the number of writes of each EEPROM cell goes at the end"},

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "ecu/engine/Drive.h"
+#include "ecu/engine/EngineConditions.h"
+#include "ecu/engine/EngineNeed.h"
 
 namespace korvane::ecu {
 
@@ -19,6 +21,8 @@ struct EcuSettings {
     int payloadLength = 19;  // of a live frame, 13 to 19
     std::uint64_t seed = 1;
     Drive drive;
+    EngineConditions conditions;
+    MapFault mapFault = MapFault::Smooth;
     std::vector<std::uint8_t> eeprom;  // cells at the start, from cell 0; the rest has factory contents
     std::string saveFile;              // where the EEPROM goes at the end; empty: nowhere
     std::string wearFile;              // where the counts of its writes go
