@@ -181,6 +181,7 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
         cuts_.reset();
         return;
     }
+    cuts_.expectLag(delays_.lagKnown() ? delays_.lag() : 0.0);
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
     while (const auto answer = cuts_.takeAnswer()) {
         delays_.learn(*answer, history_);
