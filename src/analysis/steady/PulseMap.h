@@ -19,6 +19,7 @@ public:
     void set(std::size_t cell, std::uint8_t byte);
 
     [[nodiscard]] const MapBytes& bytes() const { return bytes_; }
+    [[nodiscard]] double fuel(std::size_t cell) const { return fuel_[cell]; }
     [[nodiscard]] double oneByte(std::size_t cell) const { return logs_[cell]; }
     [[nodiscard]] double fourBytes(const Corners& corners) const;
 

@@ -152,6 +152,7 @@ void SteadyAgent::observe(const Frame& frame) {
                     .cell = cell,
                     .oneByte = map_.oneByte(cell),
                     .fourBytes = map_.fourBytes(grid.cornersOf(place)),
+                    .rate = SampleGate::cut(frame) ? 0.0 : map_.fuel(cell) * frame.rpm,
                     .verdict = mixture};
     history_.setLag(delays_.lag());
     history_.add(frame.seconds, burn);
@@ -244,6 +245,7 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .cell = burnt.cell,
                             .need = std::log(frame.lambda) + fuel,
                             .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (kSteady * kSteady)),
+                            .departure = burnt.departure,
                             .pure = burnt.purity > kPure};
     if (std::fabs(sample.need - cells_.at(sample.place)) > kFar) {
         verdict_ = Verdict::Outlier;

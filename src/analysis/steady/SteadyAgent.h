@@ -74,6 +74,8 @@ public:
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }
     [[nodiscard]] const Setup& setup() const { return setup_; }
     [[nodiscard]] Firmware firmware() const { return guess_.firmware(); }
+    // Of the fuel that wets the walls of the intake, as estimated; 0 to 1.
+    [[nodiscard]] double wallShare() const { return cells_.wallShare(); }
     [[nodiscard]] Zone zone(std::size_t index) const { return delays_.zone(index); }
     [[nodiscard]] std::uint64_t counted(Verdict verdict) const { return gate_.counted(verdict); }
     // Of the last frame.
