@@ -195,7 +195,7 @@ TEST(HardEngine, AFaultOfTheSensorBeginsInTheMiddle) {
     };
     EXPECT_THAT(reads("lean"), testing::ElementsAre(255));
     EXPECT_THAT(reads("rich"), testing::ElementsAre(0));
-    EXPECT_THAT(reads("absent"), testing::AllOf(testing::Each(testing::Le(4)), testing::SizeIs(testing::Gt(1))));
+    EXPECT_THAT(reads("absent"), testing::AllOf(testing::Each(testing::Le(3)), testing::SizeIs(testing::Gt(1))));
     EXPECT_THAT(reads("none"), testing::Each(testing::AllOf(testing::Gt(20), testing::Lt(120))));
 }
 

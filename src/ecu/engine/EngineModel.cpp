@@ -9,7 +9,6 @@ namespace korvane::ecu {
 
 namespace {
 
-constexpr double kStep = EngineModel::kStep;
 constexpr double kOthersMixture = 13.2;  // where another ECU or a carburettor meters the fuel
 constexpr double kClosedPedal = 0.02;
 constexpr double kFiringRpm = 400.0;
