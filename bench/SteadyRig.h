@@ -28,6 +28,7 @@ struct Trial {
     ecu::EngineConditions conditions;
     ecu::MapFault mapFault = ecu::MapFault::Smooth;
     bool throttleKnown = true;
+    bool needByPlace = true;  // false: as the virtual ECU is by default, one need for all of a cell
     double richAuthority = 15.0;
     double leanAuthority = 15.0;
 };
@@ -48,7 +49,7 @@ public:
           memory_(ecu::firmwareType(11), {}, trial.mapFault),
           engine_(trial.seed),
           sensors_(trial.seed ^ 0x53656E73U) {
-        trial_.conditions.needByPlace = true;
+        trial_.conditions.needByPlace = trial.needByPlace;
         engine_.setConditions(trial_.conditions);
         engine_.drive(ecu::Drive{});
         start_ = memory_.working(ecu::MapKind::Fuel);
@@ -92,6 +93,18 @@ public:
     [[nodiscard]] const ecu::EngineModel& engine() const { return engine_; }
     [[nodiscard]] double seconds() const { return static_cast<double>(steps_) * ecu::EngineModel::kStep; }
 
+    // Gives each cell that `other` has been in the best byte there, as if the map had always been right.
+    void makeRight(const Car& other) {
+        for (std::size_t cell = 0; cell < kCells; ++cell) {
+            if (other.hasBeenIn(cell)) {
+                memory_.setCell(ecu::MapKind::Fuel, static_cast<int>(cell),
+                                static_cast<std::uint8_t>(other.bestByte(cell)));
+            }
+        }
+        start_ = memory_.working(ecu::MapKind::Fuel);
+    }
+    [[nodiscard]] bool hasBeenIn(std::size_t cell) const { return visits_.at(cell).count > 0; }
+
     // From here on the visits count.
     void forgetVisits() { visits_.fill({}); }
     void chooseVisited() {
@@ -109,12 +122,12 @@ public:
     // The mixture less the target that a byte gives in the cell.
     [[nodiscard]] double offBy(std::size_t cell, int byte) const {
         const Visits& visits = visits_.at(cell);
-        const double need = trial_.conditions.interpolate || visits.count == 0
+        const double need = trial_.conditions.interpolate || !trial_.needByPlace || visits.count == 0
                                 ? calibration_.need.at(cell)
                                 : visits.need / static_cast<double>(visits.count);
         return kTarget * need / pulseOf(cell, byte) - kTarget;
     }
-    [[nodiscard]] double needOf(std::size_t cell) const { return offBy(cell, map()[cell]); }
+    [[nodiscard]] double offNow(std::size_t cell) const { return offBy(cell, map()[cell]); }
 
     [[nodiscard]] Distance distance() const {
         Distance distance{.cells = visited_.size()};
@@ -145,14 +158,19 @@ private:
         const double perCount = calibration_.pulse.at(cell) / std::max<int>(map()[cell], 1);
         return perCount * std::max(byte, 1);
     }
-    [[nodiscard]] double bestSquare(std::size_t cell) const {
+    [[nodiscard]] int bestByte(std::size_t cell) const {
         const auto range = steady::authorityOf(setup(), start_.at(cell));
-        double best = 1e9;
+        int best = range.least;
         for (int byte = range.least; byte <= range.most; ++byte) {
-            const double off = offBy(cell, byte);
-            best = std::min(best, off * off);
+            if (std::fabs(offBy(cell, byte)) < std::fabs(offBy(cell, best))) {
+                best = byte;
+            }
         }
         return best;
+    }
+    [[nodiscard]] double bestSquare(std::size_t cell) const {
+        const double off = offBy(cell, bestByte(cell));
+        return off * off;
     }
 
     void see() {

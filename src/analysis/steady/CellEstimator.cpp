@@ -29,6 +29,7 @@ void CellEstimator::Row::operator+=(const Row& other) {
     value += other.value;
     wet += other.wet;
     near += other.near;
+    visits += other.visits;
     pure += other.pure;
     mean += other.mean;
     meanWet += other.meanWet;
@@ -42,7 +43,8 @@ void CellEstimator::reset(const Setup& setup, const PulseMap& map) {
     known_.fill({});
     waiting_.fill({});
     film_.reset();
-    visits_.fill({});
+    stays_.fill({});
+    lastCell_ = kMostCells;
     for (std::size_t i = 0; i < kMostCells; ++i) {
         expected_[i] = map.oneByte(i) + std::log(static_cast<double>(setup.targets[i]));
     }
@@ -104,6 +106,8 @@ void CellEstimator::add(const NeedSample& sample) {
     }
     Row& own = waiting_[grid_.cellAt(sample.place)];
     own.near += sample.weight;
+    own.visits += sample.cell != lastCell_ ? 1.0 : 0.0;
+    lastCell_ = sample.cell;
     double& square = square_[grid_.cellAt(sample.place)];
     square += kForget * (off * off - square);
     if (sample.pure) {
@@ -118,7 +122,13 @@ void CellEstimator::add(const NeedSample& sample) {
 }
 
 void CellEstimator::ran(const Place& place, std::size_t cell) {
-    addPlace(visits_[cell], cell, grid_.linesOf(place), 1.0);
+    constexpr int kMemory = 2000;  // frames
+    Stay& stay = stays_[cell];
+    addPlace(stay.places, cell, grid_.linesOf(place), 1.0);
+    const double need = at(place) - need_[cell];
+    stay.count = std::min(stay.count + 1, kMemory);
+    stay.mean += (need - stay.mean) / stay.count;
+    stay.square += (need * need - stay.square) / stay.count;
 }
 
 void CellEstimator::commit() {
@@ -234,17 +244,32 @@ double CellEstimator::meanNeed(std::size_t index) const {
     const Row& row = known_[index];
     const double over =
         row.pure > 0.0 ? (row.mean - film_.share() * row.meanWet) / row.pure - around(index, row.places) : 0.0;
-    return around(index, visits_[index]) + over;
+    return around(index, stays_[index].places) + over;
+}
+
+// Noise goes down with the samples, what a single visit has of its own only with the number of visits: errors of the
+// delay, acceleration and, for one byte, the places it went through.
+double CellEstimator::errorOf(std::size_t index, bool one) const {
+    constexpr double kVisit = 0.01;
+    constexpr double kPlaces = 0.1;
+    constexpr double kLeastNoise = 0.01;
+    const Row& row = known_[index];
+    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
+    if (effective <= 0.0 || row.visits <= 0.0) {
+        return 1.0;
+    }
+    const Stay& stay = stays_[index];
+    const double places = one ? std::max(stay.square - stay.mean * stay.mean, 0.0) : 0.0;
+    const double noise = std::max(residual_, kLeastNoise);
+    return std::sqrt(noise * noise / effective + (kVisit * kVisit + kPlaces * places) / row.visits);
 }
 
 CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
+    constexpr double kFewest = 3.0;  // samples of the cell
     const Row& row = known_[index];
     const bool one = firmware == Firmware::OneByte;
     const double weight = one ? row.pure : row.near;
-    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
-    const double single = std::max(residual_, 0.01);
-    const double error = effective > 0.0 ? single / std::sqrt(effective) : 1.0;
-    constexpr double kFewest = 3.0;  // samples of the cell
+    const double error = errorOf(index, one);
     return {.need = one ? meanNeed(index) : need_[index],
             .weight = weight,
             .spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0,

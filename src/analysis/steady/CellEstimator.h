@@ -69,6 +69,7 @@ private:
         double value = 0.0;
         double wet = 0.0;                // the same sum as of the needs, of the departures
         double near = 0.0;               // samples within the cell
+        double visits = 0.0;             // stretches of them
         double pure = 0.0;               // weight of the samples of the cell alone,
         double mean = 0.0;               // sum of their needs,
         double meanWet = 0.0;            // and of their departures
@@ -81,6 +82,7 @@ private:
     void addPair(std::size_t a, std::size_t b, double product);
     [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
     [[nodiscard]] double others(std::size_t index) const;
+    [[nodiscard]] double errorOf(std::size_t index, bool one) const;
     [[nodiscard]] double marginal(std::size_t index) const;
     [[nodiscard]] double meanNeed(std::size_t index) const;
     [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;
@@ -91,11 +93,19 @@ private:
     WallFilm film_;
     Rows known_{};
     Rows waiting_{};
-    std::array<std::array<double, 9>, kMostCells> visits_{};
+    // Where the engine ran in a cell, with or without samples.
+    struct Stay {
+        std::array<double, 9> places{};  // sum of the shares of the cells around
+        double mean = 0.0;               // of the need there, and of its square
+        double square = 0.0;
+        int count = 0;
+    };
+    std::array<Stay, kMostCells> stays_{};
     std::array<double, kMostCells> need_{};
     std::array<double, kMostCells> expected_{};
     std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
+    std::size_t lastCell_ = kMostCells;  // of the samples
     double residual_ = 0.0;
     bool waits_ = false;
 };

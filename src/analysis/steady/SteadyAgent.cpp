@@ -184,15 +184,24 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
     }
     cuts_.expectLag(delays_.lagKnown() ? delays_.lag() : 0.0);
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
-    while (const auto answer = cuts_.takeAnswer()) {
-        delays_.learn(*answer, history_);
-    }
+    learnDelay();
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
         handle(Event::Proved);
         provedAt_ = frame.seconds;
         speed_.proved(map_.bytes());
     }
     fault(Watch::check(outcome));
+}
+
+// What was learnt with a guessed delay is forgotten when the delay is known.
+void SteadyAgent::learnDelay() {
+    const bool known = delays_.anyKnown();
+    while (const auto answer = cuts_.takeAnswer()) {
+        delays_.learn(*answer, history_);
+    }
+    if (delays_.anyKnown() && !known) {
+        cells_.reset(setup_, map_);
+    }
 }
 
 // The gas at the sensor is that of a warm engine with fuel.

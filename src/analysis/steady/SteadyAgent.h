@@ -97,6 +97,7 @@ private:
     void beginPutBack(const MapBytes& to);
     void observe(const Frame& frame);
     void guessFirmware(const Frame& frame, const Burn& burn);
+    void learnDelay();
     void followCut(const Frame& frame, Verdict mixture);
     void judge(const Frame& frame, Verdict mixture);
     [[nodiscard]] Verdict verdictOn(Verdict mixture, const Smeared& burnt) const;
