@@ -107,15 +107,16 @@ public:
 
     // From here on the visits count.
     void forgetVisits() { visits_.fill({}); }
-    void chooseVisited() {
-        visited_.clear();
+    // In which the engine has been for 50 frames and more since forgetVisits().
+    [[nodiscard]] std::vector<std::size_t> visited() const {
+        std::vector<std::size_t> cells;
         for (std::size_t cell = 0; cell < kCells; ++cell) {
             if (visits_.at(cell).count >= 50) {
-                visited_.push_back(cell);
+                cells.push_back(cell);
             }
         }
+        return cells;
     }
-    [[nodiscard]] const std::vector<std::size_t>& visited() const { return visited_; }
     [[nodiscard]] std::uint8_t startByte(std::size_t cell) const { return start_.at(cell); }
     [[nodiscard]] std::uint8_t byte(std::size_t cell) const { return map()[cell]; }
 
@@ -129,11 +130,11 @@ public:
     }
     [[nodiscard]] double offNow(std::size_t cell) const { return offBy(cell, map()[cell]); }
 
-    [[nodiscard]] Distance distance() const {
-        Distance distance{.cells = visited_.size()};
+    [[nodiscard]] Distance distance(const std::vector<std::size_t>& cells) const {
+        Distance distance{.cells = cells.size()};
         double floor = 0.0;
         double sum = 0.0;
-        for (const std::size_t cell : visited_) {
+        for (const std::size_t cell : cells) {
             const double off = offBy(cell, map()[cell]);
             sum += off * off;
             if (std::fabs(off) > std::fabs(distance.worst)) {
@@ -142,7 +143,7 @@ public:
             }
             floor += bestSquare(cell);
         }
-        const auto count = static_cast<double>(std::max<std::size_t>(visited_.size(), 1));
+        const auto count = static_cast<double>(std::max<std::size_t>(cells.size(), 1));
         distance.rms = std::sqrt(sum / count);
         distance.floor = std::sqrt(floor / count);
         return distance;
@@ -209,7 +210,6 @@ private:
     ecu::MapCells start_{};
     steady::Frame frame_;
     std::array<Visits, kCells> visits_{};
-    std::vector<std::size_t> visited_;
     long steps_ = 0;
     bool cold_ = false;
 };

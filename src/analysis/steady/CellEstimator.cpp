@@ -16,7 +16,7 @@ constexpr double kLargest = 0.04;     // what a sample differs by at most, for t
 constexpr double kFromMean = 1.25;    // standard deviation of a bell by the mean of its distances
 constexpr double kFirst = 0.02;       // guess of the spread
 constexpr double kPerSample = 4.0;    // successive samples tell less than independent ones, by this factor
-constexpr double kSure = 0.02;        // the standard error at which the confidence is a half
+constexpr double kSure = 0.03;        // the standard error at which the confidence is a half
 
 }  // namespace
 
