@@ -82,8 +82,8 @@ public:
         }
     }
 
-    [[nodiscard]] steady::Setup setup() const {
-        steady::Setup setup;
+    [[nodiscard]] steady::SteadySetup setup() const {
+        steady::SteadySetup setup;
         setup.richAuthority = trial_.richAuthority;
         setup.leanAuthority = trial_.leanAuthority;
         setup.throttleKnown = trial_.throttleKnown;

@@ -38,7 +38,7 @@ void CellEstimator::Row::operator+=(const Row& other) {
     }
 }
 
-void CellEstimator::reset(const Setup& setup, const PulseMap& map) {
+void CellEstimator::reset(const SteadySetup& setup, const PulseMap& map) {
     grid_ = setup.grid;
     known_.fill({});
     waiting_.fill({});

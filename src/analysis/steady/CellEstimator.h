@@ -36,7 +36,7 @@ struct CellNeed {
 class CellEstimator {
 public:
     // `map` is what the needs are expected to be near to.
-    void reset(const Setup& setup, const PulseMap& map);
+    void reset(const SteadySetup& setup, const PulseMap& map);
     // Into the samples that wait.
     void add(const NeedSample& sample);
     // The engine runs at that place with fuel; whether or not lambda can be used.

@@ -33,7 +33,7 @@ Correction Corrector::correct(const PulseMap& map, const CellNeed& need, std::ui
     if (inside) {
         return result;
     }
-    const int whole = std::max(1, static_cast<int>(std::min(kGain * std::fabs(missing), 255.0)));
+    const int whole = std::max(1, static_cast<int>(std::lround(std::min(kGain * std::fabs(missing), 255.0))));
     const int step = missing > 0.0 ? whole : -whole;
     result.limited = !range.holds(static_cast<int>(std::lround(std::clamp(map.countsOf(wanted), -1.0, 256.0))));
     // A byte beyond the range, as the tuner may have set it, may come nearer but not go further.

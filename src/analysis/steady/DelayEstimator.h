@@ -6,7 +6,7 @@
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/CutTrace.h"
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 

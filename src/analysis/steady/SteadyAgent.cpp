@@ -12,7 +12,7 @@ constexpr double kProofHolds = 100.0;  // seconds
 
 }  // namespace
 
-void SteadyAgent::start(const Setup& setup, std::span<const std::uint8_t> map, double seconds,
+void SteadyAgent::start(const SteadySetup& setup, std::span<const std::uint8_t> map, double seconds,
                         std::span<const std::uint8_t> baseline) {
     setup_ = setup;
     map_.reset(setup, map);

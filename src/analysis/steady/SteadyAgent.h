@@ -52,7 +52,7 @@ class SteadyAgent {
 public:
     // Takes the map as it is for the baseline, or `baseline` where an earlier run has left one. Whatever was learnt
     // is forgotten.
-    void start(const Setup& setup, std::span<const std::uint8_t> map, double seconds,
+    void start(const SteadySetup& setup, std::span<const std::uint8_t> map, double seconds,
                std::span<const std::uint8_t> baseline = {});
     // The tuner has switched it off. Nothing is changed any more; the map stays as it is.
     void stop();
@@ -72,7 +72,7 @@ public:
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }
-    [[nodiscard]] const Setup& setup() const { return setup_; }
+    [[nodiscard]] const SteadySetup& setup() const { return setup_; }
     [[nodiscard]] Firmware firmware() const { return guess_.firmware(); }
     // Of the fuel that wets the walls of the intake, as estimated; 0 to 1.
     [[nodiscard]] double wallShare() const { return cells_.wallShare(); }
@@ -112,7 +112,7 @@ private:
 
     static constexpr std::size_t kAtOnce = 16;  // changes for a frame
 
-    Setup setup_;
+    SteadySetup setup_;
     PulseMap map_;
     MapBytes baseline_{};
     MapBytes back_{};  // what is being put back
