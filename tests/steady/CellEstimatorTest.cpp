@@ -106,6 +106,15 @@ TEST_F(SteadyCells, AreSurerWithMoreSamples) {
     EXPECT_GT(many.confidence, 0.8);
 }
 
+TEST_F(SteadyCells, CountAVisitWhereTheSmearedPlaceIs) {
+    // The engine has left for the cell beside it, but the gas at the sensor is still mostly from here.
+    for (int i = 0; i < 100; ++i) {
+        estimator_.add({.place = {4.9, 5.5}, .cell = 5 * 16 + 5, .need = needAt({4.9, 5.5})});
+    }
+    settle();
+    EXPECT_GT(estimator_.cell(5 * 16 + 4, Firmware::FourBytes).confidence, 0.5);
+}
+
 TEST_F(SteadyCells, NeedTheMeanOfTheirPlacesForOneByte) {
     // Always in the lower part of the cell: 5.7 to 5.9.
     for (int i = 0; i < 400; ++i) {

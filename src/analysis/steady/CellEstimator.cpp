@@ -104,12 +104,19 @@ void CellEstimator::add(const NeedSample& sample) {
             addPair(corners.cell[i], corners.cell[j], share * corners.share[j]);
         }
     }
-    Row& own = waiting_[grid_.cellAt(sample.place)];
+    addOwn(sample, corners, off);
+    residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
+    waits_ = true;
+}
+
+// What the cell in which the place lies has of the sample.
+void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, double off) {
+    const std::size_t here = grid_.cellAt(sample.place);
+    Row& own = waiting_[here];
     own.near += sample.weight;
-    own.visits += sample.cell != lastCell_ ? 1.0 : 0.0;
-    lastCell_ = sample.cell;
-    double& square = square_[grid_.cellAt(sample.place)];
-    square += kForget * (off * off - square);
+    own.visits += here != lastCell_ ? 1.0 : 0.0;
+    lastCell_ = here;
+    square_[here] += kForget * (off * off - square_[here]);
     if (sample.pure) {
         Row& row = waiting_[sample.cell];
         row.pure += sample.weight;
@@ -117,8 +124,6 @@ void CellEstimator::add(const NeedSample& sample) {
         row.meanWet += sample.weight * sample.departure;
         addPlace(row.places, sample.cell, corners, sample.weight);
     }
-    residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
-    waits_ = true;
 }
 
 void CellEstimator::ran(const Place& place, std::size_t cell) {

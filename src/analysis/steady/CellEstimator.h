@@ -79,6 +79,7 @@ private:
     };
     using Rows = std::array<Row, kMostCells>;
 
+    void addOwn(const NeedSample& sample, const Corners& corners, double off);
     void addPair(std::size_t a, std::size_t b, double product);
     [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
     [[nodiscard]] double others(std::size_t index) const;
@@ -105,7 +106,7 @@ private:
     std::array<double, kMostCells> expected_{};
     std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
-    std::size_t lastCell_ = kMostCells;  // of the samples
+    std::size_t lastCell_ = kMostCells;  // in which a sample was
     double residual_ = 0.0;
     bool waits_ = false;
 };
