@@ -90,6 +90,17 @@ TEST(DelayEstimator, TakesWhatTheTunerHasFixed) {
     EXPECT_EQ(estimator.zone(1).delayMs, 350.0);
 }
 
+TEST(DelayEstimator, EstimatesAgainWhenTheTunerLetsGo) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    estimator.fix(1, 900.0);
+    car.run(estimator, 5.0, 0.30, 20);
+    EXPECT_EQ(estimator.zone(1).delayMs, 900.0);
+    estimator.fix(1, 0.0);
+    ASSERT_TRUE(estimator.zone(1).delayMs.has_value());
+    EXPECT_NEAR(*estimator.zone(1).delayMs, 420.0, 25.0);
+}
+
 TEST(DelayEstimator, LeavesOutAnAnswerThatCantBe) {
     DelayEstimator estimator = fresh();
     DelayAtLoad car;

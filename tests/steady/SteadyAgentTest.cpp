@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -172,6 +173,17 @@ TEST(SteadyAgent, LeavesCellsAloneThatWereNeverVisited) {
     }
 }
 
+TEST(SteadyAgent, CarriesToCloseNeighboursOnlyWhenAsked) {
+    SteadySetup setup = wideSetup();
+    setup.carry = true;
+    Ride ride(1, true, 10.0, setup);
+    ride.drive(15.0);
+    EXPECT_TRUE(std::ranges::any_of(ride.changes, &CellChange::carried));
+    Ride without(1);
+    without.drive(15.0);
+    EXPECT_TRUE(std::ranges::none_of(without.changes, &CellChange::carried));
+}
+
 TEST(SteadyAgent, FindsAFaultAndPutsBackWhatItChangedSince) {
     using Fault = TinyCar::Fault;
     for (const Fault fault : {Fault::Stuck, Fault::Noisy, Fault::Lean, Fault::Rich}) {
@@ -212,6 +224,62 @@ TEST(SteadyAgent, PutsTheBaselineBackOnTheKey) {
     EXPECT_EQ(ride.car.bytes(), ride.baseline);
     EXPECT_EQ(ride.agent.state(), State::Stopped);
     EXPECT_EQ(ride.agent.stopReason(), StopReason::PutBack);
+}
+
+TEST(SteadyAgent, PutsNothingBackBeforeItsFirstStart) {
+    TinyCar car(1);
+    SteadyAgent agent;
+    agent.putBack();
+    EXPECT_TRUE(agent.onFrame(car.next()).empty());
+    EXPECT_TRUE(agent.onTime(5.0).empty());
+    EXPECT_EQ(agent.state(), State::Off);
+}
+
+TEST(SteadyAgent, SurvivesFramesThatCantBe) {
+    Ride ride(1);
+    for (int frame = 0; frame < 12000; ++frame) {
+        ride.step();
+        if (frame % 97 == 0) {
+            Frame bad = ride.car.next();
+            bad.lambda = frame % 2 == 0 ? std::nan("") : 12.5;
+            bad.rpm = frame % 3 == 0 ? 65535.0 : INFINITY;
+            ride.car.take(ride.agent.onFrame(bad));
+        }
+    }
+    EXPECT_EQ(ride.agent.state(), State::Working);
+    EXPECT_LT(worstError(ride, 4, 4), 0.03);
+}
+
+TEST(SteadyAgent, FollowsATargetThatTheTunerChanges) {
+    Ride ride(1, true, 0.0);
+    ride.drive(10.0);
+    const std::size_t cell = 4 * 16 + 4;
+    const int before = ride.car.bytes()[cell];
+    ride.agent.setTarget(cell, 12.0F);
+    ride.drive(5.0);
+    EXPECT_NEAR(ride.car.bytes()[cell], before * 12.5 / 12.0, 1.0);
+}
+
+TEST(SteadyAgent, DoesNotJudgeTheSensorOfAColdEngine) {
+    TinyCar car(1);
+    car.setFault(TinyCar::Fault::Noisy);
+    SteadyAgent agent;
+    agent.start(wideSetup(), car.bytes(), 0.0);
+    for (int frame = 0; frame < 3000; ++frame) {
+        Frame now = car.next();
+        now.waterC = 20.0;
+        ASSERT_TRUE(agent.onFrame(now).empty());
+    }
+    EXPECT_EQ(agent.state(), State::Waiting);
+}
+
+TEST(SteadyAgent, BeginsTheHistoryAnewWhenTheClockGoesBack) {
+    Ride ride(1);
+    ride.drive(3.0);
+    Frame early = ride.car.next();
+    early.seconds -= 60.0;
+    ride.agent.onFrame(early);
+    EXPECT_EQ(ride.agent.lastVerdict(), Verdict::LinkLate);
 }
 
 TEST(SteadyAgent, TakesTheBaselineOfAnEarlierRun) {

@@ -33,7 +33,7 @@ void BurnHistory::begin(double seconds, const Burn& burn) {
 }
 
 void BurnHistory::add(double seconds, const Burn& burn) {
-    if (!begun_ || seconds - latestSeconds_ > kLongestGap) {
+    if (!begun_ || seconds - latestSeconds_ > kLongestGap || seconds < latestSeconds_) {
         begin(seconds, burn);
     }
     const double gap = std::max(seconds - latestSeconds_, kStep);

@@ -44,6 +44,15 @@ DelayEstimator::Shares DelayEstimator::sharesOf(double row) {
     return shares;
 }
 
+double DelayEstimator::estimated(double row) const {
+    const Shares shares = sharesOf(row);
+    double seconds = 0.0;
+    for (std::size_t i = 0; i < kZones; ++i) {
+        seconds += shares[i] * delay_[i];
+    }
+    return std::clamp(seconds, 0.02, kMost);
+}
+
 double DelayEstimator::transport(double row) const {
     const Shares shares = sharesOf(row);
     double seconds = 0.0;
@@ -82,7 +91,7 @@ void DelayEstimator::learn(const Answer& answer, const BurnHistory& history) {
     double under = 0.0;
     while (way < 1.0 && under < kMost && under <= begun) {
         const double row = history.before(begun - under).row;
-        const double here = transport(row);
+        const double here = estimated(row);
         const Shares shares = sharesOf(row);
         const double part = std::min(BurnHistory::kStep / here, 1.0 - way);
         for (std::size_t i = 0; i < kZones; ++i) {

@@ -25,6 +25,8 @@ struct Zone {
 class DelayEstimator {
 public:
     void reset(const std::array<double, kZones>& fixedMs);
+    // The tuner's own delay of a zone, in ms; 0: it is estimated again.
+    void fix(std::size_t index, double delayMs) { fixed_.at(index) = delayMs / 1000.0; }
     // `history` still has what happened since the step.
     void learn(const Answer& answer, const BurnHistory& history);
 
@@ -43,6 +45,7 @@ private:
     using Shares = std::array<double, kZones>;
 
     [[nodiscard]] static Shares sharesOf(double row);
+    [[nodiscard]] double estimated(double row) const;
     void update(const Shares& slope, double error);
     void learnLag(const Answer& answer);
     [[nodiscard]] bool known(std::size_t index) const;

@@ -1,6 +1,7 @@
 // One live frame, as the steady agent takes it.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 
 namespace korvane::steady {
@@ -29,6 +30,11 @@ struct Frame {
     std::size_t cell = 0;  // that the ECU says it uses
     unsigned lamps = 0;
 
+    // All of it is numbers.
+    [[nodiscard]] bool sound() const {
+        return std::isfinite(seconds) && std::isfinite(rpm + load) && std::isfinite(throttle + lambda) &&
+               std::isfinite(duty + waterC);
+    }
     [[nodiscard]] bool lit(Lamp lamp) const { return ((lamps >> static_cast<unsigned>(lamp)) & 1U) != 0; }
 };
 

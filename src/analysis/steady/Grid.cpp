@@ -38,6 +38,11 @@ bool Grid::contains(const Place& place) const {
     return place.column >= 0.0 && place.column <= columns && place.row >= 0.0 && place.row <= rows;
 }
 
+Place Grid::near(const Place& place) const {
+    constexpr double kMargin = 0.5;
+    return {std::clamp(place.column, -kMargin, columns + kMargin), std::clamp(place.row, -kMargin, rows + kMargin)};
+}
+
 std::size_t Grid::cellAt(const Place& place) const {
     const int column = static_cast<int>(std::clamp(place.column, 0.0, columns - 1.0));
     const int row = static_cast<int>(std::clamp(place.row, 0.0, rows - 1.0));

@@ -31,6 +31,8 @@ struct Grid {
     // `load` in per cent.
     [[nodiscard]] static Place placeOf(double rpm, double load) { return {(rpm - 1000.0) / 500.0, load / 10.0}; }
     [[nodiscard]] bool contains(const Place& place) const;
+    // The place, or the nearest one within half a cell of the map.
+    [[nodiscard]] Place near(const Place& place) const;
     // Places outside count as the edge.
     [[nodiscard]] std::size_t cellAt(const Place& place) const;
     [[nodiscard]] Corners cornersOf(const Place& place) const;

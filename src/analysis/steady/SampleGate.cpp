@@ -68,7 +68,8 @@ Verdict SampleGate::running(const Frame& frame, const SteadySetup& setup) {
 }
 
 Verdict SampleGate::mixture(const Frame& frame, const SteadySetup& setup, const Place& place) {
-    const bool late = !begun_ || frame.seconds - last_.seconds > BurnHistory::kLongestGap;
+    const double gap = frame.seconds - last_.seconds;
+    const bool late = !begun_ || gap > BurnHistory::kLongestGap || gap < 0.0;
     Verdict verdict = running(frame, setup);
     if (late) {
         verdict = Verdict::LinkLate;

@@ -1,6 +1,7 @@
 #include "analysis/steady/SpeedLimit.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace korvane::steady {
@@ -21,9 +22,9 @@ void SpeedLimit::proved(const MapBytes& map) {
 }
 
 void SpeedLimit::pass(double seconds, const MapBytes& map) {
-    counts_ = std::min(counts_ + (seconds - seconds_) * kCountsPerSecond, kCountsPerSecond);
+    counts_ = std::min(counts_ + std::max(seconds - seconds_, 0.0) * kCountsPerSecond, kCountsPerSecond);
     seconds_ = seconds;
-    if (seconds - markedAt_ >= kInterval) {
+    if (std::abs(seconds - markedAt_) >= kInterval) {
         markedAt_ = seconds;
         marks_[next_] = map;
         next_ = (next_ + 1) % kMarks;

@@ -19,7 +19,7 @@ void SteadyAgent::start(const SteadySetup& setup, std::span<const std::uint8_t> 
     baseline_ = map_.bytes();
     std::ranges::copy(baseline.first(std::min(baseline.size(), baseline_.size())), baseline_.begin());
     seconds_ = seconds;
-    startedAt_ = seconds;
+    begun_ = true;
     provedAt_ = seconds;
     changed_ = 0;
     next_ = 0;
@@ -35,6 +35,9 @@ void SteadyAgent::stop() {
 }
 
 void SteadyAgent::putBack() {
+    if (!begun_) {
+        return;
+    }
     stopReason_ = StopReason::PutBack;
     handle(Event::PutBack);
 }
@@ -44,6 +47,12 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
     setup_.leanAuthority = leanPercent;
     for (std::size_t cell = 0; cell < kMostCells; ++cell) {
         ranges_[cell] = authorityOf(setup_, baseline_[cell]);
+    }
+}
+
+void SteadyAgent::setTarget(std::size_t cell, float lambda) {
+    if (cell < setup_.targets.size() && lambda > 0.0F) {
+        setup_.targets[cell] = lambda;
     }
 }
 
@@ -122,10 +131,11 @@ std::span<const CellChange> SteadyAgent::onTime(double seconds) {
 
 std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
     changed_ = 0;
-    if (state_ == State::Off || state_ == State::Stopped) {
+    if (state_ == State::Off || state_ == State::Stopped || !frame.sound()) {
         return {};
     }
     seconds_ = frame.seconds;
+    provedAt_ = std::min(provedAt_, seconds_);
     if (state_ == State::PuttingBack) {
         putBackSome();
     } else {
@@ -146,7 +156,7 @@ void SteadyAgent::observe(const Frame& frame) {
     const Grid& grid = setup_.grid;
     const Place told = Grid::placeOf(frame.rpm, frame.load);
     const Verdict mixture = gate_.mixture(frame, setup_, told);
-    const Place place = grid.contains(told) ? grid.within(told, frame.cell) : told;
+    const Place place = grid.contains(told) ? grid.within(told, frame.cell) : grid.near(told);
     const std::size_t cell = grid.cellAt(place);
     const Burn burn{.place = place,
                     .cell = cell,
@@ -190,7 +200,9 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
         provedAt_ = frame.seconds;
         speed_.proved(map_.bytes());
     }
-    fault(Watch::check(outcome));
+    if (mixture != Verdict::EngineCold && mixture != Verdict::WarmUp) {
+        fault(Watch::check(outcome));
+    }
 }
 
 // What was learnt with a guessed delay is forgotten when the delay is known.

@@ -56,10 +56,12 @@ public:
                std::span<const std::uint8_t> baseline = {});
     // The tuner has switched it off. Nothing is changed any more; the map stays as it is.
     void stop();
-    // All cells back to the baseline, with the next frames; then it is stopped.
+    // All cells back to the baseline, with the next frames or calls of onTime(); then it is stopped. Nothing before the
+    // first start.
     void putBack();
 
-    // A live frame. Returns what is to be changed; valid until the next call.
+    // A live frame. Returns what is to be changed; valid until the next call. A frame with a number that is none is
+    // left out.
     std::span<const CellChange> onFrame(const Frame& frame);
     // Where no frame comes: the link may be late. The same as onFrame otherwise.
     std::span<const CellChange> onTime(double seconds);
@@ -67,6 +69,10 @@ public:
     void sendRefused() { fault(StopReason::SendRefused); }
     // Somebody else has changed the cell of the working map.
     void cellEdited(std::size_t cell, std::uint8_t byte);
+    // The target of a cell, while it works.
+    void setTarget(std::size_t cell, float lambda);
+    // The delay of a zone as the tuner fixes it, in ms; 0: it is estimated again.
+    void fixDelay(std::size_t zone, double delayMs) { delays_.fix(zone, delayMs); }
     // The limits alone, while it works.
     void setAuthority(double richPercent, double leanPercent);
 
@@ -133,7 +139,7 @@ private:
     Verdict reading_ = Verdict::Used;
     Verdict verdict_ = Verdict::Used;
     double seconds_ = 0.0;
-    double startedAt_ = 0.0;
+    bool begun_ = false;  // there is a baseline
     double provedAt_ = 0.0;
     std::size_t next_ = 0;
     std::array<CellChange, kAtOnce> changes_{};
