@@ -57,7 +57,6 @@ private:
     Lasting cold_;
     bool warm_ = false;
     double last_ = -1.0;
-    double late_ = 0.0;
 };
 
 }  // namespace korvane::steady
