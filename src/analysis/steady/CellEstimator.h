@@ -1,0 +1,114 @@
+// What fuel each cell of the map needs, estimated for all cells together.
+#pragma once
+
+#include <array>
+
+#include "analysis/steady/FirmwareGuess.h"
+#include "analysis/steady/Grid.h"
+#include "analysis/steady/PulseMap.h"
+#include "analysis/steady/WallFilm.h"
+
+namespace korvane::steady {
+
+// One sample: the logarithm of the fuel that would have given a lambda of 1 on the scale of the readings, at a place.
+struct NeedSample {
+    Place place;
+    std::size_t cell = 0;  // in which it was burnt
+    double need = 0.0;
+    double weight = 1.0;
+    double departure = 0.0;  // of the fuel's rate, as WallFilm has it
+    bool pure = false;       // burnt in that cell alone
+};
+
+// What is known of a cell.
+struct CellNeed {
+    double need = 0.0;        // logarithm
+    double weight = 0.0;      // of the samples near it
+    double spread = 0.0;      // of a single sample, as a share of the fuel
+    double error = 0.0;       // standard error of `need`
+    double confidence = 0.0;  // 0 to 1
+};
+
+// The need is taken for a smooth function: even between the centres of four cells. It does not depend on what the map
+// holds, so the samples stay good when cells are changed. The normal equations are kept as sums; samples wait until
+// they are vouched for, and are then added, or are discarded. For an ECU that uses one byte a cell, the need of a cell
+// is the mean over the places where the engine ran in it.
+class CellEstimator {
+public:
+    // `map` is what the needs are expected to be near to.
+    void reset(const SteadySetup& setup, const PulseMap& map);
+    // Into the samples that wait.
+    void add(const NeedSample& sample);
+    // The engine runs at that place with fuel; whether or not lambda can be used.
+    void ran(const Place& place, std::size_t cell);
+    void commit();
+    void discard();
+    // Solves for some of the cells; cheap enough for each frame.
+    void relax();
+
+    [[nodiscard]] CellNeed cell(std::size_t index, Firmware firmware) const;
+    // The same for a cell without samples of its own, from those of its close neighbours that are known well; nothing
+    // where there are not two of them.
+    [[nodiscard]] CellNeed carried(std::size_t index, Firmware firmware) const;
+    // The need at a place as it is estimated now.
+    [[nodiscard]] double at(const Place& place) const;
+    // Root mean square of what the samples differ by from at(), as a share of the fuel.
+    [[nodiscard]] double residual() const { return residual_; }
+    // Of the fuel that wets the walls.
+    [[nodiscard]] double wallShare() const { return film_.share(); }
+    [[nodiscard]] bool waiting() const { return waits_; }
+
+private:
+    // The upper triangle of the equations: a cell with itself, right, down left, down, down right.
+    struct Row {
+        double self = 0.0;
+        double right = 0.0;
+        double downLeft = 0.0;
+        double down = 0.0;
+        double downRight = 0.0;
+        double value = 0.0;
+        double wet = 0.0;                // the same sum as of the needs, of the departures
+        double near = 0.0;               // samples within the cell
+        double visits = 0.0;             // stretches of them
+        double pure = 0.0;               // weight of the samples of the cell alone,
+        double mean = 0.0;               // sum of their needs,
+        double meanWet = 0.0;            // and of their departures
+        std::array<double, 9> places{};  // sum of their shares of the cells around
+
+        void operator+=(const Row& other);
+    };
+    using Rows = std::array<Row, kMostCells>;
+
+    void addOwn(const NeedSample& sample, const Corners& corners, double off);
+    void addPair(std::size_t a, std::size_t b, double product);
+    [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
+    [[nodiscard]] double others(std::size_t index) const;
+    [[nodiscard]] double errorOf(std::size_t index, bool one) const;
+    [[nodiscard]] double marginal(std::size_t index) const;
+    [[nodiscard]] double meanNeed(std::size_t index) const;
+    [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;
+    void addPlace(std::array<double, 9>& shares, std::size_t cell, const Corners& corners, double weight) const;
+    [[nodiscard]] std::size_t neighbour(std::size_t index, int down, int right) const;
+
+    Grid grid_;
+    WallFilm film_;
+    Rows known_{};
+    Rows waiting_{};
+    // Where the engine ran in a cell, with or without samples.
+    struct Stay {
+        std::array<double, 9> places{};  // sum of the shares of the cells around
+        double mean = 0.0;               // of the need there, and of its square
+        double square = 0.0;
+        int count = 0;
+    };
+    std::array<Stay, kMostCells> stays_{};
+    std::array<double, kMostCells> need_{};
+    std::array<double, kMostCells> expected_{};
+    std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
+    std::size_t next_ = 0;
+    std::size_t lastCell_ = kMostCells;  // in which a sample was
+    double residual_ = 0.0;
+    bool waits_ = false;
+};
+
+}  // namespace korvane::steady

@@ -1,0 +1,165 @@
+#include "analysis/steady/DelayEstimator.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane::steady {
+
+namespace {
+
+constexpr double kFirstGuess = 0.2;  // seconds
+constexpr double kFirstSpread = 0.3;
+constexpr double kNeighbours = 0.6;  // correlation of zones before anything is known
+constexpr double kMeasured = 0.035;  // of one answer; frames alone give 0.022
+constexpr double kDrift = 1e-7;      // of the squared delay with each answer
+constexpr double kMost = 1.2;
+
+double middleOf(std::size_t zone) {
+    return 0.5 * (DelayEstimator::kBounds[zone] + DelayEstimator::kBounds[zone + 1]);
+}
+
+}  // namespace
+
+void DelayEstimator::reset(const std::array<double, kZones>& fixedMs) {
+    *this = DelayEstimator();
+    delay_.fill(kFirstGuess);
+    for (std::size_t i = 0; i < kZones; ++i) {
+        fixed_[i] = fixedMs[i] / 1000.0;
+        for (std::size_t j = 0; j < kZones; ++j) {
+            const double apart = std::fabs(static_cast<double>(i) - static_cast<double>(j));
+            spread_[i][j] = kFirstSpread * kFirstSpread * std::pow(kNeighbours, apart);
+        }
+    }
+}
+
+DelayEstimator::Shares DelayEstimator::sharesOf(double row) {
+    const double load = 10.0 * row;
+    Shares shares{};
+    const double step = kBounds[1] - kBounds[0];
+    const double position = std::clamp((load - middleOf(0)) / step, 0.0, kZones - 1.0);
+    const auto low = static_cast<std::size_t>(position);
+    const std::size_t high = std::min(low + 1, kZones - 1);
+    shares[low] += 1.0 - (position - static_cast<double>(low));
+    shares[high] += position - static_cast<double>(low);
+    return shares;
+}
+
+double DelayEstimator::estimated(double row) const {
+    const Shares shares = sharesOf(row);
+    double seconds = 0.0;
+    for (std::size_t i = 0; i < kZones; ++i) {
+        seconds += shares[i] * delay_[i];
+    }
+    return std::clamp(seconds, 0.02, kMost);
+}
+
+double DelayEstimator::transport(double row) const {
+    const Shares shares = sharesOf(row);
+    double seconds = 0.0;
+    for (std::size_t i = 0; i < kZones; ++i) {
+        seconds += shares[i] * (fixed_[i] > 0.0 ? std::max(fixed_[i] - lag_, 0.0) : delay_[i]);
+    }
+    return std::clamp(seconds, 0.02, kMost);
+}
+
+double DelayEstimator::transportNow(const BurnHistory& history, double rpm) const {
+    if (anyKnown()) {
+        return history.age([this](double row) { return transport(row); });
+    }
+    return 0.08 + 250.0 / std::max(rpm, 600.0);
+}
+
+void DelayEstimator::learnLag(const Answer& answer) {
+    constexpr double kShortest = 0.02;
+    constexpr double kLongest = 0.6;
+    if (answer.lag > kShortest && answer.lag < kLongest) {
+        lags_ = std::min(lags_ + 1, 40);
+        lag_ += (answer.lag - lag_) / (lags_ + 1);
+    }
+}
+
+void DelayEstimator::learn(const Answer& answer, const BurnHistory& history) {
+    learnLag(answer);
+    const double travelled = answer.delay - lag_;
+    if (travelled <= 0.0 || travelled > kMost) {
+        return;
+    }
+    // From the step on through the pipe: what each zone has contributed to the way.
+    Shares slope{};
+    double way = 0.0;
+    const double begun = history.time() - answer.changedAt;
+    double under = 0.0;
+    while (way < 1.0 && under < kMost && under <= begun) {
+        const double row = history.before(begun - under).row;
+        const double here = estimated(row);
+        const Shares shares = sharesOf(row);
+        const double part = std::min(BurnHistory::kStep / here, 1.0 - way);
+        for (std::size_t i = 0; i < kZones; ++i) {
+            slope[i] += part * shares[i];
+        }
+        way += part;
+        under += part * here;
+    }
+    if (way >= 1.0 - 1e-9) {
+        update(slope, travelled - under);
+    }
+}
+
+void DelayEstimator::update(const Shares& slope, double error) {
+    Shares gain{};
+    double variance = kMeasured * kMeasured;
+    for (std::size_t i = 0; i < kZones; ++i) {
+        spread_[i][i] += kDrift;
+        for (std::size_t j = 0; j < kZones; ++j) {
+            gain[i] += spread_[i][j] * slope[j];
+        }
+        variance += slope[i] * gain[i];
+    }
+    constexpr double kFar = 16.0;  // four standard deviations, squared
+    if (error * error > kFar * variance) {
+        return;
+    }
+    for (std::size_t i = 0; i < kZones; ++i) {
+        delay_[i] = std::clamp(delay_[i] + gain[i] / variance * error, 0.01, kMost);
+        steps_[i] += slope[i] > 0.5 ? 1 : 0;
+    }
+    for (std::size_t i = 0; i < kZones; ++i) {
+        for (std::size_t j = 0; j < kZones; ++j) {
+            spread_[i][j] -= gain[i] * gain[j] / variance;
+        }
+    }
+}
+
+bool DelayEstimator::known(std::size_t index) const {
+    constexpr int kEnough = 4;
+    constexpr double kSure = 0.04;  // seconds
+    return steps_[index] >= kEnough && spread_[index][index] < kSure * kSure;
+}
+
+bool DelayEstimator::anyKnown() const {
+    for (std::size_t i = 0; i < kZones; ++i) {
+        if (fixed_[i] > 0.0 || known(i)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Zone DelayEstimator::zone(std::size_t index) const {
+    Zone zone;
+    zone.loadFrom = index == 0 ? 0.0 : kBounds.at(index);
+    zone.loadTo = kBounds.at(index + 1);
+    zone.steps = steps_[index];
+    if (fixed_[index] > 0.0) {
+        zone.fixed = true;
+        zone.delayMs = 1000.0 * fixed_[index];
+        zone.uncertaintyMs = 0.0;
+    } else if (known(index)) {
+        constexpr double kOther = 12.0;  // ms that no number of answers takes away: frames, shape of the lag
+        zone.delayMs = 1000.0 * (delay_[index] + lag_);
+        zone.uncertaintyMs = std::hypot(1000.0 * 1.96 * std::sqrt(std::max(spread_[index][index], 0.0)), kOther);
+    }
+    return zone;
+}
+
+}  // namespace korvane::steady

@@ -1,0 +1,42 @@
+// What the steady agent is told before it starts.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "analysis/steady/Grid.h"
+
+namespace korvane::steady {
+
+inline constexpr std::size_t kZones = 4;
+
+using MapBytes = std::array<std::uint8_t, kMostCells>;
+
+[[nodiscard]] constexpr std::array<float, kMostCells> sameTarget(float target) {
+    std::array<float, kMostCells> targets{};
+    targets.fill(target);
+    return targets;
+}
+
+struct SteadySetup {
+    Grid grid;
+    // Map counts that the injection offset adds to each cell; fuel is proportional to the byte and it.
+    double offsetCounts = 0.0;
+    std::array<float, kMostCells> targets = sameTarget(12.5F);
+    // How far a cell may go from the baseline, per cent.
+    double richAuthority = 15.0;
+    double leanAuthority = 5.0;
+    int lowest = 0;  // the stops of the keys
+    int highest = 255;
+    bool throttleKnown = true;
+    bool lambdaControl = false;  // the ECU corrects by lambda itself
+    bool carry = false;          // confident corrections to close neighbours that were never visited
+    double coldBelow = 70.0;     // degrees C of water
+    // Leaner than this times the target, at a load of so many per cent and more, is a danger.
+    double leanLimit = 1.25;
+    double leanFromLoad = 60.0;
+    // Delay in each zone as the tuner fixed it, in ms; 0: to be estimated.
+    std::array<double, kZones> fixedDelayMs{};
+};
+
+}  // namespace korvane::steady

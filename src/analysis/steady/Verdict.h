@@ -1,0 +1,38 @@
+// What becomes of a live frame's lambda.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace korvane::steady {
+
+// Used, or the one reason why not. Where several hold, the first of them counts.
+enum class Verdict {
+    Used,
+    LinkLate,
+    Cranking,  // engine stopped, cranked, or just started
+    EngineCold,
+    WarmUp,  // start help or choke
+    LambdaControl,
+    RpmLimiter,  // or launch control
+    FuelCut,
+    ExhaustClearing,  // after a fuel cut
+    OutsideMap,
+    PlaceUnknown,  // the ECU names another cell than speed and load do
+    AccelEnrichment,
+    LambdaAbsent,
+    LambdaRailed,
+    LambdaOutOfRange,
+    LambdaStuck,
+    FirmwareUnknown,  // not yet known whether the ECU interpolates
+    NoProofOfLife,    // lambda has not been seen to follow a fuel cut
+    Outlier,
+    Count
+};
+
+inline constexpr std::size_t kVerdicts = static_cast<std::size_t>(Verdict::Count);
+
+// In plain words.
+[[nodiscard]] std::string_view wordsOf(Verdict verdict);
+
+}  // namespace korvane::steady
