@@ -1,4 +1,5 @@
-// One line of the main window about the ECU on the line: its restore points, and an upload that is not whole.
+// One line of the main window about the ECU on the line: its restore points, and a backup or an upload that is not
+// whole.
 #pragma once
 
 #include <functional>
@@ -13,7 +14,8 @@ namespace korvane::link {
 class KeepNotice : public controls::Object {
 public:
     // That the ECU has changed since its newest restore point before this connection, that the last point could not be
-    // written, or what the last upload of an image has not sent. Empty if there is nothing to say.
+    // written, what the last upload of an image has not sent, or that a backup has old bytes. Empty if there is nothing
+    // to say.
     controls::Property<std::string> Text{*this};
     // The point that the text compares the ECU with; empty if it speaks of no point.
     controls::Property<std::string> Point{*this};

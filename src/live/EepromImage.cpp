@@ -8,6 +8,7 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "core/files/TableFile.h"
+#include "live/AnsweredCells.h"
 #include "live/BackupFile.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -122,6 +123,7 @@ EepromImage::EepromImage(FrmSarn2& window, const core::EepromShadow& tables, cor
 
 void EepromImage::backup() {
     bool complete = false;
+    const AnsweredCells answered(window_.witnesses, kLastChecked);
     {
         const Quiet quiet(window_, true);
         if (!readAll()) {
@@ -131,6 +133,7 @@ void EepromImage::backup() {
         window_.btnBackup.Caption = "BackUp EEPROM";
     }
     if (complete) {
+        tellUnanswered(answered.missing());
         save();
     } else {
         tell(" EEPROM read error. Save not possible ", platform::MessageIcon::Exclamation);
@@ -197,6 +200,15 @@ bool EepromImage::readLately() const {
     const auto now = window_.machine().pump.wallTime();
     const auto checked = std::span(tables_.EETime).first(kLastChecked + 1);
     return std::all_of(checked.begin(), checked.end(), [&](const std::string& time) { return isRecent(time, now); });
+}
+
+// Bytes of a backup a few minutes ago count as read, whatever has become of the line since.
+void EepromImage::tellUnanswered(int cells) const {
+    if (cells > 0) {
+        window_.keepNotice.say("EEPROM backup: " + core::textOf(cells) + " of " + core::textOf(kLastChecked + 1) +
+                                   " addresses were not answered now. The file has what was read earlier.",
+                               {});
+    }
 }
 
 // The writer leaves the last element out, so the table is one longer than the image.

@@ -35,7 +35,8 @@ private:
 
     // Writes "EEPROM_hh_mm_ss.txt" into the program's folder if all of addresses 0 to 1000 were read within the last
     // 240 seconds, or, where the clock was set during the run, if each was when its turn was over; and says in a
-    // message box what has come of it. An older file of that name gets another (BackupFile.h).
+    // message box what has come of it. An older file of that name gets another (BackupFile.h). A line of the main
+    // window tells how many of them were not answered in this run.
     void backup();
     // Asks for a file and writes it. The first line that is no number from 0 to 255, or is not there, ends it with a
     // message box; the bytes before it have been written. Nothing is read back. It goes on while the port is closed:
@@ -47,6 +48,7 @@ private:
     [[nodiscard]] std::optional<std::size_t> writeAll(std::span<const std::string> lines);
     void write(int address, std::uint8_t byte);
     void tellUnsent() const;
+    void tellUnanswered(int cells) const;
     // Calls `transfer` for each address in turn until it returns false; false then, or when the window is closed.
     template <class Transfer>
     bool pass(controls::CommandButton& button, Transfer&& transfer);

@@ -166,6 +166,17 @@ TEST_F(EepromBackup, ASilentEcuIsSeenInTheNextRunAtTheLatest) {
     EXPECT_THAT(messages(), ElementsAre(kReadError));
 }
 
+// Those of the last run are not yet 240 s old for these addresses.
+TEST_F(EepromBackup, BytesThatWereNotAnsweredNowAreTold) {
+    backup();
+    EXPECT_EQ(main_.keepNotice.words(), "");
+    ecu_.deaf = {500, 1000, 1001};
+    backup();
+    EXPECT_EQ(main_.keepNotice.words(),
+              "EEPROM backup: 2 of 1001 addresses were not answered now. "
+              "The file has what was read earlier.");
+}
+
 TEST_F(EepromBackup, RunsOverMidnight) {
     main_.TimerRequestData.Enabled = false;
     virtual_.pump.wait((11 * 3600 + 59 * 60) * 1000);  // 23:59:00

@@ -26,7 +26,8 @@ TEST(StatusWords, PowerAndAPulseThatIsTooLongAreSaid) {
 }
 
 TEST(StatusWords, ABlockHasItsSumWithoutTheErrorsOfFloatingPoint) {
-    EXPECT_EQ(blockWords(kNoun, {3, 5}, 64.6830000002), "Fuel block of 3 cells, sum 64.683 ms");
+    EXPECT_EQ(blockWords(kNoun, {3, 5}, 64.6830000002, 0), "Fuel block of 3 cells, sum 64.683 ms");
+    EXPECT_EQ(blockWords(kNoun, {3, 5}, 30, 1), "Fuel block of 3 cells, sum 30 ms without 1 cell not read");
 }
 
 TEST(StatusWords, UnsentCellsAreCountedMapByMap) {

@@ -183,6 +183,14 @@ TEST_F(LargeWindowNotesTest, TheHalfThatAReadLeftOutIsUnread) {
     EXPECT_THAT(statusOf(window_).cell, HasSubstr("count 0"));
 }
 
+TEST_F(LargeWindowNotesTest, TheSumOfABlockLeavesOutWhatWasNotRead) {
+    readIgnitionHalf(0, 40);
+    selectBlock(window_.ign, 160, 161);  // the last cell that was read, and the first that was not
+    const auto block = statusOf(window_).block;
+    EXPECT_THAT(block, HasSubstr("Ignition block of 2 cells, sum "));
+    EXPECT_THAT(block, HasSubstr(" without 1 cell not read"));
+}
+
 TEST_F(LargeWindowNotesTest, AnEditFillsItsCellAlone) {
     readIgnitionHalf(0, 40);
     key(window_.ign, 200, kKeyPlus);

@@ -106,9 +106,10 @@ std::string neverReadWords(const MapNoun& map, MapGeometry shape, int cell) {
 }
 
 // The numbers of cells have three decimals.
-std::string blockWords(const MapNoun& map, CellRange range, double sum) {
+std::string blockWords(const MapNoun& map, CellRange range, double sum, int unread) {
     return std::string(map.title) + " block of " + cells(range.last - range.first + 1) + ", sum " +
-           core::textOf(std::round(sum * 1000) / 1000) + " " + std::string(map.unit);
+           core::textOf(std::round(sum * 1000) / 1000) + " " + std::string(map.unit) +
+           (unread > 0 ? " without " + cells(unread) + " not read" : "");
 }
 
 std::string unsentWords(std::span<const UnsentOfMap> maps) {

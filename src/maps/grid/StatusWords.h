@@ -40,8 +40,8 @@ struct CellFacts {
 [[nodiscard]] std::string cellWords(const MapNoun& map, MapGeometry shape, int cell, const CellFacts& facts);
 // "Fuel, 2500 RPM, 20-30 %: not read from the ECU yet"
 [[nodiscard]] std::string neverReadWords(const MapNoun& map, MapGeometry shape, int cell);
-// "Fuel block of 24 cells, sum 103.2 ms"
-[[nodiscard]] std::string blockWords(const MapNoun& map, CellRange range, double sum);
+// "Fuel block of 24 cells, sum 103.2 ms"; so many `unread` cells are not in the sum: "... without 3 cells not read"
+[[nodiscard]] std::string blockWords(const MapNoun& map, CellRange range, double sum, int unread);
 // "Not sent: 12 fuel, 3 ignition; not stored: 1 PWM"; empty for none.
 struct UnsentOfMap {
     std::string_view map;  // within a sentence

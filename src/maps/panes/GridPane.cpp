@@ -71,10 +71,15 @@ std::string GridPane::blockStatus() const {
         return {};
     }
     double sum = 0;
+    int unread = 0;
     for (int cell = range->first; cell <= range->last; ++cell) {
-        sum += shownNumber(cell);
+        if (mapGrid_.fill.isUnread(cell)) {
+            ++unread;
+        } else {
+            sum += shownNumber(cell);
+        }
     }
-    return blockWords(noun_, *range, sum);
+    return blockWords(noun_, *range, sum, unread);
 }
 
 std::optional<UnsentOfMap> GridPane::unsentStatus() const {
