@@ -6,6 +6,7 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "keep/point/BaselineFile.h"
 #include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
@@ -24,6 +25,10 @@ constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
 constexpr auto kPointsFolder = "restore";
 
+keep::BaselineKey keyOf(const analysis::BaselineOwner& owner) {
+    return {{owner.type, owner.version}, owner.columns, owner.rows};
+}
+
 }  // namespace
 
 Program::Program(platform::Machine& machine)
@@ -41,10 +46,11 @@ Program::Program(platform::Machine& machine)
       liveUpdate_(frmSarn2_, tables_, tables_, windows_, trends_),
       logWriter_(machine, tables_, frmSarn2_.chkDatalog, frmSarn2_.txtDatalogFile, frmSarn2_.logCounts),
       analyser_(machine, tables_, frmSarn2_.MSComm1),
+      steadyAgent_({machine, tables_, frmSarn2_, analyser_, history_}),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       undo_(history_, tables_, frmSarn2_, machine.pump),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_},
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_, &steadyAgent_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
@@ -68,6 +74,7 @@ Program::Program(platform::Machine& machine)
     connectButtons();
     connectHistory();
     connectKeeper();
+    connectSteadyAgent();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
@@ -101,6 +108,23 @@ void Program::connectKeeper() {
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
     comparisons_.usePoints(keeper_.store());
+}
+
+void Program::connectSteadyAgent() {
+    liveUpdate_.setFrameTaker(&steadyAgent_);
+    const keep::BaselineFile file(machine_.folder, machine_.toDisk);
+    steadyAgent_.setBaselines(
+        {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {
+             auto found = file.load(keyOf(owner));
+             if (!found.baseline) {
+                 return {{}, std::move(found.damage)};
+             }
+             return {{{found.baseline->time, std::move(found.baseline->cells)}}, {}};
+         },
+         .save =
+             [file](const analysis::BaselineOwner& owner, const analysis::SteadyBaseline& baseline) {
+                 return file.save({keyOf(owner), baseline.time, baseline.cells});
+             }});
 }
 
 void Program::start() {

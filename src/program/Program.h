@@ -2,9 +2,11 @@
 #pragma once
 
 #include "analysis/clsInjAnalyser.h"
+#include "analysis/clsSteadyAgent.h"
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
+#include "core/tables/Module1.h"
 #include "core/tables/SharedTables.h"
 #include "keep/Keeper.h"
 #include "keep/restore/RestoreRun.h"
@@ -60,8 +62,13 @@ public:
     logs::clsTXTdata* clsTXTdata = nullptr;
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
+    [[nodiscard]] analysis::clsSteadyAgent& steadyAgent() { return steadyAgent_; }
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
+    // Of the maps of the ECU that has named itself last.
+    [[nodiscard]] maps::MapGeometry mapGeometry() const {
+        return core::hasLargeMaps(tables_.SWType) ? maps::kLargeMaps : maps::kOrdinaryMaps;
+    }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
@@ -75,6 +82,7 @@ private:
     void connectButtons();
     void connectHistory();
     void connectKeeper();
+    void connectSteadyAgent();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
@@ -99,6 +107,7 @@ private:
     live::LiveUpdate liveUpdate_;
     logs::LogWriter logWriter_;
     analysis::clsInjAnalyser analyser_;
+    analysis::clsSteadyAgent steadyAgent_;
     maps::Frm3Dmap frm3Dmap_;
     maps::FrmInjScale frmInjScale_;
     maps::MapUndo undo_;

@@ -69,6 +69,8 @@ public:
     void cellEdited(std::size_t cell, std::uint8_t byte);
     // The limits alone, while it works.
     void setAuthority(double richPercent, double leanPercent);
+    // The target of a cell, likewise. What was learnt holds for any target.
+    void setTarget(std::size_t cell, float target) { setup_.targets.at(cell) = target; }
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }

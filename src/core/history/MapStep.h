@@ -69,6 +69,7 @@ struct Cause {
         RevertBlock,
         Restore,  // from a restore point
         Copy,     // from a comparison
+        Steady,   // the whole run of the steady agent
     };
 
     Kind kind = Kind::Script;

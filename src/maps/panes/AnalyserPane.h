@@ -16,7 +16,7 @@ public:
 
     controls::Frame FrameInjAnalys;
     MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
-    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
+    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSteadyAgent, chkSimplemode, chkModifyInjSetpoint;
     controls::Image imgAgentLed;
     controls::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
 
@@ -40,6 +40,7 @@ private:
     void begin();
     void end();
     void showBoxes(bool shown);
+    void steadyClicked();
     void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
     [[nodiscard]] double meanOf(int cell) const;
