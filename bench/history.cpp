@@ -71,6 +71,23 @@ void walkThroughTenThousand(benchmark::State& state) {
 }
 BENCHMARK(walkThroughTenThousand)->Unit(benchmark::kMillisecond);
 
+// A change behind an undo of so many steps: the undo becomes a step too.
+void changeBehindUndo(benchmark::State& state) {
+    const auto steps = static_cast<int>(state.range(0));
+    std::unique_ptr<Rig> rig;
+    for (auto _ : state) {
+        state.PauseTiming();
+        rig = std::make_unique<Rig>();
+        for (int i = 0; i < steps; ++i) {
+            rig->step(true);
+        }
+        static_cast<void>(rig->history.goTo(0));
+        state.ResumeTiming();
+        rig->step(true);
+    }
+}
+BENCHMARK(changeBehindUndo)->ArgName("steps")->Arg(1)->Arg(10'001)->Iterations(20)->Unit(benchmark::kMicrosecond);
+
 // The counters: steps that are kept, and megabytes on the heap.
 void memory(benchmark::State& state) {
     for (auto _ : state) {

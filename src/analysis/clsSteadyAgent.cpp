@@ -287,6 +287,10 @@ void clsSteadyAgent::liveFrame() {
     if (!runs()) {
         return;
     }
+    if (parts_.connection.linkState.isBusy()) {
+        paused_ = true;
+        return;
+    }
     takeEdits();
     const double seconds = advance();
     make(agent_.onFrame(frameOf(parts_.tables, facts_.load, geometry_, seconds)));

@@ -126,7 +126,10 @@ void Window::Form_KeyDown(int, int) {}
 
 bool Window::offerKey(int keyCode, int shift) {
     bool takes = false;
-    enter(name_, [&] { takes = takesKey(keyCode, shift); });
+    enter(name_, [&] {
+        const auto& ofAll = machine_.windows.takesKey;
+        takes = takesKey(keyCode, shift) || (ofAll && ofAll(keyCode, shift));
+    });
     if (takes || takenKey_ == keyCode) {
         takenKey_ = takes ? keyCode : 0;
     }

@@ -140,6 +140,8 @@ public:
     [[nodiscard]] const std::vector<Window*>& loaded() const { return loaded_; }
     // At most one listener: the one that shows windows on a display.
     void setListener(WindowListener* listener) { listener_ = listener; }
+    // Of the owner of the windows: true if it takes a key of any window that the window itself does not take.
+    std::function<bool(int keyCode, int shift)> takesKey;
 
     // A window is in the list before its load event; the listener is called after the event.
     void add(Window& window);

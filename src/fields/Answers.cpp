@@ -8,6 +8,7 @@ void Answers::begin() {
         heard_.clear();
         sent_ = false;
         closed_ = false;
+        opened_ = false;
         show();
     }
 }
@@ -36,6 +37,11 @@ void Answers::heard(int address) {
     }
 }
 
+void Answers::lineOpened() {
+    opened_ = closed_;
+    show();
+}
+
 void Answers::show() {
     const auto said = words();
     Text = said.empty() ? said : "Parameters: " + said;
@@ -44,7 +50,7 @@ void Answers::show() {
 
 std::string Answers::words() const {
     if (closed_) {
-        return "the port is closed";
+        return opened_ ? "the port was closed" : "the port is closed";
     }
     if (!asked_.empty()) {
         if (heard_.empty()) {

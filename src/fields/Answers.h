@@ -43,6 +43,9 @@ public:
     // The ECU has told a parameter, also one that nobody has asked for. An answer that is late still counts.
     void heard(int address);
 
+    // The port that was closed is open again.
+    void lineOpened();
+
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
 
 private:
@@ -56,6 +59,7 @@ private:
     int running_ = 0;
     bool sent_ = false;
     bool closed_ = false;
+    bool opened_ = false;  // again since then
 };
 
 }  // namespace korvane::fields

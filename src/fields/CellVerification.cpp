@@ -1,5 +1,6 @@
 #include "fields/CellVerification.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -41,6 +42,15 @@ bool differs(const SentValue& sent, const Cells& expected, const Cells& back) {
     return is;
 }
 
+// What the line has told nothing of does not disagree.
+bool agrees(const link::EcuEeprom& ecu, const Cells& cells) {
+    return std::none_of(cells.begin(), cells.end(), [&ecu](const auto& cell) {
+        const auto at = static_cast<std::size_t>(cell.first);
+        return at < ecu.cells().size() && ecu.cells()[at].known != link::Known::No &&
+               ecu.cells()[at].byte != cell.second;
+    });
+}
+
 std::string nameOf(const SavedValue& value) {
     return value.label.empty() ? "address " + std::to_string(value.address) : value.label;
 }
@@ -71,6 +81,11 @@ void CellVerification::verify(const std::string& group, const std::vector<SavedV
     const int number = context_.verifyReport->begin(group, std::move(again));
     const auto words = readBack(values, fields);
     context_.verifyReport->end(number, words, words != Differences::kNone);
+    if (words == Differences::kNone) {
+        auto& ecu = context_.connection->ecuEeprom;
+        context_.verifyReport->holdsWhile(number, ecu,
+                                          [&ecu, cells = expectedOf(values).cells] { return agrees(ecu, cells); });
+    }
 }
 
 std::string CellVerification::readBack(const std::vector<SavedValue>& values, const Fields* fields) {

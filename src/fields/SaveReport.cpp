@@ -22,6 +22,7 @@ int SaveReport::begin(std::string group, int values) {
     items_.clear();
     refused_.clear();
     closed_ = false;
+    opened_ = false;
     return ++save_;
 }
 
@@ -60,6 +61,13 @@ void SaveReport::heardByte(std::int64_t address, std::uint8_t byte) {
     }
 }
 
+void SaveReport::lineOpened() {
+    if (closed_) {
+        opened_ = true;
+        compose();
+    }
+}
+
 void SaveReport::compose() {
     Text = group_ + ": " + sentPart() + backPart();
 }
@@ -72,7 +80,8 @@ std::string SaveReport::sentPart() const {
         return some + ", then " + refused_ + " did not fit";
     }
     if (closed_) {
-        return sent == 0 ? "nothing sent, the port is closed" : some + ", then the port was closed";
+        return sent == 0 ? std::string("nothing sent, the port ") + (opened_ ? "was" : "is") + " closed"
+                         : some + ", then the port was closed";
     }
     return some;
 }

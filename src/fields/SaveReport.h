@@ -29,6 +29,9 @@ public:
     // A byte, or a word of two, that the ECU has told. An address may be any number that a script gives a parameter.
     void heard(std::int64_t address, std::int32_t value, bool is16);
 
+    // The port that was closed is open again.
+    void lineOpened();
+
 private:
     void heardByte(std::int64_t address, std::uint8_t byte);
     void compose();
@@ -43,6 +46,7 @@ private:
     int save_ = 0;
     int planned_ = 0;
     bool closed_ = false;
+    bool opened_ = false;  // again since then
 };
 
 }  // namespace korvane::fields

@@ -5,6 +5,13 @@
 
 namespace korvane::fields {
 
+namespace {
+
+constexpr auto kNoLonger = "verified before the last changes";
+constexpr auto kWasClosed = "not verified: the port was closed";
+
+}  // namespace
+
 void Differences::add(const std::string& name, const std::string& is, const std::string& sent) {
     if (++count_ <= kNamed) {
         named_ += (named_.empty() ? "" : "; ") + name + " is " + is + ", sent " + sent;
@@ -43,6 +50,50 @@ void VerifyReport::end(int number, const std::string& verdict, bool failed) {
             each.runs = false;
             each.failed = failed;
         }
+    }
+    show();
+}
+
+VerifyReport::~VerifyReport() {
+    for (auto* const object : observed_) {
+        object->removeObserver(*this);
+    }
+}
+
+void VerifyReport::holdsWhile(int number, controls::Object& of, std::function<bool()> holds) {
+    for (auto& each : entries_) {
+        if (each.number == number) {
+            each.holds = holds;
+        }
+    }
+    if (std::find(observed_.begin(), observed_.end(), &of) == observed_.end()) {
+        observed_.push_back(&of);
+        of.addObserver(*this);
+    }
+}
+
+void VerifyReport::objectGone(const controls::Object& object) {
+    std::erase(observed_, &object);
+}
+
+void VerifyReport::propertyChanged(controls::Object&, const void*) {
+    bool isOld = false;
+    for (auto& each : entries_) {
+        if (each.holds && !each.holds()) {
+            each.holds = {};
+            each.verdict = kNoLonger;
+            isOld = true;
+        }
+    }
+    if (isOld) {
+        show();
+    }
+}
+
+void VerifyReport::lineOpened() {
+    const auto closed = notVerified(link::ReadEnd::Closed);
+    for (auto& each : entries_) {
+        each.verdict = each.verdict == closed ? kWasClosed : each.verdict;
     }
     show();
 }

@@ -22,21 +22,24 @@ void EcuMap::read(std::size_t first, std::span<const std::uint8_t> bytes) {
         cell.told = bytes[i];
         cell.fresh = true;
         judge(cell, bytes[i]);
+        resolve(cell, bytes[i]);
     }
+    store_ = store_ == Store::Nothing ? Store::Unknown : store_;
     if (restarted_ && store_ != Store::NotKept && !any(&Cell::ordered)) {
         store_ = Store::Seen;
     }
     Object::changed(this);
 }
 
-// A byte that was sent was taken, though its acknowledgement was lost. Any other one that is not known was stored by
+// A byte that was sent was taken, though its acknowledgement was lost, and one that the ECU ran on before is no more
+// stored than it was. Any other one that is not known was stored by
 // somebody else, or comes with a restart.
 void EcuMap::Cell::show(std::uint8_t byte, bool stores) {
     if (working == byte) {
         return;
     }
     working = byte;
-    if (onItsWay != byte || stores) {
+    if (doubtful != byte && (onItsWay != byte || stores)) {
         kept = byte;
     }
 }
@@ -49,6 +52,14 @@ void EcuMap::judge(Cell& cell, std::uint8_t byte) {
     }
 }
 
+// What was sent over an earlier connection is there only if the ECU has not restarted.
+void EcuMap::resolve(Cell& cell, std::uint8_t byte) {
+    const auto doubtful = std::exchange(cell.doubtful, std::nullopt);
+    if (doubtful && store_ == Store::InDoubt) {
+        store_ = doubtful == byte ? Store::NotOrdered : Store::Lost;
+    }
+}
+
 bool EcuMap::any(std::optional<std::uint8_t> Cell::*byte) const {
     return std::any_of(cells_.begin(), cells_.end(), [byte](const Cell& cell) { return (cell.*byte).has_value(); });
 }
@@ -56,6 +67,10 @@ bool EcuMap::any(std::optional<std::uint8_t> Cell::*byte) const {
 void EcuMap::sending(std::size_t cell, std::uint8_t byte) {
     at(cell).onItsWay = byte;
     storesNext_ = false;
+    notOrdered();
+}
+
+void EcuMap::notOrdered() {
     store_ = Store::NotOrdered;
     restarted_ = false;
 }
@@ -78,13 +93,13 @@ void EcuMap::acknowledged(std::size_t firstCell) {
 void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
     at(cell).working = byte;
     at(cell).fresh = true;
-    store_ = Store::NotOrdered;
-    restarted_ = false;
+    notOrdered();
     Object::changed(this);
 }
 
 void EcuMap::stored() {
     for (auto& cell : cells_) {
+        cell.doubtful.reset();
         if (!cell.onItsWay) {
             cell.kept = cell.working;
         }
@@ -106,12 +121,25 @@ void EcuMap::keeps(std::size_t cell, std::uint8_t byte) {
     }
 }
 
-void EcuMap::restarted() {
+// The ECU begins with what it has stored, as far as that is known.
+void EcuMap::beginAgain() {
     for (auto& cell : cells_) {
         cell.working = cell.kept;
         cell.onItsWay.reset();
+        cell.fresh = false;
     }
-    store_ = store_ == Store::NotOrdered ? Store::Lost : store_;
+}
+
+void EcuMap::restarted() {
+    beginAgain();
+    for (auto& cell : cells_) {
+        cell.doubtful.reset();
+    }
+    if (store_ == Store::NotOrdered || store_ == Store::InDoubt) {
+        store_ = Store::Lost;
+    } else if (store_ == Store::Nothing || store_ == Store::Unknown) {
+        store_ = Store::AsStored;
+    }
     restarted_ = store_ == Store::Ordered || store_ == Store::Acknowledged;
     Object::changed(this);
 }
@@ -125,7 +153,13 @@ void EcuMap::forget() {
 
 void EcuMap::reconnected() {
     for (auto& cell : cells_) {
-        cell.fresh = false;
+        cell.doubtful = cell.working != cell.kept ? cell.working : cell.doubtful;
+    }
+    beginAgain();
+    if (store_ == Store::NotOrdered) {
+        store_ = Store::InDoubt;
+    } else if (store_ == Store::AsStored) {
+        store_ = Store::Unknown;
     }
     Object::changed(this);
 }
@@ -144,12 +178,13 @@ std::optional<std::uint8_t> EcuMap::told(std::size_t cell) const {
 
 void EcuMaps::restarted() {
     pwm.acknowledged(0);
-    connected();
+    for (auto* map : {&fuel, &ignition, &pwm}) {
+        map->restarted();
+    }
 }
 
 void EcuMaps::connected() {
     for (auto* map : {&fuel, &ignition, &pwm}) {
-        map->restarted();
         map->reconnected();
     }
 }

@@ -16,12 +16,15 @@ namespace korvane::link {
 // What has become of what was sent of a map. Nothing in the protocol acknowledges the order to store: that it was kept
 // shows only when the ECU has restarted and is read.
 enum class Store : std::uint8_t {
-    Nothing,       // nothing was sent
+    Nothing,       // nothing was sent or read
+    Unknown,       // it was read and nothing was sent: it may be stored or not
+    AsStored,      // the ECU has restarted, and nothing was sent since
     NotOrdered,    // sent, and no order to store followed
+    InDoubt,       // the same over an earlier connection: the ECU may have restarted since
     Ordered,       // the order followed, and not all that was sent has been acknowledged
     Acknowledged,  // the order followed, and all that was sent has been acknowledged
     Seen,          // the ECU has restarted and shown it
-    Lost,          // the ECU has restarted before the order
+    Lost,          // the ECU has restarted before the order: it runs on what it had stored before
     NotKept,       // the ECU has restarted and shown other bytes
 };
 
@@ -44,7 +47,8 @@ public:
     // What its EEPROM has of a cell, which it runs on only after a restart.
     void keeps(std::size_t cell, std::uint8_t byte);
     void restarted();
-    // There may be another ECU on the line. What is known stays, but is no longer fresh.
+    // Another connection: the ECU may have restarted unheard, or be another one. What is known to be stored stays, but
+    // is no longer fresh.
     void reconnected();
     // Another ECU: nothing is known of its map.
     void forget();
@@ -67,7 +71,8 @@ private:
         std::optional<std::uint8_t> told;
         std::optional<std::uint8_t> onItsWay;
         bool fresh = false;
-        std::optional<std::uint8_t> ordered;  // to be stored, and not seen behind a restart yet
+        std::optional<std::uint8_t> ordered;   // to be stored, and not seen behind a restart yet
+        std::optional<std::uint8_t> doubtful;  // run on over an earlier connection, and not stored
 
         // The ECU runs on this byte. `stores`: the order to store followed what was sent last.
         void show(std::uint8_t byte, bool stores);
@@ -76,6 +81,9 @@ private:
     [[nodiscard]] const Cell& at(std::size_t cell) const;
 
     void judge(Cell& cell, std::uint8_t byte);
+    void resolve(Cell& cell, std::uint8_t byte);
+    void beginAgain();
+    void notOrdered();
     [[nodiscard]] bool any(std::optional<std::uint8_t> Cell::*byte) const;
 
     std::size_t firstKept_;

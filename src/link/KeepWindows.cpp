@@ -4,14 +4,32 @@
 
 namespace korvane::link {
 
-bool KeepWindows::takesKey(int keyCode, int shift) const {
+namespace {
+
+const std::function<void()>* openerOf(const KeepWindows& windows, int keyCode) {
     constexpr int kD = 68;
+    constexpr int kH = 72;
     constexpr int kR = 82;
-    const auto& open = keyCode == kD ? compare : restore;
-    if ((keyCode != kD && keyCode != kR) || shift != controls::kControlMask || !open) {
+    switch (keyCode) {
+        case kD:
+            return &windows.compare;
+        case kH:
+            return &windows.history;
+        case kR:
+            return &windows.restore;
+        default:
+            return nullptr;
+    }
+}
+
+}  // namespace
+
+bool KeepWindows::takesKey(int keyCode, int shift) const {
+    const auto* const open = shift == controls::kControlMask ? openerOf(*this, keyCode) : nullptr;
+    if (open == nullptr || !*open) {
         return false;
     }
-    open();
+    (*open)();
     return true;
 }
 

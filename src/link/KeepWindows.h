@@ -9,6 +9,7 @@ namespace korvane::link {
 struct KeepWindows {
     std::function<void()> compare;  // Control and D
     std::function<void()> restore;  // Control and R
+    std::function<void()> history;  // Control and H
 
     // True if the key opens one of them.
     [[nodiscard]] bool takesKey(int keyCode, int shift) const;

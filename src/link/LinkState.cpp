@@ -87,6 +87,17 @@ platform::Micros LinkState::awaitedFrom() const {
     return std::max(ageFrom(), pollFrom_);
 }
 
+// Polls stop while a message box is open. One that was shown before half of the time was over leaves the other half
+// without a poll, and even the longest interval leaves no more than a third of it.
+bool LinkState::isAskedBefore(platform::Micros due) const {
+    return !asked_ || *asked_ > due - lateAfter() / 2;
+}
+
+bool LinkState::programWaits() const {
+    const auto due = awaitedFrom() + lateAfter();
+    return state() == State::Paused && pollRuns_ && pump_.now() >= due && !isAskedBefore(due);
+}
+
 LinkState::State LinkState::stateAt(platform::Micros now) const {
     if (!open_) {
         return State::Closed;
@@ -100,16 +111,17 @@ LinkState::State LinkState::stateAt(platform::Micros now) const {
     if (live_ && now - *live_ < lateAfter()) {
         return State::Live;
     }
-    if (now - awaitedFrom() >= lateAfter()) {
-        return State::Late;
+    if (const auto due = awaitedFrom() + lateAfter(); now >= due) {
+        return isAskedBefore(due) ? State::Late : State::Paused;
     }
     return live_ ? State::Paused : State::Silent;
 }
 
 void LinkState::refresh() {
     const State state = stateAt(pump_.now());
-    if (frames_ > 0 && pollRuns_ && state != State::Closed && state != State::Late) {
-        look_->callAt(awaitedFrom() + lateAfter());
+    const auto due = awaitedFrom() + lateAfter();
+    if (frames_ > 0 && pollRuns_ && state != State::Closed && due > pump_.now()) {
+        look_->callAt(due);
     } else {
         look_->cancel();
     }
@@ -122,6 +134,18 @@ void LinkState::refresh() {
 LinkState::Counts LinkState::counts() const {
     return {frames_, bytes_, receiver_.dropped() - droppedBefore_, receiver_.resyncs() - resyncsBefore_,
             polls_.unanswered(pump_.now())};
+}
+
+// The time without a poll is not the ECU's.
+void LinkState::pollSent() {
+    const auto now = pump_.now();
+    const bool hasWaited = programWaits();
+    asked_ = now;
+    polls_.sent(now);
+    if (hasWaited) {
+        pollFrom_ = now;
+        refresh();
+    }
 }
 
 void LinkState::frameReceived(std::uint8_t code, platform::Micros now) {
@@ -163,6 +187,7 @@ void LinkState::portChanged() {
         droppedBefore_ = receiver_.dropped();
         resyncsBefore_ = receiver_.resyncs();
         polls_.reset();
+        asked_.reset();
     } else {
         polls_.forgetOpen();
     }

@@ -25,8 +25,8 @@ public:
         Closed,  // the port is closed
         Silent,  // it is open, and no frame has come yet
         Live,    // the last live frame is younger than lateAfter()
-        Late,    // the poll runs, and no live frame has come for lateAfter()
-        Paused,  // the poll is off: a transfer runs, or the ignition debug window has left it so
+        Late,    // the ECU is asked, and no live frame has come for lateAfter()
+        Paused,  // it is not asked: a transfer runs, the ignition debug window has left the poll off, or programWaits()
     };
 
     // The poll is `poll`, whose requests the connection reports; losses are those of `receiver`. All outlive the state.
@@ -35,6 +35,9 @@ public:
 
     // A poll that runs again stays Paused until a live frame comes or lateAfter() is over.
     [[nodiscard]] State state() const { return stateAt(pump_.now()); }
+    // The poll is on, and nothing was asked before the answer was due: a message box or a question is open. An ECU that
+    // was late before stays Late.
+    [[nodiscard]] bool programWaits() const;
     // Whether an ECU is there to take a command that it does not acknowledge.
     [[nodiscard]] bool isHeard() const { return state() == State::Live || state() == State::Paused; }
     // Time since the last live frame of this connection; without one since the port was opened; with the port closed
@@ -77,7 +80,7 @@ public:
     };
 
     // What the connection reports.
-    void pollSent() { polls_.sent(pump_.now()); }
+    void pollSent();
     void frameReceived(std::uint8_t code, platform::Micros now);
     void bytesReceived(std::size_t count);
 
@@ -97,6 +100,7 @@ private:
     [[nodiscard]] State stateAt(platform::Micros now) const;
     [[nodiscard]] platform::Micros ageFrom() const;
     [[nodiscard]] platform::Micros awaitedFrom() const;
+    [[nodiscard]] bool isAskedBefore(platform::Micros due) const;
 
     platform::EventPump& pump_;
     controls::MSComm& port_;
@@ -107,9 +111,10 @@ private:
     State shown_ = State::Closed;
     bool open_ = false;
     bool pollRuns_ = false;
-    std::optional<platform::Micros> live_;  // the last live frame of this connection
-    platform::Micros opened_ = 0;           // or closed
-    platform::Micros pollFrom_ = 0;         // it runs since then
+    std::optional<platform::Micros> live_;   // the last live frame of this connection
+    platform::Micros opened_ = 0;            // or closed
+    platform::Micros pollFrom_ = 0;          // it runs since then
+    std::optional<platform::Micros> asked_;  // the last poll of this connection
     std::int64_t frames_ = 0;
     std::int64_t bytes_ = 0;
     std::int64_t droppedBefore_ = 0;  // the port was opened

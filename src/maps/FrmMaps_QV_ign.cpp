@@ -52,7 +52,7 @@ FrmMaps_QV_ign::FrmMaps_QV_ign(platform::Machine& machine, const MapContext& map
       FilePane(ground()),
       EnginePlacePane(ground(), {&ign}),
       ToolPane(ground()),
-      IgnitionBoxControls(ground(), mapContext.connection.witnesses),
+      IgnitionBoxControls(ground(), mapContext.connection),
       chkFocusOnIGN(*this, "chkFocusOnIGN"),
       lblIdleAdv(*this, "lblIdleAdv"),
       txtIdleAdv(*this, "txtIdleAdv", 5),

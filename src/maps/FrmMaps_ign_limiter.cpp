@@ -80,8 +80,9 @@ std::string comparisonName(int input) {
 
 FrmMaps_ign_limiter::FrmMaps_ign_limiter(platform::Machine& machine, const MapContext& context)
     : Window(machine, "frmMaps_ign_limiter"),
-      IgnitionBoxControls(static_cast<Window&>(*this), context.connection.witnesses),
+      IgnitionBoxControls(static_cast<Window&>(*this), context.connection),
       context_(context),
+      opening_(context.connection.MSComm1, [this] { verifyReport_.lineOpened(); }),
       fields_(context.tables, rows()),
       launchControl(fieldsContext(), fields_, launchPlan(BytePause::None)),
       line_(*this, context),

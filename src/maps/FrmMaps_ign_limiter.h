@@ -71,6 +71,7 @@ public:
 private:
     const MapContext& context_;
     fields::VerifyReport verifyReport_;
+    link::PortOpening opening_;
     fields::Fields fields_;
 
     [[nodiscard]] std::vector<fields::Field> rows();

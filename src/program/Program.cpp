@@ -77,6 +77,10 @@ Program::Program(platform::Machine& machine)
     connectSteadyAgent();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
+    frmSarn2_.keepWindows.history = [this] { openHistory(); };
+    machine_.windows.takesKey = [this](int keyCode, int shift) {
+        return frmSarn2_.keepWindows.takesKey(keyCode, shift);
+    };
     frmSarn2_.Load = [this] { mainWindowLoad(); };
     frmSarn2_.Unload = [this](bool& stays) { mainWindowUnload(stays); };
     frmSarn2_.chkUseSound.Click = [this] { tables_.useSound = frmSarn2_.chkUseSound.Value == 1; };

@@ -48,6 +48,11 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
     : MiscControls(machine),
       context_{*this, tables, connection, eeprom, verifyReport_},
       report_(tables),
+      opening_(connection.MSComm1,
+               [this] {
+                   report_.lineOpened();
+                   verifyReport_.lineOpened();
+               }),
       fields_(tables, miscFields(*this, tables)),
       replies_(context_, fields_),
       fullRead_(context_),

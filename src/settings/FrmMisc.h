@@ -8,6 +8,7 @@
 
 #include "fields/Fields.h"
 #include "fields/Saver.h"
+#include "link/PortOpening.h"
 #include "link/Windows.h"
 #include "settings/FullRead.h"
 #include "settings/MiscContext.h"
@@ -79,6 +80,7 @@ private:
     MiscContext context_;
     fields::BoxMarks marks_;
     fields::SaveReport report_;
+    link::PortOpening opening_;
     fields::Fields fields_;
     Replies replies_;
     FullRead fullRead_;

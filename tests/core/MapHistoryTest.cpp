@@ -1,13 +1,16 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/history/MapHistory.h"
 #include "platform/RuntimeError.h"
 #include "support/ErrorOf.h"
 #include "support/MachineBench.h"
+#include "support/PropertyWatch.h"
 
 namespace korvane::core {
 namespace {
@@ -113,7 +116,8 @@ TEST_F(MapHistoryTest, ACommandBehindAnUndoIsNotCountedWithTheStepBefore) {
     press(50);
     static_cast<void>(history_.goTo(1));
     raiseBlock(17, 33);
-    EXPECT_THAT(words(), ElementsAre("Fuel: block 18 to 34 up by 1", "Fuel: block 18 to 34 up by 1"));
+    EXPECT_THAT(words(), ElementsAre("Fuel: block 18 to 34 up by 1", "Fuel: cell 51 from 90 to 91",
+                                     "Fuel: undone: 1 step", "Fuel: block 18 to 34 up by 1"));
 }
 
 TEST_F(MapHistoryTest, ACommandBehindARedoIsNotCountedWithTheStepBefore) {
@@ -125,16 +129,289 @@ TEST_F(MapHistoryTest, ACommandBehindARedoIsNotCountedWithTheStepBefore) {
     EXPECT_THAT(words(), ElementsAre("Fuel: block 18 to 34 up by 1", "Fuel: block 18 to 34 up by 1"));
 }
 
-TEST_F(MapHistoryTest, ANewChangeDropsWhatWasUndone) {
+TEST_F(MapHistoryTest, ANewChangeKeepsWhatWasUndoneAndTheUndoIsAStep) {
     readFuel(90);
     press(1);
     press(2);
     press(3);
     static_cast<void>(history_.goTo(1));
     press(9);
-    EXPECT_EQ(history_.count(), 2U);
-    EXPECT_EQ(history_.place(), 2U);
-    EXPECT_EQ(support::errorOf([&] { static_cast<void>(history_.goTo(3)); }), platform::kErrorSubscript);
+    EXPECT_THAT(words(),
+                ElementsAre("Fuel: cell 2 from 90 to 91", "Fuel: cell 3 from 90 to 91", "Fuel: cell 4 from 90 to 91",
+                            "Fuel: undone: 2 steps", "Fuel: cell 10 from 90 to 91"));
+    EXPECT_EQ(history_.place(), 5U);
+}
+
+TEST_F(MapHistoryTest, UndoWalksBackThroughAnUndoToWhatWasUndone) {
+    readFuel(90);
+    press(1);
+    press(2);
+    press(2);
+    static_cast<void>(history_.goTo(0));
+    press(9);
+    static_cast<void>(history_.goTo(4));
+    EXPECT_EQ(fuel(9), 90);
+    EXPECT_EQ(fuel(2), 90);
+    static_cast<void>(history_.goTo(3));
+    EXPECT_EQ(fuel(1), 91);
+    EXPECT_EQ(fuel(2), 92);
+    static_cast<void>(history_.goTo(0));
+    EXPECT_EQ(fuel(1), 90);
+    EXPECT_EQ(fuel(2), 90);
+    static_cast<void>(history_.goTo(5));
+    EXPECT_EQ(fuel(1), 90);
+    EXPECT_EQ(fuel(2), 90);
+    EXPECT_EQ(fuel(9), 91);
+}
+
+TEST_F(MapHistoryTest, OneUndoneStepIsCalledOne) {
+    readFuel(90);
+    press(1);
+    static_cast<void>(history_.goTo(0));
+    press(9);
+    EXPECT_EQ(history_.step(2).words(), "Fuel: undone: 1 step");
+}
+
+TEST_F(MapHistoryTest, AnUndoIsItselfUndoneWithWhatCameBehindIt) {
+    readFuel(90);
+    press(1);
+    static_cast<void>(history_.goTo(0));
+    press(9);
+    static_cast<void>(history_.goTo(1));
+    press(5);
+    EXPECT_EQ(history_.step(4).words(), "Fuel: undone: 2 steps");
+    EXPECT_EQ(fuel(1), 91);
+    EXPECT_EQ(fuel(9), 90);
+    static_cast<void>(history_.goTo(3));
+    EXPECT_EQ(fuel(1), 90);
+    EXPECT_EQ(fuel(9), 91);
+}
+
+TEST_F(MapHistoryTest, UndoneStepsThatComeToNothingNeedNoUndoing) {
+    readFuel(90);
+    press(1);
+    press(1, -1);
+    static_cast<void>(history_.goTo(0));
+    press(9);
+    EXPECT_THAT(words(),
+                ElementsAre("Fuel: cell 2 from 90 to 91", "Fuel: cell 2 from 91 to 90", "Fuel: cell 10 from 90 to 91"));
+    EXPECT_EQ(history_.place(), 3U);
+}
+
+TEST_F(MapHistoryTest, ThatAnUndoBecameAStepChangesNothingInTheMaps) {
+    readFuel(90);
+    press(1);
+    press(2);
+    static_cast<void>(history_.goTo(1));
+    const auto before = tables_.FuelMapOut;
+    press(9);
+    auto after = tables_.FuelMapOut;
+    --after[9];
+    EXPECT_EQ(before, after);
+}
+
+TEST_F(MapHistoryTest, TheStepOfAnUndoHasTheTimeOfTheUndo) {
+    readFuel(90);
+    press(1);
+    rest();
+    static_cast<void>(history_.goTo(0));
+    const auto undone = virtual_.pump.wallTime();
+    rest();
+    press(9);
+    EXPECT_EQ(history_.step(2).time, undone);
+    EXPECT_NE(history_.step(3).time, undone);
+}
+
+TEST_F(MapHistoryTest, ACommandIsNotCountedWithTheUndoBeforeIt) {
+    readFuel(90);
+    press(1);
+    static_cast<void>(history_.goTo(0));
+    raiseBlock(17, 33);
+    raiseBlock(17, 33);
+    EXPECT_THAT(words(),
+                ElementsAre("Fuel: cell 2 from 90 to 91", "Fuel: undone: 1 step", "Fuel: block 18 to 34 up by 2"));
+}
+
+TEST_F(MapHistoryTest, TheCellsOfAnUndoHadReachedTheEngineIfAnyOfItsStepsDid) {
+    readFuel(90);
+    press(17);
+    press(17);
+    history_.reachedEngine({kFuel, 17});
+    press(18);
+    static_cast<void>(history_.goTo(0));
+    press(5);
+    EXPECT_THAT(history_.goTo(4), IsEmpty());
+    EXPECT_THAT(history_.goTo(3), ElementsAre(CellPlace{kFuel, 17}));
+    EXPECT_THAT(history_.goTo(4), ElementsAre(CellPlace{kFuel, 17}));
+}
+
+// The box may have been unticked at one of the walks: the engine gets what the map has.
+TEST_F(MapHistoryTest, AnUndoThatChangedNoByteIsAStepIfTheEngineMayHaveAnother) {
+    readFuel(90);
+    press(17);
+    history_.reachedEngine({kFuel, 17});
+    press(17, -1);
+    static_cast<void>(history_.goTo(0));
+    press(5);
+    EXPECT_EQ(history_.count(), 4U);
+    static_cast<void>(history_.goTo(3));
+    EXPECT_THAT(history_.goTo(2), ElementsAre(CellPlace{kFuel, 17}));
+}
+
+TEST_F(MapHistoryTest, WhatNobodyNotedKeepsTheUndoneStepsToo) {
+    readFuel(90);
+    press(17);
+    static_cast<void>(history_.goTo(0));
+    tables_.FuelMapOut[3] = 7;
+    static_cast<void>(history_.goTo(1));
+    EXPECT_THAT(words(), ElementsAre("Fuel: cell 18 from 90 to 91", "Fuel: undone: 1 step",
+                                     "Fuel: changed by a script, 1 cell"));
+    EXPECT_EQ(fuel(17), 91);
+    EXPECT_EQ(fuel(3), 90);
+}
+
+TEST_F(MapHistoryTest, AFirstReadLeavesUndoneStepsToBeDoneAgain) {
+    readFuel(90);
+    press(17);
+    static_cast<void>(history_.goTo(0));
+    read(EditedMap::Ignition, 0, 160, 30);
+    EXPECT_EQ(history_.place(), 0U);
+    static_cast<void>(history_.goTo(1));
+    EXPECT_EQ(fuel(17), 91);
+    EXPECT_EQ(tables_.IgnMapOut[0], 30);
+}
+
+TEST_F(MapHistoryTest, APlaceThatItDoesNotHaveIsAnError) {
+    readFuel(90);
+    press(1);
+    EXPECT_EQ(support::errorOf([&] { static_cast<void>(history_.goTo(2)); }), platform::kErrorSubscript);
+    EXPECT_EQ(history_.place(), 1U);
+}
+
+TEST_F(MapHistoryTest, EqualCommandsDownAreOneStepToo) {
+    readFuel(90);
+    for (int i = 0; i < 2; ++i) {
+        const MapHistory::Change change(&history_, Cause::cells(Kind::BlockDown, kFuel, 0, 1));
+        --tables_.FuelMapOut[0];
+        --tables_.FuelMapOut[1];
+    }
+    EXPECT_THAT(words(), ElementsAre("Fuel: block 1 to 2 down by 2"));
+}
+
+// Sent by a wait, in which other steps came.
+TEST_F(MapHistoryTest, TheByteThatReachedTheEngineIsThatOfTheNewestStepOfItsCell) {
+    readFuel(90);
+    press(17);
+    press(17);
+    for (std::size_t cell = 100; cell < 115; ++cell) {
+        press(cell);
+    }
+    history_.reachedEngine({kFuel, 17});
+    EXPECT_THAT(history_.goTo(2), IsEmpty());
+    EXPECT_THAT(history_.goTo(1), ElementsAre(CellPlace{kFuel, 17}));
+    EXPECT_THAT(history_.goTo(0), IsEmpty());
+}
+
+TEST_F(MapHistoryTest, TheByteOfAStepThatIsUndoneDoesNotReachTheEngine) {
+    readFuel(90);
+    press(17);
+    press(17);
+    static_cast<void>(history_.goTo(1));
+    history_.reachedEngine({kFuel, 17});
+    EXPECT_THAT(history_.goTo(2), IsEmpty());
+    static_cast<void>(history_.goTo(1));
+    EXPECT_THAT(history_.goTo(0), ElementsAre(CellPlace{kFuel, 17}));
+}
+
+TEST_F(MapHistoryTest, AWalkNamesACellIfAnyOfItsStepsHadReachedTheEngine) {
+    readFuel(90);
+    press(17);
+    history_.reachedEngine({kFuel, 17});
+    press(17);
+    EXPECT_THAT(history_.goTo(0), ElementsAre(CellPlace{kFuel, 17}));
+    EXPECT_THAT(history_.goTo(2), ElementsAre(CellPlace{kFuel, 17}));
+}
+
+TEST_F(MapHistoryTest, ObserversAreToldOfEachStepAndOfEachWalk) {
+    readFuel(90);
+    int told = 0;
+    const support::PropertyWatch watch(history_, &history_, [&] { ++told; });
+    press(17);
+    EXPECT_EQ(told, 1);
+    static_cast<void>(history_.goTo(0));
+    EXPECT_EQ(told, 2);
+    history_.look();
+    EXPECT_EQ(told, 2);
+}
+
+TEST_F(MapHistoryTest, ObserversAreToldOfTheMapsThatAWalkHasChanged) {
+    readFuel(90);
+    read(EditedMap::Pwm, 0, 160, 10);
+    press(17);
+    tables_.PwmMapOut[70] = 11;
+    history_.look();
+    std::string told;
+    const support::PropertyWatch watch(history_, history_.mapsProperty(), [&] {
+        told += history_.isNew(kFuel) ? "fuel " : "";
+        told += history_.isNew(EditedMap::Ignition) ? "ignition " : "";
+        told += history_.isNew(EditedMap::Pwm) ? "PWM " : "";
+    });
+    static_cast<void>(history_.goTo(1));
+    EXPECT_EQ(told, "PWM ");
+    static_cast<void>(history_.goTo(0));
+    EXPECT_EQ(told, "PWM fuel ");
+    EXPECT_FALSE(history_.isNew(kFuel));
+    static_cast<void>(history_.goTo(2));
+    EXPECT_EQ(told, "PWM fuel fuel PWM ");
+}
+
+TEST_F(MapHistoryTest, AMapIsNewUntilTheOuterWalkIsThrough) {
+    readFuel(90);
+    read(EditedMap::Pwm, 0, 160, 10);
+    press(17);
+    tables_.PwmMapOut[70] = 11;
+    history_.look();
+    int told = 0;
+    const support::PropertyWatch first(history_, history_.mapsProperty(), [&] {
+        if (++told == 1) {
+            static_cast<void>(history_.goTo(0));
+            EXPECT_TRUE(history_.isNew(EditedMap::Pwm)) << "the windows behind this one draw it yet";
+        } else {
+            EXPECT_TRUE(history_.isNew(EditedMap::Pwm));
+            EXPECT_TRUE(history_.isNew(kFuel));
+        }
+    });
+    static_cast<void>(history_.goTo(1));
+    EXPECT_EQ(told, 2);
+    EXPECT_FALSE(history_.isNew(kFuel));
+    EXPECT_FALSE(history_.isNew(EditedMap::Pwm));
+}
+
+TEST_F(MapHistoryTest, OfAChangeThatNobodyShowsTheWindowsAreTold) {
+    const auto isTold = [&](Kind kind) {
+        bool told = false;
+        const support::PropertyWatch watch(history_, history_.mapsProperty(), [&] { told = history_.isNew(kFuel); });
+        ++tables_.FuelMapOut[3];
+        history_.noted({kind});
+        return told;
+    };
+    for (const auto kind : {Kind::RevertCell, Kind::RevertBlock, Kind::Restore, Kind::Copy}) {
+        EXPECT_TRUE(isTold(kind));
+    }
+    for (const auto kind : {Kind::Script, Kind::KeyUp, Kind::BlockUp, Kind::Scaling, Kind::File, Kind::Agent}) {
+        EXPECT_FALSE(isTold(kind));
+    }
+}
+
+TEST_F(MapHistoryTest, IsHeldAsLongAsAnyHoldExists) {
+    EXPECT_FALSE(history_.isHeld());
+    {
+        const MapHistory::Hold one(&history_);
+        { const MapHistory::Hold other(&history_); }
+        EXPECT_TRUE(history_.isHeld());
+    }
+    EXPECT_FALSE(history_.isHeld());
+    const MapHistory::Hold nobody(nullptr);
 }
 
 TEST_F(MapHistoryTest, WhatNobodyNotedIsAStepAtTheNextNote) {
@@ -222,6 +499,16 @@ TEST_F(MapHistoryTest, AnotherReadTwoSecondsLaterIsAStepOfItsOwn) {
     pass(2001);
     readFuel(92);
     EXPECT_EQ(history_.count(), 2U);
+}
+
+TEST_F(MapHistoryTest, AReadBehindAKeyIsAStepOfItsOwn) {
+    readFuel(90);
+    rest();
+    readFuel(91);
+    press(17);
+    readFuel(93);
+    EXPECT_THAT(words(), ElementsAre("Fuel: read from the ECU, 160 cells", "Fuel: cell 18 from 91 to 92",
+                                     "Fuel: read from the ECU, 160 cells"));
 }
 
 TEST_F(MapHistoryTest, AFileIsOneStepForAllMaps) {
@@ -321,31 +608,33 @@ TEST_F(MapHistoryTest, TenThousandStepsOfAllCellsAreKeptAndTheOldestAreDroppedBe
     EXPECT_EQ(fuel(319), static_cast<int>(1 + (oldest - 1) % 200));
 }
 
-// Any sequence of changes and walks, against a plain list of whole copies.
+// Any sequence of changes and walks, against a plain list of whole copies. Nothing of it is ever dropped: an undo is
+// behind what it has undone.
 class Copies {
 public:
     explicit Copies(MapImages& tables) : tables_(tables) { all_.push_back(tables); }
 
     void note() {
-        if (differs()) {
-            all_.resize(place_ + 1);
-            all_.push_back(tables_);
-            ++place_;
+        if (!differs()) {
+            return;
         }
+        if (!same(all_[place_], all_.back())) {
+            all_.push_back(all_[place_]);
+        }
+        all_.push_back(tables_);
+        place_ = count();
     }
     void goTo(std::size_t place) { place_ = place; }
-    [[nodiscard]] bool differs() const {
-        for (const auto map : kWorkingMaps) {
-            if (all_[place_].*map != tables_.*map) {
-                return true;
-            }
-        }
-        return false;
-    }
+    [[nodiscard]] bool differs() const { return !same(all_[place_], tables_); }
     [[nodiscard]] std::size_t count() const { return all_.size() - 1; }
     [[nodiscard]] std::size_t place() const { return place_; }
 
 private:
+    static bool same(const MapImages& one, const MapImages& other) {
+        return std::all_of(kWorkingMaps.begin(), kWorkingMaps.end(),
+                           [&](const auto map) { return one.*map == other.*map; });
+    }
+
     MapImages& tables_;
     std::vector<MapImages> all_;
     std::size_t place_ = 0;
@@ -390,7 +679,6 @@ TEST(MapStepTest, WordsOfEachCause) {
         return words(Cause::cells(kind, EditedMap::Ignition, 16, 33), times);
     };
     EXPECT_EQ(words({Kind::KeyDown}), "Ignition, PWM: cell 18 from 90 to 93");
-    EXPECT_EQ(block(Kind::BlockDown, 4), "Ignition, PWM: block 17 to 34 down by 4");
     EXPECT_EQ(block(Kind::BlockLevel), "Ignition, PWM: block 17 to 34 levelled");
     EXPECT_EQ(block(Kind::BlockFill), "Ignition, PWM: block 17 to 34 filled with 93");
     EXPECT_EQ(block(Kind::RevertBlock), "Ignition, PWM: block 17 to 34 reverted");
@@ -398,6 +686,35 @@ TEST(MapStepTest, WordsOfEachCause) {
     EXPECT_EQ(words({Kind::Scaling}), "Ignition, PWM: injectors rescaled, 2 cells");
     EXPECT_EQ(words({Kind::Restore}), "Ignition, PWM: restored from a restore point, 2 cells");
     EXPECT_EQ(words({Kind::Copy}), "Ignition, PWM: copied from a comparison, 2 cells");
+}
+
+TEST(MapStepTest, WithoutCellsThereAreNoWords) {
+    EXPECT_EQ(MapStep().words(), "");
+}
+
+TEST(MapStepTest, OneCellIsCalledOne) {
+    MapStep step;
+    step.cause.kind = Kind::Copy;
+    step.cells.emplace_back(CellPlace{kFuel, 16}, 90, 86);
+    EXPECT_EQ(step.words(), "Fuel: copied from a comparison, 1 cell");
+}
+
+// A count in each cell of the block for each press, but for cells at the end of their range.
+TEST(MapStepTest, WordsOfABlockThatWentUpOrDown) {
+    MapStep step;
+    step.cause = Cause::cells(Kind::BlockDown, EditedMap::Ignition, 16, 17);
+    step.times = 4;
+    step.cells.emplace_back(CellPlace{EditedMap::Ignition, 16}, 90, 86);
+    EXPECT_EQ(step.words(), "Ignition: block 17 to 18 down by at most 4");
+    step.cells.emplace_back(CellPlace{EditedMap::Ignition, 17}, 3, 0);
+    EXPECT_EQ(step.words(), "Ignition: block 17 to 18 down by at most 4");
+    step.cells.back().before = 4;
+    EXPECT_EQ(step.words(), "Ignition: block 17 to 18 down by 4");
+    step.cause.kind = Kind::BlockUp;
+    for (auto& cell : step.cells) {
+        std::swap(cell.before, cell.after);
+    }
+    EXPECT_EQ(step.words(), "Ignition: block 17 to 18 up by 4");
 }
 
 }  // namespace

@@ -89,5 +89,18 @@ TEST_F(AnswersTest, ASaveHasNoAnswer) {
     EXPECT_FALSE(answers.Failed);
 }
 
+TEST_F(AnswersTest, APortThatIsOpenAgainWasClosed) {
+    start();
+    ask(5, 1, false);
+    end();
+    answers.lineOpened();
+    EXPECT_EQ(text(), "Parameters: the port was closed");
+    EXPECT_TRUE(answers.Failed);
+    start();
+    ask(5, 1, false);
+    EXPECT_EQ(text(), "Parameters: the port is closed");
+    end();
+}
+
 }  // namespace
 }  // namespace korvane::fields

@@ -122,6 +122,42 @@ TEST_F(BoxMarksTest, ObserversHearOfTheBoxWhoseMarkMayHaveChanged) {
     EXPECT_THAT(ear.heard, testing::ElementsAre(&txtDelay_, &txtDelay_));
 }
 
+TEST_F(BoxMarksTest, ATextThatCountsAsAnotherNumberStaysMarkedBehindASave) {
+    hear(5);
+    txtDelay_.Text = "12x";
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_EQ(marks_.note(txtDelay_), "Not saved: the ECU last sent 5. Counts as 12");
+    save();
+    EXPECT_EQ(delay(), Mark::Misread);
+    EXPECT_EQ(marks_.note(txtDelay_), "Saved, not read back: the ECU last sent 5. Counts as 12");
+    marks_.confirmed(txtDelay_);
+    EXPECT_EQ(delay(), Mark::Misread);
+    EXPECT_EQ(marks_.note(txtDelay_), "Saved and read back. Counts as 12");
+    hear(12);
+    EXPECT_EQ(delay(), Mark::None);
+    EXPECT_EQ(marks_.note(txtDelay_), "");
+}
+
+TEST_F(BoxMarksTest, CountsTheBoxesThatAreNotSaved) {
+    EXPECT_EQ(marks_.unsaved(), 0) << "as they are made";
+    hear(5);
+    txtDelay_.Text = "7";
+    txtLimit_.Text = "7000";
+    own_.Text = "9";
+    EXPECT_EQ(marks_.unsaved(), 2);
+    save();
+    EXPECT_EQ(marks_.unsaved(), 1);
+}
+
+TEST(IsPlainNumber, IsANumberAndNothingElse) {
+    for (const char* text : {"0", "12", " 12 ", "-3", "+4.5", ".5", "5.", "007"}) {
+        EXPECT_TRUE(isPlainNumber(text)) << text;
+    }
+    for (const char* text : {"", " ", "12x", "1 2", "7,9", "1.2.3", "-", ".", "--1", "12 rpm", "1e3"}) {
+        EXPECT_FALSE(isPlainNumber(text)) << text;
+    }
+}
+
 TEST(CountsAsZero, IsWhatIsNoNumberAndNoZero) {
     for (const char* text : {"", " ", "words", "-", ".", ",5", "0,5", "e9", "x1", "0x10"}) {
         EXPECT_TRUE(countsAsZero(text)) << text;

@@ -117,5 +117,13 @@ TEST_F(SaveReportTest, TellsOfTheSaveThatWasBegunLast) {
     EXPECT_EQ(saved(), "Delay: 1 value sent; nothing has come back yet");
 }
 
+TEST_F(SaveReportTest, APortThatIsOpenAgainWasClosed) {
+    panel_.MSComm1.setPortOpen(false);
+    saved();
+    report_.lineOpened();
+    EXPECT_EQ(report_.Text.get(), "Launch: nothing sent, the port was closed");
+    EXPECT_EQ(saved(), "Launch: nothing sent, the port is closed");
+}
+
 }  // namespace
 }  // namespace korvane::fields

@@ -71,5 +71,34 @@ TEST_F(VerifyReportTest, SendsAgainWhatHasFailedAndNothingElse) {
     EXPECT_EQ(sent, "f");
 }
 
+struct Told : controls::Object {};
+
+TEST_F(VerifyReportTest, WhatWasVerifiedIsSoUntilTheEcuHasSomethingElse) {
+    Told ecu;
+    int has = 5;
+    const int fuel = report_.begin("Fuel", {});
+    report_.end(report_.begin("Misc", {}), "verified", false);
+    report_.end(fuel, "verified", false);
+    report_.holdsWhile(fuel, ecu, [&has] { return has == 5; });
+    ecu.changed(&ecu);
+    EXPECT_EQ(report_.Text.get(), "Fuel: verified; Misc: verified");
+    has = 6;
+    ecu.changed(&ecu);
+    EXPECT_EQ(report_.Text.get(), "Fuel: verified before the last changes; Misc: verified");
+    has = 5;
+    ecu.changed(&ecu);
+    EXPECT_EQ(report_.Text.get(), "Fuel: verified before the last changes; Misc: verified");
+    report_.end(report_.begin("Fuel", {}), "verified", false);
+    EXPECT_EQ(report_.Text.get(), "Fuel: verified");
+}
+
+TEST_F(VerifyReportTest, APortThatIsOpenAgainWasClosed) {
+    report_.end(report_.begin("Fuel", {}), notVerified(link::ReadEnd::Closed), true);
+    EXPECT_EQ(report_.Text.get(), "Fuel: not verified: the port is closed");
+    report_.lineOpened();
+    EXPECT_EQ(report_.Text.get(), "Fuel: not verified: the port was closed");
+    EXPECT_TRUE(report_.Failed);
+}
+
 }  // namespace
 }  // namespace korvane::fields

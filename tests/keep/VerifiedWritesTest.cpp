@@ -380,5 +380,22 @@ TEST_F(VerifiedWrites, WithoutTheChoiceNoSaveIsReadBack) {
     EXPECT_EQ(misc.verifyReport().Text.get(), "");
 }
 
+TEST_F(VerifiedWrites, ARealtimeStepEndsWhatWasVerified) {
+    Run run;
+    auto& maps = run.open<maps::FrmMaps>();
+    run.verify();
+    maps.btnWriteFuel.press();
+    maps.btnWriteIgn.press();
+    run.pump.wait(100);
+    EXPECT_EQ(resultOf(maps), "Ignition: verified");
+    maps.btnWriteFuel.press();
+    EXPECT_EQ(resultOf(maps), "Fuel: verified");
+    run.window.linkState.frameReceived('R', run.pump.now());
+    maps.chkOnlineChanges.Value = 1;
+    maps.setFocus(&maps.fuel(3));
+    maps.fuel(3).keyDown(controls::kKeyPlus, 0);
+    EXPECT_EQ(resultOf(maps), "Fuel: verified before the last changes");
+}
+
 }  // namespace
 }  // namespace korvane::keep

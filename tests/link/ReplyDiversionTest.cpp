@@ -239,6 +239,120 @@ TEST_F(StoreTest, WhatWasNotOrderedIsLostWithARestart) {
     EXPECT_EQ(map_.store(), Store::Nothing);
 }
 
+TEST_F(StoreTest, OfAMapThatWasOnlyReadItIsNotKnown) {
+    read(5);
+    EXPECT_EQ(map_.store(), Store::Unknown);
+    map_.restarted();
+    EXPECT_EQ(map_.store(), Store::AsStored);
+    read(5);
+    EXPECT_EQ(map_.store(), Store::AsStored);
+    map_.reconnected();
+    EXPECT_EQ(map_.store(), Store::Unknown);
+    map_.changed(3, 6);
+    EXPECT_EQ(map_.store(), Store::NotOrdered);
+}
+
+TEST_F(StoreTest, AfterARestartTheEcuRunsOnWhatIsStoredThoughNothingWasRead) {
+    map_.restarted();
+    EXPECT_EQ(map_.store(), Store::AsStored);
+}
+
+TEST_F(StoreTest, OneCellThatWasSentAloneIsLostWithARestartThoughTheMapBeforeItWasStored) {
+    read(5);
+    send(9);
+    map_.acknowledged(0);
+    map_.stored();
+    map_.changed(3, 10);
+    map_.restarted();
+    EXPECT_EQ(map_.store(), Store::Lost);
+    EXPECT_EQ(map_.working(3), 9);
+}
+
+// A new connection is no restart: only a read tells which byte the ECU runs on.
+TEST_F(StoreTest, OverANewConnectionAReadTellsWhetherWhatWasNotStoredIsStillThere) {
+    for (const bool still : {true, false}) {
+        EcuMap map;
+        map.read(0, Bytes(160, 5));
+        map.changed(3, 9);
+        map.reconnected();
+        EXPECT_EQ(map.store(), Store::InDoubt);
+        EXPECT_EQ(map.working(3), 5);
+        map.read(0, Bytes(3, 5));
+        EXPECT_EQ(map.store(), Store::InDoubt);
+        map.read(3, Bytes(1, still ? 9 : 5));
+        EXPECT_EQ(map.store(), still ? Store::NotOrdered : Store::Lost);
+        EXPECT_EQ(map.working(3), still ? 9 : 5);
+        EXPECT_EQ(map.kept(3), 5);
+    }
+}
+
+TEST_F(StoreTest, OverSeveralConnectionsItStaysInDoubt) {
+    read(5);
+    map_.changed(3, 9);
+    map_.reconnected();
+    map_.reconnected();
+    EXPECT_EQ(map_.store(), Store::InDoubt);
+    read(9);
+    EXPECT_EQ(map_.store(), Store::NotOrdered);
+    EXPECT_EQ(map_.kept(3), 5);
+}
+
+TEST_F(StoreTest, ARestartEndsTheDoubt) {
+    read(5);
+    map_.changed(3, 9);
+    map_.reconnected();
+    map_.restarted();
+    EXPECT_EQ(map_.store(), Store::Lost);
+    read(9);  // stored by somebody else
+    EXPECT_EQ(map_.store(), Store::Lost);
+    EXPECT_EQ(map_.kept(3), 9);
+}
+
+TEST_F(StoreTest, ASendEndsTheDoubt) {
+    read(5);
+    map_.changed(3, 9);
+    map_.reconnected();
+    send(9);
+    map_.acknowledged(0);
+    map_.stored();
+    EXPECT_EQ(map_.store(), Store::Acknowledged);
+    read(9);
+    EXPECT_EQ(map_.store(), Store::Acknowledged);
+    EXPECT_EQ(map_.kept(3), 9);
+}
+
+TEST_F(StoreTest, OfADoubtfulByteTheOrderToStoreStoresItToo) {
+    read(5);
+    map_.changed(3, 9);
+    map_.reconnected();
+    map_.changed(4, 9);
+    map_.stored();
+    read(9);
+    EXPECT_EQ(map_.kept(3), 9);
+}
+
+TEST_F(StoreTest, ANewConnectionIsNoRestartThatShowsWhatWasStored) {
+    send(9);
+    map_.acknowledged(0);
+    map_.stored();
+    map_.reconnected();
+    read(9);
+    EXPECT_EQ(map_.store(), Store::Acknowledged);
+}
+
+TEST_F(StoreTest, WhatTheEepromGotByOtherWaysIsNothingThatWasSent) {
+    read(5);
+    map_.keeps(3, 9);
+    map_.reconnected();
+    EXPECT_EQ(map_.store(), Store::Unknown);
+    read(5);
+    EXPECT_EQ(map_.store(), Store::Unknown);
+    EXPECT_EQ(map_.kept(3), 9);
+    map_.restarted();
+    EXPECT_EQ(map_.store(), Store::AsStored);
+    EXPECT_EQ(map_.working(3), 9);
+}
+
 TEST_F(StoreTest, CellsThatTheEepromDoesNotKeepSayNothing) {
     EcuMap pwm{64};
     pwm.sending(61, 9);

@@ -50,8 +50,20 @@ TEST(StatusWords, WhatHasBecomeOfWhatWasSentIsToldMapByMap) {
     EXPECT_EQ(words(Store::Ordered, Store::Acknowledged),
               "Sent fuel: told to store, not acknowledged; sent PWM: acknowledged, told to store");
     EXPECT_EQ(words(Store::Seen, Store::Lost),
-              "Sent fuel: stored, seen after a restart; sent PWM: never told to store");
+              "Sent fuel: stored, seen after a restart; sent PWM: not stored, gone with the restart");
     EXPECT_EQ(words(Store::NotKept, Store::Nothing), "Sent fuel: not stored, seen after a restart");
+    EXPECT_EQ(words(Store::InDoubt, Store::Nothing), "Sent fuel: not told to store, perhaps gone");
+    EXPECT_EQ(words(Store::AsStored, Store::Unknown), "");
+}
+
+TEST(StatusWords, MapsThatWereOnlyReadAreNamed) {
+    using link::Store;
+    const auto words = [](Store fuel, Store pwm) {
+        return unknownWords(std::vector<StoreOfMap>{{"fuel", fuel}, {"PWM", pwm}});
+    };
+    EXPECT_EQ(words(Store::Unknown, Store::Unknown), "Not known whether stored: fuel, PWM");
+    EXPECT_EQ(words(Store::AsStored, Store::Unknown), "Not known whether stored: PWM");
+    EXPECT_EQ(words(Store::NotOrdered, Store::Nothing), "");
 }
 
 class MapStatusTest : public GridEditingTest {

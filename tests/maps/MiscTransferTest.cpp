@@ -1,4 +1,5 @@
 #include "TransferBench.h"
+#include "maps/panes/MapStatus.h"
 #include "support/PropertyWatch.h"
 
 namespace korvane::maps {
@@ -249,6 +250,76 @@ TEST_F(MiscSend, EndsAtAnOffsetThatIsNoByte) {
         EXPECT_EQ(window_.Caption.get(), "Overflow");
         EXPECT_THAT(sent(), ElementsAre('M', 0x34, 0x21, 0x28, 0x23, 0x21, 0x80));
     }
+}
+
+class MarkedMisc : public Misc {
+protected:
+    MarkedMisc() {
+        link::MiscBytes block{};
+        std::copy(tables_.MiscBlock.begin() + 1, tables_.MiscBlock.begin() + 10, block.begin());
+        main_.ecuMisc.has(block);
+    }
+    [[nodiscard]] MiscMarks& marks() { return window_.miscMarks(); }
+    [[nodiscard]] std::string unsent() { return statusOf(window_).unsent; }
+};
+
+TEST_F(MarkedMisc, BoxesThatWereNeverFilledHaveNoMark) {
+    EXPECT_EQ(marks().count(), 0);
+}
+
+TEST_F(MarkedMisc, ABoxThatDiffersFromTheEcuIsMarkedAndCounted) {
+    window_.LoadMisc(true);
+    EXPECT_EQ(marks().count(), 0);
+    EXPECT_EQ(unsent(), "");
+    window_.txtMisc(0).Text = "8000";
+    window_.CheckMisc(5).Value = 0;
+    window_.CheckMisc(15).Value = 1;
+    window_.optINJMaxOpen(1).Value = true;
+    window_.optINJMaxOpen(0).Value = false;
+    EXPECT_EQ(marks().numberNote(0), "Not sent: the ECU has 8500");
+    EXPECT_EQ(marks().numberNote(1), "");
+    EXPECT_EQ(marks().bitNote(5), "Not sent: ticked in the ECU");
+    EXPECT_EQ(marks().bitNote(15), "Not sent: not ticked in the ECU");
+    EXPECT_EQ(marks().openingNote(), "Not sent: the ECU has 4.4ms");
+    EXPECT_EQ(unsent(), "Not sent: 4 misc");
+    window_.txtMisc(0).Text = "8500";
+    EXPECT_EQ(marks().numberNote(0), "");
+}
+
+// The tool-tip has the count that is sent.
+TEST_F(MarkedMisc, TheIgnitionOffsetIsMarkedByItsCountAndByItsText) {
+    window_.LoadMisc(true);
+    window_.txtMisc(3).ToolTipText = "150";
+    EXPECT_EQ(marks().numberNote(3), "Not sent: the ECU has 2.5");
+    window_.txtMisc(3).ToolTipText = "153";
+    EXPECT_EQ(marks().numberNote(3), "");
+    window_.txtMisc(3).Text = "3";
+    EXPECT_EQ(marks().count(), 1);
+}
+
+TEST_F(MarkedMisc, ASendTakesTheMarksAway) {
+    openPort();
+    window_.LoadMisc(true);
+    window_.txtMisc(0).Text = "8000";
+    int told = 0;
+    const support::PropertyWatch watch(marks(), &marks(), [&] { ++told; });
+    window_.btnSaveMisc.press();
+    EXPECT_EQ(marks().count(), 0);
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(MarkedMisc, WhatTheEcuTellsOfALimitAloneCounts) {
+    window_.LoadMisc(true);
+    window_.UpdateReadEE(7000, tables_.addresses.RPM_LIMIT_LOW_OFF, true);
+    EXPECT_EQ(window_.txtMisc(0).Text.get(), "7000");
+    EXPECT_EQ(marks().count(), 0);
+}
+
+TEST_F(MarkedMisc, WhatWasKnownStaysWithAnotherConnection) {
+    window_.LoadMisc(true);
+    window_.txtMisc(0).Text = "8000";
+    main_.ecuMisc.forget();
+    EXPECT_EQ(marks().count(), 1);
 }
 
 }  // namespace

@@ -334,5 +334,27 @@ TEST_F(TransferWatchTest, SendsNothingItself) {
     EXPECT_EQ(sent(), Bytes{'f'});
 }
 
+TEST_F(TransferWatchTest, AReadAndASendOfOneMapAreToldApart) {
+    openPort();
+    window_.btnReadFuel.press();
+    at(static_cast<int>(now()) + 100, [this] { hear('F', kTaken); });
+    window_.btnWriteFuel.press();
+    EXPECT_EQ(text(), "Fuel read: waiting; Fuel send: acknowledged");
+    hear('f', kHalf);
+    EXPECT_EQ(text(), "Fuel read: complete; Fuel send: acknowledged");
+}
+
+TEST_F(TransferWatchTest, APortThatIsOpenAgainWasClosed) {
+    openPort();
+    window_.btnReadFuel.press();
+    main_.MSComm1.setPortOpen(false);
+    EXPECT_EQ(text(), "Fuel: the port is closed");
+    main_.MSComm1.setPortOpen(true);
+    EXPECT_EQ(text(), "Fuel: the port was closed");
+    EXPECT_TRUE(window_.line().watch().Failed);
+    main_.MSComm1.setPortOpen(false);
+    EXPECT_EQ(text(), "Fuel: the port was closed");
+}
+
 }  // namespace
 }  // namespace korvane::maps

@@ -6,6 +6,8 @@
 
 #include "maps/MapForm.h"
 #include "maps/history/FrmHistory.h"
+#include "maps/panes/MapStatus.h"
+#include "support/EcuDevice.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::maps {
@@ -416,6 +418,206 @@ TEST_F(HistoryTest, TheListsOrdersAreSentWhileTheBoxOfTheMapWindowIsTicked) {
     static_cast<void>(sent());
     list.btnUndo.press();
     EXPECT_EQ(sent(), fuelCell(1, 90));
+}
+
+TEST_F(HistoryTest, AStrayKeyBehindAnUndoLosesNothing) {
+    auto& form = openMaps();
+    press(form.fuel(1), kKeyPlus);
+    press(form.fuel(2), kKeyPlus);
+    undo(form.fuel(1));
+    undo(form.fuel(1));
+    press(form.fuel(9), kKeyPlus);
+    EXPECT_EQ(steps().at(2), "Fuel: undone: 2 steps");
+    undo(form.fuel(1));
+    undo(form.fuel(1));
+    EXPECT_EQ(form.HistoryNote.get(), "Undone: Fuel: undone: 2 steps");
+    EXPECT_EQ(fuel(1), 91);
+    EXPECT_EQ(fuel(2), 91);
+    EXPECT_EQ(fuel(9), 90);
+}
+
+TEST_F(HistoryTest, TheEngineFollowsAnUndoThatIsUndone) {
+    auto& form = openMaps();
+    form.chkOnlineChanges.Value = 1;
+    press(form.fuel(17), kKeyPlus);
+    undo(form.fuel(17));
+    press(form.fuel(9), kKeyPlus);
+    static_cast<void>(sent());
+    undo(form.fuel(17));
+    EXPECT_EQ(sent(), fuelCell(9, 90));
+    undo(form.fuel(17));
+    EXPECT_EQ(sent(), fuelCell(17, 91));
+    EXPECT_EQ(window.ecuMaps.fuel.working(17), 91);
+}
+
+TEST_F(HistoryTest, AStepOfTheIgnitionMapIsFollowedByItsOwnCommand) {
+    auto& form = openMaps();
+    receiveFrame('a', Bytes(160, 30));
+    form.chkOnlineChanges.Value = 1;
+    press(form.ign(5), kKeyPlus);
+    static_cast<void>(sent());
+    undo(form.ign(5));
+    EXPECT_EQ(sent(), (Bytes{0x69, 5, 5, 30, 30, 0x96}));
+    EXPECT_EQ(window.ecuMaps.ignition.working(5), 30);
+}
+
+TEST_F(HistoryTest, AStepOfThePwmTableIsNeverSentByItself) {
+    auto& form = openMaps();
+    form.chkOnlineChanges.Value = 1;
+    press(form.pwm(70), kKeyPlus);
+    EXPECT_EQ(tables.PwmMapOut[70], 1);
+    undo(form.pwm(70));
+    EXPECT_EQ(tables.PwmMapOut[70], 0);
+    redo(form.pwm(70));
+    EXPECT_EQ(tables.PwmMapOut[70], 1);
+    EXPECT_THAT(sent(), IsEmpty());
+}
+
+// A correction goes out whether the box is ticked or not.
+TEST_F(HistoryTest, TheAgentsRunIsAnEditThatWasNotSentIfItIsUndoneWithTheBoxUnticked) {
+    auto& form = openMaps();
+    tables.FuelMapOut[0] = 110;
+    program.history().look();
+    program.analyser().SmoothFuelMap();
+    rest();
+    static_cast<void>(sent());
+    undo(form.fuel(0));
+    EXPECT_THAT(sent(), IsEmpty());
+    EXPECT_EQ(fuel(1), 90);
+}
+
+TEST_F(HistoryTest, WhileAMapIsSentNobodyWalks) {
+    auto& form = openMaps();
+    press(form.fuel(1), kKeyPlus);
+    press(form.fuel(2), kKeyPlus);
+    undo(form.fuel(1));
+    program.undo().showList();
+    auto& list = dynamic_cast<FrmHistory&>(*windows.loaded().back());
+    constexpr auto kWords = "Not while a map is being sent";
+    bool seen = false;
+    at(static_cast<int>(pump.milliseconds()) + 100, [&] {
+        seen = true;
+        undo(form.fuel(1));
+        EXPECT_EQ(form.HistoryNote.get(), kWords);
+        form.HistoryNote = "";
+        redo(form.fuel(1));
+        EXPECT_EQ(form.HistoryNote.get(), kWords);
+        form.HistoryNote = "";
+        press(form.fuel(1), kKeyBackspace, kControlMask);
+        EXPECT_EQ(form.HistoryNote.get(), kWords);
+        for (auto* const button : {&list.btnUndo, &list.btnRedo}) {
+            list.lblNote.Caption = "";
+            button->press();
+            EXPECT_EQ(list.lblNote.Caption.get(), kWords);
+        }
+        list.lblNote.Caption = "";
+        list.lstSteps.choose(0);
+        EXPECT_EQ(list.lblNote.Caption.get(), kWords);
+        EXPECT_EQ(program.history().place(), 1U);
+        EXPECT_EQ(fuel(1), 91);
+    });
+    form.btnWriteFuel.press();
+    EXPECT_TRUE(seen);
+    undo(form.fuel(1));
+    EXPECT_EQ(fuel(1), 90);
+}
+
+TEST_F(HistoryTest, WhileAMapIsReadBackTheTunerMayWalk) {
+    auto& form = openMaps();
+    press(form.fuel(1), kKeyPlus);
+    form.verifySwitch().On = true;
+    at(static_cast<int>(pump.milliseconds()) + 700, [&] { undo(form.fuel(1)); });
+    form.btnWriteFuel.press();
+    EXPECT_EQ(fuel(1), 90);
+}
+
+// With the virtual ECU. What it stores is one state of the map, whatever is pressed during the send.
+struct HistoryAndEcu : testing::Test {
+    struct Run : support::VirtualProgram {
+        explicit Run(platform::LineDevice* device) : VirtualProgram(device) {
+            connect();
+            pump.wait(1500);
+            program.mapWindows().open();
+            pump.wait(8000);
+        }
+        FrmMaps& form() { return dynamic_cast<FrmMaps&>(*windows.loaded().back()); }
+        // Presses a key so many milliseconds from now.
+        void pressIn(int milliseconds, controls::Control& control, int keyCode) {
+            at(static_cast<int>(pump.milliseconds()) + milliseconds,
+               [&control, keyCode] { HistoryTest::press(control, keyCode, kControlMask); });
+        }
+        // Another byte in each cell of the map, as one step.
+        void raise(core::EditedMap map) {
+            const core::MapHistory::Change change(&program.history(), {core::Cause::Kind::Copy});
+            for (auto& byte : core::workingMap(tables, map)) {
+                byte = static_cast<std::uint8_t>(byte ^ 1);
+            }
+        }
+    };
+};
+
+Bytes storedBy(const support::EcuDevice& ecu, std::size_t first, std::size_t count) {
+    const auto cells = ecu.eeprom().subspan(first, count);
+    return {cells.begin(), cells.end()};
+}
+
+constexpr std::size_t kFuelPlace = 16;  // in the EEPROM of this ECU
+constexpr std::size_t kPwmPlace = 400;
+constexpr std::size_t kPwmCells = 96;
+
+TEST_F(HistoryAndEcu, GetsOneStateOfAFuelMapThoughUndoIsPressedDuringTheSend) {
+    for (const int moment : {0, 1, 100, 319, 321, 420}) {
+        support::EcuDevice ecu;
+        Run run(&ecu);
+        ASSERT_EQ(Bytes(run.tables.FuelMapOut.begin(), run.tables.FuelMapOut.begin() + 160),
+                  storedBy(ecu, kFuelPlace, 160));
+        run.raise(core::EditedMap::Fuel);
+        const Bytes map(run.tables.FuelMapOut.begin(), run.tables.FuelMapOut.begin() + 160);
+        run.pressIn(moment, run.form().fuel(0), kZ);
+        run.pressIn(moment + 50, run.form().fuel(0), kY);
+        run.form().btnWriteFuel.press();
+        run.pump.wait(1000);
+        EXPECT_EQ(storedBy(ecu, kFuelPlace, 160), map) << moment;
+    }
+}
+
+TEST_F(HistoryAndEcu, GetsOneStateOfAPwmTableThoughUndoIsPressedDuringTheSend) {
+    support::EcuDevice ecu;
+    Run run(&ecu);
+    run.raise(core::EditedMap::Pwm);
+    const Bytes map(run.tables.PwmMapOut.begin() + 64, run.tables.PwmMapOut.begin() + 160);
+    ASSERT_NE(storedBy(ecu, kPwmPlace, kPwmCells), map);
+    run.pressIn(2500, run.form().fuel(0), kZ);
+    run.form().btnSavePWM.press();
+    run.pump.wait(1000);
+    EXPECT_EQ(storedBy(ecu, kPwmPlace, kPwmCells), map);
+}
+
+TEST_F(HistoryAndEcu, ARestartTakesWhatWasSentByRealtimeChangesAndTheWindowSaysSo) {
+    support::EcuDevice ecu;
+    Run run(&ecu);
+    auto& form = run.form();
+    const auto told = [&] { return statusOf(form).store; };
+    EXPECT_EQ(statusOf(form).unknown, "Not known whether stored: fuel, ignition, PWM");
+    EXPECT_EQ(told(), "");
+    form.chkOnlineChanges.Value = 1;
+    HistoryTest::press(form.fuel(17), kKeyPlus);
+    EXPECT_EQ(told(), "Sent fuel: not told to store");
+    run.program.disconnect();
+    run.pump.wait(2000);
+    run.program.connectTo(1);
+    EXPECT_EQ(told(), "Sent fuel: not told to store, perhaps gone");
+    run.pump.wait(2000);
+    form.btnReadFuel.press();
+    run.pump.wait(1000);
+    EXPECT_EQ(told(), "Sent fuel: not told to store");
+    form.btnSavePWM.press();  // ends with a restart
+    run.pump.wait(3000);
+    EXPECT_THAT(told(), testing::HasSubstr("Sent fuel: not stored, gone with the restart"));
+    EXPECT_EQ(statusOf(form).unknown, "");
+    form.btnReadFuel.press();
+    run.pump.wait(1000);
+    EXPECT_THAT(told(), testing::HasSubstr("Sent fuel: not stored, gone with the restart"));
 }
 
 }  // namespace

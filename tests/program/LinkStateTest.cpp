@@ -393,5 +393,82 @@ TEST_F(LinkStateTest, TheIgnitionDebugWindowClosedWhileItPollsLeavesThePausedSta
     EXPECT_EQ(state(), State::Live);
 }
 
+// A line whose polls the test sends itself: while a message box is open nobody does.
+class PollsOfATest : public LinkStateTest {
+protected:
+    PollsOfATest() {
+        open();
+        program_.window.MSComm1.setPortOpen(false);
+        program_.window.MSComm1.setPortOpen(true);
+        poll(true);
+    }
+    void pollFor(int milliseconds, bool answered) {
+        for (int i = 0; i < milliseconds / 10; ++i) {
+            own_.pollSent();
+            if (answered) {
+                own_.frameReceived(kLiveDataFrame, program_.pump.now());
+            }
+            wait(10);
+        }
+    }
+
+    LinkState own_{program_.pump, program_.window.MSComm1, program_.window.TimerRequestData, program_.window.receiver};
+};
+
+TEST_F(PollsOfATest, ALineThatWasLiveIsPausedWhileTheProgramWaits) {
+    pollFor(2000, true);
+    const StateNotes watch(own_, program_.pump);
+    const auto begin = program_.pump.milliseconds();
+    wait(5000);
+    // The last frame came 10 ms before.
+    EXPECT_THAT(watch.notes, ElementsAre(std::to_string(begin + 990) + " paused"));
+    EXPECT_TRUE(own_.programWaits());
+    EXPECT_EQ(nameOf(own_.state()), "paused");
+}
+
+TEST_F(PollsOfATest, BehindTheWaitTheEcuHasTheUsualTimeToAnswer) {
+    pollFor(2000, true);
+    wait(5000);
+    pollFor(990, false);
+    EXPECT_EQ(own_.state(), State::Paused);
+    EXPECT_FALSE(own_.programWaits()) << "it asks";
+    pollFor(10, false);
+    EXPECT_EQ(own_.state(), State::Late);
+}
+
+TEST_F(PollsOfATest, BehindTheWaitAnAnswerIsLive) {
+    pollFor(2000, true);
+    wait(5000);
+    pollFor(20, true);
+    EXPECT_EQ(own_.state(), State::Live);
+}
+
+TEST_F(PollsOfATest, AnEcuThatWasLateBeforeStaysLate) {
+    pollFor(2000, true);
+    pollFor(1500, false);
+    const StateNotes watch(own_, program_.pump);
+    EXPECT_EQ(own_.state(), State::Late);
+    wait(5000);
+    EXPECT_EQ(own_.state(), State::Late);
+    EXPECT_FALSE(own_.programWaits());
+    pollFor(1500, false);
+    EXPECT_THAT(watch.notes, IsEmpty());
+}
+
+// 1500 ms are late; a poll each 500 ms is no pause.
+TEST_F(PollsOfATest, TheLongestIntervalIsNoWait) {
+    program_.window.TimerRequestData.Interval = 500;
+    own_.pollSent();
+    own_.frameReceived(kLiveDataFrame, program_.pump.now());
+    wait(500);
+    own_.pollSent();
+    wait(500);
+    own_.pollSent();
+    wait(499);
+    EXPECT_EQ(own_.state(), State::Live);
+    wait(1);
+    EXPECT_EQ(own_.state(), State::Late);
+}
+
 }  // namespace
 }  // namespace korvane::link

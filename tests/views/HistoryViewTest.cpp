@@ -1,6 +1,7 @@
 // Undo by real keys, and the window that lists the steps.
 #include <QAbstractItemModel>
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
@@ -169,8 +170,10 @@ TEST_F(HistoryViewTest, NewStepsAndDroppedOnesReachTheTable) {
     key(table(), Qt::Key_Z, Qt::ControlModifier);
     form().fuel(4).keyDown(controls::kKeyPlus, 0);
     frame();
-    EXPECT_EQ(table().model()->rowCount(), 3);
-    EXPECT_EQ(cell(2, 2), "Fuel: cell 5 from 90 to 91");
+    EXPECT_EQ(table().model()->rowCount(), 6);
+    EXPECT_EQ(cell(4, 2), "Fuel: undone: 2 steps");
+    EXPECT_EQ(cell(5, 2), "Fuel: cell 5 from 90 to 91");
+    EXPECT_EQ(cell(5, 0), "now");
     for (int i = 0; i < 12'000; ++i) {
         const auto byte = static_cast<std::uint8_t>(1 + i % 200);
         tables.FuelMapOut.fill(byte);
@@ -182,6 +185,29 @@ TEST_F(HistoryViewTest, NewStepsAndDroppedOnesReachTheTable) {
     EXPECT_GT(program.history().dropped(), 0U);
     EXPECT_EQ(table().model()->rowCount(), static_cast<int>(program.history().count()) + 1);
     EXPECT_EQ(cell(0, 2), "Older steps are no longer kept");
+}
+
+// Whatever has the focus: a box, whose text stays as it is, a button, or nothing.
+TEST_F(HistoryViewTest, TheKeysOfTheKeepWindowsWorkInTheSettingsWindow) {
+    window.btnAsetukset.press();
+    auto& settings = program.frmMisc();
+    lookAt(settings);
+    view().activateWindow();
+    frame();
+    auto& box = find<QLineEdit>("txtIdleAdv(0)");
+    const auto expectKey = [&](QWidget& widget, Qt::Key pressed, std::string_view opens) {
+        key(widget, pressed, Qt::ControlModifier);
+        EXPECT_EQ(windows.loaded().back()->name(), opens);
+        static_cast<void>(windows.loaded().back()->unload());
+    };
+    for (QWidget* const widget : std::initializer_list<QWidget*>{&box, &find("btnLoad"), &view()}) {
+        widget->setFocus();
+        const auto text = box.text();
+        expectKey(*widget, Qt::Key_D, "frmCompare");
+        expectKey(*widget, Qt::Key_R, "frmRestore");
+        expectKey(*widget, Qt::Key_H, "frmHistory");
+        EXPECT_EQ(box.text(), text);
+    }
 }
 
 TEST_F(HistoryViewTest, AViewThatOutlivesItsWindowHasNoRows) {

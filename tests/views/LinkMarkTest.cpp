@@ -14,6 +14,7 @@
 #include "views/Events.h"
 #include "views/Views.h"
 #include "views/frame/LinkMark.h"
+#include "views/frame/LinkWords.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Veil.h"
 #include "views/widgets/values/BigFigures.h"
@@ -375,6 +376,20 @@ TEST_F(LinkMarkTest, ABadgeWithoutRoomForItsWordsKeepsItsShape) {
     const QImage image = narrow.grab().toImage();
     EXPECT_NE(image.pixel(image.width() / 2, image.height() / 2), image.pixel(0, 0));
     EXPECT_EQ(image.pixel(image.width() - 1, 0), image.pixel(0, 0)) << "the badge ends there";
+}
+
+// Nobody polls while a box is open.
+TEST_F(LinkMarkTest, ALineIsPausedAndNotLateWhileTheProgramWaits) {
+    open();
+    window.TimerRequestData.Enabled = true;
+    window.TimerRequestData.Interval = 500;
+    pump.wait(600);
+    live();
+    window.TimerRequestData.Tick = [] {};
+    pump.wait(2000);
+    settle();
+    EXPECT_THAT(badge(), HasSubstr("Paused"));
+    EXPECT_THAT(linkTip(window.linkState).toStdString(), HasSubstr("The program waits for an answer in a box"));
 }
 
 }  // namespace

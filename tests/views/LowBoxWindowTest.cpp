@@ -1,10 +1,13 @@
 // The windows of the ignition-only box and of the limiter box on a screen of 1920 by 1080 at 200 %: 960 by 540, less
 // the panel and the title bar.
+#include <QApplication>
 #include <QComboBox>
 #include <QFontInfo>
+#include <QHelpEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
+#include <QToolTip>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -123,6 +126,27 @@ TEST_F(LowBoxWindow, OfTheLimiterShowsEverything) {
                              "FrameInput(0)", "FrameInput(2)", "txtInputFuncVal(2)"}) {
         EXPECT_TRUE(isInView(name)) << name;
     }
+}
+
+TEST_F(LowBoxWindow, OfTheLimiterShowsTheLongestChoiceWhole) {
+    open(112, {960, 500});
+    auto& list = find<QComboBox>("ComboInputFuncLow(5)");
+    EXPECT_GE(list.width(), list.sizeHint().width());
+    EXPECT_EQ(list.minimumSizeHint().width(), list.sizeHint().width()) << "in a still narrower window too";
+}
+
+TEST_F(LowBoxWindow, AChoiceThatIsCutHasItsWholeTextAsAToolTip) {
+    open(112, {960, 500});
+    auto& list = find<QComboBox>("ComboInputFuncLow(5)");
+    const auto tip = [&list] {
+        QToolTip::hideText();
+        QHelpEvent help(QEvent::ToolTip, QPoint(1, 1), list.mapToGlobal(QPoint(1, 1)));
+        QApplication::sendEvent(&list, &help);
+        return QToolTip::text();
+    };
+    EXPECT_NE(tip(), list.currentText());
+    list.setFixedWidth(40);
+    EXPECT_EQ(tip(), list.currentText());
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 #include <QCheckBox>
+#include <QPaintEvent>
+#include <QPainter>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -120,6 +122,44 @@ TEST_F(MapMarksTest, OnlyTheCellsOfTheRingArePainted) {
     maps_->fuel.EngineCell = 42;
     frame();
     EXPECT_EQ(fuel.count(), 1);
+}
+
+// Smoothing of the ring's edge may touch the pixels beside its cell.
+TEST_F(MapMarksTest, WhereTheRingWasIsPaintedAnewInItsWholeWidth) {
+    struct Region : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            painted += event->type() == QEvent::Paint ? static_cast<QPaintEvent*>(event)->region() : QRegion();
+            return false;
+        }
+        QRegion painted;
+    } region;
+    maps_->fuel.EngineCell = 41;
+    frame();
+    grid().installEventFilter(&region);
+    maps_->fuel.EngineCell = 44;
+    frame();
+    for (const int cell : {41, 44}) {
+        const QRect ring = grid().cellRect(cell).adjusted(-1, -1, 1, 1);
+        EXPECT_EQ(region.painted.intersected(ring), QRegion(ring)) << cell;
+    }
+    EXPECT_FALSE(region.painted.contains(grid().cellRect(48).center()));
+}
+
+// All of it is in its cell, also in a narrow one.
+TEST(EngineRing, LeavesTheNeighboursAlone) {
+    for (const int width : {30, 60}) {
+        QImage image(100, 60, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QPainter painter(&image);
+        const QRect cell(20, 20, width, 24);
+        paintEngineRing(painter, cell);
+        painter.end();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                EXPECT_TRUE(cell.contains(x, y) || image.pixelColor(x, y) == QColor(Qt::red)) << x << " " << y;
+            }
+        }
+    }
 }
 
 TEST_F(MapMarksTest, ScreenReadersHearTheMarks) {

@@ -1,6 +1,9 @@
+#include <QApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -240,6 +243,87 @@ TEST_F(MapNotesTest, QuittingByAnOrderFromOutsideAsksNothing) {
     program.quit();
     EXPECT_TRUE(program.ended());
     EXPECT_THAT(dialogs.takeQuestions(), IsEmpty());
+    settle();
+}
+
+// As on a screen of 1366 by 768.
+template <class Window>
+struct RightColumn : MapNotesTest {
+    void expectNoBarWith(bool failed) {
+        auto& form = this->template open<Window>();
+        const int number = form.verifyReport().begin("Fuel", [] {});
+        form.verifyReport().end(number, failed ? "cell 18 is 90, sent 93" : "verified", failed);
+        frame();
+        EXPECT_TRUE(find("verifyLine").isVisible());
+        EXPECT_EQ(find("sendAgain").isVisible(), failed);
+        for (const auto* const area : view().template findChildren<QScrollArea*>()) {
+            EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+        }
+    }
+};
+using Forms = testing::Types<maps::FrmMaps, maps::FrmMaps_Large>;
+TYPED_TEST_SUITE(RightColumn, Forms);
+
+TYPED_TEST(RightColumn, HasNoScrollBarBehindAVerification) {
+    this->expectNoBarWith(false);
+}
+TYPED_TEST(RightColumn, HasNoScrollBarBehindOneThatHasFailed) {
+    this->expectNoBarWith(true);
+}
+
+TEST_F(MapNotesTest, TheStatusLineIsNeverDrawnSmallAndTellsWhatItCuts) {
+    auto& form = open<maps::FrmMaps>();
+    form.setFocus(nullptr);
+    frame();
+    EXPECT_EQ(text("cellStatus"), "No cell has the focus");
+    edit(form);
+    window.ecuMaps.fuel.changed(7, 1);
+    window.ecuMaps.ignition.changed(7, 1);
+    window.ecuMaps.pwm.changed(70, 1);
+    frame();
+    for (const char* name : {"cellStatus", "unsentStatus"}) {
+        EXPECT_EQ(find<Readout>(name).shrink(), 1) << name;
+        EXPECT_GE(find<Readout>(name).width(), 50) << name;
+    }
+    EXPECT_FALSE(find<Readout>("unsentStatus").isCut());
+    EXPECT_TRUE(find<Readout>("cellStatus").isCut());
+    auto& cell = find("cellStatus");
+    QHelpEvent help(QEvent::ToolTip, QPoint(1, 1), cell.mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(&cell, &help);
+    EXPECT_EQ(QToolTip::text().toStdString(), text("cellStatus"));
+}
+
+TEST_F(MapNotesTest, AMiscBoxThatTheEcuDoesNotHaveIsMarked) {
+    auto& form = open<maps::FrmMaps>();
+    window.ecuMisc.has({0x34, 0x21, 0x28, 0x23, 0, 0, 10, 128, 6});
+    tables.MiscBlock = {0, 0x34, 0x21, 0x28, 0x23, 0, 0, 10, 128, 6};
+    form.showMiscOfFile();
+    frame();
+    const auto plain = find("txtMisc(0)").grab().toImage();
+    EXPECT_EQ(find("txtMisc(0)").accessibleDescription(), "");
+    form.txtMisc(0).Text = "8000";
+    frame();
+    EXPECT_EQ(find("txtMisc(0)").accessibleDescription(), "Not sent: the ECU has 8500");
+    EXPECT_EQ(text("unsentStatus"), "Not sent: 1 misc");
+    const auto corner = [](const QImage& image) { return image.pixelColor(image.width() - 4, 3); };
+    EXPECT_NE(corner(find("txtMisc(0)").grab().toImage()), corner(plain));
+}
+
+TEST_F(MapNotesTest, TheProgramNamesSettingsThatAreNotSaved) {
+    auto& settings = program.frmMisc();
+    settings.show();
+    settings.TimerInitialGetData.Enabled = false;
+    settings.UpdateReadEE(12, tables.addresses.IDLE_ADV0, false);
+    settings.txtIdleAdv(0).Text = "13";
+    settings.txtIdleAdv(1).Text = "13";
+    dialogs.answerQuestion({false, false});
+    host.viewOf(window)->close();
+    EXPECT_FALSE(program.ended());
+    const auto questions = dialogs.takeQuestions();
+    ASSERT_EQ(questions.size(), 1U);
+    EXPECT_EQ(questions.front().text, "2 settings boxes are not saved");
+    host.viewOf(settings)->close();
+    EXPECT_THAT(dialogs.takeQuestions(), IsEmpty()) << "the window is only hidden";
     settle();
 }
 

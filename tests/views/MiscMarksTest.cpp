@@ -168,5 +168,26 @@ TEST_F(MiscMarksTest, LabelsAreTheNamesThatAreShown) {
     }
 }
 
+TEST_F(MiscMarksTest, TheLineOfASaveIsWholeBesideAVerification) {
+    window.saveReport().Text = "Idle Ignition: 5 values sent; 5 came back the same";
+    window.verifyReport().Text = "Idle Ignition: verified";
+    frame();
+    for (const char* name : {"saveLine", "verifyLine"}) {
+        const auto& told = find<LongLine>(name);
+        EXPECT_TRUE(told.isVisible()) << name;
+        EXPECT_EQ(told.text(), told.words()) << name;
+    }
+}
+
+TEST_F(MiscMarksTest, ATextThatCountsAsAnotherNumberKeepsItsCornerBehindASave) {
+    openPort();
+    window.UpdateReadEE(5, tables.addresses.IDLE_ADV0, false);
+    window.txtIdleAdv(0).Text = "12x";
+    window.btnSaveIdleAdv.press();
+    frame();
+    EXPECT_EQ(box("txtIdleAdv(0)").mark(), BoxMark::Filled);
+    EXPECT_EQ(box("txtIdleAdv(0)").accessibleDescription(), "Saved, not read back: the ECU last sent 5. Counts as 12");
+}
+
 }  // namespace
 }  // namespace korvane::views

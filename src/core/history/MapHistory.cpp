@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "core/Checked.h"
@@ -15,7 +16,7 @@ using Kind = Cause::Kind;
 
 constexpr std::int64_t kRepeated = 3000;   // ms from a command to an equal one that is counted with it
 constexpr std::int64_t kSameRead = 2000;   // ms between two frames of one read
-constexpr std::size_t kStepBytes = 112;    // of a step beside its cells, with what the allocation adds
+constexpr std::size_t kStepBytes = 120;    // of a step beside its cells, with what the allocation adds
 constexpr std::size_t kEngineSearch = 16;  // steps
 
 std::size_t bytesOf(const MapStep& step) {
@@ -63,10 +64,18 @@ std::vector<CellPlace> placesOf(const std::bitset<kWorkingCells>& numbers) {
 // A cell that changed twice: from what it was first to what it is now.
 CellChange joined(const CellChange& earlier, const CellChange& later) {
     CellChange both(earlier.place(), earlier.before, later.after);
-    if (earlier.reachedEngine()) {
+    if (earlier.reachedEngine() || later.reachedEngine()) {
         both.setReachedEngine();
     }
     return both;
+}
+
+CellChange inverse(const CellChange& change) {
+    CellChange back(change.place(), change.after, change.before);
+    if (change.reachedEngine()) {
+        back.setReachedEngine();
+    }
+    return back;
 }
 
 // A cell that is what it was is no change, unless the engine may have another byte.
@@ -100,14 +109,14 @@ void MapHistory::noted(const Cause& cause) {
     if (scratch_.empty()) {
         return;
     }
-    dropUndone();
+    keepUndone();
     auto* const earlier = stepToJoin(cause);
     mayJoin_ = true;
     if (earlier != nullptr) {
         join(*earlier);
         dropVoid(*earlier);
     } else {
-        append(cause);
+        append(cause, scratch_);
     }
     dropOldest();
     tell(cause);
@@ -152,12 +161,34 @@ void MapHistory::markFilled(const Cause& cause) {
     }
 }
 
-void MapHistory::dropUndone() {
-    while (steps_.size() > place_) {
-        bytes_ -= bytesOf(steps_.back());
-        steps_.pop_back();
-        mayJoin_ = false;
+// Undone steps that come to nothing need no undoing.
+void MapHistory::keepUndone() {
+    const auto undone = steps_.size() - place_;
+    const Changes cells = undone > 0 ? undoing() : Changes();
+    place_ = steps_.size();
+    if (!cells.empty()) {
+        auto& step = append({Kind::Undone}, cells);
+        step.times = static_cast<std::uint32_t>(undone);
+        step.time = walked_;
     }
+}
+
+// All that leads from behind the last step back to the place.
+MapHistory::Changes MapHistory::undoing() const {
+    std::array<std::optional<CellChange>, kWorkingCells> all;
+    for (auto number = place_; number < steps_.size(); ++number) {
+        for (const auto& change : steps_[number].cells) {
+            auto& known = all.at(change.number());
+            known = known ? joined(*known, change) : change;
+        }
+    }
+    Changes cells;
+    for (const auto& change : all) {
+        if (change && !isVoid(*change)) {
+            cells.push_back(inverse(*change));
+        }
+    }
+    return cells;
 }
 
 MapStep* MapHistory::stepToJoin(const Cause& cause) {
@@ -219,13 +250,14 @@ void MapHistory::dropVoid(const MapStep& step) {
     mayJoin_ = false;
 }
 
-void MapHistory::append(const Cause& cause) {
+MapStep& MapHistory::append(const Cause& cause, const Changes& cells) {
     auto& step = steps_.emplace_back();
     step.cause = cause;
-    step.cells.assign(scratch_.begin(), scratch_.end());
+    step.cells.assign(cells.begin(), cells.end());
     stamp(step);
     bytes_ += bytesOf(step);
     place_ = steps_.size();
+    return step;
 }
 
 void MapHistory::stamp(MapStep& step) {
@@ -298,6 +330,7 @@ std::vector<CellPlace> MapHistory::goTo(std::size_t place) {
         apply(steps_[place_], &CellChange::after, walk);
     }
     mayJoin_ = false;
+    walked_ = pump_.wallTime();
     changed(this);
     tellMaps(walk.maps);
     return placesOf(walk.reached);

@@ -20,6 +20,9 @@ namespace korvane::core {
 //
 // The first bytes that a cell gets from a read or a file are no step: behind an undo of that the map would be one that
 // nobody has made. Observers are told of each change of the history.
+//
+// No step is ever lost but for want of room. A change behind an undo leaves the undone steps where they are; the undo
+// follows them as a step of its own, and then the change: whoever undoes further comes back to what was undone.
 class MapHistory : public controls::Object {
 public:
     // A history of `tables`, with the clock of `pump`.
@@ -38,6 +41,24 @@ public:
         MapHistory* history_;
         Cause cause_;
     };
+    // Code that takes the maps byte by byte while events run, as a send does: as long as the object exists nobody may
+    // walk. A null pointer means that nobody keeps a history.
+    class Hold {
+    public:
+        explicit Hold(MapHistory* history) : history_(history) { count(1); }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+        ~Hold() { count(-1); }
+
+    private:
+        void count(int change) {
+            if (history_ != nullptr) {
+                history_->holds_ += change;
+            }
+        }
+        MapHistory* history_;
+    };
+    [[nodiscard]] bool isHeld() const { return holds_ > 0; }
     // What has changed since the last look is of this cause. For who has changed the maps without a Change.
     void noted(const Cause& cause);
     void look() { noted({}); }
@@ -47,7 +68,7 @@ public:
     void agentBegins() { mayJoin_ = false; }
 
     [[nodiscard]] std::size_t count() const { return steps_.size(); }
-    // How many steps are in force. Those behind are undone, and are dropped by the next change.
+    // How many steps are in force. Those behind are undone; with the next change their undoing becomes a step.
     [[nodiscard]] std::size_t place() const { return place_; }
     // Steps count from 1, the oldest; RuntimeError 9 for another number.
     [[nodiscard]] const MapStep& step(std::size_t number) const;
@@ -76,12 +97,13 @@ private:
     void collect(const Cause& cause);
     void collectMap(EditedMap map, bool fills);
     void markFilled(const Cause& cause);
-    void dropUndone();
+    void keepUndone();
+    [[nodiscard]] Changes undoing() const;
     [[nodiscard]] MapStep* stepToJoin(const Cause& cause);
     [[nodiscard]] MapStep* readToJoin(const Cause& cause);
     void join(MapStep& step);
     void dropVoid(const MapStep& step);
-    void append(const Cause& cause);
+    MapStep& append(const Cause& cause, const Changes& cells);
     void dropOldest();
     void stamp(MapStep& step);
     void tell(const Cause& cause);
@@ -97,7 +119,9 @@ private:
     std::size_t place_ = 0;
     std::size_t bytes_ = 0;
     std::size_t dropped_ = 0;
-    bool mayJoin_ = false;  // the newest step was the last thing that happened
+    int holds_ = 0;
+    platform::WallTime walked_;  // when the last walk was
+    bool mayJoin_ = false;       // the newest step was the last thing that happened
     Changes scratch_;
     MapSet newMaps_;
     int telling_ = 0;  // observers may let events run, which walk further

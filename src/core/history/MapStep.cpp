@@ -1,5 +1,7 @@
 #include "core/history/MapStep.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <string_view>
 
 #include "core/Checked.h"
@@ -42,6 +44,15 @@ std::string cellWords(const CellChange& change, std::string_view verb) {
            std::to_string(change.before) + " to " + std::to_string(change.after);
 }
 
+// Cells at the end of their range change by less than the others, or not at all.
+std::string amountOf(const MapStep& step) {
+    const auto times = static_cast<int>(step.times);
+    const auto whole = [times](const CellChange& change) { return std::abs(change.after - change.before) == times; };
+    const auto block = static_cast<std::size_t>(step.cause.last - step.cause.first + 1);
+    const bool all = step.cells.size() == block && std::all_of(step.cells.begin(), step.cells.end(), whole);
+    return (all ? "" : "at most ") + std::to_string(times);
+}
+
 std::string_view originOf(Kind kind) {
     switch (kind) {
         case Kind::Scaling:
@@ -71,15 +82,17 @@ std::string actOf(const MapStep& step) {
         case Kind::RevertCell:
             return cellWords(step.cells.front(), " reverted");
         case Kind::BlockUp:
-            return rangeOf(step.cause) + " up by " + std::to_string(step.times);
+            return rangeOf(step.cause) + " up by " + amountOf(step);
         case Kind::BlockDown:
-            return rangeOf(step.cause) + " down by " + std::to_string(step.times);
+            return rangeOf(step.cause) + " down by " + amountOf(step);
         case Kind::BlockLevel:
             return rangeOf(step.cause) + " levelled";
         case Kind::BlockFill:
             return rangeOf(step.cause) + " filled with " + std::to_string(step.cells.front().after);
         case Kind::RevertBlock:
             return rangeOf(step.cause) + " reverted";
+        case Kind::Undone:
+            return "undone: " + std::to_string(step.times) + (step.times == 1 ? " step" : " steps");
         default:
             return std::string(originOf(step.cause.kind)) + ", " + counted(step.cells.size());
     }

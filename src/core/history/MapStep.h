@@ -69,6 +69,7 @@ struct Cause {
         RevertBlock,
         Restore,  // from a restore point
         Copy,     // from a comparison
+        Undone,   // an undo, behind which other changes came
         Steady,   // the whole run of the steady agent
     };
 
@@ -87,8 +88,8 @@ struct Cause {
 
 struct MapStep {
     Cause cause;
-    std::uint16_t times = 1;        // how many equal commands it is made of
-    platform::WallTime time;        // of the last of them
+    std::uint32_t times = 1;        // how many equal commands it is made of, or how many steps were undone
+    platform::WallTime time;        // of the last of them, or of the undo
     std::int64_t moment = 0;        // the same in ms since the start
     std::vector<CellChange> cells;  // sorted by number(), each once
 

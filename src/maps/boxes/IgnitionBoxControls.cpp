@@ -32,14 +32,15 @@ constexpr auto kSlowLaunchWrites = launchWrites(50);
 
 }  // namespace
 
-IgnitionBoxControls::IgnitionBoxControls(controls::Window& window, link::FrameWitnesses& line)
+IgnitionBoxControls::IgnitionBoxControls(controls::Window& window, link::ConnectionPanel& line)
     : txtLaunchControlLimit(window, "txtLaunchControlLimit"),
       Combolaunchmode(window, "Combolaunchmode"),
       txtLaunchFixedDelay(window, "txtLaunchFixedDelay"),
       ComboAccellimiter(window, "ComboAccellimiter"),
       txtMaxAccel(window, "txtMaxAccel"),
       Combosensortype(window, "Combosensortype"),
-      ear_(line, answers) {
+      ear_(line.witnesses, answers),
+      opening_(line.MSComm1, [this] { answers.lineOpened(); }) {
     fillList(Combolaunchmode,
              {"Launch -normal", "Launch with delay (analog input)", "Launch with delay (fixed, stored)",
               "Accel limit (time analog input)", "Accel limit (time fixed, stored)", "Accel limit (all time)"});

@@ -8,6 +8,8 @@
 #include "controls/Controls.h"
 #include "fields/Answers.h"
 #include "fields/Field.h"
+#include "link/ConnectionPanel.h"
+#include "link/PortOpening.h"
 #include "maps/boxes/ParameterEar.h"
 #include "maps/boxes/ParameterGroup.h"
 
@@ -17,7 +19,7 @@ class IgnitionBoxControls {
 public:
     enum class BytePause { None, Ms50 };
 
-    IgnitionBoxControls(controls::Window& window, link::FrameWitnesses& line);
+    IgnitionBoxControls(controls::Window& window, link::ConnectionPanel& line);
 
     // The launch control.
     controls::TextBox txtLaunchControlLimit;
@@ -32,6 +34,7 @@ public:
 
 private:
     ParameterEar ear_;
+    link::PortOpening opening_;
 
 protected:
     // The launch control: the parameters behind it, its frame, and what stands in there. The boxes differ in the pause

@@ -26,18 +26,21 @@ std::string cells(int count) {
 // "not sent: 12 fuel, 3 ignition"
 std::string listed(std::string_view what, std::span<const UnsentOfMap> maps, int UnsentCells::*count) {
     std::string words;
-    for (const auto& [map, cells] : maps) {
-        if (cells.*count > 0) {
-            words += (words.empty() ? "" : ", ") + core::textOf(cells.*count) + " " + std::string(map);
+    for (const auto& each : maps) {
+        if (const int number = each.cells.*count; number > 0) {
+            words += (words.empty() ? "" : ", ") + core::textOf(number) + " " + std::string(each.map);
         }
     }
     return words.empty() ? words : std::string(what) + ": " + words;
 }
 
-const char* fateOf(link::Store store) {
+// Of what was sent; empty where nothing was, as far as is known.
+std::string_view fateOf(link::Store store) {
     switch (store) {
         case link::Store::NotOrdered:
             return "not told to store";
+        case link::Store::InDoubt:
+            return "not told to store, perhaps gone";
         case link::Store::Ordered:
             return "told to store, not acknowledged";
         case link::Store::Acknowledged:
@@ -45,10 +48,12 @@ const char* fateOf(link::Store store) {
         case link::Store::Seen:
             return "stored, seen after a restart";
         case link::Store::Lost:
-            return "never told to store";
+            return "not stored, gone with the restart";
         case link::Store::NotKept:
             return "not stored, seen after a restart";
         case link::Store::Nothing:
+        case link::Store::Unknown:
+        case link::Store::AsStored:
             break;
     }
     return "";
@@ -56,11 +61,21 @@ const char* fateOf(link::Store store) {
 
 }  // namespace
 
+std::string unknownWords(std::span<const StoreOfMap> maps) {
+    std::string words;
+    for (const auto& [map, store] : maps) {
+        if (store == link::Store::Unknown) {
+            words += (words.empty() ? "Not known whether stored: " : ", ") + std::string(map);
+        }
+    }
+    return words;
+}
+
 std::string storeWords(std::span<const StoreOfMap> maps) {
     std::string words;
     for (const auto& [map, store] : maps) {
-        if (store != link::Store::Nothing) {
-            words += (words.empty() ? "Sent " : "; sent ") + std::string(map) + ": " + fateOf(store);
+        if (const auto fate = fateOf(store); !fate.empty()) {
+            words += (words.empty() ? "Sent " : "; sent ") + std::string(map) + ": " + std::string(fate);
         }
     }
     return words;

@@ -46,13 +46,17 @@ struct CellFacts {
 struct UnsentOfMap {
     std::string_view map;  // within a sentence
     UnsentCells cells;
+    std::string_view one = "cell";  // what they are called
+    std::string_view many = "cells";
 };
 [[nodiscard]] std::string unsentWords(std::span<const UnsentOfMap> maps);
-// "Sent fuel: acknowledged, told to store; sent PWM: not told to store"; empty while nothing was sent.
+// "Sent fuel: acknowledged, told to store; sent PWM: not told to store"; empty where nothing was sent.
 struct StoreOfMap {
     std::string_view map;  // within a sentence
     link::Store store;
 };
 [[nodiscard]] std::string storeWords(std::span<const StoreOfMap> maps);
+// "Not known whether stored: ignition, PWM", of maps that were only read.
+[[nodiscard]] std::string unknownWords(std::span<const StoreOfMap> maps);
 
 }  // namespace korvane::maps

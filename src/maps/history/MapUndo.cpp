@@ -12,6 +12,8 @@ namespace korvane::maps {
 
 namespace {
 
+constexpr auto kHeld = "Not while a map is being sent";
+
 constexpr int kH = 72;
 constexpr int kY = 89;
 constexpr int kZ = 90;
@@ -97,6 +99,9 @@ void MapUndo::walk(std::size_t place, PaneWindow* window) {
 }
 
 std::string MapUndo::undo(PaneWindow* window) {
+    if (history_.isHeld()) {
+        return kHeld;
+    }
     history_.look();
     const auto place = history_.place();
     if (place == 0) {
@@ -108,6 +113,9 @@ std::string MapUndo::undo(PaneWindow* window) {
 }
 
 std::string MapUndo::redo(PaneWindow* window) {
+    if (history_.isHeld()) {
+        return kHeld;
+    }
     history_.look();
     const auto place = history_.place();
     if (place == history_.count()) {
@@ -119,12 +127,18 @@ std::string MapUndo::redo(PaneWindow* window) {
 }
 
 std::string MapUndo::goTo(std::size_t place, PaneWindow* window) {
+    if (history_.isHeld()) {
+        return kHeld;
+    }
     walk(place, window);
     return place == 0 ? "Before the first step" : "After: " + history_.step(place).words();
 }
 
 std::string MapUndo::revert(PaneWindow& window) {
     const auto target = window.revertTarget();
+    if (history_.isHeld()) {
+        return kHeld;
+    }
     if (!target) {
         return "Nothing to revert";
     }

@@ -28,7 +28,8 @@ public:
     MapUndo(core::MapHistory& history, core::SharedTables& tables, link::ConnectionPanel& connection,
             platform::EventPump& pump);
 
-    // Each says what it has done in words. `window` may be null: nothing is sent then.
+    // Each says what it has done in words. `window` may be null: nothing is sent then. While a map is being sent none
+    // does anything, so that the ECU gets one state of the map.
     std::string undo(PaneWindow* window);
     std::string redo(PaneWindow* window);
     // RuntimeError 9 for a place that the history does not have.

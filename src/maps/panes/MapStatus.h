@@ -2,6 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "maps/grid/StatusWords.h"
 
 namespace korvane::maps {
 
@@ -9,11 +12,15 @@ class PaneWindow;
 
 // Each empty where there is nothing to say.
 struct MapStatus {
-    std::string cell;    // of the cell with the focus
-    std::string block;   // of a selected block, first that of the grid with the focus
-    std::string store;   // what has become of what was sent of each map
-    std::string unsent;  // how many edited cells of each map the ECU does not have, or has not stored
+    std::string cell;     // of the cell with the focus
+    std::string block;    // of a selected block, first that of the grid with the focus
+    std::string store;    // what has become of what was sent of each map
+    std::string unknown;  // of which maps it is not known whether the ECU has stored what it runs on
+    std::string unsent;   // how many edited cells of each map the ECU does not have, or has not stored
 };
+
+// What is not sent of the window's maps, and behind them of its other boxes.
+[[nodiscard]] std::vector<UnsentOfMap> unsentOf(const PaneWindow& window);
 
 // Says nothing at all while a number can't be drawn either.
 [[nodiscard]] MapStatus statusOf(const PaneWindow& window);

@@ -25,7 +25,8 @@ MiscPane::MiscPane(PaneWindow& window, const MiscCaptions& captions)
       FrameINJMaxOpen(window, "FrameINJMaxOpen"),
       optINJMaxOpen(window, "optINJMaxOpen", 2),
       TimeOutTimer(window, "TimeOutTimer", false, 1000),
-      transfer_(*this, window, captions.receiving) {
+      transfer_(*this, window, captions.receiving),
+      marks_(*this, window.context().connection.ecuMisc) {
     btnReadMisc.Caption = "Read Misc";
     btnReadMisc.Click = [&window] { window.line().request(link::kAskMiscBlock); };
     btnSaveMisc.Caption = "Send Misc";
@@ -95,9 +96,15 @@ void MiscPane::UpdateReadEE(std::int32_t value, int addr, bool) {
     const auto& addresses = paneWindow().context().tables.addresses;
     if (addr == addresses.RPM_LIMIT_LOW_OFF) {
         txtMisc(kRpmLimit).Text = core::numberText(value).view();
+        marks_.heard(kRpmLimit, value);
     } else if (addr == addresses.RPM_SHIFT_LOW_OFF) {
         txtMisc(kRpmShift).Text = core::numberText(value).view();
+        marks_.heard(kRpmShift, value);
     }
+}
+
+std::optional<UnsentOfMap> MiscPane::unsentStatus() const {
+    return UnsentOfMap{"misc", {marks_.count(), 0}, "box", "boxes"};
 }
 
 }  // namespace korvane::maps

@@ -6,6 +6,7 @@
 
 #include "link/Windows.h"
 #include "maps/panes/MapPane.h"
+#include "maps/panes/MiscMarks.h"
 #include "maps/panes/PaneWindow.h"
 #include "maps/transfer/MiscTransfer.h"
 
@@ -16,8 +17,6 @@ inline constexpr int kRpmLimit = 0;
 inline constexpr int kRpmShift = 1;
 inline constexpr int kInjectionOffset = 2;
 inline constexpr int kIgnitionOffset = 3;
-
-inline constexpr int kMiscBits = 16;  // of the enable word
 
 // The texts of a window's misc block.
 struct MiscCaptions {
@@ -50,11 +49,16 @@ public:
     void readPane() override;
     void showLoadedTune() override { showMiscOfFile(); }
 
+    // Which boxes the ECU does not have, and how many.
+    [[nodiscard]] MiscMarks& miscMarks() { return marks_; }
+    [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;
+
 private:
     void describe(const MiscCaptions& captions);
     void place();
 
     MiscTransfer transfer_;
+    MiscMarks marks_;
 };
 
 }  // namespace korvane::maps

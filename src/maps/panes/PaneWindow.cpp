@@ -59,13 +59,19 @@ controls::Value statusText(const controls::Object& object) {
     return statusOf(dynamic_cast<const PaneWindow&>(object)).*Text;
 }
 
+// The line of the window leaves out what is not known.
+controls::Value storeStatus(const controls::Object& object) {
+    const auto status = statusOf(dynamic_cast<const PaneWindow&>(object));
+    return status.store + (status.store.empty() || status.unknown.empty() ? "" : "; ") + status.unknown;
+}
+
 constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  lookProperty<&GridLook::AlignNumbers>("AlignNumbers"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
                                  controls::readOnlyProperty<&historyNote>("HistoryNote"),
-                                 controls::readOnlyProperty<&statusText<&MapStatus::store>>("StoreStatus"),
+                                 controls::readOnlyProperty<&storeStatus>("StoreStatus"),
                                  controls::readOnlyProperty<&transferResult>("TransferResult")};
 
 }  // namespace
@@ -75,7 +81,8 @@ PaneWindow::PaneWindow(platform::Machine& machine, const MapContext& context, co
       look(machine.preferences),
       geometry(shape),
       context_(context),
-      line_(*this, context) {
+      line_(*this, context),
+      opening_(context.connection.MSComm1, [this] { verifyReport_.lineOpened(); }) {
     Caption = title.caption;
     Width = kWidth;
     Height = kHeight;

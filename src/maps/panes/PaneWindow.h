@@ -12,6 +12,7 @@
 #include "controls/Timer.h"
 #include "controls/Window.h"
 #include "fields/VerifyReport.h"
+#include "link/PortOpening.h"
 #include "link/Windows.h"
 #include "maps/grid/GridLook.h"
 #include "maps/grid/MapGeometry.h"
@@ -109,6 +110,7 @@ private:
     const MapContext& context_;
     MapLine line_;
     fields::VerifyReport verifyReport_;
+    link::PortOpening opening_;
     std::vector<MapPane*> panes_;
 };
 

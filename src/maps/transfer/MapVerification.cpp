@@ -36,6 +36,16 @@ std::string differencesOf(const SentCells& sent, const link::ReadBack::Bytes& ba
     return differences.words();
 }
 
+// What the line has told nothing of does not disagree.
+bool agrees(const link::EcuMap& map, const SentCells& sent) {
+    bool same = true;
+    for (std::size_t cell = 0; cell < sent.size(); ++cell) {
+        const auto now = map.working(cell);
+        same = same && (!sent[cell] || !now || now == sent[cell]);
+    }
+    return same;
+}
+
 template <class Bytes>
 std::string numberIn(const Bytes& bytes, const MiscNumber& number) {
     int value = 0;
@@ -54,16 +64,26 @@ MapVerification::MapVerification(PaneWindow& window, std::string subject, std::f
       line_(window.machine().pump, window.context().connection) {}
 
 template <class Read>
-void MapVerification::run(Read&& read) {
+void MapVerification::run(Read&& read, controls::Object& of, std::function<bool()> holds) {
     auto& report = window_.verifyReport();
     const int number = report.begin(subject_, again_);
     const link::QuietLine quiet(window_.context().connection);
     const std::string words = read();
     report.end(number, words, words != fields::Differences::kNone);
+    if (words == fields::Differences::kNone || words == kNotStored) {
+        report.holdsWhile(number, of, std::move(holds));
+    }
+}
+
+template <class Read>
+void MapVerification::runMap(Read&& read, link::EcuMap& map, const SentCells& sent) {
+    run(std::forward<Read>(read), map, [&map, sent] { return agrees(map, sent); });
 }
 
 void MapVerification::map(const link::MapCommands& commands, const SentCells& sent, bool stored) {
-    run([&] { return mapWords(commands, sent, stored); });
+    auto& maps = window_.context().connection.ecuMaps;
+    auto& map = commands.ask == link::kFuelMap.ask ? maps.fuel : maps.ignition;
+    runMap([&] { return mapWords(commands, sent, stored); }, map, sent);
 }
 
 std::string MapVerification::mapWords(const link::MapCommands& commands, const SentCells& sent, bool stored) {
@@ -76,7 +96,7 @@ std::string MapVerification::mapWords(const link::MapCommands& commands, const S
 }
 
 void MapVerification::pwm(const SentCells& sent) {
-    run([&] { return pwmWords(sent); });
+    runMap([&] { return pwmWords(sent); }, window_.context().connection.ecuMaps.pwm, sent);
 }
 
 std::string MapVerification::pwmWords(const SentCells& sent) {
@@ -91,7 +111,11 @@ std::string MapVerification::pwmWords(const SentCells& sent) {
 }
 
 void MapVerification::misc(std::span<const std::uint8_t> sent) {
-    run([&] { return miscWords(sent); });
+    auto& misc = window_.context().connection.ecuMisc;
+    run([&] { return miscWords(sent); }, misc,
+        [&misc, block = std::vector(sent.begin(), sent.end())] {
+            return !misc.bytes() || std::equal(misc.bytes()->begin(), misc.bytes()->end(), block.begin(), block.end());
+        });
 }
 
 std::string MapVerification::miscWords(std::span<const std::uint8_t> sent) {

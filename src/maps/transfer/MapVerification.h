@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "link/Commands.h"
+#include "link/EcuMap.h"
 #include "link/ReadBack.h"
 #include "maps/transfer/MapContext.h"
 
@@ -36,8 +37,11 @@ public:
     void misc(std::span<const std::uint8_t> sent);
 
 private:
+    // `holds` says whether `of`, which has told what the ECU has, still agrees with what was sent.
     template <class Read>
-    void run(Read&& read);
+    void run(Read&& read, controls::Object& of, std::function<bool()> holds);
+    template <class Read>
+    void runMap(Read&& read, link::EcuMap& map, const SentCells& sent);
     [[nodiscard]] std::string mapWords(const link::MapCommands& commands, const SentCells& sent, bool stored);
     [[nodiscard]] std::string pwmWords(const SentCells& sent);
     [[nodiscard]] std::string miscWords(std::span<const std::uint8_t> sent);

@@ -68,6 +68,7 @@ void MapWriter::write() {
 
 void MapWriter::writeTrapped(Sent& sent) {
     sent.cells.resize(halves_ == Halves::Two ? 2 * kHalf : kHalf);
+    const core::MapHistory::Hold hold(window_.context().history);
     line_.trapped([&] {
         window_.context().eeprom.announceStore(kind_.stored);
         const TransferWatch::Sending sending(line_.watch(), kind_.commands.send, halves_ == Halves::Two ? 2 : 1);

@@ -8,6 +8,7 @@
 #include "link/Commands.h"
 #include "maps/panes/MiscPane.h"
 #include "maps/transfer/MapVerification.h"
+#include "maps/transfer/MiscBlock.h"
 
 namespace korvane::maps {
 
@@ -15,13 +16,8 @@ namespace {
 
 constexpr int kPause = 100;  // ms, around the send and behind the display
 
-// From this bit on the ECU's enable word is inverted: a set bit is a box without its tick.
-constexpr int kFirstInvertedBit = 14;
-
 constexpr int kIgnitionZero = 128;  // the offset's byte at 0 degrees
 constexpr double kIgnitionSteps = 10.0;
-constexpr std::uint8_t kOpen4ms4 = 6;  // codes of the injector's longest opening
-constexpr std::uint8_t kOpen2ms2 = 5;
 
 using A = core::ParameterAddresses;
 constexpr std::array kMiscCells{&A::RPM_LIMIT_LOW_OFF, &A::RPM_LIMIT_HI_OFF, &A::RPM_SHIFT_LOW_OFF,
@@ -136,12 +132,12 @@ void MiscTransfer::showBlock() {
     pane_.txtMisc(kIgnitionOffset).ToolTipText = core::numberText(block[8]).view();
     pane_.optINJMaxOpen(0).Value = block[9] == kOpen4ms4;
     pane_.optINJMaxOpen(1).Value = block[9] == kOpen2ms2;
+    pane_.miscMarks().filled();
 }
 
 void MiscTransfer::showEnableWord(std::int32_t word) {
     for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
-        const bool set = (word & (1 << bit)) != 0;
-        pane_.CheckMisc(bit).Value = set != (bit >= kFirstInvertedBit) ? 1 : 0;
+        pane_.CheckMisc(bit).Value = isTicked(word, bit) ? 1 : 0;
     }
 }
 

@@ -50,6 +50,7 @@ void PwmTransfer::save() {
 }
 
 void PwmTransfer::send(SentCells& sent) {
+    const core::MapHistory::Hold hold(window_.context().history);
     window_.context().eeprom.announceStore("PWM table");
     const TransferWatch::Sending sending(line_.watch(), link::kSendPwmCell, 1);
     fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);

@@ -119,6 +119,14 @@ void TransferResult::lineClosed() {
     tooLate();
 }
 
+void TransferResult::lineOpened() {
+    for (auto& exchange : exchanges_) {
+        if (exchange.state == State::Closed) {
+            exchange.state = State::WasClosed;
+        }
+    }
+}
+
 void TransferResult::endWaiting(State state) {
     for (auto& exchange : exchanges_) {
         if (exchange.state == State::Waiting) {
@@ -135,7 +143,8 @@ bool TransferResult::isWaiting() const {
 bool TransferResult::hasFailed() const {
     return std::any_of(exchanges_.begin(), exchanges_.end(), [](const Exchange& each) {
         const bool lacksAnswer = each.state == State::Silent && each.kind->answer != Answer::None;
-        return lacksAnswer || each.state == State::Refused || each.state == State::Closed;
+        return lacksAnswer || each.state == State::Refused || each.state == State::Closed ||
+               each.state == State::WasClosed;
     });
 }
 
@@ -164,6 +173,8 @@ std::string TransferResult::verdict(const Exchange& exchange, bool alone) {
             return "refused";
         case State::Closed:
             return "the port is closed";
+        case State::WasClosed:
+            return "the port was closed";
         case State::Silent:
             return silence(exchange);
         case State::Whole:
@@ -179,6 +190,15 @@ std::string TransferResult::verdict(const Exchange& exchange, bool alone) {
     return alone ? total + " of " + total + " bytes" : "complete";
 }
 
+// A read and a send of one map at once are told apart.
+std::string TransferResult::nameOf(const Exchange& exchange) const {
+    const auto alike = std::count_if(exchanges_.begin(), exchanges_.end(),
+                                     [&](const Exchange& each) { return each.kind->name == exchange.kind->name; });
+    const auto answer = exchange.kind->answer;
+    const bool isRead = answer == Answer::Bytes || answer == Answer::Cell;
+    return std::string(exchange.kind->name) + (alike == 1 ? "" : isRead ? " read" : " send");
+}
+
 // Transfers of the same verdict share it.
 std::string TransferResult::text() const {
     std::vector<std::pair<std::string, std::string>> groups;
@@ -187,10 +207,10 @@ std::string TransferResult::text() const {
         const auto same =
             std::find_if(groups.begin(), groups.end(), [&](const auto& each) { return each.second == said; });
         if (same == groups.end()) {
-            groups.emplace_back(exchange.kind->name, said);
+            groups.emplace_back(nameOf(exchange), said);
         } else {
             same->first += ", ";
-            same->first += exchange.kind->name;
+            same->first += nameOf(exchange);
         }
     }
     std::string text;

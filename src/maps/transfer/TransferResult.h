@@ -26,13 +26,15 @@ public:
     // One that waits is not touched by the latter.
     void tooLate();
     void begunElsewhere(std::uint8_t command);
-    // The port is closed.
+    // The port is closed; it is open again.
     void lineClosed();
+    void lineOpened();
 
     [[nodiscard]] bool isWaiting() const;
     // Whether a transfer ended without the answer that it should have.
     [[nodiscard]] bool hasFailed() const;
-    // "Fuel: 160 of 160 bytes", "Fuel, ignition: no answer"; empty before the first transfer.
+    // "Fuel: 160 of 160 bytes", "Fuel, Ignition: no answer", "Fuel read: complete; Fuel send: acknowledged" where a map
+    // is read and sent at once; empty before the first transfer.
     [[nodiscard]] std::string text() const;
 
 private:
@@ -46,7 +48,7 @@ private:
     struct Kind;
     static const Kind kKinds[];
 
-    enum class State { Waiting, Whole, Refused, Silent, Closed };
+    enum class State { Waiting, Whole, Refused, Silent, Closed, WasClosed };
 
     struct Exchange {
         const Kind* kind;
@@ -57,6 +59,7 @@ private:
         bool isOver = false;  // nothing answers it any more
     };
 
+    [[nodiscard]] std::string nameOf(const Exchange& exchange) const;
     [[nodiscard]] static std::string verdict(const Exchange& exchange, bool alone);
     [[nodiscard]] static std::string silence(const Exchange& exchange);
     [[nodiscard]] static const Kind* kindOf(std::uint8_t command);

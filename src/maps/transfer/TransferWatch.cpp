@@ -59,8 +59,8 @@ void TransferWatch::frameHeard(std::uint8_t code, std::span<const std::uint8_t> 
 }
 
 void TransferWatch::propertyChanged(controls::Object&, const void* property) {
-    if (property == connection_.MSComm1.portOpenProperty() && !connection_.MSComm1.PortOpen()) {
-        result_.lineClosed();
+    if (property == connection_.MSComm1.portOpenProperty()) {
+        connection_.MSComm1.PortOpen() ? result_.lineOpened() : result_.lineClosed();
         showText();
     }
 }

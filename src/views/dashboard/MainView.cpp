@@ -8,6 +8,7 @@
 #include "live/MainHints.h"
 #include "maps/notes/UnsentQuestion.h"
 #include "platform/Machine.h"
+#include "settings/FrmMisc.h"
 #include "views/dashboard/KeepLine.h"
 #include "views/dashboard/MainParts.h"
 #include "views/widgets/Child.h"
@@ -26,7 +27,7 @@ constexpr int kTrendStretch = 8;
 }  // namespace
 
 MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
-    : FittedView(window, clock, kUsual, kSmallestText), windows_(window.machine().windows) {
+    : FittedView(window, clock, kUsual, kSmallestText), machine_(window.machine()) {
     binder().setHints([](const controls::Control& control) {
         const auto hint = live::hintOf(control);
         return QString::fromUtf8(hint.data(), static_cast<qsizetype>(hint.size()));
@@ -38,12 +39,15 @@ MainView::MainView(live::FrmSarn2& window, FrameClock& clock)
 
 bool MainView::mayClose() {
     std::vector<maps::PaneWindow*> open;
-    for (auto* window : windows_.loaded()) {
+    int unsaved = 0;
+    for (auto* window : machine_.windows.loaded()) {
         if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
             open.push_back(maps);
+        } else if (auto* const settings = dynamic_cast<settings::FrmMisc*>(window)) {
+            unsaved += settings->boxMarks().unsaved();
         }
     }
-    leaving_ = leaving_ || maps::mayLeaveUnsent(open);
+    leaving_ = leaving_ || maps::mayLeaveUnsent(machine_, open, unsaved);
     return leaving_;
 }
 

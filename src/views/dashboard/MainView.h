@@ -19,7 +19,7 @@ private:
     void build(live::FrmSarn2& window);
     void orderTabs(live::FrmSarn2& window);
 
-    controls::WindowList& windows_;
+    platform::Machine& machine_;
     bool leaving_ = false;  // the user has agreed; the close of an open port takes a second
 };
 

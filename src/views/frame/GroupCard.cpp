@@ -28,6 +28,7 @@ constexpr double kButtonPadding = 1.6;  // of the text's height
 constexpr int kManyCells = 10;          // share the card's width; fewer stand close together
 constexpr int kBlockGap = 36;
 constexpr int kLeastChoice = 14;  // letters
+constexpr int kAllOfIt = 0;       // such a list is never narrower than its longest choice
 
 class Command : public QPushButton {
 public:
@@ -164,6 +165,7 @@ void GroupCard::addChoice(const QString& name, controls::ComboBox& box) {
 void GroupCard::addBeside(const QString& spoken, controls::ComboBox& box) {
     auto& list = makeList(box);
     list.setAccessibleName(spoken);
+    list.setMinimumContentsLength(kAllOfIt);
     lines().addWidget(&list, line_ - 1, lineColumn_ + 2, Qt::AlignLeft);
 }
 

@@ -31,8 +31,7 @@ const Saying& sayingOf(const link::LinkState& link) {
                QStringLiteral("Live data comes in.")},
         Saying{{LinkBadge::Shape::Triangle, QColor(225, 45, 40)},
                QStringLiteral("Late"),
-               QStringLiteral("No live data comes in: what is shown is old.\n"
-                              "The ECU does not answer, or an open message box keeps the program from asking.")},
+               QStringLiteral("No live data comes in: what is shown is old.\nThe ECU does not answer.")},
         Saying{{LinkBadge::Shape::Bars, QColor(50, 120, 210)},
                QStringLiteral("Paused"),
                QStringLiteral("The ECU is not asked for live data: what is shown of it is old.\n"
@@ -42,6 +41,14 @@ const Saying& sayingOf(const link::LinkState& link) {
                QStringLiteral("A transfer has the line. What else is sent now would disturb it.")},
     };
     return kSayings.at(link.isBusy() ? kSayings.size() - 1 : static_cast<std::size_t>(link.state()));
+}
+
+QString meaningOf(const link::LinkState& link) {
+    return link.programWaits() && !link.isBusy()
+               ? QStringLiteral(
+                     "The program waits for an answer in a box, and does not ask the ECU meanwhile:\n"
+                     "what is shown of it is old.")
+               : sayingOf(link).meaning;
 }
 
 QString ageWords(platform::Micros age) {
@@ -74,14 +81,14 @@ QString linkAge(const link::LinkState& link) {
 
 QString linkTip(const link::LinkState& link) {
     const auto counts = link.counts();
-    QString tip = sayingOf(link).meaning + QStringLiteral(
-                                               "\n\nFrames: %1\nBytes: %2\nDamaged frames: %3\n"
-                                               "Resynchronised: %4\nUnanswered polls: %5")
-                                               .arg(counts.frames)
-                                               .arg(counts.bytes)
-                                               .arg(counts.dropped)
-                                               .arg(counts.resyncs)
-                                               .arg(counts.unanswered);
+    QString tip = meaningOf(link) + QStringLiteral(
+                                        "\n\nFrames: %1\nBytes: %2\nDamaged frames: %3\n"
+                                        "Resynchronised: %4\nUnanswered polls: %5")
+                                        .arg(counts.frames)
+                                        .arg(counts.bytes)
+                                        .arg(counts.dropped)
+                                        .arg(counts.resyncs)
+                                        .arg(counts.unanswered);
     if (const auto trip = link.roundTrip()) {
         tip += QStringLiteral("\nAnswer time, last minute: %1 ms, worst %2 ms")
                    .arg(milliseconds(trip->median), milliseconds(trip->worst));

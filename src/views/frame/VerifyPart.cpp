@@ -12,6 +12,29 @@ namespace korvane::views {
 namespace {
 
 constexpr double kFailureShare = 0.3;  // of the text's colour in the red
+constexpr int kAbove = 2;              // pixels that a button is higher than a line of text
+
+// Little higher than a line of text.
+class LowButton : public QPushButton {
+public:
+    explicit LowButton(QWidget* parent) : QPushButton(parent) { setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); }
+
+    [[nodiscard]] QSize sizeHint() const override {
+        return {fontMetrics().horizontalAdvance(text()) + 2 * kSpacing, fontMetrics().height() + kAbove};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+QPushButton& setUpAgain(QPushButton& again, fields::VerifyReport& report, controls::Window& window, Binder& binder) {
+    again.setText(QStringLiteral("Send again"));
+    again.setObjectName(QStringLiteral("sendAgain"));
+    again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
+    QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
+        binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });
+    });
+    ObjectPart::bind(binder, {&report}, [&report, &again] { again.setVisible(report.Failed); });
+    return again;
+}
 
 }  // namespace
 
@@ -38,14 +61,7 @@ LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* 
 }
 
 QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
-    auto& again = child<QPushButton>(parent, QStringLiteral("Send again"));
-    again.setObjectName(QStringLiteral("sendAgain"));
-    again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
-    QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
-        binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });
-    });
-    ObjectPart::bind(binder, {&report}, [&report, &again] { again.setVisible(report.Failed); });
-    return again;
+    return setUpAgain(child<QPushButton>(parent), report, window, binder);
 }
 
 QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, Binder& binder, QWidget* parent) {
@@ -53,8 +69,10 @@ QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, 
     auto& row = child<QHBoxLayout>(&note);
     row.setContentsMargins(0, 0, 0, 0);
     row.setSpacing(kSpacing);
-    row.addWidget(&makeVerifyLine(report, binder, &note), 1);
-    row.addWidget(&makeAgainButton(report, window, binder, &note));
+    auto& line = makeVerifyLine(report, binder, &note);
+    auto& again = setUpAgain(child<LowButton>(&note), report, window, binder);
+    row.addWidget(&line, 1);
+    row.addWidget(&again);
     ObjectPart::bind(binder, {&report}, [&report, &note] { note.setVisible(!report.Text.get().empty()); });
     return note;
 }

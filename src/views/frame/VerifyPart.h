@@ -19,7 +19,7 @@ namespace korvane::views {
 // Sends again what has failed; hidden while nothing has.
 [[nodiscard]] QPushButton& makeAgainButton(fields::VerifyReport& report, controls::Window& window, Binder& binder,
                                            QWidget* parent);
-// Both, one beside the other.
+// Both, one beside the other, little higher than a line of text.
 [[nodiscard]] QWidget& makeVerifyNote(fields::VerifyReport& report, controls::Window& window, Binder& binder,
                                       QWidget* parent);
 

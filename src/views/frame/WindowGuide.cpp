@@ -9,7 +9,7 @@ namespace korvane::views {
 
 namespace {
 
-constexpr std::array<KeyHelp, 9> kCellKeys{{
+constexpr std::array<KeyHelp, 8> kCellKeys{{
     {"Arrow keys", "move from cell to cell"},
     {"+ and -", "one count up or down, on the selected block or on the cell; also Ctrl+Up and Ctrl+Down"},
     {"Shift+arrow keys", "select a block from the first cell to this one"},
@@ -18,7 +18,6 @@ constexpr std::array<KeyHelp, 9> kCellKeys{{
     {"Ctrl+Z", "undoes the last change of a map, whatever made it"},
     {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
     {"Ctrl+Backspace", "brings the cell, or the selected block, back to what the ECU sent last"},
-    {"Ctrl+H", "lists all changes; a click on one goes there"},
 }};
 constexpr std::array<KeyHelp, 3> kHistoryKeys{{
     {"Ctrl+Z", "undoes the last change"},
@@ -222,6 +221,7 @@ std::vector<KeyHelp> keysOf(const WindowGuide& guide) {
     if (guide.escape != EscapeKey::Nothing) {
         keys.push_back({"Escape", escapeHelp(guide.escape)});
     }
+    keys.push_back({"Ctrl+D, Ctrl+R, Ctrl+H", "open the comparison, the restore points, the list of all changes"});
     keys.push_back({"Ctrl+Q, Ctrl+W", "close this window"});
     keys.push_back({"F1", "this help"});
     return keys;

@@ -10,8 +10,9 @@ constexpr int kMark = 2;
 constexpr int kOutline = 3;
 constexpr qreal kRingInset = 3.5;  // inside the mark of the focus
 constexpr int kNarrow = 46;        // a cell in which a ring at that inset would lie on the number
-constexpr qreal kNarrowInset = 1.5;
-constexpr qreal kRingCorner = 5;  // so that the ring of a square cell leaves the number alone
+constexpr int kFlat = 20;          // the same of its height
+constexpr qreal kNarrowInset = 2;  // half of the pen: all of the ring is in the cell
+constexpr qreal kRingCorner = 5;   // so that the ring of a square cell leaves the number alone
 constexpr qreal kRing = 2;
 constexpr qreal kRingEdge = 1;  // on both sides of it
 
@@ -41,7 +42,8 @@ void paintFocusMark(QPainter& painter, const QRect& cell, const QColor& color) {
 // White between black: one of both is seen on every ground.
 void paintEngineRing(QPainter& painter, const QRect& cell) {
     const qreal side = cell.width() < kNarrow ? kNarrowInset : kRingInset;
-    const QRectF ring = QRectF(cell).adjusted(side, kRingInset, -side, -kRingInset);
+    const qreal end = cell.height() < kFlat ? kNarrowInset : kRingInset;
+    const QRectF ring = QRectF(cell).adjusted(side, end, -side, -end);
     const qreal radius = std::min(ring.height() / 2, kRingCorner);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -51,6 +53,10 @@ void paintEngineRing(QPainter& painter, const QRect& cell) {
     painter.setPen(QPen(Qt::white, kRing));
     painter.drawRoundedRect(ring, radius, radius);
     painter.restore();
+}
+
+QRect engineRingRect(const QRect& cell) {
+    return cell.adjusted(-1, -1, 1, 1);
 }
 
 void paintOutline(QPainter& painter, const MapGridLayout& layout, const maps::CellRange& range) {

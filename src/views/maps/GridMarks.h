@@ -13,6 +13,8 @@ inline constexpr QColor kOutlineColor{75, 0, 130};
 
 void paintFocusMark(QPainter& painter, const QRect& cell, const QColor& color);
 void paintEngineRing(QPainter& painter, const QRect& cell);
+// What the ring of a cell may touch, the smoothing of its edge included.
+[[nodiscard]] QRect engineRingRect(const QRect& cell);
 // Along all edges at which the range ends.
 void paintOutline(QPainter& painter, const MapGridLayout& layout, const maps::CellRange& range);
 

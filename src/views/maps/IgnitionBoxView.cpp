@@ -120,7 +120,7 @@ void IgnitionBoxView::fillRight() {
     PairCard transfer(QStringLiteral("ECU"), binder(), &content());
     transfer.addButtons(maps_.btnReadIgn, 'i', maps_.btnWriteIgn, 'g');
     transfer.addButtons(maps_.btnReadMisc, 'm', maps_.btnSaveMisc, 'c');
-    transfer.addVerify(maps_, 0);
+    transfer.addVerify(maps_.verifySwitch(), 0);
     right.addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     live.addBox(maps_.chkOnlineChanges, 'e', 0);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr QSizeF kUsual{96, 46};  // text sizes
 constexpr double kSmallestText = 0.8;
-constexpr double kNarrow = 0.92;  // of the usual width
+constexpr double kNarrow = 0.98;  // of the usual width
 const QString kShownElsewhere = QStringLiteral("What is read shows in the settings window, not here.");
 
 // Before the limit that a pre limit belongs to; in the window that is the one above it.

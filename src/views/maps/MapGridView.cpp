@@ -112,7 +112,7 @@ void MapGridView::setEngineCell(std::optional<int> cell) {
     if (const auto before = std::exchange(engineCell_, cell); before != cell) {
         for (const auto& changed : {before, cell}) {
             if (changed) {
-                update(cellRect(*changed));
+                update(engineRingRect(cellRect(*changed)));
             }
         }
     }

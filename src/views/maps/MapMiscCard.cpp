@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "views/maps/MapParts.h"
+#include "views/maps/MiscMarksPart.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/Readout.h"
@@ -17,15 +18,15 @@ namespace korvane::views {
 
 namespace {
 
-constexpr int kRowGap = 5;
-constexpr int kBitGap = 2;
+constexpr int kRowGap = 3;  // so that the column needs no scroll bar on a screen of 1366 by 768
+constexpr int kBitGap = 1;
 constexpr int kColumnGap = 6;
 constexpr int kLongestNumber = 6;  // digits
 
 // As narrow as the numbers that it takes.
-class NumberBox : public QLineEdit {
+class NumberBox : public Marked<QLineEdit> {
 public:
-    explicit NumberBox(QWidget* parent) : QLineEdit(parent) { setAlignment(Qt::AlignRight); }
+    explicit NumberBox(QWidget* parent) : Marked(parent) { setAlignment(Qt::AlignRight); }
 
     [[nodiscard]] QSize sizeHint() const override {
         const QFontMetrics metrics = fontMetrics();
@@ -43,6 +44,7 @@ QLayout& makeNumbers(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
         auto& name = child<Readout>(parent);
         auto& box = child<NumberBox>(parent);
         binder.bind(pane.txtMisc(i), box);
+        bindNote(pane, binder, box, [&pane, i] { return pane.miscMarks().numberNote(i); });
         binder.bind(pane.lblMisc(i), name, &box);
         grid.addWidget(&name, i % 2, i / 2 * 2);
         grid.addWidget(&box, i % 2, i / 2 * 2 + 1);
@@ -52,9 +54,10 @@ QLayout& makeNumbers(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     return grid;
 }
 
-QCheckBox& makeBit(controls::CheckBox& bit, Binder& binder, QWidget* parent) {
-    auto& check = child<QCheckBox>(parent);
-    binder.bind(bit, check);
+QCheckBox& makeBit(maps::MiscPane& pane, int bit, Binder& binder, QWidget* parent) {
+    auto& check = child<Marked<QCheckBox>>(parent);
+    binder.bind(pane.CheckMisc(bit), check);
+    bindNote(pane, binder, check, [&pane, bit] { return pane.miscMarks().bitNote(bit); });
     return check;
 }
 
@@ -64,7 +67,7 @@ QLayout& makeNamelessBits(maps::MiscPane& pane, const std::vector<int>& bits, Bi
     row.setSpacing(kColumnGap);
     row.addWidget(&child<Caption>(parent, QStringLiteral("Bits"), nullptr));
     for (const int bit : bits) {
-        auto& check = makeBit(pane.CheckMisc(bit), binder, parent);
+        auto& check = makeBit(pane, bit, binder, parent);
         row.addSpacing(kColumnGap);
         row.addWidget(&check);
         row.addWidget(&child<Caption>(parent, QString::number(bit), nullptr));
@@ -86,7 +89,7 @@ QLayout& makeBits(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     grid.setHorizontalSpacing(kColumnGap);
     const int rows = static_cast<int>(named.size() + 1) / 2;
     for (int i = 0; i < static_cast<int>(named.size()); ++i) {
-        auto& check = makeBit(pane.CheckMisc(named[static_cast<std::size_t>(i)]), binder, parent);
+        auto& check = makeBit(pane, named[static_cast<std::size_t>(i)], binder, parent);
         grid.addWidget(&check, i % rows, i / rows);
     }
     if (!nameless.empty()) {
@@ -102,8 +105,10 @@ Card& makeOpenTime(maps::MiscPane& pane, Binder& binder, QWidget* parent) {
     row.setSpacing(kColumnGap);
     binder.bind(pane.FrameINJMaxOpen, card);
     for (auto& option : pane.optINJMaxOpen) {
-        auto& radio = child<QRadioButton>(&card);
+        auto& radio = child<Marked<QRadioButton>>(&card);
         binder.bind(option, radio);
+        bindNote(pane, binder, radio,
+                 [&pane, &option] { return option.Value ? pane.miscMarks().openingNote() : std::string(); });
         row.addWidget(&radio);
     }
     card.fitMargins();

@@ -21,22 +21,23 @@ struct NoteWords {
     const char* name;
     const char* spoken;
     const char* toolTip;
-    const char* longest;
 };
 
-// The text of a model of answers, red where they have failed.
+// The text of a model of answers, red where they have failed. It asks for no more width than the text has.
 template <class Model>
 QWidget& makeNote(Model& model, const NoteWords& words, Binder& binder, QWidget* parent) {
-    auto& note = child<Readout>(parent);
+    auto& note = child<Readout>(parent, Readout::Look{.elided = true});
+    note.setMinimumWidth(1);
     note.setObjectName(QLatin1String(words.name));
     note.setToolTip(QLatin1String(words.toolTip));
-    note.setReserve(QLatin1String(words.longest));
     note.setAccessibleName(QLatin1String(words.spoken));
     ObjectPart::bind(binder, {&model}, [&model, &note, parent] {
         const QPalette around = parent->palette();
         setOwnColor(note, QPalette::WindowText,
                     model.Failed ? mixed(hues::kRedLamp, around.color(QPalette::WindowText), kFailureShare) : QColor());
-        note.setText(QString::fromStdString(model.Text));
+        const QString told = QString::fromStdString(model.Text);
+        note.setReserve(told);
+        note.setText(told);
     });
     return note;
 }
@@ -45,16 +46,14 @@ QWidget& makeNote(Model& model, const NoteWords& words, Binder& binder, QWidget*
 
 QWidget& makeTransferNote(maps::TransferWatch& watch, Binder& binder, QWidget* parent) {
     return makeNote(watch,
-                    {"transferNote", "Answer of the ECU", "What the ECU was heard to answer to the last transfer",
-                     "Fuel: only the first half acknowledged"},
+                    {"transferNote", "Answer of the ECU", "What the ECU was heard to answer to the last transfer"},
                     binder, parent);
 }
 
 QWidget& makeAnswersNote(fields::Answers& answers, Binder& binder, QWidget* parent) {
     return makeNote(answers,
                     {"answersNote", "Answer of the ECU to parameters",
-                     "What the ECU was heard to answer to the last read or save of parameters",
-                     "Parameters: sent, the ECU does not confirm it"},
+                     "What the ECU was heard to answer to the last read or save of parameters"},
                     binder, parent);
 }
 

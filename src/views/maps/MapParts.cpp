@@ -24,7 +24,7 @@ namespace korvane::views {
 
 namespace {
 
-constexpr int kRowGap = 5;
+constexpr int kRowGap = 3;
 constexpr int kColumnGap = 6;
 constexpr int kBoxGap = 16;
 constexpr int kGroupGap = 14;
@@ -49,10 +49,11 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
         &makeStatusLine(view, bar.window, QStringLiteral("PWM table have been sent to ECU 00:00:00"), parent), 0, 0);
     auto& heard = child<QHBoxLayout>(kNobody);
     heard.setSpacing(kGroupGap);
-    heard.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent), 1);
+    heard.addWidget(&makeTransferNote(bar.window.line().watch(), binder, parent));
     if (bar.answers != nullptr) {
-        heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent), 1);
+        heard.addWidget(&makeAnswersNote(*bar.answers, binder, parent));
     }
+    heard.addWidget(&makeVerifyNote(bar.window.verifyReport(), bar.window, binder, parent), 1);
     state.addLayout(&heard, 1, 0);
     state.addWidget(&makeTransferBar(progress, binder, parent, QStringLiteral("Transfer")), 0, 1);
     auto& strip = makeLiveStrip(bar.window.liveStrip, bar.injScale != nullptr, binder, parent);
@@ -168,11 +169,9 @@ void PairCard::addWideBox(controls::CheckBox& box, char mnemonic) {
     rows_.addWidget(&make(box, mnemonic), ++row_, 0, 1, 2);
 }
 
-void PairCard::addVerify(link::VerifySwitch& choice, fields::VerifyReport& report, controls::Window& window,
-                         int column) {
+void PairCard::addVerify(link::VerifySwitch& choice, int column) {
     row_ += column == 0 ? 1 : 0;
     rows_.addWidget(&makeVerifyBox(choice, binder_, &card_), row_, column);
-    rows_.addWidget(&makeVerifyNote(report, window, binder_, &card_), ++row_, 0, 1, 2);
 }
 
 QWidget& PairCard::make(controls::CheckBox& box, char mnemonic) {

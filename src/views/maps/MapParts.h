@@ -69,15 +69,11 @@ public:
                     char rightMnemonic);
     void addBox(controls::CheckBox& box, char mnemonic, int column);
     void addWideBox(controls::CheckBox& box, char mnemonic);
-    // Whether sends are read back, and below it what came of that.
-    template <class Window>
-    void addVerify(Window& window, int column) {
-        addVerify(window.verifySwitch(), window.verifyReport(), window, column);
-    }
+    // Whether sends are read back.
+    void addVerify(link::VerifySwitch& choice, int column);
 
 private:
     QWidget& make(controls::CheckBox& box, char mnemonic);
-    void addVerify(link::VerifySwitch& choice, fields::VerifyReport& report, controls::Window& window, int column);
 
     Binder& binder_;
     Card& card_;

@@ -12,6 +12,7 @@
 #include "maps/history/MapUndo.h"
 #include "maps/panes/MapStatus.h"
 #include "views/frame/ObjectPart.h"
+#include "views/maps/MiscMarksPart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/values/LongLine.h"
@@ -26,7 +27,7 @@ constexpr int kMargin = 1;     // above and below; the grids need the height
 constexpr int kCellShare = 3;  // of the width that is free
 constexpr int kStoreShare = 2;
 constexpr double kScale = 0.92;  // of the usual text
-constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 160 ignition";
+constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 16 misc";
 
 // What the line tells of may have changed with a cell, the focus, the caption or what the ECU has.
 std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
@@ -39,20 +40,33 @@ std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
                 objects.push_back(&cell);
             }
         }
+        if (auto* const misc = dynamic_cast<maps::MiscPane*>(pane)) {
+            const auto boxes = miscBoxesOf(*misc);
+            objects.insert(objects.end(), boxes.begin(), boxes.end());
+        }
     }
     return objects;
+}
+
+std::string cellText(const maps::MapStatus& status) {
+    if (status.cell.empty() && status.block.empty()) {
+        return "No cell has the focus";
+    }
+    const bool both = !status.cell.empty() && !status.block.empty();
+    return status.cell + (both ? "; " : "") + status.block;
 }
 
 void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLine& store, Readout& unsent) {
     ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
         const auto status = maps::statusOf(window);
         const std::string& note = window.HistoryNote;
-        const bool both = !status.cell.empty() && !status.block.empty();
-        cell.setText(QString::fromStdString(note.empty() ? status.cell + (both ? "; " : "") + status.block : note));
+        cell.setText(QString::fromStdString(note.empty() ? cellText(status) : note));
         store.setWords(QString::fromStdString(status.store));
         store.setVisible(!status.store.empty());
-        unsent.setReserve(status.unsent.empty() ? QString() : QString::fromLatin1(kLongestUnsent));
-        unsent.setText(QString::fromStdString(status.unsent));
+        const QString words = QString::fromStdString(status.unsent);
+        const QString usual = QString::fromLatin1(kLongestUnsent);
+        unsent.setReserve(words.isEmpty() || words.size() > usual.size() ? words : usual);
+        unsent.setText(words);
     });
 }
 
@@ -129,8 +143,8 @@ void addHistoryButton(maps::PaneWindow& window, Binder& binder, QHBoxLayout& row
 }
 
 Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignment, QWidget* parent) {
-    auto& readout =
-        child<Readout>(parent, Readout::Look{.scale = kScale, .alignment = alignment, .ground = Ground::Tile});
+    auto& readout = child<Readout>(
+        parent, Readout::Look{.scale = kScale, .elided = true, .alignment = alignment, .ground = Ground::Tile});
     readout.setObjectName(QLatin1String(name));
     readout.setAccessibleName(QLatin1String(spoken));
     return readout;
@@ -150,6 +164,7 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
     // However long it is, it does not make the window wider.
     cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    unsent.setMinimumWidth(1);
     row.addWidget(&cell, kCellShare);
     row.addWidget(&store, kStoreShare);
     row.addWidget(&unsent);

@@ -147,7 +147,7 @@ void FrmMapsView::addCommands(maps::FrmMaps& window) {
     transfer.addInstead(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
     transfer.addBox(window.chkShowPwm, 'b', 0);
-    transfer.addVerify(window, 1);
+    transfer.addVerify(window.verifySwitch(), 1);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);
@@ -205,7 +205,7 @@ void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     addTransfers(transfer);
     transfer.addButtons(window.btnReadPWM, 'p', window.btnSavePWM, 'w');
     transfer.addButtons(window.btnReadMisc, 'm', window.btnSaveMisc, 'c');
-    transfer.addVerify(window, 0);
+    transfer.addVerify(window.verifySwitch(), 0);
     right().addWidget(&transfer.card());
     PairCard live(QStringLiteral("Live"), binder(), &content());
     addLive(live);

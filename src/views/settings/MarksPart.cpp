@@ -9,6 +9,7 @@ namespace {
 BoxMark shapeOf(fields::Mark mark) {
     switch (mark) {
         case fields::Mark::Changed:
+        case fields::Mark::Misread:
             return BoxMark::Filled;
         case fields::Mark::Sent:
             return BoxMark::Hollow;

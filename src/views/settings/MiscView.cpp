@@ -25,6 +25,7 @@ namespace korvane::views {
 namespace {
 
 constexpr QSizeF kUsual{72, 44};  // text sizes
+constexpr int kSaveShare = 3;     // of the width, for each one of the verification: how a report ends matters most
 
 using Fill = void (*)(settings::MiscControls&, Binder&, QWidget*);
 constexpr std::array<Fill, settings::kPages> kFills{&fillIgnitionPage, &fillInjectionPage, &fillPwmPage,
@@ -94,7 +95,7 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     lines.addLayout(&makeState(window, inside));
     auto& told = child<QHBoxLayout>(kNobody);
     told.setSpacing(kSpacing);
-    told.addWidget(&makeSaveLine(window, inside), 1);
+    told.addWidget(&makeSaveLine(window, inside), kSaveShare);
     told.addWidget(&makeVerifyLine(window.verifyReport(), binder(), inside), 1);
     lines.addLayout(&told);
     row.addLayout(&lines, 1);

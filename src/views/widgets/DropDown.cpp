@@ -1,8 +1,17 @@
 #include "views/widgets/DropDown.h"
 
+#include <QHelpEvent>
+#include <QStylePainter>
+#include <QToolTip>
 #include <QWheelEvent>
 
+#include "views/widgets/PlainTip.h"
+
 namespace korvane::views {
+
+namespace {
+constexpr int kFieldMargins = 2;  // of the style, on both sides of the text
+}  // namespace
 
 DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
@@ -14,6 +23,34 @@ void DropDown::showPopup() {
         opening_();
     }
     QComboBox::showPopup();
+}
+
+QString DropDown::shownText(const QStyleOptionComboBox& option) const {
+    const QRect field = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().elidedText(currentText(), Qt::ElideRight, field.width() - kFieldMargins);
+}
+
+bool DropDown::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QComboBox::event(event);
+    }
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    if (shownText(option) != currentText()) {
+        const QString tip = toolTip().isEmpty() ? currentText() : currentText() + u'\n' + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);
+        return true;
+    }
+    return QComboBox::event(event);
+}
+
+void DropDown::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    option.currentText = shownText(option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
 
 void DropDown::wheelEvent(QWheelEvent* event) {

@@ -1,7 +1,9 @@
-// A drop-down list that calls a function before it opens and ignores the wheel while it has no focus.
+// A drop-down list that calls a function before it opens and ignores the wheel while it has no focus. A choice that is
+// too long for it ends in dots, and the tool-tip has it whole.
 #pragma once
 
 #include <QComboBox>
+#include <QStyleOptionComboBox>
 
 #include <functional>
 
@@ -17,9 +19,13 @@ public:
     void showPopup() override;
 
 protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    [[nodiscard]] QString shownText(const QStyleOptionComboBox& option) const;
+
     std::function<void()> opening_;
 };
 

@@ -2,12 +2,15 @@
 
 #include <QEvent>
 #include <QFontMetricsF>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
 
 #include "views/widgets/Palette.h"
+#include "views/widgets/PlainTip.h"
 #include "views/widgets/ScaledFont.h"
 
 namespace korvane::views {
@@ -83,7 +86,7 @@ void Readout::refit() {
 void Readout::fit() {
     const qreal wanted = digits_.width(text_);
     const qreal room = width();
-    shrink_ = wanted > room ? std::max(room / wanted, kSmallest) : 1;
+    shrink_ = wanted > room && !look_.elided ? std::max(room / wanted, kSmallest) : 1;
     cut_ = wanted * shrink_ > room + 1;
     shown_ = text_;
     if (cut_) {
@@ -110,6 +113,15 @@ void Readout::paintEvent(QPaintEvent*) {
     painter.translate(left, baseline);
     painter.scale(shrink_, shrink_);
     digits_.draw(painter, {}, shown_);
+}
+
+bool Readout::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && look_.elided && !text_.isEmpty()) {
+        const QString tip = toolTip().isEmpty() ? text_ : text_ + u'\n' + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);
+        return true;
+    }
+    return PaintedWidget::event(event);
 }
 
 void Readout::resizeEvent(QResizeEvent*) {

@@ -16,6 +16,7 @@ public:
         bool bold = false;
         bool muted = false;    // the shade of names
         bool growing = false;  // the text grows with the widget
+        bool elided = false;   // what does not fit is cut and never drawn smaller; the tool-tip has it whole
         Qt::Alignment alignment = Qt::AlignLeft;
         Ground ground = Ground::Surface;
     };
@@ -26,7 +27,7 @@ public:
     void setText(const QString& text);
     [[nodiscard]] const QString& text() const { return text_; }
     // The longest usual text: space for it is reserved, whatever is shown. A longer one is drawn smaller, down to a
-    // limit, and then cut.
+    // limit, and then cut; see Look::elided.
     void setReserve(const QString& longest);
 
     // Whether the whole text fits the widget, and its size relative to the usual one (1: as usual).
@@ -41,6 +42,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     [[nodiscard]] QFont fontOf(int pixels) const;
