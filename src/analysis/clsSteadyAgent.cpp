@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "link/Frames.h"
 #include "platform/EventPump.h"
@@ -59,6 +60,49 @@ std::optional<std::uint8_t> clsSteadyAgent::baselineOf(std::size_t cell) const {
 
 steady::CellReport clsSteadyAgent::cell(std::size_t index) const {
     return index < agent_.setup().grid.cells() ? agent_.cell(index) : steady::CellReport();
+}
+
+// "120 samples, 14 rejected, 2.1 % lean, spread 1.3 %, confidence 0.83, baseline 50, now 52, on target"
+std::string clsSteadyAgent::cellWords(int index) const {
+    const auto place = static_cast<std::size_t>(std::max(index, 0));
+    const auto baseline = baselineOf(place);
+    if (!baseline || agent_.state() == steady::State::Off) {
+        return {};
+    }
+    const auto report = cell(place);
+    const auto number = [](double value, double steps) { return core::textOf(std::round(value * steps) / steps); };
+    std::string words = std::to_string(report.used) + " samples, " + std::to_string(report.rejected) + " rejected";
+    if (report.weight > 0.0) {
+        words += ", " + number(std::fabs(report.errorPercent), 10.0) +
+                 (report.errorPercent < 0.0 ? " % rich" : " % lean") + ", spread " + number(report.spread, 10.0) +
+                 " %, confidence " + number(report.confidence, 100.0);
+    }
+    words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
+    return words + (report.carried ? ", carried, " : ", ") + std::string(wordsOf(report.held));
+}
+
+std::string clsSteadyAgent::zoneWords(std::size_t index) const {
+    const auto zone = agent_.zone(index);
+    const auto whole = [](double value) { return core::textOf(std::round(value)); };
+    std::string words = whole(zone.loadFrom) + " to " + whole(zone.loadTo) + " %: ";
+    if (zone.fixed) {
+        return words + whole(zone.delayMs.value_or(0.0)) + " ms, fixed";
+    }
+    return zone.delayMs && zone.uncertaintyMs
+               ? words + whole(*zone.delayMs) + " ms, give or take " + whole(*zone.uncertaintyMs)
+               : words + "not known yet";
+}
+
+std::vector<std::string> clsSteadyAgent::sampleWords() const {
+    std::vector<std::string> rows;
+    for (std::size_t index = 0; index < steady::kVerdicts; ++index) {
+        const auto verdict = static_cast<steady::Verdict>(index);
+        const auto count = agent_.counted(verdict);
+        if (count > 0 || verdict == steady::Verdict::Used) {
+            rows.push_back(std::to_string(count) + ' ' + std::string(wordsOf(verdict)));
+        }
+    }
+    return rows;
 }
 
 BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {

@@ -49,6 +49,9 @@ public:
     std::string newBaseline(const maps::MapGeometry& geometry) override;
     [[nodiscard]] std::string state() const override;
     [[nodiscard]] std::string whyStopped() const override;
+    [[nodiscard]] std::string cellWords(int cell) const override;
+    [[nodiscard]] std::string zoneWords(std::size_t zone) const override;
+    [[nodiscard]] std::vector<std::string> sampleWords() const override;
     [[nodiscard]] maps::SteadyChoices& choices() override { return choices_; }
 
     void liveFrame() override;

@@ -11,6 +11,7 @@
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
 #include "maps/history/FrmHistory.h"
+#include "maps/steady/FrmSteady.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -116,6 +117,7 @@ void Program::connectKeeper() {
 
 void Program::connectSteadyAgent() {
     liveUpdate_.setFrameTaker(&steadyAgent_);
+    steadyAgent_.openWindow = [this] { openSteadyAgent(); };
     const keep::BaselineFile file(machine_.folder, machine_.toDisk);
     steadyAgent_.setBaselines(
         {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {
@@ -206,6 +208,11 @@ void Program::openPowerCalc() {
 void Program::openHistory() {
     using maps::FrmHistory;
     shelf_.one<FrmHistory>([this] { return std::make_unique<FrmHistory>(machine_, undo_); }).show();
+}
+
+void Program::openSteadyAgent() {
+    using maps::FrmSteady;
+    shelf_.one<FrmSteady>([this] { return std::make_unique<FrmSteady>(machine_, steadyAgent_, tables_); }).show();
 }
 
 void Program::mainWindowUnload(bool& stays) {

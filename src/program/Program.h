@@ -6,7 +6,6 @@
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
-#include "core/tables/Module1.h"
 #include "core/tables/SharedTables.h"
 #include "keep/Keeper.h"
 #include "keep/restore/RestoreRun.h"
@@ -19,6 +18,7 @@
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
+#include "maps/grid/MapConversions.h"
 #include "maps/history/MapUndo.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
@@ -66,9 +66,7 @@ public:
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
     // Of the maps of the ECU that has named itself last.
-    [[nodiscard]] maps::MapGeometry mapGeometry() const {
-        return core::hasLargeMaps(tables_.SWType) ? maps::kLargeMaps : maps::kOrdinaryMaps;
-    }
+    [[nodiscard]] maps::MapGeometry mapGeometry() const { return maps::geometryOf(tables_.SWType); }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
@@ -90,6 +88,7 @@ private:
     void openDebugWindow();
     void openPowerCalc();
     void openHistory();
+    void openSteadyAgent();
 
     platform::Machine& machine_;
     core::SharedTables tables_;

@@ -114,6 +114,12 @@ void registerSteadyAgent(Names& names, clsSteadyAgent& agent, const std::functio
     addCells(names, agent);
     names.addProcedure("clsSteadyAgent.PutBack", "",
                        [&agent, geometry](Arguments) -> Answer { return Json(agent.putBack(geometry())); });
+    names.addProcedure("clsSteadyAgent.Show", "", [&agent](Arguments) -> Answer {
+        if (agent.openWindow) {
+            agent.openWindow();
+        }
+        return {};
+    });
     names.addProcedure("clsSteadyAgent.NewBaseline", "",
                        [&agent, geometry](Arguments) -> Answer { return Json(agent.newBaseline(geometry())); });
 }

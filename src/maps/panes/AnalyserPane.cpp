@@ -104,6 +104,13 @@ void AnalyserPane::steadyClicked() {
     }
 }
 
+void AnalyserPane::showSteady() {
+    const auto* const steady = paneWindow().context().steady;
+    if (steady != nullptr && steady->openWindow) {
+        steady->openWindow();
+    }
+}
+
 void AnalyserPane::tickPane() {
     if (auto* const steady = paneWindow().context().steady; steady != nullptr && !steady->isOn(&paneWindow())) {
         chkSteadyAgent.Value = 0;
@@ -116,7 +123,13 @@ void AnalyserPane::tickPane() {
 std::string AnalyserPane::cellStatus(int cell) {
     const double mean = meanOf(cell);
     return "Air-fuel ratio, " + placeWords(analys.geometry, cell) + ": target " + analys(cell).ToolTipText.get() +
-           (mean == 0.0 ? "" : ", measured " + core::textOf(mean));
+           (mean == 0.0 ? "" : ", measured " + core::textOf(mean)) + steadyWords(cell);
+}
+
+std::string AnalyserPane::steadyWords(int cell) const {
+    const auto* const steady = paneWindow().context().steady;
+    const std::string words = steady != nullptr ? steady->cellWords(cell) : std::string();
+    return words.empty() ? words : "; steady agent: " + words;
 }
 
 // Cut to two decimals; 0 for a cell without samples.

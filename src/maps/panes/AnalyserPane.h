@@ -20,6 +20,9 @@ public:
     controls::Image imgAgentLed;
     controls::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
 
+    // Opens the window of the steady agent.
+    void showSteady();
+
     // Every cell shows the default target.
     void fillTargets();
     // Shows means by colour, or targets while they are modified.
@@ -44,6 +47,7 @@ private:
     void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
     [[nodiscard]] double meanOf(int cell) const;
+    [[nodiscard]] std::string steadyWords(int cell) const;
     void showTarget(controls::TextBox& box);
     void showMean(controls::TextBox& box, int cell);
     void keyDown(int cell, int keyCode);

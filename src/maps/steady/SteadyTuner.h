@@ -1,7 +1,9 @@
 // The steady agent, as the map windows use it.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "maps/grid/MapGeometry.h"
 #include "maps/steady/SteadyChoices.h"
@@ -30,7 +32,17 @@ public:
     [[nodiscard]] virtual std::string state() const = 0;
     [[nodiscard]] virtual std::string whyStopped() const = 0;
 
+    // What it knows of a cell and does with it, in one sentence; empty before the first start.
+    [[nodiscard]] virtual std::string cellWords(int cell) const = 0;
+    // The delay of lambda in a zone of load: "20 to 40 %: 312 ms, give or take 24".
+    [[nodiscard]] virtual std::string zoneWords(std::size_t zone) const = 0;
+    // How many samples were used, then how many were rejected for each reason that there was.
+    [[nodiscard]] virtual std::vector<std::string> sampleWords() const = 0;
+
     [[nodiscard]] virtual SteadyChoices& choices() = 0;
+
+    // Opens the window that shows all this; set by who owns it.
+    std::function<void()> openWindow;
 };
 
 }  // namespace korvane::maps
