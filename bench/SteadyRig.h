@@ -28,6 +28,7 @@ struct Trial {
     ecu::EngineConditions conditions;
     ecu::MapFault mapFault = ecu::MapFault::Smooth;
     bool throttleKnown = true;
+    bool needByPlace = true;  // false: as the virtual ECU is by default, one need for all of a cell
     double richAuthority = 15.0;
     double leanAuthority = 15.0;
 };
@@ -48,7 +49,7 @@ public:
           memory_(ecu::firmwareType(11), {}, trial.mapFault),
           engine_(trial.seed),
           sensors_(trial.seed ^ 0x53656E73U) {
-        trial_.conditions.needByPlace = true;
+        trial_.conditions.needByPlace = trial.needByPlace;
         engine_.setConditions(trial_.conditions);
         engine_.drive(ecu::Drive{});
         start_ = memory_.working(ecu::MapKind::Fuel);
@@ -81,8 +82,8 @@ public:
         }
     }
 
-    [[nodiscard]] steady::Setup setup() const {
-        steady::Setup setup;
+    [[nodiscard]] steady::SteadySetup setup() const {
+        steady::SteadySetup setup;
         setup.richAuthority = trial_.richAuthority;
         setup.leanAuthority = trial_.leanAuthority;
         setup.throttleKnown = trial_.throttleKnown;
@@ -92,35 +93,48 @@ public:
     [[nodiscard]] const ecu::EngineModel& engine() const { return engine_; }
     [[nodiscard]] double seconds() const { return static_cast<double>(steps_) * ecu::EngineModel::kStep; }
 
-    // From here on the visits count.
-    void forgetVisits() { visits_.fill({}); }
-    void chooseVisited() {
-        visited_.clear();
+    // Gives each cell that `other` has been in the best byte there, as if the map had always been right.
+    void makeRight(const Car& other) {
         for (std::size_t cell = 0; cell < kCells; ++cell) {
-            if (visits_.at(cell).count >= 50) {
-                visited_.push_back(cell);
+            if (other.hasBeenIn(cell)) {
+                memory_.setCell(ecu::MapKind::Fuel, static_cast<int>(cell),
+                                static_cast<std::uint8_t>(other.bestByte(cell)));
             }
         }
+        start_ = memory_.working(ecu::MapKind::Fuel);
     }
-    [[nodiscard]] const std::vector<std::size_t>& visited() const { return visited_; }
+    [[nodiscard]] bool hasBeenIn(std::size_t cell) const { return visits_.at(cell).count > 0; }
+
+    // From here on the visits count.
+    void forgetVisits() { visits_.fill({}); }
+    // In which the engine has been for 50 frames and more since forgetVisits().
+    [[nodiscard]] std::vector<std::size_t> visited() const {
+        std::vector<std::size_t> cells;
+        for (std::size_t cell = 0; cell < kCells; ++cell) {
+            if (visits_.at(cell).count >= 50) {
+                cells.push_back(cell);
+            }
+        }
+        return cells;
+    }
     [[nodiscard]] std::uint8_t startByte(std::size_t cell) const { return start_.at(cell); }
     [[nodiscard]] std::uint8_t byte(std::size_t cell) const { return map()[cell]; }
 
     // The mixture less the target that a byte gives in the cell.
     [[nodiscard]] double offBy(std::size_t cell, int byte) const {
         const Visits& visits = visits_.at(cell);
-        const double need = trial_.conditions.interpolate || visits.count == 0
+        const double need = trial_.conditions.interpolate || !trial_.needByPlace || visits.count == 0
                                 ? calibration_.need.at(cell)
                                 : visits.need / static_cast<double>(visits.count);
         return kTarget * need / pulseOf(cell, byte) - kTarget;
     }
-    [[nodiscard]] double needOf(std::size_t cell) const { return offBy(cell, map()[cell]); }
+    [[nodiscard]] double offNow(std::size_t cell) const { return offBy(cell, map()[cell]); }
 
-    [[nodiscard]] Distance distance() const {
-        Distance distance{.cells = visited_.size()};
+    [[nodiscard]] Distance distance(const std::vector<std::size_t>& cells) const {
+        Distance distance{.cells = cells.size()};
         double floor = 0.0;
         double sum = 0.0;
-        for (const std::size_t cell : visited_) {
+        for (const std::size_t cell : cells) {
             const double off = offBy(cell, map()[cell]);
             sum += off * off;
             if (std::fabs(off) > std::fabs(distance.worst)) {
@@ -129,7 +143,7 @@ public:
             }
             floor += bestSquare(cell);
         }
-        const auto count = static_cast<double>(std::max<std::size_t>(visited_.size(), 1));
+        const auto count = static_cast<double>(std::max<std::size_t>(cells.size(), 1));
         distance.rms = std::sqrt(sum / count);
         distance.floor = std::sqrt(floor / count);
         return distance;
@@ -145,14 +159,19 @@ private:
         const double perCount = calibration_.pulse.at(cell) / std::max<int>(map()[cell], 1);
         return perCount * std::max(byte, 1);
     }
-    [[nodiscard]] double bestSquare(std::size_t cell) const {
+    [[nodiscard]] int bestByte(std::size_t cell) const {
         const auto range = steady::authorityOf(setup(), start_.at(cell));
-        double best = 1e9;
+        int best = range.least;
         for (int byte = range.least; byte <= range.most; ++byte) {
-            const double off = offBy(cell, byte);
-            best = std::min(best, off * off);
+            if (std::fabs(offBy(cell, byte)) < std::fabs(offBy(cell, best))) {
+                best = byte;
+            }
         }
         return best;
+    }
+    [[nodiscard]] double bestSquare(std::size_t cell) const {
+        const double off = offBy(cell, bestByte(cell));
+        return off * off;
     }
 
     void see() {
@@ -191,7 +210,6 @@ private:
     ecu::MapCells start_{};
     steady::Frame frame_;
     std::array<Visits, kCells> visits_{};
-    std::vector<std::size_t> visited_;
     long steps_ = 0;
     bool cold_ = false;
 };

@@ -160,21 +160,9 @@ void VirtualEcu::getPower(Micros at) {
 }
 
 const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
-    {"type", &VirtualEcu::changeType},
-    {"seed", &VirtualEcu::changeSeed},
-    {"drive", &VirtualEcu::changeDrive},
-    {"lose", &VirtualEcu::changeFaults},
-    {"flip", &VirtualEcu::changeFaults},
-    {"add", &VirtualEcu::changeFaults},
-    {"power", &VirtualEcu::changePower},
-    {"alarm", &VirtualEcu::changeAlarm},
-    {"mapfault", &VirtualEcu::changeMapFault},
-    {"interpolate", &VirtualEcu::changeConditions},
-    {"need", &VirtualEcu::changeConditions},
-    {"lambdadelay", &VirtualEcu::changeConditions},
-    {"lambdalag", &VirtualEcu::changeConditions},
-    {"lambdanoise", &VirtualEcu::changeConditions},
-    {"lambdafault", &VirtualEcu::changeConditions},
+    {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
+    {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
+    {"power", &VirtualEcu::changePower}, {"alarm", &VirtualEcu::changeAlarm}, {"mapfault", &VirtualEcu::changeMapFault},
 };
 
 std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {
@@ -196,6 +184,7 @@ std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros
     advanceEngine(at);
     const bool otherType = changed.type != settings_.type;
     settings_ = std::move(changed);
+    engine_.setConditions(settings_.conditions);
     for (const ChangeRow& row : kChanges) {
         if (row.key == key && (key != "type" || otherType)) {
             (this->*row.change)(at);

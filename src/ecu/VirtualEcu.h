@@ -124,7 +124,6 @@ private:
     void changeType(Micros);
     void changeSeed(Micros);
     void changeDrive(Micros) { engine_.drive(settings_.drive); }
-    void changeConditions(Micros) { engine_.setConditions(settings_.conditions); }
     void changeMapFault(Micros at) { memory_.storeFactoryFuel(settings_.mapFault, at); }
     void changeFaults(Micros);
     void changePower(Micros at);

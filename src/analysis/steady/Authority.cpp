@@ -5,7 +5,7 @@
 
 namespace korvane::steady {
 
-ByteRange authorityOf(const Setup& setup, std::uint8_t baseline) {
+ByteRange authorityOf(const SteadySetup& setup, std::uint8_t baseline) {
     constexpr double kRounding = 1e-9;
     const double richer = std::floor(baseline * std::max(setup.richAuthority, 0.0) / 100.0 + kRounding);
     const double leaner = std::floor(baseline * std::max(setup.leanAuthority, 0.0) / 100.0 + kRounding);

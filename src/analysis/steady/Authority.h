@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 
@@ -17,6 +17,6 @@ struct ByteRange {
 
 // The bytes that a cell with that baseline may have. A part of a count is never given. The baseline itself is always
 // allowed, also where the keys would stop before it.
-[[nodiscard]] ByteRange authorityOf(const Setup& setup, std::uint8_t baseline);
+[[nodiscard]] ByteRange authorityOf(const SteadySetup& setup, std::uint8_t baseline);
 
 }  // namespace korvane::steady

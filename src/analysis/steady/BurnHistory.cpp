@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/steady/WallFilm.h"
+
 namespace korvane::steady {
 
 void BurnHistory::reset() {
@@ -24,6 +26,7 @@ void BurnHistory::begin(double seconds, const Burn& burn) {
                  .cell = burn.cell,
                  .purity = 0.0,
                  .row = burn.place.row,
+                 .film = burn.rate,
                  .last = Verdict::LinkLate,
                  .sinceCut = 0.0};
     time_ = seconds;
@@ -48,6 +51,7 @@ Burn BurnHistory::between(const Burn& to, double share) const {
     Burn burn = share < 0.5 ? latest_ : to;
     burn.place = {mix(latest_.place.column, to.place.column), mix(latest_.place.row, to.place.row)};
     burn.fourBytes = mix(latest_.fourBytes, to.fourBytes);
+    burn.rate = latest_.rate > 0.0 && to.rate > 0.0 ? mix(latest_.rate, to.rate) : burn.rate;
     if (burn.verdict == Verdict::Used) {
         burn.verdict = to.verdict != Verdict::Used ? to.verdict : latest_.verdict;
     }
@@ -62,6 +66,9 @@ void BurnHistory::tick(const Burn& burn) {
     const bool same = burn.cell == old.cell;
     constexpr double kPaceShare = 0.05;
     const double pace = old.pace + (std::fabs(burn.place.row - old.row) / kStep - old.pace) * kPaceShare;
+    constexpr double kFilmShare = kStep / (kStep + WallFilm::kSeconds);
+    const double film = old.film + (burn.rate - old.film) * kFilmShare;
+    const double departure = burn.rate > 0.0 ? std::clamp(1.0 - film / burn.rate, -1.5, 1.0) : 0.0;
     const bool bad = burn.verdict != Verdict::Used;
     ticks_[newest_] = {.place = {smear(old.place.column, burn.place.column), smear(old.place.row, burn.place.row)},
                        .oneByte = smear(old.oneByte, burn.oneByte),
@@ -69,6 +76,8 @@ void BurnHistory::tick(const Burn& burn) {
                        .cell = burn.cell,
                        .purity = same ? smear(old.purity, 1.0) : follow_,
                        .row = burn.place.row,
+                       .film = film,
+                       .departure = smear(old.departure, departure),
                        .pace = pace,
                        .last = bad ? burn.verdict : old.last,
                        .since = bad ? 0.0 : old.since + kStep,

@@ -16,6 +16,7 @@ struct Burn {
     std::size_t cell = 0;
     double oneByte = 0.0;  // fuel, as PulseMap has it
     double fourBytes = 0.0;
+    double rate = 0.0;                // of the fuel, in any unit; 0 while it is cut
     Verdict verdict = Verdict::Used;  // of the mixture
 };
 
@@ -27,6 +28,8 @@ struct Smeared {
     std::size_t cell = 0;              // at that moment
     double purity = 0.0;               // the share of that cell, 0 to 1
     double row = 0.0;                  // of the place, not smoothed
+    double film = 0.0;                 // mean of the rate over the time of the wall film
+    double departure = 0.0;            // of the rate from it, as a share of the rate
     double pace = 0.0;                 // how fast the row changes, in a second
     Verdict last = Verdict::LinkLate;  // the last mixture that was of no use,
     double since = 0.0;                // and how many seconds ago that was

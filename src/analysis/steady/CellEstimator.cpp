@@ -8,10 +8,15 @@ namespace korvane::steady {
 
 namespace {
 
-constexpr double kPrior = 0.02;     // samples that the expected need is worth,
-constexpr double kSmooth = 0.5;     // and that a smooth need is worth, along the row and along the column
-constexpr double kPerSample = 4.0;  // successive samples tell less than independent ones, by this factor
-constexpr double kSure = 0.015;     // the standard error at which the confidence is a half
+constexpr double kPrior = 0.02;       // samples that the expected need is worth,
+constexpr double kSmooth = 0.5;       // and that a smooth need is worth, along the row and along the column
+constexpr double kForget = 0.05;      // what a sample counts in the spread of its cell,
+constexpr double kForgetAll = 0.004;  // and in that of all
+constexpr double kLargest = 0.04;     // what a sample differs by at most, for the spread of all
+constexpr double kFromMean = 1.25;    // standard deviation of a bell by the mean of its distances
+constexpr double kFirst = 0.02;       // guess of the spread
+constexpr double kPerSample = 4.0;    // successive samples tell less than independent ones, by this factor
+constexpr double kSure = 0.03;        // the standard error at which the confidence is a half
 
 }  // namespace
 
@@ -22,25 +27,30 @@ void CellEstimator::Row::operator+=(const Row& other) {
     down += other.down;
     downRight += other.downRight;
     value += other.value;
+    wet += other.wet;
     near += other.near;
-    square += other.square;
+    visits += other.visits;
     pure += other.pure;
     mean += other.mean;
+    meanWet += other.meanWet;
     for (std::size_t i = 0; i < places.size(); ++i) {
         places[i] += other.places[i];
     }
 }
 
-void CellEstimator::reset(const Setup& setup, const PulseMap& map) {
+void CellEstimator::reset(const SteadySetup& setup, const PulseMap& map) {
     grid_ = setup.grid;
     known_.fill({});
     waiting_.fill({});
-    visits_.fill({});
+    film_.reset();
+    stays_.fill({});
+    lastCell_ = kMostCells;
     for (std::size_t i = 0; i < kMostCells; ++i) {
         expected_[i] = map.oneByte(i) + std::log(static_cast<double>(setup.targets[i]));
     }
     need_ = expected_;
-    residual_ = 0.02;
+    square_.fill(kFirst * kFirst);
+    residual_ = kFirst;
     waits_ = false;
 }
 
@@ -81,32 +91,49 @@ void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, co
 
 void CellEstimator::add(const NeedSample& sample) {
     const Corners corners = grid_.linesOf(sample.place);
-    const double off = sample.need - at(sample.place);
+    const double dry = sample.need - at(sample.place);
+    film_.add(sample.cell, sample.departure, dry, sample.weight);
+    const double off = dry - film_.share() * sample.departure;
     for (std::size_t i = 0; i < 4; ++i) {
         const double share = sample.weight * corners.share[i];
         Row& row = waiting_[corners.cell[i]];
         row.self += share * corners.share[i];
         row.value += share * sample.need;
-        if (corners.share[i] > 0.4) {
-            row.near += share;
-            row.square += share * off * off;
-        }
+        row.wet += share * sample.departure;
         for (std::size_t j = i + 1; j < 4; ++j) {
             addPair(corners.cell[i], corners.cell[j], share * corners.share[j]);
         }
     }
+    addOwn(sample, corners, off);
+    residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
+    waits_ = true;
+}
+
+// What the cell in which the place lies has of the sample.
+void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, double off) {
+    const std::size_t here = grid_.cellAt(sample.place);
+    Row& own = waiting_[here];
+    own.near += sample.weight;
+    own.visits += here != lastCell_ ? 1.0 : 0.0;
+    lastCell_ = here;
+    square_[here] += kForget * (off * off - square_[here]);
     if (sample.pure) {
         Row& row = waiting_[sample.cell];
         row.pure += sample.weight;
         row.mean += sample.weight * sample.need;
+        row.meanWet += sample.weight * sample.departure;
         addPlace(row.places, sample.cell, corners, sample.weight);
     }
-    residual_ += 0.001 * (std::min(std::fabs(off), 0.2) * 1.25 - residual_);
-    waits_ = true;
 }
 
 void CellEstimator::ran(const Place& place, std::size_t cell) {
-    addPlace(visits_[cell], cell, grid_.linesOf(place), 1.0);
+    constexpr int kMemory = 2000;  // frames
+    Stay& stay = stays_[cell];
+    addPlace(stay.places, cell, grid_.linesOf(place), 1.0);
+    const double need = at(place) - need_[cell];
+    stay.count = std::min(stay.count + 1, kMemory);
+    stay.mean += (need - stay.mean) / stay.count;
+    stay.square += (need * need - stay.square) / stay.count;
 }
 
 void CellEstimator::commit() {
@@ -116,10 +143,12 @@ void CellEstimator::commit() {
     for (std::size_t i = 0; i < grid_.cells(); ++i) {
         known_[i] += waiting_[i];
     }
+    film_.commit();
     discard();
 }
 
 void CellEstimator::discard() {
+    film_.discard();
     waiting_.fill({});
     waits_ = false;
 }
@@ -171,7 +200,8 @@ void CellEstimator::relax() {
     for (std::size_t i = 0; i < kAtOnce; ++i) {
         next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
         double diagonal = known_[next_].self + kPrior;
-        const double sum = known_[next_].value - others(next_) + kPrior * expected_[next_] + smooth(next_, diagonal);
+        const double sum = known_[next_].value - film_.share() * known_[next_].wet - others(next_) +
+                           kPrior * expected_[next_] + smooth(next_, diagonal);
         need_[next_] = sum / diagonal;
     }
 }
@@ -217,22 +247,37 @@ double CellEstimator::around(std::size_t index, const std::array<double, 9>& sha
 // Over the places where the engine ran; what the smooth need leaves over comes from the cell's own samples.
 double CellEstimator::meanNeed(std::size_t index) const {
     const Row& row = known_[index];
-    const double over = row.pure > 0.0 ? row.mean / row.pure - around(index, row.places) : 0.0;
-    return around(index, visits_[index]) + over;
+    const double over =
+        row.pure > 0.0 ? (row.mean - film_.share() * row.meanWet) / row.pure - around(index, row.places) : 0.0;
+    return around(index, stays_[index].places) + over;
+}
+
+// Noise goes down with the samples, what a single visit has of its own only with the number of visits: errors of the
+// delay, acceleration and, for one byte, the places it went through.
+double CellEstimator::errorOf(std::size_t index, bool one) const {
+    constexpr double kVisit = 0.01;
+    constexpr double kPlaces = 0.1;
+    constexpr double kLeastNoise = 0.01;
+    const Row& row = known_[index];
+    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
+    if (effective <= 0.0 || row.visits <= 0.0) {
+        return 1.0;
+    }
+    const Stay& stay = stays_[index];
+    const double places = one ? std::max(stay.square - stay.mean * stay.mean, 0.0) : 0.0;
+    const double noise = std::max(residual_, kLeastNoise);
+    return std::sqrt(noise * noise / effective + (kVisit * kVisit + kPlaces * places) / row.visits);
 }
 
 CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
+    constexpr double kFewest = 3.0;  // samples of the cell
     const Row& row = known_[index];
     const bool one = firmware == Firmware::OneByte;
     const double weight = one ? row.pure : row.near;
-    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
-    const double spread = row.near > 0.0 ? std::sqrt(row.square / row.near) : 0.0;
-    const double single = std::max(residual_, 0.01);
-    const double error = effective > 0.0 ? single / std::sqrt(effective) : 1.0;
-    constexpr double kFewest = 4.0;  // samples of the cell
+    const double error = errorOf(index, one);
     return {.need = one ? meanNeed(index) : need_[index],
             .weight = weight,
-            .spread = spread,
+            .spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0,
             .error = error,
             .confidence = weight < kFewest ? 0.0 : 1.0 / (1.0 + error * error / (kSure * kSure))};
 }

@@ -6,6 +6,7 @@
 #include "analysis/steady/FirmwareGuess.h"
 #include "analysis/steady/Grid.h"
 #include "analysis/steady/PulseMap.h"
+#include "analysis/steady/WallFilm.h"
 
 namespace korvane::steady {
 
@@ -15,7 +16,8 @@ struct NeedSample {
     std::size_t cell = 0;  // in which it was burnt
     double need = 0.0;
     double weight = 1.0;
-    bool pure = false;  // burnt in that cell alone
+    double departure = 0.0;  // of the fuel's rate, as WallFilm has it
+    bool pure = false;       // burnt in that cell alone
 };
 
 // What is known of a cell.
@@ -34,7 +36,7 @@ struct CellNeed {
 class CellEstimator {
 public:
     // `map` is what the needs are expected to be near to.
-    void reset(const Setup& setup, const PulseMap& map);
+    void reset(const SteadySetup& setup, const PulseMap& map);
     // Into the samples that wait.
     void add(const NeedSample& sample);
     // The engine runs at that place with fuel; whether or not lambda can be used.
@@ -52,6 +54,8 @@ public:
     [[nodiscard]] double at(const Place& place) const;
     // Root mean square of what the samples differ by from at(), as a share of the fuel.
     [[nodiscard]] double residual() const { return residual_; }
+    // Of the fuel that wets the walls.
+    [[nodiscard]] double wallShare() const { return film_.share(); }
     [[nodiscard]] bool waiting() const { return waits_; }
 
 private:
@@ -63,19 +67,23 @@ private:
         double down = 0.0;
         double downRight = 0.0;
         double value = 0.0;
-        double near = 0.0;               // samples that have most of their share here
-        double square = 0.0;             // of what they differed by
+        double wet = 0.0;                // the same sum as of the needs, of the departures
+        double near = 0.0;               // samples within the cell
+        double visits = 0.0;             // stretches of them
         double pure = 0.0;               // weight of the samples of the cell alone,
         double mean = 0.0;               // sum of their needs,
+        double meanWet = 0.0;            // and of their departures
         std::array<double, 9> places{};  // sum of their shares of the cells around
 
         void operator+=(const Row& other);
     };
     using Rows = std::array<Row, kMostCells>;
 
+    void addOwn(const NeedSample& sample, const Corners& corners, double off);
     void addPair(std::size_t a, std::size_t b, double product);
     [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
     [[nodiscard]] double others(std::size_t index) const;
+    [[nodiscard]] double errorOf(std::size_t index, bool one) const;
     [[nodiscard]] double marginal(std::size_t index) const;
     [[nodiscard]] double meanNeed(std::size_t index) const;
     [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;
@@ -83,13 +91,23 @@ private:
     [[nodiscard]] std::size_t neighbour(std::size_t index, int down, int right) const;
 
     Grid grid_;
+    WallFilm film_;
     Rows known_{};
     Rows waiting_{};
-    std::array<std::array<double, 9>, kMostCells> visits_{};
+    // Where the engine ran in a cell, with or without samples.
+    struct Stay {
+        std::array<double, 9> places{};  // sum of the shares of the cells around
+        double mean = 0.0;               // of the need there, and of its square
+        double square = 0.0;
+        int count = 0;
+    };
+    std::array<Stay, kMostCells> stays_{};
     std::array<double, kMostCells> need_{};
     std::array<double, kMostCells> expected_{};
+    std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
-    double residual_ = 0.02;
+    std::size_t lastCell_ = kMostCells;  // in which a sample was
+    double residual_ = 0.0;
     bool waits_ = false;
 };
 

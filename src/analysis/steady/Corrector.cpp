@@ -20,21 +20,22 @@ Correction Corrector::correct(const PulseMap& map, const CellNeed& need, std::ui
         return {};
     }
     const double wanted = need.need - std::log(target);
-    const double missing = map.countsOf(wanted) - byte;
     const double share = wanted - map.logOf(byte);
+    // Only what is missing beyond the standard error is acted on.
+    const double sure = std::copysign(std::max(std::fabs(share) - kErrors * need.error, 0.0), share);
+    const double missing = map.countsOf(map.logOf(byte) + sure) - byte;
     Correction result{.errorPercent = 100.0 * std::expm1(share), .held = Held::NoConfidence};
     if (need.confidence < kLeastConfidence) {
         return result;
     }
-    const bool inside = std::fabs(missing) < kDeadBand || std::fabs(result.errorPercent) < kDeadPercent ||
-                        std::fabs(share) < kErrors * need.error;
+    const bool inside = std::fabs(missing) < kDeadBand || std::fabs(result.errorPercent) < kDeadPercent;
     result.held = inside ? Held::OnTarget : Held::No;
     if (inside) {
         return result;
     }
-    const int whole = std::max(1, static_cast<int>(std::min(kGain * std::fabs(missing), 255.0)));
+    const int whole = std::max(1, static_cast<int>(std::lround(std::min(kGain * std::fabs(missing), 255.0))));
     const int step = missing > 0.0 ? whole : -whole;
-    result.limited = !range.holds(static_cast<int>(std::lround(std::clamp(byte + missing, -1.0, 256.0))));
+    result.limited = !range.holds(static_cast<int>(std::lround(std::clamp(map.countsOf(wanted), -1.0, 256.0))));
     // A byte beyond the range, as the tuner may have set it, may come nearer but not go further.
     result.step =
         step > 0 ? std::min(step, std::max(range.most - byte, 0)) : std::max(step, std::min(range.least - byte, 0));

@@ -37,7 +37,7 @@ public:
     static constexpr double kDeadBand = 0.57;    // counts, both ways
     static constexpr double kDeadPercent = 0.3;  // of fuel, both ways
     static constexpr double kLeastConfidence = 0.5;
-    static constexpr double kErrors = 1.5;  // of the standard error have to be missing
+    static constexpr double kErrors = 0.8;  // standard errors are left
 
     // For a cell whose byte is `byte` and may be in `range`; `target` is its lambda.
     [[nodiscard]] static Correction correct(const PulseMap& map, const CellNeed& need, std::uint8_t byte,

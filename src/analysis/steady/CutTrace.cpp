@@ -54,8 +54,10 @@ void CutTrace::beginCut(double seconds) {
     cutAt_ = seconds - 0.5 * gap_;
     early_ = 0.0;
     late_ = 0.0;
-    told_ = false;
+    told_ = levels_ < 3;
     count_ = 0;
+    firstCut_ = seconds;
+    peak_ = 0.0;
 }
 
 void CutTrace::endCut(double seconds) {
@@ -67,7 +69,9 @@ void CutTrace::endCut(double seconds) {
 
 CutTrace::Outcome CutTrace::follow(const Reading& now, bool cut) {
     watchRise(now);
+    peak_ = std::max(peak_, now.lambda);
     if (phase_ == Phase::Cut) {
+        lastCut_ = now.seconds;
         if (!told_ && late_ == 0.0 && now.seconds - cutAt_ > kLatest) {
             told_ = true;
             return Outcome::NotLean;
@@ -106,23 +110,43 @@ void CutTrace::watchRise(const Reading& now) {
 }
 
 CutTrace::Outcome CutTrace::judgeReturn(const Reading& now, bool cutAgain) {
-    const bool rose = late_ != 0.0;
     constexpr double kBack = 17.0;
     const bool back = now.lambda < kBack;
-    const bool told = told_;
-    if (settled_ && rose && back && !cutAgain) {
+    if (settled_ && late_ != 0.0 && back && !cutAgain) {
         measureReturn();
     }
+    const Outcome outcome = cutAgain || told_ ? Outcome::None : outcomeOf(back);
     phase_ = Phase::Quiet;
     levels_ = 0;
     if (cutAgain) {
         beginCut(now.seconds);
-        return Outcome::None;
     }
-    if (told || !rose) {
-        return Outcome::None;
+    return outcome;
+}
+
+CutTrace::Outcome CutTrace::outcomeOf(bool back) {
+    constexpr int kWeak = 2;
+    if (late_ != 0.0) {
+        weak_ = 0;
+        return back ? Outcome::Proved : Outcome::NotBack;
     }
-    return back ? Outcome::Proved : Outcome::NotBack;
+    weak_ = weak() ? weak_ + 1 : weak_;
+    return weak_ >= kWeak ? Outcome::NotLean : Outcome::None;
+}
+
+// Lambda has answered a short cut with less than half of what some frame must have seen with that lag: the last one
+// before the answer's peak, or the first one behind it.
+bool CutTrace::weak() const {
+    constexpr double kClear = 1.0;
+    constexpr double kHalf = 0.5;
+    if (lag_ <= 0.0) {
+        return false;
+    }
+    const auto rise = [this](double seconds) { return 1.0 - std::exp(-std::max(seconds, 0.0) / lag_); };
+    const double cut = lastCut_ - firstCut_;
+    const double share = std::max(rise(cut - gap_), rise(cut) * std::exp(-gap_ / lag_));
+    const double seen = kHalf * (kFreshAir - level_) * share;
+    return seen > kClear && peak_ - level_ < seen;
 }
 
 double CutTrace::settledLevel() const {

@@ -22,11 +22,13 @@ public:
     enum class Outcome {
         None,
         Proved,   // gone lean with the cut and come back
-        NotLean,  // the cut was long enough, and lambda did not follow
+        NotLean,  // lambda did not follow: one long cut, or two short ones
         NotBack,  // lambda stayed lean when the fuel was back
     };
 
     void reset() { *this = CutTrace(); }
+    // Lag of the sensor in seconds; 0 while it is not known. Short cuts tell nothing without it.
+    void expectLag(double seconds) { lag_ = seconds; }
     // `cut`: the fuel is off now. Returns what has been decided with this frame.
     Outcome add(double seconds, double lambda, bool cut);
     // Measured with the last frames; each is told once.
@@ -51,6 +53,8 @@ private:
     [[nodiscard]] double crossing(const Reading& now, double level) const;
     Outcome judgeReturn(const Reading& now, bool cutAgain);
     void measureReturn();
+    [[nodiscard]] bool weak() const;
+    Outcome outcomeOf(bool back);
     [[nodiscard]] double returnCrossing(double level) const;
     [[nodiscard]] double settledLevel() const;
 
@@ -65,6 +69,11 @@ private:
     double late_ = 0.0;     // when 63 per cent was
     bool settled_ = false;  // lambda was at its lean end when the fuel came back
     bool told_ = false;     // an outcome of this cut
+    double lag_ = 0.0;
+    double firstCut_ = 0.0;  // frames that saw the fuel cut
+    double lastCut_ = 0.0;
+    double peak_ = 0.0;
+    int weak_ = 0;  // short cuts in a row that lambda hardly answered
     std::array<Reading, 128> after_{};
     std::size_t count_ = 0;
     std::optional<Answer> answer_;

@@ -6,7 +6,7 @@
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/CutTrace.h"
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 
@@ -31,6 +31,7 @@ public:
     // Seconds from the cylinders to the sensor at that row of the map, without the lag.
     [[nodiscard]] double transport(double row) const;
     [[nodiscard]] double lag() const { return lag_; }
+    [[nodiscard]] bool lagKnown() const { return lags_ >= 8; }
     // Where nothing is known yet, by engine speed.
     [[nodiscard]] double transportNow(const BurnHistory& history, double rpm) const;
     [[nodiscard]] bool anyKnown() const;

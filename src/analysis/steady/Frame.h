@@ -22,7 +22,7 @@ struct Frame {
     double seconds = 0.0;  // of a clock that never goes back
     double rpm = 0.0;
     double load = 0.0;      // per cent, as the rows of the map count it
-    double throttle = 0.0;  // per cent; means nothing unless Setup::throttleKnown
+    double throttle = 0.0;  // per cent; means nothing unless SteadySetup::throttleKnown
     double lambda = 0.0;    // as an air-fuel ratio
     double duty = 0.0;      // of the injectors, in counts: 256 is always open
     double waterC = 0.0;

@@ -17,7 +17,7 @@ double PulseMap::countsOf(double logFuel) const {
     return std::exp(logFuel) - offset_;
 }
 
-void PulseMap::reset(const Setup& setup, std::span<const std::uint8_t> bytes) {
+void PulseMap::reset(const SteadySetup& setup, std::span<const std::uint8_t> bytes) {
     offset_ = setup.offsetCounts;
     bytes_.fill(0);
     const std::size_t count = std::min({bytes.size(), bytes_.size(), setup.grid.cells()});

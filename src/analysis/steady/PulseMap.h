@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 
@@ -15,10 +15,11 @@ public:
     // Counts, not rounded, that give so much fuel.
     [[nodiscard]] double countsOf(double logFuel) const;
 
-    void reset(const Setup& setup, std::span<const std::uint8_t> bytes);
+    void reset(const SteadySetup& setup, std::span<const std::uint8_t> bytes);
     void set(std::size_t cell, std::uint8_t byte);
 
     [[nodiscard]] const MapBytes& bytes() const { return bytes_; }
+    [[nodiscard]] double fuel(std::size_t cell) const { return fuel_[cell]; }
     [[nodiscard]] double oneByte(std::size_t cell) const { return logs_[cell]; }
     [[nodiscard]] double fourBytes(const Corners& corners) const;
 

@@ -39,7 +39,7 @@ bool SampleGate::justStarted(const Frame& frame) {
     return frame.seconds - startedAt_ < kAfterStart;
 }
 
-bool SampleGate::enriched(const Frame& frame, const Setup& setup) const {
+bool SampleGate::enriched(const Frame& frame, const SteadySetup& setup) const {
     constexpr double kQuickThrottle = 70.0;  // per cent in a second
     constexpr double kQuickLoad = 100.0;
     const double gap = std::max(frame.seconds - last_.seconds, 0.01);
@@ -48,7 +48,7 @@ bool SampleGate::enriched(const Frame& frame, const Setup& setup) const {
            std::fabs(frame.load - last_.load) / gap > kQuickLoad;
 }
 
-Verdict SampleGate::running(const Frame& frame, const Setup& setup) {
+Verdict SampleGate::running(const Frame& frame, const SteadySetup& setup) {
     if (justStarted(frame)) {
         return Verdict::Cranking;
     }
@@ -67,7 +67,7 @@ Verdict SampleGate::running(const Frame& frame, const Setup& setup) {
     return cut(frame) ? Verdict::FuelCut : Verdict::Used;
 }
 
-Verdict SampleGate::mixture(const Frame& frame, const Setup& setup, const Place& place) {
+Verdict SampleGate::mixture(const Frame& frame, const SteadySetup& setup, const Place& place) {
     const bool late = !begun_ || frame.seconds - last_.seconds > BurnHistory::kLongestGap;
     Verdict verdict = running(frame, setup);
     if (late) {

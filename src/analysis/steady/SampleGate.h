@@ -6,7 +6,7 @@
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/Frame.h"
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 
@@ -16,7 +16,7 @@ public:
     void reset();
 
     // What is wrong with the mixture that is burnt now. To be called once for each frame, in order.
-    [[nodiscard]] Verdict mixture(const Frame& frame, const Setup& setup, const Place& place);
+    [[nodiscard]] Verdict mixture(const Frame& frame, const SteadySetup& setup, const Place& place);
     // What is wrong with the reading itself.
     [[nodiscard]] Verdict reading(const Frame& frame);
     // What is wrong with a sample whose mixture was `burnt`; `lag` of the sensor in seconds.
@@ -33,8 +33,8 @@ public:
 
 private:
     [[nodiscard]] bool justStarted(const Frame& frame);
-    [[nodiscard]] bool enriched(const Frame& frame, const Setup& setup) const;
-    [[nodiscard]] Verdict running(const Frame& frame, const Setup& setup);
+    [[nodiscard]] bool enriched(const Frame& frame, const SteadySetup& setup) const;
+    [[nodiscard]] Verdict running(const Frame& frame, const SteadySetup& setup);
 
     std::array<std::uint64_t, kVerdicts> counts_{};
     Frame last_;

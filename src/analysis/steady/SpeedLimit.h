@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 
 namespace korvane::steady {
 

@@ -12,7 +12,7 @@ constexpr double kProofHolds = 100.0;  // seconds
 
 }  // namespace
 
-void SteadyAgent::start(const Setup& setup, std::span<const std::uint8_t> map, double seconds,
+void SteadyAgent::start(const SteadySetup& setup, std::span<const std::uint8_t> map, double seconds,
                         std::span<const std::uint8_t> baseline) {
     setup_ = setup;
     map_.reset(setup, map);
@@ -152,6 +152,7 @@ void SteadyAgent::observe(const Frame& frame) {
                     .cell = cell,
                     .oneByte = map_.oneByte(cell),
                     .fourBytes = map_.fourBytes(grid.cornersOf(place)),
+                    .rate = SampleGate::cut(frame) ? 0.0 : map_.fuel(cell) * frame.rpm,
                     .verdict = mixture};
     history_.setLag(delays_.lag());
     history_.add(frame.seconds, burn);
@@ -181,16 +182,26 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
         cuts_.reset();
         return;
     }
+    cuts_.expectLag(delays_.lagKnown() ? delays_.lag() : 0.0);
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
-    while (const auto answer = cuts_.takeAnswer()) {
-        delays_.learn(*answer, history_);
-    }
+    learnDelay();
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
         handle(Event::Proved);
         provedAt_ = frame.seconds;
         speed_.proved(map_.bytes());
     }
     fault(Watch::check(outcome));
+}
+
+// What was learnt with a guessed delay is forgotten when the delay is known.
+void SteadyAgent::learnDelay() {
+    const bool known = delays_.anyKnown();
+    while (const auto answer = cuts_.takeAnswer()) {
+        delays_.learn(*answer, history_);
+    }
+    if (delays_.anyKnown() && !known) {
+        cells_.reset(setup_, map_);
+    }
 }
 
 // The gas at the sensor is that of a warm engine with fuel.
@@ -243,6 +254,7 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .cell = burnt.cell,
                             .need = std::log(frame.lambda) + fuel,
                             .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (kSteady * kSteady)),
+                            .departure = burnt.departure,
                             .pure = burnt.purity > kPure};
     if (std::fabs(sample.need - cells_.at(sample.place)) > kFar) {
         verdict_ = Verdict::Outlier;

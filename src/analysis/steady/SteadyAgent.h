@@ -52,7 +52,7 @@ class SteadyAgent {
 public:
     // Takes the map as it is for the baseline, or `baseline` where an earlier run has left one. Whatever was learnt
     // is forgotten.
-    void start(const Setup& setup, std::span<const std::uint8_t> map, double seconds,
+    void start(const SteadySetup& setup, std::span<const std::uint8_t> map, double seconds,
                std::span<const std::uint8_t> baseline = {});
     // The tuner has switched it off. Nothing is changed any more; the map stays as it is.
     void stop();
@@ -74,8 +74,10 @@ public:
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }
-    [[nodiscard]] const Setup& setup() const { return setup_; }
+    [[nodiscard]] const SteadySetup& setup() const { return setup_; }
     [[nodiscard]] Firmware firmware() const { return guess_.firmware(); }
+    // Of the fuel that wets the walls of the intake, as estimated; 0 to 1.
+    [[nodiscard]] double wallShare() const { return cells_.wallShare(); }
     [[nodiscard]] Zone zone(std::size_t index) const { return delays_.zone(index); }
     [[nodiscard]] std::uint64_t counted(Verdict verdict) const { return gate_.counted(verdict); }
     // Of the last frame.
@@ -97,6 +99,7 @@ private:
     void beginPutBack(const MapBytes& to);
     void observe(const Frame& frame);
     void guessFirmware(const Frame& frame, const Burn& burn);
+    void learnDelay();
     void followCut(const Frame& frame, Verdict mixture);
     void judge(const Frame& frame, Verdict mixture);
     [[nodiscard]] Verdict verdictOn(Verdict mixture, const Smeared& burnt) const;
@@ -111,7 +114,7 @@ private:
 
     static constexpr std::size_t kAtOnce = 16;  // changes for a frame
 
-    Setup setup_;
+    SteadySetup setup_;
     PulseMap map_;
     MapBytes baseline_{};
     MapBytes back_{};  // what is being put back

@@ -39,7 +39,7 @@ double Watch::Lasting::hold(bool holds, double seconds) {
     return seconds - since_;
 }
 
-StopReason Watch::check(const Frame& frame, const Setup& setup, Verdict reading, bool clear, double target) {
+StopReason Watch::check(const Frame& frame, const SteadySetup& setup, Verdict reading, bool clear, double target) {
     constexpr double kLeanFor = 0.4;  // seconds
     constexpr double kEndFor = 3.0;
     constexpr double kStuckFor = 5.0;

@@ -5,7 +5,7 @@
 
 #include "analysis/steady/CutTrace.h"
 #include "analysis/steady/Frame.h"
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 #include "analysis/steady/Verdict.h"
 
 namespace korvane::steady {
@@ -34,7 +34,8 @@ public:
     void reset() { *this = Watch(); }
     // To be called for each frame, with what the gate says of its mixture and of its reading; `clear`: the gas at the
     // sensor is that of an engine with fuel; `target` is that of the place. Tells the first reason to stop.
-    [[nodiscard]] StopReason check(const Frame& frame, const Setup& setup, Verdict reading, bool clear, double target);
+    [[nodiscard]] StopReason check(const Frame& frame, const SteadySetup& setup, Verdict reading, bool clear,
+                                   double target);
     // What a fuel cut has shown.
     [[nodiscard]] static StopReason check(CutTrace::Outcome outcome);
 

@@ -110,7 +110,8 @@ double Calibration::pulseAt(double rpm, double loadPercent) const {
     const Between column(columnAt(rpm), type.columns());
     const Between row(rowAt(loadPercent), type.rows());
     const auto inRow = [&](int index) {
-        const auto cell = static_cast<std::size_t>(index * type.columns() + column.first);
+        const auto rowStart = static_cast<std::size_t>(index) * static_cast<std::size_t>(type.columns());
+        const auto cell = rowStart + static_cast<std::size_t>(column.first);
         return std::lerp(pulse.at(cell), pulse.at(cell + 1), column.share);
     };
     return std::lerp(inRow(row.first), inRow(row.first + 1), row.share);

@@ -40,6 +40,9 @@ struct EngineConditions {
     double lambdaLagMs = 60.0;                  // time constant of the sensor
     std::optional<double> lambdaNoise;          // percent of the reading; nothing: 0.06 everywhere
     LambdaFault lambdaFault = LambdaFault::None;
+    double wetting = 0.0;        // percent of the fuel that wets the walls of the intake
+    bool coldStart = false;      // winter: cold at the start, long to warm up, and lean while it does
+    double throttleNoise = 0.0;  // of the throttle sensor, percent of its travel
 
     bool operator==(const EngineConditions&) const = default;
 };

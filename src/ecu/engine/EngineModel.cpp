@@ -9,11 +9,13 @@ namespace korvane::ecu {
 
 namespace {
 
-constexpr double kStep = EngineModel::kStep;
 constexpr double kOthersMixture = 13.2;  // where another ECU or a carburettor meters the fuel
 constexpr double kClosedPedal = 0.02;
 constexpr double kFiringRpm = 400.0;
 constexpr double kOutsideC = 20.0;
+constexpr double kWinterC = -10.0;
+constexpr double kSensorTravel = 210.0;  // counts of the throttle sensor
+constexpr std::uint64_t kThrottleSensorSeed = 0x5468726F;
 
 // Pressure behind the throttle plate without boost, from the engine's air demand and the plate's opening.
 double drawnPressure(double throttle, double rpm) {
@@ -24,7 +26,7 @@ double drawnPressure(double throttle, double rpm) {
 
 }  // namespace
 
-EngineModel::EngineModel(std::uint64_t seed) : noise_(seed) {
+EngineModel::EngineModel(std::uint64_t seed) : noise_(seed), throttleTrack_(seed ^ kThrottleSensorSeed) {
     script_.begin(Drive{}, 0.0);
 }
 
@@ -32,22 +34,32 @@ void EngineModel::drive(const Drive& drive) {
     script_.begin(drive, state_.rpm);
 }
 
+void EngineModel::reseed(std::uint64_t seed) {
+    noise_ = Noise(seed);
+    throttleTrack_ = Noise(seed ^ kThrottleSensorSeed);
+}
+
 void EngineModel::setConditions(const EngineConditions& conditions) {
     if (conditions.lambdaFault != conditions_.lambdaFault) {
         lambda_.setFault(conditions.lambdaFault);
         state_.afr = lambda_.reading();
     }
+    if (conditions.coldStart && !conditions_.coldStart) {
+        state_.waterC = state_.airC = state_.oilC = state_.exhaustC = kWinterC;
+    }
     conditions_ = conditions;
 }
 
 std::uint8_t EngineModel::throttleSensor() const {
-    return static_cast<std::uint8_t>(std::lround(20.0 + 210.0 * state_.throttle));
+    const double counts = 20.0 + kSensorTravel * state_.throttle + throttleError_;
+    return static_cast<std::uint8_t>(std::lround(std::clamp(counts, 0.0, 255.0)));
 }
 
 void EngineModel::step(const Calibration& calibration) {
     const double idleRpm = calibration.idleRpm + 60.0 * coldness_;
     const Demand demand = script_.advance(kStep, idleRpm, noise_);
     movePedal(calibration, demand);
+    senseThrottle();
     turn(calibration, demand);
     watchLimits(calibration, demand);
     breathe(calibration, demand);
@@ -72,6 +84,11 @@ void EngineModel::movePedal(const Calibration& calibration, const Demand& demand
     }
     pumpSeconds_ = std::max(pumpSeconds_ - kStep, 0.0);
     state_.accelPump = pumpSeconds_ > 0.0 && state_.running && calibration.enabled(Function::AccelPump);
+}
+
+void EngineModel::senseThrottle() {
+    const double deviation = kSensorTravel * conditions_.throttleNoise / 100.0;
+    throttleError_ = deviation > 0.0 ? deviation * throttleTrack_.bell() : 0.0;
 }
 
 double EngineModel::wantedRpm(const Calibration& calibration, const Demand& demand) {
@@ -155,15 +172,24 @@ double EngineModel::needHere(const Calibration& calibration) const {
                      : calibration.need.at(static_cast<std::size_t>(state_.cell));
 }
 
-double EngineModel::givenFuel(const Calibration& calibration) const {
+double EngineModel::injectedFuel(const Calibration& calibration) const {
     if (!state_.injecting) {
         return 0.0;
     }
     return byPlace() ? state_.pulseMs : calibration.pulse.at(static_cast<std::size_t>(state_.cell));
 }
 
+double EngineModel::fuelInCylinders(double injectedMs) {
+    if (conditions_.wetting <= 0.0) {
+        return injectedMs;
+    }
+    return film_.pass(injectedMs * state_.rpm, conditions_.wetting / 100.0) / std::max(state_.rpm, 1.0);
+}
+
 double EngineModel::lackWhenCold(const Calibration& calibration) const {
-    return calibration.enabled(Function::Choke) ? 1.0 : 1.0 + 0.15 * coldness_;
+    const double chokeLess = calibration.enabled(Function::Choke) ? 0.0 : 0.15;
+    const double winter = conditions_.coldStart ? 0.10 : 0.0;
+    return 1.0 + (chokeLess + winter) * coldness_;
 }
 
 double EngineModel::lackWhenAccelerating(const Calibration& calibration) const {
@@ -192,7 +218,7 @@ void EngineModel::burn(const Calibration& calibration) {
     truth_.row = Calibration::rowAt(state_.loadPercent);
     truth_.needMs = needHere(calibration);
     truth_.neededMs = truth_.needMs * lackWhenCold(calibration) * lackWhenAccelerating(calibration);
-    truth_.givenMs = givenFuel(calibration);
+    truth_.givenMs = fuelInCylinders(injectedFuel(calibration));
     truth_.mixture = mixture(calibration);
 }
 
@@ -204,13 +230,15 @@ void EngineModel::exhale() {
 
 void EngineModel::warm(const Demand& demand) {
     const bool running = state_.running;
-    follow(state_.waterC, running ? 86.0 + 3.0 * state_.manifoldBar : kOutsideC, running ? 90.0 : 900.0);
+    const double outside = conditions_.coldStart ? kWinterC : kOutsideC;
+    const double warming = conditions_.coldStart ? 600.0 : 90.0;
+    follow(state_.waterC, running ? 86.0 + 3.0 * state_.manifoldBar : outside, running ? warming : 900.0);
     const double charge = 25.0 * std::max(state_.manifoldBar - 1.0, 0.0);
-    follow(state_.airC, kOutsideC + charge + 0.15 * (state_.waterC - kOutsideC), 15.0);
-    follow(state_.oilC, running ? 75.0 + 0.006 * state_.rpm : kOutsideC, running ? 180.0 : 900.0);
+    follow(state_.airC, outside + charge + 0.15 * (state_.waterC - outside), 15.0);
+    follow(state_.oilC, running ? 75.0 + 0.006 * state_.rpm : outside, running ? 2.0 * warming : 900.0);
     const double burning = 300.0 + 0.04 * state_.rpm + 330.0 * state_.manifoldBar;
     const double exhaust = state_.engineBrake ? 250.0 : burning;
-    follow(state_.exhaustC, running ? exhaust : kOutsideC, running ? 2.5 : 60.0);
+    follow(state_.exhaustC, running ? exhaust : outside, running ? 2.5 : 60.0);
     const double resting = demand.cranking ? 10.3 : 12.5;
     follow(state_.volts, running ? 13.9 : resting, 0.15);
     coldness_ = std::clamp((65.0 - state_.waterC) / 65.0, 0.0, 1.0);

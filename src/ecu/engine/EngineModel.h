@@ -7,6 +7,7 @@
 #include "ecu/engine/DriveScript.h"
 #include "ecu/engine/EngineConditions.h"
 #include "ecu/engine/EngineTruth.h"
+#include "ecu/engine/FuelFilm.h"
 #include "ecu/engine/LambdaSensor.h"
 #include "ecu/engine/Noise.h"
 #include "ecu/engine/Step.h"
@@ -53,8 +54,8 @@ public:
     explicit EngineModel(std::uint64_t seed);
 
     void drive(const Drive& drive);
-    void reseed(std::uint64_t seed) { noise_ = Noise(seed); }
-    // From now on; what is in the exhaust stays there.
+    void reseed(std::uint64_t seed);
+    // From now on; what is in the exhaust stays there. A cold start begins when it is asked for.
     void setConditions(const EngineConditions& conditions);
     [[nodiscard]] const EngineConditions& conditions() const { return conditions_; }
     // Moves on by one step under the firmware's present calibration.
@@ -70,12 +71,14 @@ private:
     [[nodiscard]] double wantedRpm(const Calibration& calibration, const Demand& demand);
     void watchLimits(const Calibration& calibration, const Demand& demand);
     void movePedal(const Calibration& calibration, const Demand& demand);
+    void senseThrottle();
     void breathe(const Calibration& calibration, const Demand& demand);
     void watchFuelCut(const Calibration& calibration);
     void meterFuel(const Calibration& calibration);
     [[nodiscard]] bool byPlace() const { return conditions_.interpolate || conditions_.needByPlace; }
     [[nodiscard]] double needHere(const Calibration& calibration) const;
-    [[nodiscard]] double givenFuel(const Calibration& calibration) const;
+    [[nodiscard]] double injectedFuel(const Calibration& calibration) const;
+    [[nodiscard]] double fuelInCylinders(double injectedMs);
     [[nodiscard]] double lackWhenCold(const Calibration& calibration) const;
     [[nodiscard]] double lackWhenAccelerating(const Calibration& calibration) const;
     [[nodiscard]] double mixture(const Calibration& calibration) const;
@@ -88,14 +91,17 @@ private:
     EngineState state_;
     DriveScript script_;
     Noise noise_;
-    double wander_ = 0.0;  // slow noise of the idle speed, rpm
-    double foot_ = 0.0;    // noise of the throttle pedal
+    Noise throttleTrack_;         // of the throttle sensor
+    double wander_ = 0.0;         // slow noise of the idle speed, rpm
+    double foot_ = 0.0;           // noise of the throttle pedal
+    double throttleError_ = 0.0;  // of the throttle sensor, counts
     double limiterSeconds_ = 0.0;
     double pumpSeconds_ = 0.0;
     double spool_ = 0.0;     // bar of boost
     double coldness_ = 1.0;  // 1 at 0 degrees C and below, 0 when warm
     EngineConditions conditions_;
     EngineTruth truth_;
+    FuelFilm film_;
     LambdaSensor lambda_;
 };
 

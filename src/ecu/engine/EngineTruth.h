@@ -5,7 +5,9 @@
 
 namespace korvane::ecu {
 
-// At one moment of a running engine; the firmware injects. Pulses in milliseconds.
+// At one moment of a running engine whose firmware injects. Pulses in milliseconds. What a map gives in one of its
+// cells follows with the calibration: at the centre kBestMixture * need / pulse of that cell, and over the places where
+// the engine ran in it kBestMixture / pulse of that cell * the mean of needMs / lengthening.
 struct EngineTruth {
     // The place in the maps: cell (row, column) reaches from `column` to `column` + 1, its centre is at + 0.5. Not
     // bounded by the map.

@@ -162,8 +162,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 29>& keys() {
-    static constexpr std::array<Key, 29> kKeys = {{
+const std::array<Key, 32>& keys() {
+    static constexpr std::array<Key, 32> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -186,6 +186,12 @@ const std::array<Key, 29>& keys() {
          readUnlessUsual<&EngineConditions::lambdaNoise, readReal<&EngineConditions::lambdaNoise, 20>>},
         {{"lambdafault", "none, stuck, lean, rich, absent or slow", "what is wrong with the lambda sensor"},
          readName<&EngineConditions::lambdaFault, kLambdaFaults>},
+        {{"wetting", "0 to 90", "percent of the fuel that wets the walls of the intake; 0 is the default"},
+         readReal<&EngineConditions::wetting, 90>},
+        {{"coldstart", "0 or 1", "the engine is cold, warms up slowly and is lean while it does"},
+         readSwitch<&EngineConditions::coldStart>},
+        {{"throttlenoise", "0 to 20", "noise of the throttle sensor in percent of its travel; 0 is the default"},
+         readReal<&EngineConditions::throttleNoise, 20>},
         {{kEepromKey, "a file", "the EEPROM at the start, one number a line"}, nullptr},
         {{"save", "a file", "where the EEPROM goes at the end"}, readFile<&EcuSettings::saveFile>},
         {{"wear", "a file", "where the number of writes of each EEPROM cell goes at the end"},

@@ -8,7 +8,7 @@ namespace korvane::ecu {
 namespace {
 
 std::string padded(std::string text) {
-    constexpr std::size_t kColumn = 12;
+    constexpr std::size_t kColumn = 17;
     text.resize(std::max(text.size() + 1, kColumn), ' ');
     return text;
 }

@@ -18,7 +18,7 @@ using MapBytes = std::array<std::uint8_t, kMostCells>;
     return targets;
 }
 
-struct Setup {
+struct SteadySetup {
     Grid grid;
     // Map counts that the injection offset adds to each cell; fuel is proportional to the byte and it.
     double offsetCounts = 0.0;

@@ -1,0 +1,103 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "analysis/steady/DelayEstimator.h"
+
+namespace korvane::steady {
+namespace {
+
+// An engine that holds its load, and answers of a sensor with the delay of that load.
+class DelayAtLoad {
+public:
+    void run(DelayEstimator& estimator, double row, double delay, int answers) {
+        for (int i = 0; i < answers; ++i) {
+            hold(row);
+            const double changed = seconds_ - 1.5;
+            estimator.learn({.changedAt = changed + noise(), .delay = delay + kLag + noise(), .lag = kLag}, history_);
+        }
+    }
+
+    static constexpr double kLag = 0.12;
+
+private:
+    void hold(double row) {
+        for (int frame = 0; frame < 40; ++frame) {
+            seconds_ += 0.075;
+            history_.add(seconds_, {.place = {3.0, row}, .cell = 3, .verdict = Verdict::Used});
+        }
+    }
+    double noise() { return std::uniform_real_distribution<double>(-0.03, 0.03)(random_); }
+
+    BurnHistory history_;
+    std::mt19937 random_{3};
+    double seconds_ = 0.0;
+};
+
+DelayEstimator fresh() {
+    DelayEstimator estimator;
+    estimator.reset({});
+    return estimator;
+}
+
+TEST(DelayEstimator, KnowsNothingAtFirst) {
+    const DelayEstimator estimator = fresh();
+    EXPECT_FALSE(estimator.anyKnown());
+    for (std::size_t i = 0; i < kZones; ++i) {
+        EXPECT_FALSE(estimator.zone(i).delayMs.has_value());
+        EXPECT_FALSE(estimator.zone(i).uncertaintyMs.has_value());
+    }
+}
+
+TEST(DelayEstimator, GuessesByEngineSpeedUntilThen) {
+    const DelayEstimator estimator = fresh();
+    const BurnHistory history;
+    EXPECT_GT(estimator.transportNow(history, 1000.0), estimator.transportNow(history, 3000.0));
+}
+
+TEST(DelayEstimator, LearnsTheZonesThatHadStepsAndNoOthers) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 3.0, 0.40, 20);  // the middle of the first zone
+    car.run(estimator, 5.0, 0.30, 20);
+    for (const auto& [zone, truth] : {std::pair{0U, 520.0}, std::pair{1U, 420.0}}) {
+        ASSERT_TRUE(estimator.zone(zone).delayMs.has_value());
+        EXPECT_NEAR(*estimator.zone(zone).delayMs, truth, 20.0);
+        EXPECT_LT(*estimator.zone(zone).uncertaintyMs, 30.0);
+        EXPECT_NEAR(estimator.zone(zone).steps, 20, 1);
+    }
+    EXPECT_FALSE(estimator.zone(3).delayMs.has_value());
+}
+
+TEST(DelayEstimator, IsBetweenTheZonesWhereTheLoadIs) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 3.0, 0.40, 30);
+    car.run(estimator, 5.0, 0.20, 30);
+    EXPECT_NEAR(estimator.transport(4.0), 0.5 * (estimator.transport(3.0) + estimator.transport(5.0)), 1e-9);
+    EXPECT_NEAR(estimator.transport(4.0), 0.30, 0.02);
+}
+
+TEST(DelayEstimator, TakesWhatTheTunerHasFixed) {
+    DelayEstimator estimator;
+    estimator.reset({0.0, 350.0, 0.0, 0.0});
+    EXPECT_TRUE(estimator.anyKnown());
+    EXPECT_TRUE(estimator.zone(1).fixed);
+    EXPECT_EQ(estimator.zone(1).delayMs, 350.0);
+    EXPECT_NEAR(estimator.transport(5.0), 0.35 - estimator.lag(), 1e-9);
+    DelayAtLoad car;
+    car.run(estimator, 5.0, 0.6, 10);
+    EXPECT_EQ(estimator.zone(1).delayMs, 350.0);
+}
+
+TEST(DelayEstimator, LeavesOutAnAnswerThatCantBe) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 5.0, 0.20, 20);
+    const double before = estimator.transport(5.0);
+    car.run(estimator, 5.0, 0.90, 1);
+    EXPECT_NEAR(estimator.transport(5.0), before, 1e-9);
+}
+
+}  // namespace
+}  // namespace korvane::steady

@@ -1,0 +1,279 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numeric>
+
+#include "analysis/steady/SteadyAgent.h"
+#include "steady/TinyCar.h"
+
+namespace korvane::steady {
+namespace {
+
+SteadySetup wideSetup() {
+    SteadySetup setup;
+    setup.leanAuthority = 15.0;
+    return setup;
+}
+
+// The agent on the tiny car.
+class Ride {
+public:
+    explicit Ride(unsigned seed, bool interpolates = true, double spoilt = 10.0, const SteadySetup& setup = wideSetup())
+        : car(seed, interpolates) {
+        car.spoil(spoilt);
+        baseline = car.bytes();
+        agent.start(setup, car.bytes(), 0.0);
+    }
+    void drive(double minutes) {
+        for (int frame = 0; frame < static_cast<int>(minutes * 800.0); ++frame) {
+            step();
+        }
+    }
+    std::span<const CellChange> step() {
+        const auto made = agent.onFrame(car.next());
+        changes.insert(changes.end(), made.begin(), made.end());
+        car.take(made);
+        ++frames;
+        return made;
+    }
+    [[nodiscard]] std::uint64_t counted() const {
+        std::uint64_t sum = 0;
+        for (std::size_t i = 0; i < kVerdicts; ++i) {
+            sum += agent.counted(static_cast<Verdict>(i));
+        }
+        return sum;
+    }
+
+    TinyCar car;
+    SteadyAgent agent;
+    std::vector<std::uint8_t> baseline;
+    std::vector<CellChange> changes;
+    std::uint64_t frames = 0;
+};
+
+double worstError(const Ride& ride, std::size_t fromRow, std::size_t toRow) {
+    double worst = 0.0;
+    for (std::size_t row = fromRow; row <= toRow; ++row) {
+        for (std::size_t column = 3; column <= 4; ++column) {
+            const std::size_t cell = row * 16 + column;
+            worst = std::max(worst, std::fabs(ride.car.bytes()[cell] / TinyCar::needAt(TinyCar::centreOf(cell)) - 1.0));
+        }
+    }
+    return worst;
+}
+
+TEST(SteadyAgent, BringsTheMapToTheTargetWithBothFirmwares) {
+    for (const bool interpolates : {true, false}) {
+        Ride ride(1, interpolates);
+        ride.drive(25.0);
+        EXPECT_EQ(ride.agent.state(), State::Working);
+        EXPECT_EQ(ride.agent.firmware(), interpolates ? Firmware::FourBytes : Firmware::OneByte);
+        EXPECT_LT(worstError(ride, 4, 4), 0.02) << interpolates;
+    }
+}
+
+TEST(SteadyAgent, ChangesNothingWhileItIsOff) {
+    TinyCar car(1);
+    SteadyAgent agent;
+    for (int frame = 0; frame < 5000; ++frame) {
+        ASSERT_TRUE(agent.onFrame(car.next()).empty());
+    }
+    EXPECT_EQ(agent.state(), State::Off);
+}
+
+TEST(SteadyAgent, ChangesNothingAfterItHasBeenSwitchedOff) {
+    Ride ride(1);
+    ride.drive(4.0);
+    ride.agent.stop();
+    const std::size_t before = ride.changes.size();
+    ride.drive(4.0);
+    EXPECT_EQ(ride.changes.size(), before);
+}
+
+TEST(SteadyAgent, LearnsNothingBeforeAProofOfLife) {
+    Ride ride(1);
+    ride.car.allowCuts(false);
+    ride.drive(10.0);
+    EXPECT_EQ(ride.agent.state(), State::Waiting);
+    EXPECT_TRUE(ride.changes.empty());
+    EXPECT_GT(ride.agent.counted(Verdict::NoProofOfLife), 1000U);
+    EXPECT_EQ(ride.agent.counted(Verdict::Used), 0U);
+}
+
+TEST(SteadyAgent, HoldsWhenTheLastProofIsTooOld) {
+    Ride ride(1);
+    ride.drive(5.0);
+    ride.car.allowCuts(false);
+    ride.drive(2.0);
+    EXPECT_EQ(ride.agent.state(), State::Unproved);
+    const std::size_t before = ride.changes.size();
+    ride.drive(2.0);
+    EXPECT_EQ(ride.changes.size(), before);
+    ride.car.allowCuts(true);
+    ride.drive(1.0);
+    EXPECT_EQ(ride.agent.state(), State::Working);
+}
+
+TEST(SteadyAgent, GivesTheSameMapForTheSameDrive) {
+    Ride first(7);
+    Ride second(7);
+    first.drive(8.0);
+    second.drive(8.0);
+    EXPECT_EQ(first.changes, second.changes);
+    EXPECT_FALSE(first.changes.empty());
+}
+
+TEST(SteadyAgent, HasOneVerdictForEachFrame) {
+    Ride ride(2);
+    ride.drive(6.0);
+    EXPECT_EQ(ride.counted(), ride.frames);
+}
+
+TEST(SteadyAgent, NeverLeavesItsAuthority) {
+    for (unsigned seed = 1; seed <= 6; ++seed) {
+        SteadySetup setup;
+        setup.richAuthority = 2.0 * seed;
+        setup.leanAuthority = 7.0 - seed;
+        Ride ride(seed, seed % 2 == 0, seed % 3 == 0 ? -12.0 : 12.0, setup);
+        for (int frame = 0; frame < 8000; ++frame) {
+            for (const CellChange& change : ride.step()) {
+                ASSERT_TRUE(authorityOf(setup, ride.baseline[change.cell]).holds(change.to));
+            }
+        }
+        EXPECT_FALSE(ride.changes.empty());
+    }
+}
+
+TEST(SteadyAgent, ShowsWhatIsAtItsLimit) {
+    SteadySetup setup;
+    setup.leanAuthority = 3.0;
+    Ride ride(1, true, 12.0, setup);
+    ride.drive(10.0);
+    const CellReport report = ride.agent.cell(4 * 16 + 4);
+    EXPECT_TRUE(report.limited);
+    EXPECT_EQ(report.held, Held::AtItsLimit);
+    EXPECT_EQ(report.baseline - report.byte, std::floor(report.baseline * 0.03));
+}
+
+TEST(SteadyAgent, ChangesNoCellWithoutConfidence) {
+    Ride ride(3);
+    for (int frame = 0; frame < 12000; ++frame) {
+        for (const CellChange& change : ride.step()) {
+            ASSERT_GE(ride.agent.cell(change.cell).confidence, Corrector::kLeastConfidence);
+        }
+    }
+}
+
+TEST(SteadyAgent, LeavesCellsAloneThatWereNeverVisited) {
+    Ride ride(1);
+    ride.drive(10.0);
+    for (const std::size_t cell : {0U, 15U, 40U, 159U}) {
+        EXPECT_EQ(ride.car.bytes()[cell], ride.baseline[cell]);
+        EXPECT_EQ(ride.agent.cell(cell).held, Held::NoSamples);
+    }
+}
+
+TEST(SteadyAgent, FindsAFaultAndPutsBackWhatItChangedSince) {
+    using Fault = TinyCar::Fault;
+    for (const Fault fault : {Fault::Stuck, Fault::Noisy, Fault::Lean, Fault::Rich}) {
+        Ride ride(5);
+        ride.drive(4.0);
+        const auto stood = ride.car.bytes();
+        ride.car.setFault(fault);
+        int frame = 0;
+        while (ride.agent.state() != State::Stopped && frame < 800) {
+            ride.step();
+            ++frame;
+        }
+        EXPECT_EQ(ride.agent.state(), State::Stopped);
+        EXPECT_NE(ride.agent.stopReason(), StopReason::None);
+        for (std::size_t cell = 0; cell < stood.size(); ++cell) {
+            const int from = ride.baseline[cell];
+            EXPECT_LE(std::abs(ride.car.bytes()[cell] - from), std::abs(stood[cell] - from)) << "cell " << cell;
+        }
+    }
+}
+
+TEST(SteadyAgent, LearnsNothingFromASensorThatIsBrokenFromTheStart) {
+    using Fault = TinyCar::Fault;
+    for (const Fault fault : {Fault::Stuck, Fault::Noisy, Fault::Lean, Fault::Rich}) {
+        Ride ride(5);
+        ride.car.setFault(fault);
+        ride.drive(10.0);
+        EXPECT_TRUE(ride.changes.empty());
+    }
+}
+
+TEST(SteadyAgent, PutsTheBaselineBackOnTheKey) {
+    Ride ride(1);
+    ride.drive(6.0);
+    ASSERT_NE(ride.car.bytes(), ride.baseline);
+    ride.agent.putBack();
+    ride.drive(0.1);
+    EXPECT_EQ(ride.car.bytes(), ride.baseline);
+    EXPECT_EQ(ride.agent.state(), State::Stopped);
+    EXPECT_EQ(ride.agent.stopReason(), StopReason::PutBack);
+}
+
+TEST(SteadyAgent, TakesTheBaselineOfAnEarlierRun) {
+    Ride ride(1);
+    const auto earlier = ride.baseline;
+    ride.drive(6.0);
+    SteadyAgent next;
+    next.start(wideSetup(), ride.car.bytes(), 0.0, earlier);
+    EXPECT_TRUE(std::ranges::equal(earlier, std::span(next.baseline()).first(160)));
+    EXPECT_EQ(next.map()[68], ride.car.bytes()[68]);
+}
+
+TEST(SteadyAgent, StopsForTheLineAndTheEcu) {
+    const auto reasonOf = [](const auto& happen) {
+        Ride ride(1);
+        ride.drive(3.0);
+        happen(ride.agent);
+        ride.drive(0.1);
+        return std::pair(ride.agent.state(), ride.agent.stopReason());
+    };
+    EXPECT_EQ(reasonOf([](SteadyAgent& agent) { agent.ecuRestarted(); }),
+              std::pair(State::Stopped, StopReason::EcuRestarted));
+    EXPECT_EQ(reasonOf([](SteadyAgent& agent) { agent.sendRefused(); }),
+              std::pair(State::Stopped, StopReason::SendRefused));
+    EXPECT_EQ(reasonOf([](SteadyAgent& agent) { agent.onTime(200.0); }),
+              std::pair(State::Stopped, StopReason::LinkLate));
+}
+
+TEST(SteadyAgent, TakesATunersByteForTheCellsOwn) {
+    Ride ride(1);
+    ride.drive(3.0);
+    ride.car.set(4, 33);
+    ride.agent.cellEdited(4, 33);
+    EXPECT_EQ(ride.agent.map()[4], 33);
+    ride.agent.ecuRestarted();
+    ride.drive(0.1);
+    EXPECT_EQ(ride.car.bytes()[4], 33) << "what is put back is the agent's, not the tuner's";
+}
+
+TEST(SteadyAgent, MovesNoCellByMoreThanThreePerCentBetweenTwoProofs) {
+    Ride ride(4);
+    for (int i = 0; i < 800; ++i) {
+        ride.step();
+    }
+    auto before = ride.car.bytes();
+    std::vector<std::uint8_t> least = before;
+    std::vector<std::uint8_t> most = before;
+    for (int round = 0; round < 40; ++round) {
+        // Proofs are 12 s and more apart: two of these stretches never have more than two of them.
+        least = most = ride.car.bytes();
+        for (int frame = 0; frame < 80; ++frame) {
+            ride.step();
+            for (std::size_t cell = 0; cell < least.size(); ++cell) {
+                least[cell] = std::min(least[cell], ride.car.bytes()[cell]);
+                most[cell] = std::max(most[cell], ride.car.bytes()[cell]);
+            }
+        }
+        for (std::size_t cell = 0; cell < least.size(); ++cell) {
+            EXPECT_LE(100 * (most[cell] - least[cell]), 6 * least[cell] + 100);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace korvane::steady

@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+#include <optional>
+
+#include "analysis/steady/Watch.h"
+
+namespace korvane::steady {
+namespace {
+
+constexpr double kTarget = 12.5;
+
+// The first reason in so many seconds of frames that are all alike, and when.
+struct Stop {
+    StopReason reason = StopReason::None;
+    double after = 0.0;
+};
+
+Stop stopOf(Watch& watch, double lambda, Verdict reading, double load = 80.0, bool clear = true, double waterC = 85.0) {
+    for (int frame = 0; frame < 200; ++frame) {
+        const Frame now{
+            .seconds = 1000.0 + 0.075 * frame, .rpm = 4000.0, .load = load, .lambda = lambda, .waterC = waterC};
+        const StopReason reason = watch.check(now, SteadySetup{}, reading, clear, kTarget);
+        if (reason != StopReason::None) {
+            return {reason, 0.075 * frame};
+        }
+    }
+    return {};
+}
+
+Stop stopOf(double lambda, Verdict reading, double load = 80.0, bool clear = true) {
+    Watch watch;
+    return stopOf(watch, lambda, reading, load, clear);
+}
+
+TEST(SteadyWatch, LetsAGoodEngineRun) {
+    EXPECT_EQ(stopOf(12.6, Verdict::Used).reason, StopReason::None);
+}
+
+TEST(SteadyWatch, StopsForALeanMixtureUnderLoadWithinASecond) {
+    const Stop stop = stopOf(15.8, Verdict::Used);  // 1.25 times 12.5 is 15.6
+    EXPECT_EQ(stop.reason, StopReason::LeanUnderLoad);
+    EXPECT_LT(stop.after, 1.0);
+    EXPECT_EQ(stopOf(15.5, Verdict::Used).reason, StopReason::None);
+    EXPECT_EQ(stopOf(15.8, Verdict::Used, 50.0).reason, StopReason::None) << "no load";
+    EXPECT_EQ(stopOf(15.8, Verdict::Used, 80.0, false).reason, StopReason::None) << "after a fuel cut";
+}
+
+TEST(SteadyWatch, StopsForASensorAtAnEndOfItsRange) {
+    EXPECT_EQ(stopOf(19.96, Verdict::LambdaRailed, 30.0).reason, StopReason::LambdaLean);
+    EXPECT_EQ(stopOf(10.1, Verdict::LambdaRailed).reason, StopReason::LambdaRich);
+    EXPECT_EQ(stopOf(10.0, Verdict::LambdaAbsent).reason, StopReason::LambdaRich);
+    EXPECT_LT(stopOf(10.0, Verdict::LambdaAbsent).after, 4.0);
+}
+
+TEST(SteadyWatch, StopsForAStuckSensor) {
+    EXPECT_EQ(stopOf(12.0, Verdict::LambdaStuck).reason, StopReason::LambdaStuck);
+}
+
+TEST(SteadyWatch, StopsWhenAWarmEngineReadsCold) {
+    Watch watch;
+    EXPECT_EQ(stopOf(watch, 12.5, Verdict::Used, 50.0, true, 20.0).reason, StopReason::None) << "not warm yet";
+    stopOf(watch, 12.5, Verdict::Used);
+    EXPECT_EQ(stopOf(watch, 12.5, Verdict::Used, 50.0, true, 20.0).reason, StopReason::CoolantFell);
+}
+
+TEST(SteadyWatch, StopsWhenTheLinkIsLate) {
+    Watch watch;
+    EXPECT_EQ(watch.check({.seconds = 10.0, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
+              StopReason::None);
+    EXPECT_EQ(watch.check({.seconds = 11.9, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
+              StopReason::None);
+    EXPECT_EQ(watch.check({.seconds = 14.0, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
+              StopReason::LinkLate);
+}
+
+TEST(SteadyWatch, StopsForAnEcuThatCorrectsItself) {
+    SteadySetup setup;
+    setup.lambdaControl = true;
+    Watch watch;
+    EXPECT_EQ(watch.check({.seconds = 1.0, .waterC = 85.0}, setup, Verdict::Used, true, kTarget),
+              StopReason::LambdaControl);
+}
+
+TEST(SteadyWatch, StopsForWhatAFuelCutHasShown) {
+    EXPECT_EQ(Watch::check(CutTrace::Outcome::NotLean), StopReason::LambdaSilent);
+    EXPECT_EQ(Watch::check(CutTrace::Outcome::NotBack), StopReason::LambdaNotBack);
+    EXPECT_EQ(Watch::check(CutTrace::Outcome::Proved), StopReason::None);
+}
+
+TEST(SteadyWatch, HasWordsForEachReason) {
+    for (int i = 1; i < static_cast<int>(StopReason::Count); ++i) {
+        EXPECT_FALSE(wordsOf(static_cast<StopReason>(i)).empty());
+    }
+}
+
+}  // namespace
+}  // namespace korvane::steady
