@@ -1,4 +1,5 @@
 // A step of whole maps in the history: noting it, undoing it, and the memory that ten thousand of them take.
+// HistoryLimitsTest fails beyond the marks.
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <malloc.h>

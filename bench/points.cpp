@@ -1,4 +1,5 @@
-// Restore points: the list of ten thousand, one that is written, and one that is read.
+// Restore points: the list of ten thousand, one that is written, and one that is read. PointLimitsTest fails beyond
+// the marks.
 #include <benchmark/benchmark.h>
 #include <filesystem>
 

@@ -1,7 +1,7 @@
 #include "keep/Keeper.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <array>
 #include <utility>
 
 #include "core/TimeText.h"
@@ -25,6 +25,11 @@ bool isFresh(const link::EcuMap& map, std::size_t first, std::size_t end) {
     return true;
 }
 
+std::array<controls::Object*, 5> observedOf(link::ConnectionPanel& connection) {
+    auto& maps = connection.ecuMaps;
+    return {&maps.fuel, &maps.ignition, &maps.pwm, &connection.ecuMisc, &connection.MSComm1};
+}
+
 std::string whenAndWhy(const Snapshot& point) {
     return core::dateText(point.time) + ' ' + core::timeText(point.time) + " (" + point.reason + ')';
 }
@@ -35,8 +40,7 @@ Keeper::Keeper(const Surroundings& surroundings)
     : in_(surroundings), store_(surroundings.machine.folder / kFolder, surroundings.machine.toDisk) {
     auto& connection = in_.connection;
     connection.witnesses.add(*this);
-    for (controls::Object* known : std::initializer_list<controls::Object*>{
-             &connection.ecuMaps.fuel, &connection.ecuMaps.ignition, &connection.ecuMaps.pwm, &connection.ecuMisc}) {
+    for (auto* known : observedOf(connection)) {
         known->addObserver(*this);
     }
 }
@@ -44,8 +48,7 @@ Keeper::Keeper(const Surroundings& surroundings)
 Keeper::~Keeper() {
     auto& connection = in_.connection;
     connection.witnesses.remove(*this);
-    for (controls::Object* known : std::initializer_list<controls::Object*>{
-             &connection.ecuMaps.fuel, &connection.ecuMaps.ignition, &connection.ecuMaps.pwm, &connection.ecuMisc}) {
+    for (auto* known : observedOf(connection)) {
         known->removeObserver(*this);
     }
 }
@@ -53,11 +56,16 @@ Keeper::~Keeper() {
 // Told before a frame acts: the identity is in the tables when the next one comes.
 void Keeper::frameHeard(std::uint8_t code, std::span<const std::uint8_t>) {
     look();
-    identityHeard_ = identityHeard_ || code == link::kIdentityFrame;
+    identityHeard_ = identityHeard_ || (code == link::kIdentityFrame && in_.connection.MSComm1.PortOpen());
 }
 
-void Keeper::propertyChanged(controls::Object&, const void*) {
-    look();
+void Keeper::propertyChanged(controls::Object& object, const void* property) {
+    const auto& port = in_.connection.MSComm1;
+    if (&object != &port) {
+        look();
+    } else if (property == port.portOpenProperty() && !port.PortOpen()) {
+        keepWhatIsNew("disconnect");
+    }
 }
 
 void Keeper::begin() {
@@ -65,6 +73,7 @@ void Keeper::begin() {
     identityHeard_ = false;
     mapsKept_ = false;
     settingsKept_ = false;
+    last_.reset();
     added_.clear();
     notice().say({}, {});
 }
@@ -99,6 +108,17 @@ void Keeper::settingsRead() {
 bool Keeper::hasSettings() const {
     const auto& cells = in_.connection.ecuEeprom.cells();
     return std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return cell.known == link::Known::Told; });
+}
+
+// Nothing is kept of an ECU that has not told its type, or nothing that a point has. The end of the program closes the
+// port: the folder is looked through once for both.
+void Keeper::keepWhatIsNew(std::string_view reason) {
+    auto known = now();
+    known.time = {};
+    if (identityHeard_ && shares(known, known) && known != last_) {
+        last_ = std::move(known);
+        keepUnlessKnown(reason);
+    }
 }
 
 // Compared first: the new point is not what the ECU may differ from.
@@ -142,7 +162,7 @@ std::string Keeper::add(std::string_view reason, std::string_view note) {
 std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::string& name)>& counts) const {
     const EcuIdentity ecu = now().ecu;
     for (auto& name : store_.names()) {
-        if (!counts(name)) {
+        if (!counts(name) || !store_.mayBeOf(name, ecu)) {
             continue;
         }
         if (auto point = store_.load(name); point.content && isSameEcu(point.content->ecu, ecu)) {
@@ -154,7 +174,7 @@ std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::
 
 void Keeper::compare() {
     const auto point = newest([this](const std::string& name) { return !added_.contains(name); });
-    const auto difference = point ? differenceOf(now(), point->content) : PointDifference();
+    const auto difference = point ? changesSince(point->content, now()) : PointDifference();
     if (difference.total() > 0) {
         notice().say("The ECU differs from restore point " + whenAndWhy(point->content) + ": " + wordsOf(difference),
                      point->name);

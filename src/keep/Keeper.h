@@ -18,9 +18,9 @@
 namespace korvane::keep {
 
 // It sends nothing. A point is made when the maps of the ECU have been read for the first time in a connection, when
-// its settings have, before each operation that stores into the ECU, and when somebody asks for one. The first three
-// make none while the newest point of the ECU has all that is known already. That a point can't be written stops
-// nothing; notice() says so.
+// its settings have, before each operation that stores into the ECU, at the end of a connection and of the program, and
+// when somebody asks for one. All but the last make none while the newest point of the ECU has all that is known
+// already. That a point can't be written stops nothing; notice() says so.
 class Keeper : public controls::Object, private link::FrameWitness, private controls::Observer {
 public:
     // All of it outlives the keeper.
@@ -38,6 +38,8 @@ public:
     // For core::EepromAccess::storing, and for the end of a read of all settings.
     void beforeStore(std::string_view what);
     void settingsRead();
+    // For the end of the program.
+    void programEnds() { keepWhatIsNew("end of the program"); }
     // Made in any case. A sentence why not, or empty.
     std::string addByHand(std::string_view note);
 
@@ -68,6 +70,7 @@ private:
     void look();
     [[nodiscard]] bool mapsAreRead() const;
     [[nodiscard]] bool hasSettings() const;
+    void keepWhatIsNew(std::string_view reason);
     void keepRead(std::string_view reason);
     void keepUnlessKnown(std::string_view reason);
     std::string add(std::string_view reason, std::string_view note);
@@ -87,7 +90,8 @@ private:
     bool identityHeard_ = false;
     bool mapsKept_ = false;
     bool settingsKept_ = false;
-    std::set<std::string> added_;  // names
+    std::optional<Snapshot> last_;  // what was known when keepWhatIsNew() looked, without its time
+    std::set<std::string> added_;   // names
 };
 
 }  // namespace korvane::keep

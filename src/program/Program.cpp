@@ -112,6 +112,7 @@ void Program::connectKeeper() {
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
+    frmSarn2_.keepNotice.showOffer = [this](const std::string& point) { restorePoints_.openAt(point); };
     comparisons_.usePoints(keeper_.store());
 }
 
@@ -216,6 +217,7 @@ void Program::openSteadyAgent() {
 }
 
 void Program::mainWindowUnload(bool& stays) {
+    keeper_.programEnds();  // before the port is closed, which is a disconnect otherwise
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();

@@ -25,7 +25,14 @@ RestorePoints::RestorePoints(platform::Machine& machine, const maps::MapContext&
 }
 
 void RestorePoints::open() {
-    shelf_.one<keep::FrmRestore>([this] { return std::make_unique<keep::FrmRestore>(machine_, context_); }).show();
+    openAt({});
+}
+
+void RestorePoints::openAt(const std::string& name) {
+    auto& window =
+        shelf_.one<keep::FrmRestore>([this] { return std::make_unique<keep::FrmRestore>(machine_, context_); });
+    window.show();
+    window.pick(name);
 }
 
 void RestorePoints::compare(const std::string& name) {

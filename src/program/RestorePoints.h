@@ -18,6 +18,8 @@ public:
                   Comparisons& comparisons);
 
     void open();
+    // With this point picked, if there is one.
+    void openAt(const std::string& name);
     // What a point has against what the ECU has now.
     void compare(const std::string& name);
     void unload() { shelf_.unloadAll(); }

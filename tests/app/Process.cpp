@@ -1,6 +1,7 @@
 #include "app/Process.h"
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sstream>
@@ -85,6 +86,46 @@ BackgroundProgram::BackgroundProgram(const std::string& name, const std::vector<
         redirect("/dev/null", O_RDWR, STDOUT_FILENO);
         become(name, arguments);
     }
+}
+
+Conversation::Conversation(const std::string& name, const std::vector<std::string>& arguments) {
+    std::array<int, 2> in{-1, -1};
+    std::array<int, 2> out{-1, -1};
+    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0) {
+        return;
+    }
+    process_ = fork();
+    if (process_ == 0) {
+        dup2(in[0], STDIN_FILENO);
+        dup2(out[1], STDOUT_FILENO);
+        redirect("/dev/null", O_RDWR, STDERR_FILENO);
+        become(name, arguments);
+    }
+    close(in[0]);
+    close(out[1]);
+    to_ = in[1];
+    from_ = out[0];
+}
+
+Conversation::~Conversation() {
+    close(to_);
+    close(from_);
+    if (process_ > 0) {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+    }
+}
+
+std::string Conversation::ask(const std::string& line) const {
+    const std::string text = line + "\n";
+    if (write(to_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+        return {};
+    }
+    std::string reply;
+    for (char c = 0; read(from_, &c, 1) == 1 && c != '\n';) {
+        reply += c;
+    }
+    return reply;
 }
 
 BackgroundProgram::~BackgroundProgram() {

@@ -23,6 +23,23 @@ struct Outcome {
 // The end for writing of a pipe that nobody reads. The caller closes it.
 [[nodiscard]] int brokenPipe();
 
+// A program that runs beside the test and answers each line with a line. It is killed with the object.
+class Conversation {
+public:
+    Conversation(const std::string& name, const std::vector<std::string>& arguments);
+    Conversation(const Conversation&) = delete;
+    Conversation& operator=(const Conversation&) = delete;
+    ~Conversation();
+
+    // Empty if the program has ended.
+    [[nodiscard]] std::string ask(const std::string& line) const;
+
+private:
+    int process_ = -1;
+    int to_ = -1;
+    int from_ = -1;
+};
+
 // A program that runs beside the test and is ended with it.
 class BackgroundProgram {
 public:

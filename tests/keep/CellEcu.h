@@ -28,6 +28,7 @@ public:
 
     std::array<std::uint8_t, 3001> cells{};
     std::uint8_t type = 11;
+    int features = 0xFFFF;
     bool mute = false;
     std::set<int> deaf;             // cells that take no write
     std::optional<int> strayTo;     // the next write goes to this address
@@ -73,7 +74,8 @@ private:
     void act(const support::Bytes& command) {
         const int address = command[0] == 'y' ? 0 : command[1] + 256 * command[2];
         if (command[0] == 'y') {
-            send('y', {0xFF, 0xFF, 0x0D, 0x3A, type});  // version 3.386
+            send('y', {static_cast<std::uint8_t>(features / 256), static_cast<std::uint8_t>(features % 256), 0x0D, 0x3A,
+                       type});  // version 3.386
         } else if (command[0] == 'W') {
             write(address, command[3]);
         } else {

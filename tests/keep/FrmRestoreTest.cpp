@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "CellEcu.h"
 #include "core/history/MapHistory.h"
 #include "keep/PointSamples.h"
 #include "keep/restore/FrmRestore.h"
@@ -151,6 +152,70 @@ TEST_F(FrmRestoreTest, BringsBackWhatWasEdited) {
     form.chkDesk.press();
     form.btnRestore.press();
     EXPECT_EQ(tables.FuelMapOut[159], fullPoint().fuel.edited[159]);
+}
+
+TEST_F(FrmRestoreTest, APointOfAnotherTypeIsToldBeforeAndAfter) {
+    put(1, "maps read");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    EXPECT_FALSE(form.lblOther.Visible);
+    tables.SWType = 12;
+    pump.wait(600);
+    EXPECT_TRUE(form.lblOther.Visible);
+    const std::string other =
+        "The point is of an ECU of type 11, this one has type 12: its maps may mean other things here.";
+    EXPECT_EQ(form.lblOther.Caption.get(), other);
+    form.btnRestore.press();
+    EXPECT_EQ(form.lblState.Caption.get(),
+              "In the working maps now: fuel, ignition, PWM. \"Send\" brings them to the ECU. " + other);
+    EXPECT_EQ(tables.FuelMapOut[159], fullPoint().fuel.working[159]);
+    tables.SWType = 14;
+    form.btnRestore.press();
+    EXPECT_THAT(form.lblState.Caption.get(), HasSubstr("Nothing was restored. Its maps have 160 cells"));
+    tables.SWType = 0;  // no ECU has told anything
+    pump.wait(600);
+    EXPECT_FALSE(form.lblOther.Visible);
+}
+
+TEST_F(FrmRestoreTest, TheButtonsSayThatTheyWriteOver) {
+    RestoreJournal journal;
+    journal.ecu = {11, 3386};
+    journal.cells = {{600, 1, 2}};
+    EXPECT_EQ(JournalFile(folder / "restore").save(journal), "");
+    CellEcu ecu;
+    ecu.cells[600] = 9;
+    support::VirtualProgram other(&ecu);
+    std::filesystem::create_directories(other.folder / "restore");
+    std::filesystem::copy_file(JournalFile(folder / "restore").path({11, 3386}),
+                               JournalFile(other.folder / "restore").path({11, 3386}));
+    other.connect();
+    other.pump.wait(1500);
+    other.program.restorePoints().open();
+    auto& form = dynamic_cast<FrmRestore&>(*other.windows.loaded().back());
+    EXPECT_EQ(form.btnGoOn.Caption.get(), "Go on");
+    EXPECT_EQ(form.forgetQuestion(),
+              form.lblOffer.Caption.get() +
+                  " Leave the settings in the ECU as they are now? The way on and the way back are gone then.");
+    form.btnGoOn.press();
+    EXPECT_EQ(form.btnGoOn.Caption.get(), "Go on, overwrite");
+    EXPECT_EQ(form.btnGoBack.Caption.get(), "Go back, overwrite");
+    EXPECT_THAT(form.lblState.Caption.get(), HasSubstr("address 600 is 9, not 1 or 2"));
+    form.btnGoBack.press();
+    EXPECT_EQ(ecu.cells[600], 1);
+    EXPECT_EQ(form.btnGoBack.Caption.get(), "Go back");
+    EXPECT_EQ(form.forgetQuestion(), "");
+}
+
+TEST_F(FrmRestoreTest, PicksAPointByItsName) {
+    const auto name = put(1, "maps read");
+    put(2, "before: fuel map");
+    auto& form = open();
+    form.txtFilter.Text = "fuel";
+    program.restorePoints().openAt("none.point");
+    EXPECT_EQ(form.txtFilter.Text.get(), "");
+    EXPECT_EQ(form.lstPoints.ListIndex, -1);
+    program.restorePoints().openAt(name);
+    EXPECT_EQ(form.lstPoints.chosen()->name, name);
 }
 
 TEST_F(FrmRestoreTest, SendsNothingForMaps) {

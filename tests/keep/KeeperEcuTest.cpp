@@ -5,6 +5,7 @@
 #include "keep/Keeper.h"
 #include "keep/restore/FrmRestore.h"
 #include "maps/MapForm.h"
+#include "maps/panes/MapStatus.h"
 #include "program/Program.h"
 #include "support/EcuDevice.h"
 #include "support/VirtualMachine.h"
@@ -81,6 +82,23 @@ TEST(KeeperEcuTest, AMapComesBackAndIsSent) {
     form.btnWriteFuel.press();
     session.pump.wait(10000);
     EXPECT_EQ(session.program.keeper().differsText(list.lstPoints.chosen()->name), "0");
+}
+
+// A raw write to an address of a map: the ECU runs on as it did, and has another map stored.
+TEST(KeeperEcuTest, ARawWriteIntoAStoredMapIsSaidInTheMapWindow) {
+    support::EcuDevice ecu;
+    Session session(ecu);
+    auto& form = session.readAll();
+    EXPECT_EQ(maps::statusOf(form).unsent, "");
+    const auto place = session.program.tables().addresses.INJ_OFF + 17;
+    auto& window = session.program.frmMisc();
+    window.TextOs.Text = std::to_string(place);
+    window.TextArvo.Text = std::to_string(ecu.eeprom()[static_cast<std::size_t>(place)] ^ 1);
+    window.Command1.press();
+    session.pump.wait(1000);
+    EXPECT_EQ(maps::statusOf(form).unsent, "Not stored: 1 fuel");
+    const auto& fuel = session.program.frmSarn2().ecuMaps.fuel;
+    EXPECT_NE(fuel.kept(17), fuel.working(17));
 }
 
 TEST(KeeperEcuTest, SettingsComeBack) {

@@ -197,9 +197,9 @@ TEST_F(KeeperTest, AReadOfTheSettingsMakesAPointOfItsOwn) {
     keeper.settingsRead();
     EXPECT_THAT(reasons(), ElementsAre("settings read"));
     connectAgain();
-    readCell(11, 6);
+    readCell(11, 7);
     keeper.settingsRead();
-    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (settings read): 1 setting"));
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (disconnect): 1 setting"));
 }
 
 TEST_F(KeeperTest, AReadWithoutAnswersMakesNone) {
@@ -249,6 +249,119 @@ TEST_F(KeeperTest, AFailureIsToldAndStopsNothing) {
     EXPECT_THAT(keeper.notice().Text.get(), testing::AllOf(HasSubstr("can't be made"), HasSubstr("(maps read)")));
     EXPECT_EQ(keeper.notice().Point.get(), "");
     EXPECT_NE(keeper.addByHand(""), "");
+}
+
+TEST_F(KeeperTest, WhatTheTunerHasSentIsNotTold) {
+    connect();
+    identify();
+    readAll();
+    tables.FuelMapOut.fill(51);
+    keeper.beforeStore("fuel map");
+    connectAgain();
+    readAll(51);
+    EXPECT_EQ(keeper.notice().Text.get(), "");
+    connectAgain();
+    readAll(52);
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(": 160 map cells"));
+}
+
+TEST_F(KeeperTest, ADisconnectMakesAPointIfAnythingIsNew) {
+    connect();
+    identify();
+    readAll();
+    program.disconnect();
+    EXPECT_THAT(reasons(), ElementsAre("maps read"));
+    connect();
+    identify();
+    readAll();
+    tables.FuelMapOut[3] = 99;
+    program.disconnect();
+    EXPECT_THAT(reasons(), ElementsAre("disconnect", "maps read"));
+    EXPECT_EQ(newest().fuel.edited[3], 99);
+    EXPECT_EQ(newest().fuel.working[3], 50);
+}
+
+TEST_F(KeeperTest, ALostLineMakesAPointToo) {
+    connect();
+    identify();
+    readCell(11, 5);
+    window.MSComm1.LineLost("gone");
+    pump.wait(1000);
+    EXPECT_FALSE(window.MSComm1.PortOpen());
+    EXPECT_THAT(reasons(), ElementsAre("disconnect"));
+}
+
+TEST_F(KeeperTest, TheEndOfTheProgramMakesAPointIfAnythingIsNew) {
+    connect();
+    identify();
+    readFuel();
+    program.quit();
+    EXPECT_TRUE(program.ended());
+    EXPECT_THAT(reasons(), ElementsAre("end of the program"));
+}
+
+// A folder of many points takes time.
+TEST_F(KeeperTest, TheEndOfTheProgramLooksThroughTheFolderOnce) {
+    connect();
+    identify();
+    readFuel();
+    keeper.programEnds();
+    EXPECT_THAT(reasons(), ElementsAre("end of the program"));
+    std::filesystem::remove_all(folder / "restore");
+    program.disconnect();
+    keeper.programEnds();
+    EXPECT_FALSE(folder.has("restore"));
+}
+
+TEST_F(KeeperTest, WhatWasEditedBehindADisconnectIsKeptAtTheEnd) {
+    connect();
+    identify();
+    readAll();
+    program.disconnect();
+    tables.FuelMapOut[3] = 99;
+    program.quit();
+    EXPECT_THAT(reasons(), ElementsAre("end of the program", "maps read"));
+    EXPECT_EQ(newest().fuel.edited[3], 99);
+}
+
+TEST_F(KeeperTest, AnEndWithoutDataOfAnEcuMakesNone) {
+    tables.FuelMapOut.fill(7);
+    connect();
+    program.disconnect();
+    connect();
+    identify();
+    program.disconnect();
+    EXPECT_FALSE(folder.has("restore")) << "an identity alone is nothing to keep";
+    connect();
+    readFuel();
+    program.disconnect();
+    program.quit();
+    EXPECT_FALSE(folder.has("restore")) << "nobody knows whose map it is";
+}
+
+// A frame that was fed in with no port open is no ECU.
+TEST_F(KeeperTest, AnEndWithoutAConnectionMakesNone) {
+    identify();
+    readAll();
+    program.quit();
+    EXPECT_FALSE(folder.has("restore"));
+}
+
+TEST_F(KeeperTest, FindsItsPointAmongThoseOfOthers) {
+    connect();
+    identify();
+    readAll();
+    auto other = newest();
+    other.ecu.swType = 13;
+    other.fuel.working.fill(1);
+    for (int i = 0; i < 5; ++i) {
+        ++other.time.year;
+        EXPECT_EQ(keeper.store().folder(), folder / "restore");
+        EXPECT_NE(PointStore(folder / "restore").add(other).name, "");
+    }
+    connectAgain();
+    readAll(51);
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (maps read): 160 map cells"));
 }
 
 TEST_F(KeeperTest, SendsNothing) {

@@ -44,6 +44,32 @@ TEST(PointDifferenceTest, CountsNoCellThatKeepsAMap) {
     EXPECT_EQ(differenceOf(one, other).settings, 4);  // 15, 176, 340, 496
 }
 
+TEST(PointDifferenceTest, AMapAsItWasOnTheDeskIsWhatTheTunerHasSent) {
+    const auto point = fullPoint();
+    auto now = point;
+    for (std::size_t cell = 0; cell < 160; ++cell) {
+        now.fuel.working.at(cell) = point.fuel.edited.at(cell);
+    }
+    for (std::size_t cell = 160; cell < 320; ++cell) {
+        now.fuel.working.at(cell).reset();
+    }
+    EXPECT_GT(differenceOf(now, point).mapCells, 0);
+    EXPECT_EQ(changesSince(point, now).mapCells, 0);
+    now.ignition.working[7] = static_cast<std::uint8_t>(*point.ignition.working[7] + 1);
+    now.eeprom[0].byte ^= 1U;
+    EXPECT_EQ(changesSince(point, now), (PointDifference{1, 1}));
+    now.fuel.working[3] = static_cast<std::uint8_t>(point.fuel.edited[3] + 1);
+    EXPECT_EQ(changesSince(point, now).mapCells, differenceOf(now, point).mapCells);
+}
+
+TEST(PointDifferenceTest, AnEmptyDeskWasNotSent) {
+    auto point = fullPoint();
+    point.fuel.edited = {};
+    auto now = point;
+    now.fuel.working.fill(0);
+    EXPECT_GT(changesSince(point, now).mapCells, 0);
+}
+
 TEST(PointDifferenceTest, HasWords) {
     EXPECT_EQ(wordsOf({1, 0}), "1 map cell");
     EXPECT_EQ(wordsOf({0, 2}), "2 settings");

@@ -35,6 +35,26 @@ TEST(PointFileTest, GivesTheHeadAlone) {
     EXPECT_EQ(*read.content, (PointHead{{2026, 5, 6, 17, 8, 59}, "before storing: fuel map", {11, 3.386F, 0x1234}}));
 }
 
+TEST(PointFileTest, ACutPointOfALaterVersionIsToldAsSuch) {
+    auto later = encodePoint(fullPoint());
+    later[8] = 2;
+    for (std::size_t size = 0; size < later.size(); ++size) {
+        EXPECT_EQ(decodeHead(later.substr(0, size)).damage,
+                  size < 12 ? "cut off" : "of a later version of the program, and cut off")
+            << size;
+    }
+}
+
+TEST(PointFileTest, TheFirstBytesNameTheEcu) {
+    const auto bytes = encodePoint(fullPoint());
+    EXPECT_EQ(ecuAtFront(bytes.substr(0, 35)), fullPoint().ecu);
+    EXPECT_EQ(ecuAtFront(bytes.substr(0, 34)), std::nullopt);
+    EXPECT_EQ(ecuAtFront("x" + bytes), std::nullopt);
+    auto later = bytes;
+    later[8] = 2;
+    EXPECT_EQ(ecuAtFront(later), std::nullopt);
+}
+
 // 16 bytes before the content and 8 behind it; time 7, ECU 12, reason 1 + 7, misc 10; each map 40 + 320, twice, and
 // 320; EEPROM 3001 + 751.
 TEST(PointFileTest, HasTheSizeOfItsParts) {

@@ -129,6 +129,17 @@ TEST_F(PointStoreTest, TakesALimitedNote) {
     EXPECT_EQ(store_.list()[0].note, std::string(1000, 'x'));
 }
 
+// However long the file is: the rest of it is not asked for.
+TEST_F(PointStoreTest, FindsTheEcuOfAPointByTheFrontOfItsFile) {
+    const auto bytes = encodePoint(fullPoint());
+    put("a.point", bytes.substr(0, kBytesToEcu));
+    EXPECT_TRUE(store_.mayBeOf("a.point", fullPoint().ecu));
+    EXPECT_FALSE(store_.mayBeOf("a.point", {12, 3.386F, 0x1234}));
+    EXPECT_FALSE(store_.mayBeOf("a.point", {11, 3.4F, 0x1234}));
+    EXPECT_FALSE(store_.mayBeOf("b.point", fullPoint().ecu));
+    EXPECT_FALSE(store_.mayBeOf("../restore/a.point", fullPoint().ecu));
+}
+
 TEST_F(PointStoreTest, ReachesNoFileOutsideItsFolder) {
     const auto name = store_.add(fullPoint()).name;
     fs::copy_file(folder_ / "restore" / name, folder_ / "x.point");

@@ -69,6 +69,15 @@ TEST(RestoreJournalTest, IsReadBack) {
     EXPECT_EQ(found.journal->wanted(found.journal->cells[0]), 20);
 }
 
+TEST(RestoreJournalTest, HasTheFeaturesOfAnEcuThatTellsThem) {
+    auto told = journal();
+    told.ecu.features = 1234;
+    const auto text = sealed(with("ecu 11 3386\n", "ecu 11 3386\nfeatures 1234\n"));
+    EXPECT_EQ(encodeJournal(told), text);
+    EXPECT_EQ(decodeJournal(text).journal, told);
+    EXPECT_FALSE(decodeJournal(sealed(with("ecu 11 3386\n", "ecu 11 3386\nfeatures 65535\n"))).journal);
+}
+
 TEST(RestoreJournalTest, OneThatWasCutOrChangedAnywhereIsDamaged) {
     const auto whole = sealed(kBody);
     for (std::size_t at = 0; at < whole.size(); ++at) {

@@ -426,6 +426,265 @@ TEST_F(RestoreRunTest, TheMainWindowsEndIsTheEndOfARestore) {
     EXPECT_LT(ecu_.writes.size(), 4U);
 }
 
+// A restore of cells 600 to 603 that was stopped behind the second one.
+class LeftoverTest : public RestoreRunTest {
+protected:
+    void stopBehindTwo(Run& run) {
+        stopBehind(run, 2);
+        EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+        ecu_.onWrite = nullptr;
+        ecu_.writes.clear();
+        ASSERT_EQ(inEcu(), (support::Bytes{11, 22, 30, 40}));
+        ASSERT_NE(run.restore.Offer.get(), "");
+    }
+    void stopBehind(Run& run, std::size_t writes) {
+        ecu_.onWrite = [this, &run, writes] {
+            if (ecu_.writes.size() == writes) {
+                run.restore.stop();
+            }
+        };
+    }
+    void joinAgain(Run& run) {
+        run.program.disconnect();
+        run.join();
+    }
+    void has(const support::Bytes& bytes) { std::copy(bytes.begin(), bytes.end(), ecu_.cells.begin() + 600); }
+    void tell(Run& run, int address, int byte) {
+        run.receiveFrame('T', {static_cast<std::uint8_t>(byte), static_cast<std::uint8_t>(address % 256),
+                               static_cast<std::uint8_t>(address / 256)});
+    }
+    static bool press(Run& run, bool back) { return back ? run.restore.goBack() : run.restore.goOn(); }
+};
+
+TEST_F(LeftoverTest, CellsOfAnotherEcuAreNamedAndOnlyASecondPressWritesOverThem) {
+    for (const bool back : {false, true}) {
+        has(old_);
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        stopBehindTwo(run);
+        joinAgain(run);
+        const support::Bytes others{11, 77, 30, 88};
+        has(others);
+        EXPECT_FALSE(press(run, back));
+        EXPECT_EQ(
+            run.restore.Text.get(),
+            "Nothing was written. 2 settings are neither as before the restore that was not completed nor as its "
+            "point has them: address 601 is 77, not 20 or 22; address 603 is 88, not 40 or 44. This may be another "
+            "ECU of this kind, or somebody has changed them. Pressed again, \"Go on\" and \"Go back\" write over "
+            "them.");
+        EXPECT_THAT(ecu_.writes, IsEmpty());
+        EXPECT_EQ(inEcu(), others);
+        EXPECT_TRUE(run.restore.overwritesNext());
+        EXPECT_NE(run.restore.Offer.get(), "") << "the way of the first ECU stays";
+        EXPECT_TRUE(press(run, back));
+        EXPECT_EQ(inEcu(), back ? old_ : new_);
+        EXPECT_FALSE(run.restore.overwritesNext());
+        auto& keeper = run.program.keeper();
+        keeper.refresh();
+        EXPECT_EQ(keeper.load(keeper.points().at(0).name).content->eeprom[601].byte, 77) << "a point has what it was";
+    }
+}
+
+TEST_F(LeftoverTest, ASecondPressWritesOverNothingThatWasNotNamed) {
+    Run run(&ecu_);
+    stopBehindTwo(run);
+    joinAgain(run);
+    ecu_.cells[601] = 77;
+    EXPECT_FALSE(run.restore.goOn());
+    ecu_.cells[602] = 78;
+    EXPECT_FALSE(run.restore.goOn());
+    EXPECT_THAT(run.restore.Text.get(), HasSubstr("address 601 is 77, not 20 or 22; address 602 is 78, not 30 or 33"));
+    EXPECT_THAT(ecu_.writes, IsEmpty());
+}
+
+TEST_F(LeftoverTest, APressInAnotherConnectionIsTheFirstOne) {
+    Run run(&ecu_);
+    stopBehindTwo(run);
+    joinAgain(run);
+    ecu_.cells[601] = 77;
+    EXPECT_FALSE(run.restore.goOn());
+    joinAgain(run);
+    EXPECT_FALSE(run.restore.overwritesNext());
+    EXPECT_FALSE(run.restore.goOn());
+    EXPECT_THAT(ecu_.writes, IsEmpty());
+}
+
+TEST_F(LeftoverTest, ManyStrangeCellsAreCounted) {
+    Run run(&ecu_);
+    std::vector<std::pair<int, int>> cells;
+    for (int address = 600; address < 620; ++address) {
+        cells.emplace_back(address, 200);
+    }
+    stopBehind(run, 2);
+    EXPECT_FALSE(run.restore.restore(pointOf(cells), kPoint));
+    joinAgain(run);
+    std::fill_n(ecu_.cells.begin() + 600, 20, std::uint8_t{99});
+    EXPECT_FALSE(run.restore.goOn());
+    EXPECT_THAT(run.restore.Text.get(), HasSubstr("; address 611 is 99, not 0 or 200; and 8 more. "));
+}
+
+// What its own write has left is known in the same connection; in the next one it could be anybody's.
+TEST_F(LeftoverTest, ACellWhoseWriteWasCutIsWrittenAtOnce) {
+    for (const bool again : {false, true}) {
+        has(old_);
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        ecu_.onWrite = [&] {
+            if (ecu_.writes.size() == 3) {
+                ecu_.cells[602] = 0xEE;
+                ecu_.send(170, {0});
+            }
+        };
+        EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+        ecu_.onWrite = nullptr;
+        if (again) {
+            joinAgain(run);
+        }
+        EXPECT_EQ(run.restore.goBack(), !again);
+        EXPECT_EQ(ecu_.cells[602], again ? 0xEE : 30);
+    }
+}
+
+TEST_F(LeftoverTest, ANewRestoreTakesOverWhatIsLeft) {
+    for (const bool back : {false, true}) {
+        has(old_);
+        ecu_.cells[604] = 50;
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        stopBehindTwo(run);
+        stopBehind(run, 1);
+        EXPECT_FALSE(run.restore.restore(pointOf({{600, 111}, {602, 133}, {604, 155}}), "b.point"));
+        ecu_.onWrite = nullptr;
+        EXPECT_EQ(run.restore.interrupted()->pointName, "b.point");
+        EXPECT_TRUE(press(run, back));
+        // The new point does not know 601 and 603: on the way on they stay.
+        EXPECT_EQ(inEcu(), back ? old_ : (support::Bytes{111, 22, 133, 40}));
+        EXPECT_EQ(ecu_.cells[604], back ? 50 : 155);
+        EXPECT_EQ(run.restore.Offer.get(), "");
+    }
+}
+
+TEST_F(LeftoverTest, WhatAnotherEcuHasLeftIsNotMixedWithANewRestore) {
+    Run run(&ecu_);
+    stopBehindTwo(run);
+    joinAgain(run);
+    const auto journal = contentOf(run.journal());
+    ecu_.cells[601] = 77;
+    for (int press = 0; press < 2; ++press) {
+        EXPECT_FALSE(run.restore.restore(pointOf({{600, 111}}), "b.point"));
+        EXPECT_THAT(run.restore.Text.get(), HasSubstr("address 601 is 77, not 20 or 22"));
+        EXPECT_THAT(run.restore.Text.get(), HasSubstr(" \"Leave it so\" ends it first."));
+        EXPECT_FALSE(run.restore.overwritesNext());
+    }
+    EXPECT_THAT(ecu_.writes, IsEmpty());
+    EXPECT_EQ(contentOf(run.journal()), journal);
+    run.restore.forget();
+    EXPECT_TRUE(run.restore.restore(pointOf({{600, 111}}), "b.point"));
+}
+
+TEST_F(LeftoverTest, ADamagedJournalIsNotReplaced) {
+    Run run(&ecu_);
+    run.writeJournal("x");
+    EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+    EXPECT_THAT(run.restore.Text.get(), HasSubstr("it is damaged"));
+    EXPECT_THAT(run.restore.Text.get(), HasSubstr("\"Leave it so\" ends it first."));
+    EXPECT_EQ(contentOf(run.journal()), "x");
+    EXPECT_THAT(ecu_.reads, IsEmpty());
+}
+
+TEST_F(LeftoverTest, AnEcuWithOtherFeaturesIsAnotherOne) {
+    Run run(&ecu_);
+    stopBehindTwo(run);
+    ecu_.features = 1234;
+    joinAgain(run);
+    EXPECT_EQ(run.restore.Offer.get(), "");
+    has(old_);
+    stopBehind(run, 1);
+    EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+    EXPECT_TRUE(std::filesystem::exists(run.folder / "restore" / "restore-11-3386-1234.journal"));
+    EXPECT_TRUE(std::filesystem::exists(run.journal()));
+    ecu_.onWrite = nullptr;
+    EXPECT_TRUE(run.restore.goBack());
+    ecu_.features = 0xFFFF;
+    joinAgain(run);
+    EXPECT_THAT(run.restore.Offer.get(), HasSubstr("1 of 4 settings written"));
+}
+
+TEST_F(LeftoverTest, TheOfferEndsWhenTheEcuIsAtOneSide) {
+    for (const bool back : {false, true}) {
+        has(old_);
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        stopBehindTwo(run);
+        joinAgain(run);
+        const auto& bytes = back ? old_ : new_;
+        for (int i = 0; i < 3; ++i) {
+            tell(run, 600 + i, bytes[static_cast<std::size_t>(i)]);
+        }
+        EXPECT_NE(run.restore.Offer.get(), "") << "one cell is not known yet";
+        tell(run, 603, back ? 44 : 40);
+        EXPECT_NE(run.restore.Offer.get(), "") << "one cell is on the other side";
+        tell(run, 603, bytes[3]);
+        EXPECT_EQ(run.restore.Offer.get(), "");
+        EXPECT_FALSE(std::filesystem::exists(run.journal()));
+        EXPECT_EQ(run.restore.Text.get(), std::string("The restore that was not completed has ended: the ECU has all "
+                                                      "its settings as ") +
+                                              (back ? "before it." : "the point has them."));
+    }
+}
+
+// What was sent is not what the ECU has told.
+TEST_F(LeftoverTest, WhatWasSentEndsNoOffer) {
+    Run run(&ecu_);
+    stopBehindTwo(run);
+    joinAgain(run);
+    for (int i = 0; i < 4; ++i) {
+        run.window.ecuEeprom.sent(600 + i, new_[static_cast<std::size_t>(i)]);
+    }
+    EXPECT_NE(run.restore.Offer.get(), "");
+}
+
+TEST_F(LeftoverTest, TheMainWindowSaysItAtTheNextConnect) {
+    Run run(&ecu_);
+    auto& notice = run.window.keepNotice;
+    EXPECT_EQ(notice.words(), "");
+    stopBehindTwo(run);
+    const std::string offer =
+        "A restore of the point of 2026-05-06 07:08:09 (fuel map) was not completed: 1 of 4 settings written.";
+    EXPECT_EQ(notice.Offer.get(), offer);
+    run.program.disconnect();
+    EXPECT_EQ(notice.Offer.get(), "");
+    run.join();
+    EXPECT_EQ(notice.Offer.get(), offer);
+    EXPECT_EQ(notice.OfferPoint.get(), kPoint);
+    notice.say("The ECU differs", "a.point");
+    EXPECT_EQ(notice.words(), offer + "\nThe ECU differs");
+    EXPECT_TRUE(run.restore.goBack());
+    EXPECT_EQ(notice.words(), "The ECU differs");
+}
+
+// The block is not acknowledged: what the ECU has is asked for before anybody says that nothing is to be done.
+TEST_F(LeftoverTest, AMiscBlockThatWasSentIsNotTakenForWhatTheEcuHas) {
+    Run run(&ecu_);
+    const int first = run.tables.addresses.RPM_LIMIT_LOW_OFF;
+    ecu_.cells.at(static_cast<std::size_t>(first)) = 5;
+    tell(run, first, 5);
+    run.program.mapWindows().open();
+    auto* const form = run.windows.loaded().back();
+    for (auto* control : form->controls()) {
+        if (control->name() == "btnSaveMisc") {
+            control->press();
+        }
+    }
+    run.pump.wait(3000);
+    ASSERT_EQ(run.window.ecuEeprom.cells().at(static_cast<std::size_t>(first)).known, link::Known::Sent);
+    ecu_.reads.clear();
+    const int sent = run.window.ecuEeprom.cells().at(static_cast<std::size_t>(first)).byte;
+    EXPECT_TRUE(run.restore.restore(pointOf({{first, sent}}), kPoint));
+    EXPECT_THAT(ecu_.reads, testing::Contains(first));
+    EXPECT_EQ(ecu_.cells.at(static_cast<std::size_t>(first)), sent);
+}
+
 // With the virtual ECU, which has its own idea of all commands.
 TEST(RestoreOnTheVirtualEcu, TheSettingsOfAPointAreThoseOfTheEcuAfterwards) {
     support::EcuDevice device;

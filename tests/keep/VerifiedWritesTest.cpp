@@ -1,5 +1,8 @@
 // Sends that are read back: the program with the virtual ECU behind a line on which a test can change bytes.
+#include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <numeric>
 
 #include "maps/FrmMaps_QV_ign.h"
@@ -24,6 +27,7 @@ public:
 
     support::EcuDevice ecu;
     std::function<std::uint8_t(std::uint8_t)> toEcu = [](std::uint8_t byte) { return byte; };
+    std::function<std::uint8_t(std::uint8_t)> toPc = [](std::uint8_t byte) { return byte; };
     bool deaf = false;  // the ECU hears nothing
     bool mute = false;  // the PC hears nothing
     struct Sent {
@@ -45,7 +49,7 @@ public:
         std::vector<std::uint8_t> bytes;
         ecu.take(at, bytes);
         if (!mute) {
-            out.insert(out.end(), bytes.begin(), bytes.end());
+            std::ranges::transform(bytes, std::back_inserter(out), std::ref(toPc));
         }
     }
 };
@@ -84,6 +88,12 @@ protected:
         void change(int skipped, int to) {
             toEcu = [left = skipped, to](std::uint8_t byte) mutable {
                 return left-- == 0 ? static_cast<std::uint8_t>(to) : byte;
+            };
+        }
+        // One bit of the answer's byte behind `skipped` others is damaged on the line.
+        void damageAnswer(int skipped) {
+            toPc = [left = skipped](std::uint8_t byte) mutable {
+                return static_cast<std::uint8_t>(left-- == 0 ? byte ^ 4 : byte);
             };
         }
     };
@@ -217,6 +227,30 @@ TEST_F(VerifiedWrites, TheMiscBlockIsReadBack) {
     maps.btnSaveMisc.press();
     EXPECT_EQ(resultOf(maps), "Misc: RPM limit is 7001, sent 7000");
     EXPECT_EQ(maps.txtMisc(0).Text.get(), "7000");
+}
+
+// What is damaged is the answer alone, of the map behind its acknowledgement: a cell that the ECU has is not called
+// another one.
+TEST_F(VerifiedWrites, AnAnswerThatWasDamagedIsAskedForOnceMore) {
+    constexpr int kFrame = 4;
+    constexpr int kHead = 2;  // code and length
+    Run run;
+    auto& maps = run.open<maps::FrmMaps>();
+    run.verify();
+    run.tables.FuelMapOut.fill(93);
+    run.damageAnswer(kFrame + kHead + 18);
+    maps.btnWriteFuel.press();
+    EXPECT_EQ(run.window.ecuMaps.fuel.working(18), 93);
+    EXPECT_EQ(resultOf(maps), "Fuel: verified");
+    run.damageAnswer(kHead);
+    maps.btnSaveMisc.press();
+    EXPECT_EQ(resultOf(maps), "Misc: verified");
+    run.tables.PwmMapOut.fill(55);
+    run.toPc = [left = 1](std::uint8_t byte) mutable {
+        return static_cast<std::uint8_t>(byte == 55 && left-- > 0 ? 54 : byte);
+    };
+    maps.btnSavePWM.press();
+    EXPECT_EQ(resultOf(maps), "PWM: verified");
 }
 
 TEST_F(VerifiedWrites, ASilentEcuEndsTheWait) {

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "Operations.h"
+#include "keep/restore/FrmRestore.h"
 #include "maps/panes/PaneWindow.h"
 
 namespace korvane::proof {
@@ -27,6 +28,29 @@ std::string namelessChannels() {
 void copyFiles(const support::TempFolder& from, const support::TempFolder& to) {
     std::filesystem::copy(from.path(), to.path(),
                           std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+}
+
+// By a read of the EEPROM, of the misc block, or of the map that is kept there.
+bool isTold(const link::ConnectionPanel& main, const core::ParameterAddresses& places, int address) {
+    if (const auto cell = link::mapCellAt(places, address)) {
+        return (main.ecuMaps.*cell->map).told(cell->cell).has_value();
+    }
+    const bool ofMisc = address >= ecu::kMiscAddress && address < ecu::kMiscAddress + ecu::kMiscBytes;
+    return (ofMisc && main.ecuMisc.bytes()) ||
+           main.ecuEeprom.cells().at(static_cast<std::size_t>(address)).known == link::Known::Told;
+}
+
+// A point of what a connection has left, made when the cable was pulled or the program ended.
+bool isOfAnEnd(const std::string& reason) {
+    return reason == "disconnect" || reason == "end of the program";
+}
+
+CellSet toldTo(program::Program& program) {
+    CellSet told;
+    for (std::size_t at = 0; at < told.size(); ++at) {
+        told[at] = isTold(program.frmSarn2(), program.tables().addresses, static_cast<int>(at));
+    }
+    return told;
 }
 
 std::string withoutDigits(std::string text) {
@@ -71,15 +95,28 @@ controls::Window& Desk::window(std::string_view name) {
 
 std::string Desk::words() {
     std::string text(link::nameOf(program.frmSarn2().linkState.state()));
-    text += "\n" + program.frmMisc().saveReport().Text.get();
+    text += "\n" + program.frmMisc().saveReport().Text.get() + "\n" + verification();
     for (auto* const window : machine.windows.loaded()) {
         text += "\n" + withoutDigits(window->Caption);
         if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
             text += "\n" + maps->line().watch().Text.get();
         }
+        if (auto* const restore = dynamic_cast<keep::FrmRestore*>(window)) {
+            text += "\n" + restore->lblState.Caption.get() + "\n" + restore->lblOffer.Caption.get();
+        }
     }
     for (const auto& message : machine.dialogs.takeMessages()) {
         text += "\n" + message.text;
+    }
+    return text;
+}
+
+std::string Desk::verification() {
+    std::string text = program.frmMisc().verifyReport().Text;
+    for (auto* const window : machine.windows.loaded()) {
+        if (auto* const maps = dynamic_cast<maps::PaneWindow*>(window)) {
+            text += maps->verifyReport().Text.get();
+        }
     }
     return text;
 }
@@ -106,6 +143,7 @@ void Bench::reconnect() {
 
 void Bench::arm(const Try& what) {
     static_cast<void>(desk->words());
+    told_ = toldTo(desk->program);
     device.arm(what, desk->machine.pump.now(), [this, fault = what.fault] { struck(fault); });
 }
 
@@ -128,8 +166,11 @@ void Bench::settle() {
     device.disarm();
     desk->wait(kAnswers);
     words_ = desk->words();
+    verification_ = desk->verification();
+    atEnd_ = stateOf(device.ecu());
     const auto& points = desk->program.keeper().points();
-    point_ = points.empty() ? std::string() : points.front().name;
+    const auto found = std::ranges::find_if_not(points, isOfAnEnd, &keep::PointEntry::reason);
+    point_ = found == points.end() ? std::string() : found->name;
     if (killed_) {
         auto next = std::make_unique<Desk>(device, desk.get());
         unplug_.reset();

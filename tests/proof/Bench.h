@@ -48,6 +48,8 @@ public:
     // All that the program tells the tuner now: captions without their digits (which are times), message boxes, what
     // the windows say of transfers, the state of the line.
     [[nodiscard]] std::string words();
+    // What the windows say of sends that were read back.
+    [[nodiscard]] std::string verification();
 
     support::VirtualMachine machine;
     program::Program program{machine.machine};
@@ -75,10 +77,18 @@ public:
     // The line is open again, and the windows are.
     void reconnect();
 
-    // The newest restore point when the operation had begun.
+    // The newest restore point when the operation had begun: that of a disconnect comes behind it.
     [[nodiscard]] const std::string& point() const { return point_; }
 
     [[nodiscard]] const std::string& wordsAtEnd() const { return words_; }
+
+    // The cells whose bytes the ECU had told the program, by reads of the EEPROM, of maps or of the misc block, when
+    // arm() was called.
+    [[nodiscard]] const CellSet& told() const { return told_; }
+    // What the program said then of the sends that it had read back; empty if it has read none.
+    [[nodiscard]] const std::string& verification() const { return verification_; }
+    // What the ECU had when the operation had ended, before anything came back.
+    [[nodiscard]] const EcuState& atEnd() const { return atEnd_; }
 
 private:
     void struck(Fault fault);
@@ -87,6 +97,9 @@ private:
     bool killed_ = false;
     std::string words_;
     std::string point_;
+    std::string verification_;
+    CellSet told_;
+    EcuState atEnd_;
 };
 
 }  // namespace korvane::proof

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "Verified.h"
+#include "link/EcuMap.h"
+
 namespace korvane::proof {
 
 namespace {
@@ -43,31 +46,52 @@ std::string nameOf(const Operation& operation, const Try& what) {
     return what.fault == Fault::CutWhileStoring ? name + ", cell " + std::to_string(what.cell) : name;
 }
 
-// A cell that nobody has read, no program can know: one that the operation writes, or that a damaged address has hit.
-std::string failureOf(const WayBack& way, const Operation& operation, Outcome outcome) {
-    if (operation.storesUnread || outcome == Outcome::Elsewhere) {
-        return {};
+// Cells that keep a map: the ECU tells the map on which the engine runs until it restarts.
+CellSet mapCells(Bench& bench) {
+    CellSet cells;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        cells[i] = link::mapCellAt(bench.desk->program.tables().addresses, static_cast<int>(i)).has_value();
     }
+    return cells;
+}
+
+// What a cell had that the ECU had never told, no program can know; that is the only excuse.
+bool isExcused(const CellSet& blamed, const CellSet& unknown) {
+    return blamed.any() && (blamed & ~unknown).none();
+}
+
+std::string addresses(const CellSet& cells) {
+    std::string text;
+    for (std::size_t i = 0; i < cells.size() && text.size() < 100; ++i) {
+        text += cells[i] ? " " + std::to_string(i) : "";
+    }
+    return text;
+}
+
+std::string failureOf(const WayBack& way, Bench& bench, Outcome outcome) {
+    const CellSet untold = ~bench.told();
     std::string failure;
-    if (!way.says) {
-        failure += " the program does not say which values the ECU has;";
+    if (!way.says && !isExcused(way.changed, untold | mapCells(bench))) {
+        failure += " the program does not say which values the ECU has, at" + addresses(way.changed) + ";";
     }
-    if (!way.toOld) {
-        failure += " no way to the old values;";
+    if (!way.toOld && !isExcused(way.notOld, untold)) {
+        failure += " no way to the old values, at" + addresses(way.notOld) + ";";
     }
-    if (!way.toNew) {
-        failure += " no way to the new values;";
+    if (!way.toNew && !isExcused(way.notNew, untold)) {
+        failure += " no way to the new values, at" + addresses(way.notNew) + ";";
     }
     return failure.empty() ? failure : failure + " (" + std::string(nameOf(outcome)) + ") " + way.words;
 }
 
+using MakeBench = std::function<std::unique_ptr<Bench>()>;
+
 void ask(Bench& bench, const Operation& operation, const Reference& reference, const Try& what, Outcome outcome,
-         FaultRow& row) {
-    const WayBack way = wayBackOf(bench, operation, reference);
+         FaultRow& row, const MakeBench& again) {
+    const WayBack way = wayBackOf(bench, operation, reference, again);
     ++row.asked;
     row.unseen += way.says ? 0 : 1;
     row.stuck += way.toOld && way.toNew ? 0 : 1;
-    if (const std::string failure = failureOf(way, operation, outcome); !failure.empty()) {
+    if (const std::string failure = failureOf(way, bench, outcome); !failure.empty()) {
         row.failures.push_back(nameOf(operation, what) + ":" + failure);
     }
 }
@@ -123,22 +147,36 @@ std::vector<Try> chosen(const std::vector<Try>& tries, const Choice& choice) {
     return some;
 }
 
+namespace {
+
+std::unique_ptr<Bench> attempt(const Operation& operation, const Try& what) {
+    auto bench = std::make_unique<Bench>(operation.type, cellsBefore(operation.type));
+    operation.edit(*bench->desk);
+    bench->arm(what);
+    operation.store(*bench->desk);
+    bench->settle();
+    return bench;
+}
+
+}  // namespace
+
 FaultRow rowOf(const Operation& operation, const Reference& reference, const std::vector<Try>& tries, int asking) {
     FaultRow row;
     for (const Try& what : tries) {
-        Bench bench(operation.type, cellsBefore(operation.type));
-        operation.edit(*bench.desk);
-        bench.arm(what);
-        operation.store(*bench.desk);
-        bench.settle();
+        const MakeBench again = [&] { return attempt(operation, what); };
+        const auto made = again();
+        Bench& bench = *made;
         const Outcome outcome =
             outcomeOf(reference.before, reference.wanted, reference.written, stateOf(bench.device.ecu()));
         row.fault = what.fault;
         ++row.outcomes.at(static_cast<std::size_t>(outcome));
         const bool told = what.fault == Fault::Killed || bench.wordsAtEnd() != reference.words;
         row.silent += outcome != Outcome::New && !told ? 1 : 0;
+        if (const auto untruth = untruthOf(operation, reference, bench); !untruth.empty()) {
+            row.failures.push_back(nameOf(operation, what) + ": " + untruth);
+        }
         if (row.tried++ % asking == 0) {
-            ask(bench, operation, reference, what, outcome, row);
+            ask(bench, operation, reference, what, outcome, row, again);
         }
     }
     return row;

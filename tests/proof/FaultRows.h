@@ -18,9 +18,9 @@ struct FaultRow {
     std::array<int, kOutcomes> outcomes{};
     int silent = 0;  // tries after which the ECU has not the new values and the program says what it says on success
     int asked = 0;   // tries after which the program was asked for the way back
-    int unseen = 0;  // of these: a cell that was hit by mistake, which no read shows
-    int stuck = 0;   // of these: a cell that was hit by mistake, which the restore point does not know
-    std::vector<std::string> failures;  // in words, one a try at most
+    int unseen = 0;  // of these: a cell has another byte, which no read shows
+    int stuck = 0;   // of these: a cell has another byte than it should, and nobody knew the old one
+    std::vector<std::string> failures;  // in words
 };
 
 [[nodiscard]] Reference referenceOf(const Operation& operation);

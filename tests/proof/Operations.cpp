@@ -1,8 +1,11 @@
 #include "Operations.h"
 
+#include <algorithm>
 #include <map>
 
+#include "PointsWindow.h"
 #include "core/ParameterNames.h"
+#include "keep/point/PointStore.h"
 
 namespace korvane::proof {
 
@@ -17,6 +20,11 @@ constexpr int kOtherEdge = 1;    // the row of the sensor type that the factory 
 constexpr long kImageStep = 50;  // of the image after a backup: without one each byte is tried
 constexpr const char* kTuneFile = "other tune.txt";
 constexpr const char* kImageFile = "other image.txt";
+constexpr int kImageAsking = 50;
+constexpr long kVerifiedStep = 7;  // of maps that take long: without the verification each byte is tried
+
+// Two of the misc block, whose working copy an EEPROM write does not change, two words and four bytes.
+constexpr int kRestoredCells[] = {2, 3, 346, 347, 348, 349, 511, 512};
 
 constexpr const char* kSettings = "frmMisc";
 constexpr const char* kMaps = "frmMaps";
@@ -128,6 +136,29 @@ void editImage(Desk& desk) {
     desk.machine.dialogs.answerFile(desk.machine.folder / kImageFile);
 }
 
+// A restore point as another tune had it, older than all others.
+void editPoint(Desk& desk) {
+    auto point = desk.program.keeper().now();
+    point.reason = kRestoredPoint;
+    --point.time.year;
+    for (const int address : kRestoredCells) {
+        auto& cell = point.eeprom.at(static_cast<std::size_t>(address));
+        cell = {static_cast<std::uint8_t>(cellsBefore(kFull).at(static_cast<std::size_t>(address)) ^ 1U),
+                link::Known::Told};
+    }
+    keep::PointStore(desk.machine.folder / "restore").add(point);
+}
+
+// What is sent is read back.
+Operation verified(Operation operation) {
+    operation.edit = [edit = operation.edit](Desk& desk) {
+        edit(desk);
+        desk.program.frmSarn2().verify.On = true;
+    };
+    operation.name += ", verified";
+    return operation;
+}
+
 // The same operation after a backup of the EEPROM, by which all its cells are known.
 Operation backedUp(Operation operation) {
     operation.edit = [edit = operation.edit](Desk& desk) {
@@ -223,6 +254,20 @@ void addBoxes(std::vector<Operation>& all) {
                    pressing(kLimiter, "btnSaveLaunch")});
 }
 
+void addRestore(std::vector<Operation>& all) {
+    all.push_back({"restore of settings", kFull, editPoint,
+                   [](Desk& desk) { restorePoint(desk, pointOf(desk, kRestoredPoint), true, false); }});
+    all.back().restores = true;
+}
+
+void addVerified(std::vector<Operation>& all, const std::vector<std::string_view>& names) {
+    for (const auto name : names) {
+        const auto found = std::ranges::find(all, name, &Operation::name);
+        all.push_back(verified(*found));
+        all.back().step = name == "PWM table" || name.starts_with("large") ? kVerifiedStep : 1;
+    }
+}
+
 std::vector<Operation> makeOperations() {
     std::vector<Operation> all;
     addMaps(all, "", kFull, kMaps, {"F"}, {"A"});
@@ -234,7 +279,10 @@ std::vector<Operation> makeOperations() {
                    pressing(kSettings, "btnWriteEE16bit")});
     addUnread(all, {"EEPROM image", kFull, editImage, pressing("frmSarn2", "btnUploadEEPROM")});
     all.back().step = kImageStep;
+    (all.end() - 2)->asking = kImageAsking;
     addBoxes(all);
+    addRestore(all);
+    addVerified(all, {"fuel map", "misc block", "PWM table", "large ignition map", "settings: start help"});
     return all;
 }
 

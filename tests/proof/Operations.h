@@ -23,11 +23,18 @@ struct Operation {
     bool storesUnread = false;
     // The tuner reads the EEPROM by a backup, which tells the cells that the settings window does not read.
     bool backsUp = false;
+    // It is the restore of a point's settings: the way back is that of its journal.
+    bool restores = false;
     // Of its bytes, which are tried at all: each, or every so many and the last.
     long step = 1;
+    // After how many tries the program is asked for the way back, where all are tried: after each, or every so many.
+    int asking = 1;
 };
 
 [[nodiscard]] const std::vector<Operation>& operations();
+
+// Why the point was made that the restore brings back.
+inline constexpr auto kRestoredPoint = "other settings";
 
 // Opens the window of the ECU's maps, which reads them.
 void openMaps(Desk& desk);

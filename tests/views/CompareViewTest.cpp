@@ -1,8 +1,11 @@
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QTabBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <gmock/gmock.h>
 
@@ -10,6 +13,7 @@
 #include "views/Events.h"
 #include "views/ProgramViews.h"
 #include "views/keep/DiffTable.h"
+#include "views/widgets/DropDown.h"
 #include "views/widgets/ListTable.h"
 #include "views/widgets/Palette.h"
 
@@ -52,6 +56,37 @@ TEST_F(CompareViewTest, EachCellThatDiffersHasASignByMarkAndByColour) {
     EXPECT_NE(groundOf(1, 1), groundOf(1, 2));
     EXPECT_NE(groundOf(1, 1), groundOf(1, 3));
     EXPECT_EQ(groundOf(0, 0), groundOf(1, 3));
+}
+
+// "Tune file" opens a dialog: only who picks it in the open list is asked for a file.
+TEST_F(CompareViewTest, KeysAndTheWheelPickNoSourceInAClosedList) {
+    auto& list = find<DropDown>("ComboLeft");
+    list.setFocus();
+    const int before = form->left.list.ListIndex;
+    dialogs.answerFile((folder / "tune.txt").string());
+    for (const auto each : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_End}) {
+        key(list, each);
+        EXPECT_TRUE(list.view()->isVisible()) << each;
+        list.hidePopup();
+        EXPECT_EQ(form->left.list.ListIndex, before) << each;
+    }
+    key(list, Qt::Key_T, {}, "t");
+    list.hidePopup();
+    QWheelEvent wheel({5, 5}, list.mapToGlobal(QPointF(5, 5)), {}, {0, -240}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&list, &wheel);
+    EXPECT_EQ(form->left.list.ListIndex, before);
+    EXPECT_EQ(form->left.source().kind, keep::Source::Kind::Ecu);
+}
+
+TEST_F(CompareViewTest, AnItemOfTheOpenListIsPickedByEnter) {
+    auto& list = find<DropDown>("ComboLeft");
+    list.setFocus();
+    key(list, Qt::Key_Down);
+    list.view()->setCurrentIndex(list.model()->index(1, 0));
+    key(*list.view(), Qt::Key_Return);
+    frame();
+    EXPECT_EQ(form->left.source().kind, keep::Source::Kind::Desk);
 }
 
 TEST_F(CompareViewTest, TheTextsOfTheCellsAreLegibleInLightAndDark) {

@@ -91,6 +91,42 @@ TEST_F(RestoreViewTest, ADeleteIsAskedAndMayBeRefused) {
     EXPECT_EQ(table().model()->rowCount(), 0);
 }
 
+// As above with the question before a journal is removed, whose presses scripts make unasked.
+TEST_F(RestoreViewTest, LeavingASettingAsItIsIsAskedAndMayBeRefused) {
+    keep::RestoreJournal journal;
+    journal.ecu = {11, 3386};
+    journal.cells = {{600, 1, 2}};
+    const keep::JournalFile file(folder / "restore");
+    EXPECT_EQ(file.save(journal), "");
+    connect();
+    receiveFrame('y', {0xFF, 0xFF, 0x0D, 0x3A, 11});
+    open();
+    dialogs.answerQuestion({.yes = false, .stop = false});
+    find<QPushButton>("btnForget").click();
+    EXPECT_TRUE(file.load({11, 3386}).journal);
+    dialogs.answerQuestion({.yes = true, .stop = false});
+    find<QPushButton>("btnForget").click();
+    EXPECT_FALSE(file.load({11, 3386}).journal);
+}
+
+TEST_F(RestoreViewTest, TheMainWindowLeadsToARestoreThatWasNotCompleted) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    lookAt(window);
+    window.keepNotice.offer("A restore was not completed.", keep::PointStore(folder / "restore").list()[1].name);
+    window.keepNotice.say("The ECU differs", "");
+    frame();
+    EXPECT_FALSE(find<QGroupBox>("keepNotice").isHidden());
+    EXPECT_EQ(find<QGroupBox>("keepNotice").findChild<QLabel*>()->text().toStdString(),
+              "A restore was not completed.\nThe ECU differs");
+    find<QToolButton>("keepNoticeRestore").click();
+    const auto& form = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
+    EXPECT_EQ(form.lstPoints.chosen()->reason, "maps read");
+    window.keepNotice.offer("", "");
+    frame();
+    EXPECT_TRUE(find<QToolButton>("keepNoticeRestore").isHidden());
+}
+
 TEST_F(RestoreViewTest, WhatIsNotThereIsNotShown) {
     put(1, "maps read");
     open();

@@ -63,12 +63,27 @@ struct VerifyPartTest : testing::Test, ProgramViews {
         EXPECT_TRUE(find("sendAgain").isVisible());
         click(find("sendAgain"));
         EXPECT_EQ(again, 1);
+        expectKeysReach(find("sendAgain"));
+        EXPECT_EQ(again, 2);
         expectNothingCut();
         const int next = form.verifyReport().begin("Fuel", {});
         form.verifyReport().end(next, "verified", false);
         frame();
         EXPECT_FALSE(find("sendAgain").isVisible());
         expectNothingCut();
+    }
+    // By Tab from any place, and then by the space bar.
+    void expectKeysReach(QWidget& button) const {
+        EXPECT_FALSE(button.accessibleName().isEmpty());
+        view().activateWindow();
+        bool reached = false;
+        for (int i = 0; i < 500 && !reached; ++i) {
+            QWidget* const focus = view().focusWidget();
+            key(focus != nullptr ? *focus : view(), Qt::Key_Tab);
+            reached = view().focusWidget() == &button;
+        }
+        EXPECT_TRUE(reached);
+        key(button, Qt::Key_Space, {}, " ");
     }
     // The strip of the tuning agent has no size while its boxes are hidden.
     void expectNothingCut() const {

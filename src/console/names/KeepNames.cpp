@@ -61,7 +61,7 @@ void registerPoints(Names& names, keep::Keeper& keeper) {
         keeper.refresh();
         return Json(static_cast<std::int64_t>(keeper.points().size()));
     });
-    names.add("keep.notice", {}, [&keeper](Names::Indices) { return Json(keeper.notice().Text.get()); });
+    names.add("keep.notice", {}, [&keeper](Names::Indices) { return Json(keeper.notice().words()); });
     addMember(names, keeper, "name", [](const auto& point) { return Json(core::onOneLine(point.name)); });
     addMember(names, keeper, "time",
               [](const auto& point) { return Json(point.damage.empty() ? keep::timeTextOf(point) : std::string()); });

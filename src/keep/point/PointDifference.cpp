@@ -61,6 +61,11 @@ bool hasAll(const link::EepromCells& point, const link::EepromCells& now) {
     });
 }
 
+bool isWhatWasSent(const core::MapImage& desk, const MapSnapshot::Bytes& now) {
+    return desk != core::MapImage{} && std::equal(now.begin(), now.end(), desk.begin(),
+                                                  [](const auto& mine, auto sent) { return !mine || mine == sent; });
+}
+
 std::string counted(int count, const std::string& one) {
     return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
 }
@@ -77,6 +82,16 @@ PointDifference differenceOf(const Snapshot& one, const Snapshot& other) {
         difference.mapCells += differentBytes((one.*map).working, (other.*map).working);
     }
     difference.settings = differentMisc(one, other) + differentCells(one, other);
+    return difference;
+}
+
+PointDifference changesSince(const Snapshot& point, const Snapshot& now) {
+    PointDifference difference = differenceOf(now, point);
+    for (const auto map : kMaps) {
+        if (isWhatWasSent((point.*map).edited, (now.*map).working)) {
+            difference.mapCells -= differentBytes((now.*map).working, (point.*map).working);
+        }
+    }
     return difference;
 }
 

@@ -19,6 +19,10 @@ struct PointDifference {
 };
 [[nodiscard]] PointDifference differenceOf(const Snapshot& one, const Snapshot& other);
 
+// The same of a point and what the ECU has now. A map counts as unchanged, too, if the ECU has it exactly as the tuner
+// had it on the desk then: it is what the tuner has sent.
+[[nodiscard]] PointDifference changesSince(const Snapshot& point, const Snapshot& now);
+
 // Whether anything that differenceOf() looks at is known in both.
 [[nodiscard]] bool shares(const Snapshot& one, const Snapshot& other);
 

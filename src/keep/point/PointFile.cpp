@@ -30,6 +30,7 @@ constexpr auto kCutOff = "cut off";
 constexpr auto kDamaged = "damaged";
 constexpr auto kTooLong = "damaged: longer than it was written";
 constexpr auto kLater = "of a later version of the program";
+constexpr auto kLaterCutOff = "of a later version of the program, and cut off";
 constexpr auto kStrange = "holds values that no restore point has";
 
 std::string_view cut(std::string_view text, std::size_t size) {
@@ -161,19 +162,22 @@ Number numberAt(std::string_view bytes, std::size_t at) {
 
 // What the frame around the content says; holds for all versions. Empty if it is whole.
 std::string damageOfFrame(std::string_view bytes) {
-    if (bytes.size() < kShortest) {
-        return kMagic.starts_with(bytes.substr(0, kMagic.size())) ? kCutOff : kNoPoint;
-    }
-    if (!bytes.starts_with(kMagic)) {
+    if (!kMagic.starts_with(bytes.substr(0, kMagic.size()))) {
         return kNoPoint;
     }
+    if (bytes.size() < kLengthAt) {
+        return kCutOff;
+    }
     const auto version = numberAt<std::uint32_t>(bytes, kMagic.size());
+    if (bytes.size() < kShortest) {
+        return version > kVersion ? kLaterCutOff : kCutOff;
+    }
     const auto length = numberAt<std::uint32_t>(bytes, kLengthAt);
     if (bytes.size() > kLargestPoint) {
         return version > kVersion ? kLater : kTooLong;
     }
     if (length != bytes.size()) {
-        return length > bytes.size() ? kCutOff : kTooLong;
+        return length < bytes.size() ? kTooLong : version > kVersion ? kLaterCutOff : kCutOff;
     }
     const auto content = bytes.substr(0, bytes.size() - kChecksum);
     if (checksumOf(content) != numberAt<std::uint64_t>(bytes, content.size())) {
@@ -231,6 +235,16 @@ std::string encodePoint(const Snapshot& point) {
     out.text(content);
     out.number(checksumOf(out.bytes()));
     return out.bytes();
+}
+
+std::optional<EcuIdentity> ecuAtFront(std::string_view bytes) {
+    if (bytes.size() < kBytesToEcu || !bytes.starts_with(kMagic) ||
+        numberAt<std::uint32_t>(bytes, kMagic.size()) != kVersion) {
+        return std::nullopt;
+    }
+    ByteReader in(bytes.substr(kLengthAt + sizeof(std::uint32_t)));
+    static_cast<void>(readTime(in));
+    return readIdentity(in);
 }
 
 Decoded<PointHead> decodeHead(std::string_view bytes) {

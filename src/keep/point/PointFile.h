@@ -31,6 +31,11 @@ struct Decoded {
 
 [[nodiscard]] std::string encodePoint(const Snapshot& point);
 
+// The ECU that the first bytes of a file name, whatever has become of the rest: good for leaving points of other ECUs
+// out without reading them. Nothing if they are no beginning of a point.
+inline constexpr std::size_t kBytesToEcu = 35;
+[[nodiscard]] std::optional<EcuIdentity> ecuAtFront(std::string_view bytes);
+
 // Any bytes may be given. Both find the same damage.
 [[nodiscard]] Decoded<PointHead> decodeHead(std::string_view bytes);
 [[nodiscard]] Decoded<Snapshot> decodePoint(std::string_view bytes);

@@ -13,6 +13,7 @@
 
 #include "core/OneLine.h"
 #include "core/TimeText.h"
+#include "keep/point/PointDifference.h"
 #include "platform/Files.h"
 #include "platform/NewFile.h"
 
@@ -150,6 +151,18 @@ std::vector<std::string> PointStore::names() const {
     }
     std::sort(names.begin(), names.end(), std::greater<>());
     return names;
+}
+
+bool PointStore::mayBeOf(std::string_view name, const EcuIdentity& ecu) const {
+    const auto path = folder_ / name;
+    std::error_code error;
+    if (!isPointName(name) || !fs::is_regular_file(path, error)) {
+        return false;
+    }
+    std::array<char, kBytesToEcu> buffer;
+    const auto front = readUpTo(path, buffer);
+    const auto found = front ? ecuAtFront(*front) : std::nullopt;
+    return found && isSameEcu(*found, ecu);
 }
 
 Decoded<Snapshot> PointStore::load(std::string_view name) const {

@@ -32,6 +32,8 @@ public:
     [[nodiscard]] Decoded<Snapshot> load(std::string_view name) const;
     // Names that add() has given, the newest first: what a look for the newest point needs, with no file opened.
     [[nodiscard]] std::vector<std::string> names() const;
+    // Whether the front of a file names this ECU. The rest of it is not read.
+    [[nodiscard]] bool mayBeOf(std::string_view name, const EcuIdentity& ecu) const;
 
     struct Added {
         std::string name;     // empty if it was not written

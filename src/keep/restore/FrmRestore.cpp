@@ -22,8 +22,12 @@ std::string wordsOf(const PointEntry& entry, const std::string& differs) {
     if (!entry.damage.empty()) {
         return timeTextOf(entry) + ": " + entry.damage;
     }
+    const bool isCount = differs.find_first_not_of("0123456789") == std::string::npos;
     return timeTextOf(entry) + ", " + entry.reason + ", " + ecuTextOf(entry) +
-           (differs == "0" ? ", nothing differs now" : ", cells that differ now: " + differs);
+           (differs == "0"         ? ", nothing differs now"
+            : isCount              ? ", cells that differ now: " + differs
+            : differs == "unknown" ? ", what differs now is unknown"
+                                   : ", " + differs);
 }
 
 // What a map is asked of: the tick counts where the point has the map.
@@ -159,7 +163,9 @@ void FrmRestore::showChosen() {
     if (name != std::exchange(shown_, name)) {
         txtNote.Text = entry != nullptr ? entry->note : std::string();
     }
-    showMaps(entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>());
+    const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
+    showMaps(point);
+    showOther(point);
     showButtons();
 }
 
@@ -172,6 +178,11 @@ void FrmRestore::showMaps(const Decoded<Snapshot>& point) {
             point.content && hasMap(point.content->ecu, map) && mapOf(*point.content, map, from).isKnown;
     }
     chkSettings.Enabled = point.content.has_value();
+}
+
+void FrmRestore::showOther(const Decoded<Snapshot>& point) {
+    lblOther.Caption = point.content ? otherTypeText(*point.content, context_.keeper.now().ecu) : std::string();
+    lblOther.Visible = !lblOther.Caption.get().empty();
 }
 
 void FrmRestore::showButtons() {
@@ -195,6 +206,8 @@ void FrmRestore::showRun() {
     if (!run.Text.get().empty()) {
         lblState.Caption = run.Text.get();
     }
+    btnGoOn.Caption = run.overwritesNext() ? "Go on, overwrite" : "Go on";
+    btnGoBack.Caption = run.overwritesNext() ? "Go back, overwrite" : "Go back";
     prgRestore.Max = run.Total;
     prgRestore.Value = run.Done;
     prgRestore.Visible = runs;
@@ -216,6 +229,29 @@ RestoreChoice FrmRestore::choice() const {
     choice.from = chkDesk.Value == 1 ? MapFrom::Desk : MapFrom::Ecu;
     choice.settings = isWanted(chkSettings);
     return choice;
+}
+
+void FrmRestore::pick(const std::string& name) {
+    const auto rowOf = [&] {
+        int row = 0;
+        while (row < lstPoints.rowCount() && lstPoints.entry(row).name != name) {
+            ++row;
+        }
+        return row;
+    };
+    if (rowOf() == lstPoints.rowCount()) {
+        txtFilter.Text = "";
+    }
+    if (const int row = rowOf(); row < lstPoints.rowCount()) {
+        lstPoints.choose(row);
+    }
+}
+
+std::string FrmRestore::forgetQuestion() const {
+    return lblOffer.Caption.get().empty()
+               ? std::string()
+               : lblOffer.Caption.get() +
+                     " Leave the settings in the ECU as they are now? The way on and the way back are gone then.";
 }
 
 std::string FrmRestore::deleteQuestion() const {

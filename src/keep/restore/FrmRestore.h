@@ -37,6 +37,7 @@ public:
     controls::CheckBox chkSettings{*this, "chkSettings", "Settings"};
     controls::CheckBox chkDesk{*this, "chkDesk", "Maps as they were edited"};
     controls::CommandButton btnRestore{*this, "btnRestore", "Restore"};
+    controls::Label lblOther{*this, "lblOther"};  // that the point is of another type of ECU
     controls::Label lblState{*this, "lblState"};  // what came of the last press
     controls::ProgressBar prgRestore{*this, "prgRestore"};
     controls::CommandButton btnStop{*this, "btnStop", "Stop"};
@@ -46,6 +47,11 @@ public:
     controls::CommandButton btnForget{*this, "btnForget", "Leave it so"};
     controls::Timer Timer1{*this, "Timer1", true, 500};  // finds what has changed in the ECU
 
+    // Picks a point by its name, and shows it whatever the filter is; nothing happens if there is none.
+    void pick(const std::string& name);
+
+    // Before the journal of a restore is removed: what the user is asked; empty if there is none.
+    [[nodiscard]] std::string forgetQuestion() const;
     // Before the picked point is deleted: what the user is asked; empty if none is picked.
     [[nodiscard]] std::string deleteQuestion() const;
 
@@ -63,6 +69,7 @@ private:
     void showCount();
     void showChosen();
     void showMaps(const Decoded<Snapshot>& point);
+    void showOther(const Decoded<Snapshot>& point);
     void showButtons();
     void showRun();
     [[nodiscard]] RestoreChoice choice() const;

@@ -37,6 +37,14 @@ std::string listOf(const RestoreChoice& choice) {
 
 }  // namespace
 
+std::string otherTypeText(const Snapshot& point, const EcuIdentity& now) {
+    if (now.swType == 0 || point.ecu.swType == now.swType) {
+        return {};
+    }
+    return "The point is of an ECU of type " + std::to_string(point.ecu.swType) + ", this one has type " +
+           std::to_string(now.swType) + ": its maps may mean other things here.";
+}
+
 std::string restore(const RestoreContext& context, const std::string& name, const RestoreChoice& choice) {
     const auto point = context.keeper.load(name);
     if (!point.content) {
@@ -45,14 +53,16 @@ std::string restore(const RestoreContext& context, const std::string& name, cons
     if (choice.maps.empty() && !choice.settings) {
         return "Nothing is chosen.";
     }
-    if (auto refusal = mapsRefusal(*point.content, context.keeper.now().ecu, choice);
-        !choice.maps.empty() && !refusal.empty()) {
+    const auto now = context.keeper.now().ecu;
+    if (auto refusal = mapsRefusal(*point.content, now, choice); !choice.maps.empty() && !refusal.empty()) {
         return "Nothing was restored. " + refusal;
     }
     std::string words;
     if (!choice.maps.empty()) {
         context.toDesk(*point.content, choice);
-        words = "In the working maps now: " + listOf(choice) + ". \"Send\" brings them to the ECU.";
+        const auto other = otherTypeText(*point.content, now);
+        words = "In the working maps now: " + listOf(choice) + ". \"Send\" brings them to the ECU." +
+                (other.empty() ? "" : " ") + other;
     }
     if (choice.settings) {
         context.run.restore(*point.content, name);

@@ -31,6 +31,10 @@ struct RestoreContext {
     std::function<std::optional<std::string>(int keyCode, int shift)> walkBy = {};
 };
 
+// That the point is of another type of ECU than the one on the line, as a sentence; empty if it is of the same, or no
+// ECU has told its type.
+[[nodiscard]] std::string otherTypeText(const Snapshot& point, const EcuIdentity& now);
+
 // Brings the chosen parts back; what came of it, in words. Settings are written while events run.
 [[nodiscard]] std::string restore(const RestoreContext& context, const std::string& name, const RestoreChoice& choice);
 

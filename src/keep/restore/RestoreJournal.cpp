@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <system_error>
 #include <utility>
 
-#include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "keep/point/Checksum.h"
 #include "keep/restore/SettingCells.h"
@@ -21,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kTitle = "Korvane restore journal ";
 constexpr std::string_view kFormat = "1";
+constexpr std::string_view kFeatures = "features ";
 constexpr std::string_view kEnd = "end ";
 constexpr std::size_t kSumDigits = 16;
 constexpr std::size_t kLargest = 65536;    // bytes; one with all cells is smaller
@@ -78,6 +77,7 @@ public:
         return numbers;
     }
 
+    [[nodiscard]] bool isAt(std::string_view word) const { return good && rest_.starts_with(word); }
     [[nodiscard]] bool atEnd() const { return rest_.empty(); }
 
     bool good = true;
@@ -113,6 +113,9 @@ std::optional<RestoreJournal> parsed(std::string_view body) {
     static_cast<void>(lines.behind(kTitle));
     const auto [type, version] = lines.numbers<2>("ecu ", kMostNumber);
     journal.ecu = {type, version};
+    if (lines.isAt(kFeatures)) {
+        journal.ecu.features = lines.numbers<1>(kFeatures, EcuKind::kAllFeatures)[0];
+    }
     journal.pointName = lines.behind("point ");
     const auto time = lines.numbers<6>("time ", kMostNumber, "- :");
     journal.pointTime = {time[0], time[1], time[2], time[3], time[4], time[5]};
@@ -128,6 +131,9 @@ std::string bodyOf(const RestoreJournal& journal) {
     std::string text(kTitle);
     text.append(kFormat) += '\n';
     text += "ecu " + std::to_string(journal.ecu.type) + ' ' + std::to_string(journal.ecu.version) + '\n';
+    if (journal.ecu.features != EcuKind::kAllFeatures) {
+        text.append(kFeatures).append(std::to_string(journal.ecu.features)) += '\n';
+    }
     text += "point " + onOneLine(journal.pointName) + '\n';
     text += "time " + core::dateText(journal.pointTime) + ' ' + core::timeText(journal.pointTime) + '\n';
     text += "reason " + onOneLine(journal.pointReason) + '\n';
@@ -141,14 +147,6 @@ std::string bodyOf(const RestoreJournal& journal) {
 }
 
 }  // namespace
-
-EcuKind kindOf(const EcuIdentity& ecu) {
-    return {ecu.swType, static_cast<int>(std::lround(double{ecu.hwVersion} * 1000))};
-}
-
-std::string textOf(const EcuKind& kind) {
-    return "type " + std::to_string(kind.type) + ", version " + core::textOf(kind.version / 1000.0);
-}
 
 std::string encodeJournal(const RestoreJournal& journal) {
     return sealedJournal(bodyOf(journal));
@@ -180,7 +178,9 @@ JournalFound decodeJournal(std::string_view bytes) {
 }
 
 fs::path JournalFile::path(const EcuKind& ecu) const {
-    return folder_ / ("restore-" + std::to_string(ecu.type) + '-' + std::to_string(ecu.version) + ".journal");
+    const auto features = ecu.features == EcuKind::kAllFeatures ? std::string() : '-' + std::to_string(ecu.features);
+    return folder_ /
+           ("restore-" + std::to_string(ecu.type) + '-' + std::to_string(ecu.version) + features + ".journal");
 }
 
 JournalFound JournalFile::load(const EcuKind& ecu) const {

@@ -14,16 +14,16 @@
 
 namespace korvane::keep {
 
-// By which an ECU is recognised. Two of the same type and version can't be told apart.
+// By which an ECU is recognised: all that it tells of itself. Two with the same answer can't be told apart.
 struct EcuKind {
+    static constexpr int kAllFeatures = 0xFFFF;  // says nothing of an ECU
+
     int type = 0;
     int version = 0;  // thousandths
+    int features = kAllFeatures;
 
     friend bool operator==(const EcuKind&, const EcuKind&) = default;
 };
-[[nodiscard]] EcuKind kindOf(const EcuIdentity& ecu);
-// "type 11, version 3.386"
-[[nodiscard]] std::string textOf(const EcuKind& kind);
 
 struct JournalCell {
     int address = 0;

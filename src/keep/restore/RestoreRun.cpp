@@ -1,5 +1,6 @@
 #include "keep/restore/RestoreRun.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -42,8 +43,11 @@ std::string damageText(const std::string& damage) {
 
 // 'y': features, version, and in most firmware the type.
 EcuKind kindIn(std::span<const std::uint8_t> payload, int lastType) {
-    return {payload.size() >= 5 ? payload[4] : lastType, payload[2] * 256 + payload[3]};
+    return {payload.size() >= 5 ? payload[4] : lastType, payload[2] * 256 + payload[3], payload[0] * 256 + payload[1]};
 }
+
+constexpr auto kEndFirst = " \"Go on\", \"Go back\" or \"Leave it so\" ends it first.";
+constexpr auto kPressAgain = " Pressed again, \"Go on\" and \"Go back\" write over ";
 
 }  // namespace
 
@@ -51,9 +55,11 @@ RestoreRun::RestoreRun(const Surroundings& surroundings, std::filesystem::path f
     : in_(surroundings), file_(std::move(folder), surroundings.machine.toDisk) {
     in_.connection.witnesses.add(*this);
     in_.connection.MSComm1.addObserver(*this);
+    in_.connection.ecuEeprom.addObserver(*this);
 }
 
 RestoreRun::~RestoreRun() {
+    in_.connection.ecuEeprom.removeObserver(*this);
     in_.connection.MSComm1.removeObserver(*this);
     in_.connection.witnesses.remove(*this);
 }
@@ -100,7 +106,14 @@ bool RestoreRun::restore(const Snapshot& point, const std::string& pointName) {
         }
         return false;
     }
-    RestoreJournal journal;
+    auto found = file_.load(*ecu_);
+    if (!found.damage.empty()) {
+        Text = damageText(found.damage) + " \"Leave it so\" ends it first.";
+        look();
+        return false;
+    }
+    RestoreTask task{.journal = {}, .earlier = std::move(found.journal)};
+    auto& journal = task.journal;
     journal.ecu = *ecu_;
     journal.pointName = pointName;
     journal.pointTime = point.time;
@@ -108,11 +121,32 @@ bool RestoreRun::restore(const Snapshot& point, const std::string& pointName) {
     for (const auto& change : changes(point)) {
         journal.cells.push_back({change.address, 0, change.point});
     }
+    takeOver(point, task);
     if (journal.cells.empty()) {
         Text = kNothing;
         return true;
     }
-    return run(std::move(journal), true);
+    return run(std::move(task));
+}
+
+void RestoreRun::takeOver(const Snapshot& point, RestoreTask& task) const {
+    if (!task.earlier) {
+        return;
+    }
+    auto& cells = task.journal.cells;
+    const auto wanted = cellsOf(in_.tables.addresses, point);
+    for (const auto& cell : task.earlier->cells) {
+        if (std::any_of(cells.begin(), cells.end(), [&](const auto& each) { return each.address == cell.address; })) {
+            continue;
+        }
+        const auto& [byte, known] = wanted.at(static_cast<std::size_t>(cell.address));
+        cells.push_back({cell.address, 0, byte});
+        if (known == link::Known::No) {
+            task.stays.insert(cell.address);
+        }
+    }
+    std::sort(cells.begin(), cells.end(),
+              [](const auto& one, const auto& other) { return one.address < other.address; });
 }
 
 bool RestoreRun::goOn() {
@@ -131,17 +165,20 @@ bool RestoreRun::resume(RestoreJournal::Goal goal) {
         }
         return false;
     }
-    auto journal = *interrupted_;
-    journal.goal = goal;
-    return run(std::move(journal), false);
+    RestoreTask task{.journal = *interrupted_, .isNew = false};
+    task.journal.goal = goal;
+    task.overwritten = strange_;
+    return run(std::move(task));
 }
 
-bool RestoreRun::run(RestoreJournal journal, bool isNew) {
+bool RestoreRun::run(RestoreTask task) {
+    const bool isNew = task.isNew;
+    task.left = left_;
     stopped_ = false;
-    Offer = "";
+    offer("");
     interrupted_.reset();
     Done = 0;
-    Total = static_cast<int>(journal.cells.size());
+    Total = static_cast<int>(task.journal.cells.size());
     Running = true;
     const link::QuietLine quiet(in_.connection);
     link::ReadBack line(in_.machine.pump, in_.connection);
@@ -152,8 +189,15 @@ bool RestoreRun::run(RestoreJournal journal, bool isNew) {
         Done = done;
         Total = total;
     };
-    auto outcome = work.run(std::move(journal), isNew);
+    auto outcome = work.run(std::move(task));
     Running = false;
+    const bool refuses = !outcome.strange.empty();
+    if (refuses) {
+        outcome.text += isNew ? kEndFirst : std::string(kPressAgain) + (outcome.strange.size() == 1 ? "it." : "them.");
+    } else {
+        left_ = std::move(outcome.left);
+    }
+    strange_ = isNew ? FoundBytes() : std::move(outcome.strange);
     Text = std::move(outcome.text);
     look();
     return outcome.agrees;
@@ -173,7 +217,25 @@ void RestoreRun::forget() {
 void RestoreRun::look() {
     auto found = ecu_ ? file_.load(*ecu_) : JournalFound();
     interrupted_ = std::move(found.journal);
-    Offer = interrupted_ ? offerText(*interrupted_) : found.damage.empty() ? "" : damageText(found.damage);
+    offer(interrupted_ ? offerText(*interrupted_) : found.damage.empty() ? "" : damageText(found.damage));
+}
+
+void RestoreRun::offer(const std::string& text) {
+    Offer = text;
+    in_.connection.keepNotice.offer(text, interrupted_ ? interrupted_->pointName : std::string());
+}
+
+void RestoreRun::endWhenDone() {
+    const auto side = interrupted_ && !Running ? sideOf(*interrupted_, in_.connection.ecuEeprom.cells()) : std::nullopt;
+    if (!side) {
+        return;
+    }
+    const bool isBefore = *side == RestoreJournal::Goal::Before;
+    Text = "The restore that was not completed has ended: the ECU has all its settings as " +
+           std::string(isBefore ? "before it." : "the point has them.");
+    file_.remove(interrupted_->ecu);
+    interrupted_.reset();
+    offer("");
 }
 
 void RestoreRun::frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) {
@@ -186,11 +248,17 @@ void RestoreRun::frameHeard(std::uint8_t code, std::span<const std::uint8_t> pay
     }
 }
 
-void RestoreRun::propertyChanged(controls::Object&, const void* property) {
+void RestoreRun::propertyChanged(controls::Object& object, const void* property) {
+    if (&object == static_cast<controls::Object*>(&in_.connection.ecuEeprom)) {
+        endWhenDone();
+        return;
+    }
     if (property != in_.connection.MSComm1.portOpenProperty()) {
         return;
     }
     ecu_.reset();
+    strange_.clear();
+    left_ = {};
     if (!Running) {
         look();
     }

@@ -47,9 +47,16 @@ public:
     // does not answer, the main window is closed, or stop() is called; what was written until then stays, and is
     // offered.
     bool restore(const Snapshot& point, const std::string& pointName);
-    // Go on with what a restore has left, or write the old bytes back. Nothing happens without an offer.
+    // A restore that was not completed is taken over by a new one: the way back leads to what the ECU had before the
+    // first of them. One whose journal can't be used, or does not fit the ECU, has to be ended first.
+    //
+    // Go on with what a restore has left, or write the old bytes back. Nothing happens without an offer. Where the ECU
+    // has cells that the journal can't explain, the first call names them and writes nothing; the next one in the same
+    // connection writes over them.
     bool goOn();
     bool goBack();
+    // Whether the next goOn() or goBack() writes over cells that have been named.
+    [[nodiscard]] bool overwritesNext() const { return !strange_.empty(); }
     void stop();
     // The journal is removed, damaged or not: the ECU stays as it is.
     void forget();
@@ -62,9 +69,13 @@ public:
 private:
     [[nodiscard]] std::string refusalNow() const;
     bool resume(RestoreJournal::Goal goal);
-    bool run(RestoreJournal journal, bool isNew);
+    void takeOver(const Snapshot& point, RestoreTask& task) const;
+    bool run(RestoreTask task);
     // What the journal of this ECU offers.
     void look();
+    void offer(const std::string& text);
+    // Ends the offer when the ECU has told that it has the settings of one side.
+    void endWhenDone();
 
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
     void propertyChanged(controls::Object& object, const void* property) override;
@@ -73,6 +84,8 @@ private:
     JournalFile file_;
     std::optional<EcuKind> ecu_;  // that has told its type in this connection
     std::optional<RestoreJournal> interrupted_;
+    FoundBytes strange_;  // named to the user
+    Leftovers left_;      // of this connection
     bool stopped_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "keep/restore/RestoreWork.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -34,31 +35,39 @@ std::string settings(std::size_t count) {
 
 }  // namespace
 
-RestoreWork::Outcome RestoreWork::run(RestoreJournal journal, bool isNew) {
-    journal_ = std::move(journal);
+RestoreWork::Outcome RestoreWork::run(RestoreTask task) {
+    journal_ = std::move(task.journal);
     told_ = in_.connection.ecuEeprom.cells();
     std::erase_if(journal_.cells,
                   [&](const JournalCell& cell) { return !isSetting(in_.tables.addresses, cell.address); });
     try {
-        write(isNew);
+        write(task);
         compare();
         if (missed_) {
             lookForStrays();
         }
     } catch (const Stopped& end) {
-        return {false, stoppedText(end.what())};
+        return {false, strange_.empty() ? stoppedText(end.what()) : end.what(), strange_, left_};
     }
     if (differing_ > 0) {
-        return {false, settings(static_cast<std::size_t>(differing_)) + (differing_ == 1 ? " does" : " do") +
-                           " not agree: " + differences_};
+        return {false,
+                settings(static_cast<std::size_t>(differing_)) + (differing_ == 1 ? " does" : " do") +
+                    " not agree: " + differences_,
+                {},
+                left_};
     }
     file_.remove(journal_.ecu);
     return {true, journal_.cells.empty() ? "Nothing to restore: the ECU has these settings."
                                          : "Restored: " + settings(journal_.cells.size()) + " read back, all agree."};
 }
 
-void RestoreWork::write(bool isNew) {
-    const auto cells = remaining(isNew);
+void RestoreWork::write(const RestoreTask& task) {
+    const auto now = lookUp();
+    requireExplained(task, now);
+    if (task.isNew) {
+        begin(task, now);
+    }
+    const auto cells = remaining(now);
     if (journal_.cells.empty()) {
         return;
     }
@@ -73,21 +82,56 @@ void RestoreWork::write(bool isNew) {
     }
 }
 
-RestoreWork::Cells RestoreWork::remaining(bool isNew) {
+FoundBytes RestoreWork::lookUp() {
+    FoundBytes now;
+    for (const auto& cell : journal_.cells) {
+        now[cell.address] = read(cell.address);
+        show("looked up", now.size(), journal_.cells.size());
+    }
+    return now;
+}
+
+// What an older restore has left may be of another ECU, too.
+void RestoreWork::requireExplained(const RestoreTask& task, const FoundBytes& now) {
+    const bool resumes = !task.isNew;
+    if (!resumes && !task.earlier) {
+        return;
+    }
+    const auto& journal = resumes ? journal_ : *task.earlier;
+    auto strange = strangeCells(journal, now, task.left);
+    if (strange.empty() || (resumes && strange == task.overwritten)) {
+        return;
+    }
+    strange_ = std::move(strange);
+    throw Stopped(strangeText(journal));
+}
+
+void RestoreWork::begin(const RestoreTask& task, const FoundBytes& now) {
+    FoundBytes before = now;
+    for (const auto& cell : task.earlier ? task.earlier->cells : Cells()) {
+        before[cell.address] = cell.before;
+    }
+    const auto isEarlier = [&](int address) {
+        return task.earlier && std::any_of(task.earlier->cells.begin(), task.earlier->cells.end(),
+                                           [address](const auto& cell) { return cell.address == address; });
+    };
+    for (auto& cell : journal_.cells) {
+        cell.before = before.at(cell.address);
+        cell.point = task.stays.contains(cell.address) ? now.at(cell.address) : cell.point;
+    }
+    std::erase_if(journal_.cells, [&](const auto& cell) { return !isEarlier(cell.address) && !isDue(cell, now); });
+}
+
+bool RestoreWork::isDue(const JournalCell& cell, const FoundBytes& now) const {
+    const auto wanted = journal_.wanted(cell);
+    return now.at(cell.address) != wanted ||
+           runsOnAnother(in_.tables.addresses, in_.connection.ecuMisc.bytes(), cell.address, wanted);
+}
+
+RestoreWork::Cells RestoreWork::remaining(const FoundBytes& now) {
     Cells cells;
-    std::size_t done = 0;
-    for (auto cell : journal_.cells) {
-        const auto byte = read(cell.address);
-        cell.before = isNew ? byte : cell.before;
-        if (byte != journal_.wanted(cell) ||
-            runsOnAnother(in_.tables.addresses, in_.connection.ecuMisc.bytes(), cell.address, journal_.wanted(cell))) {
-            cells.push_back(cell);
-        }
-        show("looked up", ++done, journal_.cells.size());
-    }
-    if (isNew) {
-        journal_.cells = cells;
-    }
+    std::copy_if(journal_.cells.begin(), journal_.cells.end(), std::back_inserter(cells),
+                 [&](const auto& cell) { return isDue(cell, now); });
     journal_.written = static_cast<int>(journal_.cells.size() - cells.size());
     return cells;
 }
@@ -97,6 +141,7 @@ RestoreWork::Cells RestoreWork::remaining(bool isNew) {
 void RestoreWork::writeCell(const JournalCell& cell) {
     requireLine();
     begun_ = true;
+    left_.inFlight = cell.address;
     in_.eeprom.writeCell(core::toInt16(cell.address), journal_.wanted(cell));
     in_.machine.pump.wait(kPause);
     if (reads(cell.address, journal_.wanted(cell)) == journal_.wanted(cell)) {
@@ -105,6 +150,7 @@ void RestoreWork::writeCell(const JournalCell& cell) {
     } else {
         missed_ = true;
     }
+    left_.inFlight.reset();
 }
 
 void RestoreWork::compare() {
@@ -120,6 +166,7 @@ void RestoreWork::compare() {
 
 void RestoreWork::addDifference(int address, std::uint8_t byte, std::uint8_t wanted) {
     ++differing_;
+    left_.bytes[address] = byte;
     differences_ += (differences_.empty() ? "" : "; ") + nameOf(address) + " is " + std::to_string(byte) + ", not " +
                     std::to_string(wanted);
 }
@@ -177,6 +224,23 @@ std::string RestoreWork::stoppedText(const std::string& why) const {
     }
     return "Stopped: " + why + ". " + std::to_string(journal_.written) + " of " + settings(journal_.cells.size()) +
            " written.";
+}
+
+std::string RestoreWork::strangeText(const RestoreJournal& journal) const {
+    constexpr std::size_t kMostNames = 12;
+    const auto count = strange_.size();
+    std::string text = "Nothing was written. " + settings(count) + (count == 1 ? " is" : " are") +
+                       " neither as before the restore that was not completed nor as its point has " +
+                       (count == 1 ? "it: " : "them: ");
+    std::size_t named = 0;
+    for (const auto& [address, before, point] : journal.cells) {
+        if (const auto found = strange_.find(address); found != strange_.end() && ++named <= kMostNames) {
+            text += (named == 1 ? "" : "; ") + nameOf(address) + " is " + std::to_string(found->second) + ", not " +
+                    std::to_string(before) + " or " + std::to_string(point);
+        }
+    }
+    return text + (count > kMostNames ? "; and " + std::to_string(count - kMostNames) + " more" : "") +
+           ". This may be another ECU of this kind, or somebody has changed them.";
 }
 
 std::string RestoreWork::nameOf(int address) const {

@@ -3,12 +3,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
 #include "keep/restore/RestoreJournal.h"
+#include "keep/restore/StrangeCells.h"
 #include "link/ConnectionPanel.h"
 #include "link/ReadBack.h"
 #include "platform/Machine.h"
@@ -21,6 +24,17 @@ struct RestoreSurroundings {
     core::SharedTables& tables;
     link::ConnectionPanel& connection;
     core::EepromAccess& eeprom;
+};
+
+// What is to be done.
+struct RestoreTask {
+    RestoreJournal journal;
+    bool isNew = true;  // its bytes of before are not known yet
+    // A new one takes over what an older one has left: its cells, with their bytes of before.
+    std::optional<RestoreJournal> earlier = {};
+    std::set<int> stays = {};     // cells of `earlier` that the point does not know: they stay as they are
+    Leftovers left = {};          // of what ran before in this connection
+    FoundBytes overwritten = {};  // strange cells that the user was told of and writes over
 };
 
 // Reads what the ECU has, notes in the journal what will be written, writes cell by cell, and reads all cells back. The
@@ -37,18 +51,25 @@ public:
     struct Outcome {
         bool agrees = false;
         std::string text;
+        FoundBytes strange = {};  // why nothing was written
+        Leftovers left = {};
     };
-    // `isNew`: the bytes of before are read into the journal first, and cells that are as they should be leave it.
-    [[nodiscard]] Outcome run(RestoreJournal journal, bool isNew);
+    // Of a new restore the bytes of before are read into the journal first, and cells that are as they should be leave
+    // it. Nothing is written while the ECU has a strange cell that the task does not write over.
+    [[nodiscard]] Outcome run(RestoreTask task);
 
     static constexpr int kPause = 125;  // ms behind a cell: its write in the ECU has ended by then
 
 private:
     using Cells = std::vector<JournalCell>;
 
-    void write(bool isNew);
-    // What is left to be written, by what the ECU has.
-    [[nodiscard]] Cells remaining(bool isNew);
+    void write(const RestoreTask& task);
+    [[nodiscard]] FoundBytes lookUp();
+    void requireExplained(const RestoreTask& task, const FoundBytes& now);
+    void begin(const RestoreTask& task, const FoundBytes& now);
+    // Whether a cell has to be written, by what the ECU has.
+    [[nodiscard]] bool isDue(const JournalCell& cell, const FoundBytes& now) const;
+    [[nodiscard]] Cells remaining(const FoundBytes& now);
     void writeCell(const JournalCell& cell);
     void compare();
     void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
@@ -60,6 +81,7 @@ private:
     void requireLine() const;
     void show(const char* what, std::size_t done, std::size_t total);
     [[nodiscard]] std::string stoppedText(const std::string& why) const;
+    [[nodiscard]] std::string strangeText(const RestoreJournal& journal) const;
     [[nodiscard]] std::string nameOf(int address) const;
 
     const RestoreSurroundings& in_;
@@ -69,6 +91,8 @@ private:
     link::EepromCells told_{};  // at the start
     bool missed_ = false;       // a cell did not take its byte
     bool begun_ = false;        // the first byte to be written may have gone out
+    FoundBytes strange_;
+    Leftovers left_;
     std::string differences_;
     int differing_ = 0;
 };

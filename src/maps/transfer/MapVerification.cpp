@@ -55,6 +55,13 @@ std::string numberIn(const Bytes& bytes, const MiscNumber& number) {
     return std::to_string(value);
 }
 
+// An answer has no checksum: where one differs, the words are those of a second one.
+template <class Read>
+std::string wordsOf(const Read& read) {
+    auto words = read();
+    return words == fields::Differences::kNone || words.starts_with("not verified") ? words : read();
+}
+
 }  // namespace
 
 MapVerification::MapVerification(PaneWindow& window, std::string subject, std::function<void()> again)
@@ -87,11 +94,11 @@ void MapVerification::map(const link::MapCommands& commands, const SentCells& se
 }
 
 std::string MapVerification::mapWords(const link::MapCommands& commands, const SentCells& sent, bool stored) {
-    link::ReadBack::Bytes back;
-    if (const auto end = line_.map(commands, sent.size(), back); end != link::ReadEnd::Answered) {
-        return fields::notVerified(end);
-    }
-    auto words = differencesOf(sent, back);
+    auto words = wordsOf([&] {
+        link::ReadBack::Bytes back;
+        const auto end = line_.map(commands, sent.size(), back);
+        return end == link::ReadEnd::Answered ? differencesOf(sent, back) : fields::notVerified(end);
+    });
     return words == fields::Differences::kNone && !stored ? kNotStored : words;
 }
 
@@ -103,16 +110,16 @@ std::string MapVerification::pwmWords(const SentCells& sent) {
     if (const auto end = line_.restart(); end != link::ReadEnd::Answered) {
         return end == link::ReadEnd::Silent ? "not verified: the ECU has not restarted" : fields::notVerified(end);
     }
-    link::ReadBack::Bytes back;
-    if (const auto end = line_.pwmTable(back); end != link::ReadEnd::Answered) {
-        return fields::notVerified(end);
-    }
-    return differencesOf(sent, back);
+    return wordsOf([&] {
+        link::ReadBack::Bytes back;
+        const auto end = line_.pwmTable(back);
+        return end == link::ReadEnd::Answered ? differencesOf(sent, back) : fields::notVerified(end);
+    });
 }
 
 void MapVerification::misc(std::span<const std::uint8_t> sent) {
     auto& misc = window_.context().connection.ecuMisc;
-    run([&] { return miscWords(sent); }, misc,
+    run([&] { return wordsOf([&] { return miscWords(sent); }); }, misc,
         [&misc, block = std::vector(sent.begin(), sent.end())] {
             return !misc.bytes() || std::equal(misc.bytes()->begin(), misc.bytes()->end(), block.begin(), block.end());
         });

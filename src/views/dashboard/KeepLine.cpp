@@ -16,6 +16,9 @@ namespace {
 constexpr OpenButton kShowButton{"keepNoticeCompare", "Show differences",
                                  "Compares the ECU with that restore point; nothing is sent or changed"};
 
+constexpr OpenButton kOfferButton{"keepNoticeRestore", "Go on or back",
+                                  "Opens the restore points, where the restore can go on or back; nothing is sent yet"};
+
 }  // namespace
 
 QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent) {
@@ -31,13 +34,17 @@ QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent)
     words.setMinimumWidth(1);
     words.setTextInteractionFlags(Qt::TextSelectableByMouse);
     row.addWidget(&words, 1);
+    auto& offer =
+        makeOpenButton(kOfferButton, binder, inside, [&notice] { notice.showOffer(notice.OfferPoint.get()); });
+    row.addWidget(&offer);
     auto& button = makeOpenButton(kShowButton, binder, inside, [&notice] { notice.compare(notice.Point.get()); });
     row.addWidget(&button);
     card.fitMargins();
-    ObjectPart::bind(binder, {&notice}, [&card, &words, &button, &notice] {
-        words.setText(QString::fromStdString(notice.Text.get()));
+    ObjectPart::bind(binder, {&notice}, [&card, &words, &offer, &button, &notice] {
+        words.setText(QString::fromStdString(notice.words()));
+        offer.setVisible(!notice.Offer.get().empty() && notice.showOffer);
         button.setVisible(!notice.Point.get().empty() && notice.compare);
-        card.setVisible(!notice.Text.get().empty());
+        card.setVisible(!notice.words().empty());
     });
     return card;
 }

@@ -16,4 +16,14 @@ QCheckBox& makeBox(controls::CheckBox& box, char mnemonic, Binder& binder, QWidg
     return check;
 }
 
+QLabel& makeWords(controls::Label& label, Binder& binder, QWidget* parent, const QString& description) {
+    auto& words = child<QLabel>(parent);
+    words.setWordWrap(true);
+    words.setMinimumWidth(1);
+    words.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    binder.bind(label, words);
+    words.setAccessibleDescription(description);
+    return words;
+}
+
 }  // namespace korvane::views

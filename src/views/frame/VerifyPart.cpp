@@ -28,6 +28,7 @@ public:
 QPushButton& setUpAgain(QPushButton& again, fields::VerifyReport& report, controls::Window& window, Binder& binder) {
     again.setText(QStringLiteral("Send again"));
     again.setObjectName(QStringLiteral("sendAgain"));
+    again.setAccessibleName(again.text());
     again.setToolTip(QStringLiteral("Sends once more what the ECU was not seen to have"));
     QObject::connect(&again, &QPushButton::clicked, &again, [&report, &window, &binder] {
         binder.act([&] { window.enter("send again", [&] { report.sendAgain(); }); });

@@ -34,17 +34,6 @@ DropDown& makeList(controls::ComboBox& list, const QString& name, Binder& binder
     return widget;
 }
 
-// A line of words, as long as they come.
-QLabel& makeWords(controls::Label& label, const QString& name, Binder& binder, QWidget* parent) {
-    auto& words = child<QLabel>(parent);
-    words.setWordWrap(true);
-    words.setMinimumWidth(1);
-    words.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    binder.bind(label, words);
-    words.setAccessibleDescription(name);
-    return words;
-}
-
 }  // namespace
 
 CompareView::CompareView(keep::FrmCompare& window, FrameClock& clock)
@@ -69,11 +58,13 @@ QWidget& CompareView::makeSide(const QString& title, keep::SourcePanel& side, ch
     rows.setSpacing(kSpacing);
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kSpacing);
-    row.addWidget(&makeList(side.list, title, binder(), inside), 1);
+    auto& list = makeList(side.list, title, binder(), inside);
+    list.setPicksInList();  // some of its items open a dialog
+    row.addWidget(&list, 1);
     row.addWidget(&makeList(side.points, QStringLiteral("%1: restore point").arg(title), binder(), inside), 1);
     row.addWidget(&makeCommand(side.file, mnemonic, binder(), inside));
     rows.addLayout(&row);
-    rows.addWidget(&makeWords(side.words, title, binder(), inside));
+    rows.addWidget(&makeWords(side.words, binder(), inside, title));
     rows.addStretch(1);
     card.fitMargins();
     return card;
@@ -93,7 +84,7 @@ QWidget& CompareView::makePages() {
     head.addWidget(&makeBox(window_.chkAll, 'a', binder(), inside));
     head.addWidget(&makeBox(window_.chkCounts, 'c', binder(), inside));
     rows.addLayout(&head);
-    rows.addWidget(&makeWords(window_.lblSummary, QStringLiteral("Summary"), binder(), inside));
+    rows.addWidget(&makeWords(window_.lblSummary, binder(), inside, QStringLiteral("Summary")));
     auto& table = child<DiffTable>(inside);
     table.setAccessibleName(QStringLiteral("Differences of the map"));
     DiffTable::bind(binder(), window_.grdCells, table);
@@ -113,7 +104,7 @@ QWidget& CompareView::makeCommands() {
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(inside);
     row.setSpacing(kSpacing);
-    row.addWidget(&makeWords(window_.lblOne, QStringLiteral("Chosen"), binder(), inside), 1);
+    row.addWidget(&makeWords(window_.lblOne, binder(), inside, QStringLiteral("Chosen")), 1);
     row.addWidget(&makeCommand(window_.btnCopyOne, 'y', binder(), inside));
     row.addWidget(&makeCommand(window_.btnCopyMap, 'm', binder(), inside));
     row.addWidget(&makeCommand(window_.btnExport, 'x', binder(), inside));

@@ -1,6 +1,5 @@
 #include "views/keep/PointTable.h"
 
-#include <QAbstractTableModel>
 #include <QEvent>
 #include <QHeaderView>
 
@@ -26,31 +25,16 @@ constexpr double kColumnPadding = 1.4;  // text sizes
 
 }  // namespace
 
-class PointTable::Rows : public QAbstractTableModel {
+class PointTable::Rows : public RowModel {
 public:
-    Rows(keep::PointList& list, QObject* parent) : QAbstractTableModel(parent), list_(&list) {}
+    Rows(keep::PointList& list, QObject* parent) : RowModel(kHeads, parent), list_(list) {}
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : shown_; }
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : kColumns;
-    }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::SizeHintRole) {
-            return QSize(0, rowHeight);
-        }
-        const bool shows = list_ != nullptr && index.row() < list_->rowCount();
-        return shows && (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-                   ? QVariant(QString::fromStdString(text(index.row(), index.column())))
-                   : QVariant();
-    }
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation direction, int role) const override {
-        return direction == Qt::Horizontal && role == Qt::DisplayRole && section < kColumns
-                   ? QVariant(QLatin1String(kHeads[section]))
-                   : QVariant();
+        return RowModel::data(index, role == Qt::ToolTipRole ? int{Qt::DisplayRole} : role);
     }
 
     void follow() {
-        const int count = list_->rowCount();
+        const int count = list_.rowCount();
         if (count != shown_) {
             beginResetModel();
             shown_ = count;
@@ -59,19 +43,14 @@ public:
             emit dataChanged(index(0, 0), index(count - 1, kColumns - 1));
         }
     }
-    [[nodiscard]] QModelIndex chosen() const { return index(list_->ListIndex, kTime); }
-    void leave() {
-        beginResetModel();
-        list_ = nullptr;
-        shown_ = 0;
-        endResetModel();
-    }
-
-    int rowHeight = 0;
+    [[nodiscard]] QModelIndex chosen() const { return index(list_.ListIndex, kTime); }
 
 private:
-    [[nodiscard]] std::string text(int row, int column) const {
-        const auto& entry = list_->entry(row);
+    [[nodiscard]] QString text(int row, int column) const override {
+        return row < list_.rowCount() ? QString::fromStdString(textOf(row, column)) : QString();
+    }
+    [[nodiscard]] std::string textOf(int row, int column) const {
+        const auto& entry = list_.entry(row);
         switch (column) {
             case kTime:
                 return keep::timeTextOf(entry);
@@ -80,7 +59,7 @@ private:
             case kEcu:
                 return keep::ecuTextOf(entry);
             case kDiffers:
-                return list_->differsText(row);
+                return list_.differsText(row);
             case kNote:
                 return entry.note;
             default:
@@ -88,8 +67,7 @@ private:
         }
     }
 
-    keep::PointList* list_;
-    int shown_ = 0;
+    keep::PointList& list_;
 };
 
 PointTable::PointTable(keep::PointList& list, QWidget* parent)

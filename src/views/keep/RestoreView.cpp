@@ -23,15 +23,6 @@ namespace {
 constexpr QSizeF kUsual{86, 44};  // text sizes
 constexpr double kSmallestText = 0.8;
 
-QLabel& makeWords(controls::Label& label, Binder& binder, QWidget* parent) {
-    auto& words = child<QLabel>(parent);
-    words.setWordWrap(true);
-    words.setMinimumWidth(1);
-    words.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    binder.bind(label, words);
-    return words;
-}
-
 QLineEdit& makeLine(controls::TextBox& box, const char* name, const char* hint, Binder& binder, QWidget* parent) {
     auto& line = child<QLineEdit>(parent);
     line.setAccessibleName(QLatin1String(name));
@@ -50,7 +41,8 @@ RestoreView::RestoreView(keep::FrmRestore& window, FrameClock& clock)
     rows.addWidget(&makeList(), 1);
     rows.addWidget(&makeChosen());
     rows.addWidget(&makeRestore());
-    guardDelete();
+    guard(window_.btnDelete, &keep::FrmRestore::deleteQuestion, "Delete");
+    guard(window_.btnForget, &keep::FrmRestore::forgetQuestion, "Leave it so");
     fitTexts();
 }
 
@@ -89,6 +81,7 @@ QWidget& RestoreView::makeChosen() {
     point.setWordWrap(false);  // one line in the windows' usual sizes, which a card of fixed height has room for
     point.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     rows.addWidget(&point);
+    rows.addWidget(&makeWords(window_.lblOther, binder(), inside));
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kSpacing);
     row.addWidget(&makeLine(window_.txtNote, "Note", "Note", binder(), inside), 1);
@@ -137,12 +130,13 @@ QLayout& RestoreView::makeOffer(QWidget* inside) {
     return row;
 }
 
-void RestoreView::guardDelete() {
-    binder().setGuard(window_.btnDelete, [this] {
-        const auto text = window_.deleteQuestion();
+void RestoreView::guard(const controls::Control& button, std::string (keep::FrmRestore::*question)() const,
+                        const char* yes) {
+    binder().setGuard(button, [this, question, yes] {
+        const auto text = (window_.*question)();
         return text.empty() ||
                window_.machine()
-                   .dialogs.ask({.title = "Restore points", .text = text, .yes = "Delete", .no = "Cancel", .stop = {}})
+                   .dialogs.ask({.title = "Restore points", .text = text, .yes = yes, .no = "Cancel", .stop = {}})
                    .yes;
     });
 }

@@ -1,6 +1,8 @@
 // How the restore points look: the list, what there is to do with the picked one, and what a restore is at.
 #pragma once
 
+#include <string>
+
 #include "keep/restore/FrmRestore.h"
 #include "views/frame/FittedView.h"
 
@@ -18,7 +20,8 @@ private:
     QWidget& makeChosen();
     QWidget& makeRestore();
     QLayout& makeOffer(QWidget* inside);
-    void guardDelete();
+    // The button asks first, where there is a question.
+    void guard(const controls::Control& button, std::string (keep::FrmRestore::*question)() const, const char* yes);
 
     keep::FrmRestore& window_;
 };

@@ -1,6 +1,5 @@
 #include "views/maps/StepTable.h"
 
-#include <QAbstractTableModel>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -13,36 +12,20 @@ namespace {
 
 enum Column { kState, kTime, kWords, kColumns };
 
+constexpr const char* kHeads[] = {"", "Time", "Step"};
+
 constexpr double kRowOfText = 1.35;
 constexpr double kColumnPadding = 1.4;  // text sizes
 
 }  // namespace
 
-class StepTable::Rows : public QAbstractTableModel {
+class StepTable::Rows : public RowModel {
 public:
-    Rows(const maps::StepList& list, QObject* parent) : QAbstractTableModel(parent), list_(&list) {}
-
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : shown_; }
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : kColumns;
-    }
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::SizeHintRole) {
-            return QSize(0, rowHeight);
-        }
-        return role == Qt::DisplayRole ? QVariant(text(static_cast<std::size_t>(index.row()), index.column()))
-                                       : QVariant();
-    }
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation direction, int role) const override {
-        static constexpr const char* kHeads[] = {"", "Time", "Step"};
-        return direction == Qt::Horizontal && role == Qt::DisplayRole && section < kColumns
-                   ? QVariant(QLatin1String(kHeads[section]))
-                   : QVariant();
-    }
+    Rows(const maps::StepList& list, QObject* parent) : RowModel(kHeads, parent), list_(list) {}
 
     // As many rows as the list has; what they say is asked for when they are painted.
     void follow() {
-        const int count = static_cast<int>(list_->rowCount());
+        const int count = static_cast<int>(list_.rowCount());
         if (count < shown_) {
             beginRemoveRows({}, count, shown_ - 1);
             shown_ = count;
@@ -54,36 +37,27 @@ public:
         }
         emit dataChanged(index(0, 0), index(shown_ - 1, kColumns - 1));
     }
-    [[nodiscard]] QModelIndex here() const { return index(static_cast<int>(list_->here()), kWords); }
-    void leave() {
-        beginResetModel();
-        list_ = nullptr;
-        shown_ = 0;
-        endResetModel();
-    }
-    [[nodiscard]] bool isAttached() const { return list_ != nullptr; }
-
-    int rowHeight = 0;
+    [[nodiscard]] QModelIndex here() const { return index(static_cast<int>(list_.here()), kWords); }
 
 private:
     // The history may have changed since follow().
-    [[nodiscard]] QString text(std::size_t row, int column) const {
-        if (list_ == nullptr || row >= list_->rowCount()) {
+    [[nodiscard]] QString text(int shownRow, int column) const override {
+        const auto row = static_cast<std::size_t>(shownRow);
+        if (row >= list_.rowCount()) {
             return {};
         }
         switch (column) {
             case kState:
-                return row == list_->here() ? QStringLiteral("now")
-                                            : (row > list_->here() ? QStringLiteral("undone") : QString());
+                return row == list_.here() ? QStringLiteral("now")
+                                           : (row > list_.here() ? QStringLiteral("undone") : QString());
             case kTime:
-                return QString::fromStdString(list_->timeOf(row));
+                return QString::fromStdString(list_.timeOf(row));
             default:
-                return QString::fromStdString(list_->wordsOf(row));
+                return QString::fromStdString(list_.wordsOf(row));
         }
     }
 
-    const maps::StepList* list_;
-    int shown_ = 0;
+    const maps::StepList& list_;
 };
 
 StepTable::StepTable(const maps::StepList& list, QWidget* parent)

@@ -102,8 +102,7 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     auto& again = makeAgainButton(window.verifyReport(), window, binder(), inside);
     auto& verify = makeVerifyBox(window.verifySwitch(), binder(), inside);
     verify.setText(QStringLiteral("Verif&y"));
-    // Tab goes through the page and the two buttons.
-    again.setFocusPolicy(Qt::NoFocus);
+    // Tab goes through the page, "Send again" while it is there, and the two buttons.
     keepPlace(again);
     verify.setFocusPolicy(Qt::NoFocus);
     row.addWidget(&again);

@@ -1,6 +1,7 @@
 #include "views/widgets/DropDown.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QStylePainter>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -10,7 +11,26 @@
 namespace korvane::views {
 
 namespace {
+
 constexpr int kFieldMargins = 2;  // of the style, on both sides of the text
+
+bool picksInClosedList(const QKeyEvent& event) {
+    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
+        return false;
+    }
+    switch (event.key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            return true;
+        default:
+            return !event.text().isEmpty() && event.text().at(0).isPrint() && event.key() != Qt::Key_Space;
+    }
+}
+
 }  // namespace
 
 DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
@@ -53,8 +73,16 @@ void DropDown::paintEvent(QPaintEvent*) {
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
 
+void DropDown::keyPressEvent(QKeyEvent* event) {
+    if (picksInList_ && picksInClosedList(*event)) {
+        showPopup();
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
+}
+
 void DropDown::wheelEvent(QWheelEvent* event) {
-    if (hasFocus()) {
+    if (hasFocus() && !picksInList_) {
         QComboBox::wheelEvent(event);
     } else {
         event->ignore();
