@@ -5,7 +5,7 @@
 #include <string>
 
 #include "analysis/steady/Frame.h"
-#include "analysis/steady/Setup.h"
+#include "analysis/steady/SteadySetup.h"
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "maps/grid/MapGeometry.h"

@@ -205,8 +205,8 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     timer_.StartTimer();
 }
 
-steady::Setup clsSteadyAgent::setupFor(const maps::MapGeometry& geometry) const {
-    steady::Setup setup;
+steady::SteadySetup clsSteadyAgent::setupFor(const maps::MapGeometry& geometry) const {
+    steady::SteadySetup setup;
     setup.grid = gridOf(geometry);
     setup.offsetCounts = facts_.offsetCounts;
     setup.highest = facts_.highest;

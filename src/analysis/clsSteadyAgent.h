@@ -81,7 +81,7 @@ private:
     [[nodiscard]] std::string loadBaseline(const maps::MapGeometry& geometry);
     [[nodiscard]] std::string reasonToStop() const;
 
-    [[nodiscard]] steady::Setup setupFor(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
     void begin(const maps::MapGeometry& geometry);
     void tick();
     void stopFor(std::string reason);
