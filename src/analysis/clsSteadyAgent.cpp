@@ -272,9 +272,10 @@ std::string clsSteadyAgent::newBaseline(const maps::MapGeometry& geometry) {
     return failure.empty() ? "The baseline is the map as it is now" : "No new baseline: " + failure;
 }
 
+// The way back needs no frames.
 bool clsSteadyAgent::isPaused() const {
     const auto& line = parts_.connection.linkState;
-    return line.isBusy() || line.state() == link::LinkState::State::Paused;
+    return line.isBusy() || (!putsBack() && line.state() == link::LinkState::State::Paused);
 }
 
 // A transfer that somebody has ordered is no late link: however long it takes, it counts as one gap.

@@ -240,6 +240,16 @@ TEST_F(SteadyRunTest, F8WithoutABaselineSaysSo) {
     EXPECT_EQ(map(), start_);
 }
 
+TEST_F(SteadyRunTest, F8NeedsNoLiveData) {
+    work();
+    program_.window.TimerRequestData.Enabled = false;
+    wait(kSecond);
+    EXPECT_TRUE(maps().offerKey(kF8, 0));
+    wait(5 * kSecond);
+    EXPECT_EQ(map(), start_);
+    EXPECT_EQ(agent().state(), "stopped");
+}
+
 // The poll rests while somebody reads or sends.
 TEST_F(SteadyRunTest, ATransferIsNoLateLink) {
     maps().chkSteadyAgent.press();
