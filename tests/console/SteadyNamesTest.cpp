@@ -16,7 +16,7 @@ TEST_F(SteadyNames, ItBeginsOffAndKnowsNothing) {
     EXPECT_EQ(value("State"), "ok \"off\"");
     EXPECT_EQ(value("StopReason"), "ok \"\"");
     EXPECT_EQ(value("ZoneCount"), "ok 4");
-    EXPECT_EQ(value("Zone(0).LoadFrom"), "ok 20");
+    EXPECT_EQ(value("Zone(0).LoadFrom"), "ok 0");
     EXPECT_EQ(value("Zone(3).LoadTo"), "ok 100");
     EXPECT_EQ(value("Zone(1).DelayMs"), "ok null");
     EXPECT_EQ(value("Zone(1).UncertaintyMs"), "ok null");

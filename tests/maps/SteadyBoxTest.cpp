@@ -62,6 +62,7 @@ protected:
 };
 
 TEST_F(SteadyBoxTest, ATickStartsItBehindARestorePointAndAnUntickStopsIt) {
+    openPort();
     EXPECT_TRUE(window_.chkSteadyAgent.Visible);
     EXPECT_EQ(window_.chkSteadyAgent.Caption.get(), "Steady agent");
     window_.chkSteadyAgent.press();
