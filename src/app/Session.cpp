@@ -142,6 +142,7 @@ void Session::registerNames() {
     console::registerSharedTables(names_, program_.tables());
     console::registerMainWindow(names_, program_.frmSarn2());
     console::registerAnalyser(names_, program_.analyser());
+    console::registerSteadyAgent(names_, program_.steadyAgent(), [this] { return program_.mapGeometry(); });
     console::registerLog(names_, program_.clsTXTdata);
     console::registerMapTools(names_, program_.frm3Dmap(), program_.tables());
     console::registerHistory(names_, program_.undo());

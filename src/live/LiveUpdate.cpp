@@ -49,6 +49,9 @@ LiveUpdate::LiveUpdate(FrmSarn2& window, const core::FirmwareIdentity& firmware,
 void LiveUpdate::decodeLivePacket(std::span<std::uint8_t> payload) {
     decodeLive(payload, {firmware_.HwVersion, tables_.ThrottleMin, tables_.ThrottleMax}, tables_.liveValues);
     updateData_new();
+    if (frameTaker_ != nullptr) {
+        skippingErrors([&] { frameTaker_->liveFrame(); });
+    }
 }
 
 void LiveUpdate::updateData_new() {

@@ -31,6 +31,15 @@ public:
     virtual void addValues(float lambda, float cell, float rpm, float load) = 0;
 };
 
+// Works with the frames of the ECU, as long as they come.
+class FrameTaker {
+public:
+    virtual ~FrameTaker() = default;
+
+    // A live frame has come, and the channels have its values. Not called for a replay.
+    virtual void liveFrame() = 0;
+};
+
 using logs::RowWriter;
 
 class LiveUpdate : public link::LiveDecoder {
@@ -41,6 +50,7 @@ public:
     // Others that take each frame; may be null.
     void setAnalyser(InjectionAnalyser* analyser) { analyser_ = analyser; }
     void setRowWriter(RowWriter* writer) { rowWriter_ = writer; }
+    void setFrameTaker(FrameTaker* taker) { frameTaker_ = taker; }
 
     // Decodes an 'R' payload (decodeLive) and shows the channels. A payload too short ends with RuntimeError 9, and
     // nothing is shown.
@@ -75,6 +85,7 @@ private:
     TrendSink& trends_;
     InjectionAnalyser* analyser_ = nullptr;
     RowWriter* rowWriter_ = nullptr;
+    FrameTaker* frameTaker_ = nullptr;
     int trendCounter_ = 0;
     int packetCount_ = 0;
     int packetSecond_ = 0;

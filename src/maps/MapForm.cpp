@@ -4,6 +4,7 @@
 
 #include "maps/FrmInjScale.h"
 #include "maps/grid/Selection.h"
+#include "maps/steady/SteadyTuner.h"
 
 namespace korvane::maps {
 
@@ -99,7 +100,20 @@ void MapForm::Form_Load() {
     TimerInitialGetData.Enabled = true;
 }
 
+bool MapForm::takesKey(int keyCode, int shift) {
+    constexpr int kF8 = 119;
+    auto* const steady = context().steady;
+    if (keyCode != kF8 || shift != 0 || steady == nullptr) {
+        return PaneWindow::takesKey(keyCode, shift);
+    }
+    HistoryNote = steady->putBack(geometry);
+    return true;
+}
+
 bool MapForm::Form_Unload() {
+    if (context().steady != nullptr) {
+        context().steady->closes(this);
+    }
     static_cast<void>(context().frmInjScale.unload());
     return PaneWindow::Form_Unload();
 }

@@ -55,6 +55,8 @@ protected:
     void Form_Load() override;
     bool Form_Unload() override;
     [[nodiscard]] LiveStrip::Cell fuelOf(int cell) override;
+    // F8 puts the fuel map back to the steady agent's baseline.
+    [[nodiscard]] bool takesKey(int keyCode, int shift) override;
 };
 
 // The window of the 160-cell maps: ignition, PWM and analyser take turns in one place.

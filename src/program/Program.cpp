@@ -6,10 +6,12 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "keep/point/BaselineFile.h"
 #include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
 #include "live/Lamps.h"
 #include "maps/history/FrmHistory.h"
+#include "maps/steady/FrmSteady.h"
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
@@ -23,6 +25,10 @@ constexpr int kMainHeight = 690 * 15;
 constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
 constexpr auto kPointsFolder = "restore";
+
+keep::BaselineKey keyOf(const analysis::BaselineOwner& owner) {
+    return {{owner.type, owner.version}, owner.columns, owner.rows};
+}
 
 }  // namespace
 
@@ -41,10 +47,11 @@ Program::Program(platform::Machine& machine)
       liveUpdate_(frmSarn2_, tables_, tables_, windows_, trends_),
       logWriter_(machine, tables_, frmSarn2_.chkDatalog, frmSarn2_.txtDatalogFile, frmSarn2_.logCounts),
       analyser_(machine, tables_, frmSarn2_.MSComm1),
+      steadyAgent_({machine, tables_, frmSarn2_, analyser_, history_}),
       frm3Dmap_(machine, tables_),
       frmInjScale_(machine, tables_),
       undo_(history_, tables_, frmSarn2_, machine.pump),
-      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_},
+      mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_, &steadyAgent_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
@@ -68,6 +75,7 @@ Program::Program(platform::Machine& machine)
     connectButtons();
     connectHistory();
     connectKeeper();
+    connectSteadyAgent();
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.keepWindows.history = [this] { openHistory(); };
@@ -106,6 +114,24 @@ void Program::connectKeeper() {
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
     frmSarn2_.keepNotice.showOffer = [this](const std::string& point) { restorePoints_.openAt(point); };
     comparisons_.usePoints(keeper_.store());
+}
+
+void Program::connectSteadyAgent() {
+    liveUpdate_.setFrameTaker(&steadyAgent_);
+    steadyAgent_.openWindow = [this] { openSteadyAgent(); };
+    const keep::BaselineFile file(machine_.folder, machine_.toDisk);
+    steadyAgent_.setBaselines(
+        {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {
+             auto found = file.load(keyOf(owner));
+             if (!found.baseline) {
+                 return {{}, std::move(found.damage)};
+             }
+             return {{{found.baseline->time, std::move(found.baseline->cells)}}, {}};
+         },
+         .save =
+             [file](const analysis::BaselineOwner& owner, const analysis::SteadyBaseline& baseline) {
+                 return file.save({keyOf(owner), baseline.time, baseline.cells});
+             }});
 }
 
 void Program::start() {
@@ -183,6 +209,11 @@ void Program::openPowerCalc() {
 void Program::openHistory() {
     using maps::FrmHistory;
     shelf_.one<FrmHistory>([this] { return std::make_unique<FrmHistory>(machine_, undo_); }).show();
+}
+
+void Program::openSteadyAgent() {
+    using maps::FrmSteady;
+    shelf_.one<FrmSteady>([this] { return std::make_unique<FrmSteady>(machine_, steadyAgent_, tables_); }).show();
 }
 
 void Program::mainWindowUnload(bool& stays) {

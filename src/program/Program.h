@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/clsInjAnalyser.h"
+#include "analysis/clsSteadyAgent.h"
 #include "controls/WindowShelf.h"
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
@@ -17,6 +18,7 @@
 #include "logs/clsTXTdata.h"
 #include "maps/Frm3Dmap.h"
 #include "maps/FrmInjScale.h"
+#include "maps/grid/MapConversions.h"
 #include "maps/history/MapUndo.h"
 #include "maps/transfer/MapContext.h"
 #include "platform/Machine.h"
@@ -60,8 +62,11 @@ public:
     logs::clsTXTdata* clsTXTdata = nullptr;
     [[nodiscard]] trend::MainTrends& trends() { return trends_; }
     [[nodiscard]] analysis::clsInjAnalyser& analyser() { return analyser_; }
+    [[nodiscard]] analysis::clsSteadyAgent& steadyAgent() { return steadyAgent_; }
     [[nodiscard]] settings::FrmMisc& frmMisc() { return frmMisc_; }
     [[nodiscard]] maps::Frm3Dmap& frm3Dmap() { return frm3Dmap_; }
+    // Of the maps of the ECU that has named itself last.
+    [[nodiscard]] maps::MapGeometry mapGeometry() const { return maps::geometryOf(tables_.SWType); }
     [[nodiscard]] MapWindows& mapWindows() { return mapWindows_; }
     [[nodiscard]] ReadoutWindows& readoutWindows() { return readoutWindows_; }
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
@@ -75,6 +80,7 @@ private:
     void connectButtons();
     void connectHistory();
     void connectKeeper();
+    void connectSteadyAgent();
     void mainWindowLoad();
     void mainWindowUnload(bool& stays);
     void nameChannels();
@@ -82,6 +88,7 @@ private:
     void openDebugWindow();
     void openPowerCalc();
     void openHistory();
+    void openSteadyAgent();
 
     platform::Machine& machine_;
     core::SharedTables tables_;
@@ -99,6 +106,7 @@ private:
     live::LiveUpdate liveUpdate_;
     logs::LogWriter logWriter_;
     analysis::clsInjAnalyser analyser_;
+    analysis::clsSteadyAgent steadyAgent_;
     maps::Frm3Dmap frm3Dmap_;
     maps::FrmInjScale frmInjScale_;
     maps::MapUndo undo_;

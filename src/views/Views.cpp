@@ -15,6 +15,7 @@
 #include "views/maps/LimiterView.h"
 #include "views/maps/Map3DView.h"
 #include "views/maps/MapsView.h"
+#include "views/maps/SteadyView.h"
 #include "views/performance/PowerCalcView.h"
 #include "views/settings/MiscView.h"
 #include "views/trend/TrendView.h"
@@ -31,6 +32,7 @@ void addViews(ViewHost& host) {
     host.add<LimiterView, maps::FrmMaps_ign_limiter>("frmMaps_ign_limiter");
     host.add<Map3DView, maps::Frm3Dmap>("frm3Dmap");
     host.add<HistoryView, maps::FrmHistory>("frmHistory");
+    host.add<SteadyView, maps::FrmSteady>("frmSteady");
     host.add<InjScaleView, maps::FrmInjScale>("frmInjScale");
     host.add<PowerCalcView, performance::FrmPowerCalc>("frmPowerCalc");
     host.add<MiscView, settings::FrmMisc>("frmMisc");

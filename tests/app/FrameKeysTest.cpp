@@ -75,6 +75,7 @@ struct EveryWindow : FrameKeysTest {
         }
         program.frm3Dmap().show();
         program.undo().showList();
+        program.steadyAgent().openWindow();
         window.keepWindows.compare();
         window.keepWindows.restore();
         for (auto* each : windows.loaded()) {

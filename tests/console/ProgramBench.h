@@ -18,6 +18,7 @@ struct ProgramBench : ConsoleMachine {
         registerSharedTables(names, program->tables());
         registerMainWindow(names, program->frmSarn2());
         registerAnalyser(names, program->analyser());
+        registerSteadyAgent(names, program->steadyAgent(), [this] { return program->mapGeometry(); });
         registerLog(names, program->clsTXTdata);
         registerMapTools(names, program->frm3Dmap(), program->tables());
         registerHistory(names, program->undo());

@@ -21,6 +21,23 @@ using testing::IsEmpty;
 
 constexpr auto kFuel = EditedMap::Fuel;
 
+// Counts how often the windows are told to draw a map anew.
+class MapsObserver : public controls::Observer {
+public:
+    explicit MapsObserver(MapHistory& history) : history_(history) { history_.addObserver(*this); }
+    MapsObserver(const MapsObserver&) = delete;
+    MapsObserver& operator=(const MapsObserver&) = delete;
+    ~MapsObserver() override { history_.removeObserver(*this); }
+    void propertyChanged(controls::Object&, const void* property) override {
+        told += property == history_.mapsProperty() ? 1 : 0;
+    }
+
+    int told = 0;
+
+private:
+    MapHistory& history_;
+};
+
 class MapHistoryTest : public support::MachineBench {
 protected:
     // What a tuner's + on a cell does.
@@ -554,6 +571,23 @@ TEST_F(MapHistoryTest, TheAgentsRunIsOneStepAsLongAsNothingComesBetween) {
                                      "Fuel: agent, 1 cell"));
     static_cast<void>(history_.goTo(0));
     EXPECT_EQ(fuel(5), 90);
+}
+
+TEST_F(MapHistoryTest, TheSteadyAgentsRunIsOneStepTheWindowsShowAndItIsNotTheOthers) {
+    const auto step = [this](Kind kind) {
+        const MapHistory::Change change(&history_, {kind});
+        ++tables_.FuelMapOut.at(7);
+    };
+    step(Kind::Agent);
+    MapsObserver observer(history_);
+    step(Kind::Steady);
+    step(Kind::Steady);
+    EXPECT_EQ(history_.count(), 2U);
+    EXPECT_EQ(history_.step(2).words(), "Fuel: steady agent, 1 cell");
+    EXPECT_EQ(observer.told, 2);
+    history_.agentBegins();
+    step(Kind::Steady);
+    EXPECT_EQ(history_.count(), 3U);
 }
 
 TEST_F(MapHistoryTest, AnAgentThatTookAllBackHasLeftNoStep) {

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "analysis/clsInjAnalyser.h"
+#include "analysis/clsSteadyAgent.h"
 #include "console/names/Names.h"
 #include "core/EepromAccess.h"
 #include "core/tables/SharedTables.h"
@@ -29,6 +30,10 @@ void registerMainWindow(Names& names, live::FrmSarn2& window);
 
 // The members and procedures of the one clsInjAnalyser; its procedures also by their bare names.
 void registerAnalyser(Names& names, analysis::clsInjAnalyser& analyser);
+
+// The members and procedures of the steady agent. Procedures act on the map of the window that `geometry` gives.
+void registerSteadyAgent(Names& names, analysis::clsSteadyAgent& agent,
+                         const std::function<maps::MapGeometry()>& geometry);
 
 // CalcPower, and the procedures of frm3Dmap.
 void registerMapTools(Names& names, maps::Frm3Dmap& view, core::SharedTables& tables);

@@ -38,7 +38,13 @@ bool repeats(Kind kind) {
 
 // Whoever causes these shows them in no window.
 bool isShownByNobody(Kind kind) {
-    return kind == Kind::RevertCell || kind == Kind::RevertBlock || kind == Kind::Restore || kind == Kind::Copy;
+    return kind == Kind::RevertCell || kind == Kind::RevertBlock || kind == Kind::Restore || kind == Kind::Copy ||
+           kind == Kind::Steady;
+}
+
+// All that it does in a row is one step.
+bool isRun(Kind kind) {
+    return kind == Kind::Agent || kind == Kind::Steady;
 }
 
 bool before(const CellChange& one, const CellChange& other) {
@@ -194,7 +200,7 @@ MapStep* MapHistory::stepToJoin(const Cause& cause) {
     }
     auto& last = steps_.back();
     const bool again = repeats(cause.kind) && pump_.milliseconds() - last.moment <= kRepeated;
-    return last.cause == cause && (again || cause.kind == Kind::Agent) ? &last : nullptr;
+    return last.cause == cause && (again || isRun(cause.kind)) ? &last : nullptr;
 }
 
 // The halves and cells of reads of several maps come mixed.

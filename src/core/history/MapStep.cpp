@@ -63,6 +63,8 @@ std::string_view originOf(Kind kind) {
             return "read from the ECU";
         case Kind::Agent:
             return "agent";
+        case Kind::Steady:
+            return "steady agent";
         case Kind::Restore:
             return "restored from a restore point";
         case Kind::Copy:

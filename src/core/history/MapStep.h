@@ -70,6 +70,7 @@ struct Cause {
         Restore,  // from a restore point
         Copy,     // from a comparison
         Undone,   // an undo, behind which other changes came
+        Steady,   // the whole run of the steady agent
     };
 
     Kind kind = Kind::Script;

@@ -6,6 +6,7 @@
 
 #include "core/Numbers.h"
 #include "core/ParameterNumber.h"
+#include "core/tables/Module1.h"
 
 namespace korvane::maps {
 
@@ -41,6 +42,10 @@ constexpr std::array kExactPowers{1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1
 constexpr double kSevenDigits = 1e6;
 
 }  // namespace
+
+MapGeometry geometryOf(std::int32_t swType) {
+    return core::hasLargeMaps(swType) ? kLargeMaps : kOrdinaryMaps;
+}
 
 double ordinaryScaleNow(const core::SharedTables& tables) {
     const double mode = injectionMode(tables);

@@ -5,8 +5,12 @@
 #include <optional>
 
 #include "core/tables/SharedTables.h"
+#include "maps/grid/MapGeometry.h"
 
 namespace korvane::maps {
+
+// The maps of a firmware type.
+[[nodiscard]] MapGeometry geometryOf(std::int32_t swType);
 
 // Milliseconds of two crank turns, one four-stroke cycle.
 [[nodiscard]] constexpr double cycleTime(int rpm) {

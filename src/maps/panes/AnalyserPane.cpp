@@ -7,6 +7,7 @@
 #include "core/Numbers.h"
 #include "maps/grid/CellFace.h"
 #include "maps/grid/StatusWords.h"
+#include "maps/steady/SteadyTuner.h"
 
 namespace korvane::maps {
 
@@ -39,6 +40,7 @@ AnalyserPane::AnalyserPane(PaneWindow& window, std::vector<controls::CommandButt
       analys(window, {"txtInjAnalys", "lblRpmIA", "lblMapIA"}, window.geometry, FrameInjAnalys),
       chkInjAnal(window, "chkInjAnal"),
       chkUseTuningAgent(window, "chkUseTuningAgent"),
+      chkSteadyAgent(window, "chkSteadyAgent"),
       chkSimplemode(window, "chkSimplemode"),
       chkModifyInjSetpoint(window, "chkModifyInjSetpoint"),
       imgAgentLed(window, "imgAgentLed"),
@@ -55,6 +57,7 @@ void AnalyserPane::describe() {
     FrameInjAnalys.Caption = "Injection analyser [lambda]";
     chkInjAnal.Caption = "Show Injection analyser";
     chkUseTuningAgent.Caption = "Use Tuning Agent";
+    chkSteadyAgent.Caption = "Steady agent";
     chkSimplemode.Caption = "Simple mode";
     chkModifyInjSetpoint.Caption = "Modify lambda setpoints";
     btnSaveLambdaSetpoint.Caption = "Save Lambda";
@@ -68,10 +71,12 @@ void AnalyserPane::connect() {
     chkInjAnal.Click = [this] { chkInjAnal.Value == 1 ? begin() : end(); };
     chkUseTuningAgent.Click = [this] {
         if (chkUseTuningAgent.Value == 1) {
+            chkSteadyAgent.Value = 0;
             paneWindow().context().eeprom.announceStore("tuning agent");
         }
         analyser_.setAgentEnable(chkUseTuningAgent.Value == 1);
     };
+    chkSteadyAgent.Click = [this] { steadyClicked(); };
     chkSimplemode.Click = [this] { analyser_.setSimpleMode(chkSimplemode.Value == 1); };
     btnSaveLambdaSetpoint.Click = [this] { files_.save(); };
     btnloadLambdaSetpoint.Click = [this] { files_.load(); };
@@ -85,7 +90,31 @@ void AnalyserPane::loadPane(std::int32_t) {
     fillTargets();
 }
 
+// Only one of the two agents runs. An untick is also how the box follows an agent that has stopped by itself.
+void AnalyserPane::steadyClicked() {
+    auto* const steady = paneWindow().context().steady;
+    if (chkSteadyAgent.Value == 1) {
+        chkUseTuningAgent.Value = 0;
+        paneWindow().context().eeprom.announceStore("steady agent");
+        if (steady == nullptr || !steady->start(analys.geometry, &paneWindow())) {
+            chkSteadyAgent.Value = 0;
+        }
+    } else if (steady != nullptr && steady->isOn(&paneWindow())) {
+        steady->stop();
+    }
+}
+
+void AnalyserPane::showSteady() {
+    const auto* const steady = paneWindow().context().steady;
+    if (steady != nullptr && steady->openWindow) {
+        steady->openWindow();
+    }
+}
+
 void AnalyserPane::tickPane() {
+    if (auto* const steady = paneWindow().context().steady; steady != nullptr && !steady->isOn(&paneWindow())) {
+        chkSteadyAgent.Value = 0;
+    }
     if (chkInjAnal.Value == 1) {
         paint();
     }
@@ -94,7 +123,13 @@ void AnalyserPane::tickPane() {
 std::string AnalyserPane::cellStatus(int cell) {
     const double mean = meanOf(cell);
     return "Air-fuel ratio, " + placeWords(analys.geometry, cell) + ": target " + analys(cell).ToolTipText.get() +
-           (mean == 0.0 ? "" : ", measured " + core::textOf(mean));
+           (mean == 0.0 ? "" : ", measured " + core::textOf(mean)) + steadyWords(cell);
+}
+
+std::string AnalyserPane::steadyWords(int cell) const {
+    const auto* const steady = paneWindow().context().steady;
+    const std::string words = steady != nullptr ? steady->cellWords(cell) : std::string();
+    return words.empty() ? words : "; steady agent: " + words;
 }
 
 // Cut to two decimals; 0 for a cell without samples.
@@ -127,6 +162,7 @@ void AnalyserPane::end() {
     enableMapButtons(true);
     showBoxes(false);
     chkUseTuningAgent.Value = 0;
+    chkSteadyAgent.Value = 0;
     analyser_.setAgentEnable(false);
     analyser_.setLogData(false);
     enableFiles(false);
@@ -135,6 +171,7 @@ void AnalyserPane::end() {
 void AnalyserPane::showBoxes(bool shown) {
     chkModifyInjSetpoint.Visible = shown;
     chkUseTuningAgent.Visible = shown;
+    chkSteadyAgent.Visible = shown;
     chkSimplemode.Visible = shown;
     imgAgentLed.Visible = shown;
 }

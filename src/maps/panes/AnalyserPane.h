@@ -16,9 +16,12 @@ public:
 
     controls::Frame FrameInjAnalys;
     MapGrid analys;  // txtInjAnalys, lblRpmIA, lblMapIA
-    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSimplemode, chkModifyInjSetpoint;
+    controls::CheckBox chkInjAnal, chkUseTuningAgent, chkSteadyAgent, chkSimplemode, chkModifyInjSetpoint;
     controls::Image imgAgentLed;
     controls::CommandButton btnSaveLambdaSetpoint, btnloadLambdaSetpoint;
+
+    // Opens the window of the steady agent.
+    void showSteady();
 
     // Every cell shows the default target.
     void fillTargets();
@@ -40,9 +43,11 @@ private:
     void begin();
     void end();
     void showBoxes(bool shown);
+    void steadyClicked();
     void enableMapButtons(bool enabled);
     void enableFiles(bool enabled);
     [[nodiscard]] double meanOf(int cell) const;
+    [[nodiscard]] std::string steadyWords(int cell) const;
     void showTarget(controls::TextBox& box);
     void showMean(controls::TextBox& box, int cell);
     void keyDown(int cell, int keyCode);

@@ -12,6 +12,7 @@ namespace korvane::maps {
 class Frm3Dmap;
 class FrmInjScale;
 class MapUndo;
+class SteadyTuner;
 
 // All of it outlives every map window.
 struct MapContext {
@@ -23,6 +24,7 @@ struct MapContext {
     core::EepromAccess& eeprom;
     core::MapHistory* history = nullptr;  // of the working maps; null where nobody keeps one
     MapUndo* undo = nullptr;              // the keys that walk through it; null together with it
+    SteadyTuner* steady = nullptr;        // null where there is none
 };
 
 }  // namespace korvane::maps

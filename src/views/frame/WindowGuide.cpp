@@ -19,6 +19,17 @@ constexpr std::array<KeyHelp, 8> kCellKeys{{
     {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
     {"Ctrl+Backspace", "brings the cell, or the selected block, back to what the ECU sent last"},
 }};
+constexpr std::array<KeyHelp, 9> kMapKeys{{
+    kCellKeys[0],
+    kCellKeys[1],
+    kCellKeys[2],
+    kCellKeys[3],
+    kCellKeys[4],
+    kCellKeys[5],
+    kCellKeys[6],
+    kCellKeys[7],
+    {"F8", "puts the fuel map back to the baseline of the steady agent"},
+}};
 constexpr std::array<KeyHelp, 3> kHistoryKeys{{
     {"Ctrl+Z", "undoes the last change"},
     {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
@@ -77,11 +88,11 @@ constexpr std::array kGuides{
     WindowGuide{"frmMaps", "Kartat",
                 "The fuel, ignition and PWM maps of 160 cells, the misc block and the injection analyser. Cells are "
                 "changed by keys. The ECU gets a map when you press its Send button.",
-                EscapeKey::BackToMap, kMapReads, kMapReadSends, kCellKeys},
+                EscapeKey::BackToMap, kMapReads, kMapReadSends, kMapKeys},
     WindowGuide{"frmMaps_Large", "Kartat (large)",
                 "The fuel, ignition and PWM maps of 320 cells, the misc block and the injection analyser. Cells are "
                 "changed by keys. The ECU gets a map when you press its Send button.",
-                EscapeKey::BackToMap, kMapReads, kMapReadSends, kCellKeys},
+                EscapeKey::BackToMap, kMapReads, kMapReadSends, kMapKeys},
     WindowGuide{"frmMaps_QV_ign", "Kartat (ignition)",
                 "The ignition map, the misc block and the parameters of a box that only ignites. The box gets the map "
                 "when you press its Send button, and each group when you press its Save button.",
@@ -109,6 +120,13 @@ constexpr std::array kGuides{
         {},
         {},
         kHistoryKeys},
+    WindowGuide{"frmSteady",
+                "Steady agent",
+                "What the steady agent knows and does, and what you allow it. Nothing is stored in the ECU by it.",
+                EscapeKey::ClosesWindow,
+                {},
+                {},
+                {}},
     WindowGuide{"frmInjScale",
                 "Injection map rescaling",
                 "Multiplies the fuel map for injectors of another size, once for each press of the button.",

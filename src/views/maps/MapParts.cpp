@@ -62,6 +62,19 @@ QLayout& makeTransferState(const MapBar& bar, WindowView& view, QWidget* parent)
     return state;
 }
 
+// Opens the steady agent's window; beside its box.
+QPushButton& makeDetails(maps::AnalyserPane& pane, Binder& binder, QWidget* parent) {
+    auto& button = child<QPushButton>(parent, QStringLiteral("Details"));
+    button.setObjectName(QStringLiteral("steadyDetails"));
+    button.setToolTip(QStringLiteral("What the steady agent knows and does, and what you allow it"));
+    button.setAccessibleName(QStringLiteral("Steady agent, details"));
+    QObject::connect(&button, &QPushButton::clicked, &button,
+                     [&pane, &binder] { binder.act([&pane] { pane.showSteady(); }); });
+    ObjectPart::bind(binder, {&pane.chkSteadyAgent},
+                     [&pane, &button] { button.setVisible(pane.chkSteadyAgent.Visible); });
+    return button;
+}
+
 }  // namespace
 
 Card& GridCards::make(controls::Frame& frame, maps::MapGrid& grid, const QString& name, QWidget* parent) {
@@ -122,6 +135,8 @@ QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* paren
     binder.bind(pane.imgAgentLed, lamp);
     row.addLayout(&agent);
     row.addWidget(&makeBox(pane.chkSimplemode, 'l', binder, &strip));
+    row.addWidget(&makeBox(pane.chkSteadyAgent, 0, binder, &strip));
+    row.addWidget(&makeDetails(pane, binder, &strip));
     return strip;
 }
 

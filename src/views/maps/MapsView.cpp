@@ -96,12 +96,12 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
     addStatusLine();
     addCommands(window);
     addLowerCards();
-    orderTabs(
-        {&window.fuel(0),           &window.ign(0),           &window.pwm(0),         &window.chkModifyInjSetpoint,
-         &window.chkUseTuningAgent, &window.chkSimplemode,    &window.analys(0),      &window.btnReadFuel,
-         &window.btnWriteFuel,      &window.btnReadIgn,       &window.btnWriteIgn,    &window.btnReadPWM,
-         &window.btnSavePWM,        &window.chkShowPwm,       &window.btnReadMisc,    &window.btnSaveMisc,
-         &window.chkTrace,          &window.chkOnlineChanges, &window.chkFocusOnFuel, &window.chkFocusOnIGN});
+    orderTabs({&window.fuel(0),           &window.ign(0),        &window.pwm(0),           &window.chkModifyInjSetpoint,
+               &window.chkUseTuningAgent, &window.chkSimplemode, &window.chkSteadyAgent,   &window.analys(0),
+               &window.btnReadFuel,       &window.btnWriteFuel,  &window.btnReadIgn,       &window.btnWriteIgn,
+               &window.btnReadPWM,        &window.btnSavePWM,    &window.chkShowPwm,       &window.btnReadMisc,
+               &window.btnSaveMisc,       &window.chkTrace,      &window.chkOnlineChanges, &window.chkFocusOnFuel,
+               &window.chkFocusOnIGN});
     // Behind the grids, so that a window with pages begins in its map too.
     setTabOrder(binder().widgetOf(&window.analys(0)), &pages_.tabs());
     fitTexts();
@@ -162,11 +162,13 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
     addStatusLine();
     addCommands(window);
     addLowerCards();
-    orderTabs({&window.fuel(0), &window.ign(0), &window.pwm(0), &window.analys(0), &window.TabStrip1,
-               &window.chkModifyInjSetpoint, &window.chkUseTuningAgent, &window.chkSimplemode, &window.btnReadFuel,
-               &window.btnWriteFuel, &window.btnReadIgn, &window.btnWriteIgn, &window.btnReadPWM, &window.btnSavePWM,
-               &window.btnReadMisc, &window.btnSaveMisc, &window.chkTrace, &window.chkOnlineChanges,
-               &window.chkFocusOnMAP});
+    orderTabs({&window.fuel(0),           &window.ign(0),        &window.pwm(0),
+               &window.analys(0),         &window.TabStrip1,     &window.chkModifyInjSetpoint,
+               &window.chkUseTuningAgent, &window.chkSimplemode, &window.chkSteadyAgent,
+               &window.btnReadFuel,       &window.btnWriteFuel,  &window.btnReadIgn,
+               &window.btnWriteIgn,       &window.btnReadPWM,    &window.btnSavePWM,
+               &window.btnReadMisc,       &window.btnSaveMisc,   &window.chkTrace,
+               &window.chkOnlineChanges,  &window.chkFocusOnMAP});
     fitTexts();
 }
 

@@ -1,0 +1,397 @@
+#include "analysis/clsSteadyAgent.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "core/Numbers.h"
+#include "core/TimeText.h"
+#include "link/Frames.h"
+#include "platform/EventPump.h"
+
+namespace korvane::analysis {
+
+namespace {
+
+constexpr int kTick = 100;  // ms
+
+std::string counted(std::size_t cells) {
+    return std::to_string(cells) + (cells == 1 ? " cell" : " cells");
+}
+
+}  // namespace
+
+clsSteadyAgent::clsSteadyAgent(const Parts& parts)
+    : parts_(parts),
+      choices_(parts.machine.preferences),
+      sender_(parts.tables, parts.connection, parts.history, parts.machine.pump),
+      log_(parts.machine),
+      timer_(parts.machine.pump, parts.machine.log) {
+    timer_.Interval = kTick;
+    timer_.TimerElapsed = [this] { tick(); };
+    sender_.refused = [this] { agent_.sendRefused(); };
+    parts_.connection.witnesses.add(*this);
+    choices_.addObserver(*this);
+}
+
+clsSteadyAgent::~clsSteadyAgent() {
+    choices_.removeObserver(*this);
+    parts_.connection.witnesses.remove(*this);
+}
+
+bool clsSteadyAgent::runs() const {
+    return agent_.state() != steady::State::Off && agent_.state() != steady::State::Stopped;
+}
+
+std::string clsSteadyAgent::state() const {
+    using steady::State;
+    const bool refused = agent_.state() == State::Off && !reason_.empty();
+    const bool onItsWay = agent_.state() == State::Stopped && !sender_.isEmpty();
+    return std::string(wordsOf(refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state()));
+}
+
+std::string clsSteadyAgent::whyStopped() const {
+    return reason_.empty() ? std::string(wordsOf(agent_.stopReason())) : reason_;
+}
+
+std::optional<std::uint8_t> clsSteadyAgent::baselineOf(std::size_t cell) const {
+    return baseline_ && cell < baseline_->cells.size() ? std::optional(baseline_->cells[cell]) : std::nullopt;
+}
+
+steady::CellReport clsSteadyAgent::cell(std::size_t index) const {
+    return index < agent_.setup().grid.cells() ? agent_.cell(index) : steady::CellReport();
+}
+
+// "120 samples, 14 rejected, 2.1 % lean, spread 1.3 %, confidence 0.83, baseline 50, now 52, on target"
+std::string clsSteadyAgent::cellWords(int index) const {
+    const auto place = static_cast<std::size_t>(std::max(index, 0));
+    const auto baseline = baselineOf(place);
+    if (!baseline || agent_.state() == steady::State::Off) {
+        return {};
+    }
+    const auto report = cell(place);
+    const auto number = [](double value, double steps) { return core::textOf(std::round(value * steps) / steps); };
+    std::string words = std::to_string(report.used) + " samples, " + std::to_string(report.rejected) + " rejected";
+    if (report.weight > 0.0) {
+        words += ", " + number(std::fabs(report.errorPercent), 10.0) +
+                 (report.errorPercent < 0.0 ? " % rich" : " % lean") + ", spread " + number(report.spread, 10.0) +
+                 " %, confidence " + number(report.confidence, 100.0);
+    }
+    words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
+    return words + (report.carried ? ", carried, " : ", ") + std::string(wordsOf(report.held));
+}
+
+std::string clsSteadyAgent::zoneWords(std::size_t index) const {
+    const auto zone = agent_.zone(index);
+    const auto whole = [](double value) { return core::textOf(std::round(value)); };
+    std::string words = whole(zone.loadFrom) + " to " + whole(zone.loadTo) + " %: ";
+    if (zone.fixed) {
+        return words + whole(zone.delayMs.value_or(0.0)) + " ms, fixed";
+    }
+    return zone.delayMs && zone.uncertaintyMs
+               ? words + whole(*zone.delayMs) + " ms, give or take " + whole(*zone.uncertaintyMs)
+               : words + "not known yet";
+}
+
+std::vector<std::string> clsSteadyAgent::sampleWords() const {
+    std::vector<std::string> rows;
+    for (std::size_t index = 0; index < steady::kVerdicts; ++index) {
+        const auto verdict = static_cast<steady::Verdict>(index);
+        const auto count = agent_.counted(verdict);
+        if (count > 0 || verdict == steady::Verdict::Used) {
+            rows.push_back(std::to_string(count) + ' ' + std::string(wordsOf(verdict)));
+        }
+    }
+    return rows;
+}
+
+BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
+    const auto& tables = parts_.tables;
+    return {.type = tables.SWType,
+            .version = static_cast<int>(std::lround(double{tables.HwVersion} * 1000)),
+            .columns = geometry.columns,
+            .rows = geometry.rows};
+}
+
+std::span<const std::uint8_t> clsSteadyAgent::cellsOf(const steady::Grid& grid) const {
+    return std::span(parts_.tables.FuelMapOut).first(grid.cells());
+}
+
+// What the agent takes for the fuel must be what the engine gets.
+std::string clsSteadyAgent::mapRefusal(const maps::MapGeometry& geometry) const {
+    const auto& ecu = parts_.connection.ecuMaps.fuel;
+    const auto cells = cellsOf(gridOf(geometry));
+    std::size_t unsent = 0;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        const auto working = ecu.working(cell);
+        if (!working || !ecu.isFresh(cell)) {
+            return "the fuel map has not been read from the ECU";
+        }
+        unsent += *working != cells[cell] ? 1 : 0;
+    }
+    return unsent == 0 ? std::string() : counted(unsent) + " of the fuel map not sent to the ECU";
+}
+
+std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
+    owner_ = owner(geometry);
+    const auto found = baselines_.load ? baselines_.load(owner_) : BaselineFound();
+    if (!found.damage.empty()) {
+        return "the baseline can't be used: " + found.damage;
+    }
+    if (found.baseline || baselines_.load) {
+        baseline_ = found.baseline;
+    }
+    if (baseline_ && baseline_->cells.size() != gridOf(geometry).cells()) {
+        baseline_.reset();
+    }
+    return {};
+}
+
+std::string clsSteadyAgent::saveBaseline(const maps::MapGeometry& geometry) {
+    const auto cells = cellsOf(gridOf(geometry));
+    SteadyBaseline fresh{.time = parts_.machine.pump.wallTime(), .cells = {cells.begin(), cells.end()}};
+    const auto failure = baselines_.save ? baselines_.save(owner(geometry), fresh) : std::string();
+    if (!failure.empty()) {
+        return "the baseline can't be kept: " + failure;
+    }
+    owner_ = owner(geometry);
+    baseline_ = std::move(fresh);
+    return {};
+}
+
+std::string clsSteadyAgent::findBaseline(const maps::MapGeometry& geometry) {
+    auto failure = loadBaseline(geometry);
+    return !failure.empty() || baseline_ ? failure : saveBaseline(geometry);
+}
+
+std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
+    if (putsBack() || !sender_.isEmpty()) {
+        return "cells are still being put back";
+    }
+    if (!parts_.connection.MSComm1.PortOpen()) {
+        return "port closed";
+    }
+    auto found = factsOf(parts_.tables, parts_.connection, geometry);
+    if (!found.facts) {
+        return std::move(found.missing);
+    }
+    facts_ = *found.facts;
+    if (facts_.lambdaControl) {
+        return std::string(wordsOf(steady::StopReason::LambdaControl));
+    }
+    auto failure = mapRefusal(geometry);
+    return failure.empty() ? findBaseline(geometry) : failure;
+}
+
+bool clsSteadyAgent::start(const maps::MapGeometry& geometry, const void* window) {
+    stop();
+    reason_ = refusal(geometry);
+    if (!reason_.empty()) {
+        return false;
+    }
+    window_ = window;
+    begin(geometry);
+    return true;
+}
+
+void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
+    geometry_ = geometry;
+    openings_ = parts_.connection.openings;
+    last_ = parts_.machine.pump.now();
+    paused_ = false;
+    log_.begin();
+    parts_.history.agentBegins();
+    agent_.start(setupFor(geometry), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);
+    timer_.StartTimer();
+}
+
+steady::SteadySetup clsSteadyAgent::setupFor(const maps::MapGeometry& geometry) const {
+    steady::SteadySetup setup;
+    setup.grid = gridOf(geometry);
+    setup.offsetCounts = facts_.offsetCounts;
+    setup.highest = facts_.highest;
+    setup.throttleKnown = facts_.throttleKnown;
+    setup.lambdaControl = facts_.lambdaControl;
+    setup.richAuthority = choices_.RichAuthority;
+    setup.leanAuthority = choices_.LeanAuthority;
+    setup.carry = choices_.Carry;
+    for (std::size_t cell = 0; cell < setup.grid.cells(); ++cell) {
+        setup.targets.at(cell) = parts_.analyser.Setpointget(static_cast<std::int32_t>(cell));
+    }
+    for (std::size_t zone = 0; zone < steady::kZones; ++zone) {
+        setup.fixedDelayMs.at(zone) = choices_.FixedDelayMs.at(zone);
+    }
+    return setup;
+}
+
+void clsSteadyAgent::stop() {
+    if (runs()) {
+        agent_.stop();
+    }
+    window_ = nullptr;
+}
+
+void clsSteadyAgent::stopFor(std::string reason) {
+    reason_ = std::move(reason);
+    agent_.stop();
+}
+
+void clsSteadyAgent::closes(const void* window) {
+    if (window_ == window) {
+        stop();
+    }
+}
+
+std::string clsSteadyAgent::putBack(const maps::MapGeometry& geometry) {
+    if (!runs()) {
+        if (auto failure = loadBaseline(geometry); !failure.empty()) {
+            return "Nothing is put back: " + failure;
+        }
+        if (!baseline_) {
+            return "Nothing to put back: no baseline is kept for this ECU";
+        }
+        begin(geometry);
+    }
+    const auto cells = cellsOf(agent_.setup().grid);
+    std::size_t differing = 0;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        differing += cells[cell] != baseline_->cells[cell] ? 1 : 0;
+    }
+    reason_.clear();
+    parts_.history.agentBegins();
+    agent_.putBack();
+    return "Put back to the baseline of " + core::dateText(baseline_->time) + ' ' + core::timeText(baseline_->time) +
+           ": " + counted(differing);
+}
+
+std::string clsSteadyAgent::newBaseline(const maps::MapGeometry& geometry) {
+    if (runs()) {
+        return "The baseline stays while the steady agent works";
+    }
+    const auto failure = saveBaseline(geometry);
+    return failure.empty() ? "The baseline is the map as it is now" : "No new baseline: " + failure;
+}
+
+// The way back needs no frames.
+bool clsSteadyAgent::isPaused() const {
+    const auto& line = parts_.connection.linkState;
+    return line.isBusy() || (!putsBack() && line.state() == link::LinkState::State::Paused);
+}
+
+// A transfer that somebody has ordered is no late link: however long it takes, it counts as one gap.
+double clsSteadyAgent::advance() {
+    constexpr double kGap = 1.0;  // seconds
+    const auto now = parts_.machine.pump.now();
+    const double passed = static_cast<double>(now - last_) / platform::kMicrosPerSecond;
+    seconds_ += std::exchange(paused_, false) ? std::min(passed, kGap) : passed;
+    last_ = now;
+    return seconds_;
+}
+
+std::string clsSteadyAgent::reasonToStop() const {
+    const auto& connection = parts_.connection;
+    if (!connection.MSComm1.PortOpen() || connection.openings != openings_) {
+        return "port closed";
+    }
+    if (owner(geometry_) != owner_) {
+        return "another ECU";
+    }
+    if (parts_.analyser.AgentEnable()) {
+        return "the tuning agent was switched on";
+    }
+    const auto found = factsOf(parts_.tables, connection, geometry_);
+    if (found.facts && found.facts->lambdaControl) {
+        return std::string(wordsOf(steady::StopReason::LambdaControl));
+    }
+    return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
+}
+
+void clsSteadyAgent::tick() {
+    sender_.send();
+    if (!runs()) {
+        if (sender_.isEmpty()) {
+            timer_.StopTimer();
+        }
+        return;
+    }
+    if (!putsBack()) {
+        if (auto reason = reasonToStop(); !reason.empty()) {
+            return stopFor(std::move(reason));
+        }
+    }
+    if (isPaused()) {
+        paused_ = true;
+        return;
+    }
+    takeEdits();
+    takeTargets();
+    make(agent_.onTime(advance()));
+}
+
+void clsSteadyAgent::liveFrame() {
+    if (!runs()) {
+        return;
+    }
+    if (parts_.connection.linkState.isBusy()) {
+        paused_ = true;
+        return;
+    }
+    takeEdits();
+    const double seconds = advance();
+    make(agent_.onFrame(frameOf(parts_.tables, facts_.load, geometry_, seconds)));
+}
+
+// What others have changed in the map. The agent has to know what the engine runs on.
+void clsSteadyAgent::takeEdits() {
+    const auto cells = cellsOf(agent_.setup().grid);
+    if (!runs() || std::equal(cells.begin(), cells.end(), agent_.map().begin())) {
+        return;
+    }
+    const bool heeds = !putsBack();
+    bool unsent = false;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        if (cells[cell] != agent_.map()[cell]) {
+            agent_.cellEdited(cell, cells[cell]);
+            unsent = unsent || parts_.connection.ecuMaps.fuel.working(cell) != cells[cell];
+        }
+    }
+    if (heeds && unsent) {
+        stopFor("cells of the fuel map were changed and not sent");
+    }
+}
+
+void clsSteadyAgent::takeTargets() {
+    const auto& setup = agent_.setup();
+    for (std::size_t cell = 0; cell < setup.grid.cells(); ++cell) {
+        agent_.setTarget(cell, parts_.analyser.Setpointget(static_cast<std::int32_t>(cell)));
+    }
+}
+
+// The changes hold until the next call of the agent, and events may run where a window shows them.
+void clsSteadyAgent::make(std::span<const steady::CellChange> changes) {
+    if (changes.empty()) {
+        return;
+    }
+    log_.write(changes, agent_);
+    {
+        const core::MapHistory::Change step(&parts_.history, {core::Cause::Kind::Steady});
+        for (const auto& change : changes) {
+            parts_.tables.FuelMapOut.at(change.cell) = change.to;
+            sender_.add(change.cell);
+        }
+    }
+    sender_.send();
+}
+
+// It acts with the next tick.
+void clsSteadyAgent::frameHeard(std::uint8_t code, std::span<const std::uint8_t>) {
+    if (code == link::kDeviceStartedFrame && runs()) {
+        agent_.ecuRestarted();
+    }
+}
+
+void clsSteadyAgent::propertyChanged(controls::Object&, const void*) {
+    agent_.setAuthority(choices_.RichAuthority, choices_.LeanAuthority);
+}
+
+}  // namespace korvane::analysis

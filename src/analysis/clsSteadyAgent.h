@@ -1,0 +1,112 @@
+// The steady agent in the program: what it sees, what it may, and how its changes reach the map and the engine.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "analysis/CellSender.h"
+#include "analysis/EngineFacts.h"
+#include "analysis/SteadyBaseline.h"
+#include "analysis/SteadyLog.h"
+#include "analysis/clsInjAnalyser.h"
+#include "analysis/steady/SteadyAgent.h"
+#include "controls/clsTimer.h"
+#include "core/history/MapHistory.h"
+#include "core/tables/SharedTables.h"
+#include "link/ConnectionPanel.h"
+#include "live/LiveUpdate.h"
+#include "maps/steady/SteadyTuner.h"
+#include "platform/Machine.h"
+
+namespace korvane::analysis {
+
+// One for the program. Changes FuelMapOut, and sends each cell as a "Realtime change"; it stores nothing. All that it
+// changes from its start on is one step of the history. It has to be told of every live frame, sends none itself, and
+// costs nothing while it is off.
+class clsSteadyAgent : public maps::SteadyTuner,  // NOLINT(readability-identifier-naming)
+                       public live::FrameTaker,
+                       private link::FrameWitness,
+                       private controls::Observer {
+public:
+    struct Parts {
+        platform::Machine& machine;
+        core::SharedTables& tables;
+        link::ConnectionPanel& connection;
+        clsInjAnalyser& analyser;  // has the targets
+        core::MapHistory& history;
+    };
+    explicit clsSteadyAgent(const Parts& parts);
+    ~clsSteadyAgent() override;
+
+    void setBaselines(BaselineKeeper baselines) { baselines_ = std::move(baselines); }
+
+    bool start(const maps::MapGeometry& geometry, const void* window) override;
+    void stop() override;
+    [[nodiscard]] bool isOn(const void* window) const override { return window_ == window && runs() && !putsBack(); }
+    void closes(const void* window) override;
+    std::string putBack(const maps::MapGeometry& geometry) override;
+    std::string newBaseline(const maps::MapGeometry& geometry) override;
+    [[nodiscard]] std::string state() const override;
+    [[nodiscard]] std::string whyStopped() const override;
+    [[nodiscard]] std::string cellWords(int cell) const override;
+    [[nodiscard]] std::string zoneWords(std::size_t zone) const override;
+    [[nodiscard]] std::vector<std::string> sampleWords() const override;
+    [[nodiscard]] maps::SteadyChoices& choices() override { return choices_; }
+
+    void liveFrame() override;
+
+    // What it knows; of the last run while it is off.
+    [[nodiscard]] const steady::SteadyAgent& agent() const { return agent_; }
+    // Nothing for a cell that has none, and before the first start or put back.
+    [[nodiscard]] std::optional<std::uint8_t> baselineOf(std::size_t cell) const;
+    // All zero for a cell that the map does not have.
+    [[nodiscard]] steady::CellReport cell(std::size_t index) const;
+
+private:
+    void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
+    void propertyChanged(controls::Object& object, const void* property) override;
+
+    [[nodiscard]] bool runs() const;
+    [[nodiscard]] bool putsBack() const { return agent_.state() == steady::State::PuttingBack; }
+    [[nodiscard]] bool isPaused() const;
+    [[nodiscard]] BaselineOwner owner(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] std::span<const std::uint8_t> cellsOf(const steady::Grid& grid) const;
+
+    // Each says in words why it can't be done; empty if it can.
+    [[nodiscard]] std::string refusal(const maps::MapGeometry& geometry);
+    [[nodiscard]] std::string mapRefusal(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] std::string findBaseline(const maps::MapGeometry& geometry);
+    [[nodiscard]] std::string saveBaseline(const maps::MapGeometry& geometry);
+    [[nodiscard]] std::string loadBaseline(const maps::MapGeometry& geometry);
+    [[nodiscard]] std::string reasonToStop() const;
+
+    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
+    void begin(const maps::MapGeometry& geometry);
+    void tick();
+    void stopFor(std::string reason);
+    [[nodiscard]] double advance();
+    void takeEdits();
+    void takeTargets();
+    void make(std::span<const steady::CellChange> changes);
+
+    Parts parts_;
+    maps::SteadyChoices choices_;
+    BaselineKeeper baselines_;
+    steady::SteadyAgent agent_;
+    CellSender sender_;
+    SteadyLog log_;
+    controls::clsTimer timer_;
+    const void* window_ = nullptr;
+    maps::MapGeometry geometry_ = maps::kOrdinaryMaps;
+    EngineFacts facts_;
+    BaselineOwner owner_;
+    std::optional<SteadyBaseline> baseline_;
+    std::string reason_;  // why it was stopped, or did not start; empty where the agent itself knows
+    int openings_ = 0;    // of the port at the start
+    platform::Micros last_ = 0;
+    double seconds_ = 0.0;  // of the agent's clock
+    bool paused_ = false;
+};
+
+}  // namespace korvane::analysis

@@ -1,0 +1,24 @@
+// The view of the steady agent's window.
+#pragma once
+
+#include "maps/steady/FrmSteady.h"
+#include "views/frame/WindowView.h"
+#include "views/widgets/Card.h"
+
+namespace korvane::views {
+
+class SteadyView : public WindowView {
+public:
+    SteadyView(maps::FrmSteady& window, FrameClock& clock);
+
+private:
+    [[nodiscard]] QWidget& makeState();
+    [[nodiscard]] QWidget& makeAuthority();
+    [[nodiscard]] QWidget& makeDelays();
+    [[nodiscard]] QWidget& makeSamples();
+    [[nodiscard]] QLayout& makeButtons();
+
+    maps::FrmSteady& window_;
+};
+
+}  // namespace korvane::views
