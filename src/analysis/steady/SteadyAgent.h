@@ -75,8 +75,6 @@ public:
     void fixDelay(std::size_t zone, double delayMs) { delays_.fix(zone, delayMs); }
     // The limits alone, while it works.
     void setAuthority(double richPercent, double leanPercent);
-    // The target of a cell, likewise. What was learnt holds for any target.
-    void setTarget(std::size_t cell, float target) { setup_.targets.at(cell) = target; }
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }
