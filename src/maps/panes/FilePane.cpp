@@ -35,7 +35,16 @@ FilePane::FilePane(PaneWindow& window) : MapPane(window), btnSave(window, "btnSa
     btnSave.Caption = "Talleta arvot tiedostoon";
     btnSave.Click = [this] { run(kSaving); };
     btnLoad.Caption = "Hae arvot tiedostosta";
-    btnLoad.Click = [this] { run(kLoading); };
+    btnLoad.Click = [this] { load(); };
+}
+
+void FilePane::load() {
+    const auto* const history = paneWindow().context().history;
+    if (history != nullptr && history->isHeld()) {
+        paneWindow().HistoryNote = core::MapHistory::kHeldText;
+        return;
+    }
+    run(kLoading);
 }
 
 void FilePane::run(const Operation& operation) {

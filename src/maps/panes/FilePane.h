@@ -20,6 +20,8 @@ private:
     static const Operation kSaving;
     static const Operation kLoading;
 
+    // Nothing while a map is being sent.
+    void load();
     // Asks for the file and reads or writes it; a failure is shown.
     void run(const Operation& operation);
     void saveTune(const std::string& path);
