@@ -99,6 +99,7 @@ private:
     void collect(const Cause& cause);
     void collectMap(EditedMap map, bool fills);
     void markFilled(const Cause& cause);
+    void markRestored();
     void keepUndone();
     [[nodiscard]] Changes undoing() const;
     [[nodiscard]] MapStep* stepToJoin(const Cause& cause);
