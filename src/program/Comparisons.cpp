@@ -85,6 +85,9 @@ std::string Comparisons::copy(std::size_t map, int first, int last, const keep::
     if (maps_.history != nullptr && maps_.history->isHeld()) {
         return core::MapHistory::kHeldText;
     }
+    if (first != last) {
+        maps_.announceReplacing("map copied");
+    }
     const auto& images = *core::checked(kMaps, map);
     const core::MapHistory::Change step(
         maps_.history, Cause::cells(Cause::Kind::Copy, images.inHistory, static_cast<std::size_t>(first),

@@ -44,6 +44,7 @@ std::string RestorePoints::toDesk(const keep::Snapshot& point, const keep::Resto
     if (maps_.history != nullptr && maps_.history->isHeld()) {
         return core::MapHistory::kHeldText;
     }
+    maps_.announceReplacing("maps restored");
     const core::MapHistory::Change step(maps_.history, {.kind = core::Cause::Kind::Restore});
     for (const auto map : choice.maps) {
         auto& desk = map == &keep::Snapshot::fuel       ? maps_.tables.FuelMapOut
