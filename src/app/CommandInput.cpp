@@ -76,6 +76,7 @@ void CommandInput::watchSignals() {
     sigemptyset(&ends);
     sigaddset(&ends, SIGINT);
     sigaddset(&ends, SIGTERM);
+    sigaddset(&ends, SIGHUP);  // the terminal has gone
     sigprocmask(SIG_BLOCK, &ends, nullptr);
     const int descriptor = signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
     if (descriptor < 0) {
