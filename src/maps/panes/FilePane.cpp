@@ -35,10 +35,10 @@ FilePane::FilePane(PaneWindow& window) : MapPane(window), btnSave(window, "btnSa
     btnSave.Caption = "Talleta arvot tiedostoon";
     btnSave.Click = [this] { run(kSaving); };
     btnLoad.Caption = "Hae arvot tiedostosta";
-    btnLoad.Click = [this] { load(); };
+    btnLoad.Click = [this] { chooseTune(); };
 }
 
-void FilePane::load() {
+void FilePane::chooseTune() {
     const auto* const history = paneWindow().context().history;
     if (history != nullptr && history->isHeld()) {
         paneWindow().HistoryNote = core::MapHistory::kHeldText;

@@ -21,7 +21,7 @@ private:
     static const Operation kLoading;
 
     // Nothing while a map is being sent.
-    void load();
+    void chooseTune();
     // Asks for the file and reads or writes it; a failure is shown.
     void run(const Operation& operation);
     void saveTune(const std::string& path);
