@@ -16,6 +16,15 @@ namespace {
 
 constexpr std::size_t kPiece = 65536;  // bytes of input at once
 
+sigset_t endSignals() {
+    sigset_t ends;
+    sigemptyset(&ends);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {  // the last one: the terminal has gone
+        sigaddset(&ends, signal);
+    }
+    return ends;
+}
+
 }  // namespace
 
 CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Options& options)
@@ -31,6 +40,11 @@ CommandInput::CommandInput(Session& session, platform::EventPump& pump, const Op
     } else if (options.headless || options.console) {
         watchStandardInput();
     }
+}
+
+void CommandInput::blockEndSignals() {
+    const sigset_t ends = endSignals();
+    sigprocmask(SIG_BLOCK, &ends, nullptr);
 }
 
 CommandInput::~CommandInput() {
@@ -72,11 +86,8 @@ void CommandInput::readStandardInput() {
 }
 
 void CommandInput::watchSignals() {
-    sigset_t ends;
-    sigemptyset(&ends);
-    sigaddset(&ends, SIGINT);
-    sigaddset(&ends, SIGTERM);
-    sigprocmask(SIG_BLOCK, &ends, nullptr);
+    blockEndSignals();
+    const sigset_t ends = endSignals();
     const int descriptor = signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
     if (descriptor < 0) {
         return;

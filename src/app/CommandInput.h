@@ -18,6 +18,10 @@ public:
     CommandInput(const CommandInput&) = delete;
     CommandInput& operator=(const CommandInput&) = delete;
 
+    // The signals that end the program wait from now on, until an object takes them. To be called before there are
+    // other threads: one that does not block them would get them, and end the program at once.
+    static void blockEndSignals();
+
 private:
     void feedScript();
     void watchStandardInput();

@@ -72,6 +72,7 @@ int runUntilEnded(Session& session, platform::EventPump& pump, const Options& op
 
 int runWithDisplay(const Options& options, int& argc, char** argv) {
     using Questions = platform::QtDialogs::Questions;
+    CommandInput::blockEndSignals();
     QApplication application(argc, argv);
     QApplication::setApplicationName("korvane-tuner");
     QApplication::setDesktopFileName("korvane-tuner");

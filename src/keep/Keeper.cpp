@@ -132,6 +132,19 @@ void Keeper::beforeStore(std::string_view what) {
     keepUnlessKnown(std::string("before: ").append(what));
 }
 
+// The history has them too, but only until the program ends.
+void Keeper::beforeReplacing(std::string_view what) {
+    look();
+    const auto known = now();
+    if (!identityHeard_ || !hasEdits(known)) {
+        return;
+    }
+    const auto point = newest([](const std::string&) { return true; });
+    if (!point || !coversDesk(point->content, known)) {
+        add(std::string("before: ").append(what), {});
+    }
+}
+
 void Keeper::keepUnlessKnown(std::string_view reason) {
     if (const auto point = newest([](const std::string&) { return true; }); !point || !covers(point->content, now())) {
         add(reason, {});

@@ -37,6 +37,8 @@ public:
 
     // For core::EepromAccess::storing, and for the end of a read of all settings.
     void beforeStore(std::string_view what);
+    // Edits that neither the ECU nor the newest point has are kept before others take their place on the desk.
+    void beforeReplacing(std::string_view what);
     void settingsRead();
     // For the end of the program.
     void programEnds() { keepWhatIsNew("end of the program"); }

@@ -41,7 +41,7 @@ Comparisons::Comparisons(platform::Machine& machine, const maps::MapContext& map
                .points = {},
                .point = {},
                .copy = [this](std::size_t map, int first, int last,
-                              const keep::CompareContext::Change& change) { copy(map, first, last, change); }},
+                              const keep::CompareContext::Change& change) { return copy(map, first, last, change); }},
       shelf_(machine.pump) {
     if (maps.undo != nullptr) {
         context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };
@@ -80,13 +80,20 @@ keep::Snapshot Comparisons::now() const {
     return keep::snapshotOf(maps_.tables, maps_.connection, maps_.connection.ecuMisc.bytes(), machine_.pump.wallTime());
 }
 
-void Comparisons::copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change) {
+std::string Comparisons::copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change) {
     using core::Cause;
+    if (maps_.history != nullptr && maps_.history->isHeld()) {
+        return core::MapHistory::kHeldText;
+    }
+    if (first != last) {
+        maps_.announceReplacing("map copied");
+    }
     const auto& images = *core::checked(kMaps, map);
     const core::MapHistory::Change step(
         maps_.history, Cause::cells(Cause::Kind::Copy, images.inHistory, static_cast<std::size_t>(first),
                                     static_cast<std::size_t>(last)));
     change(maps_.tables.*images.edited);
+    return {};
 }
 
 }  // namespace korvane::program

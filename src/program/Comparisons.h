@@ -28,7 +28,7 @@ public:
 
 private:
     [[nodiscard]] keep::Snapshot now() const;
-    void copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change);
+    std::string copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change);
 
     platform::Machine& machine_;
     const maps::MapContext& maps_;

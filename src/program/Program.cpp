@@ -109,6 +109,7 @@ void Program::connectHistory() {
 
 void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
+    mapContext_.replacing = [this](std::string_view what) { keeper_.beforeReplacing(what); };
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };

@@ -13,11 +13,11 @@ RestorePoints::RestorePoints(platform::Machine& machine, const maps::MapContext&
     : machine_(machine),
       maps_(maps),
       comparisons_(comparisons),
-      context_{
-          .keeper = keeper,
-          .toDesk = [this](const keep::Snapshot& point, const keep::RestoreChoice& choice) { toDesk(point, choice); },
-          .compare = [this](const std::string& name) { compare(name); },
-          .run = run},
+      context_{.keeper = keeper,
+               .toDesk = [this](const keep::Snapshot& point,
+                                const keep::RestoreChoice& choice) { return toDesk(point, choice); },
+               .compare = [this](const std::string& name) { compare(name); },
+               .run = run},
       shelf_(machine.pump) {
     if (maps.undo != nullptr) {
         context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };
@@ -40,7 +40,11 @@ void RestorePoints::compare(const std::string& name) {
     comparisons_.open({Kind::PointEcu, name}, {Kind::Ecu, {}});
 }
 
-void RestorePoints::toDesk(const keep::Snapshot& point, const keep::RestoreChoice& choice) const {
+std::string RestorePoints::toDesk(const keep::Snapshot& point, const keep::RestoreChoice& choice) const {
+    if (maps_.history != nullptr && maps_.history->isHeld()) {
+        return core::MapHistory::kHeldText;
+    }
+    maps_.announceReplacing("maps restored");
     const core::MapHistory::Change step(maps_.history, {.kind = core::Cause::Kind::Restore});
     for (const auto map : choice.maps) {
         auto& desk = map == &keep::Snapshot::fuel       ? maps_.tables.FuelMapOut
@@ -48,6 +52,7 @@ void RestorePoints::toDesk(const keep::Snapshot& point, const keep::RestoreChoic
                                                         : maps_.tables.PwmMapOut;
         keep::bringBack(point, map, choice.from, desk);
     }
+    return {};
 }
 
 }  // namespace korvane::program

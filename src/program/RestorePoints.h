@@ -27,7 +27,7 @@ public:
     [[nodiscard]] const keep::RestoreContext& context() const { return context_; }
 
 private:
-    void toDesk(const keep::Snapshot& point, const keep::RestoreChoice& choice) const;
+    [[nodiscard]] std::string toDesk(const keep::Snapshot& point, const keep::RestoreChoice& choice) const;
 
     platform::Machine& machine_;
     const maps::MapContext& maps_;

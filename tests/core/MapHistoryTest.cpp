@@ -480,6 +480,27 @@ TEST_F(MapHistoryTest, AZeroThatWasReadIsFilledLikeAnyOtherByte) {
 }
 
 // The cell that the tuner has made is brought back; no other one becomes 0.
+// Also its zeros, where nothing was read before.
+TEST_F(MapHistoryTest, AReadThatReplacesAMapThatWasBroughtBackIsAStepOfAllItsCells) {
+    for (const auto& cause : {Cause{.kind = Kind::Restore}, Cause::cells(Kind::Copy, kFuel, 0, 159)}) {
+        MapImages tables;
+        MapHistory history(tables, virtual_.pump);
+        {
+            const MapHistory::Change change(&history, cause);
+            tables.FuelMapOut[1] = 30;
+        }
+        {
+            const MapHistory::Change change(&history, Cause::read(kFuel, 0, 160));
+            tables.FuelMapOut.fill(90);
+        }
+        ASSERT_EQ(history.count(), 2U);
+        static_cast<void>(history.goTo(1));
+        EXPECT_EQ(tables.FuelMapOut[0], 0);
+        EXPECT_EQ(tables.FuelMapOut[1], 30);
+        EXPECT_EQ(tables.FuelMapOut[159], 0);
+    }
+}
+
 TEST_F(MapHistoryTest, TheFirstReadOverAnEditKeepsTheEditOnly) {
     press(17);
     rest();

@@ -243,6 +243,15 @@ TEST_F(FrmRestoreTest, ExportsATune) {
     EXPECT_THAT(folder.read("tune.txt"), HasSubstr("Misc\r\n 9  8  7  6  5  4  3  2  1 \r\n"));
 }
 
+TEST_F(FrmRestoreTest, ATuneThatCantBeWrittenIsNotCalledExported) {
+    put(1, "maps read");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    dialogs.answerFile(folder.nowhere().string());
+    form.btnExportTune.press();
+    EXPECT_EQ(form.lblState.Caption.get(), "");
+}
+
 TEST_F(FrmRestoreTest, ExportsAnImage) {
     put(1, "maps read");
     auto& form = open();

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "keep/Keeper.h"
+#include "maps/MapForm.h"
+#include "maps/history/MapUndo.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::keep {
@@ -322,6 +324,38 @@ TEST_F(KeeperTest, WhatWasEditedBehindADisconnectIsKeptAtTheEnd) {
     program.quit();
     EXPECT_THAT(reasons(), ElementsAre("end of the program", "maps read"));
     EXPECT_EQ(newest().fuel.edited[3], 99);
+}
+
+// The history of the maps has them too, but it ends with the program, and nobody is asked then: nothing is unsent.
+TEST_F(KeeperTest, EditsThatAReadReplacesAreKept) {
+    connect();
+    identify();
+    readAll();
+    program.mapWindows().open();
+    auto& form = dynamic_cast<maps::FrmMaps&>(*windows.loaded().back());
+    pump.wait(1000);
+    EXPECT_THAT(reasons(), ElementsAre("maps read"));
+    tables.FuelMapOut[3] = 99;
+    form.btnReadFuel.press();
+    readAll();
+    program.quit();
+    ASSERT_THAT(reasons(), ElementsAre("before: read", "maps read"));
+    EXPECT_EQ(newest().fuel.edited[3], 99);
+}
+
+TEST_F(KeeperTest, EditsThatARestoreReplacesAreKeptOnce) {
+    connect();
+    identify();
+    readAll();
+    tables.FuelMapOut[3] = 99;
+    const auto name = keeper.points().at(0).name;
+    const RestoreChoice choice{.maps = {&Snapshot::fuel}};
+    static_cast<void>(restore(program.restorePoints().context(), name, choice));
+    EXPECT_EQ(tables.FuelMapOut[3], 50);
+    EXPECT_THAT(reasons(), ElementsAre("before: maps restored", "maps read"));
+    static_cast<void>(program.undo().undo(nullptr));
+    static_cast<void>(restore(program.restorePoints().context(), name, choice));
+    EXPECT_THAT(reasons(), ElementsAre("before: maps restored", "maps read"));
 }
 
 TEST_F(KeeperTest, AnEndWithoutDataOfAnEcuMakesNone) {

@@ -1,9 +1,12 @@
 // Undo, redo and revert of the working maps in the whole program, with the keys of the map windows.
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
+#include "keep/compare/FrmCompare.h"
+#include "keep/restore/FrmRestore.h"
 #include "maps/MapForm.h"
 #include "maps/history/FrmHistory.h"
 #include "maps/panes/MapStatus.h"
@@ -520,6 +523,57 @@ TEST_F(HistoryTest, WhileAMapIsSentNobodyWalks) {
     EXPECT_TRUE(seen);
     undo(form.fuel(1));
     EXPECT_EQ(fuel(1), 90);
+}
+
+// A restore and a comparison bring whole maps, of which the ECU would get a part.
+struct BringingTest : HistoryTest {
+    static constexpr auto kWords = "Not while a map is being sent";
+
+    // Sends the fuel map, which is all 91, and does this in the middle of the send.
+    void inTheMiddle(FrmMaps& form, const std::function<void()>& act) {
+        tables.FuelMapOut.fill(91);
+        program.history().look();
+        bool seen = false;
+        at(static_cast<int>(pump.milliseconds()) + 100, [&] {
+            seen = true;
+            act();
+            EXPECT_EQ(tables.FuelMapOut[150], 91);
+        });
+        form.btnWriteFuel.press();
+        EXPECT_TRUE(seen);
+        EXPECT_THAT(sent(), testing::Contains(91).Times(testing::Ge(160)));
+    }
+};
+
+TEST_F(BringingTest, ARestorePointComesOnTheDeskOnlyBeforeOrBehindASend) {
+    auto& form = openMaps();
+    ASSERT_EQ(program.keeper().addByHand(""), "");
+    program.restorePoints().open();
+    auto& shown = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
+    shown.lstPoints.choose(0);
+    const auto restoreFuel = [&] {
+        const keep::RestoreChoice choice{.maps = {&keep::Snapshot::fuel}, .from = keep::MapFrom::Desk};
+        return keep::restore(program.restorePoints().context(), shown.lstPoints.entry(0).name, choice);
+    };
+    inTheMiddle(form, [&] { EXPECT_EQ(restoreFuel(), kWords); });
+    EXPECT_THAT(restoreFuel(), testing::StartsWith("In the working maps now: fuel."));
+    EXPECT_EQ(fuel(150), 90);
+}
+
+TEST_F(BringingTest, AComparisonCopiesOnlyBeforeOrBehindASend) {
+    auto& form = openMaps();
+    ASSERT_EQ(program.keeper().addByHand(""), "");
+    using Kind = keep::Source::Kind;
+    const auto name = program.keeper().points().front().name;
+    program.comparisons().open({Kind::PointDesk, name}, {Kind::Desk, {}});
+    auto& shown = dynamic_cast<keep::FrmCompare&>(*windows.loaded().back());
+    inTheMiddle(form, [&] {
+        shown.btnCopyMap.press();
+        EXPECT_EQ(shown.lblSummary.Caption.get(), kWords);
+    });
+    shown.btnCopyMap.press();
+    EXPECT_EQ(fuel(150), 90);
+    EXPECT_NE(shown.lblSummary.Caption.get(), kWords);
 }
 
 TEST_F(HistoryTest, WhileAMapIsReadBackTheTunerMayWalk) {

@@ -26,7 +26,8 @@ struct SharedTables;
 
 // Replaces the file at `path`. `mapSize` is 160 or 320; with any other number the file begins at Misc. A failure shows
 // the message box "Error save: " and its description, and the file is left as far as it came.
-void SaveSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
+// Returns whether all of it was written.
+bool SaveSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
                       platform::Dialogs& dialogs);
 
 // Where the reading of the tables ended. Numbers without a name here are the phases between these.

@@ -76,7 +76,7 @@ void writeParameters(OutputFile& file, const EepromShadow& tables) {
 
 }  // namespace
 
-void SaveSettingsFile(const fs::path& path, const SharedTables& tables, std::int16_t mapSize,
+bool SaveSettingsFile(const fs::path& path, const SharedTables& tables, std::int16_t mapSize,
                       platform::Dialogs& dialogs) {
     try {
         OutputFile file(path, OutputFile::Mode::Replace);
@@ -86,8 +86,10 @@ void SaveSettingsFile(const fs::path& path, const SharedTables& tables, std::int
         writeTable(file, "PWM", Cells(tables.PwmMapOut).first(kSmallMap), kSmallRow);
         writeParameters(file, tables);
         file.close();
+        return true;
     } catch (const RuntimeError& failure) {
         dialogs.show({"", std::string("Error save: ") + failure.what()});
+        return false;
     }
 }
 

@@ -148,9 +148,12 @@ void MapHistory::collectMap(EditedMap map, bool fills) {
     }
 }
 
-// A byte that is 0 before and behind a read has been read all the same.
+// A byte that is 0 before and behind a read has been read all the same. So has one of a map that was brought back.
 void MapHistory::markFilled(const Cause& cause) {
-    if (!fills(cause.kind)) {
+    if (cause.kind == Kind::Restore) {
+        return markRestored();
+    }
+    if (!fills(cause.kind) && cause.kind != Kind::Copy) {
         return;
     }
     const bool whole = cause.kind == Kind::File;
@@ -158,6 +161,17 @@ void MapHistory::markFilled(const Cause& cause) {
     const auto last = numberOf(cause.map, whole ? kMapSize - 1 : static_cast<std::size_t>(cause.last));
     for (auto number = first; number <= last; ++number) {
         filled_.set(number);
+    }
+}
+
+// A restore brings whole maps.
+void MapHistory::markRestored() {
+    std::bitset<kWorkingMaps.size()> maps;
+    for (const auto& change : scratch_) {
+        maps.set(static_cast<std::size_t>(change.place().map));
+    }
+    for (std::size_t number = 0; number < filled_.size(); ++number) {
+        filled_[number] = filled_[number] || maps[number / kMapSize];
     }
 }
 

@@ -42,7 +42,7 @@ public:
         Cause cause_;
     };
     // Code that takes the maps byte by byte while events run, as a send does: as long as the object exists nobody may
-    // walk. A null pointer means that nobody keeps a history.
+    // walk, nor bring in other maps. A null pointer means that nobody keeps a history.
     class Hold {
     public:
         explicit Hold(MapHistory* history) : history_(history) { count(1); }
@@ -59,6 +59,8 @@ public:
         MapHistory* history_;
     };
     [[nodiscard]] bool isHeld() const { return holds_ > 0; }
+    // What whoever refuses to change the maps meanwhile says.
+    static constexpr auto kHeldText = "Not while a map is being sent";
     // What has changed since the last look is of this cause. For who has changed the maps without a Change.
     void noted(const Cause& cause);
     void look() { noted({}); }
@@ -97,6 +99,7 @@ private:
     void collect(const Cause& cause);
     void collectMap(EditedMap map, bool fills);
     void markFilled(const Cause& cause);
+    void markRestored();
     void keepUndone();
     [[nodiscard]] Changes undoing() const;
     [[nodiscard]] MapStep* stepToJoin(const Cause& cause);

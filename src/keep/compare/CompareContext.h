@@ -32,9 +32,9 @@ struct CompareContext {
     // RuntimeError, with a sentence for the user, for one that can't be read.
     std::function<Snapshot(const std::string& name)> point;
     // Changes cells of a working map (0 fuel, 1 ignition, 2 PWM) by `change`, as one step that can be undone, and has
-    // it drawn.
+    // it drawn. Says why it has not.
     using Change = std::function<void(core::MapImage& desk)>;
-    std::function<void(std::size_t map, int first, int last, const Change& change)> copy;
+    std::function<std::string(std::size_t map, int first, int last, const Change& change)> copy;
     // The keys of undo and redo: what came of it in words, nothing for another key.
     std::function<std::optional<std::string>(int keyCode, int shift)> walkBy = {};
 };

@@ -272,7 +272,7 @@ void FrmCompare::copyCells(int first, int last) {
         return;
     }
     const MapSide from = comparison_->map(map).left;
-    context_.copy(map, first, last, [&](core::MapImage& desk) {
+    notice_ = context_.copy(map, first, last, [&](core::MapImage& desk) {
         for (int cell = first; cell <= last; ++cell) {
             core::checked(desk, cell) = core::checked(from.bytes, cell).value_or(core::checked(desk, cell));
         }

@@ -123,6 +123,19 @@ std::string wordsOf(const PointDifference& difference) {
     return counted(cells, "map cell") + " and " + counted(settings, "setting");
 }
 
+bool hasEdits(const Snapshot& now) {
+    return std::any_of(std::begin(kMaps), std::end(kMaps), [&](auto map) {
+        const auto& [working, kept, edited] = now.*map;
+        return !std::equal(working.begin(), working.end(), edited.begin(),
+                           [](const auto& told, auto desk) { return told.value_or(0) == desk; });
+    });
+}
+
+bool coversDesk(const Snapshot& point, const Snapshot& now) {
+    return std::all_of(std::begin(kMaps), std::end(kMaps),
+                       [&](auto map) { return hasDesk((point.*map).edited, (now.*map).edited); });
+}
+
 bool covers(const Snapshot& point, const Snapshot& now) {
     return isSameEcu(point.ecu, now.ecu) && point.ecu.features == now.ecu.features &&
            std::all_of(std::begin(kMaps), std::end(kMaps), [&](auto map) { return hasAll(point.*map, now.*map); }) &&

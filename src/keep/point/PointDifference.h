@@ -33,4 +33,10 @@ struct PointDifference {
 // unless all its cells are 0.
 [[nodiscard]] bool covers(const Snapshot& point, const Snapshot& now);
 
+// Whether a map on the desk is another than the one on which the ECU runs.
+[[nodiscard]] bool hasEdits(const Snapshot& now);
+
+// Whether `point` has the maps on the desk of `now`, as in covers().
+[[nodiscard]] bool coversDesk(const Snapshot& point, const Snapshot& now);
+
 }  // namespace korvane::keep

@@ -280,8 +280,8 @@ std::string FrmRestore::exportTune(const std::string& name) {
     }
     const auto tables = std::make_unique<core::SharedTables>();
     fillTune(*point.content, *tables);
-    core::SaveSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs);
-    return "Tune: " + path;
+    const bool saved = core::SaveSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs);
+    return saved ? "Tune: " + path : std::string();
 }
 
 std::string FrmRestore::exportImage(const std::string& name) {

@@ -59,7 +59,9 @@ std::string restore(const RestoreContext& context, const std::string& name, cons
     }
     std::string words;
     if (!choice.maps.empty()) {
-        context.toDesk(*point.content, choice);
+        if (auto refusal = context.toDesk(*point.content, choice); !refusal.empty()) {
+            return refusal;
+        }
         const auto other = otherTypeText(*point.content, now);
         words = "In the working maps now: " + listOf(choice) + ". \"Send\" brings them to the ECU." +
                 (other.empty() ? "" : " ") + other;

@@ -22,8 +22,8 @@ struct RestoreChoice {
 // All of it outlives the windows.
 struct RestoreContext {
     Keeper& keeper;
-    // Brings maps into the working maps, as one step that can be undone, and has them drawn.
-    std::function<void(const Snapshot& point, const RestoreChoice& choice)> toDesk;
+    // Brings maps into the working maps, as one step that can be undone, and has them drawn. Says why it has not.
+    std::function<std::string(const Snapshot& point, const RestoreChoice& choice)> toDesk;
     // Opens the comparison of a point with the ECU.
     std::function<void(const std::string& name)> compare;
     RestoreRun& run;

@@ -12,8 +12,6 @@ namespace korvane::maps {
 
 namespace {
 
-constexpr auto kHeld = "Not while a map is being sent";
-
 constexpr int kH = 72;
 constexpr int kY = 89;
 constexpr int kZ = 90;
@@ -100,7 +98,7 @@ void MapUndo::walk(std::size_t place, PaneWindow* window) {
 
 std::string MapUndo::undo(PaneWindow* window) {
     if (history_.isHeld()) {
-        return kHeld;
+        return core::MapHistory::kHeldText;
     }
     history_.look();
     const auto place = history_.place();
@@ -114,7 +112,7 @@ std::string MapUndo::undo(PaneWindow* window) {
 
 std::string MapUndo::redo(PaneWindow* window) {
     if (history_.isHeld()) {
-        return kHeld;
+        return core::MapHistory::kHeldText;
     }
     history_.look();
     const auto place = history_.place();
@@ -128,7 +126,7 @@ std::string MapUndo::redo(PaneWindow* window) {
 
 std::string MapUndo::goTo(std::size_t place, PaneWindow* window) {
     if (history_.isHeld()) {
-        return kHeld;
+        return core::MapHistory::kHeldText;
     }
     walk(place, window);
     return place == 0 ? "Before the first step" : "After: " + history_.step(place).words();
@@ -137,7 +135,7 @@ std::string MapUndo::goTo(std::size_t place, PaneWindow* window) {
 std::string MapUndo::revert(PaneWindow& window) {
     const auto target = window.revertTarget();
     if (history_.isHeld()) {
-        return kHeld;
+        return core::MapHistory::kHeldText;
     }
     if (!target) {
         return "Nothing to revert";

@@ -80,6 +80,7 @@ void FilePane::handOver(bool withPwm) {
 }
 
 void FilePane::acceptMaps(bool withPwm) {
+    paneWindow().context().announceReplacing("file loaded");
     auto& tables = paneWindow().context().tables;
     const core::MapHistory::Change change(paneWindow().context().history, core::Cause::file(withPwm));
     for (const MapImages* map : {&kFuelImages, &kIgnitionImages, &kPwmImages}) {

@@ -1,6 +1,9 @@
 // What the map windows use besides their own controls.
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 #include "core/EepromAccess.h"
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
@@ -25,6 +28,14 @@ struct MapContext {
     core::MapHistory* history = nullptr;  // of the working maps; null where nobody keeps one
     MapUndo* undo = nullptr;              // the keys that walk through it; null together with it
     SteadyTuner* steady = nullptr;        // null where there is none
+    // Told what is about to replace the working maps: "read", "file loaded".
+    std::function<void(std::string_view what)> replacing = {};
+
+    void announceReplacing(std::string_view what) const {
+        if (replacing) {
+            replacing(what);
+        }
+    }
 };
 
 }  // namespace korvane::maps

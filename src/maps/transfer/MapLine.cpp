@@ -59,6 +59,9 @@ void MapLine::request(std::uint8_t command) {
 }
 
 void MapLine::expectAnswer(std::uint8_t command) {
+    if (isOpen()) {
+        context_.announceReplacing("read");
+    }
     context_.connection.diversion.askedOrdinarily({command});
     watch_.begin(command, bytesOf(command, context_.tables.SWType));
 }
