@@ -71,6 +71,7 @@ void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& n
 void FrmSteady::showState() {
     lblState.Caption = steady_.state();
     lblReason.Caption = steady_.whyStopped();
+    lblReason.Visible = !lblReason.Caption.get().empty();
     for (int zone = 0; zone < lblZone.count(); ++zone) {
         lblZone(zone).Caption = steady_.zoneWords(static_cast<std::size_t>(zone));
     }

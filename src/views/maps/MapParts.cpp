@@ -135,8 +135,20 @@ QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* paren
     binder.bind(pane.imgAgentLed, lamp);
     row.addLayout(&agent);
     row.addWidget(&makeBox(pane.chkSimplemode, 'l', binder, &strip));
+    return strip;
+}
+
+QWidget& makeSteadyBox(maps::AnalyserPane& pane, Binder& binder, QWidget* parent) {
+    auto& strip = child<QWidget>(parent);
+    strip.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto& row = child<QHBoxLayout>(&strip);
+    row.setContentsMargins(0, 0, 0, 0);
+    row.setSpacing(kBoxGap);
     row.addWidget(&makeBox(pane.chkSteadyAgent, 0, binder, &strip));
     row.addWidget(&makeDetails(pane, binder, &strip));
+    row.addStretch(1);
+    ObjectPart::bind(binder, {&pane.chkSteadyAgent},
+                     [&pane, &strip] { strip.setVisible(pane.chkSteadyAgent.Visible); });
     return strip;
 }
 

@@ -49,6 +49,9 @@ QWidget& makeMapBar(const MapBar& bar, WindowView& view, QWidget* parent);
 // The boxes that belong to the analyser and its agent; visible while it is shown.
 QWidget& makeAgentBoxes(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
 
+// The box of the steady agent and the button for its window; visible with them.
+QWidget& makeSteadyBox(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
+
 // The switch of the analyser and the buttons of its targets.
 Card& makeAnalyserCard(maps::AnalyserPane& pane, Binder& binder, QWidget* parent);
 

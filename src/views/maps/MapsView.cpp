@@ -15,6 +15,8 @@ namespace korvane::views {
 
 namespace {
 
+constexpr int kAgentGap = 16;
+
 constexpr QSizeF kUsual{105, 56};  // text sizes
 constexpr double kSmallestText = 0.8;
 
@@ -121,7 +123,11 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
         auto& page = stack.addPage();
         auto& rows = layoutIn<QVBoxLayout>(&page);
         if (boxes) {
-            rows.addWidget(&makeAgentBoxes(window, binder(), &page), 0, Qt::AlignLeft);
+            auto& agents = layoutIn<QHBoxLayout>(kNobody);
+            agents.setSpacing(kAgentGap);
+            agents.addWidget(&makeAgentBoxes(window, binder(), &page));
+            agents.addWidget(&makeSteadyBox(window, binder(), &page), 1);
+            rows.addLayout(&agents);
         }
         auto& pane = card(frame, grid, name, &page);
         rows.addWidget(&pane, 1);
@@ -213,6 +219,7 @@ void FrmMapsLargeView::addCommands(maps::FrmMaps_Large& window) {
     addLive(live);
     live.addBox(window.chkFocusOnMAP, 'k', 0);
     right().addWidget(&live.card());
+    right().addWidget(&makeSteadyBox(window, binder(), &content()));
 }
 
 }  // namespace korvane::views
