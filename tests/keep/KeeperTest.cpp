@@ -339,8 +339,8 @@ TEST_F(KeeperTest, EditsThatAReadReplacesAreKept) {
     form.btnReadFuel.press();
     readAll();
     program.quit();
-    ASSERT_THAT(reasons(), ElementsAre("before: read", "maps read"));
-    EXPECT_EQ(newest().fuel.edited[3], 99);
+    ASSERT_THAT(reasons(), ElementsAre("end of the program", "before: read", "maps read"));
+    EXPECT_EQ(keeper.load(keeper.points().at(1).name).content->fuel.edited[3], 99);
 }
 
 TEST_F(KeeperTest, EditsThatARestoreReplacesAreKeptOnce) {

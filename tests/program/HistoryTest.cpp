@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "keep/compare/FrmCompare.h"
-#include "keep/restore/FrmRestore.h"
+#include "keep/restore/RestoreContext.h"
 #include "maps/MapForm.h"
 #include "maps/history/FrmHistory.h"
 #include "maps/panes/MapStatus.h"
@@ -548,12 +548,9 @@ struct BringingTest : HistoryTest {
 TEST_F(BringingTest, ARestorePointComesOnTheDeskOnlyBeforeOrBehindASend) {
     auto& form = openMaps();
     ASSERT_EQ(program.keeper().addByHand(""), "");
-    program.restorePoints().open();
-    auto& shown = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
-    shown.lstPoints.choose(0);
-    const auto restoreFuel = [&] {
+    const auto restoreFuel = [&, name = program.keeper().points().front().name] {
         const keep::RestoreChoice choice{.maps = {&keep::Snapshot::fuel}, .from = keep::MapFrom::Desk};
-        return keep::restore(program.restorePoints().context(), shown.lstPoints.entry(0).name, choice);
+        return keep::restore(program.restorePoints().context(), name, choice);
     };
     inTheMiddle(form, [&] { EXPECT_EQ(restoreFuel(), kWords); });
     EXPECT_THAT(restoreFuel(), testing::StartsWith("In the working maps now: fuel."));
