@@ -113,6 +113,20 @@ TEST_F(TransferResultTest, ASendIsAcknowledgedOrRefused) {
     EXPECT_EQ(result_.text(), "Ignition: refused");
 }
 
+TEST_F(TransferResultTest, ASendThatAnotherTransferWasMixedIntoIsNoSuccess) {
+    result_.begin('F', 1);
+    result_.begin('f', 160);
+    hear('F', kTaken);
+    EXPECT_EQ(result_.text(), "Fuel send: acknowledged, but mixed with another transfer; Fuel read: waiting");
+    EXPECT_TRUE(result_.hasFailed());
+    result_.silent();
+    result_.begin('a', 160);
+    result_.begin('F', 1);
+    hear('F', kTaken);
+    EXPECT_EQ(result_.text(), "Ignition: waiting; Fuel: acknowledged");
+    EXPECT_FALSE(result_.hasFailed());
+}
+
 TEST_F(TransferResultTest, OneAcknowledgedHalfIsNotTheMap) {
     result_.begin('F', 2);
     hear('F', kTaken);

@@ -141,9 +141,9 @@ bool TransferResult::isWaiting() const {
 }
 
 bool TransferResult::hasFailed() const {
-    return std::any_of(exchanges_.begin(), exchanges_.end(), [](const Exchange& each) {
+    return std::any_of(exchanges_.begin(), exchanges_.end(), [this](const Exchange& each) {
         const bool lacksAnswer = each.state == State::Silent && each.kind->answer != Answer::None;
-        return lacksAnswer || each.state == State::Refused || each.state == State::Closed ||
+        return lacksAnswer || isMixed(each) || each.state == State::Refused || each.state == State::Closed ||
                each.state == State::WasClosed;
     });
 }
@@ -199,11 +199,20 @@ std::string TransferResult::nameOf(const Exchange& exchange) const {
     return std::string(exchange.kind->name) + (alike == 1 ? "" : isRead ? " read" : " send");
 }
 
+// Bytes of a transfer that begins before a send is answered go out among those of the send: what the ECU acknowledges
+// may be another map then.
+bool TransferResult::isMixed(const Exchange& exchange) const {
+    return exchange.kind->answer == Answer::Status && exchange.state == State::Whole && &exchange != &exchanges_.back();
+}
+
 // Transfers of the same verdict share it.
 std::string TransferResult::text() const {
     std::vector<std::pair<std::string, std::string>> groups;
     for (const auto& exchange : exchanges_) {
-        const auto said = verdict(exchange, exchanges_.size() == 1);
+        auto said = verdict(exchange, exchanges_.size() == 1);
+        if (isMixed(exchange)) {
+            said += ", but mixed with another transfer";
+        }
         const auto same =
             std::find_if(groups.begin(), groups.end(), [&](const auto& each) { return each.second == said; });
         if (same == groups.end()) {

@@ -31,7 +31,7 @@ public:
     void lineOpened();
 
     [[nodiscard]] bool isWaiting() const;
-    // Whether a transfer ended without the answer that it should have.
+    // Whether a transfer ended without the answer that it should have, or an acknowledged send was mixed with another.
     [[nodiscard]] bool hasFailed() const;
     // "Fuel: 160 of 160 bytes", "Fuel, Ignition: no answer", "Fuel read: complete; Fuel send: acknowledged" where a map
     // is read and sent at once; empty before the first transfer.
@@ -60,6 +60,7 @@ private:
     };
 
     [[nodiscard]] std::string nameOf(const Exchange& exchange) const;
+    [[nodiscard]] bool isMixed(const Exchange& exchange) const;
     [[nodiscard]] static std::string verdict(const Exchange& exchange, bool alone);
     [[nodiscard]] static std::string silence(const Exchange& exchange);
     [[nodiscard]] static const Kind* kindOf(std::uint8_t command);
