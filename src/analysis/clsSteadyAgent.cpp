@@ -15,6 +15,12 @@ namespace {
 
 constexpr int kTick = 100;  // ms
 
+// Targets are air-fuel ratios. The keys stop at 10 and 16, a step beyond at the most.
+constexpr float kRichestTarget = 9.5F;
+constexpr float kLeanestTarget = 16.5F;
+
+constexpr platform::Micros kAskedFor = 10 * platform::kMicrosPerSecond;
+
 std::string counted(std::size_t cells) {
     return std::to_string(cells) + (cells == 1 ? " cell" : " cells");
 }
@@ -164,6 +170,31 @@ std::string clsSteadyAgent::findBaseline(const maps::MapGeometry& geometry) {
     return !failure.empty() || baseline_ ? failure : saveBaseline(geometry);
 }
 
+std::string clsSteadyAgent::targetRefusal(const maps::MapGeometry& geometry) const {
+    for (std::size_t cell = 0; cell < gridOf(geometry).cells(); ++cell) {
+        const float target = parts_.analyser.Setpointget(static_cast<std::int32_t>(cell));
+        if (!(target >= kRichestTarget && target <= kLeanestTarget)) {
+            return "the target of cell " + std::to_string(cell + 1) + " is not from 10 to 16";
+        }
+    }
+    return {};
+}
+
+// Where the map was never the agent's, as another tune's or another car's.
+std::size_t clsSteadyAgent::cellsBeyond(const maps::MapGeometry& geometry) const {
+    const auto setup = setupFor(geometry);
+    const auto cells = cellsOf(setup.grid);
+    std::size_t beyond = 0;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        beyond += authorityOf(setup, baseline_->cells[cell]).holds(cells[cell]) ? 0 : 1;
+    }
+    return beyond;
+}
+
+std::string clsSteadyAgent::baselineWords() const {
+    return "the baseline of " + core::dateText(baseline_->time) + ' ' + core::timeText(baseline_->time);
+}
+
 std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
     if (putsBack() || !sender_.isEmpty()) {
         return "cells are still being put back";
@@ -179,8 +210,18 @@ std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
     if (facts_.lambdaControl) {
         return std::string(wordsOf(steady::StopReason::LambdaControl));
     }
-    auto failure = mapRefusal(geometry);
-    return failure.empty() ? findBaseline(geometry) : failure;
+    for (auto failure : {mapRefusal(geometry), targetRefusal(geometry)}) {
+        if (!failure.empty()) {
+            return failure;
+        }
+    }
+    if (auto failure = findBaseline(geometry); !failure.empty()) {
+        return failure;
+    }
+    const auto beyond = cellsBeyond(geometry);
+    return beyond == 0 ? std::string()
+                       : counted(beyond) + " farther from " + baselineWords() +
+                             " than the agent may go: take a new baseline, or put back (F8)";
 }
 
 bool clsSteadyAgent::start(const maps::MapGeometry& geometry, const void* window) {
@@ -250,18 +291,45 @@ std::string clsSteadyAgent::putBack(const maps::MapGeometry& geometry) {
         if (!baseline_) {
             return "Nothing to put back: no baseline is kept for this ECU";
         }
+        if (const auto beyond = cellsBeyond(geometry); beyond > 0 && !isConfirmed()) {
+            return counted(beyond) + " farther from " + baselineWords() +
+                   " than the agent may go. Once more within ten seconds puts them back";
+        }
         begin(geometry);
-    }
-    const auto cells = cellsOf(agent_.setup().grid);
-    std::size_t differing = 0;
-    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
-        differing += cells[cell] != baseline_->cells[cell] ? 1 : 0;
     }
     reason_.clear();
     parts_.history.agentBegins();
+    const auto differing = prepareWayBack();
     agent_.putBack();
-    return "Put back to the baseline of " + core::dateText(baseline_->time) + ' ' + core::timeText(baseline_->time) +
-           ": " + counted(differing);
+    return "Put back to " + baselineWords() + ": " + counted(differing);
+}
+
+bool clsSteadyAgent::isConfirmed() {
+    const auto now = parts_.machine.pump.now();
+    const auto asked = std::exchange(asked_, now);
+    const bool confirmed = asked && now - *asked <= kAskedFor;
+    if (confirmed) {
+        asked_.reset();
+    }
+    return confirmed;
+}
+
+// The agent hears of the edits since its last turn. Cells that lost their way to the engine go out again.
+std::size_t clsSteadyAgent::prepareWayBack() {
+    const auto cells = cellsOf(agent_.setup().grid);
+    std::size_t differing = 0;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        const auto working = parts_.connection.ecuMaps.fuel.working(cell);
+        if (cells[cell] != agent_.map()[cell]) {
+            agent_.cellEdited(cell, cells[cell]);
+        }
+        if (cells[cell] != baseline_->cells[cell]) {
+            ++differing;
+        } else if (working && *working != cells[cell]) {
+            sender_.add(cell);
+        }
+    }
+    return differing;
 }
 
 std::string clsSteadyAgent::newBaseline(const maps::MapGeometry& geometry) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -76,10 +77,19 @@ private:
     // Each says in words why it can't be done; empty if it can.
     [[nodiscard]] std::string refusal(const maps::MapGeometry& geometry);
     [[nodiscard]] std::string mapRefusal(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] std::string targetRefusal(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::string findBaseline(const maps::MapGeometry& geometry);
     [[nodiscard]] std::string saveBaseline(const maps::MapGeometry& geometry);
     [[nodiscard]] std::string loadBaseline(const maps::MapGeometry& geometry);
     [[nodiscard]] std::string reasonToStop() const;
+
+    // How many cells are farther from the baseline than the authority lets the agent go.
+    [[nodiscard]] std::size_t cellsBeyond(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] std::string baselineWords() const;
+    // Whether this is asked for the second time.
+    [[nodiscard]] bool isConfirmed();
+    // How many cells differ from the baseline.
+    std::size_t prepareWayBack();
 
     [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
     void begin(const maps::MapGeometry& geometry);
@@ -107,6 +117,7 @@ private:
     platform::Micros last_ = 0;
     double seconds_ = 0.0;  // of the agent's clock
     bool paused_ = false;
+    std::optional<platform::Micros> asked_;  // whether to put back so much
 };
 
 }  // namespace korvane::analysis

@@ -139,7 +139,7 @@ protected:
 TEST_F(KeepStory, EditReadByMistakeUndoSendCompareRestoreVerify) {
     editReadByMistakeAndUndo();
     send();
-    auto& points = pickPoint("before: fuel map");
+    auto& points = pickPoint("before: read");
     compare(points);
     restore(points, "In the working maps now: ");
     EXPECT_EQ(fuel(), before_);

@@ -1,6 +1,7 @@
 // The steady agent in the whole program, on the virtual ECU.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "ecu/VirtualEcu.h"
 #include "link/Frames.h"
@@ -195,6 +196,56 @@ TEST_F(SteadyRunTest, AnEditThatWasSentIsTakenAndOneThatWasNotStopsIt) {
     maps().fuel(17).KeyDown(kKeyPlus, 0);
     wait(kSecond);
     EXPECT_EQ(agent().whyStopped(), "cells of the fuel map were changed and not sent");
+}
+
+TEST_F(SteadyRunTest, F8RightBehindAnEditPutsThatBackAsWell) {
+    maps().chkSteadyAgent.press();
+    ASSERT_EQ(agent().whyStopped(), "");
+    map().at(17) = static_cast<std::uint8_t>(start_.at(17) + 1);
+    EXPECT_TRUE(maps().offerKey(kF8, 0));
+    wait(5 * kSecond);
+    EXPECT_EQ(map(), start_);
+    EXPECT_EQ(agent().whyStopped(), "put back by the tuner");
+}
+
+TEST_F(SteadyRunTest, F8SendsWhatTheEngineLostOnItsWay) {
+    maps().chkSteadyAgent.press();
+    ASSERT_EQ(agent().whyStopped(), "");
+    program_.window.ecuMaps.fuel.changed(17, static_cast<std::uint8_t>(start_.at(17) + 2));
+    ASSERT_EQ(unsent(), 1U);
+    EXPECT_TRUE(maps().offerKey(kF8, 0));
+    wait(5 * kSecond);
+    EXPECT_EQ(unsent(), 0U);
+}
+
+// A quarter more is beyond what the agent may do.
+TEST_F(SteadyRunTest, AMapThatIsNotTheBaselinesIsNeitherCorrectedNorPutBackWithoutASecondPress) {
+    maps().chkSteadyAgent.press();
+    ASSERT_EQ(agent().whyStopped(), "");
+    maps().chkSteadyAgent.press();
+    for (const std::size_t cell : {40U, 41U}) {
+        map().at(cell) = static_cast<std::uint8_t>(start_.at(cell) * 5 / 4);
+        program_.window.ecuMaps.fuel.changed(cell, map().at(cell));
+    }
+    maps().chkSteadyAgent.press();
+    EXPECT_THAT(agent().whyStopped(), testing::StartsWith("2 cells farther from the baseline of "));
+    EXPECT_THAT(agent().putBack(maps::kOrdinaryMaps), testing::StartsWith("2 cells farther from the baseline of "));
+    wait(11 * kSecond);
+    EXPECT_NE(map(), start_);
+    EXPECT_THAT(agent().putBack(maps::kOrdinaryMaps), testing::StartsWith("2 cells farther from the baseline of "));
+    EXPECT_THAT(agent().putBack(maps::kOrdinaryMaps), testing::StartsWith("Put back to the baseline of "));
+    wait(5 * kSecond);
+    EXPECT_EQ(map(), start_);
+}
+
+TEST_F(SteadyRunTest, ATargetThatIsNoMixtureKeepsItFromStarting) {
+    auto& analyser = program_.program.analyser();
+    for (const float target : {0.0F, -1.0F, 147.0F, std::numeric_limits<float>::quiet_NaN()}) {
+        analyser.Setpoint(target, 150);
+        maps().chkSteadyAgent.press();
+        EXPECT_EQ(agent().whyStopped(), "the target of cell 151 is not from 10 to 16") << target;
+        EXPECT_FALSE(agent().isOn(&maps()));
+    }
 }
 
 TEST_F(SteadyRunTest, ANewTargetIsTaken) {

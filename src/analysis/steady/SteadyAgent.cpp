@@ -51,7 +51,9 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
 }
 
 void SteadyAgent::setTarget(std::size_t cell, float lambda) {
-    if (cell < setup_.targets.size() && lambda > 0.0F) {
+    constexpr float kRichest = 9.5F;
+    constexpr float kLeanest = 16.5F;
+    if (cell < setup_.targets.size() && lambda >= kRichest && lambda <= kLeanest) {
         setup_.targets[cell] = lambda;
     }
 }
