@@ -73,6 +73,9 @@ TEST_F(SteadyViewTest, F8OnTheGridPutsBack) {
     grid.setFocus();
     key(grid, Qt::Key_F8, Qt::NoModifier);
     pump.wait(1000);
+    EXPECT_EQ(tables.FuelMapOut.at(17), 77) << "farther than the agent goes: asked for twice";
+    key(grid, Qt::Key_F8, Qt::NoModifier);
+    pump.wait(1000);
     EXPECT_EQ(tables.FuelMapOut.at(17), 0);
 }
 
