@@ -22,7 +22,6 @@ public:
     void add(std::size_t cell);
     // Sends what may be sent now, and goes on by itself.
     void send();
-    void drop() { waiting_.reset(); }
     [[nodiscard]] bool isEmpty() const { return waiting_.none(); }
 
     // The line takes nothing any more; what waited is dropped.
@@ -33,6 +32,7 @@ private:
     [[nodiscard]] bool isBlocked();
     void sendNext();
     void refuse();
+    void drop() { waiting_.reset(); }
 
     core::MapImages& tables_;
     link::ConnectionPanel& connection_;

@@ -15,10 +15,6 @@ namespace {
 
 constexpr int kTick = 100;  // ms
 
-// Targets are air-fuel ratios. The keys stop at 10 and 16, a step beyond at the most.
-constexpr float kRichestTarget = 9.5F;
-constexpr float kLeanestTarget = 16.5F;
-
 constexpr platform::Micros kAskedFor = 10 * platform::kMicrosPerSecond;
 
 std::string counted(std::size_t cells) {
@@ -172,8 +168,7 @@ std::string clsSteadyAgent::findBaseline(const maps::MapGeometry& geometry) {
 
 std::string clsSteadyAgent::targetRefusal(const maps::MapGeometry& geometry) const {
     for (std::size_t cell = 0; cell < gridOf(geometry).cells(); ++cell) {
-        const float target = parts_.analyser.Setpointget(static_cast<std::int32_t>(cell));
-        if (!(target >= kRichestTarget && target <= kLeanestTarget)) {
+        if (!steady::isTarget(parts_.analyser.Setpointget(static_cast<std::int32_t>(cell)))) {
             return "the target of cell " + std::to_string(cell + 1) + " is not from 10 to 16";
         }
     }

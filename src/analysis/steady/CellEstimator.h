@@ -52,11 +52,8 @@ public:
     [[nodiscard]] CellNeed carried(std::size_t index, Firmware firmware) const;
     // The need at a place as it is estimated now.
     [[nodiscard]] double at(const Place& place) const;
-    // Root mean square of what the samples differ by from at(), as a share of the fuel.
-    [[nodiscard]] double residual() const { return residual_; }
     // Of the fuel that wets the walls.
     [[nodiscard]] double wallShare() const { return film_.share(); }
-    [[nodiscard]] bool waiting() const { return waits_; }
 
 private:
     // The upper triangle of the equations: a cell with itself, right, down left, down, down right.
@@ -107,7 +104,7 @@ private:
     std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
     std::size_t lastCell_ = kMostCells;  // in which a sample was
-    double residual_ = 0.0;
+    double residual_ = 0.0;  // root mean square of what the samples differ by from at(), as a share of the fuel
     bool waits_ = false;
 };
 

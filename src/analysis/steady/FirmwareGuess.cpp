@@ -23,7 +23,6 @@ void FirmwareGuess::add(double duty, double rpm, double oneByte, double fourByte
     const double seen = std::log(duty / rpm) + 10.0;
     one_.add(seen - oneByte, share);
     four_.add(seen - fourBytes, share);
-    apart_.add(oneByte - fourBytes, share);
     ++count_;
     decide();
 }

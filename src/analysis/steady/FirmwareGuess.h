@@ -28,7 +28,6 @@ private:
 
     Spread one_;
     Spread four_;
-    Spread apart_;
     double weight_ = 0.0;
     int count_ = 0;
     Firmware firmware_ = Firmware::Unknown;

@@ -51,9 +51,7 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
 }
 
 void SteadyAgent::setTarget(std::size_t cell, float lambda) {
-    constexpr float kRichest = 9.5F;
-    constexpr float kLeanest = 16.5F;
-    if (cell < setup_.targets.size() && lambda >= kRichest && lambda <= kLeanest) {
+    if (cell < setup_.targets.size() && isTarget(lambda)) {
         setup_.targets[cell] = lambda;
     }
 }

@@ -69,7 +69,7 @@ public:
     void sendRefused() { fault(StopReason::SendRefused); }
     // Somebody else has changed the cell of the working map.
     void cellEdited(std::size_t cell, std::uint8_t byte);
-    // The target of a cell, while it works; one that is no mixture for driving, from 9.5 to 16.5, is not taken.
+    // The target of a cell, while it works; one that is none, by isTarget(), is not taken.
     void setTarget(std::size_t cell, float lambda);
     // The delay of a zone as the tuner fixes it, in ms; 0: it is estimated again.
     void fixDelay(std::size_t zone, double delayMs) { delays_.fix(zone, delayMs); }

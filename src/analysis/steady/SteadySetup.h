@@ -18,6 +18,11 @@ using MapBytes = std::array<std::uint8_t, kMostCells>;
     return targets;
 }
 
+// Whether it is a mixture to drive with, as an air-fuel ratio. The keys stop at 10 and 16, a step beyond at the most.
+[[nodiscard]] constexpr bool isTarget(float ratio) {
+    return ratio >= 9.5F && ratio <= 16.5F;
+}
+
 struct SteadySetup {
     Grid grid;
     // Map counts that the injection offset adds to each cell; fuel is proportional to the byte and it.
