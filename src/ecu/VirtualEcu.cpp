@@ -20,6 +20,7 @@ constexpr std::uint64_t kLineSeed = 0x4C696E65;
 constexpr std::uint64_t kSensorSeed = 0x53656E73;
 constexpr std::uint64_t kIgnitionBoxSeed = 0x49676E42;
 constexpr std::uint64_t kPowerSeed = 0x506F7772;
+constexpr std::uint64_t kWiringSeed = 0x57697265;
 
 }  // namespace
 
@@ -28,40 +29,60 @@ VirtualEcu::VirtualEcu(const EcuSettings& settings)
       memory_(firmwareType(settings.type), settings.eeprom, settings.mapFault),
       engine_(settings.seed),
       queue_(settings.seed ^ kLineSeed),
+      wiring_(settings.seed ^ kWiringSeed),
       sensors_(settings.seed ^ kSensorSeed),
       ignitionBox_(settings.seed ^ kIgnitionBoxSeed),
       power_(settings.seed ^ kPowerSeed),
       on_(settings.powered) {
     startEngine();
     changeFaults(0);
+    changeWiring(0);
+}
+
+void VirtualEcu::setBaud(int baud) {
+    queue_.setBaud(baud);
+    wiring_.setBaud(baud);
 }
 
 void VirtualEcu::receive(std::uint8_t byte, Micros at) {
     awake(at);
+    if (wiring_.isEcho()) {
+        queue_.send(std::array{byte}, at);
+        return;
+    }
     if (!on_) {
         return;
     }
     if (at >= bootEnd_) {
-        parser_.feed(byte, at, *this);
+        parser_.feed(wiring_.read(byte), at, *this);
         countTowardsRestart(at);
     }
     countTowardsCut(at);
 }
 
 std::optional<Micros> VirtualEcu::nextDue() const {
-    const auto line = queue_.nextDue();
-    const auto decision = parser_.shortFormEnd();
-    if (!decision) {
-        return line;
+    auto first = queue_.nextDue();
+    const auto orAt = [&first](std::optional<Micros> due) {
+        if (due && (!first || *due < *first)) {
+            first = due;
+        }
+    };
+    if (const auto decision = parser_.shortFormEnd()) {
+        orAt(*decision + queue_.duration(1));
     }
-    const Micros answered = *decision + queue_.duration(1);
-    return line ? std::min(*line, answered) : answered;
+    orAt(wiring_.nextStray());
+    return first;
 }
 
 void VirtualEcu::take(Micros at, std::vector<std::uint8_t>& out) {
     awake(at);
     parser_.settle(at, *this);
+    const auto before = out.size();
     queue_.take(at, out);
+    wiring_.readAll(std::span(out).subspan(before));
+    while (const auto stray = wiring_.takeStray(at)) {
+        out.push_back(*stray);
+    }
 }
 
 std::string VirtualEcu::finish() const {
@@ -163,6 +184,7 @@ const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
     {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
     {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
     {"power", &VirtualEcu::changePower}, {"alarm", &VirtualEcu::changeAlarm}, {"mapfault", &VirtualEcu::changeMapFault},
+    {"speed", &VirtualEcu::changeWiring}, {"echo", &VirtualEcu::changeWiring}, {"stray", &VirtualEcu::changeWiring},
 };
 
 std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {
@@ -204,10 +226,15 @@ void VirtualEcu::changeSeed(Micros) {
     sensors_ = Noise(settings_.seed ^ kSensorSeed);
     ignitionBox_ = Noise(settings_.seed ^ kIgnitionBoxSeed);
     power_ = Noise(settings_.seed ^ kPowerSeed);
+    wiring_.reseed(settings_.seed ^ kWiringSeed);
 }
 
 void VirtualEcu::changeFaults(Micros) {
     queue_.setFaults({.lose = settings_.lose, .flip = settings_.flip, .add = settings_.add});
+}
+
+void VirtualEcu::changeWiring(Micros at) {
+    wiring_.setFaults(settings_.wiring, at);
 }
 
 void VirtualEcu::changePower(Micros at) {

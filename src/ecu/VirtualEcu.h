@@ -18,6 +18,7 @@
 #include "ecu/memory/FirmwareMemory.h"
 #include "ecu/server/EcuSettings.h"
 #include "ecu/server/LineQueue.h"
+#include "ecu/server/Wiring.h"
 
 namespace korvane::ecu {
 
@@ -29,7 +30,7 @@ public:
     explicit VirtualEcu(const EcuSettings& settings = {});
 
     // Baud rate of the line (default 57600); a byte takes 10 bit times. Holds for answers from now on.
-    void setBaud(int baud) { queue_.setBaud(baud); }
+    void setBaud(int baud);
     // One byte from the PC whose last bit arrived at `at`.
     void receive(std::uint8_t byte, Micros at);
     // When the next byte towards the PC has arrived there in full, or nullopt when nothing is under way. While the ECU
@@ -126,6 +127,7 @@ private:
     void changeDrive(Micros) { engine_.drive(settings_.drive); }
     void changeMapFault(Micros at) { memory_.storeFactoryFuel(settings_.mapFault, at); }
     void changeFaults(Micros);
+    void changeWiring(Micros at);
     void changePower(Micros at);
     void changeAlarm(Micros at);
 
@@ -134,6 +136,7 @@ private:
     EngineModel engine_;
     CommandParser parser_;
     LineQueue queue_;
+    Wiring wiring_;
     Noise sensors_;
     Noise ignitionBox_;
     Noise power_;

@@ -43,6 +43,9 @@ using core::complement;
     return {command, complement(command)};
 }
 
+// Asks the ECU for its identity. The ECU changes nothing for it.
+inline constexpr std::array<std::uint8_t, 3> kIdentityRequest{kAskIdentity, 0, complement(kAskIdentity)};
+
 // One cell of a map or table. Cell and value are sent twice, so that the ECU can check them:
 //
 //     command  cell  cell  value  value  ~command

@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "core/tables/ModuleReg.h"
 #include "link/Commands.h"
+#include "link/Speeds.h"
 #include "link/W32Comms.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
@@ -17,7 +18,6 @@ namespace korvane::link {
 
 namespace {
 
-constexpr std::array kSpeeds{"9600", "19200", "38400", "57600", "76800", "115200", "230400"};
 constexpr int kPortCount = 15;
 constexpr int kSpeedWhenUnknown = 3;  // 57600
 constexpr int kRefreshStep = 25;      // ms between two rows of the list
@@ -25,7 +25,6 @@ constexpr int kFastestRefresh = 10;   // ms, the list's first row
 constexpr int kRefreshCount = 12;
 
 constexpr std::array<std::uint8_t, 1> kLiveRequest{kAskLiveData};
-constexpr std::array<std::uint8_t, 3> kIdentityRequest{kAskIdentity, 0, complement(kAskIdentity)};
 
 // A handler that waits lets the next frame be handled before its own has ended. A line that is never silent must not
 // nest them without limit: beyond this depth the bytes stay in the buffer until an outer run takes them.
@@ -88,8 +87,8 @@ void Connection::fillLists() {
         panel_.ComboPort.AddItem("COM" + std::to_string(port));
     }
     panel_.ComboPort.ListIndex = rowOr0(remembered("Port"), panel_.ComboPort);
-    for (const auto* speed : kSpeeds) {
-        panel_.ComboBaud.AddItem(speed);
+    for (const int speed : kSpeeds) {
+        panel_.ComboBaud.AddItem(std::to_string(speed));
     }
     const int speed = rowOr0(remembered("Speed"), panel_.ComboBaud);
     panel_.ComboBaud.ListIndex = speed == 0 ? kSpeedWhenUnknown : speed;
@@ -100,7 +99,7 @@ void Connection::fillLists() {
     // The interval follows the list from the start, but only the tuner starts the polling.
     panel_.TimerRequestData.Enabled = false;
     std::transform(kSpeeds.begin(), kSpeeds.end(), panel_.baudSettings.begin(),
-                   [](const char* each) { return std::string(each) + ",N,8,1"; });
+                   [](int each) { return std::to_string(each) + ",N,8,1"; });
     showPortDevices();
 }
 

@@ -6,6 +6,8 @@
 #include <span>
 #include <string>
 
+#include "platform/PortFacts.h"
+
 namespace korvane::platform {
 
 class LineListener {
@@ -29,6 +31,9 @@ public:
 
     // The device that COM`port` means, for people: "/dev/ttyUSB0, USB serial adapter". Empty if there is none now.
     [[nodiscard]] virtual std::string deviceOf(int port) = 0;
+
+    // What can be found out about the device behind COM`port` without opening it.
+    [[nodiscard]] virtual PortFacts factsOf(int port) { return {.device = deviceOf(port)}; }
 
     virtual void write(std::span<const std::uint8_t> bytes) = 0;
     // Bytes written that have not left the machine yet.

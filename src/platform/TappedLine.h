@@ -38,6 +38,7 @@ public:
     void open(int port, int baud, LineListener& listener) override;
     void close() override;
     [[nodiscard]] std::string deviceOf(int port) override { return line_.deviceOf(port); }
+    [[nodiscard]] PortFacts factsOf(int port) override { return line_.factsOf(port); }
     void write(std::span<const std::uint8_t> bytes) override;
     [[nodiscard]] std::size_t pendingOutput() override { return line_.pendingOutput(); }
     [[nodiscard]] bool mayFlood() const override { return line_.mayFlood(); }

@@ -23,11 +23,16 @@ Value& valueIn(EcuSettings& settings, Value EngineConditions::*member) {
     return settings.conditions.*member;
 }
 
+template <typename Value>
+Value& valueIn(EcuSettings& settings, Value WiringFaults::*member) {
+    return settings.wiring.*member;
+}
+
 template <auto Member, int Low, int High>
 bool readInt(EcuSettings& settings, std::string_view value) {
     const auto number = parseNumber<int>(value, Low, High);
     if (number) {
-        settings.*Member = *number;
+        valueIn(settings, Member) = *number;
     }
     return number.has_value();
 }
@@ -61,6 +66,16 @@ bool readName(EcuSettings& settings, std::string_view value) {
         }
     }
     return false;
+}
+
+bool readSpeed(EcuSettings& settings, std::string_view value) {
+    constexpr std::array kSpeeds{0, 9600, 19200, 38400, 57600, 76800, 115200, 230400};
+    const auto speed = parseNumber<int>(value);
+    const bool known = speed && std::ranges::find(kSpeeds, *speed) != kSpeeds.end();
+    if (known) {
+        settings.wiring.speed = *speed;
+    }
+    return known;
 }
 
 constexpr std::string_view kUsual = "usual";
@@ -162,8 +177,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 32>& keys() {
-    static constexpr std::array<Key, 32> kKeys = {{
+const std::array<Key, 35>& keys() {
+    static constexpr std::array<Key, 35> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -199,6 +214,13 @@ const std::array<Key, 32>& keys() {
         {{"lose", "0 to 1", "chance for a byte towards the PC to get lost"}, readChance<&EcuSettings::lose>},
         {{"flip", "0 to 1", "chance for a byte towards the PC to get one bit flipped"}, readChance<&EcuSettings::flip>},
         {{"add", "0 to 1", "chance for a stray byte before a byte towards the PC"}, readChance<&EcuSettings::add>},
+        {{"speed", "0, 9600, 19200, 38400, 57600, 76800, 115200 or 230400",
+          "baud rate at which it speaks and hears; 0 for that of the PC"},
+         readSpeed},
+        {{"echo", "0 or 1", "the PC hears what it sends, and nothing reaches the ECU"},
+         readSwitch<&WiringFaults::echo>},
+        {{"stray", "0 to 1000", "bytes a second that the PC hears and nobody sent"},
+         readInt<&WiringFaults::stray, 0, 1000>},
         {{"ignfault", "0 to 1", "chance for a debug word of the ignition box to be damaged"},
          readChance<&EcuSettings::ignitionFault>},
         {{"late", "0 to 10000", "milliseconds by which every answer comes later"},

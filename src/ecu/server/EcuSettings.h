@@ -10,6 +10,7 @@
 #include "ecu/engine/Drive.h"
 #include "ecu/engine/EngineConditions.h"
 #include "ecu/engine/EngineNeed.h"
+#include "ecu/server/Wiring.h"
 
 namespace korvane::ecu {
 
@@ -29,6 +30,7 @@ struct EcuSettings {
     double lose = 0.0;                 // chances for each byte towards the PC
     double flip = 0.0;
     double add = 0.0;
+    WiringFaults wiring;
     double ignitionFault = 0.0;  // chance for each debug word of the ignition box to be damaged
     int lateMs = 0;
     bool silent = false;

@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/qt/PortProbe.h"
 #include "platform/qt/SerialHandle.h"
 
 namespace korvane::platform {
@@ -55,6 +56,18 @@ void QtSerialLine::open(int port, int baud, LineListener& listener) {
     device_ = "COM" + std::to_string(port) + " (" + attempt.path + ")";
     openDevice(std::move(attempt));
     listener_ = &listener;
+}
+
+PortFacts QtSerialLine::factsOf(int port) {
+    const auto ports = ports_.ports();
+    const auto own = ports.find(port);
+    auto facts = own == ports.end() ? PortFacts{.kind = PortFacts::Kind::NoDevice} : probePort(own->second.path);
+    for (const auto& [number, device] : ports) {
+        if (number != port) {
+            facts.others.push_back("COM" + std::to_string(number) + " (" + device.path + ")");
+        }
+    }
+    return facts;
 }
 
 RuntimeError QtSerialLine::nothingThere(OpenAttempt attempt) {

@@ -24,6 +24,8 @@ public:
     void close() override;
     [[nodiscard]] std::string deviceOf(int port) override { return ports_.describe(port); }
 
+    [[nodiscard]] PortFacts factsOf(int port) override;
+
     // Passes the bytes to the driver before it returns, as many as the driver accepts.
     void write(std::span<const std::uint8_t> bytes) override;
     // Counts what waits here and in the driver.

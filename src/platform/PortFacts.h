@@ -1,0 +1,52 @@
+// What the system shows of a serial device before anything is opened or sent.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace korvane::platform {
+
+struct RunningProgram {
+    std::string name;
+    int process = 0;
+    friend bool operator==(const RunningProgram&, const RunningProgram&) = default;
+};
+
+// An adapter at a USB socket, as it and the system name it.
+struct UsbAdapter {
+    std::string name;            // "FT232R USB UART", may be empty
+    std::string numbers;         // of vendor and product, "0403:6001"
+    std::string driver;          // "ftdi_sio", may be empty
+    std::optional<int> latency;  // ms for which it may hold bytes back; nothing if it does not tell
+    std::string latencyFile;     // where the latency is set
+};
+
+struct PortFacts {
+    enum class Kind {
+        InMemory,   // no device: the line is a part of the program
+        NoDevice,   // no device stands for the port
+        Missing,    // the named device is not there
+        NotSerial,  // it is a file, a folder or another kind of device
+        Serial,
+    };
+    enum class Access {
+        Allowed,
+        AtNextLogin,  // the user has joined the group, and has not logged in since
+        ByGroup,      // not allowed; the members of the device's group are
+        Nobody,       // not allowed, and neither is its group
+    };
+
+    Kind kind = Kind::InMemory;
+    std::string device{};               // its path
+    std::vector<std::string> others{};  // serial devices that are there
+    // Of a device that is there:
+    std::string owner{};
+    std::string group{};
+    Access access = Access::Allowed;
+    std::vector<RunningProgram> users{};           // that have it open, as far as this user can see; not this program
+    std::optional<RunningProgram> modemManager{};  // it runs, and nothing keeps it from the device
+    std::optional<UsbAdapter> adapter{};
+};
+
+}  // namespace korvane::platform
