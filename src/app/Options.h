@@ -14,6 +14,13 @@
 
 namespace korvane::app {
 
+// A test of a port instead of the program.
+struct DoctorTask {
+    int port = 1;
+    bool json = false;
+    bool maySend = false;  // without a question
+};
+
 struct Options {
     bool headless = false;
     bool console = false;
@@ -30,6 +37,7 @@ struct Options {
     std::optional<std::filesystem::path> preferences;
     std::optional<char> decimal;
     std::optional<std::filesystem::path> trace;
+    std::optional<DoctorTask> doctor;
     std::optional<std::filesystem::path> log;  // to open in the viewer at the start
 };
 

@@ -21,16 +21,8 @@ struct Finding {
 };
 
 // "good", "hint", "fault".
-[[nodiscard]] constexpr std::string_view nameOf(Finding::Weight weight) {
-    switch (weight) {
-        case Finding::Weight::Hint:
-            return "hint";
-        case Finding::Weight::Fault:
-            return "fault";
-        case Finding::Weight::Good:
-            break;
-    }
-    return "good";
-}
+[[nodiscard]] std::string_view nameOf(Finding::Weight weight);
+// "Good: ", "Hint: " or "Fault: " and the sentence.
+[[nodiscard]] std::string rowOf(const Finding& finding);
 
 }  // namespace korvane::doctor

@@ -174,6 +174,7 @@ void Connection::lineLost(const std::string& reason) {
 }
 
 void Connection::showConnectError(int number, const std::string& description) {
+    panel_.portDoubt.connectFailed();
     machine_.dialogs.show(
         {"Korvane Tuner", "  Error " + std::to_string(number) + " " + description, platform::MessageIcon::Critical});
 }

@@ -15,6 +15,7 @@
 #include "link/KeepNotice.h"
 #include "link/KeepWindows.h"
 #include "link/LinkState.h"
+#include "link/PortDoubt.h"
 #include "link/ReceiveMachine.h"
 #include "link/ReplyDiversion.h"
 #include "link/VerifySwitch.h"
@@ -66,6 +67,7 @@ struct ConnectionPanel {
     KeepNotice keepNotice;
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
+    PortDoubt portDoubt;             // of linkState
 };
 
 }  // namespace korvane::link

@@ -6,6 +6,7 @@
 #include "core/files/ChannelFile.h"
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
+#include "doctor/FrmDoctor.h"
 #include "keep/point/BaselineFile.h"
 #include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
@@ -97,6 +98,7 @@ void Program::connectButtons() {
     frmSarn2_.Command7.Click = [this] { mapWindows_.openLimiter(); };
     frmSarn2_.btnAsetukset.Click = [this] { frmMisc_.show(); };
     frmSarn2_.btnTuningHelp.Click = [this] { openPowerCalc(); };
+    frmSarn2_.portDoubt.test = [this] { openDoctor(); };
 }
 
 void Program::connectHistory() {
@@ -205,6 +207,11 @@ void Program::openDebugWindow() {
 void Program::openPowerCalc() {
     using performance::FrmPowerCalc;
     shelf_.one<FrmPowerCalc>([this] { return std::make_unique<FrmPowerCalc>(machine_, frmSarn2_.lblValue(0)); }).show();
+}
+
+void Program::openDoctor() {
+    using doctor::FrmDoctor;
+    shelf_.one<FrmDoctor>([this] { return std::make_unique<FrmDoctor>(machine_, frmSarn2_); }).show();
 }
 
 void Program::openHistory() {

@@ -87,6 +87,7 @@ private:
     // One at a time, each made anew for its opening.
     void openDebugWindow();
     void openPowerCalc();
+    void openDoctor();
     void openHistory();
     void openSteadyAgent();
 

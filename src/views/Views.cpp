@@ -4,6 +4,7 @@
 
 #include "views/Accessibility.h"
 #include "views/dashboard/BigTextView.h"
+#include "views/dashboard/DoctorView.h"
 #include "views/dashboard/IgnDebugView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
@@ -25,6 +26,7 @@ namespace korvane::views {
 void addViews(ViewHost& host) {
     installAccessibility();
     host.add<MainView, live::FrmSarn2>("frmSarn2");
+    host.add<DoctorView, doctor::FrmDoctor>("frmDoctor");
     host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");

@@ -1,5 +1,7 @@
 // The names of the main window that are no controls; declared in Registry.h.
 #include <functional>
+#include <optional>
+#include <span>
 
 #include "console/ConsoleError.h"
 #include "console/names/Register.h"
@@ -33,6 +35,11 @@ void registerMainWindow(Names& names, live::FrmSarn2& window) {
     addVariable(names, "frmSarn2.bytesReceived", window.bytesReceived);
     addVariable(names, "frmSarn2.isConnected", window.isConnected);
     names.addObject("linkState", window.linkState, "state");
+    names.addObject("testPort", window.portDoubt, "shown");
+    names.addProcedure("testPort.open", "", [&window](std::span<const Json>) -> std::optional<Json> {
+        window.portDoubt.test();
+        return {};
+    });
     addElements(names, "frmSarn2.baudSettings()", window.baudSettings, std::identity());
 }
 

@@ -8,6 +8,8 @@
 #include "views/dashboard/MainParts.h"
 #include "views/dashboard/PortList.h"
 #include "views/frame/LinkMark.h"
+#include "views/frame/ObjectPart.h"
+#include "views/frame/OpenButton.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Caption.h"
 #include "views/widgets/Card.h"
@@ -22,6 +24,9 @@ namespace {
 constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
 constexpr int kBadgeGap = 4;
+
+constexpr OpenButton kTestButton{"testPort", "Test port",
+                                 "Finds out why the port does not work; sends nothing by itself"};
 
 // Wide enough for both of its captions, so that nothing moves when they change.
 class ConnectButton : public QPushButton {
@@ -57,6 +62,13 @@ public:
         auto& push = child<ConnectButton>(&card_);
         binder_.bind(button, push, mnemonic);
         addColumn(child<Caption>(&card_, QString(), nullptr), push);
+    }
+
+    // Beside the button that connects, while there is a reason to test.
+    void addTest(link::PortDoubt& doubt) {
+        auto& test = makeOpenButton(kTestButton, binder_, &card_, [&doubt] { doubt.test(); });
+        addColumn(child<Caption>(&card_, QString(), nullptr), test);
+        ObjectPart::bind(binder_, {&doubt}, [&test, &doubt] { test.setVisible(doubt.Shown && doubt.test); });
     }
 
     Readout& addReadout(controls::Label& label, const QString& caption, const QString& longest) {
@@ -126,6 +138,7 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addList(window.ComboBaud, QStringLiteral("&Speed"), QStringLiteral("230400"));
     bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"), QStringLiteral("275"));
     bar.addButton(window.btnConnect, 'c');
+    bar.addTest(window.portDoubt);
     bar.addState(window.lblState, window.prgSettings);
     bar.addSpace();
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));

@@ -1,0 +1,161 @@
+#include "app/DoctorRun.h"
+
+#include <QCoreApplication>
+
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <unistd.h>
+
+#include "app/EcuPort.h"
+#include "app/ReplyWriter.h"
+#include "console/text/Json.h"
+#include "doctor/Doctor.h"
+#include "doctor/TrialFindings.h"
+#include "platform/FilePreferences.h"
+#include "platform/qt/QtPump.h"
+#include "platform/qt/QtSerialLine.h"
+#include "platform/virtual/MemoryLine.h"
+#include "platform/virtual/VirtualPump.h"
+
+namespace korvane::app {
+
+namespace {
+
+using console::Json;
+using doctor::Finding;
+
+constexpr int kStep = 50;  // ms
+
+Json jsonOf(const Finding& finding) {
+    return Json::Object{{"topic", finding.topic}, {"weight", nameOf(finding.weight)}, {"text", finding.text}};
+}
+
+Json jsonOf(const doctor::PortTrial::Asked& asked) {
+    Json::Object object{{"baud", asked.baud}, {"fate", nameOf(asked.fate)}};
+    if (asked.identity) {
+        object.push_back({"version", asked.identity->version / 1000.0});
+        object.push_back({"type", asked.identity->type ? Json(*asked.identity->type) : Json()});
+    }
+    return object;
+}
+
+template <class Items>
+Json jsonList(const Items& items) {
+    Json::Array list;
+    for (const auto& item : items) {
+        list.push_back(jsonOf(item));
+    }
+    return list;
+}
+
+std::string jsonOf(const doctor::Doctor& doctor, int port) {
+    return console::writeJson(Json::Object{{"port", "COM" + std::to_string(port)},
+                                           {"works", doctor.works()},
+                                           {"findings", jsonList(doctor.findings())},
+                                           {"asked", jsonList(doctor.asked())},
+                                           {"verdict", doctor.verdict() ? jsonOf(*doctor.verdict()) : Json()}}) +
+           "\n";
+}
+
+class Run {
+public:
+    Run(const DoctorTask& task, platform::EventPump& pump, platform::SerialLine& line)
+        : task_(task), pump_(pump), doctor_(pump, line) {}
+
+    int run() {
+        doctor_.look(task_.port, kListenAt);
+        finish();
+        tell(doctor_.findings());
+        if (doctor_.mayAsk() && maySend()) {
+            doctor_.ask();
+            finish();
+            tellAnswers();
+        }
+        if (task_.json) {
+            output_.write(jsonOf(doctor_, task_.port));
+        }
+        return doctor_.works() && !output_.failed() ? 0 : 1;
+    }
+
+private:
+    static constexpr int kListenAt = 57600;
+
+    void finish() {
+        while (doctor_.runs()) {
+            pump_.wait(kStep);
+        }
+    }
+
+    void line(const std::string& text) {
+        if (!task_.json) {
+            output_.write(text + "\n");
+        }
+    }
+
+    void tell(const std::vector<Finding>& findings) {
+        for (const auto& finding : findings) {
+            line(rowOf(finding));
+        }
+    }
+
+    void tellAnswers() {
+        for (const auto& asked : doctor_.asked()) {
+            line(lineOf(asked));
+        }
+        line(rowOf(*doctor_.verdict()));
+    }
+
+    bool maySend() {
+        if (task_.maySend) {
+            return true;
+        }
+        line("Nothing has been sent so far. " + std::string(doctor::kBeforeAsking));
+        if (::isatty(STDIN_FILENO) == 0 || task_.json) {
+            line("Start it with --send to ask the ECU.");
+            return false;
+        }
+        output_.write("Ask the ECU now? [y/N] ");
+        std::string answer;
+        std::getline(std::cin, answer);
+        return answer == "y" || answer == "Y" || answer == "yes";
+    }
+
+    const DoctorTask& task_;
+    platform::EventPump& pump_;
+    doctor::Doctor doctor_;
+    ReplyWriter output_{STDOUT_FILENO};
+};
+
+int runInMemory(const Options& options, platform::EventPump& pump) {
+    ecu::EcuSettings settings;
+    std::unique_ptr<EcuPort> ecu;
+    if (options.ecu != "none") {
+        if (const auto error = ecu::parseKeyList(settings, *options.ecu); !error.empty()) {
+            throw std::runtime_error(error);
+        }
+        ecu = std::make_unique<EcuPort>(settings, pump);
+    }
+    platform::MemoryLine line(pump, ecu.get());
+    return Run(*options.doctor, pump, line).run();
+}
+
+}  // namespace
+
+int runDoctor(const Options& options, int& argc, char** argv) {
+    if (options.virtualTime) {
+        platform::VirtualPump pump(options.now);
+        return runInMemory(options, pump);
+    }
+    const QCoreApplication application(argc, argv);
+    platform::QtPump pump;
+    if (options.ecu) {
+        return runInMemory(options, pump);
+    }
+    const platform::FilePreferences preferences(options.preferences.value_or(std::filesystem::path()));
+    platform::QtSerialLine line(pump, platform::PortMap(pump, platform::fixedPorts(preferences, options.ports)));
+    return Run(*options.doctor, pump, line).run();
+}
+
+}  // namespace korvane::app
