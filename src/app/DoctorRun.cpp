@@ -5,11 +5,11 @@
 #include <functional>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <unistd.h>
 
 #include "app/EcuPort.h"
 #include "app/ReplyWriter.h"
+#include "app/Session.h"
 #include "console/text/Json.h"
 #include "doctor/Doctor.h"
 #include "doctor/TrialFindings.h"
@@ -129,14 +129,7 @@ private:
 };
 
 int runInMemory(const Options& options, platform::EventPump& pump) {
-    ecu::EcuSettings settings;
-    std::unique_ptr<EcuPort> ecu;
-    if (options.ecu != "none") {
-        if (const auto error = ecu::parseKeyList(settings, *options.ecu); !error.empty()) {
-            throw std::runtime_error(error);
-        }
-        ecu = std::make_unique<EcuPort>(settings, pump);
-    }
+    const auto ecu = options.ecu == "none" ? nullptr : std::make_unique<EcuPort>(ecuSettings(*options.ecu), pump);
     platform::MemoryLine line(pump, ecu.get());
     return Run(*options.doctor, pump, line).run();
 }
@@ -153,7 +146,7 @@ int runDoctor(const Options& options, int& argc, char** argv) {
     if (options.ecu) {
         return runInMemory(options, pump);
     }
-    const platform::FilePreferences preferences(options.preferences.value_or(std::filesystem::path()));
+    const platform::FilePreferences preferences(preferencesOf(options));
     platform::QtSerialLine line(pump, platform::PortMap(pump, platform::fixedPorts(preferences, options.ports)));
     return Run(*options.doctor, pump, line).run();
 }

@@ -13,13 +13,6 @@ namespace korvane::app {
 
 namespace {
 
-std::filesystem::path preferencesOf(const Options& options) {
-    if (options.preferences) {
-        return *options.preferences;
-    }
-    return options.folder ? *options.folder / "preferences.ini" : defaultPreferences();
-}
-
 // A trial on the virtual ECU leaves the user's own choices alone, unless it names their file.
 platform::FilePreferences::Writes writesOf(const Options& options) {
     using Writes = platform::FilePreferences::Writes;
@@ -35,6 +28,15 @@ void tellOfPreferences(const std::filesystem::path& file) {
     }
 }
 
+}  // namespace
+
+std::filesystem::path preferencesOf(const Options& options) {
+    if (options.preferences) {
+        return *options.preferences;
+    }
+    return options.folder ? *options.folder / "preferences.ini" : defaultPreferences();
+}
+
 ecu::EcuSettings ecuSettings(const std::string& keys) {
     ecu::EcuSettings settings;
     if (const auto problem = ecu::parseKeyList(settings, keys); !problem.empty()) {
@@ -42,8 +44,6 @@ ecu::EcuSettings ecuSettings(const std::string& keys) {
     }
     return settings;
 }
-
-}  // namespace
 
 Session::Session(const Options& options, Surroundings surroundings)
     : connect_(options.connect),

@@ -80,6 +80,12 @@ private:
     console::ConsoleSession commands_;
 };
 
+// The file that holds the preferences, which may be missing.
+[[nodiscard]] std::filesystem::path preferencesOf(const Options& options);
+
+// Of the value of --ecu. Throws std::runtime_error with one line for the user.
+[[nodiscard]] ecu::EcuSettings ecuSettings(const std::string& keys);
+
 // The commands of a script file. Throws std::runtime_error if it can't be read.
 [[nodiscard]] std::string readScript(const std::filesystem::path& file);
 

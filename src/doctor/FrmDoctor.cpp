@@ -2,6 +2,7 @@
 
 #include "core/Numbers.h"
 #include "doctor/TrialFindings.h"
+#include "platform/Machine.h"
 
 namespace korvane::doctor {
 

@@ -47,9 +47,9 @@ Finding permissionOf(const PortFacts& facts) {
     const std::string denied = "You may not open " + facts.device + ": ";
     switch (facts.access) {
         case PortFacts::Access::AtNextLogin:
-            return {"permission", Weight::Fault,
-                    denied + "you have joined the group " + facts.group +
-                        " since you logged in, so log out and in again."};
+            return {
+                "permission", Weight::Fault,
+                denied + "you have joined the group " + facts.group + " since you logged in, so log out and in again."};
         case PortFacts::Access::ByGroup:
             return {"permission", Weight::Fault,
                     denied + "join its group with \"sudo usermod -aG " + facts.group +

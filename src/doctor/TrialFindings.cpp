@@ -58,8 +58,9 @@ Finding findingOf(const PortTrial::Heard& heard) {
                     "it off the line."};
     }
     return {"arrives", Weight::Hint,
-            count + " that are no frame arrive in a second and nobody asked: check the ground wire, and keep the "
-                    "cable away from the ignition."};
+            count +
+                " that are no frame arrive in a second and nobody asked: check the ground wire, and keep the "
+                "cable away from the ignition."};
 }
 
 Finding findingOfFailure(const std::string& why) {

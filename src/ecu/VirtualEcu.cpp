@@ -181,10 +181,12 @@ void VirtualEcu::getPower(Micros at) {
 }
 
 const VirtualEcu::ChangeRow VirtualEcu::kChanges[] = {
-    {"type", &VirtualEcu::changeType},   {"seed", &VirtualEcu::changeSeed},   {"drive", &VirtualEcu::changeDrive},
-    {"lose", &VirtualEcu::changeFaults}, {"flip", &VirtualEcu::changeFaults}, {"add", &VirtualEcu::changeFaults},
-    {"power", &VirtualEcu::changePower}, {"alarm", &VirtualEcu::changeAlarm}, {"mapfault", &VirtualEcu::changeMapFault},
-    {"speed", &VirtualEcu::changeWiring}, {"echo", &VirtualEcu::changeWiring}, {"stray", &VirtualEcu::changeWiring},
+    {"type", &VirtualEcu::changeType},         {"seed", &VirtualEcu::changeSeed},
+    {"drive", &VirtualEcu::changeDrive},       {"lose", &VirtualEcu::changeFaults},
+    {"flip", &VirtualEcu::changeFaults},       {"add", &VirtualEcu::changeFaults},
+    {"power", &VirtualEcu::changePower},       {"alarm", &VirtualEcu::changeAlarm},
+    {"mapfault", &VirtualEcu::changeMapFault}, {"speed", &VirtualEcu::changeWiring},
+    {"echo", &VirtualEcu::changeWiring},       {"stray", &VirtualEcu::changeWiring},
 };
 
 std::string VirtualEcu::set(std::string_view key, std::string_view value, Micros at) {

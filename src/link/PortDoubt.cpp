@@ -6,10 +6,11 @@ namespace korvane::link {
 
 namespace {
 
-constexpr std::array kProperties{controls::PropertyInfo{
-    "shown",
-    [](const controls::Object& object) -> controls::Value { return dynamic_cast<const PortDoubt&>(object).Shown.get(); },
-    nullptr}};
+constexpr std::array kProperties{controls::PropertyInfo{"shown",
+                                                        [](const controls::Object& object) -> controls::Value {
+                                                            return dynamic_cast<const PortDoubt&>(object).Shown.get();
+                                                        },
+                                                        nullptr}};
 
 }  // namespace
 

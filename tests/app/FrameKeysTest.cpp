@@ -78,6 +78,7 @@ struct EveryWindow : FrameKeysTest {
         program.steadyAgent().openWindow();
         window.keepWindows.compare();
         window.keepWindows.restore();
+        window.portDoubt.test();
         for (auto* each : windows.loaded()) {
             if (auto* const form = dynamic_cast<maps::MapForm*>(each)) {
                 form->btnInjScale.press();

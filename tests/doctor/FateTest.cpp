@@ -1,6 +1,5 @@
 // What came back for an identity request.
 #include <gtest/gtest.h>
-
 #include <vector>
 
 #include "doctor/Fate.h"

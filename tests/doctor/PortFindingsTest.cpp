@@ -29,15 +29,15 @@ MATCHER_P3(IsFinding, topic, weight, text, "") {
 
 TEST(PortFindings, AGoodAdapterHasNoFault) {
     const auto findings = findingsOf(adapter());
-    EXPECT_THAT(findings,
-                ElementsAre(IsFinding("device", Weight::Good,
-                                      "/dev/ttyUSB0 is there; it belongs to root and the group dialout."),
-                            IsFinding("permission", Weight::Good, "You may open /dev/ttyUSB0."),
-                            IsFinding("in-use", Weight::Good, "No other program that you can see has it open."),
-                            IsFinding("modem-manager", Weight::Good, "No modem manager will send anything to it."),
-                            IsFinding("adapter", Weight::Good,
-                                      "The adapter is FT232R USB UART (0403:6001, driver ftdi_sio)."),
-                            IsFinding("latency", Weight::Good, "The adapter holds bytes back for 1 ms at most.")));
+    EXPECT_THAT(
+        findings,
+        ElementsAre(
+            IsFinding("device", Weight::Good, "/dev/ttyUSB0 is there; it belongs to root and the group dialout."),
+            IsFinding("permission", Weight::Good, "You may open /dev/ttyUSB0."),
+            IsFinding("in-use", Weight::Good, "No other program that you can see has it open."),
+            IsFinding("modem-manager", Weight::Good, "No modem manager will send anything to it."),
+            IsFinding("adapter", Weight::Good, "The adapter is FT232R USB UART (0403:6001, driver ftdi_sio)."),
+            IsFinding("latency", Weight::Good, "The adapter holds bytes back for 1 ms at most.")));
     EXPECT_TRUE(mayWork(findings));
 }
 
@@ -52,8 +52,8 @@ TEST(PortFindings, AMissingDeviceHidesTheRest) {
     auto facts = adapter();
     facts.kind = PortFacts::Kind::Missing;
     EXPECT_EQ(findingsOf(facts).size(), 1U);
-    expectFinding(facts, {"device", Weight::Fault,
-                          "There is no device /dev/ttyUSB0: plug the adapter in and test again."});
+    expectFinding(facts,
+                  {"device", Weight::Fault, "There is no device /dev/ttyUSB0: plug the adapter in and test again."});
 }
 
 TEST(PortFindings, AMissingDeviceNamesThoseThatAreThere) {
@@ -69,8 +69,8 @@ TEST(PortFindings, AFileIsNoSerialDevice) {
     PortFacts facts;
     facts.kind = PortFacts::Kind::NotSerial;
     facts.device = "/etc/hostname";
-    expectFinding(facts, {"device", Weight::Fault,
-                          "/etc/hostname is no serial device: name one such as /dev/ttyUSB0 instead."});
+    expectFinding(
+        facts, {"device", Weight::Fault, "/etc/hostname is no serial device: name one such as /dev/ttyUSB0 instead."});
 }
 
 TEST(PortFindings, ALineInMemoryNeedsNoDevice) {

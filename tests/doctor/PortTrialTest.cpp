@@ -1,7 +1,6 @@
 // The trial of a line with the virtual ECU at its other end.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <string>
 
 #include "doctor/PortTrial.h"

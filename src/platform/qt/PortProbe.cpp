@@ -49,7 +49,8 @@ void forEachEntry(const fs::path& folder, const std::function<void(const fs::pat
     }
 }
 
-void forEachProcess(const fs::path& processes, const std::function<void(const RunningProgram&, const fs::path&)>& visit) {
+void forEachProcess(const fs::path& processes,
+                    const std::function<void(const RunningProgram&, const fs::path&)>& visit) {
     forEachEntry(processes, [&](const fs::path& folder) {
         if (const auto process = wholeNumber(folder.filename().string()); process && *process != ::getpid()) {
             visit({firstLine(folder / "comm"), *process}, folder);
