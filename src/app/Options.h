@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/WallTime.h"
 
@@ -30,7 +31,7 @@ struct Options {
     std::optional<std::filesystem::path> preferences;
     std::optional<char> decimal;
     std::optional<std::filesystem::path> trace;
-    std::optional<std::filesystem::path> log;  // to open in the viewer at the start
+    std::optional<std::filesystem::path> file;  // to open in its window at the start
 };
 
 // The largest script file in bytes.
@@ -49,7 +50,18 @@ struct OptionsError {
 // `arguments` without the program's name. With help or version asked for, nothing else is checked.
 [[nodiscard]] std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments);
 
+// A line of --help, of the manual page and of the completions.
+struct OptionHelp {
+    std::string_view name;  // "--script"; empty for the file to open
+    std::string_view value = {};
+    std::string_view meaning;
+    char letter = 0;  // its short form, or 0
+};
+
+// One table is read by parseOptions() and shown by all of these. An option with two kinds of values has two rows.
+[[nodiscard]] std::vector<OptionHelp> optionTable();
+
 // What --help shows.
-[[nodiscard]] std::string_view optionsHelp();
+[[nodiscard]] std::string optionsHelp();
 
 }  // namespace korvane::app
