@@ -61,11 +61,11 @@ std::string jsonOf(const doctor::Doctor& doctor, int port) {
 
 class Run {
 public:
-    Run(const DoctorTask& task, platform::EventPump& pump, platform::SerialLine& line)
-        : task_(task), pump_(pump), doctor_(pump, line) {}
+    Run(const Options& options, platform::EventPump& pump, platform::SerialLine& line)
+        : options_(options), pump_(pump), doctor_(pump, line) {}
 
     int run() {
-        doctor_.look(task_.port, kListenAt);
+        doctor_.look(*options_.doctor, kListenAt);
         finish();
         tell(doctor_.findings());
         if (doctor_.mayAsk() && maySend()) {
@@ -73,8 +73,8 @@ public:
             finish();
             tellAnswers();
         }
-        if (task_.json) {
-            output_.write(jsonOf(doctor_, task_.port));
+        if (options_.json) {
+            output_.write(jsonOf(doctor_, *options_.doctor));
         }
         return doctor_.works() && !output_.failed() ? 0 : 1;
     }
@@ -89,7 +89,7 @@ private:
     }
 
     void line(const std::string& text) {
-        if (!task_.json) {
+        if (!options_.json) {
             output_.write(text + "\n");
         }
     }
@@ -108,11 +108,11 @@ private:
     }
 
     bool maySend() {
-        if (task_.maySend) {
+        if (options_.send) {
             return true;
         }
         line("Nothing has been sent so far. " + std::string(doctor::kBeforeAsking));
-        if (::isatty(STDIN_FILENO) == 0 || task_.json) {
+        if (::isatty(STDIN_FILENO) == 0 || options_.json) {
             line("Start it with --send to ask the ECU.");
             return false;
         }
@@ -122,7 +122,7 @@ private:
         return answer == "y" || answer == "Y" || answer == "yes";
     }
 
-    const DoctorTask& task_;
+    const Options& options_;
     platform::EventPump& pump_;
     doctor::Doctor doctor_;
     ReplyWriter output_{STDOUT_FILENO};
@@ -131,7 +131,7 @@ private:
 int runInMemory(const Options& options, platform::EventPump& pump) {
     const auto ecu = options.ecu == "none" ? nullptr : std::make_unique<EcuPort>(ecuSettings(*options.ecu), pump);
     platform::MemoryLine line(pump, ecu.get());
-    return Run(*options.doctor, pump, line).run();
+    return Run(options, pump, line).run();
 }
 
 }  // namespace
@@ -148,7 +148,7 @@ int runDoctor(const Options& options, int& argc, char** argv) {
     }
     const platform::FilePreferences preferences(preferencesOf(options));
     platform::QtSerialLine line(pump, platform::PortMap(pump, platform::fixedPorts(preferences, options.ports)));
-    return Run(*options.doctor, pump, line).run();
+    return Run(options, pump, line).run();
 }
 
 }  // namespace korvane::app

@@ -128,92 +128,114 @@ void setTrace(Options& options, const std::string& value) {
     options.trace = value;
 }
 
-// Also a pipe or a device is no log: reading it could take for ever.
-void setLog(Options& options, const std::string& value) {
+// Also a pipe or a device is no file to open: reading it could take for ever.
+void setFile(Options& options, const std::string& value) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(value, error)) {
         throw BadOption("there is no file " + inQuotes(value));
     }
-    options.log = value;
+    options.file = value;
 }
 
-struct Flag {
-    std::string_view name;
-    bool Options::*member;
+// A device that is named by its path is tested as the first port.
+void setDoctor(Options& options, const std::string& value) {
+    const bool isPort = value.empty() || value.starts_with("COM");
+    options.doctor = value.empty() || !isPort ? 1 : portNumber(value);
+    if (!isPort) {
+        options.ports[1] = value;
+    }
+}
+
+using Set = void (*)(Options&, const std::string&);
+
+// A flag has a member, any other option a function.
+struct Option {
+    OptionHelp help;
+    bool Options::*flag = nullptr;
+    Set set = nullptr;
+    bool addsUp = false;        // all values count; of other options the last one
+    bool mayLackValue = false;  // an empty one then
 };
 
-constexpr std::array<Flag, 4> kFlags{{{"--headless", &Options::headless},
-                                      {"--console", &Options::console},
-                                      {"--virtual-time", &Options::virtualTime},
-                                      {"--strict", &Options::strict}}};
-
-struct Setting {
-    std::string_view name;
-    void (*set)(Options&, const std::string&);
-    bool addsUp = false;  // all values count; of other options the last one
-};
-
-constexpr std::array<Setting, 9> kSettings{{
-    {"--script", &setScript},
-    {"--now", [](Options& options, const std::string& value) { options.now = wallTime(value); }},
-    {"--ecu", &setEcu},
-    {"--port", &setPort, true},
-    {"--connect", [](Options& options, const std::string& value) { options.connect = portNumber(value); }},
-    {"--folder", &setFolder},
-    {"--preferences", &setPreferences},
-    {"--decimal", &setDecimal},
-    {"--trace", &setTrace},
+constexpr std::array<Option, 20> kOptions{{
+    {{"", "FILE", "a tune, a log, a setpoint file or an EEPROM image: its window opens with it"}, nullptr, &setFile},
+    {{"--headless", {}, "no display; commands come from standard input"}, &Options::headless},
+    {{"--console", {}, "with a display: commands from standard input too"}, &Options::console},
+    {{"--script", "FILE", "take the commands from FILE, then quit"}, nullptr, &setScript},
+    {{"--strict", {}, "headless only: the first error ends the run with status 1"}, &Options::strict},
+    {{"--virtual-time", {}, "headless only: time passes in waits alone, and at once; needs --ecu"},
+     &Options::virtualTime},
+    {{"--now", "\"YYYY-MM-DD hh:mm:ss\"", "what the virtual clock starts at"},
+     nullptr,
+     [](Options& options, const std::string& value) { options.now = wallTime(value); }},
+    {{"--ecu", "none", "every port leads to a line in memory on which nobody answers"}, nullptr, &setEcu},
+    {{"--ecu", "KEY=VALUE,...", "every port leads to the built-in virtual ECU, with these keys"}, nullptr, &setEcu},
+    {{"--port", "COM3=/dev/ttyUSB0", "the device that a port name stands for; may be repeated"},
+     nullptr,
+     &setPort,
+     true},
+    {{"--connect", "COM1", "connect to this port at the start"},
+     nullptr,
+     [](Options& options, const std::string& value) { options.connect = portNumber(value); }},
+    {{"--folder", "DIR", "the program's own folder: ini files, logs, EEPROM images"}, nullptr, &setFolder},
+    {{"--preferences", "FILE", "where the preferences are kept"}, nullptr, &setPreferences},
+    {{"--decimal", "CHAR", "the decimal separator of log files, . or ,"}, nullptr, &setDecimal},
+    {{"--trace", "FILE", "write every byte on the serial line to FILE"}, nullptr, &setTrace},
+    {{"--doctor", "[COM1|DEVICE]", "test this port instead of starting: say what is wrong and what to do"},
+     nullptr,
+     &setDoctor,
+     false,
+     true},
+    {{"--send", {}, "with --doctor: ask the ECU without a question before"}, &Options::send},
+    {{"--json", {}, "with --doctor: write one JSON object"}, &Options::json},
+    {{"--version", {}, "print the version", 'V'}, &Options::version},
+    {{"--help", {}, "print this", 'h'}, &Options::help},
 }};
 
+// A word that is no option is the file to open.
+constexpr const Option& kFile = kOptions.front();
+
 struct Given {
-    const Setting* setting;
+    const Option* option;
     std::string value;
 };
 
-bool setFlag(Options& options, std::string_view name) {
-    const auto* const flag =
-        std::find_if(kFlags.begin(), kFlags.end(), [&](const Flag& each) { return each.name == name; });
-    if (flag == kFlags.end()) {
-        return false;
-    }
-    options.*flag->member = true;
-    return true;
-}
-
-// A word that is no option is the log to open.
-constexpr Setting kLog{{}, &setLog};
-
-const Setting& settingNamed(const std::string& name) {
-    const auto* const setting =
-        std::find_if(kSettings.begin(), kSettings.end(), [&](const Setting& each) { return each.name == name; });
-    if (setting == kSettings.end()) {
+const Option& optionNamed(const std::string& name) {
+    const auto* const option =
+        std::find_if(kOptions.begin() + 1, kOptions.end(), [&](const Option& each) { return each.help.name == name; });
+    if (option == kOptions.end()) {
         throw BadOption("unknown option " + inQuotes(name) + "; --help lists them all");
     }
-    return *setting;
+    return *option;
 }
 
-// Flags are set at once; of the settings those that count are returned.
+// Flags are set at once; of the others those that count are returned.
 std::vector<Given> readArguments(std::span<const std::string> arguments, Options& options) {
     std::vector<Given> given;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (setFlag(options, arguments[i])) {
+        const bool isFile = !arguments[i].starts_with("-");
+        const Option& option = isFile ? kFile : optionNamed(arguments[i]);
+        if (option.flag != nullptr) {
+            options.*option.flag = true;
             continue;
         }
-        const bool isLog = !arguments[i].starts_with("-");
-        const Setting& setting = isLog ? kLog : settingNamed(arguments[i]);
-        if (!isLog && (i + 1 == arguments.size() || arguments[i + 1].starts_with("--"))) {
+        const bool hasValue = isFile || (i + 1 < arguments.size() && !arguments[i + 1].starts_with("--"));
+        if (!hasValue && !option.mayLackValue) {
             throw BadOption(arguments[i] + " needs a value");
         }
-        if (!setting.addsUp) {
-            std::erase_if(given, [&](const Given& each) { return each.setting == &setting; });
+        if (!option.addsUp) {
+            std::erase_if(given, [&](const Given& each) { return each.option == &option; });
         }
-        given.push_back({&setting, isLog ? arguments[i] : arguments[++i]});
+        given.push_back({&option, isFile ? arguments[i] : hasValue ? arguments[++i] : std::string()});
     }
     return given;
 }
 
 void checkTogether(const Options& options) {
-    if (options.virtualTime && !options.headless) {
+    if ((options.send || options.json) && !options.doctor) {
+        throw BadOption("--send and --json work with --doctor only");
+    }
+    if (options.virtualTime && !options.headless && !options.doctor) {
         throw BadOption("--virtual-time works with --headless only");
     }
     if (options.strict && !options.headless) {
@@ -224,23 +246,37 @@ void checkTogether(const Options& options) {
     }
 }
 
-bool asksFor(std::span<const std::string> arguments, std::string_view name, std::string_view letter) {
+bool isNamed(const OptionHelp& help, std::string_view word) {
+    return word == help.name || (help.letter != 0 && word == std::string{'-', help.letter});
+}
+
+// --help and --version count wherever they stand.
+bool asksFor(std::span<const std::string> arguments, bool Options::*flag) {
+    const auto* const option =
+        std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& each) { return each.flag == flag; });
     return std::any_of(arguments.begin(), arguments.end(),
-                       [&](const std::string& each) { return each == name || each == letter; });
+                       [&](const std::string& each) { return isNamed(option->help, each); });
+}
+
+std::string firstColumn(const OptionHelp& help) {
+    std::string text = help.letter == 0 ? std::string() : std::string{'-', help.letter, ',', ' '};
+    text += help.name;
+    text += help.name.empty() || help.value.empty() ? "" : " ";
+    return text.append(help.value);
 }
 
 }  // namespace
 
 std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments) {
     Options options;
-    options.help = asksFor(arguments, "--help", "-h");
-    options.version = asksFor(arguments, "--version", "-V");
+    options.help = asksFor(arguments, &Options::help);
+    options.version = asksFor(arguments, &Options::version);
     if (options.help || options.version) {
         return options;
     }
     try {
         for (const auto& given : readArguments(arguments, options)) {
-            given.setting->set(options, given.value);
+            given.option->set(options, given.value);
         }
         checkTogether(options);
         return options;
@@ -249,29 +285,25 @@ std::variant<Options, OptionsError> parseOptions(std::span<const std::string> ar
     }
 }
 
-std::string_view optionsHelp() {
-    return R"(Korvane Tuner: tunes and watches an engine control unit over a serial line.
+std::vector<OptionHelp> optionTable() {
+    std::vector<OptionHelp> all;
+    for (const auto& option : kOptions) {
+        all.push_back(option.help);
+    }
+    return all;
+}
 
-korvane-tuner [options] [FILE.txt]
-
-  FILE.txt                       a log, which the viewer opens at the start
-  --headless                     no display; commands come from standard input
-  --console                      with a display: commands from standard input too
-  --script FILE                  take the commands from FILE, then quit
-  --strict                       headless only: the first error ends the run with status 1
-  --virtual-time                 headless only: time passes in waits alone, and at once; needs --ecu
-  --now "YYYY-MM-DD hh:mm:ss"    what the virtual clock starts at
-  --ecu none                     every port leads to a line in memory on which nobody answers
-  --ecu KEY=VALUE,...            every port leads to the built-in virtual ECU, with these keys
-  --port COM3=/dev/ttyUSB0       the device that a port name stands for; may be repeated
-  --connect COM1                 connect to this port at the start
-  --folder DIR                   the program's own folder: ini files, logs, EEPROM images
-  --preferences FILE             where the preferences are kept
-  --decimal CHAR                 the decimal separator of log files, . or ,
-  --trace FILE                   write every byte on the serial line to FILE
-  -V, --version                  print the version
-  -h, --help                     print this
-)";
+std::string optionsHelp() {
+    constexpr std::size_t kColumn = 31;
+    std::string text =
+        "Korvane Tuner: tunes and watches an engine control unit over a serial line.\n\n"
+        "korvane-tuner [options] [FILE]\n\n";
+    for (const auto& option : kOptions) {
+        auto column = firstColumn(option.help);
+        column.resize(kColumn, ' ');
+        text += "  " + column + std::string(option.help.meaning) + '\n';
+    }
+    return text;
 }
 
 }  // namespace korvane::app

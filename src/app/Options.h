@@ -9,23 +9,19 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/WallTime.h"
 
 namespace korvane::app {
-
-// A test of a port instead of the program.
-struct DoctorTask {
-    int port = 1;
-    bool json = false;
-    bool maySend = false;  // without a question
-};
 
 struct Options {
     bool headless = false;
     bool console = false;
     bool virtualTime = false;
     bool strict = false;  // the first error ends the run
+    bool json = false;    // of the test of a port: its output
+    bool send = false;    // the test may send without a question
     bool help = false;
     bool version = false;
     std::optional<std::filesystem::path> script;
@@ -37,8 +33,8 @@ struct Options {
     std::optional<std::filesystem::path> preferences;
     std::optional<char> decimal;
     std::optional<std::filesystem::path> trace;
-    std::optional<DoctorTask> doctor;
-    std::optional<std::filesystem::path> log;  // to open in the viewer at the start
+    std::optional<int> doctor;                  // the COM port to test instead of starting the program
+    std::optional<std::filesystem::path> file;  // to open in its window at the start
 };
 
 // The largest script file in bytes.
@@ -57,7 +53,18 @@ struct OptionsError {
 // `arguments` without the program's name. With help or version asked for, nothing else is checked.
 [[nodiscard]] std::variant<Options, OptionsError> parseOptions(std::span<const std::string> arguments);
 
+// A line of --help, of the manual page and of the completions.
+struct OptionHelp {
+    std::string_view name;  // "--script"; empty for the file to open
+    std::string_view value = {};
+    std::string_view meaning;
+    char letter = 0;  // its short form, or 0
+};
+
+// One table is read by parseOptions() and shown by all of these. An option with two kinds of values has two rows.
+[[nodiscard]] std::vector<OptionHelp> optionTable();
+
 // What --help shows.
-[[nodiscard]] std::string_view optionsHelp();
+[[nodiscard]] std::string optionsHelp();
 
 }  // namespace korvane::app

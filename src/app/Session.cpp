@@ -47,7 +47,7 @@ ecu::EcuSettings ecuSettings(const std::string& keys) {
 
 Session::Session(const Options& options, Surroundings surroundings)
     : connect_(options.connect),
-      shownLog_(options.log),
+      shownFile_(options.file),
       folder_(options.folder ? *options.folder : defaultFolder()),
       preferences_(preferencesOf(options), writesOf(options)),
       ecu_(options.ecu && *options.ecu != "none"
@@ -114,11 +114,11 @@ void Session::startTrace(const std::filesystem::path& file) {
 
 void Session::start() {
     program_.start();
+    if (shownFile_) {
+        program_.openFile(*shownFile_);
+    }
     if (connect_) {
         program_.connectTo(*connect_);
-    }
-    if (shownLog_) {
-        program_.logViewer().open(*shownLog_);
     }
 }
 

@@ -39,7 +39,8 @@ public:
     // Throws std::runtime_error with one line for the user when an option can't be met.
     Session(const Options& options, Surroundings surroundings);
 
-    // Opens the main window, connects and opens a log if the options ask for it.
+    // Opens the main window, opens a file and connects if the options ask for it: a map window would read from an open
+    // port what it has just loaded.
     void start();
     // Writes the files that are due at the end of a run. Returns an empty text, or one line for the user.
     [[nodiscard]] std::string finish();
@@ -61,7 +62,7 @@ private:
     void registerNames();
 
     std::optional<int> connect_;
-    std::optional<std::filesystem::path> shownLog_;
+    std::optional<std::filesystem::path> shownFile_;
     std::filesystem::path folder_;
     platform::FilePreferences preferences_;
     std::unique_ptr<EcuPort> ecu_;

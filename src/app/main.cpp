@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "app/DoctorRun.h"
 #include "app/OneLine.h"
 #include "app/Options.h"
 #include "app/RealRun.h"
@@ -58,6 +59,9 @@ void occupyStandardStreams() {
 }
 
 int start(const korvane::app::Options& options, int& argc, char** argv) {
+    if (options.doctor) {
+        return korvane::app::runDoctor(options, argc, argv);
+    }
     if (options.virtualTime) {
         return korvane::app::runVirtual(options);
     }

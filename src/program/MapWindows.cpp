@@ -33,6 +33,25 @@ void MapWindows::openLimiter() {
     openOnly<maps::FrmMaps_ign_limiter>();
 }
 
+maps::MapForm& MapWindows::openUnread(bool large) {
+    if (large) {
+        openLarge();
+    } else {
+        openOnly<maps::FrmMaps>();
+    }
+    auto& window = *shelf_.open<maps::MapForm>();
+    window.TimerInitialGetData.Enabled = false;
+    return window;
+}
+
+void MapWindows::openTune(const std::filesystem::path& tune, bool large) {
+    openUnread(large).openTune(tune.string());
+}
+
+void MapWindows::openSetpoints(const std::filesystem::path& setpoints) {
+    openUnread(false).openSetpoints(setpoints.string());
+}
+
 template <class Kind>
 void MapWindows::openOnly() {
     auto& window = shelf_.one<Kind>([this] { return make<Kind>(); });

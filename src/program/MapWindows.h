@@ -1,6 +1,7 @@
 // Opens the right map window, and owns the map windows.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 
 #include "controls/WindowShelf.h"
@@ -23,6 +24,9 @@ public:
     void open();
     void openLarge();
     void openLimiter();
+    // Without the first reads, which would replace what is loaded.
+    void openTune(const std::filesystem::path& tune, bool large);
+    void openSetpoints(const std::filesystem::path& setpoints);
     void unloadAll() { shelf_.unloadAll(); }
 
     // Redraws frmMaps' edited fuel map, if frmMaps is open.
@@ -37,6 +41,7 @@ private:
     void openOnly();
     template <class Kind>
     [[nodiscard]] std::unique_ptr<Kind> make();
+    [[nodiscard]] maps::MapForm& openUnread(bool large);
     // The rest of the program learns of the window.
     void announce(maps::MapForm& window);
     void announce(maps::FrmMaps_QV_ign& window);

@@ -16,6 +16,7 @@
 #include "performance/FrmPowerCalc.h"
 #include "platform/EventPump.h"
 #include "platform/Texts.h"
+#include "program/FileKind.h"
 
 namespace korvane::program {
 
@@ -145,6 +146,24 @@ void Program::connectTo(int port) {
     frmSarn2_.ComboPort.choose(port - 1);
     if (!frmSarn2_.MSComm1.PortOpen()) {
         frmSarn2_.btnConnect.press();
+    }
+}
+
+void Program::openFile(const std::filesystem::path& file) {
+    switch (const auto kind = kindOf(file)) {
+        case FileKind::Tune:
+        case FileKind::LargeTune:
+            mapWindows_.openTune(file, kind == FileKind::LargeTune);
+            break;
+        case FileKind::Setpoints:
+            mapWindows_.openSetpoints(file);
+            break;
+        case FileKind::EepromImage:
+            comparisons_.open({keep::Source::Kind::Image, file.string()}, {});
+            break;
+        case FileKind::Log:
+            logViewer_.open(file);
+            break;
     }
 }
 

@@ -1,6 +1,8 @@
 // The program: owner of the shared tables and the windows, and what connects them.
 #pragma once
 
+#include <filesystem>
+
 #include "analysis/clsInjAnalyser.h"
 #include "analysis/clsSteadyAgent.h"
 #include "controls/WindowShelf.h"
@@ -41,6 +43,8 @@ public:
     void start();
     // Connects to COM`port` as the tuner would.
     void connectTo(int port);
+    // Opens the window for this kind of file with the file in it. Sends nothing.
+    void openFile(const std::filesystem::path& file);
     // Closes the port as the tuner would.
     void disconnect();
     // Closes the main window as its close box does, and returns when the program has ended.

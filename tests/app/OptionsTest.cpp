@@ -119,22 +119,22 @@ TEST(OptionsTest, BadValuesAreTold) {
     EXPECT_EQ(failure({"--script", "/"}), "there is no file \"/\"");
 }
 
-TEST(OptionsTest, AWordThatIsNoOptionIsALog) {
+TEST(OptionsTest, AWordThatIsNoOptionIsTheFileToOpen) {
     const support::TempFolder folder;
     folder.write("one.txt", "");
     folder.write("two.txt", "");
     const auto one = (folder.path() / "one.txt").string();
     const auto two = (folder.path() / "two.txt").string();
-    EXPECT_FALSE(parsed({"--headless"}).log);
+    EXPECT_FALSE(parsed({"--headless"}).file);
     const Options options = parsed({one, "--headless", "--decimal", ","});
-    EXPECT_EQ(options.log, one);
+    EXPECT_EQ(options.file, one);
     EXPECT_TRUE(options.headless);
     EXPECT_EQ(options.decimal, ',');
-    EXPECT_EQ(parsed({"--console", one, two}).log, two) << "the last one counts";
-    EXPECT_NE(optionsHelp().find("[FILE.txt]"), std::string_view::npos);
+    EXPECT_EQ(parsed({"--console", one, two}).file, two) << "the last one counts";
+    EXPECT_NE(optionsHelp().find("[FILE]"), std::string::npos);
 }
 
-TEST(OptionsTest, ALogMustBeAFile) {
+TEST(OptionsTest, WhatIsOpenedMustBeAFile) {
     for (const auto* text : {"no-such-file.txt", "/", "/dev/null", ""}) {
         EXPECT_EQ(failure({text}), "there is no file \"" + std::string(text) + "\"");
     }
@@ -163,7 +163,7 @@ TEST(OptionsTest, HelpAndVersionComeBeforeAllElse) {
     for (const auto* option :
          {"--headless", "--console", "--script", "--virtual-time", "--now", "--ecu", "--port", "--connect", "--folder",
           "--preferences", "--decimal", "--trace", "--version", "--help"}) {
-        EXPECT_NE(optionsHelp().find(option), std::string_view::npos) << option;
+        EXPECT_NE(optionsHelp().find(option), std::string::npos) << option;
     }
 }
 

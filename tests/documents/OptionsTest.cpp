@@ -6,7 +6,7 @@
 #include <sstream>
 #include <utility>
 
-#include "app/Process.h"
+#include "documents/Help.h"
 #include "documents/Markdown.h"
 #include "ecu/server/EcuSettings.h"
 #include "ecu/server/Options.h"
@@ -15,24 +15,6 @@ namespace korvane::documents {
 namespace {
 
 using testing::Contains;
-
-const std::string kOption = R"((?:^|[\s"`'(|,])(--[a-z][a-z-]+|-[a-zA-Z])(?=[\s=,|)]|$))";
-
-std::set<std::string> optionsIn(const std::string& text) {
-    const auto options = found(text, kOption);
-    return {options.begin(), options.end()};
-}
-
-std::set<std::string> optionsOf(const std::string& program) {
-    std::set<std::string> options;
-    for (const auto& line : app::linesOf(app::runProgram(program, {"--help"}).output)) {
-        if (line.starts_with("  -")) {
-            // The meaning begins behind two blanks; an example value has none.
-            options.merge(optionsIn(line.substr(0, line.find("  ", 2))));
-        }
-    }
-    return options;
-}
 
 // Command lines and single options: what stands between code marks, and the lines of blocks.
 std::vector<std::string> codeOf(const Document& document) {

@@ -50,12 +50,15 @@ void SetpointFiles::save() {
     core::SaveTextTable(path, lines, dialogs);
 }
 
-// A file that can't be read at all changes no target; one that is too short sets the rest to 0.
 void SetpointFiles::load() {
     const std::string path = window_.machine().dialogs.choose({FileDialog::Kind::Open, "Load Settings", kFilter});
-    if (path.empty()) {
-        return;
+    if (!path.empty()) {
+        load(path);
     }
+}
+
+// A file that can't be read at all changes no target; one that is too short sets the rest to 0.
+void SetpointFiles::load(const std::string& path) {
     std::array<std::string, kReadEntries> lines;
     const auto load = core::LoadTextTable(path, lines);
     if (load.error != 0 && load.lastIndex == 0) {

@@ -1,6 +1,8 @@
 // The files of lambda setpoints.
 #pragma once
 
+#include <string>
+
 #include "maps/panes/Analysis.h"
 
 namespace korvane::maps {
@@ -14,6 +16,8 @@ public:
     // Each asks for a file first.
     void save();
     void load();
+    // As load() with this path for an answer.
+    void load(const std::string& path);
 
 private:
     PaneWindow& window_;

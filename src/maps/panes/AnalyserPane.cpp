@@ -111,6 +111,15 @@ void AnalyserPane::showSteady() {
     }
 }
 
+void AnalyserPane::openSetpoints(const std::string& path) {
+    for (auto* const box : {&chkInjAnal, &chkModifyInjSetpoint}) {
+        if (box->Value == 0) {
+            box->press();
+        }
+    }
+    files_.load(path);
+}
+
 void AnalyserPane::tickPane() {
     if (auto* const steady = paneWindow().context().steady; steady != nullptr && !steady->isOn(&paneWindow())) {
         chkSteadyAgent.Value = 0;

@@ -1,6 +1,7 @@
 // The analyser: its boxes, the grid of means and targets, and the files of targets.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "maps/grid/SetpointFiles.h"
@@ -22,6 +23,9 @@ public:
 
     // Opens the window of the steady agent.
     void showSteady();
+
+    // Shows the analyser's targets, and loads them as btnloadLambdaSetpoint does with this path for an answer.
+    void openSetpoints(const std::string& path);
 
     // Every cell shows the default target.
     void fillTargets();

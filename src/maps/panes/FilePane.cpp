@@ -21,7 +21,7 @@ struct FilePane::Operation {
     FileDialog::Kind kind;
     const char* title;
     std::string core::SharedTables::*lastPath;
-    void (FilePane::*act)(const std::string& path);
+    void (FilePane::*work)(const std::string& path);
     const char* failure;  // in front of the description
 };
 
@@ -42,12 +42,28 @@ void FilePane::run(const Operation& operation) {
     try {
         const std::string path = paneWindow().machine().dialogs.choose({operation.kind, operation.title, kFilter});
         if (!path.empty()) {
-            paneWindow().context().tables.*operation.lastPath = path;
-            (this->*operation.act)(path);
+            act(operation, path);
         }
     } catch (const platform::RuntimeError& failure) {
-        paneWindow().tell(operation.failure + std::string(failure.what()));
+        tellFailure(operation, failure);
     }
+}
+
+void FilePane::openTune(const std::string& path) {
+    try {
+        act(kLoading, path);
+    } catch (const platform::RuntimeError& failure) {
+        tellFailure(kLoading, failure);
+    }
+}
+
+void FilePane::act(const Operation& operation, const std::string& path) {
+    paneWindow().context().tables.*operation.lastPath = path;
+    (this->*operation.work)(path);
+}
+
+void FilePane::tellFailure(const Operation& operation, const platform::RuntimeError& failure) {
+    paneWindow().tell(operation.failure + std::string(failure.what()));
 }
 
 void FilePane::saveTune(const std::string& path) {

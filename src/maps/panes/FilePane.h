@@ -5,6 +5,7 @@
 
 #include "maps/panes/MapPane.h"
 #include "maps/panes/PaneWindow.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::maps {
 
@@ -15,6 +16,9 @@ public:
 
     controls::CommandButton btnSave, btnLoad;
 
+    // As btnLoad with this path for an answer.
+    void openTune(const std::string& path);
+
 private:
     struct Operation;
     static const Operation kSaving;
@@ -22,6 +26,8 @@ private:
 
     // Asks for the file and reads or writes it; a failure is shown.
     void run(const Operation& operation);
+    void act(const Operation& operation, const std::string& path);
+    void tellFailure(const Operation& operation, const platform::RuntimeError& failure);
     void saveTune(const std::string& path);
     void loadTune(const std::string& path);
     // Gives the loaded tune to all panes of the window, and to the maps for which it has none.
