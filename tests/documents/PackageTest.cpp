@@ -127,10 +127,10 @@ TEST(Icons, HaveTheirSizes) {
 TEST(Screenshots, AreWideAndLightAndDark) {
     int light = 0;
     int dark = 0;
-    for (const auto& line : linesIn("screenshots.txt")) {
+    for (const auto& line : linesIn("screenshots/captions.txt")) {
         const auto name = line.substr(0, line.find('|'));
         EXPECT_GT(line.size(), name.size() + 10) << "has a caption";
-        const auto size = sizeOf(projectFolder() / "docs/pictures/store" / name);
+        const auto size = sizeOf(packaging("screenshots/" + name));
         EXPECT_EQ(size.width * 9, size.height * 16) << name;
         light += name.ends_with("-light.png") ? 1 : 0;
         dark += name.ends_with("-dark.png") ? 1 : 0;
