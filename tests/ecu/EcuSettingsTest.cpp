@@ -240,7 +240,8 @@ TEST(EcuSettings, HelpNamesEveryKey) {
                            "type", "version", "features", "identity", "payload", "seed", "drive", "eeprom", "save",
                            "lose", "flip", "add", "ignfault", "late", "silent", "refuse", "mute", "restart", "alarm",
                            "cut", "power", "wear", "interpolate", "need", "mapfault", "lambdadelay", "lambdalag",
-                           "lambdanoise", "lambdafault", "wetting", "coldstart", "throttlenoise"));
+                           "lambdanoise", "lambdafault", "wetting", "coldstart", "throttlenoise",
+                           "speed", "echo", "stray"));
 }
 
 }  // namespace
