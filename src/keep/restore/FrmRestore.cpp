@@ -280,7 +280,8 @@ std::string FrmRestore::exportTune(const std::string& name) {
     }
     const auto tables = std::make_unique<core::SharedTables>();
     fillTune(*point.content, *tables);
-    const bool saved = core::SaveSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs);
+    const bool saved =
+        core::ReplaceSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs, machine().toDisk);
     return saved ? "Tune: " + path : std::string();
 }
 
@@ -297,7 +298,7 @@ std::string FrmRestore::exportImage(const std::string& name) {
     // The writer leaves the last element out.
     std::vector<std::uint8_t> table(image.bytes.begin(), image.bytes.end());
     table.push_back(0);
-    return core::SaveByteTable(path, table, machine().dialogs) ? "Image: " + path : std::string();
+    return core::SaveByteTable(path, table, machine().dialogs, machine().toDisk) ? "Image: " + path : std::string();
 }
 
 }  // namespace korvane::keep
