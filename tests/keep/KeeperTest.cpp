@@ -411,5 +411,23 @@ TEST_F(KeeperTest, SendsNothing) {
     EXPECT_THAT(sent(), IsEmpty());
 }
 
+// A clock that was wrong for a day must not hide every later point.
+TEST_F(KeeperTest, ComparesWithThePointThatWasMadeLastWhateverItsDate) {
+    connect();
+    identify();
+    readAll();
+    auto other = newest();
+    other.time.year += 50;
+    other.fuel.working.fill(1);
+    other.fuel.edited.fill(1);
+    EXPECT_NE(PointStore(folder / "restore").add(other).name, "");
+    tables.FuelMapOut[3] = 99;
+    program.disconnect();
+    connect();
+    identify();
+    readAll(51);
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (disconnect): 160 map cells"));
+}
+
 }  // namespace
 }  // namespace korvane::keep
