@@ -198,6 +198,7 @@ void Keeper::compare() {
 
 const std::vector<PointEntry>& Keeper::points() {
     if (!points_) {
+        read_ = store_.lastChange();
         points_ = store_.list();
     }
     return *points_;
@@ -205,6 +206,12 @@ const std::vector<PointEntry>& Keeper::points() {
 
 void Keeper::refresh() {
     pointsChanged();
+}
+
+void Keeper::follow() {
+    if (points_ && read_ != store_.lastChange()) {
+        refresh();
+    }
 }
 
 void Keeper::pointsChanged() {

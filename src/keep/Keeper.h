@@ -50,6 +50,8 @@ public:
     [[nodiscard]] const void* pointsProperty() const { return &points_; }
     // Reads the folder anew: other programs may use it.
     void refresh();
+    // The same if anything in it has changed since it was read.
+    void follow();
     // A sentence why not, or empty.
     std::string remove(const std::string& name);
     std::string setNote(const std::string& name, std::string_view text);
@@ -88,7 +90,8 @@ private:
     Surroundings in_;
     PointStore store_;
     std::optional<std::vector<PointEntry>> points_;
-    int opening_ = 0;  // that all below is about
+    std::filesystem::file_time_type read_;  // when the folder had last changed as it was read
+    int opening_ = 0;                       // that all below is about
     bool identityHeard_ = false;
     bool mapsKept_ = false;
     bool settingsKept_ = false;

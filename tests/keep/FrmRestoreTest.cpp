@@ -330,5 +330,39 @@ TEST_F(FrmRestoreTest, AnExportIsOnTheDiskBeforeItTakesThePlaceOfTheOlderFile) {
     EXPECT_THAT(folder.read("tune.txt"), testing::StartsWith("Injection"));
 }
 
+// As another program does that has the same folder.
+TEST_F(FrmRestoreTest, FollowsWhatOthersDoInTheFolder) {
+    put(1, "a");
+    const auto name = put(2, "b");
+    put(3, "c");
+    auto& form = open();
+    form.lstPoints.choose(2);
+    pump.wait(1000);
+    EXPECT_THAT(reasons(form), ElementsAre("c", "b", "a"));
+    PointStore other(folder / "restore");
+    EXPECT_EQ(other.remove(name), "");
+    touch(1);
+    pump.wait(500);
+    EXPECT_THAT(reasons(form), ElementsAre("c", "a"));
+    EXPECT_EQ(form.lstPoints.chosen()->reason, "a");
+    put(4, "d");
+    touch(2);
+    pump.wait(500);
+    EXPECT_THAT(reasons(form), ElementsAre("d", "c", "a"));
+    EXPECT_EQ(form.lblCount.Caption.get(), "3 restore points");
+}
+
+TEST_F(FrmRestoreTest, APickedPointThatAnotherProgramRemovesIsPickedNoMore) {
+    const auto name = put(1, "a");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    EXPECT_EQ(PointStore(folder / "restore").remove(name), "");
+    touch(1);
+    form.btnExportTune.press();
+    EXPECT_EQ(form.lblState.Caption.get(), "No tune: no file.");
+    EXPECT_FALSE(form.btnExportTune.Enabled);
+    EXPECT_EQ(form.lblPoint.Caption.get(), "");
+}
+
 }  // namespace
 }  // namespace korvane::keep

@@ -226,6 +226,11 @@ std::string PointStore::nameFor(const platform::WallTime& time) const {
     return nameOf(platform::unusedName(folder_, stemOf(turn))).append(kPoint);
 }
 
+fs::file_time_type PointStore::lastChange() const {
+    std::error_code error;
+    return fs::last_write_time(folder_, error);
+}
+
 PointStore::Added PointStore::add(const Snapshot& point) {
     std::error_code error;
     fs::create_directories(folder_, error);

@@ -42,6 +42,8 @@ public:
     };
     // The file is there as a whole, or not at all.
     Added add(const Snapshot& point);
+    // When points or notes were added or removed last; the same value while there is no folder.
+    [[nodiscard]] std::filesystem::file_time_type lastChange() const;
     // With its note.
     std::string remove(std::string_view name);
     // The note is a file of its own beside the point, at most kLongestNote bytes; an empty text removes it.

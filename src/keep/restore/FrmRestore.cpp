@@ -135,6 +135,7 @@ void FrmRestore::act(const std::function<std::string(const std::string& name)>& 
 }
 
 void FrmRestore::follow() {
+    context_.keeper.follow();
     auto now = context_.keeper.now();
     now.time = {};
     if (compared_ != now) {
