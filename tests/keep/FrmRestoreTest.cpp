@@ -364,5 +364,20 @@ TEST_F(FrmRestoreTest, APickedPointThatAnotherProgramRemovesIsPickedNoMore) {
     EXPECT_EQ(form.lblPoint.Caption.get(), "");
 }
 
+TEST_F(FrmRestoreTest, SettingsThatWereNotReadBackAreCounted) {
+    put(1, "maps read");
+    auto& form = open();
+    const auto kept = [](std::size_t address) { return fullPoint().eeprom.at(address).byte; };
+    const auto other = [&](std::size_t address) { return static_cast<std::uint8_t>(kept(address) ^ 1U); };
+    window.ecuEeprom.told(10, other(10));
+    window.ecuEeprom.sent(11, other(11));
+    window.ecuEeprom.sent(12, kept(12));
+    form.lstPoints.choose(0);
+    EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 2, not read back: 1"));
+    window.ecuEeprom.told(11, other(11));
+    pump.wait(500);
+    EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 2"));
+}
+
 }  // namespace
 }  // namespace korvane::keep

@@ -28,13 +28,14 @@ int differentMisc(const Snapshot& one, const Snapshot& other) {
     return count;
 }
 
-int differentCells(const Snapshot& one, const Snapshot& other) {
+// Of those whose cell of `other` passes.
+int differentCells(const Snapshot& one, const Snapshot& other, bool (*passes)(link::Known)) {
     const auto places = core::parameterAddresses(one.ecu.swType);
     int count = 0;
     for (std::size_t i = 0; i < one.eeprom.size(); ++i) {
         const auto& [byte, known] = one.eeprom.at(i);
         const auto& [otherByte, otherKnown] = other.eeprom.at(i);
-        count += known != link::Known::No && otherKnown != link::Known::No && byte != otherByte &&
+        count += known != link::Known::No && passes(otherKnown) && byte != otherByte &&
                          !link::mapCellAt(places, static_cast<int>(i))
                      ? 1
                      : 0;
@@ -83,6 +84,10 @@ PointDifference differenceOf(const Snapshot& one, const Snapshot& other) {
     }
     difference.settings = differentMisc(one, other) + differentCells(one, other);
     return difference;
+}
+
+int notReadBack(const Snapshot& point, const Snapshot& now) {
+    return differentCells(point, now, [](auto known) { return known == link::Known::Sent; });
 }
 
 PointDifference changesSince(const Snapshot& point, const Snapshot& now) {

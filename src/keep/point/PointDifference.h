@@ -19,6 +19,9 @@ struct PointDifference {
 };
 [[nodiscard]] PointDifference differenceOf(const Snapshot& one, const Snapshot& other);
 
+// How many of the settings that differenceOf() counts were sent to the ECU and not read back: it may have them or not.
+[[nodiscard]] int notReadBack(const Snapshot& point, const Snapshot& now);
+
 // The same of a point and what the ECU has now. A map counts as unchanged, too, if the ECU has it exactly as the tuner
 // had it on the desk then: it is what the tuner has sent.
 [[nodiscard]] PointDifference changesSince(const Snapshot& point, const Snapshot& now);

@@ -18,14 +18,15 @@ constexpr int kWidth = 1000 * 15;  // twips
 constexpr int kHeight = 620 * 15;
 constexpr const char* kFilter = "All Files (*.txt)|*.txt";
 
-std::string wordsOf(const PointEntry& entry, const std::string& differs) {
+std::string wordsOf(const PointEntry& entry, const std::string& differs, int unread) {
     if (!entry.damage.empty()) {
         return timeTextOf(entry) + ": " + entry.damage;
     }
     const bool isCount = differs.find_first_not_of("0123456789") == std::string::npos;
     return timeTextOf(entry) + ", " + entry.reason + ", " + ecuTextOf(entry) +
-           (differs == "0"         ? ", nothing differs now"
-            : isCount              ? ", cells that differ now: " + differs
+           (differs == "0" ? ", nothing differs now"
+            : isCount      ? ", cells that differ now: " + differs +
+                            (unread == 0 ? "" : ", not read back: " + std::to_string(unread))
             : differs == "unknown" ? ", what differs now is unknown"
                                    : ", " + differs);
 }
@@ -160,11 +161,13 @@ void FrmRestore::showCount() {
 void FrmRestore::showChosen() {
     const auto* const entry = lstPoints.chosen();
     const std::string name = entry != nullptr ? entry->name : std::string();
-    lblPoint.Caption = entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex)) : std::string();
+    const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
+    const int unread = point.content ? notReadBack(*point.content, context_.keeper.now()) : 0;
+    lblPoint.Caption =
+        entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex), unread) : std::string();
     if (name != std::exchange(shown_, name)) {
         txtNote.Text = entry != nullptr ? entry->note : std::string();
     }
-    const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
     showMaps(point);
     showOther(point);
     showButtons();
