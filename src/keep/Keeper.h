@@ -39,6 +39,10 @@ public:
     void beforeStore(std::string_view what);
     // Edits that neither the ECU nor the newest point has are kept before others take their place on the desk.
     void beforeReplacing(std::string_view what);
+    // The newest point has the desk behind it, unless none can be made.
+    void keepDesk(std::string_view reason);
+    // Whether the newest point that this program has made or found to have the desk has that of `known`.
+    [[nodiscard]] bool hasDesk(const Snapshot& known) const;
     void settingsRead();
     // For the end of the program.
     void programEnds() { keepWhatIsNew("end of the program"); }
@@ -97,6 +101,7 @@ private:
     bool settingsKept_ = false;
     std::optional<Snapshot> last_;  // what was known when keepWhatIsNew() looked, without its time
     std::set<std::string> added_;   // names
+    Found desk_;                    // the point that hasDesk() is about
 };
 
 }  // namespace korvane::keep

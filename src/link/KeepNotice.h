@@ -25,6 +25,11 @@ public:
     controls::Property<std::string> Offer{*this};
     controls::Property<std::string> OfferPoint{*this};
 
+    // That an earlier run did not end properly, and the point that has what was on its desk. Told ahead of all else,
+    // until the point was shown.
+    controls::Property<std::string> Unfinished{*this};
+    controls::Property<std::string> UnfinishedPoint{*this};
+
     void say(const std::string& text, const std::string& point) {
         Point = point;
         Text = text;
@@ -34,12 +39,26 @@ public:
         OfferPoint = point;
         Offer = text;
     }
-    // Both, as the line has them.
+    void unfinished(const std::string& text, const std::string& point) {
+        UnfinishedPoint = point;
+        Unfinished = text;
+    }
+    // All of them, as the line has them.
     [[nodiscard]] std::string words() const {
-        return Offer.get() + (Offer.get().empty() || Text.get().empty() ? "" : "\n") + Text.get();
+        std::string all;
+        for (const auto* part : {&Unfinished.get(), &Offer.get(), &Text.get()}) {
+            all += (all.empty() || part->empty() ? "" : "\n") + *part;
+        }
+        return all;
+    }
+    void showUnfinished() {
+        const std::string point = UnfinishedPoint.get();
+        unfinished({}, {});
+        showOffer(point);
     }
 
-    // Shows the restore that was not completed; set by who owns the window.
+    // Shows a point in the window of the restore points, which has the restore that was not completed; set by who owns
+    // the window.
     std::function<void(const std::string& point)> showOffer;
     // Shows what differs from a point; set by who owns the window.
     std::function<void(const std::string& point)> compare;

@@ -38,6 +38,7 @@ Program::Program(platform::Machine& machine)
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
       keeper_({machine, tables_, frmSarn2_}),
+      desk_(machine, keeper_, history_),
       restoreRun_({machine, tables_, frmSarn2_, eeprom_}, machine.folder / kPointsFolder),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
@@ -109,7 +110,7 @@ void Program::connectHistory() {
 
 void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
-    mapContext_.replacing = [this](std::string_view what) { keeper_.beforeReplacing(what); };
+    mapContext_.replacing = [this](std::string_view what) { desk_.beforeReplacing(what); };
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
@@ -181,6 +182,7 @@ void Program::mainWindowLoad() {
     frmSarn2_.SarnMeterRpm.setMeterType(1);
     frmSarn2_.SarnMeterboost.setMeterType(0);
     frm3Dmap_.load();
+    desk_.programBegins();
 }
 
 void Program::nameChannels() {
@@ -219,6 +221,7 @@ void Program::openSteadyAgent() {
 
 void Program::mainWindowUnload(bool& stays) {
     keeper_.programEnds();  // before the port is closed, which is a disconnect otherwise
+    desk_.programEnds();
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();

@@ -8,6 +8,7 @@
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 #include "keep/Keeper.h"
+#include "keep/desk/DeskKeeper.h"
 #include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
@@ -97,6 +98,7 @@ private:
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
     keep::Keeper keeper_;
+    keep::DeskKeeper desk_;
     keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;

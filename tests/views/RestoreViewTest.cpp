@@ -127,6 +127,22 @@ TEST_F(RestoreViewTest, TheMainWindowLeadsToARestoreThatWasNotCompleted) {
     EXPECT_TRUE(find<QToolButton>("keepNoticeRestore").isHidden());
 }
 
+TEST_F(RestoreViewTest, TheMainWindowLeadsToTheDeskOfARunThatDidNotEnd) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    lookAt(window);
+    window.keepNotice.unfinished("The program ended.", keep::PointStore(folder / "restore").list()[1].name);
+    frame();
+    EXPECT_FALSE(find<QGroupBox>("keepNotice").isHidden());
+    EXPECT_EQ(find<QGroupBox>("keepNotice").findChild<QLabel*>()->text().toStdString(), "The program ended.");
+    EXPECT_TRUE(find<QToolButton>("keepNoticeRestore").isHidden());
+    find<QToolButton>("keepNoticeUnfinished").click();
+    const auto& form = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
+    EXPECT_EQ(form.lstPoints.chosen()->reason, "maps read");
+    frame();
+    EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+}
+
 TEST_F(RestoreViewTest, WhatIsNotThereIsNotShown) {
     put(1, "maps read");
     open();

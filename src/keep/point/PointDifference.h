@@ -38,6 +38,9 @@ struct PointDifference {
 
 // Whether a map on the desk is another than the one on which the ECU runs.
 [[nodiscard]] bool hasEdits(const Snapshot& now);
+// The same of what the ECU has stored, as far as the maps of its type go; of no type yet, of all cells.
+[[nodiscard]] bool hasUnstored(const Snapshot& now);
+[[nodiscard]] bool isSameDesk(const Snapshot& one, const Snapshot& other);
 
 // Whether `point` has the maps on the desk of `now`, as in covers().
 [[nodiscard]] bool coversDesk(const Snapshot& point, const Snapshot& now);

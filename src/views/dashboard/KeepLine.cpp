@@ -19,6 +19,10 @@ constexpr OpenButton kShowButton{"keepNoticeCompare", "Show differences",
 constexpr OpenButton kOfferButton{"keepNoticeRestore", "Go on or back",
                                   "Opens the restore points, where the restore can go on or back; nothing is sent yet"};
 
+constexpr OpenButton kUnfinishedButton{
+    "keepNoticeUnfinished", "Show restore point",
+    "Opens the restore points at the one with those maps; nothing is moved by itself"};
+
 }  // namespace
 
 QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent) {
@@ -34,14 +38,17 @@ QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent)
     words.setMinimumWidth(1);
     words.setTextInteractionFlags(Qt::TextSelectableByMouse);
     row.addWidget(&words, 1);
+    auto& unfinished = makeOpenButton(kUnfinishedButton, binder, inside, [&notice] { notice.showUnfinished(); });
+    row.addWidget(&unfinished);
     auto& offer =
         makeOpenButton(kOfferButton, binder, inside, [&notice] { notice.showOffer(notice.OfferPoint.get()); });
     row.addWidget(&offer);
     auto& button = makeOpenButton(kShowButton, binder, inside, [&notice] { notice.compare(notice.Point.get()); });
     row.addWidget(&button);
     card.fitMargins();
-    ObjectPart::bind(binder, {&notice}, [&card, &words, &offer, &button, &notice] {
+    ObjectPart::bind(binder, {&notice}, [&card, &words, &unfinished, &offer, &button, &notice] {
         words.setText(QString::fromStdString(notice.words()));
+        unfinished.setVisible(!notice.Unfinished.get().empty() && notice.showOffer);
         offer.setVisible(!notice.Offer.get().empty() && notice.showOffer);
         button.setVisible(!notice.Point.get().empty() && notice.compare);
         card.setVisible(!notice.words().empty());
