@@ -8,6 +8,7 @@
 
 #include "analysis/CellSender.h"
 #include "analysis/EngineFacts.h"
+#include "analysis/LogRehearsal.h"
 #include "analysis/SteadyBaseline.h"
 #include "analysis/SteadyLog.h"
 #include "analysis/clsInjAnalyser.h"
@@ -57,6 +58,10 @@ public:
 
     void liveFrame() override;
 
+    // What a rehearsal needs: the working map, targets and choices as they are, and the baseline that is kept, or else
+    // the map. Sends and keeps nothing; the port may be closed.
+    [[nodiscard]] RehearsalStart rehearsalStart(const maps::MapGeometry& geometry) const;
+
     // What it knows; of the last run while it is off.
     [[nodiscard]] const steady::SteadyAgent& agent() const { return agent_; }
     // Nothing for a cell that has none, and before the first start or put back.
@@ -84,14 +89,17 @@ private:
     [[nodiscard]] std::string reasonToStop() const;
 
     // How many cells are farther from the baseline than the authority lets the agent go.
+    [[nodiscard]] static std::size_t cellsBeyond(const steady::SteadySetup& setup, std::span<const std::uint8_t> cells,
+                                                 std::span<const std::uint8_t> baseline);
     [[nodiscard]] std::size_t cellsBeyond(const maps::MapGeometry& geometry) const;
-    [[nodiscard]] std::string baselineWords() const;
+    [[nodiscard]] static std::string wordsOf(const SteadyBaseline& baseline);
+    [[nodiscard]] static std::string beyondWords(std::size_t cells, const SteadyBaseline& baseline);
     // Whether this is asked for the second time.
     [[nodiscard]] bool isConfirmed();
     // How many cells differ from the baseline.
     std::size_t prepareWayBack();
 
-    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry, const EngineFacts& facts) const;
     void begin(const maps::MapGeometry& geometry);
     void tick();
     void stopFor(std::string reason);
