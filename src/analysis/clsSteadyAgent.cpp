@@ -482,7 +482,12 @@ void clsSteadyAgent::frameHeard(std::uint8_t code, std::span<const std::uint8_t>
     }
 }
 
-void clsSteadyAgent::propertyChanged(controls::Object&, const void*) {
+void clsSteadyAgent::propertyChanged(controls::Object&, const void* property) {
+    for (std::size_t zone = 0; zone < steady::kZones; ++zone) {
+        if (property == &choices_.FixedDelayMs.at(zone)) {
+            agent_.fixDelay(zone, choices_.FixedDelayMs.at(zone));
+        }
+    }
     agent_.setAuthority(choices_.RichAuthority, choices_.LeanAuthority);
 }
 

@@ -160,6 +160,37 @@ TEST_F(FrmSteadyTest, BoxesBeginAsRememberedAndAreTakenWithinTheirRange) {
     EXPECT_TRUE(steady_.choices().Carry);
 }
 
+// The "1" of "15" would cut the authority to 1 per cent.
+TEST_F(FrmSteadyTest, WhatIsTypedIsTakenByEnterOrWhenTheFocusLeaves) {
+    constexpr int kKeyReturn = 13;
+    window_.setFocus(&window_.txtRich);
+    window_.txtRich.Text = "2";
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 15.0);
+    machine_.pump.wait(1100);
+    EXPECT_EQ(window_.txtRich.Text.get(), "2") << "nobody writes there meanwhile";
+    window_.txtRich.Text = "20";
+    window_.txtRich.KeyDown('0', 0);
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 15.0);
+    window_.txtRich.KeyDown(kKeyReturn, 0);
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 20.0);
+    window_.setFocus(&window_.txtDelay(1));
+    window_.txtDelay(1).Text = "180";
+    EXPECT_EQ(steady_.choices().FixedDelayMs[1].get(), 0.0);
+    window_.setFocus(&window_.txtLean);
+    EXPECT_EQ(steady_.choices().FixedDelayMs[1].get(), 180.0);
+}
+
+TEST_F(FrmSteadyTest, ABoxShowsWhatHoldsOnceNobodyTypesThere) {
+    window_.setFocus(&window_.txtLean);
+    window_.txtLean.Text = "80";
+    window_.setFocus(&window_.txtRich);
+    EXPECT_EQ(window_.lblNote.Caption.get(), "0 to 50");
+    steady_.choices().FixedDelayMs[0] = 90.0;
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.txtLean.Text.get(), "5");
+    EXPECT_EQ(window_.txtDelay(0).Text.get(), "90");
+}
+
 TEST_F(FrmSteadyTest, ButtonsSayWhatCameOfThem) {
     window_.btnPutBack.press();
     EXPECT_EQ(window_.lblNote.Caption.get(), "Put back");

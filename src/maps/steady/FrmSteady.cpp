@@ -29,13 +29,12 @@ void FrmSteady::describe() {
 
 void FrmSteady::connect() {
     auto& choices = steady_.choices();
-    txtRich.Change = [&] { take(txtRich, choices.RichAuthority, SteadyChoices::kMostAuthority); };
-    txtLean.Change = [&] { take(txtLean, choices.LeanAuthority, SteadyChoices::kMostAuthority); };
+    connectBox(txtRich, choices.RichAuthority, SteadyChoices::kMostAuthority);
+    connectBox(txtLean, choices.LeanAuthority, SteadyChoices::kMostAuthority);
     chkCarry.Click = [&] { choices.Carry = chkCarry.Value == 1; };
     for (int zone = 0; zone < txtDelay.count(); ++zone) {
-        txtDelay(zone).Change = [this, &choices, zone] {
-            take(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)), SteadyChoices::kLongestDelay);
-        };
+        connectBox(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)),
+                   SteadyChoices::kLongestDelay);
     }
     btnPutBack.Click = [this] { lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType)); };
     btnNewBaseline.Click = [this] { lblNote.Caption = steady_.newBaseline(geometryOf(tables_.SWType)); };
@@ -43,24 +42,47 @@ void FrmSteady::connect() {
 }
 
 void FrmSteady::Form_Load() {
-    showChoices();
     showState();
 }
 
 void FrmSteady::showChoices() {
     const auto& choices = steady_.choices();
-    txtRich.Text = core::textOf(choices.RichAuthority.get());
-    txtLean.Text = core::textOf(choices.LeanAuthority.get());
+    showNumber(txtRich, choices.RichAuthority, false);
+    showNumber(txtLean, choices.LeanAuthority, false);
     chkCarry.Value = choices.Carry ? 1 : 0;
     for (int zone = 0; zone < txtDelay.count(); ++zone) {
-        const double fixed = choices.FixedDelayMs.at(static_cast<std::size_t>(zone));
-        txtDelay(zone).Text = fixed > 0.0 ? core::textOf(fixed) : std::string();
+        showNumber(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)), true);
     }
 }
 
-// What is out of range is not taken. An empty box is 0.
+// Not while somebody types there.
+void FrmSteady::showNumber(controls::TextBox& box, double number, bool emptyForZero) {
+    if (activeControl() != &box) {
+        box.Text = emptyForZero && number == 0.0 ? std::string() : core::textOf(number);
+    }
+}
+
+void FrmSteady::connectBox(controls::TextBox& box, controls::Property<double>& number, double most) {
+    const auto taking = [this, &box, &number, most] { take(box, number, most); };
+    box.LostFocus = taking;
+    box.KeyDown = [taking](int keyCode, int) {
+        if (keyCode == controls::kKeyReturn) {
+            taking();
+        }
+    };
+    box.Change = [this, &box, taking] {
+        if (activeControl() != &box) {
+            taking();
+        }
+    };
+}
+
+// What is out of range is not taken, and the next look shows what holds. An empty box is 0.
 void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& number, double most) {
     const double given = core::val(box.Text.get());
+    if (given == number.get()) {
+        return;
+    }
     const bool good = given >= 0.0 && given <= most;
     lblNote.Caption = good ? std::string() : "0 to " + core::textOf(most);
     if (good) {
@@ -69,6 +91,7 @@ void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& n
 }
 
 void FrmSteady::showState() {
+    showChoices();
     lblState.Caption = steady_.state();
     lblReason.Caption = steady_.whyStopped();
     lblReason.Visible = !lblReason.Caption.get().empty();

@@ -18,7 +18,8 @@ public:
     controls::Label lblState{*this, "lblState"};
     controls::Label lblReason{*this, "lblReason"};  // why it is stopped
     controls::Label lblCell{*this, "lblCell"};      // the cell in which the engine runs
-    controls::TextBox txtRich{*this, "txtRich"};    // the authority, per cent
+    // What is typed in a box is taken by Enter, or when the focus leaves it; what a script puts there at once.
+    controls::TextBox txtRich{*this, "txtRich"};  // the authority, per cent
     controls::TextBox txtLean{*this, "txtLean"};
     controls::CheckBox chkCarry{*this, "chkCarry"};
     controls::ControlArray<controls::Label> lblZone{*this, "lblZone", static_cast<int>(SteadyChoices::kZones)};
@@ -36,6 +37,8 @@ private:
     void describe();
     void connect();
     void showChoices();
+    void showNumber(controls::TextBox& box, double number, bool emptyForZero);
+    void connectBox(controls::TextBox& box, controls::Property<double>& number, double most);
     void showState();
     void showSamples();
     void take(const controls::TextBox& box, controls::Property<double>& number, double most);
