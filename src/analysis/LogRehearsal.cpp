@@ -107,12 +107,12 @@ double LogRehearsal::share() const {
     return rows() == 0 ? 1.0 : static_cast<double>(next_ - 1) / rows();
 }
 
-// Midnight goes on with the next day. A clock that was set back begins a second later, which is a gap.
+// Midnight goes on with the next day. A clock that was set back begins two seconds later, which is a gap.
 void LogRehearsal::advanceTo(std::string_view time) {
     const auto now = secondOfDay(time);
     if (now && ofDay_) {
         const int passed = *now - *ofDay_;
-        second_ += passed >= 0 ? passed : passed < -kDay / 2 ? passed + kDay : 1;
+        second_ += passed >= 0 ? passed : passed < -kDay / 2 ? passed + kDay : 2;
     } else if (now) {
         second_ = *now;
     }
@@ -126,8 +126,7 @@ void LogRehearsal::takeSecond() {
     const auto count = end - first;
     const bool countable = secondOfDay(timeOf(first)).has_value() && count <= kMostInASecond;
     if (!countable) {
-        missing_.front() += count;
-        next_ = end;
+        leaveOut(first, end);
         return;
     }
     advanceTo(timeOf(first));
@@ -142,11 +141,28 @@ void LogRehearsal::takeSecond() {
     next_ = end;
 }
 
+void LogRehearsal::leaveOut(std::int32_t first, std::int32_t end) {
+    for (auto row = first; row < end; ++row) {
+        ++missing_.front();
+        static_cast<void>(readCells(row));
+    }
+    next_ = end;
+}
+
 void LogRehearsal::takeRow(std::int32_t row, double seconds) {
     if (readCells(row)) {
         lastRow_ = row;
-        rehearsal_.add(frameOf(row_, load_, geometry_, seconds));
+        rehearsal_.add(frameOf(row_, load_, geometry_, withoutPauses(seconds)));
     }
+}
+
+// However long nothing was logged, it is one gap, as a transfer is to the agent in the program.
+double LogRehearsal::withoutPauses(double seconds) {
+    constexpr double kGap = 1.0;
+    const double passed = seconds - skipped_ - lastSeconds_.value_or(seconds);
+    skipped_ += std::max(passed - kGap, 0.0);
+    lastSeconds_ = seconds - skipped_;
+    return *lastSeconds_;
 }
 
 bool LogRehearsal::readCells(std::int32_t row) {
@@ -205,7 +221,9 @@ std::string LogRehearsal::usedWords() const {
 
 std::string LogRehearsal::words() const {
     if (rows() == 0) {
-        return "The log has no rows: there is nothing that the agent could do.";
+        return log_.lastLoad().failure == 0
+                   ? "The log has no rows: there is nothing that the agent could do."
+                   : "No row of the log can be read: there is nothing that the agent could do.";
     }
     if (const auto names = lacking(); !names.empty()) {
         std::string list;
@@ -221,7 +239,9 @@ std::string LogRehearsal::words() const {
         words = "The agent would stop at row " + std::to_string(lastRow_) + ", " + std::string(timeOf(lastRow_)) +
                 ": " + std::string(wordsOf(rehearsal_.agent().stopReason())) + ". ";
     }
-    return words + "The agent would change " + cells + " (" + usedWords() + ").";
+    const bool isWhole = log_.lastLoad().failure == 0;
+    return words + "The agent would change " + cells + " (" + usedWords() + ")." +
+           (isWhole ? "" : " The log was not read any further.");
 }
 
 }  // namespace korvane::analysis

@@ -50,7 +50,9 @@ private:
     [[nodiscard]] std::string_view timeOf(std::int32_t row) const;
     [[nodiscard]] std::int32_t endOfSecond(std::int32_t row) const;
     void takeSecond();
+    void leaveOut(std::int32_t first, std::int32_t end);
     void takeRow(std::int32_t row, double seconds);
+    [[nodiscard]] double withoutPauses(double seconds);
     [[nodiscard]] bool readCells(std::int32_t row);
     void setChannel(int column, double value);
     void advanceTo(std::string_view time);
@@ -65,10 +67,12 @@ private:
     std::vector<int> needed_;  // columns
     std::vector<std::int32_t> missing_;
     std::int32_t next_ = 1;
-    std::int32_t lastRow_ = 0;    // that the agent was given
-    double second_ = 0.0;         // that is being read, from the first day's midnight on
-    std::optional<int> ofDay_;    // the same, of its day
-    std::int32_t lastCount_ = 0;  // rows of the second before
+    std::int32_t lastRow_ = 0;           // that the agent was given
+    double second_ = 0.0;                // that is being read, from the first day's midnight on
+    std::optional<int> ofDay_;           // the same, of its day
+    std::int32_t lastCount_ = 0;         // rows of the second before
+    double skipped_ = 0.0;               // seconds of pauses
+    std::optional<double> lastSeconds_;  // that the agent was told
 };
 
 }  // namespace korvane::analysis

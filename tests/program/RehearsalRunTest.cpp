@@ -78,7 +78,7 @@ TEST_F(RehearsalRunTest, TheProposalIsComparedWithTheWorkingMapAndItsCellsCanBeC
     for (std::size_t cell = 0; cell < 160; ++cell) {
         EXPECT_EQ(run.tables.FuelMapOut.at(cell), proposal.at(cell)) << cell;
     }
-    EXPECT_EQ(run.program.history().count(), 1U) << "a step that can be undone";
+    EXPECT_EQ(run.program.history().count(), 2U) << "the map of this test, and the copy as a step that can be undone";
 }
 
 TEST_F(RehearsalRunTest, EachTimeItProposesTheSame) {
@@ -94,7 +94,9 @@ TEST_F(RehearsalRunTest, TheAgentAtWorkIsNotTouchedAndNothingIsSent) {
     rehearse();
     EXPECT_EQ(run.program.steadyAgent().state(), "off");
     EXPECT_EQ(run.program.steadyAgent().baselineOf(0), std::nullopt);
-    EXPECT_FALSE(std::filesystem::exists(run.folder.path() / "steady-11-0.baseline"));
+    for (const auto& file : std::filesystem::directory_iterator(run.folder.path())) {
+        EXPECT_FALSE(file.path().filename().string().starts_with("steady")) << file.path();
+    }
 }
 
 TEST_F(RehearsalRunTest, ASecondPressStopsIt) {
