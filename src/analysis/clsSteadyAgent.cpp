@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "core/Numbers.h"
@@ -81,6 +82,26 @@ std::string clsSteadyAgent::cellWords(int index) const {
     }
     words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
     return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
+}
+
+std::string clsSteadyAgent::cellReasons(int cell) const {
+    if (cell < 0 || std::cmp_greater_equal(cell, verdicts_.size())) {
+        return {};
+    }
+    const auto& counts = verdicts_.at(static_cast<std::size_t>(cell));
+    std::vector<std::size_t> reasons;
+    for (std::size_t reason = 1; reason < counts.size(); ++reason) {
+        if (counts.at(reason) > 0) {
+            reasons.push_back(reason);
+        }
+    }
+    std::ranges::stable_sort(reasons, std::greater(), [&](std::size_t reason) { return counts.at(reason); });
+    std::string words;
+    for (const auto reason : reasons) {
+        words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
+                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
+    }
+    return words;
 }
 
 std::string clsSteadyAgent::zoneWords(std::size_t index) const {
@@ -265,6 +286,8 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     last_ = parts_.machine.pump.now();
     paused_ = false;
     log_.begin();
+    verdicts_ = {};
+    errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
     agent_.start(setupFor(geometry, facts_), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);
     timer_.StartTimer();
@@ -418,9 +441,61 @@ void clsSteadyAgent::tick() {
     takeEdits();
     takeTargets();
     make(agent_.onTime(advance()));
+    noteErrors();
+}
+
+// Of the cells that the agent is sure of to a half or more.
+void clsSteadyAgent::noteErrors() {
+    constexpr double kSure = 0.5;
+    if (!runs() || putsBack() || !errors_.isDue(seconds_)) {
+        return;
+    }
+    maps::ErrorSum sum;
+    for (std::size_t cell = 0; cell < agent_.setup().grid.cells(); ++cell) {
+        const auto report = agent_.cell(cell);
+        if (report.confidence >= kSure && !report.carried) {
+            sum.add(report.errorPercent, report.weight);
+        }
+    }
+    note(sum, seconds_);
+}
+
+// Of the tuning agent: what the analyser has measured since the last correction of each cell.
+void clsSteadyAgent::noteOtherErrors() {
+    constexpr float kSome = 20.0F;  // samples
+    const double now = static_cast<double>(parts_.machine.pump.now()) / platform::kMicrosPerSecond;
+    if (!std::exchange(otherRuns_, true)) {
+        errors_.begin("Tuning agent", now);
+    }
+    if (!errors_.isDue(now)) {
+        return;
+    }
+    maps::ErrorSum sum;
+    for (std::size_t cell = 0; cell < parts_.analyser.SampleCount.size(); ++cell) {
+        const auto index = static_cast<std::int32_t>(cell);
+        const float target = parts_.analyser.Setpointget(index);
+        if (parts_.analyser.SampleCount.at(cell) >= kSome && steady::isTarget(target)) {
+            sum.add(100.0 * (double{parts_.analyser.LambdaAvg(index)} / double{target} - 1.0),
+                    double{parts_.analyser.SampleCount.at(cell)});
+        }
+    }
+    note(sum, now);
+}
+
+void clsSteadyAgent::note(const maps::ErrorSum& sum, double seconds) {
+    if (sum.isEmpty()) {
+        errors_.skip(seconds);
+    } else {
+        errors_.add(seconds, sum.mean(), sum.worst());
+    }
 }
 
 void clsSteadyAgent::liveFrame() {
+    if (parts_.analyser.AgentEnable()) {
+        noteOtherErrors();
+    } else {
+        otherRuns_ = false;
+    }
     if (!runs()) {
         return;
     }
@@ -430,7 +505,19 @@ void clsSteadyAgent::liveFrame() {
     }
     takeEdits();
     const double seconds = advance();
-    make(agent_.onFrame(frameOf(parts_.tables, facts_.load, geometry_, seconds)));
+    const auto frame = frameOf(parts_.tables, facts_.load, geometry_, seconds);
+    const bool judges = runs() && !putsBack() && frame.sound();
+    const auto changes = agent_.onFrame(frame);
+    if (judges) {
+        judged(frame);
+    }
+    make(changes);
+}
+
+void clsSteadyAgent::judged(const steady::Frame& frame) {
+    if (frame.cell < verdicts_.size()) {
+        ++verdicts_.at(frame.cell).at(static_cast<std::size_t>(agent_.lastVerdict()));
+    }
 }
 
 // What others have changed in the map. The agent has to know what the engine runs on.

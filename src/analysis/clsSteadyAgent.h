@@ -18,6 +18,7 @@
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "live/LiveUpdate.h"
+#include "maps/steady/ErrorSum.h"
 #include "maps/steady/SteadyTuner.h"
 #include "platform/Machine.h"
 
@@ -52,6 +53,8 @@ public:
     [[nodiscard]] std::string state() const override;
     [[nodiscard]] std::string whyStopped() const override;
     [[nodiscard]] std::string cellWords(int cell) const override;
+    [[nodiscard]] std::string cellReasons(int cell) const override;
+    [[nodiscard]] const maps::ErrorTrend& errors() const override { return errors_; }
     [[nodiscard]] std::string zoneWords(std::size_t zone) const override;
     [[nodiscard]] std::vector<std::string> sampleWords() const override;
     [[nodiscard]] maps::SteadyChoices& choices() override { return choices_; }
@@ -103,6 +106,10 @@ private:
     void begin(const maps::MapGeometry& geometry);
     void tick();
     void stopFor(std::string reason);
+    void judged(const steady::Frame& frame);
+    void noteErrors();
+    void noteOtherErrors();
+    void note(const maps::ErrorSum& sum, double seconds);
     [[nodiscard]] double advance();
     void takeEdits();
     void takeTargets();
@@ -114,6 +121,9 @@ private:
     steady::SteadyAgent agent_;
     CellSender sender_;
     SteadyLog log_;
+    maps::ErrorTrend errors_;
+    bool otherRuns_ = false;  // the tuning agent, as far as the errors have been noted
+    std::array<std::array<std::uint32_t, steady::kVerdicts>, steady::kMostCells> verdicts_{};
     controls::clsTimer timer_;
     const void* window_ = nullptr;
     maps::MapGeometry geometry_ = maps::kOrdinaryMaps;

@@ -124,6 +124,29 @@ TEST_F(SteadyRunTest, EachCellThatItChangesIsSentAndBehindAStopNoneIs) {
     EXPECT_EQ(cellsSent(), 0U);
 }
 
+TEST_F(SteadyRunTest, TheErrorsOfTheRunAreNotedForEitherAgent) {
+    work();
+    EXPECT_EQ(agent().errors().agent(), "Steady agent");
+    const auto points = agent().errors().points();
+    ASSERT_GE(points.size(), 10U);
+    EXPECT_LT(points.back().mean, points.front().mean);
+    EXPECT_GE(points.back().worst, points.back().mean);
+    maps().chkUseTuningAgent.press();
+    wait(200 * kSecond);
+    EXPECT_EQ(agent().errors().agent(), "Tuning agent");
+    EXPECT_GE(agent().errors().points().size(), 10U);
+}
+
+TEST_F(SteadyRunTest, TheReasonsOfACellAreThoseOfTheFramesInIt) {
+    maps().chkSteadyAgent.press();
+    wait(10 * kSecond);
+    const int place = program_.tables.MapPlace;
+    EXPECT_THAT(agent().cellReasons(place), testing::HasSubstr("engine stopped, cranking or just started"));
+    EXPECT_EQ(agent().cellReasons(159), "");
+    EXPECT_EQ(agent().cellReasons(-1), "");
+    EXPECT_EQ(agent().cellReasons(320), "");
+}
+
 TEST_F(SteadyRunTest, ABlockThatTheTunerHoldsIsNotTouched) {
     maps().fuel.SelFirst = 1;
     maps().fuel.SelLast = 3;
@@ -465,7 +488,7 @@ TEST(SteadyRefusalTest, ASendThatTheLineRefusesStopsItAndItPutsBack) {
     EXPECT_EQ(tables.FuelMapOut, start) << "what was not taken is not in the map either";
 }
 
-// A large map has 320 cells, and a command names one by a byte.
+// A large map has 16 rows of 20 cells, and a command names a cell by a byte: twelve whole rows.
 TEST(SteadyLargeTest, InTheLargeWindowItWorksOnTheCellsThatACommandCanName) {
     ecu::EcuSettings settings;
     ASSERT_EQ(ecu::parseKeyList(settings, "type=15,drive=lap"), "");
@@ -489,11 +512,11 @@ TEST(SteadyLargeTest, InTheLargeWindowItWorksOnTheCellsThatACommandCanName) {
     auto& agent = program.program.steadyAgent();
     ASSERT_EQ(agent.whyStopped(), "");
     EXPECT_EQ(agent.agent().setup().grid.columns, maps::kLargeMaps.columns);
-    EXPECT_EQ(agent.agent().setup().grid.cells(), 256U);
+    EXPECT_EQ(agent.agent().setup().grid.cells(), 240U);
     program.pump.wait(2 * kLong);
     EXPECT_EQ(agent.whyStopped(), "");
     EXPECT_NE(program.tables.FuelMapOut, start);
-    EXPECT_TRUE(std::equal(start.begin() + 256, start.end(), program.tables.FuelMapOut.begin() + 256));
+    EXPECT_TRUE(std::equal(start.begin() + 240, start.end(), program.tables.FuelMapOut.begin() + 240));
     EXPECT_TRUE(form.offerKey(kF8, 0));
     program.pump.wait(5 * kSecond);
     EXPECT_EQ(program.tables.FuelMapOut, start);

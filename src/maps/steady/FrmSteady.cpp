@@ -1,9 +1,11 @@
 #include "maps/steady/FrmSteady.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Numbers.h"
 #include "maps/grid/MapConversions.h"
+#include "maps/steady/ErrorPlot.h"
 
 namespace korvane::maps {
 
@@ -25,6 +27,7 @@ void FrmSteady::describe() {
     chkCarry.Caption = "Carry certain corrections to close neighbours";
     btnPutBack.Caption = "Put back to baseline";
     btnNewBaseline.Caption = "New baseline";
+    picErrors.BackColor = controls::kBlack;
 }
 
 void FrmSteady::connect() {
@@ -38,6 +41,7 @@ void FrmSteady::connect() {
     }
     btnPutBack.Click = [this] { lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType)); };
     btnNewBaseline.Click = [this] { lblNote.Caption = steady_.newBaseline(geometryOf(tables_.SWType)); };
+    picErrors.Resize = [this] { drawPlot(); };
     Timer1.Tick = [this] { showState(); };
 }
 
@@ -77,8 +81,14 @@ void FrmSteady::connectBox(controls::TextBox& box, controls::Property<double>& n
     };
 }
 
-// What is out of range is not taken, and the next look shows what holds. An empty box is 0.
-void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& number, double most) {
+void FrmSteady::leaveBox() {
+    if (auto* const box = activeControl()) {
+        enter(box->name(), [box] { box->LostFocus(); });
+    }
+}
+
+// What is out of range is not taken: the box shows what holds. An empty box is 0.
+void FrmSteady::take(controls::TextBox& box, controls::Property<double>& number, double most) {
     const double given = core::val(box.Text.get());
     if (given == number.get()) {
         return;
@@ -87,6 +97,8 @@ void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& n
     lblNote.Caption = good ? std::string() : "0 to " + core::textOf(most);
     if (good) {
         number = given;
+    } else {
+        box.Text = core::textOf(number.get());
     }
 }
 
@@ -101,7 +113,25 @@ void FrmSteady::showState() {
     const int cell = tables_.MapPlace;
     const auto words = steady_.cellWords(cell);
     lblCell.Caption = words.empty() ? words : "Cell " + std::to_string(cell + 1) + ": " + words;
+    const auto reasons = steady_.cellReasons(cell);
+    lblReasons.Caption = reasons.empty() ? reasons : "Rejected while the engine ran there: " + reasons;
+    lblReasons.Visible = !reasons.empty();
     showSamples();
+    showErrors();
+}
+
+void FrmSteady::showErrors() {
+    const auto points = steady_.errors().points();
+    const double last = points.empty() ? -1.0 : points.back().seconds;
+    if (std::exchange(drawnTo_, last) != last) {
+        lblErrors.Caption = wordsOf(steady_.errors());
+        drawPlot();
+    }
+}
+
+void FrmSteady::drawPlot() {
+    drawErrors(picErrors.surface(), steady_.errors(), picErrors.Width, picErrors.Height);
+    picErrors.drawn();
 }
 
 // Only what differs is exchanged, so that a list that is read does not jump.
