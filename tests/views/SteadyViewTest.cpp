@@ -30,6 +30,7 @@ struct SteadyViewTest : testing::Test, ProgramViews {
         find<QPushButton>("steadyDetails").click();
         auto& details = dynamic_cast<maps::FrmSteady&>(*windows.loaded().back());
         lookAt(details);
+        view().activateWindow();
         frame();
         return details;
     }
