@@ -55,6 +55,7 @@ Program::Program(platform::Machine& machine)
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_, &steadyAgent_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
+      rehearsals_(tables_, steadyAgent_, comparisons_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
       restorePoints_(machine, mapContext_, keeper_, restoreRun_, comparisons_),
@@ -121,6 +122,8 @@ void Program::connectKeeper() {
 void Program::connectSteadyAgent() {
     liveUpdate_.setFrameTaker(&steadyAgent_);
     steadyAgent_.openWindow = [this] { openSteadyAgent(); };
+    comparisons_.useProposal(rehearsals_.proposal());
+    logViewer_.useRehearser(rehearsals_);
     const keep::BaselineFile file(machine_.folder, machine_.toDisk);
     steadyAgent_.setBaselines(
         {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {

@@ -27,6 +27,7 @@
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/Rehearsals.h"
 #include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
@@ -73,6 +74,7 @@ public:
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
     [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
     [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
+    [[nodiscard]] const Rehearsals& rehearsals() const { return rehearsals_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
     [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
@@ -115,6 +117,7 @@ private:
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
+    Rehearsals rehearsals_;
     LogViewer logViewer_;
     Comparisons comparisons_;
     RestorePoints restorePoints_;
