@@ -165,8 +165,9 @@ std::string Keeper::add(std::string_view reason, std::string_view note) {
         added_.insert(std::move(name));
     }
     if (!failure.empty()) {
-        notice().say(failure + " (" + point.reason + ')', {});
-        in_.machine.log.write(notice().Text.get());
+        const std::string text = failure + " (" + point.reason + ')';
+        notice().say(text, {});
+        in_.machine.log.write(text);
     }
     pointsChanged();
     return failure;
