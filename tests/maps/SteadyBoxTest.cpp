@@ -160,6 +160,23 @@ TEST_F(FrmSteadyTest, BoxesBeginAsRememberedAndAreTakenWithinTheirRange) {
     EXPECT_TRUE(steady_.choices().Carry);
 }
 
+TEST_F(FrmSteadyTest, ABoxThatWasLeftShowsWhatHolds) {
+    window_.setFocus(&window_.txtRich);
+    window_.txtRich.Text = "51";
+    window_.txtDelay(1).Text = "2001";
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.txtRich.Text.get(), "51");
+    EXPECT_EQ(window_.txtDelay(1).Text.get(), "0");
+    window_.setFocus(&window_.txtLean);
+    steady_.choices().LeanAuthority = 4.0;
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.txtRich.Text.get(), "15");
+    EXPECT_EQ(window_.txtLean.Text.get(), "5");
+    window_.setFocus(nullptr);
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.txtLean.Text.get(), "4");
+}
+
 TEST_F(FrmSteadyTest, ButtonsSayWhatCameOfThem) {
     window_.btnPutBack.press();
     EXPECT_EQ(window_.lblNote.Caption.get(), "Put back");

@@ -39,7 +39,10 @@ void FrmSteady::connect() {
     }
     btnPutBack.Click = [this] { lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType)); };
     btnNewBaseline.Click = [this] { lblNote.Caption = steady_.newBaseline(geometryOf(tables_.SWType)); };
-    Timer1.Tick = [this] { showState(); };
+    Timer1.Tick = [this] {
+        showTaken();
+        showState();
+    };
 }
 
 void FrmSteady::Form_Load() {
@@ -56,6 +59,22 @@ void FrmSteady::showChoices() {
         const double fixed = choices.FixedDelayMs.at(static_cast<std::size_t>(zone));
         txtDelay(zone).Text = fixed > 0.0 ? core::textOf(fixed) : std::string();
     }
+}
+
+// A box that the tuner has left shows what holds, not what was refused, or what it was before a script set it.
+void FrmSteady::showTaken() {
+    const auto show = [this](controls::TextBox& box, double number) {
+        if (activeControl() != &box && core::val(box.Text.get()) != number) {
+            box.Text = core::textOf(number);
+        }
+    };
+    const auto& choices = steady_.choices();
+    show(txtRich, choices.RichAuthority);
+    show(txtLean, choices.LeanAuthority);
+    for (int zone = 0; zone < txtDelay.count(); ++zone) {
+        show(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)));
+    }
+    chkCarry.Value = choices.Carry ? 1 : 0;
 }
 
 // What is out of range is not taken. An empty box is 0.

@@ -36,6 +36,7 @@ private:
     void describe();
     void connect();
     void showChoices();
+    void showTaken();
     void showState();
     void showSamples();
     void take(const controls::TextBox& box, controls::Property<double>& number, double most);
