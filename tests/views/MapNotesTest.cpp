@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "core/tables/LiveChannel.h"
 #include "views/CutTexts.h"
@@ -186,6 +187,18 @@ TEST_F(MapNotesTest, ALineTellsThatTheFuelTimesAreOfOtherSettings) {
     pump.wait(1000);
     frame();
     EXPECT_FALSE(find("sizeNote").isVisible());
+}
+
+TEST_F(MapNotesTest, The3DViewKnowsWhichCellsWereNeverRead) {
+    auto& form = open<maps::FrmMaps>();
+    form.btnShow3D.press();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "160 of 160 cells were never read");
+    window.ecuMaps.ignition.read(0, std::vector<std::uint8_t>(16));
+    form.populateIGN();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "144 of 160 cells were never read");
+    window.ecuMaps.ignition.read(0, std::vector<std::uint8_t>(160));
+    form.populateIGN();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "");
 }
 
 TEST_F(MapNotesTest, AGridThatWasNeverReadSaysSoAcrossItsMiddle) {
