@@ -177,8 +177,9 @@ std::string Keeper::add(std::string_view reason, std::string_view note) {
         desk_ = {std::move(name), std::move(point)};
     }
     if (!failure.empty()) {
-        notice().say(failure + " (" + std::string(reason) + ')', {});
-        in_.machine.log.write(notice().Text.get());
+        const std::string text = failure + " (" + std::string(reason) + ')';
+        notice().say(text, {});
+        in_.machine.log.write(text);
     }
     pointsChanged();
     return failure;

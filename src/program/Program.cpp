@@ -185,6 +185,7 @@ void Program::mainWindowLoad() {
     frmSarn2_.SarnMeterRpm.setMeterType(1);
     frmSarn2_.SarnMeterboost.setMeterType(0);
     frm3Dmap_.load();
+    frm3Dmap_.nothingRead();
     desk_.programBegins();
 }
 

@@ -161,6 +161,22 @@ TEST_F(KeeperTest, TheNoticeGoesWithTheNextConnect) {
     EXPECT_EQ(keeper.notice().Point.get(), "");
 }
 
+TEST_F(KeeperTest, WhatAnUploadHasNotSentOutlastsConnectsAndComparisons) {
+    connect();
+    identify();
+    readAll();
+    const std::string told = "EEPROM upload: a gap";
+    keeper.notice().tell(link::ImageRun::Upload, told);
+    connectAgain();
+    EXPECT_EQ(keeper.notice().words(), told);
+    readAll(51);
+    EXPECT_THAT(keeper.notice().words(), testing::StartsWith(told + "\nThe ECU differs from restore point "));
+    connectAgain();
+    EXPECT_EQ(keeper.notice().words(), told);
+    keeper.notice().close();
+    EXPECT_EQ(keeper.notice().words(), "");
+}
+
 TEST_F(KeeperTest, AnEcuOfAnotherTypeIsNotCompared) {
     connect();
     identify(11);
