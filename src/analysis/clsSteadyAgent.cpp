@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "core/Numbers.h"
@@ -49,11 +50,11 @@ std::string clsSteadyAgent::state() const {
     using steady::State;
     const bool refused = agent_.state() == State::Off && !reason_.empty();
     const bool onItsWay = agent_.state() == State::Stopped && !sender_.isEmpty();
-    return std::string(wordsOf(refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state()));
+    return std::string(steady::wordsOf(refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state()));
 }
 
 std::string clsSteadyAgent::whyStopped() const {
-    return reason_.empty() ? std::string(wordsOf(agent_.stopReason())) : reason_;
+    return reason_.empty() ? std::string(steady::wordsOf(agent_.stopReason())) : reason_;
 }
 
 std::optional<std::uint8_t> clsSteadyAgent::baselineOf(std::size_t cell) const {
@@ -80,7 +81,27 @@ std::string clsSteadyAgent::cellWords(int index) const {
                  " %, confidence " + number(report.confidence, 100.0);
     }
     words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
-    return words + (report.carried ? ", carried, " : ", ") + std::string(wordsOf(report.held));
+    return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
+}
+
+std::string clsSteadyAgent::cellReasons(int cell) const {
+    if (cell < 0 || std::cmp_greater_equal(cell, verdicts_.size())) {
+        return {};
+    }
+    const auto& counts = verdicts_.at(static_cast<std::size_t>(cell));
+    std::vector<std::size_t> reasons;
+    for (std::size_t reason = 1; reason < counts.size(); ++reason) {
+        if (counts.at(reason) > 0) {
+            reasons.push_back(reason);
+        }
+    }
+    std::ranges::stable_sort(reasons, std::greater(), [&](std::size_t reason) { return counts.at(reason); });
+    std::string words;
+    for (const auto reason : reasons) {
+        words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
+                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
+    }
+    return words;
 }
 
 std::string clsSteadyAgent::zoneWords(std::size_t index) const {
@@ -101,7 +122,7 @@ std::vector<std::string> clsSteadyAgent::sampleWords() const {
         const auto verdict = static_cast<steady::Verdict>(index);
         const auto count = agent_.counted(verdict);
         if (count > 0 || verdict == steady::Verdict::Used) {
-            rows.push_back(std::to_string(count) + ' ' + std::string(wordsOf(verdict)));
+            rows.push_back(std::to_string(count) + ' ' + std::string(steady::wordsOf(verdict)));
         }
     }
     return rows;
@@ -177,17 +198,48 @@ std::string clsSteadyAgent::targetRefusal(const maps::MapGeometry& geometry) con
 
 // Where the map was never the agent's, as another tune's or another car's.
 std::size_t clsSteadyAgent::cellsBeyond(const maps::MapGeometry& geometry) const {
-    const auto setup = setupFor(geometry);
-    const auto cells = cellsOf(setup.grid);
+    const auto setup = setupFor(geometry, facts_);
+    return cellsBeyond(setup, cellsOf(setup.grid), baseline_->cells);
+}
+
+std::size_t clsSteadyAgent::cellsBeyond(const steady::SteadySetup& setup, std::span<const std::uint8_t> cells,
+                                        std::span<const std::uint8_t> baseline) {
     std::size_t beyond = 0;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
-        beyond += authorityOf(setup, baseline_->cells[cell]).holds(cells[cell]) ? 0 : 1;
+        beyond += authorityOf(setup, baseline[cell]).holds(cells[cell]) ? 0 : 1;
     }
     return beyond;
 }
 
-std::string clsSteadyAgent::baselineWords() const {
-    return "the baseline of " + core::dateText(baseline_->time) + ' ' + core::timeText(baseline_->time);
+std::string clsSteadyAgent::wordsOf(const SteadyBaseline& baseline) {
+    return "the baseline of " + core::dateText(baseline.time) + ' ' + core::timeText(baseline.time);
+}
+
+RehearsalStart clsSteadyAgent::rehearsalStart(const maps::MapGeometry& geometry) const {
+    RehearsalStart start;
+    const auto found = factsOf(parts_.tables, parts_.connection, geometry);
+    start.missing = found.facts ? targetRefusal(geometry) : found.missing;
+    if (!start.missing.empty()) {
+        return start;
+    }
+    start.setup = setupFor(geometry, *found.facts);
+    start.load = found.facts->load;
+    start.geometry = geometry;
+    const auto cells = cellsOf(start.setup.grid);
+    start.map.assign(cells.begin(), cells.end());
+    start.baseline = start.map;
+    const auto kept = baselines_.load ? baselines_.load(owner(geometry)).baseline : std::nullopt;
+    if (kept && kept->cells.size() == cells.size()) {
+        start.baseline = kept->cells;
+        const auto beyond = cellsBeyond(start.setup, cells, kept->cells);
+        start.missing = beyond == 0 ? std::string() : beyondWords(beyond, *kept);
+    }
+    return start;
+}
+
+std::string clsSteadyAgent::beyondWords(std::size_t cells, const SteadyBaseline& baseline) {
+    return counted(cells) + " farther from " + wordsOf(baseline) +
+           " than the agent may go: take a new baseline, or put back (F8)";
 }
 
 std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
@@ -203,7 +255,7 @@ std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
     }
     facts_ = *found.facts;
     if (facts_.lambdaControl) {
-        return std::string(wordsOf(steady::StopReason::LambdaControl));
+        return std::string(steady::wordsOf(steady::StopReason::LambdaControl));
     }
     for (auto failure : {mapRefusal(geometry), targetRefusal(geometry)}) {
         if (!failure.empty()) {
@@ -214,9 +266,7 @@ std::string clsSteadyAgent::refusal(const maps::MapGeometry& geometry) {
         return failure;
     }
     const auto beyond = cellsBeyond(geometry);
-    return beyond == 0 ? std::string()
-                       : counted(beyond) + " farther from " + baselineWords() +
-                             " than the agent may go: take a new baseline, or put back (F8)";
+    return beyond == 0 ? std::string() : beyondWords(beyond, *baseline_);
 }
 
 bool clsSteadyAgent::start(const maps::MapGeometry& geometry, const void* window) {
@@ -236,18 +286,20 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     last_ = parts_.machine.pump.now();
     paused_ = false;
     log_.begin();
+    verdicts_ = {};
+    errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
-    agent_.start(setupFor(geometry), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);
+    agent_.start(setupFor(geometry, facts_), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);
     timer_.StartTimer();
 }
 
-steady::SteadySetup clsSteadyAgent::setupFor(const maps::MapGeometry& geometry) const {
+steady::SteadySetup clsSteadyAgent::setupFor(const maps::MapGeometry& geometry, const EngineFacts& facts) const {
     steady::SteadySetup setup;
     setup.grid = gridOf(geometry);
-    setup.offsetCounts = facts_.offsetCounts;
-    setup.highest = facts_.highest;
-    setup.throttleKnown = facts_.throttleKnown;
-    setup.lambdaControl = facts_.lambdaControl;
+    setup.offsetCounts = facts.offsetCounts;
+    setup.highest = facts.highest;
+    setup.throttleKnown = facts.throttleKnown;
+    setup.lambdaControl = facts.lambdaControl;
     setup.richAuthority = choices_.RichAuthority;
     setup.leanAuthority = choices_.LeanAuthority;
     setup.carry = choices_.Carry;
@@ -287,7 +339,7 @@ std::string clsSteadyAgent::putBack(const maps::MapGeometry& geometry) {
             return "Nothing to put back: no baseline is kept for this ECU";
         }
         if (const auto beyond = cellsBeyond(geometry); beyond > 0 && !isConfirmed()) {
-            return counted(beyond) + " farther from " + baselineWords() +
+            return counted(beyond) + " farther from " + wordsOf(*baseline_) +
                    " than the agent may go. Once more within ten seconds puts them back";
         }
         begin(geometry);
@@ -296,7 +348,7 @@ std::string clsSteadyAgent::putBack(const maps::MapGeometry& geometry) {
     parts_.history.agentBegins();
     const auto differing = prepareWayBack();
     agent_.putBack();
-    return "Put back to " + baselineWords() + ": " + counted(differing);
+    return "Put back to " + wordsOf(*baseline_) + ": " + counted(differing);
 }
 
 bool clsSteadyAgent::isConfirmed() {
@@ -364,7 +416,7 @@ std::string clsSteadyAgent::reasonToStop() const {
     }
     const auto found = factsOf(parts_.tables, connection, geometry_);
     if (found.facts && found.facts->lambdaControl) {
-        return std::string(wordsOf(steady::StopReason::LambdaControl));
+        return std::string(steady::wordsOf(steady::StopReason::LambdaControl));
     }
     return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
 }
@@ -389,9 +441,61 @@ void clsSteadyAgent::tick() {
     takeEdits();
     takeTargets();
     make(agent_.onTime(advance()));
+    noteErrors();
+}
+
+// Of the cells that the agent is sure of to a half or more.
+void clsSteadyAgent::noteErrors() {
+    constexpr double kSure = 0.5;
+    if (!runs() || putsBack() || !errors_.isDue(seconds_)) {
+        return;
+    }
+    maps::ErrorSum sum;
+    for (std::size_t cell = 0; cell < agent_.setup().grid.cells(); ++cell) {
+        const auto report = agent_.cell(cell);
+        if (report.confidence >= kSure && !report.carried) {
+            sum.add(report.errorPercent, report.weight);
+        }
+    }
+    note(sum, seconds_);
+}
+
+// Of the tuning agent: what the analyser has measured since the last correction of each cell.
+void clsSteadyAgent::noteOtherErrors() {
+    constexpr float kSome = 20.0F;  // samples
+    const double now = static_cast<double>(parts_.machine.pump.now()) / platform::kMicrosPerSecond;
+    if (!std::exchange(otherRuns_, true)) {
+        errors_.begin("Tuning agent", now);
+    }
+    if (!errors_.isDue(now)) {
+        return;
+    }
+    maps::ErrorSum sum;
+    for (std::size_t cell = 0; cell < parts_.analyser.SampleCount.size(); ++cell) {
+        const auto index = static_cast<std::int32_t>(cell);
+        const float target = parts_.analyser.Setpointget(index);
+        if (parts_.analyser.SampleCount.at(cell) >= kSome && steady::isTarget(target)) {
+            sum.add(100.0 * (double{parts_.analyser.LambdaAvg(index)} / double{target} - 1.0),
+                    double{parts_.analyser.SampleCount.at(cell)});
+        }
+    }
+    note(sum, now);
+}
+
+void clsSteadyAgent::note(const maps::ErrorSum& sum, double seconds) {
+    if (sum.isEmpty()) {
+        errors_.skip(seconds);
+    } else {
+        errors_.add(seconds, sum.mean(), sum.worst());
+    }
 }
 
 void clsSteadyAgent::liveFrame() {
+    if (parts_.analyser.AgentEnable()) {
+        noteOtherErrors();
+    } else {
+        otherRuns_ = false;
+    }
     if (!runs()) {
         return;
     }
@@ -401,7 +505,19 @@ void clsSteadyAgent::liveFrame() {
     }
     takeEdits();
     const double seconds = advance();
-    make(agent_.onFrame(frameOf(parts_.tables, facts_.load, geometry_, seconds)));
+    const auto frame = frameOf(parts_.tables, facts_.load, geometry_, seconds);
+    const bool judges = runs() && !putsBack() && frame.sound();
+    const auto changes = agent_.onFrame(frame);
+    if (judges) {
+        judged(frame);
+    }
+    make(changes);
+}
+
+void clsSteadyAgent::judged(const steady::Frame& frame) {
+    if (frame.cell < verdicts_.size()) {
+        ++verdicts_.at(frame.cell).at(static_cast<std::size_t>(agent_.lastVerdict()));
+    }
 }
 
 // What others have changed in the map. The agent has to know what the engine runs on.
@@ -453,7 +569,12 @@ void clsSteadyAgent::frameHeard(std::uint8_t code, std::span<const std::uint8_t>
     }
 }
 
-void clsSteadyAgent::propertyChanged(controls::Object&, const void*) {
+void clsSteadyAgent::propertyChanged(controls::Object&, const void* property) {
+    for (std::size_t zone = 0; zone < steady::kZones; ++zone) {
+        if (property == &choices_.FixedDelayMs.at(zone)) {
+            agent_.fixDelay(zone, choices_.FixedDelayMs.at(zone));
+        }
+    }
     agent_.setAuthority(choices_.RichAuthority, choices_.LeanAuthority);
 }
 

@@ -8,6 +8,7 @@
 
 #include "analysis/CellSender.h"
 #include "analysis/EngineFacts.h"
+#include "analysis/LogRehearsal.h"
 #include "analysis/SteadyBaseline.h"
 #include "analysis/SteadyLog.h"
 #include "analysis/clsInjAnalyser.h"
@@ -17,6 +18,7 @@
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "live/LiveUpdate.h"
+#include "maps/steady/ErrorSum.h"
 #include "maps/steady/SteadyTuner.h"
 #include "platform/Machine.h"
 
@@ -51,11 +53,17 @@ public:
     [[nodiscard]] std::string state() const override;
     [[nodiscard]] std::string whyStopped() const override;
     [[nodiscard]] std::string cellWords(int cell) const override;
+    [[nodiscard]] std::string cellReasons(int cell) const override;
+    [[nodiscard]] const maps::ErrorTrend& errors() const override { return errors_; }
     [[nodiscard]] std::string zoneWords(std::size_t zone) const override;
     [[nodiscard]] std::vector<std::string> sampleWords() const override;
     [[nodiscard]] maps::SteadyChoices& choices() override { return choices_; }
 
     void liveFrame() override;
+
+    // What a rehearsal needs: the working map, targets and choices as they are, and the baseline that is kept, or else
+    // the map. Sends and keeps nothing; the port may be closed.
+    [[nodiscard]] RehearsalStart rehearsalStart(const maps::MapGeometry& geometry) const;
 
     // What it knows; of the last run while it is off.
     [[nodiscard]] const steady::SteadyAgent& agent() const { return agent_; }
@@ -84,17 +92,24 @@ private:
     [[nodiscard]] std::string reasonToStop() const;
 
     // How many cells are farther from the baseline than the authority lets the agent go.
+    [[nodiscard]] static std::size_t cellsBeyond(const steady::SteadySetup& setup, std::span<const std::uint8_t> cells,
+                                                 std::span<const std::uint8_t> baseline);
     [[nodiscard]] std::size_t cellsBeyond(const maps::MapGeometry& geometry) const;
-    [[nodiscard]] std::string baselineWords() const;
+    [[nodiscard]] static std::string wordsOf(const SteadyBaseline& baseline);
+    [[nodiscard]] static std::string beyondWords(std::size_t cells, const SteadyBaseline& baseline);
     // Whether this is asked for the second time.
     [[nodiscard]] bool isConfirmed();
     // How many cells differ from the baseline.
     std::size_t prepareWayBack();
 
-    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry, const EngineFacts& facts) const;
     void begin(const maps::MapGeometry& geometry);
     void tick();
     void stopFor(std::string reason);
+    void judged(const steady::Frame& frame);
+    void noteErrors();
+    void noteOtherErrors();
+    void note(const maps::ErrorSum& sum, double seconds);
     [[nodiscard]] double advance();
     void takeEdits();
     void takeTargets();
@@ -106,6 +121,9 @@ private:
     steady::SteadyAgent agent_;
     CellSender sender_;
     SteadyLog log_;
+    maps::ErrorTrend errors_;
+    bool otherRuns_ = false;  // the tuning agent, as far as the errors have been noted
+    std::array<std::array<std::uint32_t, steady::kVerdicts>, steady::kMostCells> verdicts_{};
     controls::clsTimer timer_;
     const void* window_ = nullptr;
     maps::MapGeometry geometry_ = maps::kOrdinaryMaps;

@@ -8,6 +8,7 @@
 #include "app/ProgramFolder.h"
 #include "console/names/Registry.h"
 #include "platform/Files.h"
+#include "platform/qt/FileHold.h"
 
 namespace korvane::app {
 
@@ -68,7 +69,8 @@ Session::Session(const Options& options, Surroundings surroundings)
                folder_,
                options.decimal ? *options.decimal : systemDecimal(),
                surroundings.screen.value_or(platform::Screen{}),
-               surroundings.toDisk},
+               surroundings.toDisk,
+               platform::holdFile},
       program_(machine_),
       console_(makeContext(surroundings)),
       replies_(STDOUT_FILENO),

@@ -104,6 +104,7 @@ void MSComm::takeInput(std::size_t count) {
 void MSComm::Output(std::span<const std::uint8_t> bytes) {
     requireOpen();
     line_.write(bytes);
+    bytesSent_ += bytes.size();
 }
 
 int MSComm::OutBufferCount() const {

@@ -45,6 +45,8 @@ public:
     void Output(std::span<const std::uint8_t> bytes);
     void Output(std::uint8_t byte) { Output(std::span(&byte, 1)); }
     [[nodiscard]] int OutBufferCount() const;
+    // How many bytes were sent since the start of the program, by whoever.
+    [[nodiscard]] std::uint64_t bytesSent() const { return bytesSent_; }
 
     // The rate of the open line in baud, as the device reports it. RuntimeError 8018 when the port is closed.
     [[nodiscard]] int lineBaud() const;
@@ -67,6 +69,7 @@ private:
     platform::EventPump& pump_;
     std::vector<std::uint8_t> input_;
     std::size_t taken_ = 0;
+    std::uint64_t bytesSent_ = 0;
     bool open_ = false;
     std::unique_ptr<platform::Alarm> arrival_;
 };

@@ -187,6 +187,9 @@ void WindowList::remove(Window& window) {
     if (listener_ != nullptr) {
         listener_->windowUnloaded(window);
     }
+    if (unloaded) {
+        unloaded();
+    }
 }
 
 }  // namespace korvane::controls

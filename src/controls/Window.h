@@ -142,6 +142,8 @@ public:
     void setListener(WindowListener* listener) { listener_ = listener; }
     // Of the owner of the windows: true if it takes a key of any window that the window itself does not take.
     std::function<bool(int keyCode, int shift)> takesKey;
+    // Of whoever keeps what is worked on: told when a window has gone.
+    std::function<void()> unloaded;
 
     // A window is in the list before its load event; the listener is called after the event.
     void add(Window& window);

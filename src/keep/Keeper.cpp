@@ -139,10 +139,21 @@ void Keeper::beforeReplacing(std::string_view what) {
     if (!identityHeard_ || !hasEdits(known)) {
         return;
     }
-    const auto point = newest([](const std::string&) { return true; });
-    if (!point || !coversDesk(point->content, known)) {
-        add(std::string("before: ").append(what), {});
+    keepDesk(std::string("before: ").append(what));
+}
+
+void Keeper::keepDesk(std::string_view reason) {
+    if (auto point = newest([](const std::string&) { return true; }); point && coversDesk(point->content, now())) {
+        desk_ = std::move(*point);
+    } else {
+        add(reason, {});
     }
+}
+
+bool Keeper::hasDesk(const Snapshot& known) const {
+    std::error_code error;
+    return !desk_.name.empty() && coversDesk(desk_.content, known) &&
+           std::filesystem::exists(store_.folder() / desk_.name, error);
 }
 
 void Keeper::keepUnlessKnown(std::string_view reason) {
@@ -162,11 +173,13 @@ std::string Keeper::add(std::string_view reason, std::string_view note) {
     auto [name, failure] = store_.add(point);
     if (!name.empty()) {
         failure = note.empty() ? std::string() : store_.setNote(name, note);
-        added_.insert(std::move(name));
+        added_.insert(name);
+        desk_ = {std::move(name), std::move(point)};
     }
     if (!failure.empty()) {
-        notice().say(failure + " (" + point.reason + ')', {});
-        in_.machine.log.write(notice().Text.get());
+        const std::string text = failure + " (" + std::string(reason) + ')';
+        notice().say(text, {});
+        in_.machine.log.write(text);
     }
     pointsChanged();
     return failure;
@@ -198,6 +211,7 @@ void Keeper::compare() {
 
 const std::vector<PointEntry>& Keeper::points() {
     if (!points_) {
+        read_ = store_.lastChange();
         points_ = store_.list();
     }
     return *points_;
@@ -205,6 +219,12 @@ const std::vector<PointEntry>& Keeper::points() {
 
 void Keeper::refresh() {
     pointsChanged();
+}
+
+void Keeper::follow() {
+    if (points_ && read_ != store_.lastChange()) {
+        refresh();
+    }
 }
 
 void Keeper::pointsChanged() {

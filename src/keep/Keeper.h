@@ -39,6 +39,10 @@ public:
     void beforeStore(std::string_view what);
     // Edits that neither the ECU nor the newest point has are kept before others take their place on the desk.
     void beforeReplacing(std::string_view what);
+    // The newest point has the desk behind it, unless none can be made.
+    void keepDesk(std::string_view reason);
+    // Whether the newest point that this program has made or found to have the desk has that of `known`.
+    [[nodiscard]] bool hasDesk(const Snapshot& known) const;
     void settingsRead();
     // For the end of the program.
     void programEnds() { keepWhatIsNew("end of the program"); }
@@ -50,6 +54,8 @@ public:
     [[nodiscard]] const void* pointsProperty() const { return &points_; }
     // Reads the folder anew: other programs may use it.
     void refresh();
+    // The same if anything in it has changed since it was read.
+    void follow();
     // A sentence why not, or empty.
     std::string remove(const std::string& name);
     std::string setNote(const std::string& name, std::string_view text);
@@ -88,12 +94,14 @@ private:
     Surroundings in_;
     PointStore store_;
     std::optional<std::vector<PointEntry>> points_;
-    int opening_ = 0;  // that all below is about
+    std::filesystem::file_time_type read_;  // when the folder had last changed as it was read
+    int opening_ = 0;                       // that all below is about
     bool identityHeard_ = false;
     bool mapsKept_ = false;
     bool settingsKept_ = false;
     std::optional<Snapshot> last_;  // what was known when keepWhatIsNew() looked, without its time
     std::set<std::string> added_;   // names
+    Found desk_;                    // the point that hasDesk() is about
 };
 
 }  // namespace korvane::keep

@@ -2,6 +2,8 @@
 // whole.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,11 +13,13 @@
 
 namespace korvane::link {
 
+enum class ImageRun : std::uint8_t { Upload, Backup };
+
 class KeepNotice : public controls::Object {
 public:
-    // That the ECU has changed since its newest restore point before this connection, that the last point could not be
-    // written, what the last upload of an image has not sent, or that a backup has old bytes. Empty if there is nothing
-    // to say.
+    // What the last upload of an image has not sent, or that the last backup has old bytes; behind it that the ECU has
+    // changed since its newest restore point before this connection, or that the last point could not be written. Empty
+    // if there is nothing to say.
     controls::Property<std::string> Text{*this};
     // The point that the text compares the ECU with; empty if it speaks of no point.
     controls::Property<std::string> Point{*this};
@@ -25,26 +29,71 @@ public:
     controls::Property<std::string> Offer{*this};
     controls::Property<std::string> OfferPoint{*this};
 
+    // That an earlier run did not end properly, and the point that has what was on its desk. Told ahead of all else,
+    // until the point was shown.
+    controls::Property<std::string> Unfinished{*this};
+    controls::Property<std::string> UnfinishedPoint{*this};
+
     void say(const std::string& text, const std::string& point) {
         Point = point;
-        Text = text;
+        aboutPoint_ = text;
+        join();
+    }
+
+    // What has become of a run, until the next of its kind says otherwise or the tuner closes it: a new connection
+    // makes it no less true.
+    void tell(ImageRun run, const std::string& text) {
+        aboutRuns_.at(static_cast<std::size_t>(run)) = text;
+        join();
+    }
+
+    // The tuner has read the text.
+    void close() {
+        aboutRuns_ = {};
+        say({}, {});
     }
 
     void offer(const std::string& text, const std::string& point) {
         OfferPoint = point;
         Offer = text;
     }
-    // Both, as the line has them.
+    void unfinished(const std::string& text, const std::string& point) {
+        UnfinishedPoint = point;
+        Unfinished = text;
+    }
+    // All of them, as the line has them.
     [[nodiscard]] std::string words() const {
-        return Offer.get() + (Offer.get().empty() || Text.get().empty() ? "" : "\n") + Text.get();
+        std::string all;
+        for (const auto* part : {&Unfinished.get(), &Offer.get(), &Text.get()}) {
+            all += (all.empty() || part->empty() ? "" : "\n") + *part;
+        }
+        return all;
+    }
+    void showUnfinished() {
+        const std::string point = UnfinishedPoint.get();
+        unfinished({}, {});
+        showOffer(point);
     }
 
-    // Shows the restore that was not completed; set by who owns the window.
+    // Shows a point in the window of the restore points, which has the restore that was not completed; set by who owns
+    // the window.
     std::function<void(const std::string& point)> showOffer;
     // Shows what differs from a point; set by who owns the window.
     std::function<void(const std::string& point)> compare;
 
     [[nodiscard]] std::vector<std::span<const controls::PropertyInfo>> propertyTables() const override { return {}; }
+
+private:
+    void join() {
+        std::string all;
+        for (const auto& text : {aboutRuns_[0], aboutRuns_[1], aboutPoint_}) {
+            all += (all.empty() || text.empty() ? "" : "\n") + text;
+        }
+        Text = all;
+    }
+
+    std::array<std::string, 2> aboutRuns_;
+    std::string aboutPoint_;
 };
 
 }  // namespace korvane::link

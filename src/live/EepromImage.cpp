@@ -123,6 +123,7 @@ EepromImage::EepromImage(FrmSarn2& window, const core::EepromShadow& tables, cor
 
 void EepromImage::backup() {
     bool complete = false;
+    window_.keepNotice.tell(link::ImageRun::Backup, {});
     const AnsweredCells answered(window_.witnesses, kLastChecked);
     {
         const Quiet quiet(window_, true);
@@ -205,9 +206,9 @@ bool EepromImage::readLately() const {
 // Bytes of a backup a few minutes ago count as read, whatever has become of the line since.
 void EepromImage::tellUnanswered(int cells) const {
     if (cells > 0) {
-        window_.keepNotice.say("EEPROM backup: " + core::textOf(cells) + " of " + core::textOf(kLastChecked + 1) +
-                                   " addresses were not answered now. The file has what was read earlier.",
-                               {});
+        window_.keepNotice.tell(link::ImageRun::Backup,
+                                "EEPROM backup: " + core::textOf(cells) + " of " + core::textOf(kLastChecked + 1) +
+                                    " addresses were not answered now. The file has what was read earlier.");
     }
 }
 
@@ -251,6 +252,7 @@ void EepromImage::upload() {
 std::optional<std::size_t> EepromImage::writeAll(std::span<const std::string> lines) {
     eeprom_.announceStore("EEPROM image");
     const Quiet quiet(window_, window_.TimerRequestData.Enabled);
+    window_.keepNotice.tell(link::ImageRun::Upload, {});
     unsent_.reset();
     std::optional<std::size_t> failed;
     pass(window_.btnUploadEEPROM, [&](int address) {
@@ -279,9 +281,9 @@ void EepromImage::write(int address, std::uint8_t byte) {
 
 void EepromImage::tellUnsent() const {
     if (unsent_ && window_.isLoaded()) {
-        window_.keepNotice.say("EEPROM upload: the port was closed at addresses " + core::textOf(unsent_->first) +
-                                   " to " + core::textOf(unsent_->last) + ". They were not sent.",
-                               {});
+        window_.keepNotice.tell(link::ImageRun::Upload, "EEPROM upload: the port was closed at addresses " +
+                                                            core::textOf(unsent_->first) + " to " +
+                                                            core::textOf(unsent_->last) + ". They were not sent.");
     }
 }
 

@@ -24,6 +24,10 @@ const core::MapImage& imageOf(const core::SharedTables& tables, std::int32_t tab
     }
 }
 
+std::size_t placeOf(std::int32_t table) {
+    return static_cast<std::size_t>(table - kFuelTable);
+}
+
 std::string_view nameOf(std::int32_t table) {
     switch (table) {
         case kFuelTable:
@@ -74,6 +78,14 @@ std::string Frm3Dmap::tableScale() const {
     return std::to_string(columns_) + " by " + std::to_string(rows_) + ", raw counts";
 }
 
+std::string Frm3Dmap::unreadWords() const {
+    const auto& cells = marks.Unread.get();
+    const auto unread = std::count(cells.begin(), cells.end(), true);
+    return unread == 0 ? std::string()
+                       : std::to_string(unread) + " of " + std::to_string(cells.size()) +
+                             (unread == 1 ? " cells was never read" : " cells were never read");
+}
+
 // Two map windows may have maps of different sizes: what counts is the one on show here.
 void Frm3Dmap::engineAt(int cell) {
     marks.Engine = cell >= 0 && cell < columns_ * rows_ ? cell : Marks3D::kNoCell;
@@ -93,8 +105,32 @@ void Frm3Dmap::noFocusIn(const controls::Window& window) {
     }
 }
 
+void Frm3Dmap::unreadIn(std::int32_t table, const std::vector<bool>& cells) {
+    core::checked(unread_, placeOf(table)) = cells;
+    showUnread();
+}
+
+void Frm3Dmap::nothingRead() {
+    unread_.fill(std::vector<bool>(core::kMapSize, true));
+    showUnread();
+}
+
+// Of a layout of more cells than an image holds only those count that it has.
+void Frm3Dmap::showUnread() {
+    const auto& told = unread_.at(placeOf(shownTable()));
+    const auto& image = imageOf(tables_, mapNumber_);
+    std::vector<bool> cells;
+    for (int cell = 0; cell < std::min(columns_ * rows_, static_cast<int>(image.size())); ++cell) {
+        const auto place = static_cast<std::size_t>(cell);
+        cells.push_back(place < told.size() && told[place] && core::checked(image, cell) == 0);
+    }
+    const bool none = std::find(cells.begin(), cells.end(), true) == cells.end();
+    marks.Unread = none ? std::vector<bool>() : cells;
+}
+
 void Frm3Dmap::redraw() {
     showFocus();
+    showUnread();
     MSChart1.RowCount = rows_;
     MSChart1.ColumnCount = columns_;
     writeLabels();

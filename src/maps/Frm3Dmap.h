@@ -1,9 +1,11 @@
 // The 3D map view: one of the three edited maps as a chart over engine speed and load.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "controls/Chart.h"
 #include "controls/Controls.h"
@@ -37,6 +39,8 @@ public:
     // The table on show: "Fuel map", and "16 by 10, raw counts".
     [[nodiscard]] std::string_view tableName() const;
     [[nodiscard]] std::string tableScale() const;
+    // "3 of 160 cells were never read"; empty where all were.
+    [[nodiscard]] std::string unreadWords() const;
 
     Marks3D marks;
     // The map windows tell the cell that the engine runs in, and the cell of a table that has the focus in `window`.
@@ -44,6 +48,10 @@ public:
     void engineAt(int cell);
     void focusAt(std::int32_t table, int cell, const controls::Window& window);
     void noFocusIn(const controls::Window& window);
+    // They tell as well which cells of a table have no value yet; a cell with a count has one, whatever was told.
+    void unreadIn(std::int32_t table, const std::vector<bool>& cells);
+    // No table has been read or loaded yet.
+    void nothingRead();
     // What btnShow3D does.
     void open();
 
@@ -55,6 +63,7 @@ private:
     void redraw();
     [[nodiscard]] std::int32_t shownTable() const;
     void showFocus() { marks.Focus = focusTable_ == shownTable() ? focusCell_ : Marks3D::kNoCell; }
+    void showUnread();
     void writeLabels();
     void writeData(const core::MapImage& image);
 
@@ -62,6 +71,7 @@ private:
     std::int16_t columns_ = 0;
     std::int16_t rows_ = 0;
     std::int32_t mapNumber_ = 0;
+    std::array<std::vector<bool>, 3> unread_;  // of fuel, ignition, PWM
     std::int32_t focusTable_ = 0;
     int focusCell_ = Marks3D::kNoCell;
     const controls::Window* focusWindow_ = nullptr;  // compared, never used

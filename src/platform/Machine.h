@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/DiskFlush.h"
+#include "platform/FileHold.h"
 
 namespace korvane::controls {
 class WindowList;
@@ -33,6 +34,7 @@ struct Machine {
     char decimal = '.';            // the regional decimal separator, of log files alone
     Screen screen;
     DiskFlush toDisk = {};  // nothing to wait for on a machine in memory
+    FileHold hold = {};     // nobody else is there on a machine in memory
 };
 
 }  // namespace korvane::platform

@@ -59,4 +59,8 @@ WallTime wallTimeOf(std::int64_t seconds) {
     return time;
 }
 
+bool isMoment(const WallTime& time) {
+    return time.month >= 1 && time.day >= 1 && wallTimeOf(secondsOf(time)) == time;
+}
+
 }  // namespace korvane::platform

@@ -20,5 +20,7 @@ struct WallTime {
 // Seconds since 1970-01-01 00:00:00 of the same (local) calendar, leap seconds left out, and back.
 [[nodiscard]] std::int64_t secondsOf(const WallTime& time);
 [[nodiscard]] WallTime wallTimeOf(std::int64_t seconds);
+// Whether a clock can show it.
+[[nodiscard]] bool isMoment(const WallTime& time);
 
 }  // namespace korvane::platform

@@ -1,6 +1,8 @@
 // The window that compares, and what it works with.
 #pragma once
 
+#include <optional>
+
 #include "controls/WindowShelf.h"
 #include "keep/compare/CompareContext.h"
 #include "keep/compare/Source.h"
@@ -20,6 +22,11 @@ public:
 
     // The restore points can be compared too from now on; `points` outlives this.
     void usePoints(const keep::PointStore& points);
+
+    // What the steady agent proposed last; nothing before it has.
+    void useProposal(const std::optional<keep::Side>& proposal) {
+        context_.proposal = [&proposal] { return proposal; };
+    }
 
     // The ECU with the working maps; the open window comes to the front as it is.
     void open();

@@ -15,6 +15,9 @@ void LogViewer::open() {
 std::unique_ptr<trend::FrmTrend_txt> LogViewer::make() {
     auto viewer = std::make_unique<trend::FrmTrend_txt>(frmSarn2_, liveUpdate_, live_);
     reader_ = &viewer->reader();
+    if (rehearser_ != nullptr) {
+        viewer->useRehearser(*rehearser_);
+    }
     viewer->Unloaded = [this] { reader_ = nullptr; };
     return viewer;
 }

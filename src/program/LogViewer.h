@@ -18,6 +18,9 @@ public:
     // `reader` is kept at the open viewer's, null without one.
     LogViewer(live::FrmSarn2& frmSarn2, live::LiveUpdate& liveUpdate, core::LiveTable& live, logs::clsTXTdata*& reader);
 
+    // For the viewers that are opened from now on; outlives them.
+    void useRehearser(trend::Rehearser& rehearser) { rehearser_ = &rehearser; }
+
     // The open one comes to the front.
     void open();
     void open(const std::filesystem::path& log);
@@ -33,6 +36,7 @@ private:
     live::LiveUpdate& liveUpdate_;
     core::LiveTable& live_;
     logs::clsTXTdata*& reader_;
+    trend::Rehearser* rehearser_ = nullptr;
     controls::WindowShelf shelf_;
 };
 

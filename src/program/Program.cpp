@@ -40,6 +40,7 @@ Program::Program(platform::Machine& machine)
       frmSarn2_(machine),
       eeprom_(frmSarn2_.MSComm1, machine.pump, tables_),
       keeper_({machine, tables_, frmSarn2_}),
+      desk_(machine, keeper_, history_),
       restoreRun_({machine, tables_, frmSarn2_, eeprom_}, machine.folder / kPointsFolder),
       eepromImage_(frmSarn2_, tables_, eeprom_),
       frmMisc_(machine, tables_, frmSarn2_, eeprom_),
@@ -56,6 +57,7 @@ Program::Program(platform::Machine& machine)
       mapContext_{tables_, frmSarn2_, analyser_, frm3Dmap_, frmInjScale_, eeprom_, &history_, &undo_, &steadyAgent_},
       mapWindows_(machine, mapContext_, windows_),
       readoutWindows_(machine, tables_),
+      rehearsals_(tables_, steadyAgent_, comparisons_),
       logViewer_(frmSarn2_, liveUpdate_, tables_, clsTXTdata),
       comparisons_(machine, mapContext_, frmMisc_, mapWindows_),
       restorePoints_(machine, mapContext_, keeper_, restoreRun_, comparisons_),
@@ -112,7 +114,7 @@ void Program::connectHistory() {
 
 void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
-    mapContext_.replacing = [this](std::string_view what) { keeper_.beforeReplacing(what); };
+    mapContext_.replacing = [this](std::string_view what) { desk_.beforeReplacing(what); };
     connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
@@ -123,6 +125,8 @@ void Program::connectKeeper() {
 void Program::connectSteadyAgent() {
     liveUpdate_.setFrameTaker(&steadyAgent_);
     steadyAgent_.openWindow = [this] { openSteadyAgent(); };
+    comparisons_.useProposal(rehearsals_.proposal());
+    logViewer_.useRehearser(rehearsals_);
     const keep::BaselineFile file(machine_.folder, machine_.toDisk);
     steadyAgent_.setBaselines(
         {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {
@@ -202,6 +206,8 @@ void Program::mainWindowLoad() {
     frmSarn2_.SarnMeterRpm.setMeterType(1);
     frmSarn2_.SarnMeterboost.setMeterType(0);
     frm3Dmap_.load();
+    frm3Dmap_.nothingRead();
+    desk_.programBegins();
 }
 
 void Program::nameChannels() {
@@ -245,6 +251,7 @@ void Program::openSteadyAgent() {
 
 void Program::mainWindowUnload(bool& stays) {
     keeper_.programEnds();  // before the port is closed, which is a disconnect otherwise
+    desk_.programEnds();
     stays = connection_.closing(frmSarn2_.chkUseSound.Value);
     if (!stays) {
         mapWindows_.unloadAll();

@@ -10,6 +10,7 @@
 #include "core/history/MapHistory.h"
 #include "core/tables/SharedTables.h"
 #include "keep/Keeper.h"
+#include "keep/desk/DeskKeeper.h"
 #include "keep/restore/RestoreRun.h"
 #include "link/Connection.h"
 #include "link/Dispatcher.h"
@@ -28,6 +29,7 @@
 #include "program/LogViewer.h"
 #include "program/MapWindows.h"
 #include "program/ReadoutWindows.h"
+#include "program/Rehearsals.h"
 #include "program/RestorePoints.h"
 #include "settings/FrmMisc.h"
 #include "trend/MainTrends.h"
@@ -76,6 +78,7 @@ public:
     [[nodiscard]] keep::Keeper& keeper() { return keeper_; }
     [[nodiscard]] RestorePoints& restorePoints() { return restorePoints_; }
     [[nodiscard]] Comparisons& comparisons() { return comparisons_; }
+    [[nodiscard]] const Rehearsals& rehearsals() const { return rehearsals_; }
     [[nodiscard]] LogViewer& logViewer() { return logViewer_; }
     [[nodiscard]] keep::RestoreRun& restoreRun() { return restoreRun_; }
 
@@ -102,6 +105,7 @@ private:
     live::FrmSarn2 frmSarn2_;
     core::EepromAccess eeprom_;
     keep::Keeper keeper_;
+    keep::DeskKeeper desk_;
     keep::RestoreRun restoreRun_;
     live::EepromImage eepromImage_;
     settings::FrmMisc frmMisc_;
@@ -118,6 +122,7 @@ private:
     maps::MapContext mapContext_;
     MapWindows mapWindows_;
     ReadoutWindows readoutWindows_;
+    Rehearsals rehearsals_;
     LogViewer logViewer_;
     Comparisons comparisons_;
     RestorePoints restorePoints_;

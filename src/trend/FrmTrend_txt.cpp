@@ -24,6 +24,8 @@ constexpr int kKeyPageDown = 34;
 constexpr double kFasterThanDriven = 1.33;  // a replay
 constexpr std::size_t kLongestCell = 40;    // bytes of a cell that the line about a row shows
 
+constexpr const char* kRehearse = "What would the agent do?";
+
 constexpr std::string_view kNone = "none";
 constexpr std::string_view kRateName = "updateSpeed";                 // the lists spell it in their own way
 constexpr std::array<int, kPlotSeries> kFirstChoices{2, 6, 7, 8, 9};  // RPM, MAP, Throttle, Lambda, InjTime
@@ -81,6 +83,8 @@ void FrmTrend_txt::describe() {
     btnNext.Caption = "Next";
     btnSimulate.Caption = "Simulate";
     btnSimulate.Enabled = false;
+    btnRehearse.Caption = kRehearse;
+    btnRehearse.Enabled = false;
     Frame1.Caption = "Select trendlines";
     lblMaxValue.Caption = "Max value";
     lblPoints.Caption = "Points:";
@@ -112,6 +116,7 @@ void FrmTrend_txt::placeControls() {
     btnNext.place(1820, 5100, 1600, 435);
     btnLoad.place(120, 5640, 3300, 435);
     btnSimulate.place(120, 6180, 3300, 435);
+    btnRehearse.place(120, 6720, 3300, 435);
     Picture1.place(3540, 120, 14940, 9120);
     lblCursor.place(3540, 9300, 14940, 255);
     lblLog.place(3540, 9660, 12000, 255);
@@ -162,6 +167,8 @@ void FrmTrend_txt::setHandlers() {
         line_.AutoScale = chkAutoSetpoint.Value == 1;
         redraw();
     };
+    btnRehearse.Click = [this] { btnRehearse_Click(); };
+    TimerRehearse.Tick = [this] { TimerRehearse_Tick(); };
     CheckWithLimits.Click = [this] { CheckWithLimits_Click(); };
     Picture1.Resize = [this] { Picture1_Resize(); };
     Picture1.KeyDown = [this](int keyCode, int) { Picture1_KeyDown(keyCode); };
@@ -172,6 +179,9 @@ void FrmTrend_txt::setHandlers() {
 bool FrmTrend_txt::Form_Unload() {
     Timer1.Enabled = false;
     TimerSim.Enabled = false;
+    if (TimerRehearse.Enabled) {
+        endRehearsal({});
+    }
     return true;
 }
 
@@ -201,11 +211,15 @@ void FrmTrend_txt::open(const std::filesystem::path& file) {
         return;
     }
     enter("open", [&] {
+        if (TimerRehearse.Enabled) {
+            endRehearsal({});
+        }
         readFile(file);
         lblMaxpoints.Caption = core::numberText(reader_.ItemCount()).view();
         enter(Combopoints.name(), [this] { turn(&pageOf); });
         redraw();
         btnSimulate.Enabled = true;
+        btnRehearse.Enabled = rehearser_ != nullptr;
         lblLog.Caption = logs::findingsOf(reader_);
     });
 }
@@ -307,6 +321,42 @@ void FrmTrend_txt::TimerSim_Tick() {
     }
     TimerSim.Interval = replayInterval(reader_.getSimSpeed());
     liveUpdate_.updateData_new();
+}
+
+void FrmTrend_txt::btnRehearse_Click() {
+    if (rehearser_ == nullptr) {
+        return;
+    }
+    if (TimerRehearse.Enabled) {
+        endRehearsal("The rehearsal was stopped.");
+        return;
+    }
+    const auto missing = rehearser_->begin(reader_);
+    if (!missing.empty()) {
+        lblLog.Caption = "The agent would not start: " + missing;
+        return;
+    }
+    btnRehearse.Caption = "Stop";
+    lblLog.Caption = "Rehearsal: 0 %";
+    TimerRehearse.Enabled = true;
+}
+
+// What is shown at the end may take long or close this window.
+void FrmTrend_txt::TimerRehearse_Tick() {
+    if (rehearser_->goOn()) {
+        lblLog.Caption = "Rehearsal: " + std::to_string(static_cast<int>(100.0 * rehearser_->share())) + " %";
+        return;
+    }
+    TimerRehearse.Enabled = false;
+    btnRehearse.Caption = kRehearse;
+    lblLog.Caption = rehearser_->finish();
+}
+
+void FrmTrend_txt::endRehearsal(const std::string& words) {
+    rehearser_->drop();
+    TimerRehearse.Enabled = false;
+    btnRehearse.Caption = kRehearse;
+    lblLog.Caption = words;
 }
 
 void FrmTrend_txt::pointAt(double x) {

@@ -15,6 +15,7 @@
 #include "trend/LogCursor.h"
 #include "trend/LogPages.h"
 #include "trend/PlotMark.h"
+#include "trend/Rehearser.h"
 #include "trend/cTrendline_New.h"
 
 namespace korvane::trend {
@@ -58,11 +59,17 @@ public:
     controls::Label lblLog{*this, "lblLog"};
     controls::ProgressBar prgLoad{*this, "prgLoad"};
 
+    // Runs the steady agent on the log; a second press ends that.
+    controls::CommandButton btnRehearse{*this, "btnRehearse"};
+    controls::Timer TimerRehearse{*this, "TimerRehearse", false, 1};  // a part of the log
+
     // What a choice in the dialog of btnLoad does. Nothing while another load runs.
     void open(const std::filesystem::path& file);
     // The pointer stands at this place of the plot's surface, in twips, or has left it.
     void pointAt(double x);
     void pointAway();
+    // Outlives the window. Without it there is nothing to press.
+    void useRehearser(Rehearser& rehearser) { rehearser_ = &rehearser; }
     // So many lengths of the list further, shorter if negative.
     void changePoints(int places);
 
@@ -83,6 +90,9 @@ private:
 
     void btnLoad_Click();
     void btnSimulate_Click();
+    void btnRehearse_Click();
+    void TimerRehearse_Tick();
+    void endRehearsal(const std::string& words);
     void CheckWithLimits_Click();
     void TimerSim_Tick();
     void Picture1_KeyDown(int keyCode);
@@ -104,6 +114,7 @@ private:
     LogPage page_;
     LogColumns columns_{};
     LogCursor cursor_;
+    Rehearser* rehearser_ = nullptr;
 };
 
 }  // namespace korvane::trend

@@ -82,6 +82,7 @@ TEST_F(KeepNames, RestoreSaysWhatItCantBring) {
 }
 
 TEST_F(KeepNames, OpenShowsTheWindow) {
+    EXPECT_EQ(run("call keep.closeNotice"), "ok");
     EXPECT_EQ(run("call keep.open"), "ok");
     EXPECT_THAT(run("windows"), HasSubstr("frmRestore"));
     EXPECT_EQ(run("get frmRestore.Caption"), "ok \"Palautuspisteet\"");

@@ -4,6 +4,7 @@
 #include "core/history/MapHistory.h"
 #include "keep/PointSamples.h"
 #include "keep/restore/FrmRestore.h"
+#include "support/FileSizeLimit.h"
 #include "support/VirtualProgram.h"
 
 namespace korvane::keep {
@@ -23,6 +24,12 @@ struct FrmRestoreTest : testing::Test, support::VirtualProgram {
         point.time.second = second;
         point.reason = reason;
         return PointStore(folder / "restore").add(point).name;
+    }
+    // The clock of files stands between two looks at it.
+    void touch(int seconds) {
+        const auto points = folder / "restore";
+        std::filesystem::last_write_time(points,
+                                         std::filesystem::last_write_time(points) + std::chrono::seconds(seconds));
     }
     FrmRestore& open() {
         program.restorePoints().open();
@@ -287,6 +294,89 @@ TEST_F(FrmRestoreTest, ComparesThePickedPoint) {
     form.lstPoints.choose(0);
     form.btnCompare.press();
     EXPECT_EQ(windows.loaded().back()->name(), "frmCompare");
+}
+
+TEST_F(FrmRestoreTest, AnExportThatFailsLeavesTheOlderFile) {
+    put(1, "maps read");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    const auto exportTo = [&](const char* name, controls::CommandButton& button) {
+        folder.write(name, "older");
+        dialogs.answerFile((folder / name).string());
+        const support::FileSizeLimit full(1000);
+        button.press();
+    };
+    exportTo("tune.txt", form.btnExportTune);
+    exportTo("image.txt", form.btnExportImage);
+    EXPECT_EQ(folder.read("tune.txt"), "older");
+    EXPECT_EQ(folder.read("image.txt"), "older");
+    EXPECT_THAT(folder.names(), testing::Not(testing::Contains(HasSubstr(".korvane-"))));
+    EXPECT_EQ(form.lblState.Caption.get(), "");
+}
+
+TEST_F(FrmRestoreTest, AnExportIsOnTheDiskBeforeItTakesThePlaceOfTheOlderFile) {
+    put(1, "maps read");
+    std::vector<std::string> flushed;
+    machine.toDisk = [&](const std::filesystem::path& place) {
+        flushed.push_back(std::filesystem::is_directory(place) ? "folder" : folder.read("tune.txt"));
+        return std::error_code();
+    };
+    auto& form = open();
+    form.lstPoints.choose(0);
+    folder.write("tune.txt", "older");
+    dialogs.answerFile((folder / "tune.txt").string());
+    form.btnExportTune.press();
+    EXPECT_THAT(flushed, ElementsAre("older", "folder"));
+    EXPECT_THAT(folder.read("tune.txt"), testing::StartsWith("Injection"));
+}
+
+// As another program does that has the same folder.
+TEST_F(FrmRestoreTest, FollowsWhatOthersDoInTheFolder) {
+    put(1, "a");
+    const auto name = put(2, "b");
+    put(3, "c");
+    auto& form = open();
+    form.lstPoints.choose(2);
+    pump.wait(1000);
+    EXPECT_THAT(reasons(form), ElementsAre("c", "b", "a"));
+    PointStore other(folder / "restore");
+    EXPECT_EQ(other.remove(name), "");
+    touch(1);
+    pump.wait(500);
+    EXPECT_THAT(reasons(form), ElementsAre("c", "a"));
+    EXPECT_EQ(form.lstPoints.chosen()->reason, "a");
+    put(4, "d");
+    touch(2);
+    pump.wait(500);
+    EXPECT_THAT(reasons(form), ElementsAre("d", "c", "a"));
+    EXPECT_EQ(form.lblCount.Caption.get(), "3 restore points");
+}
+
+TEST_F(FrmRestoreTest, APickedPointThatAnotherProgramRemovesIsPickedNoMore) {
+    const auto name = put(1, "a");
+    auto& form = open();
+    form.lstPoints.choose(0);
+    EXPECT_EQ(PointStore(folder / "restore").remove(name), "");
+    touch(1);
+    form.btnExportTune.press();
+    EXPECT_EQ(form.lblState.Caption.get(), "No tune: no file.");
+    EXPECT_FALSE(form.btnExportTune.Enabled);
+    EXPECT_EQ(form.lblPoint.Caption.get(), "");
+}
+
+TEST_F(FrmRestoreTest, SettingsThatWereNotReadBackAreCounted) {
+    put(1, "maps read");
+    auto& form = open();
+    const auto kept = [](std::size_t address) { return fullPoint().eeprom.at(address).byte; };
+    const auto other = [&](std::size_t address) { return static_cast<std::uint8_t>(kept(address) ^ 1U); };
+    window.ecuEeprom.told(10, other(10));
+    window.ecuEeprom.sent(11, other(11));
+    window.ecuEeprom.sent(12, kept(12));
+    form.lstPoints.choose(0);
+    EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 2, not read back: 1"));
+    window.ecuEeprom.told(11, other(11));
+    pump.wait(500);
+    EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 2"));
 }
 
 }  // namespace

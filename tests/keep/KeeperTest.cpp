@@ -161,6 +161,22 @@ TEST_F(KeeperTest, TheNoticeGoesWithTheNextConnect) {
     EXPECT_EQ(keeper.notice().Point.get(), "");
 }
 
+TEST_F(KeeperTest, WhatAnUploadHasNotSentOutlastsConnectsAndComparisons) {
+    connect();
+    identify();
+    readAll();
+    const std::string told = "EEPROM upload: a gap";
+    keeper.notice().tell(link::ImageRun::Upload, told);
+    connectAgain();
+    EXPECT_EQ(keeper.notice().words(), told);
+    readAll(51);
+    EXPECT_THAT(keeper.notice().words(), testing::StartsWith(told + "\nThe ECU differs from restore point "));
+    connectAgain();
+    EXPECT_EQ(keeper.notice().words(), told);
+    keeper.notice().close();
+    EXPECT_EQ(keeper.notice().words(), "");
+}
+
 TEST_F(KeeperTest, AnEcuOfAnotherTypeIsNotCompared) {
     connect();
     identify(11);
@@ -409,6 +425,24 @@ TEST_F(KeeperTest, SendsNothing) {
     keeper.beforeStore("fuel map");
     EXPECT_EQ(keeper.addByHand("x"), "");
     EXPECT_THAT(sent(), IsEmpty());
+}
+
+// A clock that was wrong for a day must not hide every later point.
+TEST_F(KeeperTest, ComparesWithThePointThatWasMadeLastWhateverItsDate) {
+    connect();
+    identify();
+    readAll();
+    auto other = newest();
+    other.time.year += 50;
+    other.fuel.working.fill(1);
+    other.fuel.edited.fill(1);
+    EXPECT_NE(PointStore(folder / "restore").add(other).name, "");
+    tables.FuelMapOut[3] = 99;
+    program.disconnect();
+    connect();
+    identify();
+    readAll(51);
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr(" (disconnect): 160 map cells"));
 }
 
 }  // namespace

@@ -98,6 +98,32 @@ TEST_F(PointStoreTest, KeepsTheOrderOfPointsOfOneSecond) {
     EXPECT_THAT(reasonsIn(store_.list()), ElementsAre("l", "k", "j", "i", "h", "g", "f", "e", "d", "c", "b", "a"));
 }
 
+TEST_F(PointStoreTest, HasTheNamesInTheOrderOfMakingOverAClockThatIsSetBack) {
+    std::vector<std::string> made;
+    for (const int second : {30, 10, 10, 40, 39}) {
+        made.insert(made.begin(), store_.add(pointAt(second, "x")).name);
+    }
+    EXPECT_EQ(store_.names(), made);
+    EXPECT_THAT(
+        made,
+        ElementsAre(testing::StartsWith("2025-12-31_00_00_40_001_"), testing::StartsWith("2025-12-31_00_00_40_000_"),
+                    testing::StartsWith("2025-12-31_00_00_30_002_"), testing::StartsWith("2025-12-31_00_00_30_001_"),
+                    testing::StartsWith("2025-12-31_00_00_30_000_")));
+    EXPECT_EQ(store_.load(made[0]).content->time.second, 39) << "the time is that of the clock";
+}
+
+TEST_F(PointStoreTest, ASecondHasAThousandNames) {
+    put("9998-12-31_23_59_59_999_0123456789ab.point", "x");
+    EXPECT_THAT(store_.add(partPoint()).name, testing::StartsWith("9999-01-01_00_00_00_000_"));
+    put("9999-12-31_23_59_59_999_0123456789ab.point", "x");
+    EXPECT_THAT(store_.add(partPoint()).name, testing::StartsWith("9999-12-31_23_59_59_999_"));
+}
+
+TEST_F(PointStoreTest, ANameWithAMomentThatNoClockShowsSetsNoOrder) {
+    put("2026-99-01_00_00_00_000_0123456789ab.point", "x");
+    EXPECT_THAT(store_.add(fullPoint()).name, testing::StartsWith("2026-05-06_17_08_59_000_"));
+}
+
 TEST_F(PointStoreTest, RemovesAPointWithItsNoteAndNothingElse) {
     const auto name = store_.add(partPoint()).name;
     const auto other = store_.add(fullPoint()).name;

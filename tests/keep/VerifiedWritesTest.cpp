@@ -163,7 +163,7 @@ TEST_F(VerifiedWrites, EachCellThatDiffersIsNamedAndSentAgainWithOnePress) {
     run.tables.FuelMapOut.fill(93);
     run.change(1 + 18, 90);
     maps.btnWriteFuel.press();
-    EXPECT_EQ(resultOf(maps), "Fuel: cell 18 is 90, sent 93");
+    EXPECT_EQ(resultOf(maps), "Fuel: cell 19 is 90, sent 93");
     EXPECT_TRUE(maps.verifyReport().Failed);
     EXPECT_EQ(run.tables.FuelMapOut[18], 93);
     maps.verifyReport().sendAgain();
@@ -182,7 +182,7 @@ TEST_F(VerifiedWrites, ALargeMapIsReadBackInBothHalves) {
     // Opening byte, 160 cells and the complement of the first half; the opening byte of the second.
     run.change(162 + 1 + 40, 41);
     maps.btnWriteIgn.press();
-    EXPECT_EQ(resultOf(maps), "Ignition: cell 200 is 41, sent 40");
+    EXPECT_EQ(resultOf(maps), "Ignition: cell 201 is 41, sent 40");
 }
 
 TEST_F(VerifiedWrites, WhatWasNotToldToStoreIsNotCalledVerifiedAlone) {
@@ -212,7 +212,7 @@ TEST_F(VerifiedWrites, ThePwmTableIsReadBackBehindTheRestart) {
         return place == 0 || place == -1 ? std::uint8_t{56} : byte;
     };
     maps.btnSavePWM.press();
-    EXPECT_EQ(resultOf(maps), "PWM: cell 70 is 56, sent 55");
+    EXPECT_EQ(resultOf(maps), "PWM: cell 71 is 56, sent 55");
     EXPECT_EQ(run.tables.PwmMapOut[70], 55);
 }
 

@@ -177,6 +177,17 @@ TEST_F(EepromBackup, BytesThatWereNotAnsweredNowAreTold) {
               "The file has what was read earlier.");
 }
 
+TEST_F(EepromBackup, OldBytesAreToldUntilTheNextBackup) {
+    main_.keepNotice.tell(link::ImageRun::Upload, "of an upload");
+    backup();
+    ecu_.deaf = {500};
+    backup();
+    EXPECT_THAT(main_.keepNotice.words(), HasSubstr("1 of 1001 addresses were not answered now"));
+    ecu_.deaf = {};
+    backup();
+    EXPECT_EQ(main_.keepNotice.words(), "of an upload");
+}
+
 TEST_F(EepromBackup, RunsOverMidnight) {
     main_.TimerRequestData.Enabled = false;
     virtual_.pump.wait((11 * 3600 + 59 * 60) * 1000);  // 23:59:00

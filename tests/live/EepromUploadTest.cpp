@@ -226,6 +226,17 @@ TEST_F(EepromUpload, NamesTheAddressesOfAGapInTheMiddle) {
               "EEPROM upload: the port was closed at addresses 363 to 435. They were not sent.");
 }
 
+TEST_F(EepromUpload, WhatWasNotSentIsToldUntilTheNextUpload) {
+    at(50010, [this] { main_.MSComm1.setPortOpen(false); });
+    upload(image(1011));
+    main_.keepNotice.say({}, {});  // as at each connect
+    EXPECT_THAT(main_.keepNotice.words(), HasSubstr("EEPROM upload: the port was closed"));
+    main_.MSComm1.setPortOpen(true);
+    at(static_cast<int>(now()) + 1000, [this] { EXPECT_EQ(main_.keepNotice.words(), ""); });
+    upload(image(1011));
+    EXPECT_EQ(main_.keepNotice.words(), "");
+}
+
 TEST_F(EepromUpload, AWholeUploadIsNotSpokenOf) {
     upload(image(1011));
     EXPECT_EQ(main_.keepNotice.Text.get(), "");

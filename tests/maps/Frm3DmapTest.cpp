@@ -136,6 +136,43 @@ TEST_F(Frm3DmapTest, ShowsEditedRawBytes) {
     EXPECT_EQ(data(1, 1), "120");
 }
 
+TEST_F(Frm3DmapTest, BeforeAReadNoCellHasAValue) {
+    frm3Dmap_.open();
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "");
+    frm3Dmap_.nothingRead();
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "160 of 160 cells were never read");
+    EXPECT_EQ(frm3Dmap_.marks.Unread.get(), std::vector<bool>(160, true));
+    frm3Dmap_.setMapSizes(20, 16);
+    frm3Dmap_.Update3D(99);
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "320 of 320 cells were never read");
+}
+
+TEST_F(Frm3DmapTest, TellsHowManyCellsOfTheTableOnShowWereNeverRead) {
+    frm3Dmap_.open();
+    std::vector<bool> unread(160);
+    unread[0] = unread[5] = unread[159] = true;
+    frm3Dmap_.unreadIn(1, unread);
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "");
+    frm3Dmap_.Update3D(1);
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "3 of 160 cells were never read");
+    EXPECT_EQ(frm3Dmap_.marks.Unread.get(), unread);
+    frm3Dmap_.Update3D(2);
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "");
+    EXPECT_TRUE(frm3Dmap_.marks.Unread.get().empty());
+    frm3Dmap_.Update3D(1);
+    frm3Dmap_.unreadIn(1, {});
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "");
+}
+
+TEST_F(Frm3DmapTest, ACellWithACountHasAValue) {
+    frm3Dmap_.nothingRead();
+    frm3Dmap_.open();
+    tables_.PwmMapOut.fill(7);
+    tables_.PwmMapOut[100] = 0;
+    frm3Dmap_.Update3D(3);
+    EXPECT_EQ(frm3Dmap_.unreadWords(), "1 of 160 cells was never read");
+}
+
 TEST_F(Frm3DmapTest, TellsTheViewOncePerRefresh) {
     frm3Dmap_.open();
     struct Counter : controls::Observer {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "MapsBench.h"
+#include "maps/steady/ErrorSum.h"
 #include "maps/steady/FrmSteady.h"
 #include "maps/steady/SteadyTuner.h"
 #include "support/MemoryPreferences.h"
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] std::string state() const override { return "working"; }
     [[nodiscard]] std::string whyStopped() const override { return ""; }
     [[nodiscard]] std::string cellWords(int cell) const override { return "cell " + std::to_string(cell); }
+    [[nodiscard]] std::string cellReasons(int cell) const override { return std::to_string(cell) + " fuel cut"; }
+    [[nodiscard]] const ErrorTrend& errors() const override { return trend; }
     [[nodiscard]] std::string zoneWords(std::size_t zone) const override { return "zone " + std::to_string(zone); }
     [[nodiscard]] std::vector<std::string> sampleWords() const override { return samples; }
     [[nodiscard]] SteadyChoices& choices() override { return choices_; }
@@ -41,6 +44,7 @@ public:
     int stops = 0;
     bool refuses = false;
     std::vector<std::string> samples{"7 used"};
+    ErrorTrend trend;
 
 private:
     SteadyChoices choices_;
@@ -122,6 +126,11 @@ TEST_F(SteadyBoxTest, TheStatusOfACellSaysWhatTheAgentKnows) {
     EXPECT_TRUE(words.ends_with("; steady agent: cell 17")) << words;
 }
 
+TEST_F(SteadyBoxTest, TheTipOfACellSaysWhatTheAgentKnowsBesideTheTarget) {
+    EXPECT_EQ(window_.analys.tip(17), "Steady agent: cell 17\nRejected while the engine ran here: 17 fuel cut");
+    EXPECT_EQ(window_.analys(17).ToolTipText.get(), "12.5");
+}
+
 class FrmSteadyTest : public MapsBench {
 protected:
     FrmSteadyTest() {
@@ -158,6 +167,88 @@ TEST_F(FrmSteadyTest, BoxesBeginAsRememberedAndAreTakenWithinTheirRange) {
     EXPECT_EQ(steady_.choices().FixedDelayMs[2].get(), 0.0);
     window_.chkCarry.press();
     EXPECT_TRUE(steady_.choices().Carry);
+}
+
+// The "1" of "15" would cut the authority to 1 per cent.
+TEST_F(FrmSteadyTest, WhatIsTypedIsTakenByEnterOrWhenTheFocusLeaves) {
+    constexpr int kKeyReturn = 13;
+    window_.setFocus(&window_.txtRich);
+    window_.txtRich.Text = "2";
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 15.0);
+    machine_.pump.wait(1100);
+    EXPECT_EQ(window_.txtRich.Text.get(), "2") << "nobody writes there meanwhile";
+    window_.txtRich.Text = "20";
+    window_.txtRich.KeyDown('0', 0);
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 15.0);
+    window_.txtRich.KeyDown(kKeyReturn, 0);
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 20.0);
+    window_.setFocus(&window_.txtDelay(1));
+    window_.txtDelay(1).Text = "180";
+    EXPECT_EQ(steady_.choices().FixedDelayMs[1].get(), 0.0);
+    window_.setFocus(&window_.txtLean);
+    EXPECT_EQ(steady_.choices().FixedDelayMs[1].get(), 180.0);
+}
+
+TEST_F(FrmSteadyTest, ABoxShowsWhatHoldsOnceNobodyTypesThere) {
+    window_.setFocus(&window_.txtLean);
+    window_.txtLean.Text = "80";
+    window_.setFocus(&window_.txtRich);
+    EXPECT_EQ(window_.lblNote.Caption.get(), "0 to 50");
+    EXPECT_EQ(window_.txtLean.Text.get(), "5");
+    window_.txtRich.Text = "20";
+    window_.leaveBox();
+    EXPECT_EQ(steady_.choices().RichAuthority.get(), 20.0) << "another window";
+    steady_.choices().FixedDelayMs[0] = 90.0;
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.txtDelay(0).Text.get(), "90");
+}
+
+TEST_F(FrmSteadyTest, TheErrorsOfTheRunAreDrawnAndTold) {
+    steady_.trend.begin("Steady agent", 100.0);
+    steady_.trend.add(100.0, 4.0, 8.0);
+    steady_.trend.add(220.0, 1.26, 3.0);
+    window_.picErrors.Width = 6000;
+    window_.picErrors.Height = 2210;
+    machine_.pump.wait(600);
+    EXPECT_EQ(window_.lblErrors.Caption.get(), "Steady agent, 2 min: mean error 1.3 %, worst cell 3 %");
+    const auto& drawing = window_.picErrors.drawing();
+    std::vector<std::vector<controls::Point>> lines;
+    for (const auto& shape : drawing.shapes()) {
+        if (shape.kind == controls::Drawing::Kind::Polyline) {
+            const auto points = drawing.pointsOf(shape);
+            lines.emplace_back(points.begin(), points.end());
+        }
+    }
+    // 2000 twips are 10 per cent.
+    EXPECT_THAT(lines, testing::Contains(testing::ElementsAre(controls::Point{0, 400}, controls::Point{6000, 1400})));
+    EXPECT_THAT(lines, testing::Contains(testing::ElementsAre(controls::Point{0, 1200}, controls::Point{6000, 1748})));
+}
+
+TEST_F(FrmSteadyTest, TheReasonsOfTheCellOfTheEngineAreShown) {
+    EXPECT_EQ(window_.lblReasons.Caption.get(), "Rejected while the engine ran there: 41 fuel cut");
+}
+
+TEST(ErrorTrendTest, ALongRunKeepsItsStartAndItsEnd) {
+    ErrorTrend trend;
+    trend.begin("x", 10.0);
+    for (double second = 10.0; second < 36010.0; second += 1.0) {
+        if (trend.isDue(second)) {
+            trend.add(second, 1.0, 2.0);
+        }
+    }
+    EXPECT_LE(trend.points().size(), ErrorTrend::kMost);
+    EXPECT_GE(trend.points().size(), ErrorTrend::kMost / 2);
+    EXPECT_EQ(trend.points().front().seconds, 0.0);
+    EXPECT_GT(trend.points().back().seconds, 35700.0);
+}
+
+TEST(ErrorSumTest, IsWeightedAndKnowsTheWorst) {
+    ErrorSum sum;
+    EXPECT_TRUE(sum.isEmpty());
+    sum.add(-6.0, 1.0);
+    sum.add(2.0, 3.0);
+    EXPECT_EQ(sum.mean(), 3.0);
+    EXPECT_EQ(sum.worst(), 6.0);
 }
 
 TEST_F(FrmSteadyTest, ButtonsSayWhatCameOfThem) {

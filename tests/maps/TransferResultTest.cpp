@@ -370,5 +370,22 @@ TEST_F(TransferWatchTest, APortThatIsOpenAgainWasClosed) {
     EXPECT_EQ(text(), "Fuel: the port was closed");
 }
 
+TEST_F(TransferResultTest, ASendWithOtherCommandsAmongItsBytesIsNoSuccess) {
+    result_.begin('F', 1);
+    result_.mixedInto('A');
+    hear('F', kTaken);
+    EXPECT_EQ(result_.text(), "Fuel: acknowledged");
+    result_.begin('F', 1);
+    result_.mixedInto('F');
+    EXPECT_EQ(result_.text(), "Fuel: waiting");
+    hear('F', kTaken);
+    EXPECT_EQ(result_.text(), "Fuel: acknowledged, but mixed with other commands");
+    EXPECT_TRUE(result_.hasFailed());
+    result_.begin('F', 1);
+    hear('F', kTaken);
+    EXPECT_EQ(result_.text(), "Fuel: acknowledged");
+    EXPECT_FALSE(result_.hasFailed());
+}
+
 }  // namespace
 }  // namespace korvane::maps

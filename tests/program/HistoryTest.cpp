@@ -525,6 +525,73 @@ TEST_F(HistoryTest, WhileAMapIsSentNobodyWalks) {
     EXPECT_EQ(fuel(1), 90);
 }
 
+// Keys, injector scaling and the agent do what they always did while a map is being sent. What is said of the send and
+// of the map must be true all the same.
+struct MixedSendTest : HistoryTest {
+    // Sends the fuel map, which is all 90, does this in the middle of it, and has the send acknowledged. What is said
+    // of the reads before it is left out.
+    std::string resultOfSend(FrmMaps& form, const std::function<void()>& act) {
+        at(static_cast<int>(pump.milliseconds()) + 100, act);
+        at(static_cast<int>(pump.milliseconds()) + 1000, [this] { receiveFrame('F', {1}); });
+        form.btnWriteFuel.press();
+        rest();
+        return sendResult(form);
+    }
+    static std::string sendResult(FrmMaps& form) {
+        const auto text = form.line().watch().Text.get();
+        const auto end = text.rfind("; ");
+        return end == std::string::npos ? text : text.substr(end + 2);
+    }
+};
+
+TEST_F(MixedSendTest, ARealtimeChangeAmongTheBytesOfAMapIsTold) {
+    auto& form = openMaps();
+    form.chkOnlineChanges.Value = 1;
+    EXPECT_EQ(resultOfSend(form, [&] { press(form.fuel(1), kKeyPlus); }),
+              "Fuel send: acknowledged, but mixed with other commands");
+    EXPECT_TRUE(form.line().watch().Failed);
+    EXPECT_EQ(resultOfSend(form, [] {}), "Fuel: acknowledged");
+}
+
+// The tuning agent has no part in the window.
+TEST_F(MixedSendTest, ACommandOfSomebodyElseAmongTheBytesOfAMapIsTold) {
+    auto& form = openMaps();
+    EXPECT_EQ(resultOfSend(form, [&] { window.MSComm1.Output(fuelCell(3, 91)); }),
+              "Fuel send: acknowledged, but mixed with other commands");
+}
+
+TEST_F(MixedSendTest, ACommandBehindTheLastByteOfAMapIsNotAmongThem) {
+    auto& form = openMaps();
+    form.chkOnlineChanges.Value = 1;
+    EXPECT_EQ(resultOfSend(form, [] {}), "Fuel send: acknowledged");
+    press(form.fuel(1), kKeyPlus);
+    EXPECT_EQ(sendResult(form), "Fuel send: acknowledged");
+}
+
+TEST_F(MixedSendTest, AnEditOfACellThatHasGoneOutCountsAsUnsent) {
+    auto& form = openMaps();
+    EXPECT_EQ(resultOfSend(form, [&] { press(form.fuel(1), kKeyPlus); }), "Fuel send: acknowledged");
+    EXPECT_THAT(steps(), ElementsAre("Fuel: cell 2 from 90 to 91"));
+    EXPECT_EQ(statusOf(form).unsent, "Not sent: 1 fuel");
+}
+
+// The cells before the moment went out as they were, those behind it as they are.
+TEST_F(MixedSendTest, ScalingInTheMiddleOfASendLeavesTheFirstCellsUnsent) {
+    auto& form = openMaps();
+    std::size_t gone = 0;
+    const auto scale = [&] {
+        gone = recorder.arrivals.size() - 1;
+        const core::MapHistory::Change step(&program.history(), {core::Cause::Kind::Scaling});
+        tables.FuelMapOut.fill(45);
+    };
+    EXPECT_EQ(resultOfSend(form, scale), "Fuel send: acknowledged");
+    const auto unsent = unsentOf(form);
+    ASSERT_FALSE(unsent.empty());
+    EXPECT_EQ(unsent[0].map, "fuel");
+    EXPECT_NEAR(static_cast<double>(unsent[0].cells.unsent), static_cast<double>(gone), 2);
+    EXPECT_GT(gone, 10U);
+}
+
 // A restore and a comparison bring whole maps, of which the ECU would get a part.
 struct BringingTest : HistoryTest {
     static constexpr auto kWords = "Not while a map is being sent";

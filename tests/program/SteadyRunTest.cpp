@@ -1,7 +1,10 @@
 // The steady agent in the whole program, on the virtual ECU.
+#include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 #include "ecu/VirtualEcu.h"
 #include "link/Frames.h"
@@ -24,6 +27,25 @@ ecu::EcuSettings lap() {
     EXPECT_EQ(ecu::parseKeyList(settings, "type=11,drive=lap"), "");
     return settings;
 }
+
+// "g", the cell twice, the byte twice and the complement: the byte in front of the last five is the command's.
+class ListeningEcu : public support::EcuDevice {
+public:
+    using EcuDevice::EcuDevice;
+
+    void receive(std::uint8_t byte, platform::Micros at) override {
+        std::ranges::rotate(last_, last_.begin() + 1);
+        last_.back() = byte;
+        const bool isCell = last_[0] == 'g' && last_[5] == 0x98 && last_[1] == last_[2] && last_[3] == last_[4];
+        cells += isCell ? 1U : 0U;
+        EcuDevice::receive(byte, at);
+    }
+
+    std::size_t cells = 0;
+
+private:
+    std::array<std::uint8_t, 6> last_{};
+};
 
 class SteadyRunTest : public testing::Test {
 protected:
@@ -70,7 +92,10 @@ protected:
         return cells;
     }
 
-    support::EcuDevice ecu_{lap()};
+    // Commands for a cell that went out since the last call.
+    std::size_t cellsSent() { return std::exchange(ecu_.cells, 0U); }
+
+    ListeningEcu ecu_{lap()};
     support::VirtualProgram program_{&ecu_};
     core::MapImage start_{};
 };
@@ -87,6 +112,39 @@ TEST_F(SteadyRunTest, ItChangesCellsWithinTheAuthorityAndTheEngineHasThem) {
     EXPECT_TRUE(program_.program.history().step(1).words().starts_with("Fuel: steady agent, "));
     EXPECT_EQ(maps().chkOnlineChanges.Value.get(), 0);
     EXPECT_EQ(maps().chkSteadyAgent.Value.get(), 1);
+}
+
+TEST_F(SteadyRunTest, EachCellThatItChangesIsSentAndBehindAStopNoneIs) {
+    work();
+    EXPECT_GT(cellsSent(), 0U);
+    maps().chkSteadyAgent.press();
+    wait(kSecond);
+    static_cast<void>(cellsSent());
+    wait(kLong);
+    EXPECT_EQ(cellsSent(), 0U);
+}
+
+TEST_F(SteadyRunTest, TheErrorsOfTheRunAreNotedForEitherAgent) {
+    work();
+    EXPECT_EQ(agent().errors().agent(), "Steady agent");
+    const auto points = agent().errors().points();
+    ASSERT_GE(points.size(), 10U);
+    EXPECT_LT(points.back().mean, points.front().mean);
+    EXPECT_GE(points.back().worst, points.back().mean);
+    maps().chkUseTuningAgent.press();
+    wait(200 * kSecond);
+    EXPECT_EQ(agent().errors().agent(), "Tuning agent");
+    EXPECT_GE(agent().errors().points().size(), 10U);
+}
+
+TEST_F(SteadyRunTest, TheReasonsOfACellAreThoseOfTheFramesInIt) {
+    maps().chkSteadyAgent.press();
+    wait(10 * kSecond);
+    const int place = program_.tables.MapPlace;
+    EXPECT_THAT(agent().cellReasons(place), testing::HasSubstr("engine stopped, cranking or just started"));
+    EXPECT_EQ(agent().cellReasons(159), "");
+    EXPECT_EQ(agent().cellReasons(-1), "");
+    EXPECT_EQ(agent().cellReasons(320), "");
 }
 
 TEST_F(SteadyRunTest, ABlockThatTheTunerHoldsIsNotTouched) {
@@ -261,6 +319,57 @@ TEST_F(SteadyRunTest, TheAuthorityIsTakenAtOnce) {
     EXPECT_EQ(agent().agent().setup().richAuthority, 3.0);
 }
 
+TEST_F(SteadyRunTest, AFixedDelayIsTakenAtOnceAndGivenUpAtOnce) {
+    maps().chkSteadyAgent.press();
+    agent().choices().FixedDelayMs[1] = 210.0;
+    EXPECT_EQ(agent().agent().zone(1).delayMs, 210.0);
+    EXPECT_EQ(agent().zoneWords(1), "40 to 60 %: 210 ms, fixed");
+    agent().choices().FixedDelayMs[1] = 0.0;
+    EXPECT_EQ(agent().zoneWords(1), "40 to 60 %: not known yet");
+}
+
+TEST_F(SteadyRunTest, ChangedSettingsOfTheInjectionOrTheLoadStopIt) {
+    for (const bool load : {true, false}) {
+        maps().chkSteadyAgent.press();
+        ASSERT_EQ(agent().whyStopped(), "");
+        if (load) {
+            eeprom(program_.tables.addresses.MAPGAIN_OFF, 12);
+        } else {
+            auto bytes = *program_.window.ecuMisc.bytes();
+            bytes[6] = static_cast<std::uint8_t>(bytes[6] + 3);
+            program_.window.ecuMisc.has(bytes);
+        }
+        wait(kSecond);
+        EXPECT_EQ(agent().whyStopped(), "settings of the injection or of the load were changed") << load;
+        EXPECT_EQ(maps().chkSteadyAgent.Value.get(), 0);
+        EXPECT_EQ(map(), start_);
+    }
+}
+
+TEST_F(SteadyRunTest, F8FromEachStateEndsAtTheBaseline) {
+    const auto f8 = [this](State from) {
+        ASSERT_EQ(state(), from);
+        EXPECT_TRUE(maps().offerKey(kF8, 0));
+        EXPECT_EQ(state(), State::PuttingBack);
+        EXPECT_TRUE(maps().offerKey(kF8, 0)) << "once more meanwhile";
+        wait(5 * kSecond);
+        EXPECT_EQ(state(), State::Stopped);
+        EXPECT_EQ(agent().whyStopped(), "put back by the tuner");
+        EXPECT_EQ(map(), start_);
+        EXPECT_EQ(unsent(), 0U);
+    };
+    maps().chkSteadyAgent.press();
+    f8(State::Waiting);
+    f8(State::Stopped);
+    work();
+    f8(State::Working);
+    maps().chkSteadyAgent.press();
+    wait(kLong);
+    maps().chkSteadyAgent.press();
+    ASSERT_NE(map(), start_);
+    f8(State::Off);
+}
+
 TEST_F(SteadyRunTest, ItRefusesWhereTheMapIsNotTheEngines) {
     ++map().at(3);
     maps().chkSteadyAgent.press();
@@ -325,9 +434,92 @@ TEST_F(SteadyRunTest, TheCloseOfItsWindowStopsIt) {
 TEST_F(SteadyRunTest, WhileItIsOffNothingIsLearntOrChanged) {
     wait(400 * kSecond);
     EXPECT_EQ(map(), start_);
+    EXPECT_EQ(cellsSent(), 0U);
     EXPECT_EQ(agent().agent().counted(steady::Verdict::Used), 0U);
     EXPECT_EQ(program_.program.history().count(), 0U);
     EXPECT_FALSE(std::filesystem::exists(program_.folder.path() / "steady-11-3386.baseline"));
+}
+
+// A program on a line that takes no cell any more.
+class RefusingLine : public platform::MemoryLine {
+public:
+    using MemoryLine::MemoryLine;
+
+    void write(std::span<const std::uint8_t> bytes) override {
+        if (refuses && !bytes.empty() && bytes.front() == 'g') {
+            throw platform::RuntimeError(8018, "the device has gone");
+        }
+        MemoryLine::write(bytes);
+    }
+
+    bool refuses = false;
+};
+
+struct RefusingProgram : support::VirtualMachine {
+    explicit RefusingProgram(platform::LineDevice& device) : VirtualMachine(&device), refusing(pump, &device) {
+        program.connection().loadSettings = nullptr;
+        program.start();
+        program.frmSarn2().btnConnect.press();
+        pump.wait(2 * kSecond);
+        program.frmSarn2().btnKartat.press();
+        pump.wait(3 * kSecond);
+    }
+
+    RefusingLine refusing;
+    platform::Machine other = with(refusing);
+    Program program{other};
+};
+
+TEST(SteadyRefusalTest, ASendThatTheLineRefusesStopsItAndItPutsBack) {
+    support::EcuDevice ecu(lap());
+    RefusingProgram machine(ecu);
+    auto& panel = machine.program.frmSarn2();
+    auto& tables = machine.program.tables();
+    auto& agent = machine.program.steadyAgent();
+    panel.ecuEeprom.told(tables.addresses.LOAD_MODE, 0);
+    panel.ecuEeprom.told(tables.addresses.MAPGAIN_OFF, 10);
+    panel.ecuEeprom.told(tables.addresses.MAPOFFSET_OFF, 0);
+    const auto start = tables.FuelMapOut;
+    ASSERT_TRUE(agent.start(maps::kOrdinaryMaps, &machine)) << agent.whyStopped();
+    machine.refusing.refuses = true;
+    machine.pump.wait(kLong);
+    EXPECT_EQ(agent.state(), "stopped");
+    EXPECT_EQ(agent.whyStopped(), "send refused");
+    EXPECT_EQ(tables.FuelMapOut, start) << "what was not taken is not in the map either";
+}
+
+// A large map has 16 rows of 20 cells, and a command names a cell by a byte: twelve whole rows.
+TEST(SteadyLargeTest, InTheLargeWindowItWorksOnTheCellsThatACommandCanName) {
+    ecu::EcuSettings settings;
+    ASSERT_EQ(ecu::parseKeyList(settings, "type=15,drive=lap"), "");
+    support::EcuDevice ecu(settings);
+    support::VirtualProgram program(&ecu);
+    program.connect();
+    program.pump.wait(2 * kSecond);
+    program.window.btnKartat.press();
+    program.pump.wait(5 * kSecond);
+    ASSERT_EQ(program.tables.SWType, 15);
+    const auto& places = program.tables.addresses;
+    for (const auto& [address, byte] :
+         {std::pair(places.LOAD_MODE, 0), std::pair(places.MAPGAIN_OFF, 10), std::pair(places.MAPOFFSET_OFF, 0),
+          std::pair(places.INJ_MODE_OFFSET, 0), std::pair(places.INJ_MULTIPLIER_OFF, 0)}) {
+        program.window.ecuEeprom.told(address, static_cast<std::uint8_t>(byte));
+    }
+    auto& form = dynamic_cast<maps::FrmMaps_Large&>(*program.windows.loaded().back());
+    form.chkInjAnal.press();
+    const auto start = program.tables.FuelMapOut;
+    form.chkSteadyAgent.press();
+    auto& agent = program.program.steadyAgent();
+    ASSERT_EQ(agent.whyStopped(), "");
+    EXPECT_EQ(agent.agent().setup().grid.columns, maps::kLargeMaps.columns);
+    EXPECT_EQ(agent.agent().setup().grid.cells(), 240U);
+    program.pump.wait(2 * kLong);
+    EXPECT_EQ(agent.whyStopped(), "");
+    EXPECT_NE(program.tables.FuelMapOut, start);
+    EXPECT_TRUE(std::equal(start.begin() + 240, start.end(), program.tables.FuelMapOut.begin() + 240));
+    EXPECT_TRUE(form.offerKey(kF8, 0));
+    program.pump.wait(5 * kSecond);
+    EXPECT_EQ(program.tables.FuelMapOut, start);
 }
 
 }  // namespace

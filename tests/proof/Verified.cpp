@@ -6,7 +6,7 @@ namespace korvane::proof {
 
 namespace {
 
-constexpr std::size_t kFirstCell = 0;  // as the words count
+constexpr std::size_t kFirstCell = 1;  // as the words count
 
 bool has(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;

@@ -157,6 +157,50 @@ TEST_F(Map3DViewTest, TellsTheSizeOfTheMapAndThatItShowsCounts) {
                             [](const QLabel* label) { return label->text() == "16 by 10, raw counts"; }));
 }
 
+// A cell inside the map has one piece of the surface in each of the 4 quads around it, and 3 faces as a bar.
+TEST_F(Map3DViewTest, ThereIsNoSurfaceWhereACellWasNeverRead) {
+    auto& note = find<QLabel>("unreadCells");
+    EXPECT_FALSE(note.isVisible());
+    tables.FuelMapOut[83] = 0;
+    std::vector<bool> unread(160);
+    unread[83] = true;
+    window.unreadIn(1, unread);
+    window.Update3D(1);
+    frame();
+    EXPECT_EQ(chart().faces().size(), 536U);
+    EXPECT_TRUE(
+        std::none_of(chart().faces().begin(), chart().faces().end(), [](const Face& face) { return face.cell == 83; }));
+    EXPECT_EQ(note.text(), "1 of 160 cells was never read");
+    EXPECT_TRUE(note.isVisible());
+    find<QRadioButton>("optBars").click();
+    EXPECT_EQ(chart().faces().size(), 477U);
+    window.unreadIn(1, {});
+    frame();
+    EXPECT_EQ(chart().faces().size(), 480U);
+    EXPECT_FALSE(note.isVisible());
+}
+
+// Cell 84 is 0.6 high. With a 0 beside it the middle of the lowest of its pieces is at (0.6 + 0.3 + 0.4 + 0.55) / 4;
+// with none there it is at (0.6 + 0.6 + 0.533 + 0.55) / 4.
+TEST_F(Map3DViewTest, ACellThatWasNeverReadPullsNoOtherDown) {
+    tables.FuelMapOut[83] = 0;
+    std::vector<bool> unread(160);
+    unread[83] = true;
+    const auto lowestOf84 = [&] {
+        double lowest = 1;
+        for (const auto& face : chart().faces()) {
+            lowest = face.cell == 84 ? std::min(lowest, face.height) : lowest;
+        }
+        return lowest;
+    };
+    window.Update3D(1);
+    frame();
+    EXPECT_NEAR(lowestOf84(), 0.4625, 0.001);
+    window.unreadIn(1, unread);
+    frame();
+    EXPECT_NEAR(lowestOf84(), 0.5708, 0.001);
+}
+
 TEST_F(Map3DViewTest, MarksTheCellsOfTheEngineAndOfTheFocus) {
     window.engineAt(35);
     window.focusAt(1, 100, window);

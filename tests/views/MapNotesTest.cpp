@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "core/tables/LiveChannel.h"
 #include "views/CutTexts.h"
@@ -159,6 +160,45 @@ TEST_F(MapNotesTest, ALineAcrossTheWindowTellsOfOtherSizes) {
     form.showNotes();
     frame();
     EXPECT_FALSE(find("sizeNote").isVisible());
+}
+
+// In mode 2 a count is 512 ticks of 18.432 MHz, and 768 with multiplier 3: 14 of them last 0.3889 ms and 0.5833 ms.
+TEST_F(MapNotesTest, ALineTellsThatTheFuelTimesAreOfOtherSettings) {
+    auto& form = open<maps::FrmMaps>();
+    const auto set = [this](int address, std::uint8_t value) {
+        tables.EEParams.at(static_cast<std::size_t>(address)).value = value;
+    };
+    set(tables.addresses.INJ_MODE_OFFSET, 2);
+    set(tables.addresses.INJ_MULTIPLIER_OFF, 0);
+    pump.wait(1000);
+    frame();
+    EXPECT_FALSE(find("sizeNote").isVisible());
+    tables.FuelMapIn[0] = 14;
+    form.populateFuel();
+    EXPECT_EQ(form.fuel(0).Text.get(), "0.388");
+    set(tables.addresses.INJ_MULTIPLIER_OFF, 3);
+    pump.wait(1000);
+    frame();
+    EXPECT_TRUE(find("sizeNote").isVisible());
+    EXPECT_TRUE(isWhole(find("sizeNote")));
+    EXPECT_THAT(form.sizeNote.words(), testing::HasSubstr("until it is read again or edited"));
+    form.populateFuel();
+    EXPECT_EQ(form.fuel(0).Text.get(), "0.583");
+    pump.wait(1000);
+    frame();
+    EXPECT_FALSE(find("sizeNote").isVisible());
+}
+
+TEST_F(MapNotesTest, The3DViewKnowsWhichCellsWereNeverRead) {
+    auto& form = open<maps::FrmMaps>();
+    form.btnShow3D.press();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "160 of 160 cells were never read");
+    window.ecuMaps.ignition.read(0, std::vector<std::uint8_t>(16));
+    form.populateIGN();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "144 of 160 cells were never read");
+    window.ecuMaps.ignition.read(0, std::vector<std::uint8_t>(160));
+    form.populateIGN();
+    EXPECT_EQ(program.frm3Dmap().unreadWords(), "");
 }
 
 TEST_F(MapNotesTest, AGridThatWasNeverReadSaysSoAcrossItsMiddle) {

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
 
 #include <gmock/gmock.h>
@@ -127,6 +129,22 @@ TEST_F(RestoreViewTest, TheMainWindowLeadsToARestoreThatWasNotCompleted) {
     EXPECT_TRUE(find<QToolButton>("keepNoticeRestore").isHidden());
 }
 
+TEST_F(RestoreViewTest, TheMainWindowLeadsToTheDeskOfARunThatDidNotEnd) {
+    put(1, "maps read");
+    put(2, "before: fuel map");
+    lookAt(window);
+    window.keepNotice.unfinished("The program ended.", keep::PointStore(folder / "restore").list()[1].name);
+    frame();
+    EXPECT_FALSE(find<QGroupBox>("keepNotice").isHidden());
+    EXPECT_EQ(find<QGroupBox>("keepNotice").findChild<QLabel*>()->text().toStdString(), "The program ended.");
+    EXPECT_TRUE(find<QToolButton>("keepNoticeRestore").isHidden());
+    find<QToolButton>("keepNoticeUnfinished").click();
+    const auto& form = dynamic_cast<keep::FrmRestore&>(*windows.loaded().back());
+    EXPECT_EQ(form.lstPoints.chosen()->reason, "maps read");
+    frame();
+    EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+}
+
 TEST_F(RestoreViewTest, WhatIsNotThereIsNotShown) {
     put(1, "maps read");
     open();
@@ -165,6 +183,44 @@ TEST_F(RestoreViewTest, TheMainWindowHasALineOnlyWhenThereIsSomethingToSay) {
     window.keepNotice.say({}, {});
     frame();
     EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+}
+
+TEST_F(RestoreViewTest, TheLineCanBeClosed) {
+    lookAt(window);
+    window.keepNotice.tell(link::ImageRun::Upload, "EEPROM upload: a gap");
+    window.keepNotice.say("The ECU differs", "a.point");
+    frame();
+    find<QToolButton>("keepNoticeClose").click();
+    frame();
+    EXPECT_EQ(window.keepNotice.words(), "");
+    EXPECT_TRUE(find<QGroupBox>("keepNotice").isHidden());
+    window.keepNotice.offer("A restore was not completed.", "a.point");
+    frame();
+    EXPECT_TRUE(find<QToolButton>("keepNoticeClose").isHidden());
+}
+
+// 1280 by 690 less a title bar and a frame.
+TEST_F(RestoreViewTest, TheLineOfTheMainWindowNeedsNoScrollBars) {
+    lookAt(window);
+    window.resize(1278 * 15, 664 * 15);
+    window.keepNotice.offer(std::string(200, 'x'), "a.point");
+    window.keepNotice.tell(link::ImageRun::Upload, "EEPROM upload: a gap");
+    window.keepNotice.say(std::string(200, 'y'), "a.point");
+    frame();
+    const auto* const scroll = view().findChild<QScrollArea*>();
+    EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(RestoreViewTest, WordsThatDoNotFitIntoTheLineAreInItsToolTip) {
+    lookAt(window);
+    const auto* const words = find<QGroupBox>("keepNotice").findChild<QLabel*>();
+    window.keepNotice.say("The ECU differs", {});
+    frame();
+    EXPECT_EQ(words->toolTip(), "");
+    window.keepNotice.say(std::string(400, 'x'), {});
+    frame();
+    EXPECT_EQ(words->toolTip(), QString(400, QLatin1Char('x')));
 }
 
 TEST_F(RestoreViewTest, TheLineOpensTheComparison) {

@@ -30,6 +30,7 @@ struct SteadyViewTest : testing::Test, ProgramViews {
         find<QPushButton>("steadyDetails").click();
         auto& details = dynamic_cast<maps::FrmSteady&>(*windows.loaded().back());
         lookAt(details);
+        view().activateWindow();
         frame();
         return details;
     }
@@ -62,6 +63,8 @@ TEST_F(SteadyViewTest, TheAuthorityIsTypedAndTheDelayIsShown) {
     rich.setFocus();
     rich.selectAll();
     type(rich, "12");
+    EXPECT_EQ(program.steadyAgent().choices().RichAuthority.get(), 15.0);
+    key(rich, Qt::Key_Return, Qt::NoModifier);
     EXPECT_EQ(program.steadyAgent().choices().RichAuthority.get(), 12.0);
     EXPECT_EQ(find<QLabel>("lblZone(1)").text(), "40 to 60 %: not known yet");
 }

@@ -132,6 +132,10 @@ void registerRestorePoints(Names& names, const keep::RestoreContext& context, st
     names.addProcedure("keep.note", "NUMBER NOTE", [&keeper](Arguments given) {
         return done(keeper.setNote(nameAt(keeper, given[0]), text(given[1])));
     });
+    names.addProcedure("keep.closeNotice", "", [&keeper](Arguments) -> Answer {
+        keeper.notice().close();
+        return {};
+    });
     names.addProcedure("keep.remove", "NUMBER",
                        [&keeper](Arguments given) { return done(keeper.remove(nameAt(keeper, given[0]))); });
     names.addProcedure("keep.restore", "NUMBER [PARTS]",

@@ -19,6 +19,7 @@
 
 #include "core/tables/MapImages.h"
 #include "platform/Dialogs.h"
+#include "platform/DiskFlush.h"
 
 namespace korvane::core {
 
@@ -29,6 +30,9 @@ struct SharedTables;
 // Returns whether all of it was written.
 bool SaveSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
                       platform::Dialogs& dialogs);
+// The same in one step: a failure leaves the older file as it was.
+bool ReplaceSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
+                         platform::Dialogs& dialogs, const platform::DiskFlush& toDisk = {});
 
 // Where the reading of the tables ended. Numbers without a name here are the phases between these.
 inline constexpr int kSettingsRead = 0;

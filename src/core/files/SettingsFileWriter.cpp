@@ -23,32 +23,32 @@ constexpr std::int16_t kLargeMap = 320;
 constexpr std::size_t kSmallRow = 16;
 constexpr std::size_t kLargeRow = 20;
 
-void writeRow(OutputFile& file, Cells cells) {
+void writeRow(const LineSink& write, Cells cells) {
     std::string line;
     for (const std::uint8_t cell : cells) {
         line += ' ';
         line += numberText(cell).view();
         line += ' ';
     }
-    file.writeLine(line);
+    write(line);
 }
 
-void writeTable(OutputFile& file, std::string_view header, Cells cells, std::size_t row) {
-    file.writeLine(header);
+void writeTable(const LineSink& write, std::string_view header, Cells cells, std::size_t row) {
+    write(header);
     for (std::size_t first = 0; first < cells.size(); first += row) {
-        writeRow(file, cells.subspan(first, row));
+        writeRow(write, cells.subspan(first, row));
     }
 }
 
-void writeMaps(OutputFile& file, const MapImages& tables, std::int16_t mapSize) {
+void writeMaps(const LineSink& write, const MapImages& tables, std::int16_t mapSize) {
     const Cells fuel(tables.FuelMapOut);
     const Cells ignition(tables.IgnMapOut);
     if (mapSize == kSmallMap) {
-        writeTable(file, "Injection", fuel.first(kSmallMap), kSmallRow);
-        writeTable(file, "Ignition", ignition.first(kSmallMap), kSmallRow);
+        writeTable(write, "Injection", fuel.first(kSmallMap), kSmallRow);
+        writeTable(write, "Ignition", ignition.first(kSmallMap), kSmallRow);
     } else if (mapSize == kLargeMap) {
-        writeTable(file, "Injection_320", fuel, kLargeRow);
-        writeTable(file, "Ignition_320", ignition, kLargeRow);
+        writeTable(write, "Injection_320", fuel, kLargeRow);
+        writeTable(write, "Ignition_320", ignition, kLargeRow);
     }
 }
 
@@ -63,14 +63,32 @@ bool isWritten(const EEParam& row) {
     return !row.name.empty() || !std::holds_alternative<std::monostate>(row.value);
 }
 
-void writeParameters(OutputFile& file, const EepromShadow& tables) {
-    file.writeLine("PARAMS");
+void writeParameters(const LineSink& write, const EepromShadow& tables) {
+    write("PARAMS");
     for (int address = 1; std::cmp_less(address, tables.EEParams.size()); ++address) {
         const EEParam& row = checked(tables.EEParams, address);
         if (isWritten(row)) {
-            file.writeLine(textOf(address) + '#' + textOf(row.reserved) + '#' + std::visit(ValueText(), row.value) +
-                           '#' + row.name);
+            write(textOf(address) + '#' + textOf(row.reserved) + '#' + std::visit(ValueText(), row.value) + '#' +
+                  row.name);
         }
+    }
+}
+
+void writeLines(const LineSink& write, const SharedTables& tables, std::int16_t mapSize) {
+    writeMaps(write, tables, mapSize);
+    const Cells misc = Cells(tables.MiscBlock).subspan(1);
+    writeTable(write, "Misc", misc, misc.size());
+    writeTable(write, "PWM", Cells(tables.PwmMapOut).first(kSmallMap), kSmallRow);
+    writeParameters(write, tables);
+}
+
+bool tellingFailure(platform::Dialogs& dialogs, const std::function<void()>& save) {
+    try {
+        save();
+        return true;
+    } catch (const RuntimeError& failure) {
+        dialogs.show({"", std::string("Error save: ") + failure.what()});
+        return false;
     }
 }
 
@@ -78,19 +96,19 @@ void writeParameters(OutputFile& file, const EepromShadow& tables) {
 
 bool SaveSettingsFile(const fs::path& path, const SharedTables& tables, std::int16_t mapSize,
                       platform::Dialogs& dialogs) {
-    try {
+    return tellingFailure(dialogs, [&] {
         OutputFile file(path, OutputFile::Mode::Replace);
-        writeMaps(file, tables, mapSize);
-        const Cells misc = Cells(tables.MiscBlock).subspan(1);
-        writeTable(file, "Misc", misc, misc.size());
-        writeTable(file, "PWM", Cells(tables.PwmMapOut).first(kSmallMap), kSmallRow);
-        writeParameters(file, tables);
+        writeLines([&file](std::string_view line) { file.writeLine(line); }, tables, mapSize);
         file.close();
-        return true;
-    } catch (const RuntimeError& failure) {
-        dialogs.show({"", std::string("Error save: ") + failure.what()});
-        return false;
-    }
+    });
+}
+
+bool ReplaceSettingsFile(const fs::path& path, const SharedTables& tables, std::int16_t mapSize,
+                         platform::Dialogs& dialogs, const platform::DiskFlush& toDisk) {
+    return tellingFailure(dialogs, [&] {
+        replaceLines(
+            path, [&](const LineSink& write) { writeLines(write, tables, mapSize); }, toDisk);
+    });
 }
 
 }  // namespace korvane::core

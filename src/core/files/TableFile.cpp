@@ -13,13 +13,14 @@ namespace fs = std::filesystem;
 using platform::RuntimeError;
 
 bool saveTable(const fs::path& path, std::size_t size, const std::function<std::string(std::size_t)>& lineOf,
-               platform::Dialogs& dialogs) {
+               platform::Dialogs& dialogs, const platform::DiskFlush& toDisk) {
+    const auto lines = [&](const LineSink& write) {
+        for (std::size_t i = 0; i + 1 < size; ++i) {
+            write(lineOf(i));
+        }
+    };
     try {
-        replaceLines(path, [&](const LineSink& write) {
-            for (std::size_t i = 0; i + 1 < size; ++i) {
-                write(lineOf(i));
-            }
-        });
+        replaceLines(path, lines, toDisk);
         return true;
     } catch (const RuntimeError& failure) {
         tellFailedTable(failure, dialogs);
@@ -29,14 +30,14 @@ bool saveTable(const fs::path& path, std::size_t size, const std::function<std::
 
 }  // namespace
 
-bool SaveByteTable(const fs::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs) {
+bool SaveByteTable(const fs::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs,
+                   const platform::DiskFlush& toDisk) {
     return saveTable(
-        path, bytes.size(), [bytes](std::size_t i) { return ' ' + textOf(bytes[i]) + ' '; }, dialogs);
+        path, bytes.size(), [bytes](std::size_t i) { return ' ' + textOf(bytes[i]) + ' '; }, dialogs, toDisk);
 }
 
 bool SaveTextTable(const fs::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs) {
-    return saveTable(
-        path, lines.size(), [lines](std::size_t i) { return lines[i]; }, dialogs);
+    return saveTable(path, lines.size(), [lines](std::size_t i) { return lines[i]; }, dialogs, {});
 }
 
 void tellFailedTable(const RuntimeError& failure, platform::Dialogs& dialogs) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/Dialogs.h"
+#include "platform/DiskFlush.h"
 #include "platform/RuntimeError.h"
 
 namespace korvane::core {
@@ -14,7 +15,8 @@ namespace korvane::core {
 // Write the elements from the first to the last but one: callers size their arrays one longer than the data. A number
 // has a blank before and behind it. The file is made, or replaced, in one step at the end. False after a failure, which
 // has been shown in the message box "Error tablesave: " with its description.
-bool SaveByteTable(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs);
+bool SaveByteTable(const std::filesystem::path& path, std::span<const std::uint8_t> bytes, platform::Dialogs& dialogs,
+                   const platform::DiskFlush& toDisk = {});
 bool SaveTextTable(const std::filesystem::path& path, std::span<const std::string> lines, platform::Dialogs& dialogs);
 
 // Shows that message box.

@@ -84,13 +84,15 @@ void OutputFile::close() {
     }
 }
 
-void replaceLines(const fs::path& path, const std::function<void(const LineSink&)>& lines) {
-    const auto failure = platform::replaceFile(path, [&lines](const platform::FileSink& write) {
+void replaceLines(const fs::path& path, const std::function<void(const LineSink&)>& lines,
+                  const platform::DiskFlush& toDisk) {
+    const auto content = [&lines](const platform::FileSink& write) {
         lines([&write](std::string_view line) {
             write(line);
             write(kLineEnd);
         });
-    });
+    };
+    const auto failure = platform::replaceFile(path, content, toDisk);
     if (failure) {
         throw fileError(failure);
     }

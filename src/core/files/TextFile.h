@@ -11,6 +11,7 @@
 #include <system_error>
 #include <vector>
 
+#include "platform/DiskFlush.h"
 #include "platform/RuntimeError.h"
 
 namespace korvane::core {
@@ -54,7 +55,8 @@ private:
 using LineSink = std::function<void(std::string_view)>;
 
 // Replaces the file in one step (platform/Files.h) by the lines that `lines` gives. Raises RuntimeError on failure.
-void replaceLines(const std::filesystem::path& path, const std::function<void(const LineSink&)>& lines);
+void replaceLines(const std::filesystem::path& path, const std::function<void(const LineSink&)>& lines,
+                  const platform::DiskFlush& toDisk = {});
 
 // The lines of a file in UTF-8, without their ends. Raises RuntimeError if it can't be read or is larger than `limit`.
 [[nodiscard]] std::vector<std::string> readLines(const std::filesystem::path& path,

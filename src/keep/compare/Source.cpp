@@ -22,6 +22,7 @@ constexpr std::array<Word, kSourceKinds> kWords{{
     {Source::Kind::Image, "image", "EEPROM image"},
     {Source::Kind::PointEcu, "point", "Restore point: the ECU"},
     {Source::Kind::PointDesk, "point-maps", "Restore point: the working maps"},
+    {Source::Kind::Proposal, "proposal", "Proposal of the steady agent"},
 }};
 
 [[noreturn]] void refuse(std::string_view text) {
@@ -43,7 +44,7 @@ Source sourceOf(std::string_view text) {
     const auto what = blank == std::string_view::npos ? std::string_view() : text.substr(blank + 1);
     for (const auto& word : kWords) {
         const Source source{word.kind, std::string(what)};
-        if (word.script == script && source.isLive() == what.empty()) {
+        if (word.script == script && source.isSingle() == what.empty()) {
             return source;
         }
     }

@@ -25,15 +25,22 @@ SourcePanel::SourcePanel(controls::Window& window, const Names& names, const Com
       words(window, names.words),
       window_(window),
       context_(context) {
-    for (int kind = 0; kind < kSourceKinds; ++kind) {
-        list.AddItem(std::string(nameOf(static_cast<Source::Kind>(kind))));
-    }
+    fillList();
     list.Click = [this] { listChosen(); };
     file.Click = [this] { askForFile(); };
     points.Click = [this] { pointChosen(); };
 }
 
+// The proposal is the last of the kinds, and there only once there is one.
+void SourcePanel::fillList() {
+    const int kinds = context_.proposal && context_.proposal() ? kSourceKinds : kSourceKinds - 1;
+    for (int kind = list.ListCount(); kind < kinds; ++kind) {
+        list.AddItem(std::string(nameOf(static_cast<Source::Kind>(kind))));
+    }
+}
+
 void SourcePanel::open(const Source& source) {
+    fillList();
     if (source.isPoint()) {
         fillPoints();
     }
@@ -126,6 +133,8 @@ Side SourcePanel::read(const Snapshot& now) const {
         case Source::Kind::PointEcu:
         case Source::Kind::PointDesk:
             return readPoint();
+        case Source::Kind::Proposal:
+            return readProposal();
         case Source::Kind::Desk: {
             Side side = sideOfDesk(now);
             addBoxes(side);
@@ -134,6 +143,14 @@ Side SourcePanel::read(const Snapshot& now) const {
         default:
             return sideOfEcu(now);
     }
+}
+
+Side SourcePanel::readProposal() const {
+    const auto proposal = context_.proposal ? context_.proposal() : std::nullopt;
+    if (!proposal) {
+        throw platform::RuntimeError(platform::kErrorSubscript, "The steady agent has proposed nothing yet.");
+    }
+    return *proposal;
 }
 
 Side SourcePanel::readPoint() const {

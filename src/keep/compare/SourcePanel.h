@@ -40,6 +40,7 @@ public:
     [[nodiscard]] const Side* side() const { return side_ ? &*side_ : nullptr; }
 
 private:
+    void fillList();
     void fillPoints();
     void listChosen();
     void askForFile();
@@ -48,6 +49,7 @@ private:
     void load();
     [[nodiscard]] Side read(const Snapshot& now) const;
     [[nodiscard]] Side readPoint() const;
+    [[nodiscard]] Side readProposal() const;
     void addBoxes(Side& side) const;
     void tell();
 

@@ -1,10 +1,12 @@
 #include "keep/point/PointDifference.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <numeric>
 
 #include "core/ParameterAddresses.h"
+#include "core/tables/Module1.h"
 
 namespace korvane::keep {
 
@@ -28,13 +30,14 @@ int differentMisc(const Snapshot& one, const Snapshot& other) {
     return count;
 }
 
-int differentCells(const Snapshot& one, const Snapshot& other) {
+// Of those whose cell of `other` passes.
+int differentCells(const Snapshot& one, const Snapshot& other, bool (*passes)(link::Known)) {
     const auto places = core::parameterAddresses(one.ecu.swType);
     int count = 0;
     for (std::size_t i = 0; i < one.eeprom.size(); ++i) {
         const auto& [byte, known] = one.eeprom.at(i);
         const auto& [otherByte, otherKnown] = other.eeprom.at(i);
-        count += known != link::Known::No && otherKnown != link::Known::No && byte != otherByte &&
+        count += known != link::Known::No && passes(otherKnown) && byte != otherByte &&
                          !link::mapCellAt(places, static_cast<int>(i))
                      ? 1
                      : 0;
@@ -66,6 +69,15 @@ bool isWhatWasSent(const core::MapImage& desk, const MapSnapshot::Bytes& now) {
                                                   [](const auto& mine, auto sent) { return !mine || mine == sent; });
 }
 
+// Of the first `count` cells; those of which nothing is known count as 0.
+bool isDeskOther(const Snapshot& now, MapSnapshot::Bytes MapSnapshot::*bytes, std::ptrdiff_t count) {
+    return std::any_of(std::begin(kMaps), std::end(kMaps), [&](auto map) {
+        const auto& inEcu = now.*map.*bytes;
+        return !std::equal(inEcu.begin(), inEcu.begin() + count, (now.*map).edited.begin(),
+                           [](const auto& told, auto desk) { return told.value_or(0) == desk; });
+    });
+}
+
 std::string counted(int count, const std::string& one) {
     return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
 }
@@ -81,8 +93,13 @@ PointDifference differenceOf(const Snapshot& one, const Snapshot& other) {
     for (const auto map : kMaps) {
         difference.mapCells += differentBytes((one.*map).working, (other.*map).working);
     }
-    difference.settings = differentMisc(one, other) + differentCells(one, other);
+    difference.settings =
+        differentMisc(one, other) + differentCells(one, other, [](auto known) { return known != link::Known::No; });
     return difference;
+}
+
+int notReadBack(const Snapshot& point, const Snapshot& now) {
+    return differentCells(point, now, [](auto known) { return known == link::Known::Sent; });
 }
 
 PointDifference changesSince(const Snapshot& point, const Snapshot& now) {
@@ -124,11 +141,17 @@ std::string wordsOf(const PointDifference& difference) {
 }
 
 bool hasEdits(const Snapshot& now) {
-    return std::any_of(std::begin(kMaps), std::end(kMaps), [&](auto map) {
-        const auto& [working, kept, edited] = now.*map;
-        return !std::equal(working.begin(), working.end(), edited.begin(),
-                           [](const auto& told, auto desk) { return told.value_or(0) == desk; });
-    });
+    return isDeskOther(now, &MapSnapshot::working, core::kMapSize);
+}
+
+bool hasUnstored(const Snapshot& now) {
+    const bool isSmall = now.ecu.swType != 0 && !core::hasLargeMaps(now.ecu.swType);
+    return isDeskOther(now, &MapSnapshot::kept, isSmall ? link::EcuMap::kHalf : core::kMapSize);
+}
+
+bool isSameDesk(const Snapshot& one, const Snapshot& other) {
+    return std::all_of(std::begin(kMaps), std::end(kMaps),
+                       [&](auto map) { return (one.*map).edited == (other.*map).edited; });
 }
 
 bool coversDesk(const Snapshot& point, const Snapshot& now) {

@@ -19,6 +19,9 @@ struct PointDifference {
 };
 [[nodiscard]] PointDifference differenceOf(const Snapshot& one, const Snapshot& other);
 
+// How many of the settings that differenceOf() counts were sent to the ECU and not read back: it may have them or not.
+[[nodiscard]] int notReadBack(const Snapshot& point, const Snapshot& now);
+
 // The same of a point and what the ECU has now. A map counts as unchanged, too, if the ECU has it exactly as the tuner
 // had it on the desk then: it is what the tuner has sent.
 [[nodiscard]] PointDifference changesSince(const Snapshot& point, const Snapshot& now);
@@ -35,6 +38,9 @@ struct PointDifference {
 
 // Whether a map on the desk is another than the one on which the ECU runs.
 [[nodiscard]] bool hasEdits(const Snapshot& now);
+// The same of what the ECU has stored, as far as the maps of its type go; of no type yet, of all cells.
+[[nodiscard]] bool hasUnstored(const Snapshot& now);
+[[nodiscard]] bool isSameDesk(const Snapshot& one, const Snapshot& other);
 
 // Whether `point` has the maps on the desk of `now`, as in covers().
 [[nodiscard]] bool coversDesk(const Snapshot& point, const Snapshot& now);

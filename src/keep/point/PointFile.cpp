@@ -91,10 +91,6 @@ platform::WallTime readTime(ByteReader& in) {
     return time;
 }
 
-bool isMoment(const platform::WallTime& time) {
-    return time.month >= 1 && time.day >= 1 && platform::wallTimeOf(platform::secondsOf(time)) == time;
-}
-
 EcuIdentity readIdentity(ByteReader& in) {
     EcuIdentity ecu;
     ecu.swType = in.number<std::int32_t>();
@@ -202,8 +198,8 @@ Decoded<Parts> partsOf(std::string_view bytes) {
     parts.head.ecu = readIdentity(in);
     parts.head.reason = core::onOneLine(in.text(in.number<std::uint8_t>()));
     parts.body = in.text(in.left());
-    if (!isMoment(parts.head.time) || !std::isfinite(parts.head.ecu.hwVersion) || parts.body.size() != kBody ||
-        hasStrangeCell(parts.body)) {
+    if (!platform::isMoment(parts.head.time) || !std::isfinite(parts.head.ecu.hwVersion) ||
+        parts.body.size() != kBody || hasStrangeCell(parts.body)) {
         return {{}, kStrange};
     }
     return {std::move(parts), {}};

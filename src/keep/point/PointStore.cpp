@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -29,6 +30,7 @@ constexpr auto kNoFile = "no file";
 constexpr auto kUnreadable = "can't be read";
 constexpr auto kGone = "There is no such restore point.";
 constexpr int kMostInASecond = 999;
+constexpr int kLastYear = 9999;
 constexpr std::chrono::hours kLeftoverAge{1};
 
 struct Closer {
@@ -65,6 +67,44 @@ bool beginsWithDate(std::string_view name) {
     return name.size() > kForm.size() &&
            std::equal(kForm.begin(), kForm.end(), name.begin(),
                       [](char form, char given) { return form == '0' ? given >= '0' && given <= '9' : given == form; });
+}
+
+// The order in which points were made: the time of the clock, and a number within one second. A clock that is set back
+// does not set the order back: the turn goes on behind that of the newest point.
+struct Turn {
+    platform::WallTime time;
+    int number = 0;
+
+    friend auto operator<=>(const Turn&, const Turn&) = default;
+};
+
+int numberIn(std::string_view name, std::size_t at, std::size_t size) {
+    int number = 0;
+    std::from_chars(name.data() + at, name.data() + at + size, number);
+    return number;
+}
+
+// Of a name that begins with a date. None has a moment that no clock shows.
+std::optional<Turn> turnOf(std::string_view name) {
+    const Turn turn{{numberIn(name, 0, 4), numberIn(name, 5, 2), numberIn(name, 8, 2), numberIn(name, 11, 2),
+                     numberIn(name, 14, 2), numberIn(name, 17, 2)},
+                    numberIn(name, 20, 3)};
+    return platform::isMoment(turn.time) ? std::optional(turn) : std::nullopt;
+}
+
+// The last moment of four digits is its own next.
+Turn next(const Turn& turn) {
+    if (turn.number < kMostInASecond) {
+        return {turn.time, turn.number + 1};
+    }
+    const auto later = platform::wallTimeOf(platform::secondsOf(turn.time) + 1);
+    return later.year > kLastYear ? turn : Turn{later, 0};
+}
+
+std::string stemOf(const Turn& turn) {
+    std::string number = std::to_string(turn.number);
+    number.insert(0, 3 - number.size(), '0');
+    return core::dateText(turn.time) + '_' + core::timeFileText(turn.time) + '_' + number + '_';
 }
 
 std::string noteNameOf(std::string_view pointName) {
@@ -174,14 +214,21 @@ Decoded<Snapshot> PointStore::load(std::string_view name) const {
     return read(path, fs::is_regular_file(path, error), decodePoint);
 }
 
-// The number makes the order of points of one second, and the digits behind it those of two programs differ.
-std::string PointStore::nameFor(const platform::WallTime& time) {
-    lastNumber_ = time == lastTime_ ? std::min(lastNumber_ + 1, kMostInASecond) : 0;
-    lastTime_ = time;
-    std::string number = std::to_string(lastNumber_);
-    number.insert(0, 3 - number.size(), '0');
-    const auto stem = core::dateText(time) + '_' + core::timeFileText(time) + '_' + number + '_';
-    return nameOf(platform::unusedName(folder_, stem)).append(kPoint);
+// The digits behind the turn differ for two programs.
+std::string PointStore::nameFor(const platform::WallTime& time) const {
+    Turn turn{time, 0};
+    for (const auto& name : names()) {
+        if (const auto newest = turnOf(name)) {
+            turn = std::max(turn, next(*newest));
+            break;
+        }
+    }
+    return nameOf(platform::unusedName(folder_, stemOf(turn))).append(kPoint);
+}
+
+fs::file_time_type PointStore::lastChange() const {
+    std::error_code error;
+    return fs::last_write_time(folder_, error);
 }
 
 PointStore::Added PointStore::add(const Snapshot& point) {

@@ -30,7 +30,8 @@ public:
     // Newest first; those whose time can't be read are last. A name that ends with ".point" is one, whatever it is.
     [[nodiscard]] std::vector<PointEntry> list() const;
     [[nodiscard]] Decoded<Snapshot> load(std::string_view name) const;
-    // Names that add() has given, the newest first: what a look for the newest point needs, with no file opened.
+    // Names that add() has given, in the order in which the points were made, the newest first, whatever the clock was
+    // set to: what a look for the newest point needs, with no file opened.
     [[nodiscard]] std::vector<std::string> names() const;
     // Whether the front of a file names this ECU. The rest of it is not read.
     [[nodiscard]] bool mayBeOf(std::string_view name, const EcuIdentity& ecu) const;
@@ -41,6 +42,8 @@ public:
     };
     // The file is there as a whole, or not at all.
     Added add(const Snapshot& point);
+    // When points or notes were added or removed last; the same value while there is no folder.
+    [[nodiscard]] std::filesystem::file_time_type lastChange() const;
     // With its note.
     std::string remove(std::string_view name);
     // The note is a file of its own beside the point, at most kLongestNote bytes; an empty text removes it.
@@ -51,13 +54,11 @@ public:
     static constexpr std::size_t kLongestNote = 1000;
 
 private:
-    [[nodiscard]] std::string nameFor(const platform::WallTime& time);
+    [[nodiscard]] std::string nameFor(const platform::WallTime& time) const;
     void removeLeftovers();
 
     std::filesystem::path folder_;
     platform::DiskFlush toDisk_;
-    platform::WallTime lastTime_;
-    int lastNumber_ = -1;  // of the points that were added in the same second
     bool cleaned_ = false;
 };
 

@@ -18,14 +18,15 @@ constexpr int kWidth = 1000 * 15;  // twips
 constexpr int kHeight = 620 * 15;
 constexpr const char* kFilter = "All Files (*.txt)|*.txt";
 
-std::string wordsOf(const PointEntry& entry, const std::string& differs) {
+std::string wordsOf(const PointEntry& entry, const std::string& differs, int unread) {
     if (!entry.damage.empty()) {
         return timeTextOf(entry) + ": " + entry.damage;
     }
     const bool isCount = differs.find_first_not_of("0123456789") == std::string::npos;
     return timeTextOf(entry) + ", " + entry.reason + ", " + ecuTextOf(entry) +
-           (differs == "0"         ? ", nothing differs now"
-            : isCount              ? ", cells that differ now: " + differs
+           (differs == "0" ? ", nothing differs now"
+            : isCount      ? ", cells that differ now: " + differs +
+                            (unread == 0 ? "" : ", not read back: " + std::to_string(unread))
             : differs == "unknown" ? ", what differs now is unknown"
                                    : ", " + differs);
 }
@@ -135,6 +136,7 @@ void FrmRestore::act(const std::function<std::string(const std::string& name)>& 
 }
 
 void FrmRestore::follow() {
+    context_.keeper.follow();
     auto now = context_.keeper.now();
     now.time = {};
     if (compared_ != now) {
@@ -159,11 +161,13 @@ void FrmRestore::showCount() {
 void FrmRestore::showChosen() {
     const auto* const entry = lstPoints.chosen();
     const std::string name = entry != nullptr ? entry->name : std::string();
-    lblPoint.Caption = entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex)) : std::string();
+    const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
+    const int unread = point.content ? notReadBack(*point.content, context_.keeper.now()) : 0;
+    lblPoint.Caption =
+        entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex), unread) : std::string();
     if (name != std::exchange(shown_, name)) {
         txtNote.Text = entry != nullptr ? entry->note : std::string();
     }
-    const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
     showMaps(point);
     showOther(point);
     showButtons();
@@ -280,7 +284,8 @@ std::string FrmRestore::exportTune(const std::string& name) {
     }
     const auto tables = std::make_unique<core::SharedTables>();
     fillTune(*point.content, *tables);
-    const bool saved = core::SaveSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs);
+    const bool saved =
+        core::ReplaceSettingsFile(path, *tables, mapSizeOf(point.content->ecu), machine().dialogs, machine().toDisk);
     return saved ? "Tune: " + path : std::string();
 }
 
@@ -297,7 +302,7 @@ std::string FrmRestore::exportImage(const std::string& name) {
     // The writer leaves the last element out.
     std::vector<std::uint8_t> table(image.bytes.begin(), image.bytes.end());
     table.push_back(0);
-    return core::SaveByteTable(path, table, machine().dialogs) ? "Image: " + path : std::string();
+    return core::SaveByteTable(path, table, machine().dialogs, machine().toDisk) ? "Image: " + path : std::string();
 }
 
 }  // namespace korvane::keep

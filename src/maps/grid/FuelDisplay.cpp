@@ -20,6 +20,11 @@ void FuelDisplay::updateScale() {
     injTimeScale_ = static_cast<float>(scale_(tables()));
 }
 
+float FuelDisplay::scaleNow() const {
+    const bool large = grid().geometry.cells() == kLargeMaps.cells();
+    return static_cast<float>(large ? largeScaleNow(tables()) : ordinaryScaleNow(tables()));
+}
+
 void FuelDisplay::beforeCell() {
     window_.machine().pump.pump();
 }

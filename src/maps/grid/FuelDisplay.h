@@ -20,6 +20,8 @@ public:
                 float& injTimeScale, const controls::TextBox& injectionOffset);
 
     void updateScale();
+    // The scale by the parameters of now, rounded as it is.
+    [[nodiscard]] float scaleNow() const;
     [[nodiscard]] Reading readingOf(int cell, std::uint8_t count) const override;
     [[nodiscard]] std::optional<double> powerOf(int cell, std::uint8_t count) const override;
 

@@ -21,6 +21,7 @@ void MapDisplay::show(const core::MapImage& image, Rewrite rewrite) {
 void MapDisplay::noteFill() {
     grid_.fill.NeverRead = false;
     grid_.fill.Unread = unreadCells();
+    context_.frm3Dmap.unreadIn(images_.number, grid_.fill.Unread);
 }
 
 // A loaded tune has all cells; of a map of which the ECU has told a part the rest is unread.

@@ -1,7 +1,9 @@
 // One of a map window's grids: its cells, the labels at its edges and the block that is selected in it.
 #pragma once
 
+#include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "controls/Controls.h"
@@ -39,6 +41,9 @@ public:
     controls::Property<std::optional<int>> EngineCell{*this};
 
     GridFill fill;
+
+    // What the view's own tool-tip says of a cell below its ToolTipText; may be null, or empty for a cell.
+    std::function<std::string(int cell)> tip;
 
     // Puts a cell under its column label and beside its row label.
     void place();

@@ -24,4 +24,11 @@ std::string sizeNote(std::int32_t swType, const MapGeometry& window) {
            ": numbers stand in wrong cells. Do not send.";
 }
 
+std::string scaleNote(double drawn, double now) {
+    return drawn == now
+               ? std::string()
+               : "The settings have another injection mode or multiplier than the fuel map was drawn with: its "
+                 "times are wrong until it is read again or edited.";
+}
+
 }  // namespace korvane::maps

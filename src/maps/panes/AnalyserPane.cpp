@@ -76,6 +76,7 @@ void AnalyserPane::connect() {
         }
         analyser_.setAgentEnable(chkUseTuningAgent.Value == 1);
     };
+    analys.tip = [this](int cell) { return cellTip(cell); };
     chkSteadyAgent.Click = [this] { steadyClicked(); };
     chkSimplemode.Click = [this] { analyser_.setSimpleMode(chkSimplemode.Value == 1); };
     btnSaveLambdaSetpoint.Click = [this] { files_.save(); };
@@ -139,6 +140,16 @@ std::string AnalyserPane::steadyWords(int cell) const {
     const auto* const steady = paneWindow().context().steady;
     const std::string words = steady != nullptr ? steady->cellWords(cell) : std::string();
     return words.empty() ? words : "; steady agent: " + words;
+}
+
+std::string AnalyserPane::cellTip(int cell) const {
+    const auto* const steady = paneWindow().context().steady;
+    const std::string words = steady != nullptr ? steady->cellWords(cell) : std::string();
+    if (words.empty()) {
+        return words;
+    }
+    const auto reasons = steady->cellReasons(cell);
+    return "Steady agent: " + words + (reasons.empty() ? "" : "\nRejected while the engine ran here: " + reasons);
 }
 
 // Cut to two decimals; 0 for a cell without samples.

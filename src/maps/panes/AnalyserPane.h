@@ -52,6 +52,7 @@ private:
     void enableFiles(bool enabled);
     [[nodiscard]] double meanOf(int cell) const;
     [[nodiscard]] std::string steadyWords(int cell) const;
+    [[nodiscard]] std::string cellTip(int cell) const;
     void showTarget(controls::TextBox& box);
     void showMean(controls::TextBox& box, int cell);
     void keyDown(int cell, int keyCode);

@@ -48,6 +48,12 @@ FuelPane::FuelPane(PaneWindow& window, InjectionScale scale, Halves halves, cons
     btnInjScale.Click = [this] { paneWindow().context().frmInjScale.show(); };
 }
 
+void FuelPane::tickPane() {
+    WholeMapPane::tickPane();
+    const bool isShown = !fuel.fill.NeverRead;
+    paneWindow().sizeNote.Scale = isShown ? scaleNote(InjTimeScale, display_.scaleNow()) : std::string();
+}
+
 std::span<const controls::PropertyInfo> FuelPane::fuelProperties() {
     return kProperties;
 }

@@ -23,6 +23,8 @@ public:
     // Takes InjTimeScale from the parameters.
     void updateScale() { display_.updateScale(); }
 
+    void tickPane() override;
+
     // Show the image as received, or (OUT) as edited.
     void populateFuel() override { showReceived(); }
     void populateFuelOUT() { showEdited(); }

@@ -1,9 +1,11 @@
 #include "maps/steady/FrmSteady.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Numbers.h"
 #include "maps/grid/MapConversions.h"
+#include "maps/steady/ErrorPlot.h"
 
 namespace korvane::maps {
 
@@ -25,50 +27,83 @@ void FrmSteady::describe() {
     chkCarry.Caption = "Carry certain corrections to close neighbours";
     btnPutBack.Caption = "Put back to baseline";
     btnNewBaseline.Caption = "New baseline";
+    picErrors.BackColor = controls::kBlack;
 }
 
 void FrmSteady::connect() {
     auto& choices = steady_.choices();
-    txtRich.Change = [&] { take(txtRich, choices.RichAuthority, SteadyChoices::kMostAuthority); };
-    txtLean.Change = [&] { take(txtLean, choices.LeanAuthority, SteadyChoices::kMostAuthority); };
+    connectBox(txtRich, choices.RichAuthority, SteadyChoices::kMostAuthority);
+    connectBox(txtLean, choices.LeanAuthority, SteadyChoices::kMostAuthority);
     chkCarry.Click = [&] { choices.Carry = chkCarry.Value == 1; };
     for (int zone = 0; zone < txtDelay.count(); ++zone) {
-        txtDelay(zone).Change = [this, &choices, zone] {
-            take(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)), SteadyChoices::kLongestDelay);
-        };
+        connectBox(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)),
+                   SteadyChoices::kLongestDelay);
     }
     btnPutBack.Click = [this] { lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType)); };
     btnNewBaseline.Click = [this] { lblNote.Caption = steady_.newBaseline(geometryOf(tables_.SWType)); };
+    picErrors.Resize = [this] { drawPlot(); };
     Timer1.Tick = [this] { showState(); };
 }
 
 void FrmSteady::Form_Load() {
-    showChoices();
     showState();
 }
 
 void FrmSteady::showChoices() {
     const auto& choices = steady_.choices();
-    txtRich.Text = core::textOf(choices.RichAuthority.get());
-    txtLean.Text = core::textOf(choices.LeanAuthority.get());
+    showNumber(txtRich, choices.RichAuthority, false);
+    showNumber(txtLean, choices.LeanAuthority, false);
     chkCarry.Value = choices.Carry ? 1 : 0;
     for (int zone = 0; zone < txtDelay.count(); ++zone) {
-        const double fixed = choices.FixedDelayMs.at(static_cast<std::size_t>(zone));
-        txtDelay(zone).Text = fixed > 0.0 ? core::textOf(fixed) : std::string();
+        showNumber(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)), true);
     }
 }
 
-// What is out of range is not taken. An empty box is 0.
-void FrmSteady::take(const controls::TextBox& box, controls::Property<double>& number, double most) {
+// Not while somebody types there.
+void FrmSteady::showNumber(controls::TextBox& box, double number, bool emptyForZero) {
+    if (activeControl() != &box) {
+        box.Text = emptyForZero && number == 0.0 ? std::string() : core::textOf(number);
+    }
+}
+
+void FrmSteady::connectBox(controls::TextBox& box, controls::Property<double>& number, double most) {
+    const auto taking = [this, &box, &number, most] { take(box, number, most); };
+    box.LostFocus = taking;
+    box.KeyDown = [taking](int keyCode, int) {
+        if (keyCode == controls::kKeyReturn) {
+            taking();
+        }
+    };
+    box.Change = [this, &box, taking] {
+        if (activeControl() != &box) {
+            taking();
+        }
+    };
+}
+
+void FrmSteady::leaveBox() {
+    if (auto* const box = activeControl()) {
+        enter(box->name(), [box] { box->LostFocus(); });
+    }
+}
+
+// What is out of range is not taken: the box shows what holds. An empty box is 0.
+void FrmSteady::take(controls::TextBox& box, controls::Property<double>& number, double most) {
     const double given = core::val(box.Text.get());
+    if (given == number.get()) {
+        return;
+    }
     const bool good = given >= 0.0 && given <= most;
     lblNote.Caption = good ? std::string() : "0 to " + core::textOf(most);
     if (good) {
         number = given;
+    } else {
+        box.Text = core::textOf(number.get());
     }
 }
 
 void FrmSteady::showState() {
+    showChoices();
     lblState.Caption = steady_.state();
     lblReason.Caption = steady_.whyStopped();
     lblReason.Visible = !lblReason.Caption.get().empty();
@@ -78,7 +113,25 @@ void FrmSteady::showState() {
     const int cell = tables_.MapPlace;
     const auto words = steady_.cellWords(cell);
     lblCell.Caption = words.empty() ? words : "Cell " + std::to_string(cell + 1) + ": " + words;
+    const auto reasons = steady_.cellReasons(cell);
+    lblReasons.Caption = reasons.empty() ? reasons : "Rejected while the engine ran there: " + reasons;
+    lblReasons.Visible = !reasons.empty();
     showSamples();
+    showErrors();
+}
+
+void FrmSteady::showErrors() {
+    const auto points = steady_.errors().points();
+    const double last = points.empty() ? -1.0 : points.back().seconds;
+    if (std::exchange(drawnTo_, last) != last) {
+        lblErrors.Caption = wordsOf(steady_.errors());
+        drawPlot();
+    }
+}
+
+void FrmSteady::drawPlot() {
+    drawErrors(picErrors.surface(), steady_.errors(), picErrors.Width, picErrors.Height);
+    picErrors.drawn();
 }
 
 // Only what differs is exchanged, so that a list that is read does not jump.

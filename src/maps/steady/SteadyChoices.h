@@ -22,9 +22,9 @@ public:
     // How far a cell may go from the baseline, per cent, 0 to kMostAuthority.
     controls::Property<double> RichAuthority;
     controls::Property<double> LeanAuthority;
-    // From the next start of the agent on: whether a correction that is certain is carried to close neighbours, and the
-    // delay of lambda in each zone of load as the tuner has fixed it, ms; 0: the agent finds it out.
+    // From the next start of the agent on: whether a correction that is certain is carried to close neighbours.
     controls::Property<bool> Carry;
+    // The delay of lambda in each zone of load as the tuner has fixed it, ms; 0: the agent finds it out.
     std::array<controls::Property<double>, kZones> FixedDelayMs;
 
 private:

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "maps/grid/MapGeometry.h"
+#include "maps/steady/ErrorTrend.h"
 #include "maps/steady/SteadyChoices.h"
 
 namespace korvane::maps {
@@ -34,6 +35,11 @@ public:
 
     // What it knows of a cell and does with it, in one sentence; empty before the first start.
     [[nodiscard]] virtual std::string cellWords(int cell) const = 0;
+    // Why samples were rejected while the engine ran in the cell, the most frequent reason first: "12 fuel cut, 3 link
+    // late"; empty for none.
+    [[nodiscard]] virtual std::string cellReasons(int cell) const = 0;
+    // Of the run of either agent that began last.
+    [[nodiscard]] virtual const ErrorTrend& errors() const = 0;
     // The delay of lambda in a zone of load: "20 to 40 %: 312 ms, give or take 24".
     [[nodiscard]] virtual std::string zoneWords(std::size_t zone) const = 0;
     // How many samples were used, then how many were rejected for each reason that there was.

@@ -28,6 +28,11 @@ MapLine::MapLine(controls::Window& window, const MapContext& context)
 
 void MapLine::send(std::span<const std::uint8_t> bytes) {
     context_.connection.MSComm1.Output(bytes);
+    ownBytes_ += bytes.size();
+}
+
+std::uint64_t MapLine::bytesOfOthers() const {
+    return context_.connection.MSComm1.bytesSent() - ownBytes_;
 }
 
 void MapLine::sendIfOpen(std::span<const std::uint8_t> bytes) {

@@ -27,6 +27,9 @@ public:
     void sendIfOpen(std::span<const std::uint8_t> bytes);
     void sendIfOpen(std::initializer_list<std::uint8_t> bytes) { sendIfOpen(std::span(bytes.begin(), bytes.size())); }
 
+    // Only the difference of two values has a meaning: how many bytes others have sent in between.
+    [[nodiscard]] std::uint64_t bytesOfOthers() const;
+
     // The live poll, which would mix its frames with those of a transfer.
     void stopPoll() { context_.connection.TimerRequestData.Enabled = false; }
     void startPoll() { context_.connection.TimerRequestData.Enabled = true; }
@@ -58,6 +61,7 @@ private:
     controls::Window& window_;
     const MapContext& context_;
     TransferWatch watch_;
+    std::uint64_t ownBytes_ = 0;
 };
 
 }  // namespace korvane::maps

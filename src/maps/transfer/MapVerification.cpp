@@ -26,11 +26,12 @@ constexpr std::array kMiscNumbers{
     MiscNumber{"Inj offset", 6, 1}, MiscNumber{"Ign offset", 7, 1}, MiscNumber{"injector opening", 8, 1},
 };
 
+// Cells count from 1, as the caption of a map window and the history name them.
 std::string differencesOf(const SentCells& sent, const link::ReadBack::Bytes& back) {
     fields::Differences differences;
     for (std::size_t cell = 0; cell < std::min(sent.size(), back.size()); ++cell) {
         if (sent[cell] && sent[cell] != back[cell]) {
-            differences.add("cell " + std::to_string(cell), std::to_string(back[cell].value_or(0)),
+            differences.add("cell " + std::to_string(cell + 1), std::to_string(back[cell].value_or(0)),
                             std::to_string(*sent[cell]));
         }
     }

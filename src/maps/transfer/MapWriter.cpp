@@ -117,6 +117,7 @@ void MapWriter::writeHalves(Sent& sent) {
 }
 
 void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progress& progress, Sent& sent) {
+    const auto others = line_.bytesOfOthers();
     line_.send({command});
     for (std::size_t cell = first; cell < first + kHalf;) {
         line_.pump();
@@ -132,6 +133,9 @@ void MapWriter::sendHalf(std::uint8_t command, std::size_t first, fields::Progre
         progress.step();
     }
     line_.send({link::complement(command)});
+    if (line_.bytesOfOthers() != others) {
+        line_.watch().mixedInto(kind_.commands.send);
+    }
 }
 
 void MapWriter::store(Sent& sent) {

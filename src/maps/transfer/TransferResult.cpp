@@ -114,6 +114,12 @@ void TransferResult::begunElsewhere(std::uint8_t command) {
     }
 }
 
+void TransferResult::mixedInto(std::uint8_t command) {
+    for (auto& exchange : exchanges_) {
+        exchange.hasOthers = exchange.hasOthers || exchange.kind == kindOf(command);
+    }
+}
+
 void TransferResult::lineClosed() {
     endWaiting(State::Closed);
     tooLate();
@@ -143,7 +149,7 @@ bool TransferResult::isWaiting() const {
 bool TransferResult::hasFailed() const {
     return std::any_of(exchanges_.begin(), exchanges_.end(), [this](const Exchange& each) {
         const bool lacksAnswer = each.state == State::Silent && each.kind->answer != Answer::None;
-        return lacksAnswer || isMixed(each) || each.state == State::Refused || each.state == State::Closed ||
+        return lacksAnswer || !mixture(each).empty() || each.state == State::Refused || each.state == State::Closed ||
                each.state == State::WasClosed;
     });
 }
@@ -201,18 +207,20 @@ std::string TransferResult::nameOf(const Exchange& exchange) const {
 
 // Bytes of a transfer that begins before a send is answered go out among those of the send: what the ECU acknowledges
 // may be another map then.
-bool TransferResult::isMixed(const Exchange& exchange) const {
-    return exchange.kind->answer == Answer::Status && exchange.state == State::Whole && &exchange != &exchanges_.back();
+std::string_view TransferResult::mixture(const Exchange& exchange) const {
+    if (exchange.kind->answer != Answer::Status || exchange.state != State::Whole) {
+        return {};
+    }
+    return &exchange != &exchanges_.back() ? ", but mixed with another transfer"
+           : exchange.hasOthers            ? ", but mixed with other commands"
+                                           : "";
 }
 
 // Transfers of the same verdict share it.
 std::string TransferResult::text() const {
     std::vector<std::pair<std::string, std::string>> groups;
     for (const auto& exchange : exchanges_) {
-        auto said = verdict(exchange, exchanges_.size() == 1);
-        if (isMixed(exchange)) {
-            said += ", but mixed with another transfer";
-        }
+        const auto said = verdict(exchange, exchanges_.size() == 1).append(mixture(exchange));
         const auto same =
             std::find_if(groups.begin(), groups.end(), [&](const auto& each) { return each.second == said; });
         if (same == groups.end()) {

@@ -26,12 +26,14 @@ public:
     // One that waits is not touched by the latter.
     void tooLate();
     void begunElsewhere(std::uint8_t command);
+    // Bytes of other commands have gone out among those of a send, as a "Realtime change" does.
+    void mixedInto(std::uint8_t command);
     // The port is closed; it is open again.
     void lineClosed();
     void lineOpened();
 
     [[nodiscard]] bool isWaiting() const;
-    // Whether a transfer ended without the answer that it should have, or an acknowledged send was mixed with another.
+    // Whether a transfer ended without the answer that it should have, or an acknowledged send was mixed with anything.
     [[nodiscard]] bool hasFailed() const;
     // "Fuel: 160 of 160 bytes", "Fuel, Ignition: no answer", "Fuel read: complete; Fuel send: acknowledged" where a map
     // is read and sent at once; empty before the first transfer.
@@ -56,11 +58,12 @@ private:
         int heard = 0;
         int partly = 0;  // bytes of a frame that was never whole
         State state = State::Waiting;
-        bool isOver = false;  // nothing answers it any more
+        bool isOver = false;     // nothing answers it any more
+        bool hasOthers = false;  // mixedInto()
     };
 
     [[nodiscard]] std::string nameOf(const Exchange& exchange) const;
-    [[nodiscard]] bool isMixed(const Exchange& exchange) const;
+    [[nodiscard]] std::string_view mixture(const Exchange& exchange) const;
     [[nodiscard]] static std::string verdict(const Exchange& exchange, bool alone);
     [[nodiscard]] static std::string silence(const Exchange& exchange);
     [[nodiscard]] static const Kind* kindOf(std::uint8_t command);

@@ -34,6 +34,11 @@ void TransferWatch::begin(std::uint8_t command, int total) {
     showText();
 }
 
+void TransferWatch::mixedInto(std::uint8_t command) {
+    result_.mixedInto(command);
+    showText();
+}
+
 void TransferWatch::expectSign() {
     lastSign_ = pump_.now();
     lookAgain();

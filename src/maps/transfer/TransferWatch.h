@@ -33,6 +33,8 @@ public:
 
     // As TransferResult::begin(). With the port closed nothing can be heard.
     void begin(std::uint8_t command, int total);
+    // As TransferResult::mixedInto().
+    void mixedInto(std::uint8_t command);
     // While bytes go out the ECU's silence means nothing.
     class Sending {
     public:

@@ -8,7 +8,7 @@
 
 namespace korvane::views {
 
-// Takes no room while there is nothing to say.
+// Takes no room while there is nothing to say, and that of one row otherwise.
 [[nodiscard]] QWidget& makeKeepLine(link::KeepNotice& notice, Binder& binder, QWidget* parent);
 
 }  // namespace korvane::views

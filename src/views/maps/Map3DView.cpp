@@ -40,6 +40,7 @@ Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
       chart_(child<ChartWidget>(this)),
       table_(child<QLabel>(this)),
       scale_(child<QLabel>(this)),
+      unread_(child<QLabel>(this)),
       cell_(child<QLabel>(this)) {
     auto& rows = child<QVBoxLayout>(this);
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
@@ -51,6 +52,8 @@ Map3DView::Map3DView(maps::Frm3Dmap& window, FrameClock& clock)
     binder().bind(window.MSChart1, chart_);
     ObjectPart::bind(binder(), {&window.marks}, [this, &marks = window.marks] {
         chart_.setMarks({markOf(marks.Engine), markOf(marks.Focus)});
+        chart_.setMissing(marks.Unread);
+        showUnread();
     });
     chart_.setFocus();
     showNames();
@@ -64,6 +67,8 @@ QHBoxLayout& Map3DView::makeBar() {
     table_.setFont(bold);
     bar.addWidget(&table_);
     bar.addWidget(&scale_);
+    unread_.setObjectName(QStringLiteral("unreadCells"));
+    bar.addWidget(&unread_);
     addPresentations(bar);
     bar.addStretch(1);
     cell_.setObjectName(QStringLiteral("cellName"));
@@ -99,6 +104,11 @@ void Map3DView::showNames() {
         scale_.setText(textOf(window_.tableScale()));
     }
     cell_.setText(chart_.cellName());
+}
+
+void Map3DView::showUnread() {
+    unread_.setText(QString::fromStdString(window_.unreadWords()));
+    unread_.setVisible(!unread_.text().isEmpty());
 }
 
 }  // namespace korvane::views

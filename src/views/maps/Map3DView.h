@@ -20,11 +20,13 @@ private:
     [[nodiscard]] QHBoxLayout& makeBar();
     void addPresentations(QHBoxLayout& bar);
     void showNames();
+    void showUnread();
 
     maps::Frm3Dmap& window_;
     ChartWidget& chart_;
     QLabel& table_;
     QLabel& scale_;
+    QLabel& unread_;
     QLabel& cell_;
 };
 

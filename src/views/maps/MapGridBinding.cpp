@@ -15,6 +15,7 @@
 #include "views/frame/Keys.h"
 #include "views/maps/GridDigits.h"
 #include "views/maps/MapGridView.h"
+#include "views/widgets/PlainTip.h"
 #include "views/widgets/Reveal.h"
 
 namespace korvane::views {
@@ -269,11 +270,17 @@ private:
         });
     }
 
+    [[nodiscard]] QString tipOf(int cell) const {
+        const std::string more = grid_.tip ? grid_.tip(cell) : std::string();
+        const std::string& own = grid_(cell).ToolTipText;
+        return plainTip(QString::fromStdString(own.empty() || more.empty() ? own + more : own + '\n' + more));
+    }
+
     void showToolTip(const QHelpEvent& event) {
         const auto cell = view_.cellAt(event.pos());
         const QString text = !cell                   ? QString()
                              : view_.isUnread(*cell) ? QStringLiteral("Not read from the ECU yet")
-                                                     : QString::fromStdString(grid_(*cell).ToolTipText);
+                                                     : tipOf(*cell);
         if (text.isEmpty()) {
             QToolTip::hideText();
         } else {

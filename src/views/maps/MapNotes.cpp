@@ -63,8 +63,8 @@ QWidget& makeSizeNote(maps::SizeNote& note, Binder& binder, QWidget* parent) {
     line.setMargin(kMargin);
     ObjectPart::bind(binder, {&note}, [&note, &line, parent] {
         setOwnColor(line, QPalette::Window, mixed(shades::surface(parent->palette()), hues::kPeak, kWarningShare));
-        line.setText(QString::fromStdString(note.Text));
-        line.setVisible(!note.Text.get().empty());
+        line.setText(QString::fromStdString(note.words()));
+        line.setVisible(!note.words().empty());
     });
     return line;
 }

@@ -1,6 +1,7 @@
 #include "views/maps/SteadyView.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -12,6 +13,7 @@
 #include "views/widgets/Child.h"
 #include "views/widgets/Spacing.h"
 #include "views/widgets/TextList.h"
+#include "views/widgets/charts/PictureView.h"
 #include "views/widgets/values/ValueBox.h"
 
 namespace korvane::views {
@@ -48,7 +50,11 @@ SteadyView::SteadyView(maps::FrmSteady& window, FrameClock& clock) : WindowView(
     cards.addWidget(&makeAuthority());
     cards.addWidget(&makeDelays(), 1);
     rows.addLayout(&cards);
-    rows.addWidget(&makeSamples(), 1);
+    auto& below = child<QHBoxLayout>(kNobody);
+    below.setSpacing(kSpacing);
+    below.addWidget(&makeSamples(), 1);
+    below.addWidget(&makeErrors(), 1);
+    rows.addLayout(&below, 1);
     rows.addLayout(&makeButtons());
     std::vector<controls::Control*> order{&window.txtRich, &window.txtLean, &window.chkCarry};
     for (auto& box : window.txtDelay) {
@@ -58,12 +64,20 @@ SteadyView::SteadyView(maps::FrmSteady& window, FrameClock& clock) : WindowView(
     binder().setTabOrder(order);
 }
 
+void SteadyView::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow() && binder().isAttached()) {
+        binder().act([this] { window_.leaveBox(); });
+    }
+    WindowView::changeEvent(event);
+}
+
 QWidget& SteadyView::makeState() {
     auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("State"));
     auto& rows = child<QVBoxLayout>(&card);
     rows.addWidget(&makeLine(window_.lblState, "State", binder(), &card));
     rows.addWidget(&makeLine(window_.lblReason, "Why it is stopped", binder(), &card));
     rows.addWidget(&makeLine(window_.lblCell, "Cell in which the engine runs", binder(), &card));
+    rows.addWidget(&makeLine(window_.lblReasons, "Samples rejected there, by reason", binder(), &card));
     card.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     card.fitMargins();
     return card;
@@ -116,6 +130,18 @@ QWidget& SteadyView::makeSamples() {
     list.setAccessibleName(QStringLiteral("Samples used, and rejected by reason"));
     binder().bind(window_.lstSamples, list);
     rows.addWidget(&list, 1);
+    card.fitMargins();
+    return card;
+}
+
+QWidget& SteadyView::makeErrors() {
+    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("Error of the map against the targets"));
+    auto& rows = child<QVBoxLayout>(&card);
+    auto& picture = child<PictureView>(&card);
+    picture.setAccessibleName(QStringLiteral("Error of the map over the time of the run"));
+    binder().bind(window_.picErrors, picture);
+    rows.addWidget(&picture, 1);
+    rows.addWidget(&makeLine(window_.lblErrors, "Error of the map", binder(), &card));
     card.fitMargins();
     return card;
 }

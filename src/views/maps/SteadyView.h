@@ -11,11 +11,15 @@ class SteadyView : public WindowView {
 public:
     SteadyView(maps::FrmSteady& window, FrameClock& clock);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     [[nodiscard]] QWidget& makeState();
     [[nodiscard]] QWidget& makeAuthority();
     [[nodiscard]] QWidget& makeDelays();
     [[nodiscard]] QWidget& makeSamples();
+    [[nodiscard]] QWidget& makeErrors();
     [[nodiscard]] QLayout& makeButtons();
 
     maps::FrmSteady& window_;

@@ -113,6 +113,7 @@ QWidget& TrendView::makeFile(QWidget* parent) {
     rows.setSpacing(kGap);
     rows.addWidget(&makeButton(window_.btnLoad, 'l', binder(), &card));
     rows.addWidget(&makeButton(window_.btnSimulate, 's', binder(), &card));
+    rows.addWidget(&makeButton(window_.btnRehearse, 'd', binder(), &card));
     card.fitMargins();
     return card;
 }

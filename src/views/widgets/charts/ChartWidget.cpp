@@ -50,9 +50,17 @@ void ChartWidget::setContent(Content content) {
     scene_.scale = heightScaleFor(bytes.empty() ? 0 : *std::max_element(bytes.begin(), bytes.end()));
     std::transform(bytes.begin(), bytes.end(), bytes.begin(), [this](double byte) { return byte / scene_.scale.top; });
     scene_.heights = {static_cast<int>(scene_.rowLabels.size()), static_cast<int>(scene_.columnLabels.size()),
-                      std::move(bytes)};
+                      std::move(bytes), std::move(scene_.heights.missing)};
     scene_.marked.reset();
     arrange();
+}
+
+void ChartWidget::setMissing(const std::vector<bool>& missing) {
+    if (missing != scene_.heights.missing) {
+        scene_.heights.missing = missing;
+        scene_.marked.reset();
+        arrange();
+    }
 }
 
 void ChartWidget::setPresentation(Presentation presentation) {
@@ -162,7 +170,7 @@ void ChartWidget::paintMap() {
     painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : shades::border(palette()), 1));
     painter.setBrush(shades::face(palette()));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
-    if (scene_.faces.empty()) {
+    if (scene_.heights.values.empty()) {
         return;
     }
     painter.setClipRect(rect().adjusted(1, 1, -1, -1));

@@ -24,6 +24,9 @@ public:
     };
     void setContent(Content content);
 
+    // Cells that have no value: the map has a hole there. For each cell, row by row; empty if all have one.
+    void setMissing(const std::vector<bool>& missing);
+
     // Cells that stand out whatever the mouse does. A new mark is painted onto the map as it is.
     struct Marks {
         std::optional<int> engine, focus;

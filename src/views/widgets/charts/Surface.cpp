@@ -101,6 +101,7 @@ public:
     [[nodiscard]] int rows() const { return 2 * (heights_.rows - 1); }
     [[nodiscard]] int columns() const { return 2 * (heights_.columns - 1); }
 
+    [[nodiscard]] bool has(int row, int column) const { return heights_.has((row + 1) / 2, (column + 1) / 2); }
     [[nodiscard]] Face piece(const Projection& projection, int row, int column) const {
         const std::array places{point(row, column), point(row, column + 1), point(row + 1, column + 1),
                                 point(row + 1, column)};
@@ -115,12 +116,19 @@ private:
     [[nodiscard]] Place point(int row, int column) const {
         return {(column + 1) / 2.0 / heights_.columns, (row + 1) / 2.0 / heights_.rows, height(row, column)};
     }
+    // Of the cells around that have a height: a piece's own cell is one of them.
     [[nodiscard]] double height(int row, int column) const {
-        const int lower = (row + 1) / 2;
-        const int right = (column + 1) / 2;
-        return (heights_.at(row / 2, column / 2) + heights_.at(row / 2, right) + heights_.at(lower, column / 2) +
-                heights_.at(lower, right)) /
-               4;
+        double sum = 0;
+        int count = 0;
+        for (const int y : {row / 2, (row + 1) / 2}) {
+            for (const int x : {column / 2, (column + 1) / 2}) {
+                if (heights_.has(y, x)) {
+                    sum += heights_.at(y, x);
+                    ++count;
+                }
+            }
+        }
+        return sum / count;
     }
 
     const Heights& heights_;
@@ -183,8 +191,11 @@ Place Heights::topOf(int cell) const {
 std::vector<Face> barsOf(const Heights& heights, const Projection& projection) {
     std::vector<Face> faces;
     faces.reserve(heights.values.size() * 3);
-    backToFront(projection, heights.rows, heights.columns,
-                [&](int row, int column) { addBar(faces, heights, projection, row, column); });
+    backToFront(projection, heights.rows, heights.columns, [&](int row, int column) {
+        if (heights.has(row, column)) {
+            addBar(faces, heights, projection, row, column);
+        }
+    });
     return faces;
 }
 
@@ -192,8 +203,11 @@ std::vector<Face> sheetOf(const Heights& heights, const Projection& projection) 
     const Sheet sheet(heights);
     std::vector<Face> faces;
     faces.reserve(heights.values.size() * 4);
-    backToFront(projection, sheet.rows(), sheet.columns(),
-                [&](int row, int column) { faces.push_back(sheet.piece(projection, row, column)); });
+    backToFront(projection, sheet.rows(), sheet.columns(), [&](int row, int column) {
+        if (sheet.has(row, column)) {
+            faces.push_back(sheet.piece(projection, row, column));
+        }
+    });
     return faces;
 }
 

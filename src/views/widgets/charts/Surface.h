@@ -66,7 +66,12 @@ struct Heights {
     int rows = 0;
     int columns = 0;
     std::vector<double> values;
+    std::vector<bool> missing = {};  // cells without a height, which have no faces; empty if all have one
 
+    [[nodiscard]] bool has(int row, int column) const {
+        const auto cell = static_cast<std::size_t>(row * columns + column);
+        return cell >= missing.size() || !missing[cell];
+    }
     [[nodiscard]] double at(int row, int column) const {
         return values.at(static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
                          static_cast<std::size_t>(column));

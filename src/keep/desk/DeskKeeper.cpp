@@ -1,0 +1,126 @@
+#include "keep/desk/DeskKeeper.h"
+
+#include <optional>
+#include <utility>
+
+#include "core/TimeText.h"
+#include "keep/point/PointDifference.h"
+#include "platform/DebugLog.h"
+
+namespace korvane::keep {
+
+namespace {
+
+constexpr auto kEnded = "The program ended without closing. ";
+
+std::string andMore(std::size_t count) {
+    return count < 2 ? "." : ", and " + std::to_string(count - 1) + " more.";
+}
+
+}  // namespace
+
+DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHistory& history)
+    : machine_(machine),
+      keeper_(keeper),
+      history_(history),
+      store_(keeper.store().folder(), machine.toDisk),
+      file_(store_, machine.toDisk, machine.hold),
+      alarm_(machine.pump.makeAlarm([this] {
+          waits_ = false;
+          save();
+      })) {
+    history_.addObserver(*this);
+    machine_.windows.unloaded = [this] {
+        if (waits_) {
+            save();
+        }
+    };
+}
+
+DeskKeeper::~DeskKeeper() {
+    machine_.windows.unloaded = nullptr;
+    history_.removeObserver(*this);
+}
+
+void DeskKeeper::propertyChanged(controls::Object&, const void*) {
+    edited_ = true;
+    arm();
+}
+
+void DeskKeeper::arm() {
+    if (!waits_) {
+        waits_ = true;
+        alarm_->callAt(machine_.pump.now() + kDelay);
+    }
+}
+
+bool DeskKeeper::isKept(const Snapshot& known) const {
+    return !edited_ || !hasUnstored(known) || keeper_.hasDesk(known);
+}
+
+// As long as there is a file it is looked at: the ECU may have stored meanwhile what it has, and somebody may remove
+// it.
+void DeskKeeper::save() {
+    const auto known = keeper_.now();
+    if (!isKept(known)) {
+        write(known);
+        arm();
+        return;
+    }
+    waits_ = false;
+    alarm_->cancel();
+    file_.remove();
+}
+
+void DeskKeeper::write(const Snapshot& known) {
+    if (!failed_ && file_.isThere() && isSameDesk(known, written_)) {
+        return;
+    }
+    auto desk = known;
+    desk.reason = "desk";
+    const auto failure = file_.write(desk);
+    if (!failure.empty() && !failed_) {
+        keeper_.notice().say(failure, {});
+        machine_.log.write(failure);
+    }
+    failed_ = !failure.empty();
+    written_ = known;
+}
+
+void DeskKeeper::programBegins() {
+    const auto left = file_.takeLeft();
+    if (left.points.empty() && left.failure.empty()) {
+        return;
+    }
+    keeper_.refresh();
+    std::optional<Snapshot> newest;
+    std::string name;
+    for (const auto& point : left.points) {
+        auto found = store_.load(point).content;
+        if (found && (!newest || newest->time <= found->time)) {
+            newest = std::move(found);
+            name = point;
+        }
+    }
+    const auto text = newest ? "The maps of its desk are restore point " + core::dateText(newest->time) + ' ' +
+                                   core::timeText(newest->time) + andMore(left.points.size())
+                             : "What it has left of its desk can't be read.";
+    keeper_.notice().unfinished(kEnded + (left.failure.empty() ? text : left.failure), name);
+}
+
+void DeskKeeper::programEnds() {
+    if (!isKept(keeper_.now())) {
+        keeper_.keepDesk("end of the program");
+    }
+    save();
+}
+
+// The keeper does it for an ECU that has told what it is.
+void DeskKeeper::beforeReplacing(std::string_view what) {
+    keeper_.beforeReplacing(what);
+    if (const auto known = keeper_.now(); hasEdits(known) && !isKept(known)) {
+        keeper_.keepDesk(std::string("before: ").append(what));
+    }
+}
+
+}  // namespace korvane::keep
