@@ -8,7 +8,8 @@ ConnectionPanel::ConnectionPanel(controls::Window& owner)
     : window(owner),
       verify(owner.machine().preferences),
       linkState(owner.machine().pump, MSComm1, TimerRequestData, receiver),
-      portDoubt(owner.machine().pump, linkState) {
+      portDoubt(owner.machine().pump, linkState),
+      linkHistory(owner.machine().pump, linkState) {
     lblHWVer.Visible = false;
     Command3.setContainer(&FrameOptTest);
     Command4.setContainer(&FrameOptTest);

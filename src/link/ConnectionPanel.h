@@ -14,6 +14,7 @@
 #include "link/FrameWitness.h"
 #include "link/KeepNotice.h"
 #include "link/KeepWindows.h"
+#include "link/LinkHistory.h"
 #include "link/LinkState.h"
 #include "link/PortDoubt.h"
 #include "link/ReceiveMachine.h"
@@ -68,6 +69,7 @@ struct ConnectionPanel {
     std::int32_t bytesReceived = 0;  // since the start of the program, never reset
     LinkState linkState;             // of MSComm1, TimerRequestData and the receiver
     PortDoubt portDoubt;             // of linkState
+    LinkHistory linkHistory;         // of linkState
 };
 
 }  // namespace korvane::link

@@ -9,12 +9,15 @@ namespace {
 const std::function<void()>* openerOf(const KeepWindows& windows, int keyCode) {
     constexpr int kD = 68;
     constexpr int kH = 72;
+    constexpr int kL = 76;
     constexpr int kR = 82;
     switch (keyCode) {
         case kD:
             return &windows.compare;
         case kH:
             return &windows.history;
+        case kL:
+            return &windows.link;
         case kR:
             return &windows.restore;
         default:

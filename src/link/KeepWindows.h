@@ -1,4 +1,4 @@
-// The windows that keep a tune, which are opened from several others: by a small button and by a key.
+// The windows that are opened from all others by a key.
 #pragma once
 
 #include <functional>
@@ -10,6 +10,7 @@ struct KeepWindows {
     std::function<void()> compare;  // Control and D
     std::function<void()> restore;  // Control and R
     std::function<void()> history;  // Control and H
+    std::function<void()> link;     // Control and L
 
     // True if the key opens one of them.
     [[nodiscard]] bool takesKey(int keyCode, int shift) const;

@@ -10,6 +10,7 @@ namespace korvane::link {
 namespace {
 
 constexpr int kPolls = 3;
+constexpr int kFrameOverhead = 3;  // code, length, complement
 
 using controls::Object;
 using controls::PropertyInfo;
@@ -153,6 +154,7 @@ void LinkState::frameReceived(std::uint8_t code, platform::Micros now) {
     if (code == kLiveDataFrame) {
         polls_.answered(now);
         live_ = now;
+        liveBytes_ = receiver_.rxLength() + kFrameOverhead;
     }
     if (shown_ != State::Live || frames_ == 1) {
         refresh();
@@ -184,6 +186,7 @@ void LinkState::portChanged() {
     if (open_) {
         frames_ = 0;
         bytes_ = 0;
+        liveBytes_ = 0;
         droppedBefore_ = receiver_.dropped();
         resyncsBefore_ = receiver_.resyncs();
         polls_.reset();

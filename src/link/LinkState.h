@@ -58,6 +58,13 @@ public:
     // Time from a live poll to its frame, over the last minute; nothing without one.
     [[nodiscard]] std::optional<PollTimes::RoundTrip> roundTrip() const { return polls_.lastMinute(pump_.now()); }
 
+    // Of the answers behind this moment of the machine's clock.
+    [[nodiscard]] std::optional<PollTimes::RoundTrip> roundTripSince(platform::Micros moment) const {
+        return polls_.since(moment);
+    }
+    // Of the last live frame, from its code to its complement; 0 before the first.
+    [[nodiscard]] int liveFrameBytes() const { return liveBytes_; }
+
     // Whether a transfer has the line: a read or write of maps, settings or the EEPROM. At once false when the port
     // closes, even though the loop that does the transfer goes on counting.
     [[nodiscard]] bool isBusy() const { return transfers_ > 0 && port_.PortOpen(); }
@@ -115,6 +122,7 @@ private:
     platform::Micros opened_ = 0;            // or closed
     platform::Micros pollFrom_ = 0;          // it runs since then
     std::optional<platform::Micros> asked_;  // the last poll of this connection
+    int liveBytes_ = 0;
     std::int64_t frames_ = 0;
     std::int64_t bytes_ = 0;
     std::int64_t droppedBefore_ = 0;  // the port was opened

@@ -97,10 +97,10 @@ std::int64_t PollTimes::unanswered(platform::Micros now) const {
     return unanswered_ + static_cast<std::int64_t>(openBefore(now - kPatience));
 }
 
-std::optional<PollTimes::RoundTrip> PollTimes::lastMinute(platform::Micros now) const {
+std::optional<PollTimes::RoundTrip> PollTimes::since(platform::Micros moment) const {
     std::vector<platform::Micros> lengths;
     for (const Trip& trip : trips_) {
-        if (trip.end > now - kMinute) {
+        if (trip.end > moment) {
             lengths.push_back(trip.length);
         }
     }

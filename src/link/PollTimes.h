@@ -40,8 +40,9 @@ public:
 
     // Requests since the reset that were given up.
     [[nodiscard]] std::int64_t unanswered(platform::Micros now) const;
-    // Of the answers within the last minute, the newest 6000 of them; nothing without one.
-    [[nodiscard]] std::optional<RoundTrip> lastMinute(platform::Micros now) const;
+    // Of the answers behind this moment, the newest 6000 of them; nothing without one.
+    [[nodiscard]] std::optional<RoundTrip> since(platform::Micros moment) const;
+    [[nodiscard]] std::optional<RoundTrip> lastMinute(platform::Micros now) const { return since(now - kMinute); }
 
 private:
     struct Trip {

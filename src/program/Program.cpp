@@ -7,6 +7,7 @@
 #include "core/tables/Module1.h"
 #include "core/tables/ModuleReg.h"
 #include "doctor/FrmDoctor.h"
+#include "doctor/FrmLink.h"
 #include "keep/point/BaselineFile.h"
 #include "link/Frames.h"
 #include "live/FrmIGNDebug.h"
@@ -83,6 +84,7 @@ Program::Program(platform::Machine& machine)
     frmSarn2_.keepWindows.compare = [this] { comparisons_.open(); };
     frmSarn2_.keepWindows.restore = [this] { restorePoints_.open(); };
     frmSarn2_.keepWindows.history = [this] { openHistory(); };
+    frmSarn2_.keepWindows.link = [this] { openLink(); };
     machine_.windows.takesKey = [this](int keyCode, int shift) {
         return frmSarn2_.keepWindows.takesKey(keyCode, shift);
     };
@@ -237,6 +239,11 @@ void Program::openPowerCalc() {
 void Program::openDoctor() {
     using doctor::FrmDoctor;
     shelf_.one<FrmDoctor>([this] { return std::make_unique<FrmDoctor>(machine_, frmSarn2_); }).show();
+}
+
+void Program::openLink() {
+    using doctor::FrmLink;
+    shelf_.one<FrmLink>([this] { return std::make_unique<FrmLink>(machine_, frmSarn2_); }).show();
 }
 
 void Program::openHistory() {

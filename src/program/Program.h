@@ -95,6 +95,7 @@ private:
     void openDebugWindow();
     void openPowerCalc();
     void openDoctor();
+    void openLink();
     void openHistory();
     void openSteadyAgent();
 

@@ -6,6 +6,7 @@
 #include "views/dashboard/BigTextView.h"
 #include "views/dashboard/DoctorView.h"
 #include "views/dashboard/IgnDebugView.h"
+#include "views/dashboard/LinkView.h"
 #include "views/dashboard/MainView.h"
 #include "views/dashboard/MeterView.h"
 #include "views/keep/CompareView.h"
@@ -27,6 +28,7 @@ void addViews(ViewHost& host) {
     installAccessibility();
     host.add<MainView, live::FrmSarn2>("frmSarn2");
     host.add<DoctorView, doctor::FrmDoctor>("frmDoctor");
+    host.add<LinkView, doctor::FrmLink>("frmLink");
     host.add<IgnDebugView, live::FrmIGNDebug>("frmIGNDebug");
     host.add<FrmMapsView, maps::FrmMaps>("frmMaps");
     host.add<FrmMapsLargeView, maps::FrmMaps_Large>("frmMaps_Large");

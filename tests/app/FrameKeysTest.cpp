@@ -79,6 +79,7 @@ struct EveryWindow : FrameKeysTest {
         window.keepWindows.compare();
         window.keepWindows.restore();
         window.portDoubt.test();
+        window.keepWindows.link();
         for (auto* each : windows.loaded()) {
             if (auto* const form = dynamic_cast<maps::MapForm*>(each)) {
                 form->btnInjScale.press();

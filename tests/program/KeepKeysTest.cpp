@@ -16,7 +16,8 @@ struct OpeningKey {
     int code;
     std::string_view opens;
 };
-constexpr OpeningKey kKeys[] = {{68, "frmCompare"}, {82, "frmRestore"}, {72, "frmHistory"}};  // D, R, H
+constexpr OpeningKey kKeys[] = {
+    {68, "frmCompare"}, {82, "frmRestore"}, {72, "frmHistory"}, {76, "frmLink"}};  // D, R, H, L
 
 struct KeepKeysTest : testing::Test, support::VirtualProgram {
     controls::Window* loaded(std::string_view name) {

@@ -35,6 +35,7 @@ void registerMainWindow(Names& names, live::FrmSarn2& window) {
     addVariable(names, "frmSarn2.bytesReceived", window.bytesReceived);
     addVariable(names, "frmSarn2.isConnected", window.isConnected);
     names.addObject("linkState", window.linkState, "state");
+    names.addObject("link", window.linkState, "state");
     names.addObject("testPort", window.portDoubt, "shown");
     names.addProcedure("testPort.open", "", [&window](std::span<const Json>) -> std::optional<Json> {
         window.portDoubt.test();

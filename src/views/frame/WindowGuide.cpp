@@ -128,6 +128,15 @@ constexpr std::array kGuides{
                 {},
                 {},
                 {}},
+    WindowGuide{
+        "frmLink",
+        "",
+        "How good the line to the ECU is: the time from a poll to its answer, frames and faults of the last ten "
+        "minutes. Nothing is sent by it.",
+        EscapeKey::ClosesWindow,
+        {},
+        {},
+        {}},
     WindowGuide{"frmSteady",
                 "Steady agent",
                 "What the steady agent knows and does, and what you allow it. Nothing is stored in the ECU by it.",
@@ -247,7 +256,8 @@ std::vector<KeyHelp> keysOf(const WindowGuide& guide) {
     if (guide.escape != EscapeKey::Nothing) {
         keys.push_back({"Escape", escapeHelp(guide.escape)});
     }
-    keys.push_back({"Ctrl+D, Ctrl+R, Ctrl+H", "open the comparison, the restore points, the list of all changes"});
+    keys.push_back({"Ctrl+D, Ctrl+R, Ctrl+H, Ctrl+L",
+                    "open the comparison, the restore points, the list of all changes, the quality of the line"});
     keys.push_back({"Ctrl+Q, Ctrl+W", "close this window"});
     keys.push_back({"F1", "this help"});
     return keys;

@@ -1,0 +1,43 @@
+#include "views/dashboard/LinkView.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "views/widgets/Card.h"
+#include "views/widgets/Child.h"
+#include "views/widgets/Spacing.h"
+#include "views/widgets/charts/PictureView.h"
+
+namespace korvane::views {
+
+LinkView::LinkView(doctor::FrmLink& window, FrameClock& clock) : WindowView(window, clock) {
+    auto& rows = child<QVBoxLayout>(this);
+    rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    rows.setSpacing(kSpacing);
+    rows.addWidget(&makeLine(window.lblState, *this));
+    rows.addWidget(&makePlot("Round trip", window.lblRoundTrip, window.picRoundTrip), 1);
+    rows.addWidget(&makePlot("Frames", window.lblFrames, window.picFrames), 1);
+    rows.addWidget(&makePlot("Faults", window.lblFaults, window.picFaults), 1);
+}
+
+QWidget& LinkView::makeLine(controls::Label& label, QWidget& parent) {
+    auto& line = child<QLabel>(&parent);
+    line.setWordWrap(true);
+    line.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    binder().bind(label, line);
+    return line;
+}
+
+QWidget& LinkView::makePlot(const char* title, controls::Label& label, controls::PictureBox& picture) {
+    auto& card = child<Card>(static_cast<QWidget*>(this), QLatin1String(title));
+    auto& rows = child<QVBoxLayout>(&card);
+    auto& plot = child<PictureView>(&card);
+    plot.setAccessibleName(QLatin1String(title) + QStringLiteral(" of the last ten minutes"));
+    binder().bind(picture, plot);
+    rows.addWidget(&plot, 1);
+    rows.addWidget(&makeLine(label, card));
+    card.fitMargins();
+    return card;
+}
+
+}  // namespace korvane::views
