@@ -107,7 +107,7 @@ std::vector<std::string> clsSteadyAgent::sampleWords() const {
     return rows;
 }
 
-BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
+maps::BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
     const auto& tables = parts_.tables;
     return {.type = tables.SWType,
             .version = static_cast<int>(std::lround(double{tables.HwVersion} * 1000)),
@@ -136,7 +136,7 @@ std::string clsSteadyAgent::mapRefusal(const maps::MapGeometry& geometry) const 
 
 std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
     owner_ = owner(geometry);
-    const auto found = baselines_.load ? baselines_.load(owner_) : BaselineFound();
+    const auto found = baselines_.load ? baselines_.load(owner_) : maps::FoundBaseline();
     if (!found.damage.empty()) {
         return "the baseline can't be used: " + found.damage;
     }
@@ -151,12 +151,13 @@ std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
 
 std::string clsSteadyAgent::saveBaseline(const maps::MapGeometry& geometry) {
     const auto cells = cellsOf(gridOf(geometry));
-    SteadyBaseline fresh{.time = parts_.machine.pump.wallTime(), .cells = {cells.begin(), cells.end()}};
-    const auto failure = baselines_.save ? baselines_.save(owner(geometry), fresh) : std::string();
+    maps::FuelBaseline fresh{
+        .owner = owner(geometry), .time = parts_.machine.pump.wallTime(), .cells = {cells.begin(), cells.end()}};
+    const auto failure = baselines_.save ? baselines_.save(fresh) : std::string();
     if (!failure.empty()) {
         return "the baseline can't be kept: " + failure;
     }
-    owner_ = owner(geometry);
+    owner_ = fresh.owner;
     baseline_ = std::move(fresh);
     return {};
 }
@@ -363,10 +364,28 @@ std::string clsSteadyAgent::reasonToStop() const {
         return "the tuning agent was switched on";
     }
     const auto found = factsOf(parts_.tables, connection, geometry_);
-    if (found.facts && found.facts->lambdaControl) {
-        return std::string(wordsOf(steady::StopReason::LambdaControl));
-    }
     return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
+}
+
+bool clsSteadyAgent::ecuCorrects() const {
+    const auto found = factsOf(parts_.tables, parts_.connection, geometry_);
+    return found.facts && found.facts->lambdaControl;
+}
+
+bool clsSteadyAgent::stopsNow() {
+    if (putsBack()) {
+        return false;
+    }
+    if (parts_.connection.MSComm1.PortOpen() && ecuCorrects()) {
+        agent_.lambdaControlBegan();
+        return false;
+    }
+    auto reason = reasonToStop();
+    if (reason.empty()) {
+        return false;
+    }
+    stopFor(std::move(reason));
+    return true;
 }
 
 void clsSteadyAgent::tick() {
@@ -377,10 +396,8 @@ void clsSteadyAgent::tick() {
         }
         return;
     }
-    if (!putsBack()) {
-        if (auto reason = reasonToStop(); !reason.empty()) {
-            return stopFor(std::move(reason));
-        }
+    if (stopsNow()) {
+        return;
     }
     if (isPaused()) {
         paused_ = true;

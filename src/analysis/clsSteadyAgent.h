@@ -8,7 +8,6 @@
 
 #include "analysis/CellSender.h"
 #include "analysis/EngineFacts.h"
-#include "analysis/SteadyBaseline.h"
 #include "analysis/SteadyLog.h"
 #include "analysis/clsInjAnalyser.h"
 #include "analysis/steady/SteadyAgent.h"
@@ -17,6 +16,7 @@
 #include "core/tables/SharedTables.h"
 #include "link/ConnectionPanel.h"
 #include "live/LiveUpdate.h"
+#include "maps/steady/FuelBaseline.h"
 #include "maps/steady/SteadyTuner.h"
 #include "platform/Machine.h"
 
@@ -40,7 +40,7 @@ public:
     explicit clsSteadyAgent(const Parts& parts);
     ~clsSteadyAgent() override;
 
-    void setBaselines(BaselineKeeper baselines) { baselines_ = std::move(baselines); }
+    void setBaselines(maps::BaselineKeeper baselines) { baselines_ = std::move(baselines); }
 
     bool start(const maps::MapGeometry& geometry, const void* window) override;
     void stop() override;
@@ -71,7 +71,7 @@ private:
     [[nodiscard]] bool runs() const;
     [[nodiscard]] bool putsBack() const { return agent_.state() == steady::State::PuttingBack; }
     [[nodiscard]] bool isPaused() const;
-    [[nodiscard]] BaselineOwner owner(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] maps::BaselineOwner owner(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::span<const std::uint8_t> cellsOf(const steady::Grid& grid) const;
 
     // Each says in words why it can't be done; empty if it can.
@@ -94,6 +94,9 @@ private:
     [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry) const;
     void begin(const maps::MapGeometry& geometry);
     void tick();
+    [[nodiscard]] bool ecuCorrects() const;
+    // Looks for what the mathematics do not see. Whether it has stopped for it.
+    bool stopsNow();
     void stopFor(std::string reason);
     [[nodiscard]] double advance();
     void takeEdits();
@@ -102,7 +105,7 @@ private:
 
     Parts parts_;
     maps::SteadyChoices choices_;
-    BaselineKeeper baselines_;
+    maps::BaselineKeeper baselines_;
     steady::SteadyAgent agent_;
     CellSender sender_;
     SteadyLog log_;
@@ -110,8 +113,8 @@ private:
     const void* window_ = nullptr;
     maps::MapGeometry geometry_ = maps::kOrdinaryMaps;
     EngineFacts facts_;
-    BaselineOwner owner_;
-    std::optional<SteadyBaseline> baseline_;
+    maps::BaselineOwner owner_;
+    std::optional<maps::FuelBaseline> baseline_;
     std::string reason_;  // why it was stopped, or did not start; empty where the agent itself knows
     int openings_ = 0;    // of the port at the start
     platform::Micros last_ = 0;
