@@ -74,10 +74,10 @@ TEST(SteadyCorrector, TakesFuelAwayOnlyAfterSeveralVisitsAndSamples) {
         need.weight = weight;
         return Corrector::correct(emptyMap(), need, 100, kWide, kTarget);
     };
-    EXPECT_EQ(seen(2.0, 100.0, 90.0).step, 0);
-    EXPECT_EQ(seen(2.0, 100.0, 90.0).held, WhyHeld::FewVisits);
-    EXPECT_EQ(seen(3.0, 11.9, 90.0).step, 0);
-    EXPECT_EQ(seen(3.0, 12.0, 90.0).step, -7);
+    EXPECT_EQ(seen(1.0, 100.0, 90.0).step, 0);
+    EXPECT_EQ(seen(1.0, 100.0, 90.0).held, WhyHeld::FewVisits);
+    EXPECT_EQ(seen(2.0, 11.9, 90.0).step, 0);
+    EXPECT_EQ(seen(2.0, 12.0, 90.0).step, -7);
     EXPECT_EQ(seen(1.0, 3.0, 110.0).step, 7) << "more fuel does no harm";
 }
 

@@ -44,7 +44,7 @@ public:
     static constexpr double kLeastConfidence = 0.5;
     static constexpr double kErrors = 0.8;  // standard errors are left
     // What must have been seen of a cell before fuel is taken away: a single pass may have been enriched.
-    static constexpr double kLeanVisits = 3.0;
+    static constexpr double kLeanVisits = 2.0;
     static constexpr double kLeanWeight = 12.0;
 
     // For a cell whose byte is `byte` and may be in `range`; `target` is its lambda.
