@@ -76,8 +76,8 @@ TEST(SteadyCorrector, TakesFuelAwayOnlyAfterSeveralVisitsAndSamples) {
     };
     EXPECT_EQ(seen(1.0, 100.0, 90.0).step, 0);
     EXPECT_EQ(seen(1.0, 100.0, 90.0).held, WhyHeld::FewVisits);
-    EXPECT_EQ(seen(2.0, 11.9, 90.0).step, 0);
-    EXPECT_EQ(seen(2.0, 12.0, 90.0).step, -7);
+    EXPECT_EQ(seen(2.0, 5.9, 90.0).step, 0);
+    EXPECT_EQ(seen(2.0, 6.0, 90.0).step, -7);
     EXPECT_EQ(seen(1.0, 3.0, 110.0).step, 7) << "more fuel does no harm";
 }
 

@@ -45,7 +45,7 @@ public:
     static constexpr double kErrors = 0.8;  // standard errors are left
     // What must have been seen of a cell before fuel is taken away: a single pass may have been enriched.
     static constexpr double kLeanVisits = 2.0;
-    static constexpr double kLeanWeight = 12.0;
+    static constexpr double kLeanWeight = 6.0;
 
     // For a cell whose byte is `byte` and may be in `range`; `target` is its lambda.
     [[nodiscard]] static Correction correct(const PulseMap& map, const CellNeed& need, std::uint8_t byte,
