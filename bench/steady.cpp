@@ -6,20 +6,21 @@
 //
 // Prints CSV for tools/steady-proof. INTERPOLATE is the key of the virtual ECU; distances are of air-fuel ratios.
 //
-//     distance,TRIAL,INTERPOLATE,SEED,MINUTE,RMS,FLOOR,WORST,RMS BEFORE,FLOOR BEFORE
-//                              after so many minutes of the agent, over the cells that were visited meanwhile; then
-//                              over those visited in the ten minutes before
+//     distance,TRIAL,INTERPOLATE,SEED,MINUTE,RMS,FLOOR,WORST
+//                              after so many minutes of the agent, over the cells that were visited in the ten minutes
+//                              before it; WORST is the largest distance of a cell
 //     limit,TRIAL,INTERPOLATE,SEED,COUNTS      by which a cell was beyond the authority at most
 //     right,INTERPOLATE,SEED,VISITED,SELDOM,NEVER  a map that was right: counts by which a cell is off in the end, of
 //                              those that were in use in the first ten minutes, and of others; cells that were changed
 //                              though the engine has never been there
 //     start,FAULT,INTERPOLATE,SEED,CHANGES     in ten minutes with a fault from the start
-//     middle,FAULT,INTERPOLATE,SEED,FOUND,BACK,MOVED  seconds until the fault was found, then until all was put back;
-//     by
-//                              how many per cent a cell was moved at most since the fault began
-//     delay,INTERPOLATE,SEED,ZONE,TRUTH,ESTIMATE,UNCERTAINTY   milliseconds on the hard lap; the last two are empty
-//     where
-//                              the agent says that it does not know
+//     middle,FAULT,INTERPOLATE,SEED,FOUND,BACK,MOVED
+//                              seconds until the fault was found, then until the last cell was back; by how many per
+//                              cent a cell was moved at most since the fault began
+//     delay,INTERPOLATE,SEED,ZONE,TRUTH,ESTIMATE,UNCERTAINTY
+//                              milliseconds on the hard lap; the last two are empty where the agent says that it does
+//                              not know
+//     speed,FRAMES,MICROSECONDS,ALLOCATIONS,CHANGES    microseconds of a frame; allocations in all frames
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -42,15 +43,17 @@ struct Drive {
     const char* name;
     bool hard = false;
     double wetting = 0.0;
+    double enrichment = 0.0;
     ecu::MapFault mapFault = ecu::MapFault::Smooth;
     bool throttleKnown = true;
     double leanAuthority = 15.0;
     bool lasts = false;  // for all the hours
 };
 
-constexpr std::array<Drive, 8> kDrives{{{.name = "lap", .lasts = true},
+constexpr std::array<Drive, 9> kDrives{{{.name = "lap", .lasts = true},
                                         {.name = "hard lap", .hard = true},
                                         {.name = "hard lap wetting 30", .hard = true, .wetting = 30.0},
+                                        {.name = "hard lap enrichment 20", .hard = true, .enrichment = 20.0},
                                         {.name = "throttle not known", .throttleKnown = false},
                                         {.name = "rich", .mapFault = ecu::MapFault::Rich},
                                         {.name = "lean", .mapFault = ecu::MapFault::Lean},
@@ -77,6 +80,7 @@ Trial trialOf(const Drive& drive, bool interpolate, int seed) {
     trial.leanAuthority = drive.leanAuthority;
     trial.conditions.interpolate = interpolate;
     trial.conditions.wetting = drive.wetting;
+    trial.conditions.enrichment = drive.enrichment;
     if (drive.hard) {
         trial.conditions.lambdaDelay = ecu::TransportDelay{400.0, 80.0};
         trial.conditions.lambdaLagMs = 100.0;
@@ -167,7 +171,7 @@ void tryDrive(const Drive& drive, bool interpolate, int seed, int hours) {
         tellDistance(drive, interpolate, seed, minute, run.car.distance(visited));
     }
     std::printf("limit,%s,%d,%d,%d\n", drive.name, interpolate, seed, beyond);
-    if (drive.hard && drive.wetting == 0.0) {
+    if (drive.hard && drive.wetting + drive.enrichment == 0.0) {
         tellDelays(interpolate, seed, run.agent);
     }
 }
@@ -233,16 +237,16 @@ void tryInTheMiddle(const Fault& fault, bool interpolate, int seed) {
     run.fail(fault);
     const std::vector<int> stood(run.car.map().begin(), run.car.map().begin() + proof::kCells);
     double found = -1.0;
-    double back = -1.0;
+    double back = 0.0;
     double moved = 0.0;
-    while (back < 0.0 && run.car.seconds() < begun + 10.0 * kMinute) {
-        run.frame();
+    while (run.agent.state() != steady::State::Stopped && run.car.seconds() < begun + 10.0 * kMinute) {
+        const auto changes = run.frame();
         if (run.agent.stopReason() == steady::StopReason::None) {
             moved = std::max(moved, farthest(run.car, stood));
         } else if (found < 0.0) {
             found = run.car.seconds() - begun;
         }
-        if (run.agent.state() == steady::State::Stopped) {
+        if (std::ranges::any_of(changes, [](const auto& change) { return change.putBack && !change.isRepeat(); })) {
             back = run.car.seconds() - begun - found;
         }
     }

@@ -36,7 +36,10 @@ std::string SteadyLog::lineOf(const steady::CellChange& change, const steady::St
 void SteadyLog::write(std::span<const steady::CellChange> changes, const steady::SteadyAgent& agent) {
     std::string text;
     for (const auto& change : changes) {
-        text += lineOf(change, agent).append(core::kLineEnd);
+        text += change.isRepeat() ? std::string() : lineOf(change, agent).append(core::kLineEnd);
+    }
+    if (text.empty()) {
+        return;
     }
     try {
         core::appendText(machine_.folder / fileName(), text);

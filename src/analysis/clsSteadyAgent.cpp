@@ -128,7 +128,7 @@ std::vector<std::string> clsSteadyAgent::sampleWords() const {
     return rows;
 }
 
-BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
+maps::BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
     const auto& tables = parts_.tables;
     return {.type = tables.SWType,
             .version = static_cast<int>(std::lround(double{tables.HwVersion} * 1000)),
@@ -157,7 +157,7 @@ std::string clsSteadyAgent::mapRefusal(const maps::MapGeometry& geometry) const 
 
 std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
     owner_ = owner(geometry);
-    const auto found = baselines_.load ? baselines_.load(owner_) : BaselineFound();
+    const auto found = baselines_.load ? baselines_.load(owner_) : maps::FoundBaseline();
     if (!found.damage.empty()) {
         return "the baseline can't be used: " + found.damage;
     }
@@ -172,12 +172,13 @@ std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
 
 std::string clsSteadyAgent::saveBaseline(const maps::MapGeometry& geometry) {
     const auto cells = cellsOf(gridOf(geometry));
-    SteadyBaseline fresh{.time = parts_.machine.pump.wallTime(), .cells = {cells.begin(), cells.end()}};
-    const auto failure = baselines_.save ? baselines_.save(owner(geometry), fresh) : std::string();
+    maps::FuelBaseline fresh{
+        .owner = owner(geometry), .time = parts_.machine.pump.wallTime(), .cells = {cells.begin(), cells.end()}};
+    const auto failure = baselines_.save ? baselines_.save(fresh) : std::string();
     if (!failure.empty()) {
         return "the baseline can't be kept: " + failure;
     }
-    owner_ = owner(geometry);
+    owner_ = fresh.owner;
     baseline_ = std::move(fresh);
     return {};
 }
@@ -211,7 +212,7 @@ std::size_t clsSteadyAgent::cellsBeyond(const steady::SteadySetup& setup, std::s
     return beyond;
 }
 
-std::string clsSteadyAgent::wordsOf(const SteadyBaseline& baseline) {
+std::string clsSteadyAgent::wordsOf(const maps::FuelBaseline& baseline) {
     return "the baseline of " + core::dateText(baseline.time) + ' ' + core::timeText(baseline.time);
 }
 
@@ -237,7 +238,7 @@ RehearsalStart clsSteadyAgent::rehearsalStart(const maps::MapGeometry& geometry)
     return start;
 }
 
-std::string clsSteadyAgent::beyondWords(std::size_t cells, const SteadyBaseline& baseline) {
+std::string clsSteadyAgent::beyondWords(std::size_t cells, const maps::FuelBaseline& baseline) {
     return counted(cells) + " farther from " + wordsOf(baseline) +
            " than the agent may go: take a new baseline, or put back (F8)";
 }
@@ -415,10 +416,28 @@ std::string clsSteadyAgent::reasonToStop() const {
         return "the tuning agent was switched on";
     }
     const auto found = factsOf(parts_.tables, connection, geometry_);
-    if (found.facts && found.facts->lambdaControl) {
-        return std::string(steady::wordsOf(steady::StopReason::LambdaControl));
-    }
     return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
+}
+
+bool clsSteadyAgent::ecuCorrects() const {
+    const auto found = factsOf(parts_.tables, parts_.connection, geometry_);
+    return found.facts && found.facts->lambdaControl;
+}
+
+bool clsSteadyAgent::stopsNow() {
+    if (putsBack()) {
+        return false;
+    }
+    if (parts_.connection.MSComm1.PortOpen() && ecuCorrects()) {
+        agent_.lambdaControlBegan();
+        return false;
+    }
+    auto reason = reasonToStop();
+    if (reason.empty()) {
+        return false;
+    }
+    stopFor(std::move(reason));
+    return true;
 }
 
 void clsSteadyAgent::tick() {
@@ -429,10 +448,8 @@ void clsSteadyAgent::tick() {
         }
         return;
     }
-    if (!putsBack()) {
-        if (auto reason = reasonToStop(); !reason.empty()) {
-            return stopFor(std::move(reason));
-        }
+    if (stopsNow()) {
+        return;
     }
     if (isPaused()) {
         paused_ = true;

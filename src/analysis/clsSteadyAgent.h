@@ -9,7 +9,6 @@
 #include "analysis/CellSender.h"
 #include "analysis/EngineFacts.h"
 #include "analysis/LogRehearsal.h"
-#include "analysis/SteadyBaseline.h"
 #include "analysis/SteadyLog.h"
 #include "analysis/clsInjAnalyser.h"
 #include "analysis/steady/SteadyAgent.h"
@@ -19,6 +18,7 @@
 #include "link/ConnectionPanel.h"
 #include "live/LiveUpdate.h"
 #include "maps/steady/ErrorSum.h"
+#include "maps/steady/FuelBaseline.h"
 #include "maps/steady/SteadyTuner.h"
 #include "platform/Machine.h"
 
@@ -42,7 +42,7 @@ public:
     explicit clsSteadyAgent(const Parts& parts);
     ~clsSteadyAgent() override;
 
-    void setBaselines(BaselineKeeper baselines) { baselines_ = std::move(baselines); }
+    void setBaselines(maps::BaselineKeeper baselines) { baselines_ = std::move(baselines); }
 
     bool start(const maps::MapGeometry& geometry, const void* window) override;
     void stop() override;
@@ -79,7 +79,7 @@ private:
     [[nodiscard]] bool runs() const;
     [[nodiscard]] bool putsBack() const { return agent_.state() == steady::State::PuttingBack; }
     [[nodiscard]] bool isPaused() const;
-    [[nodiscard]] BaselineOwner owner(const maps::MapGeometry& geometry) const;
+    [[nodiscard]] maps::BaselineOwner owner(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::span<const std::uint8_t> cellsOf(const steady::Grid& grid) const;
 
     // Each says in words why it can't be done; empty if it can.
@@ -95,8 +95,8 @@ private:
     [[nodiscard]] static std::size_t cellsBeyond(const steady::SteadySetup& setup, std::span<const std::uint8_t> cells,
                                                  std::span<const std::uint8_t> baseline);
     [[nodiscard]] std::size_t cellsBeyond(const maps::MapGeometry& geometry) const;
-    [[nodiscard]] static std::string wordsOf(const SteadyBaseline& baseline);
-    [[nodiscard]] static std::string beyondWords(std::size_t cells, const SteadyBaseline& baseline);
+    [[nodiscard]] static std::string wordsOf(const maps::FuelBaseline& baseline);
+    [[nodiscard]] static std::string beyondWords(std::size_t cells, const maps::FuelBaseline& baseline);
     // Whether this is asked for the second time.
     [[nodiscard]] bool isConfirmed();
     // How many cells differ from the baseline.
@@ -105,6 +105,9 @@ private:
     [[nodiscard]] steady::SteadySetup setupFor(const maps::MapGeometry& geometry, const EngineFacts& facts) const;
     void begin(const maps::MapGeometry& geometry);
     void tick();
+    [[nodiscard]] bool ecuCorrects() const;
+    // Looks for what the mathematics do not see. Whether it has stopped for it.
+    bool stopsNow();
     void stopFor(std::string reason);
     void judged(const steady::Frame& frame);
     void noteErrors();
@@ -117,7 +120,7 @@ private:
 
     Parts parts_;
     maps::SteadyChoices choices_;
-    BaselineKeeper baselines_;
+    maps::BaselineKeeper baselines_;
     steady::SteadyAgent agent_;
     CellSender sender_;
     SteadyLog log_;
@@ -128,8 +131,8 @@ private:
     const void* window_ = nullptr;
     maps::MapGeometry geometry_ = maps::kOrdinaryMaps;
     EngineFacts facts_;
-    BaselineOwner owner_;
-    std::optional<SteadyBaseline> baseline_;
+    maps::BaselineOwner owner_;
+    std::optional<maps::FuelBaseline> baseline_;
     std::string reason_;  // why it was stopped, or did not start; empty where the agent itself knows
     int openings_ = 0;    // of the port at the start
     platform::Micros last_ = 0;

@@ -29,10 +29,6 @@ constexpr int kQuitStep = 50;      // ms
 constexpr int kQuitPatience = 60;  // steps; the close of an open port takes a second
 constexpr auto kPointsFolder = "restore";
 
-keep::BaselineKey keyOf(const analysis::BaselineOwner& owner) {
-    return {{owner.type, owner.version}, owner.columns, owner.rows};
-}
-
 }  // namespace
 
 Program::Program(platform::Machine& machine)
@@ -130,18 +126,8 @@ void Program::connectSteadyAgent() {
     comparisons_.useProposal(rehearsals_.proposal());
     logViewer_.useRehearser(rehearsals_);
     const keep::BaselineFile file(machine_.folder, machine_.toDisk);
-    steadyAgent_.setBaselines(
-        {.load = [file](const analysis::BaselineOwner& owner) -> analysis::BaselineFound {
-             auto found = file.load(keyOf(owner));
-             if (!found.baseline) {
-                 return {{}, std::move(found.damage)};
-             }
-             return {{{found.baseline->time, std::move(found.baseline->cells)}}, {}};
-         },
-         .save =
-             [file](const analysis::BaselineOwner& owner, const analysis::SteadyBaseline& baseline) {
-                 return file.save({keyOf(owner), baseline.time, baseline.cells});
-             }});
+    steadyAgent_.setBaselines({.load = [file](const maps::BaselineOwner& owner) { return file.load(owner); },
+                               .save = [file](const maps::FuelBaseline& baseline) { return file.save(baseline); }});
 }
 
 void Program::start() {

@@ -22,7 +22,7 @@ TEST_F(SteadyNames, ItBeginsOffAndKnowsNothing) {
     EXPECT_EQ(value("Zone(1).UncertaintyMs"), "ok null");
     EXPECT_EQ(value("Used"), "ok 0");
     EXPECT_EQ(value("Rejected(0).Reason"), "ok \"link late\"");
-    EXPECT_EQ(value("Rejected(17).Count"), "ok 0");
+    EXPECT_EQ(value("Rejected(18).Count"), "ok 0");
     EXPECT_EQ(value("Cell(17).Weight"), "ok 0");
     EXPECT_EQ(value("Cell(17).ErrorPercent"), "ok 0");
     EXPECT_EQ(value("Cell(17).Spread"), "ok 0");
@@ -59,8 +59,8 @@ TEST_F(SteadyNames, ADelayIsFixedForAZone) {
 TEST_F(SteadyNames, AnIndexOutOfRangeIsNamed) {
     EXPECT_EQ(value("Zone(4).DelayMs"),
               "error clsSteadyAgent.Zone(4).DelayMs does not exist: the index must be 0 to 3");
-    EXPECT_EQ(value("Rejected(18).Count"),
-              "error clsSteadyAgent.Rejected(18).Count does not exist: the index must be 0 to 17");
+    EXPECT_EQ(value("Rejected(19).Count"),
+              "error clsSteadyAgent.Rejected(19).Count does not exist: the index must be 0 to 18");
     EXPECT_EQ(value("Cell(320).Weight"),
               "error clsSteadyAgent.Cell(320).Weight does not exist: the index must be 0 to 319");
     EXPECT_EQ(run("set clsSteadyAgent.State \"working\""), "error clsSteadyAgent.State can only be read");

@@ -245,6 +245,36 @@ TEST(HardEngine, WetWallsTakePartOfMoreFuel) {
     EXPECT_NEAR(burntAfter(wire, 10'000), before / 1.2, 0.001);
 }
 
+// The pump's lamp goes out 0.3 s after the throttle's last quick opening; the fuel fades with 0.8 s.
+TEST(HardEngine, EnrichmentFadesLongAfterTheLampOfThePump) {
+    Wire plain("drive=lap,seed=3");
+    Wire rich("drive=lap,seed=3,enrichment=20");
+    double most = 0.0;
+    double least = 2.0;
+    int faded = 0;
+    bool lit = false;
+    for (int step = 0; step < 60 * 200; ++step) {
+        for (Wire* wire : {&plain, &rich}) {
+            burntAfter(*wire, 5);
+        }
+        if (plain.ecu.engine().pulseMs <= 0.0) {
+            lit = false;
+            continue;
+        }
+        const double ratio = rich.ecu.engine().pulseMs / plain.ecu.engine().pulseMs;
+        most = std::max(most, ratio);
+        least = std::min(least, ratio);
+        if (lit && !rich.ecu.engine().accelPump) {
+            EXPECT_NEAR(ratio, 1.0 + 0.2 * std::exp(-0.3 / 0.8), 0.005);
+            ++faded;
+        }
+        lit = rich.ecu.engine().accelPump;
+    }
+    EXPECT_NEAR(most, 1.2, 1e-9);
+    EXPECT_NEAR(least, 1.0, 1e-3);
+    EXPECT_GT(faded, 2);
+}
+
 TEST(HardEngine, WetWallsGoOnGivingFuelAfterACut) {
     Wire wire("drive=3250:35:20,wetting=50");
     wire.poll();

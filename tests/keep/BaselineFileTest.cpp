@@ -8,10 +8,12 @@
 namespace korvane::keep {
 namespace {
 
-constexpr BaselineKey kKey{{11, 3386}, 16, 10};
+using maps::FuelBaseline;
 
-Baseline baseline() {
-    Baseline made{kKey, {2026, 1, 5, 12, 0, 7}, {}};
+constexpr maps::BaselineOwner kOwner{11, 3386, 16, 10};
+
+FuelBaseline baseline() {
+    FuelBaseline made{kOwner, {2026, 1, 5, 12, 0, 7}, {}};
     for (int cell = 0; cell < 160; ++cell) {
         made.cells.push_back(static_cast<std::uint8_t>(cell == 0 ? 255 : cell));
     }
@@ -22,15 +24,15 @@ TEST(BaselineFileTest, WhatIsWrittenIsReadBack) {
     const support::TempFolder folder;
     const BaselineFile file(folder.path());
     EXPECT_EQ(file.save(baseline()), "");
-    EXPECT_EQ(file.path(kKey).filename(), "steady-11-3386.baseline");
-    const auto found = file.load(kKey);
+    EXPECT_EQ(file.path(kOwner).filename(), "steady-11-3386.baseline");
+    const auto found = file.load(kOwner);
     EXPECT_EQ(found.damage, "");
     EXPECT_EQ(found.baseline, baseline());
 }
 
 TEST(BaselineFileTest, WithoutAFileThereIsNeitherABaselineNorDamage) {
     const support::TempFolder folder;
-    const auto found = BaselineFile(folder.path()).load(kKey);
+    const auto found = BaselineFile(folder.path()).load(kOwner);
     EXPECT_FALSE(found.baseline);
     EXPECT_EQ(found.damage, "");
 }
@@ -50,7 +52,7 @@ TEST(BaselineFileTest, TheBaselineOfAnotherMapIsNotTaken) {
     const support::TempFolder folder;
     const BaselineFile file(folder.path());
     ASSERT_EQ(file.save(baseline()), "");
-    const auto found = file.load({kKey.ecu, 20, 16});
+    const auto found = file.load({11, 3386, 20, 16});
     EXPECT_FALSE(found.baseline);
     EXPECT_EQ(found.damage, "it is of another map");
 }
@@ -59,14 +61,14 @@ TEST(BaselineFileTest, AFolderThatIsMissingIsToldAndNothingIsMade) {
     const support::TempFolder folder;
     const BaselineFile file(folder.path() / "none");
     EXPECT_NE(file.save(baseline()), "");
-    EXPECT_FALSE(std::filesystem::exists(file.path(kKey)));
+    EXPECT_FALSE(std::filesystem::exists(file.path(kOwner)));
 }
 
 TEST(BaselineFileTest, WhatIsNoFileCantBeRead) {
     const support::TempFolder folder;
     const BaselineFile file(folder.path());
-    std::filesystem::create_directory(file.path(kKey));
-    EXPECT_EQ(file.load(kKey).damage, "it can't be read");
+    std::filesystem::create_directory(file.path(kOwner));
+    EXPECT_EQ(file.load(kOwner).damage, "it can't be read");
 }
 
 }  // namespace

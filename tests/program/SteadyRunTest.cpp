@@ -243,6 +243,20 @@ TEST_F(SteadyRunTest, TheEcusOwnLambdaControlStopsItAndKeepsItFromStarting) {
     EXPECT_EQ(agent().state(), "stopped");
 }
 
+TEST_F(SteadyRunTest, TheEcusOwnLambdaControlPutsBackWhatCameSinceTheLastProof) {
+    work();
+    const auto corrected = map();
+    auto bytes = *program_.window.ecuMisc.bytes();
+    bytes[5] |= 0x02;
+    program_.window.ecuMisc.has(bytes);
+    wait(5 * kSecond);
+    EXPECT_EQ(agent().state(), "stopped");
+    EXPECT_EQ(unsent(), 0U);
+    for (std::size_t cell = 0; cell < 160; ++cell) {
+        EXPECT_LE(std::abs(map().at(cell) - start_.at(cell)), std::abs(corrected.at(cell) - start_.at(cell))) << cell;
+    }
+}
+
 TEST_F(SteadyRunTest, AnEditThatWasSentIsTakenAndOneThatWasNotStopsIt) {
     maps().chkSteadyAgent.press();
     maps().chkOnlineChanges.press();

@@ -35,13 +35,14 @@ protected:
     }
     void sampleAt(const Place& place, double departure = 0.0, double off = 0.0) {
         const std::size_t cell = setup_.grid.cellAt(place);
-        estimator_.ran(place, cell);
+        estimator_.enginePassed(place, cell);
         estimator_.add({.place = place,
                         .cell = cell,
                         .need = needAt(place) + off + 0.01 * noise_(random_),
                         .weight = 1.0,
                         .departure = departure,
-                        .pure = true});
+                        .pure = true,
+                        .seconds = seconds_ += 0.075});
     }
     // All over the rows 3 to 7 and columns 2 to 8.
     void drive(int samples) {
@@ -58,6 +59,7 @@ protected:
 
     SteadySetup setup_;
     CellEstimator estimator_;
+    double seconds_ = 0.0;
     std::mt19937 random_{11};
     std::uniform_real_distribution<double> uniform_{0.0, 1.0};
     std::normal_distribution<double> noise_{0.0, 1.0};
@@ -116,6 +118,18 @@ TEST_F(SteadyCells, CountAVisitWhereTheSmearedPlaceIs) {
     EXPECT_GT(estimator_.cell(5 * 16 + 4, Firmware::FourBytes).confidence, 0.5);
 }
 
+TEST_F(SteadyCells, CountAVisitOnlyAfterASecondElsewhere) {
+    // To and fro over the border between two cells, ten times in a second, and then away for two.
+    for (int i = 0; i < 40; ++i) {
+        sampleAt({i % 2 == 0 ? 4.95 : 5.05, 5.5});
+    }
+    seconds_ += 2.0;
+    sampleAt({4.95, 5.5});
+    settle();
+    EXPECT_EQ(estimator_.cell(5 * 16 + 4, Firmware::FourBytes).visits, 2.0);
+    EXPECT_EQ(estimator_.cell(5 * 16 + 5, Firmware::FourBytes).visits, 1.0);
+}
+
 TEST_F(SteadyCells, NeedTheMeanOfTheirPlacesForOneByte) {
     // Always in the lower part of the cell: 5.7 to 5.9.
     for (int i = 0; i < 400; ++i) {
@@ -135,7 +149,6 @@ TEST_F(SteadyCells, AllowForFuelOnTheWalls) {
         }
     }
     settle();
-    EXPECT_NEAR(estimator_.wallShare(), 0.25, 0.03);
     const std::size_t cell = 5 * 16 + 5;
     EXPECT_NEAR(estimator_.cell(cell, Firmware::FourBytes).need, needAt(centreOf(cell)), 0.008);
 }

@@ -17,7 +17,7 @@ PulseMap emptyMap() {
 
 // A need of so many counts, well known.
 CellNeed needOf(double counts, double error = 0.0) {
-    return {.need = std::log(counts * kTarget), .weight = 100.0, .error = error, .confidence = 0.9};
+    return {.need = std::log(counts * kTarget), .weight = 100.0, .visits = 10.0, .error = error, .confidence = 0.9};
 }
 
 Correction correct(double counts, std::uint8_t byte, const ByteRange& range = kWide, double error = 0.0) {
@@ -32,7 +32,7 @@ TEST(SteadyCorrector, GoesAPartOfTheWay) {
 
 TEST(SteadyCorrector, HasADeadBandOnBothSides) {
     for (const double missing : {-0.55, -0.2, 0.0, 0.2, 0.55}) {
-        EXPECT_EQ(correct(100.0 + missing, 100).held, Held::OnTarget) << missing;
+        EXPECT_EQ(correct(100.0 + missing, 100).held, WhyHeld::OnTarget) << missing;
     }
     EXPECT_EQ(correct(100.7, 100).step, 1);
     EXPECT_EQ(correct(99.3, 100).step, -1);
@@ -56,22 +56,36 @@ TEST(SteadyCorrector, NeverGoesToAndFro) {
 TEST(SteadyCorrector, LeavesTheStandardError) {
     // 10 per cent less 0.8 times 5 per cent are 6 per cent, of which it goes 0.7: 4 counts.
     EXPECT_EQ(correct(110.517, 100, kWide, 0.05).step, 4);
-    EXPECT_EQ(correct(103.0, 100, kWide, 0.05).held, Held::OnTarget);
+    EXPECT_EQ(correct(103.0, 100, kWide, 0.05).held, WhyHeld::OnTarget);
 }
 
 TEST(SteadyCorrector, DoesNothingWithoutConfidenceOrSamples) {
     CellNeed need = needOf(110.0);
     need.confidence = 0.49;
-    EXPECT_EQ(Corrector::correct(emptyMap(), need, 100, kWide, kTarget).held, Held::NoConfidence);
+    EXPECT_EQ(Corrector::correct(emptyMap(), need, 100, kWide, kTarget).held, WhyHeld::NoConfidence);
     EXPECT_EQ(Corrector::correct(emptyMap(), need, 100, kWide, kTarget).step, 0);
-    EXPECT_EQ(Corrector::correct(emptyMap(), {}, 100, kWide, kTarget).held, Held::NoSamples);
+    EXPECT_EQ(Corrector::correct(emptyMap(), {}, 100, kWide, kTarget).held, WhyHeld::NoSamples);
+}
+
+TEST(SteadyCorrector, TakesFuelAwayOnlyAfterSeveralVisitsAndSamples) {
+    const auto seen = [](double visits, double weight, double counts) {
+        CellNeed need = needOf(counts);
+        need.visits = visits;
+        need.weight = weight;
+        return Corrector::correct(emptyMap(), need, 100, kWide, kTarget);
+    };
+    EXPECT_EQ(seen(1.0, 100.0, 90.0).step, 0);
+    EXPECT_EQ(seen(1.0, 100.0, 90.0).held, WhyHeld::FewVisits);
+    EXPECT_EQ(seen(2.0, 5.9, 90.0).step, 0);
+    EXPECT_EQ(seen(2.0, 6.0, 90.0).step, -7);
+    EXPECT_EQ(seen(1.0, 3.0, 110.0).step, 7) << "more fuel does no harm";
 }
 
 TEST(SteadyCorrector, StopsAtTheAuthorityAndSaysSo) {
     const ByteRange range{95, 115};
     EXPECT_EQ(correct(125.0, 110, range).step, 5);
     EXPECT_TRUE(correct(125.0, 110, range).limited);
-    EXPECT_EQ(correct(125.0, 115, range).held, Held::AtItsLimit);
+    EXPECT_EQ(correct(125.0, 115, range).held, WhyHeld::AtItsLimit);
     EXPECT_EQ(correct(125.0, 115, range).step, 0);
     EXPECT_FALSE(correct(114.0, 110, range).limited);
 }

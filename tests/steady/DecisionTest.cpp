@@ -24,7 +24,7 @@ TEST(SteadyDecision, LearnsOnlyAfterAProofOfLife) {
 
 TEST(SteadyDecision, PutsBackAndStopsForAFault) {
     for (const State state : {Waiting, Working, Unproved}) {
-        EXPECT_EQ(decide(state, Event::Fault), (Decision{PuttingBack, PutBackNew}));
+        EXPECT_EQ(decide(state, Event::Fault), (Decision{PuttingBack, PutBack}));
     }
     EXPECT_EQ(decide(PuttingBack, Event::Done), (Decision{Stopped, None}));
 }
@@ -40,7 +40,7 @@ TEST(SteadyDecision, GoesOnAfterAStopOnlyByTheSwitch) {
 
 TEST(SteadyDecision, PutsTheWholeMapBackFromEveryState) {
     for (const State state : allStates()) {
-        EXPECT_EQ(decide(state, Event::PutBack), (Decision{PuttingBack, PutBackAll}));
+        EXPECT_EQ(decide(state, Event::PutBack), (Decision{PuttingBack, PutBack}));
     }
 }
 

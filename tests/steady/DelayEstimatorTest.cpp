@@ -110,5 +110,44 @@ TEST(DelayEstimator, LeavesOutAnAnswerThatCantBe) {
     EXPECT_NEAR(estimator.transport(5.0), before, 1e-9);
 }
 
+TEST(DelayEstimator, BeginsAnewWhenTheDelayIsNoLongerWhatItWas) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 5.0, 0.20, 20);
+    car.run(estimator, 5.0, 0.80, 3);
+    EXPECT_TRUE(estimator.zone(1).delayMs.has_value()) << "three may be a chance";
+    car.run(estimator, 5.0, 0.80, 1);
+    EXPECT_FALSE(estimator.zone(1).delayMs.has_value());
+    EXPECT_FALSE(estimator.isKnownAt(5.0));
+    car.run(estimator, 5.0, 0.80, 20);
+    ASSERT_TRUE(estimator.zone(1).delayMs.has_value());
+    EXPECT_NEAR(*estimator.zone(1).delayMs, 920.0, 30.0);
+}
+
+TEST(DelayEstimator, ForgetsOutliersThatDoNotComeInARow) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 5.0, 0.20, 20);
+    for (int i = 0; i < 10; ++i) {
+        car.run(estimator, 5.0, 0.80, 3);
+        car.run(estimator, 5.0, 0.20, 1);
+    }
+    EXPECT_NEAR(estimator.transport(5.0), 0.20, 0.02);
+}
+
+TEST(DelayEstimator, GuessesWhereNothingIsKnownWhateverIsKnownElsewhere) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad far;
+    far.run(estimator, 9.0, 0.08, 40);
+    ASSERT_TRUE(estimator.isKnownAt(9.0));
+    EXPECT_FALSE(estimator.isKnownAt(3.0));
+    BurnHistory idling;
+    for (int frame = 0; frame < 40; ++frame) {
+        idling.add(0.075 * frame, {.place = {0.5, 3.0}, .cell = 48});
+    }
+    // By engine speed 0.08 s and 250 / 1000; of the zone itself nothing is known, and little from three zones away.
+    EXPECT_NEAR(estimator.transportNow(idling, 1000.0), 0.33, 0.05);
+}
+
 }  // namespace
 }  // namespace korvane::steady

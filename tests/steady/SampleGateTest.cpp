@@ -126,15 +126,31 @@ TEST(ReadingGate, TakesWhatLiesWithinTheSensorsRange) {
     EXPECT_EQ(readingOf(std::numeric_limits<double>::quiet_NaN()), Verdict::LambdaOutOfRange);
 }
 
-TEST(ReadingGate, SeesAReadingThatDoesNotMoveAtAll) {
+// Lambda stays the same; after 8 seconds something happens. Returns when it counts as stuck, or 0.
+template <typename Happen>
+double stuckAt(const Happen& happen) {
     SampleGate gate;
-    Verdict verdict = Verdict::Used;
-    double seconds = 0.0;
-    for (; verdict == Verdict::Used && seconds < 20.0; seconds += 0.1) {
-        verdict = gate.reading(goodFrame(seconds));
+    for (int frame = 0; frame < 600; ++frame) {
+        Frame now = goodFrame(0.1 * frame);
+        if (frame >= 80) {
+            happen(now);
+        }
+        if (gate.reading(now) == Verdict::LambdaStuck) {
+            return now.seconds;
+        }
     }
-    EXPECT_EQ(verdict, Verdict::LambdaStuck);
-    EXPECT_NEAR(seconds, 5.1, 0.15);
+    return 0.0;
+}
+
+TEST(ReadingGate, LetsAQuietSensorStandStillWithTheEngine) {
+    EXPECT_EQ(stuckAt([](const Frame&) {}), 0.0);
+    EXPECT_EQ(stuckAt([](Frame& frame) { frame.load += 4.0; }), 0.0) << "less than a cell";
+}
+
+TEST(ReadingGate, SeesAReadingThatDoesNotMoveWhenItMust) {
+    EXPECT_NEAR(stuckAt([](Frame& frame) { frame.load += 10.5; }), 9.6, 0.11);
+    EXPECT_NEAR(stuckAt([](Frame& frame) { frame.rpm -= 510.0; }), 9.6, 0.11);
+    EXPECT_NEAR(stuckAt([](Frame& frame) { frame.duty = 0.0; }), 9.6, 0.11);
 }
 
 // With a lag of 0.1 s.

@@ -7,6 +7,7 @@ namespace korvane::steady {
 namespace {
 
 constexpr double kTarget = 12.5;
+constexpr Sight kGood{.clear = true, .target = kTarget};
 
 // The first reason in so many seconds of frames that are all alike, and when.
 struct Stop {
@@ -18,7 +19,8 @@ Stop stopOf(Watch& watch, double lambda, Verdict reading, double load = 80.0, bo
     for (int frame = 0; frame < 200; ++frame) {
         const Frame now{
             .seconds = 1000.0 + 0.075 * frame, .rpm = 4000.0, .load = load, .lambda = lambda, .waterC = waterC};
-        const StopReason reason = watch.check(now, SteadySetup{}, reading, clear, kTarget);
+        const StopReason reason =
+            watch.check(now, SteadySetup{}, {.reading = reading, .clear = clear, .target = kTarget});
         if (reason != StopReason::None) {
             return {reason, 0.075 * frame};
         }
@@ -64,26 +66,27 @@ TEST(SteadyWatch, StopsWhenAWarmEngineReadsCold) {
 
 TEST(SteadyWatch, StopsWhenTheLinkIsLate) {
     Watch watch;
-    EXPECT_EQ(watch.check({.seconds = 10.0, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
-              StopReason::None);
-    EXPECT_EQ(watch.check({.seconds = 11.9, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
-              StopReason::None);
-    EXPECT_EQ(watch.check({.seconds = 14.0, .waterC = 85.0}, SteadySetup{}, Verdict::Used, true, kTarget),
-              StopReason::LinkLate);
+    const auto at = [&](double seconds) { return watch.check({.seconds = seconds, .waterC = 85.0}, {}, kGood); };
+    EXPECT_EQ(at(10.0), StopReason::None);
+    EXPECT_EQ(at(11.9), StopReason::None);
+    EXPECT_EQ(at(14.0), StopReason::LinkLate);
 }
 
 TEST(SteadyWatch, StopsForAnEcuThatCorrectsItself) {
     SteadySetup setup;
     setup.lambdaControl = true;
     Watch watch;
-    EXPECT_EQ(watch.check({.seconds = 1.0, .waterC = 85.0}, setup, Verdict::Used, true, kTarget),
-              StopReason::LambdaControl);
+    EXPECT_EQ(watch.check({.seconds = 1.0, .waterC = 85.0}, setup, kGood), StopReason::LambdaControl);
 }
 
 TEST(SteadyWatch, StopsForWhatAFuelCutHasShown) {
-    EXPECT_EQ(Watch::check(CutTrace::Outcome::NotLean), StopReason::LambdaSilent);
-    EXPECT_EQ(Watch::check(CutTrace::Outcome::NotBack), StopReason::LambdaNotBack);
-    EXPECT_EQ(Watch::check(CutTrace::Outcome::Proved), StopReason::None);
+    const auto after = [](CutTrace::Outcome cut) {
+        Watch watch;
+        return watch.check({.seconds = 1.0, .waterC = 85.0}, {}, {.clear = true, .target = kTarget, .cut = cut});
+    };
+    EXPECT_EQ(after(CutTrace::Outcome::NotLean), StopReason::LambdaSilent);
+    EXPECT_EQ(after(CutTrace::Outcome::NotBack), StopReason::LambdaNotBack);
+    EXPECT_EQ(after(CutTrace::Outcome::Proved), StopReason::None);
 }
 
 TEST(SteadyWatch, HasWordsForEachReason) {

@@ -8,8 +8,6 @@ namespace korvane::steady {
 
 namespace {
 
-constexpr double kPrior = 0.02;       // samples that the expected need is worth,
-constexpr double kSmooth = 0.5;       // and that a smooth need is worth, along the row and along the column
 constexpr double kForget = 0.05;      // what a sample counts in the spread of its cell,
 constexpr double kForgetAll = 0.004;  // and in that of all
 constexpr double kLargest = 0.04;     // what a sample differs by at most, for the spread of all
@@ -20,14 +18,7 @@ constexpr double kSure = 0.03;        // the standard error at which the confide
 
 }  // namespace
 
-void CellEstimator::Row::operator+=(const Row& other) {
-    self += other.self;
-    right += other.right;
-    downLeft += other.downLeft;
-    down += other.down;
-    downRight += other.downRight;
-    value += other.value;
-    wet += other.wet;
+void CellEstimator::Own::operator+=(const Own& other) {
     near += other.near;
     visits += other.visits;
     pure += other.pure;
@@ -40,11 +31,12 @@ void CellEstimator::Row::operator+=(const Row& other) {
 
 void CellEstimator::reset(const SteadySetup& setup, const PulseMap& map) {
     grid_ = setup.grid;
+    equations_.reset(grid_);
     known_.fill({});
     waiting_.fill({});
     film_.reset();
     stays_.fill({});
-    lastCell_ = kMostCells;
+    seenAt_.fill(-1e9);
     for (std::size_t i = 0; i < kMostCells; ++i) {
         expected_[i] = map.oneByte(i) + std::log(static_cast<double>(setup.targets[i]));
     }
@@ -52,27 +44,6 @@ void CellEstimator::reset(const SteadySetup& setup, const PulseMap& map) {
     square_.fill(kFirst * kFirst);
     residual_ = kFirst;
     waits_ = false;
-}
-
-// Cells that are given twice at the map's edge are one cell.
-void CellEstimator::addPair(std::size_t a, std::size_t b, double product) {
-    const auto columns = static_cast<std::size_t>(grid_.columns);
-    if (b < a) {
-        std::swap(a, b);
-    }
-    Row& row = waiting_[a];
-    const std::size_t apart = b - a;
-    if (apart == 0) {
-        row.self += 2.0 * product;
-    } else if (apart == 1) {
-        row.right += product;
-    } else if (apart == columns) {
-        row.down += product;
-    } else if (apart == columns + 1) {
-        row.downRight += product;
-    } else {
-        row.downLeft += product;
-    }
 }
 
 void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, const Corners& corners,
@@ -94,16 +65,7 @@ void CellEstimator::add(const NeedSample& sample) {
     const double dry = sample.need - at(sample.place);
     film_.add(sample.cell, sample.departure, dry, sample.weight);
     const double off = dry - film_.share() * sample.departure;
-    for (std::size_t i = 0; i < 4; ++i) {
-        const double share = sample.weight * corners.share[i];
-        Row& row = waiting_[corners.cell[i]];
-        row.self += share * corners.share[i];
-        row.value += share * sample.need;
-        row.wet += share * sample.departure;
-        for (std::size_t j = i + 1; j < 4; ++j) {
-            addPair(corners.cell[i], corners.cell[j], share * corners.share[j]);
-        }
-    }
+    equations_.add(corners, sample.weight, sample.need, sample.departure);
     addOwn(sample, corners, off);
     residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
     waits_ = true;
@@ -111,14 +73,15 @@ void CellEstimator::add(const NeedSample& sample) {
 
 // What the cell in which the place lies has of the sample.
 void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, double off) {
+    constexpr double kApart = 1.0;  // seconds
     const std::size_t here = grid_.cellAt(sample.place);
-    Row& own = waiting_[here];
+    Own& own = waiting_[here];
     own.near += sample.weight;
-    own.visits += here != lastCell_ ? 1.0 : 0.0;
-    lastCell_ = here;
+    own.visits += sample.seconds - seenAt_[here] > kApart ? 1.0 : 0.0;
+    seenAt_[here] = sample.seconds;
     square_[here] += kForget * (off * off - square_[here]);
     if (sample.pure) {
-        Row& row = waiting_[sample.cell];
+        Own& row = waiting_[sample.cell];
         row.pure += sample.weight;
         row.mean += sample.weight * sample.need;
         row.meanWet += sample.weight * sample.departure;
@@ -126,7 +89,7 @@ void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, dou
     }
 }
 
-void CellEstimator::ran(const Place& place, std::size_t cell) {
+void CellEstimator::enginePassed(const Place& place, std::size_t cell) {
     constexpr int kMemory = 2000;  // frames
     Stay& stay = stays_[cell];
     addPlace(stay.places, cell, grid_.linesOf(place), 1.0);
@@ -143,11 +106,13 @@ void CellEstimator::commit() {
     for (std::size_t i = 0; i < grid_.cells(); ++i) {
         known_[i] += waiting_[i];
     }
+    equations_.commit();
     film_.commit();
     discard();
 }
 
 void CellEstimator::discard() {
+    equations_.discard();
     film_.discard();
     waiting_.fill({});
     waits_ = false;
@@ -159,50 +124,11 @@ std::size_t CellEstimator::neighbour(std::size_t index, int down, int right) con
     return static_cast<std::size_t>(row * grid_.columns + column);
 }
 
-// The need changes evenly along rows and columns, if nothing else is known: `diagonal` grows by the weight of it.
-double CellEstimator::smooth(std::size_t index, double& diagonal) const {
-    const auto columns = static_cast<std::size_t>(grid_.columns);
-    double sum = 0.0;
-    const auto between = [&](std::size_t before, std::size_t behind) {
-        sum += kSmooth * 0.5 * (need_[before] + need_[behind]);
-        diagonal += kSmooth;
-    };
-    if (index % columns > 0 && index % columns + 1 < columns) {
-        between(index - 1, index + 1);
-    }
-    if (index >= columns && index + columns < grid_.cells()) {
-        between(index - columns, index + columns);
-    }
-    return sum;
-}
-
-// What the samples around the cell say of its neighbours' shares.
-double CellEstimator::others(std::size_t index) const {
-    const auto columns = static_cast<std::size_t>(grid_.columns);
-    const bool left = index % columns > 0;
-    const bool right = index % columns + 1 < columns;
-    const bool up = index >= columns;
-    const bool down = index + columns < grid_.cells();
-    const Row& row = known_[index];
-    double sum = right ? row.right * need_[index + 1] : 0.0;
-    sum += left ? known_[index - 1].right * need_[index - 1] : 0.0;
-    sum += down ? row.down * need_[index + columns] : 0.0;
-    sum += up ? known_[index - columns].down * need_[index - columns] : 0.0;
-    sum += down && right ? row.downRight * need_[index + columns + 1] : 0.0;
-    sum += down && left ? row.downLeft * need_[index + columns - 1] : 0.0;
-    sum += up && left ? known_[index - columns - 1].downRight * need_[index - columns - 1] : 0.0;
-    sum += up && right ? known_[index - columns + 1].downLeft * need_[index - columns + 1] : 0.0;
-    return sum;
-}
-
 void CellEstimator::relax() {
     constexpr std::size_t kAtOnce = 24;
     for (std::size_t i = 0; i < kAtOnce; ++i) {
         next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
-        double diagonal = known_[next_].self + kPrior;
-        const double sum = known_[next_].value - film_.share() * known_[next_].wet - others(next_) +
-                           kPrior * expected_[next_] + smooth(next_, diagonal);
-        need_[next_] = sum / diagonal;
+        need_[next_] = equations_.solve(next_, need_, expected_[next_], film_.share());
     }
 }
 
@@ -213,26 +139,6 @@ double CellEstimator::at(const Place& place) const {
         need += corners.share[i] * need_[corners.cell[i]];
     }
     return need;
-}
-
-// Weight of the samples for this cell alone, when its neighbours are unknown as well.
-double CellEstimator::marginal(std::size_t index) const {
-    const auto columns = static_cast<std::size_t>(grid_.columns);
-    const Row& row = known_[index];
-    double weight = row.self;
-    const auto lose = [&](bool there, std::size_t other, double product) {
-        if (there && known_[other].self > 0.0) {
-            weight -= product * product / (known_[other].self + kSmooth);
-        }
-    };
-    const bool left = index % columns > 0;
-    const bool right = index % columns + 1 < columns;
-    const bool down = index + columns < grid_.cells();
-    lose(right, index + 1, row.right);
-    lose(down, index + columns, row.down);
-    lose(left, index - 1, left ? known_[index - 1].right : 0.0);
-    lose(index >= columns, index - columns, index >= columns ? known_[index - columns].down : 0.0);
-    return std::max(weight, 0.1 * row.self);
 }
 
 double CellEstimator::around(std::size_t index, const std::array<double, 9>& shares) const {
@@ -246,7 +152,7 @@ double CellEstimator::around(std::size_t index, const std::array<double, 9>& sha
 
 // Over the places where the engine ran; what the smooth need leaves over comes from the cell's own samples.
 double CellEstimator::meanNeed(std::size_t index) const {
-    const Row& row = known_[index];
+    const Own& row = known_[index];
     const double over =
         row.pure > 0.0 ? (row.mean - film_.share() * row.meanWet) / row.pure - around(index, row.places) : 0.0;
     return around(index, stays_[index].places) + over;
@@ -258,8 +164,8 @@ double CellEstimator::errorOf(std::size_t index, bool one) const {
     constexpr double kVisit = 0.01;
     constexpr double kPlaces = 0.1;
     constexpr double kLeastNoise = 0.01;
-    const Row& row = known_[index];
-    const double effective = (one ? row.pure : marginal(index)) / kPerSample;
+    const Own& row = known_[index];
+    const double effective = (one ? row.pure : equations_.marginal(index)) / kPerSample;
     if (effective <= 0.0 || row.visits <= 0.0) {
         return 1.0;
     }
@@ -271,12 +177,13 @@ double CellEstimator::errorOf(std::size_t index, bool one) const {
 
 CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
     constexpr double kFewest = 3.0;  // samples of the cell
-    const Row& row = known_[index];
+    const Own& row = known_[index];
     const bool one = firmware == Firmware::OneByte;
     const double weight = one ? row.pure : row.near;
     const double error = errorOf(index, one);
     return {.need = one ? meanNeed(index) : need_[index],
             .weight = weight,
+            .visits = row.visits,
             .spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0,
             .error = error,
             .confidence = weight < kFewest ? 0.0 : 1.0 / (1.0 + error * error / (kSure * kSure))};
@@ -294,6 +201,7 @@ CellNeed CellEstimator::carried(std::size_t index, Firmware firmware) const {
             ++found;
             need.need += beside.need - expected_[other];
             need.weight += beside.weight;
+            need.visits += beside.visits;
             need.error = std::max(need.error, beside.error);
             need.confidence = std::min(need.confidence, beside.confidence);
         }

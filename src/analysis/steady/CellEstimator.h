@@ -5,6 +5,7 @@
 
 #include "analysis/steady/FirmwareGuess.h"
 #include "analysis/steady/Grid.h"
+#include "analysis/steady/NeedEquations.h"
 #include "analysis/steady/PulseMap.h"
 #include "analysis/steady/WallFilm.h"
 
@@ -18,20 +19,22 @@ struct NeedSample {
     double weight = 1.0;
     double departure = 0.0;  // of the fuel's rate, as WallFilm has it
     bool pure = false;       // burnt in that cell alone
+    double seconds = 0.0;
 };
 
 // What is known of a cell.
 struct CellNeed {
     double need = 0.0;        // logarithm
     double weight = 0.0;      // of the samples near it
+    double visits = 0.0;      // in which they were taken, a second apart at least
     double spread = 0.0;      // of a single sample, as a share of the fuel
     double error = 0.0;       // standard error of `need`
     double confidence = 0.0;  // 0 to 1
 };
 
 // The need is taken for a smooth function: even between the centres of four cells. It does not depend on what the map
-// holds, so the samples stay good when cells are changed. The normal equations are kept as sums; samples wait until
-// they are vouched for, and are then added, or are discarded. For an ECU that uses one byte a cell, the need of a cell
+// holds, so the samples stay good when cells are changed. Samples wait until they are
+// vouched for, and are then added, or are discarded. For an ECU that uses one byte a cell, the need of a cell
 // is the mean over the places where the engine ran in it.
 class CellEstimator {
 public:
@@ -40,7 +43,7 @@ public:
     // Into the samples that wait.
     void add(const NeedSample& sample);
     // The engine runs at that place with fuel; whether or not lambda can be used.
-    void ran(const Place& place, std::size_t cell);
+    void enginePassed(const Place& place, std::size_t cell);
     void commit();
     void discard();
     // Solves for some of the cells; cheap enough for each frame.
@@ -52,36 +55,23 @@ public:
     [[nodiscard]] CellNeed carried(std::size_t index, Firmware firmware) const;
     // The need at a place as it is estimated now.
     [[nodiscard]] double at(const Place& place) const;
-    // Of the fuel that wets the walls.
-    [[nodiscard]] double wallShare() const { return film_.share(); }
 
 private:
-    // The upper triangle of the equations: a cell with itself, right, down left, down, down right.
-    struct Row {
-        double self = 0.0;
-        double right = 0.0;
-        double downLeft = 0.0;
-        double down = 0.0;
-        double downRight = 0.0;
-        double value = 0.0;
-        double wet = 0.0;                // the same sum as of the needs, of the departures
+    // What the samples of a cell tell of it alone.
+    struct Own {
         double near = 0.0;               // samples within the cell
-        double visits = 0.0;             // stretches of them
+        double visits = 0.0;             // stretches of them, with a second between two
         double pure = 0.0;               // weight of the samples of the cell alone,
         double mean = 0.0;               // sum of their needs,
         double meanWet = 0.0;            // and of their departures
         std::array<double, 9> places{};  // sum of their shares of the cells around
 
-        void operator+=(const Row& other);
+        void operator+=(const Own& other);
     };
-    using Rows = std::array<Row, kMostCells>;
+    using Owns = std::array<Own, kMostCells>;
 
     void addOwn(const NeedSample& sample, const Corners& corners, double off);
-    void addPair(std::size_t a, std::size_t b, double product);
-    [[nodiscard]] double smooth(std::size_t index, double& diagonal) const;
-    [[nodiscard]] double others(std::size_t index) const;
     [[nodiscard]] double errorOf(std::size_t index, bool one) const;
-    [[nodiscard]] double marginal(std::size_t index) const;
     [[nodiscard]] double meanNeed(std::size_t index) const;
     [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;
     void addPlace(std::array<double, 9>& shares, std::size_t cell, const Corners& corners, double weight) const;
@@ -89,8 +79,9 @@ private:
 
     Grid grid_;
     WallFilm film_;
-    Rows known_{};
-    Rows waiting_{};
+    NeedEquations equations_;
+    Owns known_{};
+    Owns waiting_{};
     // Where the engine ran in a cell, with or without samples.
     struct Stay {
         std::array<double, 9> places{};  // sum of the shares of the cells around
@@ -103,7 +94,7 @@ private:
     std::array<double, kMostCells> expected_{};
     std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
-    std::size_t lastCell_ = kMostCells;  // in which a sample was
+    std::array<double, kMostCells> seenAt_{};  // the last sample in the cell, seconds
     double residual_ = 0.0;  // root mean square of what the samples differ by from at(), as a share of the fuel
     bool waits_ = false;
 };

@@ -10,23 +10,28 @@
 
 namespace korvane::steady {
 
-enum class Held {
+enum class WhyHeld {
     No,            // it is about to be changed
     NoSamples,     // never visited
     NoConfidence,  // too few samples, or they differ too much
     OnTarget,      // within the dead band
     AtItsLimit,    // of the authority, or of the keys
     Waiting,       // for the speed limit
+    FewVisits,     // too few to take fuel away
+    EditedByHand,  // by the tuner
     NotWorking,    // the agent as a whole does not correct now
 };
 
-[[nodiscard]] std::string_view wordsOf(Held held);
+[[nodiscard]] std::string_view wordsOf(WhyHeld held);
 
 struct Correction {
     int step = 0;               // counts; 0 unless `held` is No
     double errorPercent = 0.0;  // of fuel that the cell lacks
     bool limited = false;       // the authority ends before the target
-    Held held = Held::NoSamples;
+    WhyHeld held = WhyHeld::NoSamples;
+
+    // The same, not carried out.
+    [[nodiscard]] Correction heldBack(WhyHeld why) const;
 };
 
 // A step is a part of what is missing, a whole count at least, and only where more than a half count and a margin are
@@ -38,6 +43,9 @@ public:
     static constexpr double kDeadPercent = 0.3;  // of fuel, both ways
     static constexpr double kLeastConfidence = 0.5;
     static constexpr double kErrors = 0.8;  // standard errors are left
+    // What must have been seen of a cell before fuel is taken away: a single pass may have been enriched.
+    static constexpr double kLeanVisits = 2.0;
+    static constexpr double kLeanWeight = 6.0;
 
     // For a cell whose byte is `byte` and may be in `range`; `target` is its lambda.
     [[nodiscard]] static Correction correct(const PulseMap& map, const CellNeed& need, std::uint8_t byte,

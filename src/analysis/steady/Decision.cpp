@@ -15,31 +15,30 @@ using Line = std::array<Decision, kEvents>;
 // A row for each state; in it, for each event in order: SwitchOn, SwitchOff, Proved, ProofAged, Fault, PutBack, Done.
 constexpr std::array<Line, kStates> kTable = {{
     // Off
-    Line{
-        {{Waiting, Begin}, {Off, None}, {Off, None}, {Off, None}, {Off, None}, {PuttingBack, PutBackAll}, {Off, None}}},
+    Line{{{Waiting, Begin}, {Off, None}, {Off, None}, {Off, None}, {Off, None}, {PuttingBack, PutBack}, {Off, None}}},
     // Waiting
     Line{{{Waiting, None},
           {Off, Forget},
           {Working, Forget},
           {Waiting, None},
-          {PuttingBack, PutBackNew},
-          {PuttingBack, PutBackAll},
+          {PuttingBack, PutBack},
+          {PuttingBack, PutBack},
           {Waiting, None}}},
     // Working
     Line{{{Working, None},
           {Off, Forget},
           {Working, Commit},
           {Unproved, None},
-          {PuttingBack, PutBackNew},
-          {PuttingBack, PutBackAll},
+          {PuttingBack, PutBack},
+          {PuttingBack, PutBack},
           {Working, None}}},
     // Unproved
     Line{{{Unproved, None},
           {Off, Forget},
           {Working, Commit},
           {Unproved, None},
-          {PuttingBack, PutBackNew},
-          {PuttingBack, PutBackAll},
+          {PuttingBack, PutBack},
+          {PuttingBack, PutBack},
           {Unproved, None}}},
     // PuttingBack
     Line{{{PuttingBack, None},
@@ -47,7 +46,7 @@ constexpr std::array<Line, kStates> kTable = {{
           {PuttingBack, None},
           {PuttingBack, None},
           {PuttingBack, None},
-          {PuttingBack, PutBackAll},
+          {PuttingBack, PutBack},
           {Stopped, None}}},
     // Stopped
     Line{{{Waiting, Begin},
@@ -55,7 +54,7 @@ constexpr std::array<Line, kStates> kTable = {{
           {Stopped, None},
           {Stopped, None},
           {Stopped, None},
-          {PuttingBack, PutBackAll},
+          {PuttingBack, PutBack},
           {Stopped, None}}},
 }};
 

@@ -30,11 +30,10 @@ enum class Event {
 
 enum class Action {
     None,
-    Begin,       // learn anew from the present map
-    Commit,      // the samples that wait are good
-    PutBackNew,  // what was changed since the last proof
-    PutBackAll,  // to the baseline
-    Forget       // the samples that wait
+    Begin,    // learn anew from the present map
+    Commit,   // the samples that wait are good
+    PutBack,  // as the reason of the stop has it
+    Forget    // the samples that wait
 };
 
 struct Decision {

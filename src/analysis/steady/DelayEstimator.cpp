@@ -23,13 +23,26 @@ double middleOf(std::size_t zone) {
 void DelayEstimator::reset(const std::array<double, kZones>& fixedMs) {
     *this = DelayEstimator();
     delay_.fill(kFirstGuess);
+    beginSpread();
     for (std::size_t i = 0; i < kZones; ++i) {
         fixed_[i] = fixedMs[i] / 1000.0;
+    }
+}
+
+void DelayEstimator::beginSpread() {
+    for (std::size_t i = 0; i < kZones; ++i) {
         for (std::size_t j = 0; j < kZones; ++j) {
             const double apart = std::fabs(static_cast<double>(i) - static_cast<double>(j));
             spread_[i][j] = kFirstSpread * kFirstSpread * std::pow(kNeighbours, apart);
         }
     }
+}
+
+// What was learnt holds no more; the answers from now on decide.
+void DelayEstimator::doubt() {
+    beginSpread();
+    steps_.fill(0);
+    outliers_ = 0;
 }
 
 DelayEstimator::Shares DelayEstimator::sharesOf(double row) {
@@ -44,29 +57,40 @@ DelayEstimator::Shares DelayEstimator::sharesOf(double row) {
     return shares;
 }
 
-double DelayEstimator::estimated(double row) const {
+double DelayEstimator::between(const Shares& delays, double row) {
     const Shares shares = sharesOf(row);
     double seconds = 0.0;
     for (std::size_t i = 0; i < kZones; ++i) {
-        seconds += shares[i] * delay_[i];
+        seconds += shares[i] * delays[i];
     }
     return std::clamp(seconds, 0.02, kMost);
+}
+
+double DelayEstimator::estimated(double row) const {
+    return between(delay_, row);
 }
 
 double DelayEstimator::transport(double row) const {
-    const Shares shares = sharesOf(row);
-    double seconds = 0.0;
+    Shares delays = delay_;
     for (std::size_t i = 0; i < kZones; ++i) {
-        seconds += shares[i] * (fixed_[i] > 0.0 ? std::max(fixed_[i] - lag_, 0.0) : delay_[i]);
+        delays[i] = fixed_[i] > 0.0 ? std::max(fixed_[i] - lag_, 0.0) : delay_[i];
     }
-    return std::clamp(seconds, 0.02, kMost);
+    return between(delays, row);
 }
 
+// The less the answers have told of a zone, the more the guess counts there.
 double DelayEstimator::transportNow(const BurnHistory& history, double rpm) const {
-    if (anyKnown()) {
-        return history.age([this](double row) { return transport(row); });
+    const double guess = 0.08 + 250.0 / std::max(rpm, 600.0);
+    if (!anyKnown()) {
+        return guess;
     }
-    return 0.08 + 250.0 / std::max(rpm, 600.0);
+    Shares delays{};
+    for (std::size_t i = 0; i < kZones; ++i) {
+        const double doubt = std::clamp(spread_[i][i] / (kFirstSpread * kFirstSpread), 0.0, 1.0);
+        const double learnt = known(i) ? delay_[i] : delay_[i] + doubt * (guess - delay_[i]);
+        delays[i] = fixed_[i] > 0.0 ? std::max(fixed_[i] - lag_, 0.0) : learnt;
+    }
+    return history.age([&delays](double row) { return between(delays, row); });
 }
 
 void DelayEstimator::learnLag(const Answer& answer) {
@@ -116,9 +140,14 @@ void DelayEstimator::update(const Shares& slope, double error) {
         variance += slope[i] * gain[i];
     }
     constexpr double kFar = 16.0;  // four standard deviations, squared
+    constexpr int kTooMany = 4;
     if (error * error > kFar * variance) {
+        if (++outliers_ == kTooMany) {
+            doubt();
+        }
         return;
     }
+    outliers_ = 0;
     for (std::size_t i = 0; i < kZones; ++i) {
         delay_[i] = std::clamp(delay_[i] + gain[i] / variance * error, 0.01, kMost);
         steps_[i] += slope[i] > 0.5 ? 1 : 0;
@@ -143,6 +172,16 @@ bool DelayEstimator::anyKnown() const {
         }
     }
     return false;
+}
+
+bool DelayEstimator::isKnownAt(double row) const {
+    const Shares shares = sharesOf(row);
+    for (std::size_t i = 0; i < kZones; ++i) {
+        if (shares[i] > 0.0 && fixed_[i] <= 0.0 && !known(i)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 Zone DelayEstimator::zone(std::size_t index) const {

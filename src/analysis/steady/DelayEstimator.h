@@ -21,7 +21,8 @@ struct Zone {
 };
 
 // A recursive least-squares estimate of the transport delay in the middle of each zone, even in between, from lambda's
-// answers to steps of the fuel. Gas under way while the load changes tells of all zones that it passed.
+// answers to steps of the fuel. Gas under way while the load changes tells of all zones that it passed. An answer that
+// can't be is left out; when several come in a row, it is the estimate that can't be, and it begins anew.
 class DelayEstimator {
 public:
     void reset(const std::array<double, kZones>& fixedMs);
@@ -34,9 +35,11 @@ public:
     [[nodiscard]] double transport(double row) const;
     [[nodiscard]] double lag() const { return lag_; }
     [[nodiscard]] bool lagKnown() const { return lags_ >= 8; }
-    // Where nothing is known yet, by engine speed.
+    // As far as a zone is not known, by engine speed.
     [[nodiscard]] double transportNow(const BurnHistory& history, double rpm) const;
     [[nodiscard]] bool anyKnown() const;
+    // All zones that the delay at that row is made of are known or fixed.
+    [[nodiscard]] bool isKnownAt(double row) const;
     [[nodiscard]] Zone zone(std::size_t index) const;
 
     static constexpr std::array<double, kZones + 1> kBounds = {20.0, 40.0, 60.0, 80.0, 100.0};
@@ -45,7 +48,10 @@ private:
     using Shares = std::array<double, kZones>;
 
     [[nodiscard]] static Shares sharesOf(double row);
+    [[nodiscard]] static double between(const Shares& delays, double row);
     [[nodiscard]] double estimated(double row) const;
+    void beginSpread();
+    void doubt();
     void update(const Shares& slope, double error);
     void learnLag(const Answer& answer);
     [[nodiscard]] bool known(std::size_t index) const;
@@ -54,6 +60,7 @@ private:
     std::array<std::array<double, kZones>, kZones> spread_{};  // their covariance
     std::array<int, kZones> steps_{};
     std::array<double, kZones> fixed_{};
+    int outliers_ = 0;  // in a row
     double lag_ = 0.12;
     int lags_ = 0;
 };

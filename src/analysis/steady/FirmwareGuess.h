@@ -1,6 +1,8 @@
 // Finds out from the injectors' duty whether the ECU uses one cell of the map or interpolates between four.
 #pragma once
 
+#include <optional>
+
 #include "analysis/steady/PulseMap.h"
 
 namespace korvane::steady {
@@ -15,13 +17,16 @@ public:
     // A frame with fuel: duty in counts, and the pulse in both ways. What is too short to tell is left out.
     void add(double duty, double rpm, double oneByte, double fourBytes);
     [[nodiscard]] Firmware firmware() const { return firmware_; }
+    // By what share the injected pulse is off from that of the map, as the duty shows it; nothing while the firmware is
+    // not known, or where the duty is too short to tell.
+    [[nodiscard]] std::optional<double> off(double duty, double rpm, double oneByte, double fourBytes) const;
 
 private:
     struct Spread {
         double mean = 0.0;
         double square = 0.0;
 
-        void add(double value, double share);
+        void add(double value, double share, double most);
         [[nodiscard]] double variance() const { return square - mean * mean; }
     };
     void decide();

@@ -87,12 +87,25 @@ Verdict SampleGate::mixture(const Frame& frame, const SteadySetup& setup, const 
     return verdict;
 }
 
-Verdict SampleGate::reading(const Frame& frame) {
-    constexpr double kStuck = 5.0;  // seconds; noise moves any live sensor by a step in that time
-    if (frame.lambda != steadyLambda_ || !turning(frame)) {
-        steadyLambda_ = frame.lambda;
-        steadySince_ = frame.seconds;
+// A quiet sensor may stand still for long while the engine does. No map is right to a step of the sensor over a whole
+// cell, and none at all with the fuel off.
+void SampleGate::watchStill(const Frame& frame) {
+    constexpr double kFar = 1.0;  // cells
+    const Place place = Grid::placeOf(frame.rpm, frame.load);
+    if (frame.lambda != still_.lambda || !turning(frame)) {
+        still_ = {.lambda = frame.lambda, .since = frame.seconds, .place = place, .movedAt = {}};
     }
+    const bool moved = cut(frame) || std::fabs(place.column - still_.place.column) >= kFar ||
+                       std::fabs(place.row - still_.place.row) >= kFar;
+    if (moved && !still_.movedAt) {
+        still_.movedAt = frame.seconds;
+    }
+}
+
+Verdict SampleGate::reading(const Frame& frame) {
+    constexpr double kStuck = 5.0;   // seconds
+    constexpr double kLatest = 1.5;  // until a live sensor shows another mixture
+    watchStill(frame);
     if (!std::isfinite(frame.lambda) || frame.lambda < 9.0 || frame.lambda > 20.5) {
         return Verdict::LambdaOutOfRange;
     }
@@ -102,7 +115,9 @@ Verdict SampleGate::reading(const Frame& frame) {
     if (frame.lambda < kRichEnd || frame.lambda > kLeanEnd) {
         return Verdict::LambdaRailed;
     }
-    return frame.seconds - steadySince_ > kStuck ? Verdict::LambdaStuck : Verdict::Used;
+    const bool stuck =
+        frame.seconds - still_.since > kStuck && still_.movedAt && frame.seconds - *still_.movedAt > kLatest;
+    return stuck ? Verdict::LambdaStuck : Verdict::Used;
 }
 
 Verdict SampleGate::passed(const Smeared& burnt, double lag) {

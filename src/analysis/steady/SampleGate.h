@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/Frame.h"
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] static bool turning(const Frame& frame);
 
 private:
+    void watchStill(const Frame& frame);
     [[nodiscard]] bool justStarted(const Frame& frame);
     [[nodiscard]] bool enriched(const Frame& frame, const SteadySetup& setup) const;
     [[nodiscard]] Verdict running(const Frame& frame, const SteadySetup& setup);
@@ -41,8 +43,14 @@ private:
     bool begun_ = false;
     double startedAt_ = 0.0;
     bool turned_ = false;
-    double steadySince_ = 0.0;  // the reading has not moved by a single step since
-    double steadyLambda_ = 0.0;
+    // The reading has not moved by a single step since then, though since `movedAt` it ought to have.
+    struct Still {
+        double lambda = 0.0;
+        double since = 0.0;
+        Place place;
+        std::optional<double> movedAt;
+    };
+    Still still_;
 };
 
 }  // namespace korvane::steady

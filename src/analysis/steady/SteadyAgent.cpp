@@ -67,18 +67,7 @@ void SteadyAgent::act(Action action) {
         case Action::None:
             break;
         case Action::Begin:
-            setAuthority(setup_.richAuthority, setup_.leanAuthority);
-            gate_.reset();
-            history_.reset();
-            guess_.reset();
-            cuts_.reset();
-            delays_.reset(setup_.fixedDelayMs);
-            cells_.reset(setup_, map_);
-            speed_.reset(seconds_, map_.bytes());
-            watch_.reset();
-            used_.fill(0);
-            rejected_.fill(0);
-            learntFor_ = Firmware::Unknown;
+            begin();
             break;
         case Action::Commit:
             cells_.commit();
@@ -86,14 +75,30 @@ void SteadyAgent::act(Action action) {
         case Action::Forget:
             cells_.discard();
             break;
-        case Action::PutBackNew:
+        case Action::PutBack:
             cells_.discard();
-            beginPutBack(seconds_ - provedAt_ > 60.0 ? speed_.atProof() : speed_.minuteAgo());
-            break;
-        case Action::PutBackAll:
-            beginPutBack(baseline_);
+            beginPutBack(wayBackOf(stopReason_));
             break;
     }
+}
+
+void SteadyAgent::begin() {
+    setAuthority(setup_.richAuthority, setup_.leanAuthority);
+    gate_.reset();
+    history_.reset();
+    guess_.reset();
+    cuts_.reset();
+    delays_.reset(setup_.fixedDelayMs);
+    cells_.reset(setup_, map_);
+    proof_.proved(map_.bytes());
+    minute_.reset(seconds_, map_.bytes());
+    again_.reset();
+    pulse_.reset();
+    watch_.reset();
+    edited_.reset();
+    used_.fill(0);
+    rejected_.fill(0);
+    learntFor_ = Firmware::Unknown;
 }
 
 void SteadyAgent::fault(StopReason reason) {
@@ -104,9 +109,19 @@ void SteadyAgent::fault(StopReason reason) {
     }
 }
 
-void SteadyAgent::beginPutBack(const MapBytes& to) {
-    back_ = to;
+MapBytes SteadyAgent::lastGood() const {
+    constexpr double kMinute = 60.0;
+    return seconds_ - provedAt_ > kMinute ? proof_.atProof() : minute_.minuteAgo();
+}
+
+// Cells that were edited by hand go back on the tuner's key alone.
+void SteadyAgent::beginPutBack(WayBack way) {
+    back_ = way == WayBack::Baseline ? baseline_ : lastGood();
+    for (std::size_t cell = 0; way == WayBack::Richer && cell < kMostCells; ++cell) {
+        back_[cell] = edited_[cell] ? back_[cell] : std::max(back_[cell], baseline_[cell]);
+    }
     next_ = 0;
+    wentBackAt_.reset();
 }
 
 void SteadyAgent::cellEdited(std::size_t cell, std::uint8_t byte) {
@@ -114,16 +129,18 @@ void SteadyAgent::cellEdited(std::size_t cell, std::uint8_t byte) {
         return;
     }
     map_.set(cell, byte);
-    speed_.settle(cell, byte);
+    proof_.settle(cell, byte);
+    minute_.settle(cell, byte);
+    again_.drop(cell);
+    edited_.set(cell);
     back_[cell] = byte;
 }
 
 std::span<const CellChange> SteadyAgent::onTime(double seconds) {
-    constexpr double kLate = 2.0;
     changed_ = 0;
     if (state_ == State::PuttingBack) {
-        putBackSome();
-    } else if (seconds - seconds_ > kLate) {
+        putBackSome(seconds);
+    } else if (seconds - seconds_ > Watch::kLinkGap) {
         fault(StopReason::LinkLate);
     }
     return {changes_.data(), changed_};
@@ -137,39 +154,52 @@ std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
     seconds_ = frame.seconds;
     provedAt_ = std::min(provedAt_, seconds_);
     if (state_ == State::PuttingBack) {
-        putBackSome();
+        putBackSome(seconds_);
     } else {
-        speed_.pass(seconds_, map_.bytes());
+        minute_.pass(seconds_, map_.bytes());
         observe(frame);
         if (state_ == State::Working && seconds_ - provedAt_ > kProofHolds) {
             handle(Event::ProofAged);
         }
         cells_.relax();
-        if (state_ == State::Working) {
-            correctSome();
+        if (learning()) {
+            lookAtSome();
         }
     }
     return {changes_.data(), changed_};
 }
 
 void SteadyAgent::observe(const Frame& frame) {
-    const Grid& grid = setup_.grid;
-    const Place told = Grid::placeOf(frame.rpm, frame.load);
-    const Verdict mixture = gate_.mixture(frame, setup_, told);
-    const Place place = grid.contains(told) ? grid.within(told, frame.cell) : grid.near(told);
-    const std::size_t cell = grid.cellAt(place);
-    const Burn burn{.place = place,
-                    .cell = cell,
-                    .oneByte = map_.oneByte(cell),
-                    .fourBytes = map_.fourBytes(grid.cornersOf(place)),
-                    .rate = SampleGate::cut(frame) ? 0.0 : map_.fuel(cell) * frame.rpm,
-                    .verdict = mixture};
+    const Burn burn = burnOf(frame);
     history_.setLag(delays_.lag());
     history_.add(frame.seconds, burn);
     guessFirmware(frame, burn);
     reading_ = gate_.reading(frame);
-    followCut(frame, mixture);
-    judge(frame, mixture);
+    const auto cut = followCut(frame, burn.verdict);
+    judge(frame, burn.verdict, cut);
+}
+
+Burn SteadyAgent::burnOf(const Frame& frame) {
+    const Grid& grid = setup_.grid;
+    const Place told = Grid::placeOf(frame.rpm, frame.load);
+    const Place place = grid.contains(told) ? grid.within(told, frame.cell) : grid.near(told);
+    const std::size_t cell = grid.cellAt(place);
+    Burn burn{.place = place,
+              .cell = cell,
+              .oneByte = map_.oneByte(cell),
+              .fourBytes = map_.fourBytes(grid.cornersOf(place)),
+              .rate = SampleGate::cut(frame) ? 0.0 : map_.fuel(cell) * frame.rpm,
+              .verdict = gate_.mixture(frame, setup_, told)};
+    burn.verdict = checkPulse(frame, burn);
+    return burn;
+}
+
+Verdict SteadyAgent::checkPulse(const Frame& frame, const Burn& burn) {
+    const auto off = guess_.off(frame.duty, frame.rpm, burn.oneByte, burn.fourBytes);
+    if (burn.verdict != Verdict::Used || !off) {
+        return burn.verdict;
+    }
+    return pulse_.fits(frame.seconds, *off, frame.duty) ? Verdict::Used : Verdict::PulseOff;
 }
 
 void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
@@ -177,8 +207,9 @@ void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
     if (!fuelled || !setup_.grid.contains(burn.place)) {
         return;
     }
-    cells_.ran(burn.place, burn.cell);
-    if (burn.verdict == Verdict::Used || burn.verdict == Verdict::EngineCold) {
+    cells_.enginePassed(burn.place, burn.cell);
+    constexpr auto kTelling = std::array{Verdict::Used, Verdict::EngineCold, Verdict::PulseOff};
+    if (std::ranges::find(kTelling, burn.verdict) != kTelling.end()) {
         guess_.add(frame.duty, frame.rpm, burn.oneByte, burn.fourBytes);
     }
     if (guess_.firmware() != learntFor_) {
@@ -187,10 +218,11 @@ void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
     }
 }
 
-void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
-    if (mixture == Verdict::LinkLate || mixture == Verdict::Cranking) {
+// What the last fuel cut has shown, as far as it tells of the sensor of a warm engine.
+CutTrace::Outcome SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
+    if (!turnsWithoutGap(mixture)) {
         cuts_.reset();
-        return;
+        return CutTrace::Outcome::None;
     }
     cuts_.expectLag(delays_.lagKnown() ? delays_.lag() : 0.0);
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
@@ -198,11 +230,9 @@ void SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
         handle(Event::Proved);
         provedAt_ = frame.seconds;
-        speed_.proved(map_.bytes());
+        proof_.proved(map_.bytes());
     }
-    if (mixture != Verdict::EngineCold && mixture != Verdict::WarmUp) {
-        fault(Watch::check(outcome));
-    }
+    return isWarm(mixture) ? outcome : CutTrace::Outcome::None;
 }
 
 // What was learnt with a guessed delay is forgotten when the delay is known.
@@ -220,13 +250,13 @@ void SteadyAgent::learnDelay() {
 bool SteadyAgent::clear(Verdict mixture, double age) const {
     constexpr double kSpare = 0.3;
     constexpr double kUnknown = 1.6;
-    const bool warm = mixture != Verdict::LinkLate && mixture != Verdict::Cranking && mixture != Verdict::EngineCold &&
-                      mixture != Verdict::WarmUp;
-    const double after = delays_.anyKnown() ? age + SampleGate::clearingTime(delays_.lag()) + kSpare : kUnknown;
-    return warm && history_.before(0.0).sinceCut > after;
+    const Smeared& now = history_.before(0.0);
+    const bool known = delays_.anyKnown() && delays_.isKnownAt(now.row);
+    const double needed = age + SampleGate::clearingTime(delays_.lag()) + kSpare;
+    return isWarm(mixture) && now.sinceCut > (known ? needed : std::max(needed, kUnknown));
 }
 
-void SteadyAgent::judge(const Frame& frame, Verdict mixture) {
+void SteadyAgent::judge(const Frame& frame, Verdict mixture, CutTrace::Outcome cut) {
     const double age = delays_.transportNow(history_, frame.rpm);
     const Smeared& burnt = history_.before(age);
     verdict_ = verdictOn(mixture, burnt);
@@ -236,12 +266,12 @@ void SteadyAgent::judge(const Frame& frame, Verdict mixture) {
     gate_.count(verdict_);
     ++(verdict_ == Verdict::Used ? used_ : rejected_)[burnt.cell];
     const double target = setup_.targets[burnt.cell];
-    fault(watch_.check(frame, setup_, reading_, clear(mixture, age), target));
+    const Sight sight{.reading = reading_, .clear = clear(mixture, age), .target = target, .cut = cut};
+    fault(watch_.check(frame, setup_, sight));
 }
 
 Verdict SteadyAgent::verdictOn(Verdict mixture, const Smeared& burnt) const {
-    constexpr auto kNow = std::array{Verdict::LinkLate, Verdict::Cranking, Verdict::EngineCold};
-    if (std::ranges::find(kNow, mixture) != kNow.end()) {
+    if (!turnsWithoutGap(mixture) || mixture == Verdict::EngineCold) {
         return mixture;
     }
     const Verdict passed = SampleGate::passed(burnt, delays_.lag());
@@ -259,15 +289,18 @@ Verdict SteadyAgent::verdictOn(Verdict mixture, const Smeared& burnt) const {
 
 void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
     constexpr double kSteady = 2.0;  // rows in a second
+    constexpr double kSteadier = 0.7;
     constexpr double kFar = 0.25;
     constexpr double kPure = 0.85;
     const double fuel = guess_.firmware() == Firmware::OneByte ? burnt.oneByte : burnt.fourBytes;
+    const double steady = delays_.isKnownAt(burnt.row) ? kSteady : kSteadier;
     const NeedSample sample{.place = burnt.place,
                             .cell = burnt.cell,
                             .need = std::log(frame.lambda) + fuel,
-                            .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (kSteady * kSteady)),
+                            .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (steady * steady)),
                             .departure = burnt.departure,
-                            .pure = burnt.purity > kPure};
+                            .pure = burnt.purity > kPure,
+                            .seconds = frame.seconds};
     if (std::fabs(sample.need - cells_.at(sample.place)) > kFar) {
         verdict_ = Verdict::Outlier;
         return;
@@ -285,29 +318,47 @@ SteadyAgent::Need SteadyAgent::needOf(std::size_t cell) const {
 }
 
 Correction SteadyAgent::correctionOf(std::size_t cell, const CellNeed& need) const {
-    return Corrector::correct(map_, need, map_.bytes()[cell], ranges_[cell], setup_.targets[cell]);
+    const auto found = Corrector::correct(map_, need, map_.bytes()[cell], ranges_[cell], setup_.targets[cell]);
+    return edited_[cell] ? found.heldBack(WhyHeld::EditedByHand) : found;
 }
 
-void SteadyAgent::correctSome() {
+void SteadyAgent::lookAtSome() {
     constexpr std::size_t kLooked = 16;
-    for (std::size_t i = 0; i < kLooked && changed_ < kAtOnce && speed_.ready(); ++i) {
+    for (std::size_t i = 0; i < kLooked && changed_ < kAtOnce && counts_.left(seconds_) > 0; ++i) {
         next_ = next_ + 1 < setup_.grid.cells() ? next_ + 1 : 0;
-        correctCell(next_);
+        if (again_.isDue(next_, seconds_)) {
+            sendAgain(next_);
+        } else if (state_ == State::Working) {
+            correctCell(next_);
+        }
     }
+}
+
+void SteadyAgent::sendAgain(std::size_t cell) {
+    change(cell, map_.bytes()[cell], false, false);
+    counts_.spend(seconds_, 1);
+    again_.drop(cell);
+}
+
+bool SteadyAgent::mayMove(std::size_t cell, int step) const {
+    return proof_.allows(cell, map_.bytes()[cell] + step);
 }
 
 void SteadyAgent::correctCell(std::size_t cell) {
     const Need need = needOf(cell);
-    const int step = correctionOf(cell, need.need).step;
-    const int byte = map_.bytes()[cell];
+    const int most = counts_.left(seconds_);
+    int step = std::clamp(correctionOf(cell, need.need).step, -most, most);
     const int way = step > 0 ? 1 : -1;
-    for (int to = byte + step; to != byte; to -= way) {
-        if (speed_.allows(cell, to)) {
-            speed_.spend(cell, byte, to);
-            change(cell, to, need.carried, false);
-            return;
-        }
+    while (step != 0 && !mayMove(cell, step)) {
+        step -= way;
     }
+    if (step == 0) {
+        return;
+    }
+    change(cell, map_.bytes()[cell] + step, need.carried, false);
+    proof_.spend(cell, map_.bytes()[cell]);
+    counts_.spend(seconds_, std::abs(step));
+    again_.changed(cell, seconds_);
 }
 
 void SteadyAgent::change(std::size_t cell, int byte, bool carried, bool back) {
@@ -319,25 +370,34 @@ void SteadyAgent::change(std::size_t cell, int byte, bool carried, bool back) {
     map_.set(cell, static_cast<std::uint8_t>(byte));
 }
 
-void SteadyAgent::putBackSome() {
-    while (next_ < setup_.grid.cells() && changed_ < kAtOnce) {
-        if (map_.bytes()[next_] != back_[next_]) {
-            change(next_, back_[next_], false, true);
-        }
-        ++next_;
+// Twice, since the first time may get lost on the line.
+void SteadyAgent::putBackSome(double seconds) {
+    constexpr double kPause = 0.5;  // seconds
+    if (wentBackAt_ && seconds - *wentBackAt_ < kPause && seconds >= *wentBackAt_) {
+        return;
     }
-    if (next_ == setup_.grid.cells()) {
-        next_ = 0;
+    for (; next_ < setup_.grid.cells() && changed_ < kAtOnce; ++next_) {
+        if (map_.bytes()[next_] != back_[next_] || again_.isWaiting(next_)) {
+            change(next_, back_[next_], false, true);
+            wentBackAt_ ? again_.drop(next_) : again_.changed(next_, seconds);
+        }
+    }
+    if (next_ < setup_.grid.cells()) {
+        return;
+    }
+    next_ = 0;
+    if (wentBackAt_) {
         handle(Event::Done);
+    } else {
+        wentBackAt_ = seconds;
     }
 }
 
 CellReport SteadyAgent::cell(std::size_t index) const {
     const Need need = needOf(index);
     const Correction correction = correctionOf(index, need.need);
-    const bool waits =
-        correction.step != 0 && !speed_.allows(index, map_.bytes()[index] + (correction.step > 0 ? 1 : -1));
-    Held held = waits ? Held::Waiting : correction.held;
+    const bool waits = correction.step != 0 && !mayMove(index, correction.step > 0 ? 1 : -1);
+    WhyHeld held = waits ? WhyHeld::Waiting : correction.held;
     return {.weight = need.need.weight,
             .errorPercent = correction.errorPercent,
             .spread = 100.0 * need.need.spread,
@@ -348,7 +408,7 @@ CellReport SteadyAgent::cell(std::size_t index) const {
             .rejected = rejected_[index],
             .limited = correction.limited,
             .carried = need.carried,
-            .held = state_ == State::Working ? held : Held::NotWorking};
+            .held = state_ == State::Working ? held : WhyHeld::NotWorking};
 }
 
 }  // namespace korvane::steady

@@ -2,25 +2,31 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/CellEstimator.h"
 #include "analysis/steady/Corrector.h"
+#include "analysis/steady/CountLimit.h"
 #include "analysis/steady/CutTrace.h"
 #include "analysis/steady/Decision.h"
 #include "analysis/steady/DelayEstimator.h"
 #include "analysis/steady/FirmwareGuess.h"
 #include "analysis/steady/Frame.h"
+#include "analysis/steady/MinuteMemory.h"
+#include "analysis/steady/ProofLimit.h"
+#include "analysis/steady/PulseCheck.h"
 #include "analysis/steady/SampleGate.h"
-#include "analysis/steady/SpeedLimit.h"
+#include "analysis/steady/SecondSend.h"
 #include "analysis/steady/Watch.h"
 
 namespace korvane::steady {
 
-// A cell is to get another byte.
+// A cell is to get another byte; where both are the same, that byte is to be sent again.
 struct CellChange {
     std::size_t cell = 0;
     std::uint8_t from = 0;
@@ -28,6 +34,7 @@ struct CellChange {
     bool carried = false;  // from a close neighbour, without samples of its own
     bool putBack = false;
 
+    [[nodiscard]] bool isRepeat() const { return from == to; }
     bool operator==(const CellChange&) const = default;
 };
 
@@ -43,7 +50,7 @@ struct CellReport {
     std::uint64_t rejected = 0;
     bool limited = false;  // the authority ends before the target
     bool carried = false;
-    Held held = Held::NotWorking;  // why it is not changed now
+    WhyHeld held = WhyHeld::NotWorking;  // why it is not changed now
 };
 
 // Has no clock, no input or output of its own, and allocates nothing; the same calls give the same changes. The caller
@@ -67,7 +74,9 @@ public:
     std::span<const CellChange> onTime(double seconds);
     void ecuRestarted() { fault(StopReason::EcuRestarted); }
     void sendRefused() { fault(StopReason::SendRefused); }
-    // Somebody else has changed the cell of the working map.
+    // The ECU has begun to correct by lambda itself: what lambda has told since the last proof may not be the map's.
+    void lambdaControlBegan() { fault(StopReason::LambdaControl); }
+    // Somebody else has changed the cell of the working map. It is not changed until the next start, but by putBack().
     void cellEdited(std::size_t cell, std::uint8_t byte);
     // The target of a cell, while it works; one that is none, by isTarget(), is not taken.
     void setTarget(std::size_t cell, float lambda);
@@ -80,8 +89,6 @@ public:
     [[nodiscard]] StopReason stopReason() const { return stopReason_; }
     [[nodiscard]] const SteadySetup& setup() const { return setup_; }
     [[nodiscard]] Firmware firmware() const { return guess_.firmware(); }
-    // Of the fuel that wets the walls of the intake, as estimated; 0 to 1.
-    [[nodiscard]] double wallShare() const { return cells_.wallShare(); }
     [[nodiscard]] Zone zone(std::size_t index) const { return delays_.zone(index); }
     [[nodiscard]] std::uint64_t counted(Verdict verdict) const { return gate_.counted(verdict); }
     // Of the last frame.
@@ -100,21 +107,27 @@ private:
     void handle(Event event);
     void act(Action action);
     void fault(StopReason reason);
-    void beginPutBack(const MapBytes& to);
+    void begin();
+    void beginPutBack(WayBack way);
+    [[nodiscard]] MapBytes lastGood() const;
     void observe(const Frame& frame);
+    [[nodiscard]] Burn burnOf(const Frame& frame);
+    [[nodiscard]] Verdict checkPulse(const Frame& frame, const Burn& burn);
     void guessFirmware(const Frame& frame, const Burn& burn);
     void learnDelay();
-    void followCut(const Frame& frame, Verdict mixture);
-    void judge(const Frame& frame, Verdict mixture);
+    [[nodiscard]] CutTrace::Outcome followCut(const Frame& frame, Verdict mixture);
+    void judge(const Frame& frame, Verdict mixture, CutTrace::Outcome cut);
     [[nodiscard]] Verdict verdictOn(Verdict mixture, const Smeared& burnt) const;
     void take(const Frame& frame, const Smeared& burnt);
     [[nodiscard]] bool clear(Verdict mixture, double age) const;
-    void correctSome();
-    void putBackSome();
+    void lookAtSome();
+    void putBackSome(double seconds);
     void correctCell(std::size_t cell);
+    void sendAgain(std::size_t cell);
     void change(std::size_t cell, int byte, bool carried, bool back);
     [[nodiscard]] Need needOf(std::size_t cell) const;
     [[nodiscard]] Correction correctionOf(std::size_t cell, const CellNeed& need) const;
+    [[nodiscard]] bool mayMove(std::size_t cell, int step) const;
 
     static constexpr std::size_t kAtOnce = 16;  // changes for a frame
 
@@ -123,6 +136,7 @@ private:
     MapBytes baseline_{};
     MapBytes back_{};  // what is being put back
     std::array<ByteRange, kMostCells> ranges_{};
+    std::bitset<kMostCells> edited_;  // by hand
     std::array<std::uint64_t, kMostCells> used_{};
     std::array<std::uint64_t, kMostCells> rejected_{};
     SampleGate gate_;
@@ -131,7 +145,11 @@ private:
     CutTrace cuts_;
     DelayEstimator delays_;
     CellEstimator cells_;
-    SpeedLimit speed_;
+    ProofLimit proof_;
+    MinuteMemory minute_;
+    CountLimit counts_;
+    SecondSend again_;
+    PulseCheck pulse_;
     Watch watch_;
     State state_ = State::Off;
     StopReason stopReason_ = StopReason::None;
@@ -142,6 +160,7 @@ private:
     bool begun_ = false;  // there is a baseline
     double provedAt_ = 0.0;
     std::size_t next_ = 0;
+    std::optional<double> wentBackAt_;  // all cells, for the first time
     std::array<CellChange, kAtOnce> changes_{};
     std::size_t changed_ = 0;
 };

@@ -19,6 +19,7 @@ constexpr std::array<std::string_view, kVerdicts> kWords = {
     "outside the map",
     "map place not understood",
     "acceleration enrichment",
+    "injected fuel is not that of the map",
     "lambda absent",
     "lambda at the end of its range",
     "lambda out of range",

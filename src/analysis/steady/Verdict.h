@@ -20,6 +20,7 @@ enum class Verdict {
     OutsideMap,
     PlaceUnknown,  // the ECU names another cell than speed and load do
     AccelEnrichment,
+    PulseOff,  // the injectors' duty does not fit the map: enrichment without the lamp
     LambdaAbsent,
     LambdaRailed,
     LambdaOutOfRange,
@@ -31,6 +32,15 @@ enum class Verdict {
 };
 
 inline constexpr std::size_t kVerdicts = static_cast<std::size_t>(Verdict::Count);
+
+// The engine turns, and no frame is missing.
+[[nodiscard]] constexpr bool turnsWithoutGap(Verdict mixture) {
+    return mixture != Verdict::LinkLate && mixture != Verdict::Cranking;
+}
+// The same, and nothing of a cold engine adds fuel.
+[[nodiscard]] constexpr bool isWarm(Verdict mixture) {
+    return turnsWithoutGap(mixture) && mixture != Verdict::EngineCold && mixture != Verdict::WarmUp;
+}
 
 // In plain words.
 [[nodiscard]] std::string_view wordsOf(Verdict verdict);

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double kOthersMixture = 13.2;  // where another ECU or a carburettor meters the fuel
 constexpr double kClosedPedal = 0.02;
+constexpr double kEnrichmentSeconds = 0.8;  // with which an acceleration enrichment fades
 constexpr double kFiringRpm = 400.0;
 constexpr double kOutsideC = 20.0;
 constexpr double kWinterC = -10.0;
@@ -75,12 +76,14 @@ void EngineModel::step(const Calibration& calibration) {
 void EngineModel::movePedal(const Calibration& calibration, const Demand& demand) {
     const double before = state_.throttle;
     follow(foot_, 0.15 * noise_.bell(), 0.5);
+    follow(enrichment_, 0.0, kEnrichmentSeconds);
     const bool pressed = demand.throttle > 0.05 && demand.throttle < 1.0;
     follow(state_.throttle, std::max(demand.throttle + (pressed ? foot_ : 0.0), 0.0), 0.1);
     if (demand.bench) {
         state_.throttle = demand.throttle;
     } else if (state_.throttle - before > 0.5 * kStep) {
         pumpSeconds_ = 0.3;
+        enrichment_ = conditions_.enrichment / 100.0;
     }
     pumpSeconds_ = std::max(pumpSeconds_ - kStep, 0.0);
     state_.accelPump = pumpSeconds_ > 0.0 && state_.running && calibration.enabled(Function::AccelPump);
@@ -161,7 +164,7 @@ void EngineModel::meterFuel(const Calibration& calibration) {
     const double beyond = std::max(state_.loadPercent / (10.0 * calibration.type.rows()), 1.0);
     const double pulse =
         conditions_.interpolate ? calibration.pulseAt(state_.rpm, state_.loadPercent) : calibration.pulse.at(cell);
-    state_.pulseMs = state_.injecting ? pulse * beyond : 0.0;
+    state_.pulseMs = state_.injecting ? pulse * beyond * enrichedBy(calibration) : 0.0;
     truth_.lengthening = byPlace() ? beyond : 1.0;
     const double cycleMs = 120000.0 / std::max(state_.rpm, 1.0);
     state_.duty = std::min(state_.pulseMs * calibration.injectionsPerCycle / cycleMs, 1.0);
@@ -176,7 +179,12 @@ double EngineModel::injectedFuel(const Calibration& calibration) const {
     if (!state_.injecting) {
         return 0.0;
     }
-    return byPlace() ? state_.pulseMs : calibration.pulse.at(static_cast<std::size_t>(state_.cell));
+    return byPlace() ? state_.pulseMs
+                     : calibration.pulse.at(static_cast<std::size_t>(state_.cell)) * enrichedBy(calibration);
+}
+
+double EngineModel::enrichedBy(const Calibration& calibration) const {
+    return calibration.enabled(Function::AccelPump) ? 1.0 + enrichment_ : 1.0;
 }
 
 double EngineModel::fuelInCylinders(double injectedMs) {

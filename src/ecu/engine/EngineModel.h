@@ -78,6 +78,7 @@ private:
     [[nodiscard]] bool byPlace() const { return conditions_.interpolate || conditions_.needByPlace; }
     [[nodiscard]] double needHere(const Calibration& calibration) const;
     [[nodiscard]] double injectedFuel(const Calibration& calibration) const;
+    [[nodiscard]] double enrichedBy(const Calibration& calibration) const;
     [[nodiscard]] double fuelInCylinders(double injectedMs);
     [[nodiscard]] double lackWhenCold(const Calibration& calibration) const;
     [[nodiscard]] double lackWhenAccelerating(const Calibration& calibration) const;
@@ -97,6 +98,7 @@ private:
     double throttleError_ = 0.0;  // of the throttle sensor, counts
     double limiterSeconds_ = 0.0;
     double pumpSeconds_ = 0.0;
+    double enrichment_ = 0.0;  // share of more fuel
     double spool_ = 0.0;     // bar of boost
     double coldness_ = 1.0;  // 1 at 0 degrees C and below, 0 when warm
     EngineConditions conditions_;

@@ -5,7 +5,9 @@
 #include <system_error>
 #include <utility>
 
+#include "analysis/steady/Grid.h"
 #include "core/TimeText.h"
+#include "keep/restore/RestoreJournal.h"
 #include "platform/Files.h"
 
 namespace korvane::keep {
@@ -13,17 +15,19 @@ namespace korvane::keep {
 namespace {
 
 namespace fs = std::filesystem;
+using maps::BaselineOwner;
+using maps::FoundBaseline;
+using maps::FuelBaseline;
 
 constexpr std::string_view kTitle = "Korvane steady agent baseline 1\n";
 constexpr std::size_t kLargest = 4096;  // bytes; one with all cells is smaller
-constexpr std::size_t kMostCells = 320;
 constexpr std::size_t kOnALine = 16;
 constexpr auto kDamaged = "it is damaged";
 
-std::string bodyOf(const Baseline& baseline) {
+std::string bodyOf(const FuelBaseline& baseline) {
     std::ostringstream text;
-    text << kTitle << "ecu " << baseline.key.ecu.type << ' ' << baseline.key.ecu.version << '\n'
-         << "map " << baseline.key.columns << ' ' << baseline.key.rows << '\n'
+    text << kTitle << "ecu " << baseline.owner.type << ' ' << baseline.owner.version << '\n'
+         << "map " << baseline.owner.columns << ' ' << baseline.owner.rows << '\n'
          << "time " << core::dateText(baseline.time) << ' ' << core::timeText(baseline.time) << '\n'
          << "cells " << baseline.cells.size() << '\n';
     for (std::size_t cell = 0; cell < baseline.cells.size(); ++cell) {
@@ -34,19 +38,19 @@ std::string bodyOf(const Baseline& baseline) {
 }
 
 // Whatever the text is: who calls compares what comes of it with the text.
-Baseline readLoosely(const std::string& body) {
+FuelBaseline readLoosely(const std::string& body) {
     std::istringstream text(body.substr(std::min(kTitle.size(), body.size())));
-    Baseline baseline;
+    FuelBaseline baseline;
     std::string word;
     char mark = ' ';
     auto& time = baseline.time;
     std::size_t count = 0;
-    text >> word >> baseline.key.ecu.type >> baseline.key.ecu.version;
-    text >> word >> baseline.key.columns >> baseline.key.rows;
+    text >> word >> baseline.owner.type >> baseline.owner.version;
+    text >> word >> baseline.owner.columns >> baseline.owner.rows;
     text >> word >> time.year >> mark >> time.month >> mark >> time.day >> time.hour >> mark >> time.minute >> mark >>
         time.second;
     text >> word >> count;
-    for (int byte = 0; baseline.cells.size() < std::min(count, kMostCells) && text >> byte;) {
+    for (int byte = 0; baseline.cells.size() < std::min(count, steady::kMostCells) && text >> byte;) {
         baseline.cells.push_back(static_cast<std::uint8_t>(byte));
     }
     return baseline;
@@ -54,7 +58,7 @@ Baseline readLoosely(const std::string& body) {
 
 }  // namespace
 
-std::string encodeBaseline(const Baseline& baseline) {
+std::string encodeBaseline(const FuelBaseline& baseline) {
     return sealedJournal(bodyOf(baseline));
 }
 
@@ -74,28 +78,28 @@ FoundBaseline decodeBaseline(std::string_view bytes) {
     return bodyOf(baseline) == body ? FoundBaseline{std::move(baseline), {}} : FoundBaseline{{}, kDamaged};
 }
 
-fs::path BaselineFile::path(const BaselineKey& key) const {
-    return folder_ / ("steady-" + std::to_string(key.ecu.type) + '-' + std::to_string(key.ecu.version) + ".baseline");
+fs::path BaselineFile::path(const BaselineOwner& owner) const {
+    return folder_ / ("steady-" + std::to_string(owner.type) + '-' + std::to_string(owner.version) + ".baseline");
 }
 
-FoundBaseline BaselineFile::load(const BaselineKey& key) const {
+FoundBaseline BaselineFile::load(const BaselineOwner& owner) const {
     std::error_code error;
-    if (!fs::exists(fs::symlink_status(path(key), error))) {
+    if (!fs::exists(fs::symlink_status(path(owner), error))) {
         return {};
     }
-    const auto bytes = platform::readFile(path(key), kLargest);
+    const auto bytes = platform::readFile(path(owner), kLargest);
     if (!bytes) {
         return {{}, "it can't be read"};
     }
     auto found = decodeBaseline(*bytes);
-    if (found.baseline && found.baseline->key != key) {
+    if (found.baseline && found.baseline->owner != owner) {
         return {{}, "it is of another map"};
     }
     return found;
 }
 
-std::string BaselineFile::save(const Baseline& baseline) const {
-    const auto error = platform::replaceFile(path(baseline.key), encodeBaseline(baseline), toDisk_);
+std::string BaselineFile::save(const FuelBaseline& baseline) const {
+    const auto error = platform::replaceFile(path(baseline.owner), encodeBaseline(baseline), toDisk_);
     return error ? error.message() : std::string();
 }
 

@@ -9,7 +9,7 @@
 
 #include "platform/WallTime.h"
 
-namespace korvane::analysis {
+namespace korvane::maps {
 
 // Whose map it is. Two ECUs that name themselves alike can't be told apart.
 struct BaselineOwner {
@@ -21,24 +21,25 @@ struct BaselineOwner {
     bool operator==(const BaselineOwner&) const = default;
 };
 
-struct SteadyBaseline {
+struct FuelBaseline {
+    BaselineOwner owner;
     platform::WallTime time;
-    std::vector<std::uint8_t> cells;
+    std::vector<std::uint8_t> cells;  // row by row; may end before the map does
 
-    bool operator==(const SteadyBaseline&) const = default;
+    bool operator==(const FuelBaseline&) const = default;
 };
 
 // Both empty where none is kept.
-struct BaselineFound {
-    std::optional<SteadyBaseline> baseline;
+struct FoundBaseline {
+    std::optional<FuelBaseline> baseline;
     std::string damage;  // in plain words what is wrong with the one that is kept
 };
 
 // Where baselines outlast the program. An empty function: nothing is kept.
 struct BaselineKeeper {
-    std::function<BaselineFound(const BaselineOwner&)> load;
+    std::function<FoundBaseline(const BaselineOwner&)> load;
     // In plain words why it was not kept; empty if it was.
-    std::function<std::string(const BaselineOwner&, const SteadyBaseline&)> save;
+    std::function<std::string(const FuelBaseline&)> save;
 };
 
-}  // namespace korvane::analysis
+}  // namespace korvane::maps
