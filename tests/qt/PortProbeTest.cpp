@@ -109,6 +109,12 @@ TEST_F(PortProbeTest, ProgramsThatHaveItOpenAreFound) {
     EXPECT_THAT(probe().users, ElementsAre(RunningProgram{"minicom", 71}));
 }
 
+TEST_F(PortProbeTest, WhoHasMadeTheTerminalIsNoUserOfIt) {
+    addProcess(71, "korvane-ecu", device_);
+    fs::create_symlink("/dev/ptmx", folder_ / "proc/71/fd/4");
+    EXPECT_THAT(probe().users, IsEmpty());
+}
+
 TEST_F(PortProbeTest, ALinkToTheDeviceIsFollowed) {
     addProcess(71, "minicom", device_);
     fs::create_symlink(device_, folder_ / "ecu");

@@ -20,6 +20,9 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kModemManager = "ModemManager";
 constexpr std::string_view kKeptFromModemManager = "E:ID_MM_DEVICE_IGNORE=1";
+constexpr std::string_view kTerminals = "/dev/pts";
+constexpr std::string_view kMaster = "/dev/ptmx";
+constexpr std::string_view kMasterInPts = "/dev/pts/ptmx";
 constexpr int kMostFoldersUp = 8;  // from a serial device to the adapter that it is a part of
 
 std::string firstLine(const fs::path& file) {
@@ -58,13 +61,17 @@ void forEachProcess(const fs::path& processes,
     });
 }
 
-bool hasOpen(const fs::path& process, const fs::path& device) {
-    bool found = false;
+// A program that has made the terminal, and with it the master's end, is no user of it.
+bool uses(const fs::path& process, const fs::path& device) {
+    bool has = false;
+    bool made = false;
     forEachEntry(process / "fd", [&](const fs::path& descriptor) {
         std::error_code error;
-        found = found || fs::read_symlink(descriptor, error) == device;
+        const auto target = fs::read_symlink(descriptor, error);
+        has = has || target == device;
+        made = made || target == kMaster || target == kMasterInPts;
     });
-    return found;
+    return has && !(made && device.parent_path() == kTerminals);
 }
 
 // In the database, whatever the groups of this process are.
@@ -139,7 +146,7 @@ PortFacts probePort(const std::string& device, const SystemFolders& folders) {
     facts.owner = nameOfUser(state.st_uid);
     facts.access = accessTo(path, state);
     forEachProcess(folders.processes, [&](const RunningProgram& program, const fs::path& folder) {
-        if (hasOpen(folder, path)) {
+        if (uses(folder, path)) {
             facts.users.push_back(program);
         }
         if (program.name == kModemManager && !isKeptFromModemManager(folders.notes, state.st_rdev)) {
