@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 
-#include "analysis/steady/SteadySetup.h"
 #include "controls/Property.h"
 #include "platform/PreferencesStore.h"
 
@@ -15,7 +14,7 @@ class SteadyChoices : public controls::Object {
 public:
     static constexpr double kMostAuthority = 50.0;  // per cent
     static constexpr double kLongestDelay = 2000.0;
-    static constexpr std::size_t kZones = steady::kZones;
+    static constexpr std::size_t kZones = 4;  // of load, as the agent has them
 
     // Begins as remembered: 15 per cent richer, 5 per cent leaner, nothing carried, no delay fixed.
     explicit SteadyChoices(platform::PreferencesStore& preferences);
