@@ -34,7 +34,7 @@ public:
     using EcuDevice::EcuDevice;
 
     void receive(std::uint8_t byte, platform::Micros at) override {
-        std::ranges::rotate(last_, last_.begin() + 1);
+        std::rotate(last_.begin(), last_.begin() + 1, last_.end());
         last_.back() = byte;
         const bool isCell = last_[0] == 'g' && last_[5] == 0x98 && last_[1] == last_[2] && last_[3] == last_[4];
         cells += isCell ? 1U : 0U;
