@@ -98,6 +98,7 @@ bool Rehearsal::add(const Frame& frame) {
     if (hasStopped() || !frame.sound()) {
         return !hasStopped();
     }
+    last_ = frame.seconds;
     const double more = moreFuelAt(frame);
     remember({frame.seconds, more});
     Frame told = frame;
@@ -116,7 +117,8 @@ void Rehearsal::make(std::span<const steady::CellChange> changes) {
 
 void Rehearsal::finish() {
     while (agent_.state() == steady::State::PuttingBack) {
-        make(agent_.onTime(0.0));
+        last_ += 1.0;
+        make(agent_.onTime(last_));
     }
 }
 

@@ -58,6 +58,7 @@ private:
     std::size_t newest_ = 0;
     double lastReading_ = 0.0;  // as recorded, and as the agent was told
     double lastTold_ = 0.0;
+    double last_ = 0.0;  // second of the drive
 };
 
 }  // namespace korvane::analysis

@@ -351,7 +351,8 @@ std::string clsSteadyAgent::putBack(const maps::MapGeometry& geometry) {
     parts_.history.agentBegins();
     const auto differing = prepareWayBack();
     agent_.putBack();
-    return "Put back to " + wordsOf(*baseline_) + ": " + counted(differing);
+    return "Put back to " + wordsOf(*baseline_) + ": " + counted(differing) +
+           (parts_.connection.MSComm1.PortOpen() ? "" : ", in the program only: the port is closed");
 }
 
 bool clsSteadyAgent::isConfirmed() {
@@ -364,7 +365,8 @@ bool clsSteadyAgent::isConfirmed() {
     return confirmed;
 }
 
-// The agent hears of the edits since its last turn. Cells that lost their way to the engine go out again.
+// The agent hears of the edits since its last turn. Cells that lost their way to the engine, and those of which nobody
+// knows what it has, go out again.
 std::size_t clsSteadyAgent::prepareWayBack() {
     const auto cells = cellsOf(agent_.setup().grid);
     std::size_t differing = 0;
@@ -375,7 +377,7 @@ std::size_t clsSteadyAgent::prepareWayBack() {
         }
         if (cells[cell] != baseline_->cells[cell]) {
             ++differing;
-        } else if (working && *working != cells[cell]) {
+        } else if (working != cells[cell]) {
             sender_.add(cell);
         }
     }

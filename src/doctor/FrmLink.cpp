@@ -124,8 +124,8 @@ std::string FrmLink::framesText() const {
     }
     const int baud = core::toInt32(core::val(panel_.ComboBaud.Text()));
     const auto limits = link::pollLimits(baud, panel_.TimerRequestData.Interval, answer);
-    return now + "; the refresh asks for " + tenths(limits.asked) + ", " + std::to_string(baud) + " baud carry " +
-           tenths(limits.carried);
+    return now + "; the refresh asks for " + tenths(limits.asked) + ", " + std::to_string(baud) +
+           " baud carry at most " + tenths(limits.carried) + " live frames";
 }
 
 std::string FrmLink::faultsText() const {

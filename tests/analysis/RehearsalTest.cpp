@@ -70,6 +70,18 @@ TEST_P(RehearsalTest, ASensorThatSticksStopsItAlsoWhereTheMapHasBeenChanged) {
     EXPECT_TRUE(std::ranges::equal(stopped, rehearsal().map()));
 }
 
+TEST_P(RehearsalTest, ADriveThatEndsOnTheFaultIsPutBackAndEnds) {
+    drive(kHalfAnHour / 3);
+    car_.setFault(TinyCar::Fault::Stuck);
+    for (int frame = 0; frame < kHalfAnHour / 30 && rehearsal().agent().state() != steady::State::PuttingBack;
+         ++frame) {
+        drive(1);
+    }
+    ASSERT_EQ(rehearsal().agent().state(), steady::State::PuttingBack);
+    rehearsal_->finish();
+    EXPECT_TRUE(rehearsal().hasStopped());
+}
+
 INSTANTIATE_TEST_SUITE_P(OneByteAndFour, RehearsalTest, testing::Bool());
 
 }  // namespace

@@ -264,8 +264,6 @@ TEST_F(DeskKeeperTest, APointOfTheDeskTakesThePlaceOfTheFileWhileItIsThere) {
     EXPECT_EQ(run->program->keeper().addByHand(""), "");
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), IsEmpty());
-    run->edit(4, 99);
-    run->edit(4, 0);
     fs::remove(folder_ / "restore" / files(".point").at(0));
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), SizeIs(1));

@@ -101,7 +101,7 @@ TEST_F(LinkWindowTest, TheWindowSaysWhatIsCountedAndSendsNothing) {
     window.ComboBaud.choose(3);
     receiveFrame('R', kLive);
     pump.wait(1000);
-    EXPECT_THAT(link.lblFrames.Caption.get(), testing::HasSubstr("57600 baud carry 250.4"));
+    EXPECT_THAT(link.lblFrames.Caption.get(), testing::HasSubstr("57600 baud carry at most 250.4 live frames"));
 }
 
 TEST_F(LinkWindowTest, ItsPicturesAreDrawnInTheirSize) {

@@ -290,6 +290,23 @@ TEST_F(SteadyRunTest, F8SendsWhatTheEngineLostOnItsWay) {
     EXPECT_EQ(unsent(), 0U);
 }
 
+// Put back in the program alone, the engine still has the agent's map; after a new connection nobody knows what it has.
+TEST_F(SteadyRunTest, F8WithTheLineClosedSaysSoAndSendsAllCellsOnceItIsOpen) {
+    work();
+    program_.window.btnConnect.press();
+    wait(kSecond);
+    EXPECT_THAT(agent().putBack(maps::kOrdinaryMaps), testing::EndsWith(", in the program only: the port is closed"));
+    wait(5 * kSecond);
+    EXPECT_EQ(map(), start_);
+    program_.connect();
+    wait(2 * kSecond);
+    static_cast<void>(cellsSent());
+    EXPECT_THAT(agent().putBack(maps::kOrdinaryMaps), testing::EndsWith(": 0 cells"));
+    wait(10 * kSecond);
+    EXPECT_EQ(cellsSent(), 160U);
+    EXPECT_EQ(unsent(), 0U);
+}
+
 // A quarter more is beyond what the agent may do.
 TEST_F(SteadyRunTest, AMapThatIsNotTheBaselinesIsNeitherCorrectedNorPutBackWithoutASecondPress) {
     maps().chkSteadyAgent.press();

@@ -58,18 +58,20 @@ bool DeskKeeper::isKept(const Snapshot& known) const {
     return !edited_ || !hasUnstored(known) || keeper_.hasDesk(known);
 }
 
-// As long as there is a file it is looked at: the ECU may have stored meanwhile what it has, and somebody may remove
-// it.
+// As long as the desk has what the ECU has not stored it is looked at: the ECU may store it, and somebody may remove
+// the file, or the point that has the desk.
 void DeskKeeper::save() {
     const auto known = keeper_.now();
-    if (!isKept(known)) {
+    if (isKept(known)) {
+        file_.remove();
+    } else {
         write(known);
-        arm();
-        return;
     }
     waits_ = false;
     alarm_->cancel();
-    file_.remove();
+    if (edited_ && hasUnstored(known)) {
+        arm();
+    }
 }
 
 void DeskKeeper::write(const Snapshot& known) {

@@ -22,6 +22,11 @@ std::size_t endOf(const Snapshot& point, MapSnapshot Snapshot::*map) {
     return map == &Snapshot::pwm ? link::EcuMap::kHalf : static_cast<std::size_t>(mapSizeOf(point.ecu));
 }
 
+// Of the desk more cells may be used than the ECU has, and it may be one without an ECU.
+std::size_t endOfDesk(const Snapshot& point, MapSnapshot Snapshot::*map) {
+    return map != &Snapshot::pwm && usesLargeMaps(point) ? core::kMapSize : endOf(point, map);
+}
+
 MapOfPoint ecuMapOf(const Snapshot& point, MapSnapshot Snapshot::*map) {
     const auto& cells = (point.*map).working;
     MapOfPoint found{.bytes = (point.*map).edited, .isKnown = true};
@@ -71,6 +76,13 @@ std::int16_t mapSizeOf(const EcuIdentity& ecu) {
     return core::hasLargeMaps(ecu.swType) ? 320 : 160;
 }
 
+bool usesLargeMaps(const Snapshot& point) {
+    const auto isUsed = [](const core::MapImage& cells) {
+        return std::any_of(cells.begin() + link::EcuMap::kHalf, cells.end(), [](auto cell) { return cell != 0; });
+    };
+    return core::hasLargeMaps(point.ecu.swType) || isUsed(point.fuel.edited) || isUsed(point.ignition.edited);
+}
+
 bool hasMap(const EcuIdentity& ecu, MapSnapshot Snapshot::*map) {
     return !core::limitsOnly(ecu.swType) && (map == &Snapshot::ignition || !core::ignitesOnly(ecu.swType));
 }
@@ -85,7 +97,8 @@ MapOfPoint mapOf(const Snapshot& point, MapSnapshot Snapshot::*map, MapFrom from
 
 void bringBack(const Snapshot& point, MapSnapshot Snapshot::*map, MapFrom from, core::MapImage& desk) {
     const auto& [working, kept, edited] = point.*map;
-    for (std::size_t cell = 0; cell < endOf(point, map); ++cell) {
+    const auto end = from == MapFrom::Desk ? endOfDesk(point, map) : endOf(point, map);
+    for (std::size_t cell = 0; cell < end; ++cell) {
         desk.at(cell) = from == MapFrom::Desk ? edited.at(cell) : working.at(cell).value_or(desk.at(cell));
     }
 }

@@ -25,6 +25,9 @@ enum class MapFrom {
 // Brings the cells of a map that the point knows into the working map `desk`; the others stay.
 void bringBack(const Snapshot& point, MapSnapshot Snapshot::*map, MapFrom from, core::MapImage& desk);
 
+// Whether its maps have 320 cells: those of the ECU, or those that were edited in the large window.
+[[nodiscard]] bool usesLargeMaps(const Snapshot& point);
+
 // 160 or 320, by the type of the ECU.
 [[nodiscard]] std::int16_t mapSizeOf(const EcuIdentity& ecu);
 [[nodiscard]] bool hasMap(const EcuIdentity& ecu, MapSnapshot Snapshot::*map);

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "core/Checked.h"
+#include "core/tables/Module1.h"
 
 namespace korvane::keep {
 
@@ -14,9 +15,16 @@ std::string_view nameOf(MapSnapshot Snapshot::*map) {
     return map == &Snapshot::fuel ? kNames[0] : map == &Snapshot::ignition ? kNames[1] : kNames[2];
 }
 
+// A point without an ECU has what its desk uses. Without an ECU now, maps of any size may come to the desk.
+int cellsOf(const Snapshot& point) {
+    const bool large = point.ecu.swType == 0 ? usesLargeMaps(point) : core::hasLargeMaps(point.ecu.swType);
+    return static_cast<int>(large ? core::kMapSize : link::EcuMap::kHalf);
+}
+
 std::string mapsRefusal(const Snapshot& point, const EcuIdentity& now, const RestoreChoice& choice) {
-    if (mapSizeOf(point.ecu) != mapSizeOf(now)) {
-        return "Its maps have " + std::to_string(mapSizeOf(point.ecu)) + " cells, those of this ECU " +
+    const int cells = cellsOf(point);
+    if (now.swType != 0 && cells != mapSizeOf(now)) {
+        return "Its maps have " + std::to_string(cells) + " cells, those of this ECU " +
                std::to_string(mapSizeOf(now)) + '.';
     }
     for (const auto map : choice.maps) {
