@@ -32,6 +32,58 @@ bool isPlainNumber(std::string_view text) {
            text.find_first_of(kDigits) != std::string_view::npos && std::count(text.begin(), text.end(), '.') <= 1;
 }
 
+BoxMarks::~BoxMarks() {
+    if (ecu_ != nullptr) {
+        ecu_->removeObserver(*this);
+    }
+}
+
+void BoxMarks::compareWith(link::EcuEeprom& ecu) {
+    ecu_ = &ecu;
+    ecu_->addObserver(*this);
+}
+
+void BoxMarks::propertyChanged(controls::Object&, const void*) {
+    for (auto& [box, known] : boxes_) {
+        look(*box, known);
+    }
+}
+
+void BoxMarks::objectGone(const controls::Object&) {
+    ecu_ = nullptr;
+}
+
+void BoxMarks::look(const controls::TextBox& box, Known& known) {
+    const auto now = inEcu(known);
+    if (now == known.seen) {
+        return;
+    }
+    known.seen = now;
+    if (now && now->known == link::Known::Told) {
+        known.toldPast = known.cells->text(now->count);
+        if (now->count == known.countOfBox) {
+            confirmed(box);
+        }
+    }
+    changed(&box);
+}
+
+std::optional<InEcu> BoxMarks::inEcu(const Known& known) const {
+    return ecu_ != nullptr && known.cells ? known.cells->in(*ecu_) : std::nullopt;
+}
+
+std::optional<std::int32_t> BoxMarks::countIn(const Known& known) const {
+    const auto now = inEcu(known);
+    return now ? std::optional(now->count) : std::nullopt;
+}
+
+// A box that is empty because nothing has filled it yet shows no value that could be another.
+std::optional<InEcu> BoxMarks::otherInEcu(const controls::TextBox& box, const Known& known) const {
+    const bool isUnused = !known.wasHeard && !known.wasSaved && box.Text.get().empty();
+    const auto now = inEcu(known);
+    return now && now->count != known.countOfBox && !isUnused ? now : std::nullopt;
+}
+
 const BoxMarks::Known* BoxMarks::find(const controls::TextBox& box) const {
     const auto found = boxes_.find(&box);
     return found != boxes_.end() ? &found->second : nullptr;
@@ -43,6 +95,8 @@ void BoxMarks::heard(const controls::TextBox& box) {
         found->second.wasHeard = true;
         found->second.wasSaved = false;
         found->second.sent.reset();
+        found->second.toldPast.reset();
+        found->second.countOfBox = countIn(found->second);
         changed(&box);
     }
 }
@@ -51,6 +105,7 @@ void BoxMarks::sent(const controls::TextBox& box) {
     if (const auto found = boxes_.find(&box); found != boxes_.end()) {
         found->second.sent = box.Text;
         found->second.wasSaved = true;
+        found->second.countOfBox = countIn(found->second);
         changed(&box);
     }
 }
@@ -60,6 +115,7 @@ void BoxMarks::confirmed(const controls::TextBox& box) {
         found->second.heard = *found->second.sent;
         found->second.wasHeard = true;
         found->second.sent.reset();
+        found->second.countOfBox = countIn(found->second);
         changed(&box);
     }
 }
@@ -69,14 +125,18 @@ Mark BoxMarks::of(const controls::TextBox& box) const {
     if (known == nullptr || !known->isOfEcu) {
         return Mark::None;
     }
-    const std::string& inEcu = known->sent ? *known->sent : known->heard;
-    if (box.Text.get() != inEcu) {
+    if (const auto other = otherInEcu(box, *known)) {
+        const Mark same = other->known == link::Known::Told ? Mark::None : Mark::Sent;
+        return box.Text.get() == known->cells->text(other->count) ? same : Mark::Changed;
+    }
+    const std::string& ofBox = known->sent ? *known->sent : known->heard;
+    if (box.Text.get() != ofBox) {
         return Mark::Changed;
     }
-    if (known->wasSaved && !isPlainNumber(inEcu)) {
+    if (known->wasSaved && !isPlainNumber(ofBox)) {
         return Mark::Misread;
     }
-    return inEcu == known->heard ? Mark::None : Mark::Sent;
+    return ofBox == known->heard ? Mark::None : Mark::Sent;
 }
 
 int BoxMarks::unsaved() const {
@@ -98,6 +158,13 @@ bool BoxMarks::isTypedZero(const controls::TextBox& box) const {
     return known != nullptr && isTyped(box, *known) && countsAsZero(box.Text.get());
 }
 
+std::string BoxMarks::heardWords(const Known& known) {
+    if (known.toldPast || known.wasHeard) {
+        return "the ECU last sent " + known.toldPast.value_or(known.heard);
+    }
+    return "the ECU has sent no value";
+}
+
 std::string BoxMarks::standing(const controls::TextBox& box) const {
     const Mark mark = of(box);
     if (mark == Mark::None) {
@@ -107,11 +174,14 @@ std::string BoxMarks::standing(const controls::TextBox& box) const {
     if (mark == Mark::Misread && !known.sent) {
         return "Saved and read back";
     }
-    const std::string heard = known.wasHeard ? "the ECU last sent " + known.heard : "the ECU has sent no value";
     if (mark != Mark::Changed) {
-        return "Saved, not read back: " + heard;
+        return "Saved, not read back: " + heardWords(known);
     }
-    return "Not saved: " + (known.sent ? "the last save sent " + *known.sent : heard);
+    if (const auto other = otherInEcu(box, known)) {
+        return (other->known == link::Known::Told ? "The ECU has another value: " : "Another value was sent: ") +
+               known.cells->text(other->count);
+    }
+    return "Not saved: " + (known.sent ? "the last save sent " + *known.sent : heardWords(known));
 }
 
 std::string BoxMarks::note(const controls::TextBox& box) const {

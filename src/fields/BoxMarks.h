@@ -7,13 +7,15 @@
 #include <unordered_map>
 
 #include "controls/Controls.h"
+#include "fields/BoxCells.h"
+#include "link/EcuEeprom.h"
 
 namespace korvane::fields {
 
 enum class Mark {
     None,     // what the ECU last sent
-    Changed,  // not what it last sent, or what a save has sent it since
-    Sent,     // a save has sent it, and the ECU has not told of it since
+    Changed,  // not what it last sent, or what has been sent to it since
+    Sent,     // it was sent to the ECU, which has not told of it since
     Misread,  // a save has sent the number that its text counts as, which is not what the text shows
 };
 
@@ -25,11 +27,20 @@ enum class Mark {
 
 // Knows each box that was added and what the ECU last sent for it. Observers are told with the box's address when the
 // mark of a box may have changed by something else than its text.
-class BoxMarks : public controls::Object {
+class BoxMarks : public controls::Object, private controls::Observer {
 public:
+    BoxMarks() = default;
+    BoxMarks(const BoxMarks&) = delete;
+    BoxMarks& operator=(const BoxMarks&) = delete;
+    ~BoxMarks() override;
+
     // A box for a value of the ECU, and one whose number stays in the program. The boxes outlive their marks' last use.
     void add(const controls::TextBox& box) { boxes_[&box].isOfEcu = true; }
     void addOwn(const controls::TextBox& box) { boxes_[&box]; }
+    // The cells behind a box that was added.
+    void setCells(const controls::TextBox& box, const BoxCells& cells) { boxes_.at(&box).cells = cells; }
+    // Boxes with cells are compared with them from now on: what the ECU has may have come there past the box.
+    void compareWith(link::EcuEeprom& ecu);
 
     // The ECU has sent what the box shows now; a save has sent it to the ECU.
     void heard(const controls::TextBox& box);
@@ -53,6 +64,10 @@ private:
     struct Known {
         std::string heard;
         std::optional<std::string> sent;
+        std::optional<BoxCells> cells;
+        std::optional<InEcu> seen;               // in the cells
+        std::optional<std::int32_t> countOfBox;  // in the cells when the box was last filled or saved
+        std::optional<std::string> toldPast;     // what the ECU has told since the box was filled, but not to the box
         bool isOfEcu = false;
         bool wasHeard = false;
         bool wasSaved = false;  // since the ECU has filled it
@@ -60,9 +75,19 @@ private:
 
     [[nodiscard]] const Known* find(const controls::TextBox& box) const;
     [[nodiscard]] static bool isTyped(const controls::TextBox& box, const Known& known);
+    [[nodiscard]] static std::string heardWords(const Known& known);
     [[nodiscard]] std::string standing(const controls::TextBox& box) const;
 
+    void propertyChanged(controls::Object& object, const void* property) override;
+    void objectGone(const controls::Object& object) override;
+    void look(const controls::TextBox& box, Known& known);
+    [[nodiscard]] std::optional<InEcu> inEcu(const Known& known) const;
+    [[nodiscard]] std::optional<std::int32_t> countIn(const Known& known) const;
+    // What came into the cells past the box, if it is another value.
+    [[nodiscard]] std::optional<InEcu> otherInEcu(const controls::TextBox& box, const Known& known) const;
+
     std::unordered_map<const controls::TextBox*, Known> boxes_;
+    link::EcuEeprom* ecu_ = nullptr;
 };
 
 }  // namespace korvane::fields

@@ -177,6 +177,9 @@ void Fields::watch(BoxMarks& marks, SaveReport& report) {
         for (int cell = 0; cell < cells(field); ++cell) {
             if (const auto* const box = boxOf(field, cell); box != nullptr) {
                 marks.add(*box);
+                if (stores(field)) {
+                    marks.setCells(*box, {tables_, field, cell});
+                }
             }
         }
     }

@@ -62,6 +62,7 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       parameterTools_(*this, tables, eeprom, &rawVerification_) {
     hideOnClose();
     fields_.watch(marks_, report_);
+    marks_.compareWith(connection.ecuEeprom);
     for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {
         marks_.addOwn(*box);
     }
@@ -162,11 +163,11 @@ void FrmMisc::setLambdaAuthority(int row, std::uint8_t value) {
 }
 
 void FrmMisc::showLambda(controls::TextBox& box, fields::Address first, int row, std::uint8_t value) {
+    const auto address = std::int64_t{context_.tables.addresses.*first} + row;
+    context_.connection.ecuEeprom.told(address, value);
     box.Text = std::to_string(value);
     marks_.heard(box);
-    const auto address = std::int64_t{context_.tables.addresses.*first} + row;
     report_.heard(address, value, false);
-    context_.connection.ecuEeprom.told(address, value);
 }
 
 bool FrmMisc::awaitsLambda() {

@@ -149,6 +149,101 @@ TEST_F(BoxMarksTest, CountsTheBoxesThatAreNotSaved) {
     EXPECT_EQ(marks_.unsaved(), 1);
 }
 
+struct ComparedMarksTest : BoxMarksTest {
+    ComparedMarksTest() { marks_.compareWith(ecu()); }
+
+    link::EcuEeprom& ecu() { return panel_.ecuEeprom; }
+    void tell(int value) { ecu().told(tables_.addresses.LAUNCH_DELAY_OFF, static_cast<std::uint8_t>(value)); }
+    void tellAndHear(int value) {
+        tell(value);
+        hear(value);
+    }
+    void saveAndSend(int value) {
+        txtDelay_.Text = std::to_string(value);
+        ecu().sent(tables_.addresses.LAUNCH_DELAY_OFF, static_cast<std::uint8_t>(value));
+        save();
+    }
+};
+
+TEST_F(ComparedMarksTest, AnotherValueThatTheEcuHasToldPastTheBoxIsMarked) {
+    tellAndHear(92);
+    EXPECT_EQ(delay(), Mark::None);
+    tell(85);
+    EXPECT_EQ(txtDelay_.Text.get(), "92");
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_EQ(marks_.note(txtDelay_), "The ECU has another value: 85");
+    EXPECT_EQ(marks_.unsaved(), 1);
+    tellAndHear(85);
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(ComparedMarksTest, AnotherValueThatWasSentPastTheBoxIsMarked) {
+    tellAndHear(5);
+    ecu().sent(tables_.addresses.LAUNCH_DELAY_OFF, 77);
+    EXPECT_EQ(delay(), Mark::Changed);
+    EXPECT_EQ(marks_.note(txtDelay_), "Another value was sent: 77");
+    txtDelay_.Text = "77";
+    EXPECT_EQ(delay(), Mark::Sent);
+    EXPECT_EQ(marks_.note(txtDelay_), "Saved, not read back: the ECU last sent 5");
+}
+
+TEST_F(ComparedMarksTest, TheValueThatTheEcuHasIsNoOtherOne) {
+    tellAndHear(92);
+    tell(85);
+    txtDelay_.Text = "85";
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(ComparedMarksTest, ASaveSendsTheValueOfTheBox) {
+    tellAndHear(92);
+    tell(85);
+    saveAndSend(90);
+    EXPECT_EQ(delay(), Mark::Sent);
+    EXPECT_EQ(marks_.note(txtDelay_), "Saved, not read back: the ECU last sent 85");
+    tell(90);
+    EXPECT_EQ(delay(), Mark::None);
+    tell(85);
+    EXPECT_EQ(delay(), Mark::Changed);
+}
+
+TEST_F(ComparedMarksTest, ABoxThatNothingHasFilledHasNoMark) {
+    tell(85);
+    EXPECT_EQ(delay(), Mark::None);
+    txtDelay_.Text = "7";
+    EXPECT_EQ(marks_.note(txtDelay_), "The ECU has another value: 85");
+}
+
+TEST_F(ComparedMarksTest, AnEcuOfWhichNothingIsKnownHasNoOtherValue) {
+    tellAndHear(92);
+    tell(85);
+    ecu().forget();
+    EXPECT_EQ(delay(), Mark::None);
+}
+
+TEST_F(ComparedMarksTest, BothCellsOfANumberAreCompared) {
+    const int low = tables_.addresses.LAUNCHCONTROL_LO;
+    ecu().told(low, 0x10);
+    ecu().told(low + 1, 0x02);
+    fields_.take(0x10, low, false);
+    fields_.take(0x02, low + 1, false);
+    EXPECT_EQ(marks_.of(txtLaunch_), Mark::None);
+    ecu().told(low + 1, 0x03);
+    EXPECT_EQ(marks_.note(txtLaunch_), "The ECU has another value: 784");
+    EXPECT_EQ(delay(), Mark::None) << "a box of other cells";
+}
+
+TEST_F(ComparedMarksTest, ObserversHearOfTheBoxOfTheCell) {
+    struct Ear : controls::Observer {
+        void propertyChanged(controls::Object&, const void* property) override { heard.push_back(property); }
+        std::vector<const void*> heard;
+    } ear;
+    tellAndHear(5);
+    marks_.addObserver(ear);
+    tell(7);
+    marks_.removeObserver(ear);
+    EXPECT_THAT(ear.heard, testing::ElementsAre(&txtDelay_));
+}
+
 TEST(IsPlainNumber, IsANumberAndNothingElse) {
     for (const char* text : {"0", "12", " 12 ", "-3", "+4.5", ".5", "5.", "007"}) {
         EXPECT_TRUE(isPlainNumber(text)) << text;

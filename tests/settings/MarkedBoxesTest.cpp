@@ -75,6 +75,45 @@ TEST_F(MarkedBoxesTest, TheLambdaBoxesWaitUntilAllTwentyAreFilled) {
     EXPECT_EQ(mark(frmMisc_.txtLambdaVaik(9)), Mark::None);
 }
 
+TEST_F(MarkedBoxesTest, WhatIsReadPastTheWindowIsComparedWithItsBoxes) {
+    const int address = tables_.addresses.IDLE_ADV0;
+    byteReply(address, 92);
+    EXPECT_EQ(mark(frmMisc_.txtIdleAdv(0)), Mark::None);
+    struct Taker : link::ReplyTaker {
+        void replyTaken(std::uint8_t, std::span<const std::uint8_t>) override {}
+    } taker;
+    main_.diversion.expect({'T', address}, 1, taker);
+    byteReply(address, 85);
+    EXPECT_EQ(frmMisc_.txtIdleAdv(0).Text.get(), "92");
+    EXPECT_EQ(mark(frmMisc_.txtIdleAdv(0)), Mark::Changed);
+    EXPECT_EQ(frmMisc_.boxMarks().note(frmMisc_.txtIdleAdv(0)), "The ECU has another value: 85");
+    EXPECT_EQ(mark(frmMisc_.txtIdleAdv(1)), Mark::None);
+}
+
+TEST_F(MarkedBoxesTest, AScaledBoxIsComparedInItsUnit) {
+    byteReply(tables_.addresses.CHARGE_TIME_OFF, 50);
+    main_.ecuEeprom.told(tables_.addresses.CHARGE_TIME_OFF, 75);
+    EXPECT_EQ(frmMisc_.boxMarks().note(frmMisc_.txtchargetime), "The ECU has another value: 1.5");
+}
+
+TEST_F(MarkedBoxesTest, AnOwnBoxOfTwoCellsIsComparedWithBoth) {
+    const int low = tables_.addresses.IDLEPID_SETPOINT_LO;
+    byteReply(low, 0x10);
+    byteReply(low + 1, 0x02);
+    EXPECT_EQ(mark(frmMisc_.txtIdleValveSetpoint), Mark::None);
+    main_.ecuEeprom.told(low + 1, 0x03);
+    EXPECT_EQ(frmMisc_.boxMarks().note(frmMisc_.txtIdleValveSetpoint), "The ECU has another value: 784");
+}
+
+TEST_F(MarkedBoxesTest, TheLambdaBlockFillsItsBoxesAndDoesNotComePastThem) {
+    auto& box = frmMisc_.txtLambdaTav(0);
+    main_.ecuEeprom.sent(tables_.addresses.LAMBDATAV_OFF, 99);
+    lambdaBlock(20);
+    EXPECT_EQ(mark(box), Mark::None);
+    box.Text = "5";
+    EXPECT_EQ(frmMisc_.boxMarks().note(box), "Not saved: the ECU last sent 100");
+}
+
 TEST_F(MarkedBoxesTest, ASaveIsNamedByItsFrame) {
     EXPECT_THAT(saved(frmMisc_.btnSaveIdleAdv), HasSubstr("Idle Ignition: 5 values sent"));
     frmMisc_.OptionPWM1(0).Value = true;
