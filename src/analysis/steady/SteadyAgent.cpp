@@ -89,7 +89,7 @@ void SteadyAgent::begin() {
     guess_.reset();
     cuts_.reset();
     delays_.reset(setup_.fixedDelayMs);
-    cells_.reset(setup_, map_);
+    forgetNeeds();
     proof_.proved(map_.bytes());
     minute_.reset(seconds_, map_.bytes());
     again_.reset();
@@ -99,6 +99,11 @@ void SteadyAgent::begin() {
     used_.fill(0);
     rejected_.fill(0);
     learntFor_ = Firmware::Unknown;
+}
+
+void SteadyAgent::forgetNeeds() {
+    cells_.reset(setup_, map_);
+    contradiction_.reset();
 }
 
 void SteadyAgent::fault(StopReason reason) {
@@ -214,7 +219,16 @@ void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
     }
     if (guess_.firmware() != learntFor_) {
         learntFor_ = guess_.firmware();
-        cells_.reset(setup_, map_);
+        forgetNeeds();
+    }
+}
+
+void SteadyAgent::proved(double seconds) {
+    handle(Event::Proved);
+    provedAt_ = seconds;
+    proof_.proved(map_.bytes());
+    if (contradiction_.atProof()) {
+        forgetNeeds();
     }
 }
 
@@ -228,9 +242,7 @@ CutTrace::Outcome SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
     learnDelay();
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
-        handle(Event::Proved);
-        provedAt_ = frame.seconds;
-        proof_.proved(map_.bytes());
+        proved(frame.seconds);
     }
     return isWarm(mixture) ? outcome : CutTrace::Outcome::None;
 }
@@ -242,7 +254,7 @@ void SteadyAgent::learnDelay() {
         delays_.learn(*answer, history_);
     }
     if (delays_.anyKnown() && !known) {
-        cells_.reset(setup_, map_);
+        forgetNeeds();
     }
 }
 
@@ -290,7 +302,6 @@ Verdict SteadyAgent::verdictOn(Verdict mixture, const Smeared& burnt) const {
 void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
     constexpr double kSteady = 2.0;  // rows in a second
     constexpr double kSteadier = 0.7;
-    constexpr double kFar = 0.25;
     constexpr double kPure = 0.85;
     const double fuel = guess_.firmware() == Firmware::OneByte ? burnt.oneByte : burnt.fourBytes;
     const double steady = delays_.isKnownAt(burnt.row) ? kSteady : kSteadier;
@@ -301,11 +312,21 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .departure = burnt.departure,
                             .pure = burnt.purity > kPure,
                             .seconds = frame.seconds};
-    if (std::fabs(sample.need - cells_.at(sample.place)) > kFar) {
+    if (contradicts(sample)) {
         verdict_ = Verdict::Outlier;
+        contradiction_.contradicted();
         return;
     }
+    contradiction_.agreed();
     cells_.add(sample);
+}
+
+bool SteadyAgent::contradicts(const NeedSample& sample) const {
+    constexpr double kFar = 0.25;
+    constexpr double kFarFromKnown = 0.06;
+    constexpr double kKnown = 0.8;  // confidence
+    const bool known = cells_.cell(setup_.grid.cellAt(sample.place), guess_.firmware()).confidence > kKnown;
+    return std::fabs(sample.need - cells_.at(sample.place)) > (known ? kFarFromKnown : kFar);
 }
 
 SteadyAgent::Need SteadyAgent::needOf(std::size_t cell) const {

@@ -10,6 +10,7 @@
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/CellEstimator.h"
+#include "analysis/steady/Contradiction.h"
 #include "analysis/steady/Corrector.h"
 #include "analysis/steady/CountLimit.h"
 #include "analysis/steady/CutTrace.h"
@@ -108,6 +109,7 @@ private:
     void act(Action action);
     void fault(StopReason reason);
     void begin();
+    void forgetNeeds();
     void beginPutBack(WayBack way);
     [[nodiscard]] MapBytes lastGood() const;
     void observe(const Frame& frame);
@@ -115,10 +117,12 @@ private:
     [[nodiscard]] Verdict checkPulse(const Frame& frame, const Burn& burn);
     void guessFirmware(const Frame& frame, const Burn& burn);
     void learnDelay();
+    void proved(double seconds);
     [[nodiscard]] CutTrace::Outcome followCut(const Frame& frame, Verdict mixture);
     void judge(const Frame& frame, Verdict mixture, CutTrace::Outcome cut);
     [[nodiscard]] Verdict verdictOn(Verdict mixture, const Smeared& burnt) const;
     void take(const Frame& frame, const Smeared& burnt);
+    [[nodiscard]] bool contradicts(const NeedSample& sample) const;
     [[nodiscard]] bool clear(Verdict mixture, double age) const;
     void lookAtSome();
     void putBackSome(double seconds);
@@ -145,6 +149,7 @@ private:
     CutTrace cuts_;
     DelayEstimator delays_;
     CellEstimator cells_;
+    Contradiction contradiction_;
     ProofLimit proof_;
     MinuteMemory minute_;
     CountLimit counts_;
