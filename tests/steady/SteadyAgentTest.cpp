@@ -83,6 +83,25 @@ TEST(SteadyAgent, HoldsWhenTheLastProofIsTooOld) {
     EXPECT_EQ(ride.agent.state(), State::Working);
 }
 
+TEST(SteadyAgent, LearnsNothingBetweenProofsThatAreFarApart) {
+    Ride ride(1);
+    ride.drive(5.0);
+    ride.car.allowCuts(false);
+    ride.drive(2.0);
+    ASSERT_EQ(ride.agent.state(), State::Unproved);
+    const auto used = ride.agent.counted(Verdict::Used);
+    const double weight = ride.agent.cell(4 * 16 + 4).weight;
+    ride.drive(1.0);
+    EXPECT_EQ(ride.agent.counted(Verdict::Used), used);
+    ride.car.allowCuts(true);
+    while (ride.agent.state() == State::Unproved) {
+        ride.step();
+    }
+    EXPECT_EQ(ride.agent.cell(4 * 16 + 4).weight, weight) << "nor from the time before the proof was too old";
+    ride.drive(2.0);
+    EXPECT_GT(ride.agent.cell(4 * 16 + 4).weight, weight);
+}
+
 TEST(SteadyAgent, GivesTheSameMapForTheSameDrive) {
     std::vector<std::vector<CellChange>> all;
     for (unsigned seed = 7; seed < 11; ++seed) {

@@ -107,7 +107,7 @@ void SteadyAgent::forgetNeeds() {
 }
 
 void SteadyAgent::fault(StopReason reason) {
-    const bool running = learning() || state_ == State::Waiting;
+    const bool running = wasProved() || state_ == State::Waiting;
     if (running && reason != StopReason::None) {
         stopReason_ = reason;
         handle(Event::Fault);
@@ -167,7 +167,7 @@ std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
             handle(Event::ProofAged);
         }
         cells_.relax();
-        if (learning()) {
+        if (wasProved()) {
             lookAtSome();
         }
     }
@@ -296,7 +296,7 @@ Verdict SteadyAgent::verdictOn(Verdict mixture, const Smeared& burnt) const {
     if (guess_.firmware() == Firmware::Unknown) {
         return Verdict::FirmwareUnknown;
     }
-    return learning() ? Verdict::Used : Verdict::NoProofOfLife;
+    return state_ == State::Working ? Verdict::Used : Verdict::NoProofOfLife;
 }
 
 void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {

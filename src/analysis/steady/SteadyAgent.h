@@ -104,7 +104,7 @@ private:
         bool carried = false;
     };
 
-    [[nodiscard]] bool learning() const { return state_ == State::Working || state_ == State::Unproved; }
+    [[nodiscard]] bool wasProved() const { return state_ == State::Working || state_ == State::Unproved; }
     void handle(Event event);
     void act(Action action);
     void fault(StopReason reason);
