@@ -46,8 +46,16 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
     setup_.richAuthority = richPercent;
     setup_.leanAuthority = leanPercent;
     for (std::size_t cell = 0; cell < kMostCells; ++cell) {
-        ranges_[cell] = authorityOf(setup_, baseline_[cell]);
+        setRange(cell);
     }
+}
+
+// A byte that was beyond the old range too is the tuner's.
+void SteadyAgent::setRange(std::size_t cell) {
+    const ByteRange range = authorityOf(setup_, baseline_[cell]);
+    const int byte = map_.bytes()[cell];
+    beyond_[cell] = (beyond_[cell] || ranges_[cell].holds(byte)) && !range.holds(byte);
+    ranges_[cell] = range;
 }
 
 void SteadyAgent::setTarget(std::size_t cell, float lambda) {
@@ -96,6 +104,7 @@ void SteadyAgent::begin() {
     pulse_.reset();
     watch_.reset();
     edited_.reset();
+    beyond_.reset();
     used_.fill(0);
     rejected_.fill(0);
     learntFor_ = Firmware::Unknown;
@@ -339,8 +348,12 @@ SteadyAgent::Need SteadyAgent::needOf(std::size_t cell) const {
 }
 
 Correction SteadyAgent::correctionOf(std::size_t cell, const CellNeed& need) const {
-    const auto found = Corrector::correct(map_, need, map_.bytes()[cell], ranges_[cell], setup_.targets[cell]);
-    return edited_[cell] ? found.heldBack(WhyHeld::EditedByHand) : found;
+    const auto byte = map_.bytes()[cell];
+    const auto found = Corrector::correct(map_, need, byte, ranges_[cell], setup_.targets[cell]);
+    if (edited_[cell]) {
+        return found.heldBack(WhyHeld::EditedByHand);
+    }
+    return beyond_[cell] && !ranges_[cell].holds(byte) ? found.into(ranges_[cell], byte) : found;
 }
 
 void SteadyAgent::lookAtSome() {

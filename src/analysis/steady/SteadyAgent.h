@@ -83,7 +83,7 @@ public:
     void setTarget(std::size_t cell, float lambda);
     // The delay of a zone as the tuner fixes it, in ms; 0: it is estimated again.
     void fixDelay(std::size_t zone, double delayMs) { delays_.fix(zone, delayMs); }
-    // The limits alone, while it works.
+    // The limits alone, while it works. Cells that are beyond them by that come back first, whatever they need.
     void setAuthority(double richPercent, double leanPercent);
 
     [[nodiscard]] State state() const { return state_; }
@@ -110,6 +110,7 @@ private:
     void fault(StopReason reason);
     void begin();
     void forgetNeeds();
+    void setRange(std::size_t cell);
     void beginPutBack(WayBack way);
     [[nodiscard]] MapBytes lastGood() const;
     void observe(const Frame& frame);
@@ -141,6 +142,7 @@ private:
     MapBytes back_{};  // what is being put back
     std::array<ByteRange, kMostCells> ranges_{};
     std::bitset<kMostCells> edited_;  // by hand
+    std::bitset<kMostCells> beyond_;  // their range, which was made smaller
     std::array<std::uint64_t, kMostCells> used_{};
     std::array<std::uint64_t, kMostCells> rejected_{};
     SampleGate gate_;
