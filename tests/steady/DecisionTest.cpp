@@ -19,7 +19,7 @@ TEST(SteadyDecision, LearnsOnlyAfterAProofOfLife) {
     EXPECT_EQ(decide(Waiting, Event::Proved), (Decision{Working, Forget}));
     EXPECT_EQ(decide(Working, Event::Proved), (Decision{Working, Commit}));
     EXPECT_EQ(decide(Working, Event::ProofAged), (Decision{Unproved, None}));
-    EXPECT_EQ(decide(Unproved, Event::Proved), (Decision{Working, Commit}));
+    EXPECT_EQ(decide(Unproved, Event::Proved), (Decision{Working, Forget}));
 }
 
 TEST(SteadyDecision, PutsBackAndStopsForAFault) {

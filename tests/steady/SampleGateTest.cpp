@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
@@ -84,6 +85,40 @@ TEST_F(MixtureGate, SeesQuickThrottleAndLoad) {
                   frame.cell = 5 * 16 + 4;
               }),
               Verdict::AccelEnrichment);
+}
+
+// 128 frames a second; from one whose throttle and load are kept on, `move` has them with its number. Returns how many
+// were rejected.
+template <typename Move>
+int rejectedOfQuickFrames(const Move& move) {
+    constexpr int kMoved = 2800;  // every seventh is kept: 6 are 47 ms, 7 are 55
+    constexpr int kCounted = kMoved - 100;
+    SampleGate gate;
+    int rejected = 0;
+    for (int index = 0; index < kMoved + 300; ++index) {
+        Frame frame = goodFrame(index / 128.0);
+        frame.cell = 255;
+        if (index > kMoved) {
+            move(frame, index - kMoved);
+        }
+        const Verdict verdict = gate.mixture(frame, {}, Grid::placeOf(frame.rpm, frame.load));
+        rejected += index >= kCounted && verdict != Verdict::Used ? 1 : 0;
+    }
+    return rejected;
+}
+
+TEST(MixtureGateOfQuickFrames, TakesNoCountOfASensorForAQuickChange) {
+    // From frame to frame 120 per cent in a second and more, over 50 ms 24.
+    EXPECT_EQ(rejectedOfQuickFrames([](Frame& frame, int at) { frame.throttle += at % 2 == 1 ? 1.2 : 0.0; }), 0);
+    EXPECT_EQ(rejectedOfQuickFrames([](Frame& frame, int at) { frame.load += at % 2 == 1 ? 1.2 : 0.0; }), 0);
+}
+
+TEST(MixtureGateOfQuickFrames, SeesQuickThrottleAndLoad) {
+    // 84 per cent in a second, for 56 frames. After a kept frame the rate comes to 13, 26, 39, 53, 66, 79 and 84.
+    EXPECT_EQ(rejectedOfQuickFrames([](Frame& frame, int at) { frame.throttle += 84.0 / 128.0 * std::min(at, 56); }),
+              16);
+    // A step right after the kept frame: 120 per cent in a second, in the seventh frame 110.
+    EXPECT_EQ(rejectedOfQuickFrames([](Frame& frame, int) { frame.load += 6.0; }), 7);
 }
 
 TEST_F(MixtureGate, DoesWithoutTheThrottleWhereItIsNotKnown) {

@@ -83,6 +83,25 @@ TEST(SteadyAgent, HoldsWhenTheLastProofIsTooOld) {
     EXPECT_EQ(ride.agent.state(), State::Working);
 }
 
+TEST(SteadyAgent, LearnsNothingBetweenProofsThatAreFarApart) {
+    Ride ride(1);
+    ride.drive(5.0);
+    ride.car.allowCuts(false);
+    ride.drive(2.0);
+    ASSERT_EQ(ride.agent.state(), State::Unproved);
+    const auto used = ride.agent.counted(Verdict::Used);
+    const double weight = ride.agent.cell(4 * 16 + 4).weight;
+    ride.drive(1.0);
+    EXPECT_EQ(ride.agent.counted(Verdict::Used), used);
+    ride.car.allowCuts(true);
+    while (ride.agent.state() == State::Unproved) {
+        ride.step();
+    }
+    EXPECT_EQ(ride.agent.cell(4 * 16 + 4).weight, weight) << "nor from the time before the proof was too old";
+    ride.drive(2.0);
+    EXPECT_GT(ride.agent.cell(4 * 16 + 4).weight, weight);
+}
+
 TEST(SteadyAgent, GivesTheSameMapForTheSameDrive) {
     std::vector<std::vector<CellChange>> all;
     for (unsigned seed = 7; seed < 11; ++seed) {
@@ -131,6 +150,51 @@ TEST(SteadyAgent, NeverLeavesItsAuthority) {
         }
         EXPECT_FALSE(ride.changes.empty());
     }
+}
+
+// Cells beyond 4 per cent of the baseline on the lean side.
+std::size_t beyondFour(const Ride& ride) {
+    SteadySetup setup = wideSetup();
+    setup.leanAuthority = 4.0;
+    std::size_t count = 0;
+    for (std::size_t cell = 0; cell < ride.baseline.size(); ++cell) {
+        count += authorityOf(setup, ride.baseline[cell]).holds(ride.car.bytes()[cell]) ? 0U : 1U;
+    }
+    return count;
+}
+
+TEST(SteadyAgent, BringsCellsBackIntoASmallerAuthority) {
+    Ride ride(1, true, 12.0);
+    ride.drive(10.0);
+    ASSERT_GT(beyondFour(ride), 5U);
+    ride.agent.setAuthority(15.0, 4.0);
+    // 8 per cent are three proofs of life of 3 per cent, 18 s apart or less.
+    ride.drive(3.0);
+    EXPECT_EQ(beyondFour(ride), 0U);
+    ride.drive(3.0);
+    EXPECT_EQ(beyondFour(ride), 0U);
+}
+
+TEST(SteadyAgent, LeavesBytesBeyondASmallerAuthorityThatAreTheTuners) {
+    Ride ride(1, true, 12.0);
+    ride.drive(10.0);
+    // One edited while it works, another that was beyond the wider authority from the start.
+    constexpr std::size_t kEdited = 4 * 16 + 4;
+    constexpr std::size_t kBefore = 0;
+    const auto edited = static_cast<std::uint8_t>(ride.baseline[kEdited] - 10);
+    ride.car.set(kEdited, edited);
+    ride.agent.cellEdited(kEdited, edited);
+    Ride other(1, true, 12.0);
+    auto baseline = other.baseline;
+    baseline[kBefore] = static_cast<std::uint8_t>(2 * baseline[kBefore]);
+    other.agent.start(wideSetup(), other.car.bytes(), 0.0, baseline);
+    other.drive(10.0);
+    for (Ride* each : {&ride, &other}) {
+        each->agent.setAuthority(15.0, 4.0);
+        each->drive(3.0);
+    }
+    EXPECT_EQ(ride.car.bytes()[kEdited], edited);
+    EXPECT_EQ(other.car.bytes()[kBefore], other.baseline[kBefore]);
 }
 
 TEST(SteadyAgent, ShowsWhatIsAtItsLimit) {

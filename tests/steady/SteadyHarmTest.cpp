@@ -100,6 +100,38 @@ TEST(SteadyHarm, AStopLeavesATunersEditAloneAndTheKeyDoesNot) {
     EXPECT_EQ(ride.car.bytes()[kCell], ride.baseline[kCell]);
 }
 
+// The sensor tells of another need for half a minute, of so many per cent more.
+std::uint64_t contradictionsOf(Ride& ride, double percent) {
+    untilFuelled(ride);
+    const auto before = ride.agent.counted(Verdict::Outlier);
+    ride.car.setNeed(1.0 + percent / 100.0);
+    ride.drive(0.5);
+    ride.car.setNeed(1.0);
+    return ride.agent.counted(Verdict::Outlier) - before;
+}
+
+TEST(SteadyHarm, TakesNoSampleFarFromAKnownNeed) {
+    Ride ride(1, true, 0.0);
+    ride.drive(10.0);
+    ASSERT_GT(ride.agent.cell(kCell).confidence, 0.8);
+    ride.car.hold({4.5, 4.5});
+    ride.drive(0.1);
+    EXPECT_EQ(contradictionsOf(ride, 3.0), 0U);
+    EXPECT_GT(contradictionsOf(ride, 9.0), 200U) << "of 400 frames, less the fuel cuts";
+}
+
+TEST(SteadyHarm, LearnsAChangedNeedAnewButNotAtOnce) {
+    Ride ride(1, true, 0.0);
+    ride.drive(10.0);
+    ride.car.setNeed(1.1);
+    // From the first proof to the eighth it is 84 s at least.
+    const int before = ride.car.bytes()[kCell];
+    ride.drive(1.0);
+    EXPECT_NEAR(ride.car.bytes()[kCell], before, 1.0);
+    ride.drive(12.0);
+    EXPECT_NEAR(ride.car.bytes()[kCell], 1.1 * TinyCar::needAt(TinyCar::centreOf(kCell)), 2.0);
+}
+
 TEST(SteadyHarm, LearnsNothingFromAnEnrichmentWithoutALamp) {
     for (const bool interpolates : {true, false}) {
         Ride ride(1, interpolates, 0.0);

@@ -25,6 +25,13 @@ Correction Correction::heldBack(WhyHeld why) const {
     return {.errorPercent = errorPercent, .limited = limited, .held = why};
 }
 
+Correction Correction::into(const ByteRange& range, std::uint8_t byte) const {
+    return {.step = std::clamp<int>(byte, range.least, range.most) - byte,
+            .errorPercent = errorPercent,
+            .limited = limited,
+            .held = WhyHeld::No};
+}
+
 Correction Corrector::correct(const PulseMap& map, const CellNeed& need, std::uint8_t byte, const ByteRange& range,
                               double target) {
     if (need.weight <= 0.0) {

@@ -32,6 +32,8 @@ struct Correction {
 
     // The same, not carried out.
     [[nodiscard]] Correction heldBack(WhyHeld why) const;
+    // To the nearest byte of the range instead, whatever the cell needs.
+    [[nodiscard]] Correction into(const ByteRange& range, std::uint8_t byte) const;
 };
 
 // A step is a part of what is missing, a whole count at least, and only where more than a half count and a margin are

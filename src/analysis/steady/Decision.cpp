@@ -35,7 +35,7 @@ constexpr std::array<Line, kStates> kTable = {{
     // Unproved
     Line{{{Unproved, None},
           {Off, Forget},
-          {Working, Commit},
+          {Working, Forget},
           {Unproved, None},
           {PuttingBack, PutBack},
           {PuttingBack, PutBack},

@@ -11,7 +11,7 @@ enum class State {
     Off,
     Waiting,      // for lambda to be seen to follow a fuel cut
     Working,      // learns and corrects
-    Unproved,     // learns, but lambda's last proof is too old for corrections
+    Unproved,     // lambda's last proof is too old: neither learns nor corrects
     PuttingBack,  // the cells that were changed last, or all; then it is off or stopped
     Stopped,      // by itself, with a reason
     Count

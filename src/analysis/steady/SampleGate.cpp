@@ -9,6 +9,7 @@ namespace {
 
 constexpr double kRichEnd = 10.15;  // the sensor's range is 10 to 20
 constexpr double kLeanEnd = 19.5;
+constexpr double kRateOver = 0.05;  // seconds; over less, a single count of a sensor would look like a quick change
 
 }  // namespace
 
@@ -42,10 +43,10 @@ bool SampleGate::justStarted(const Frame& frame) {
 bool SampleGate::enriched(const Frame& frame, const SteadySetup& setup) const {
     constexpr double kQuickThrottle = 70.0;  // per cent in a second
     constexpr double kQuickLoad = 100.0;
-    const double gap = std::max(frame.seconds - last_.seconds, 0.01);
-    const double throttle = setup.throttleKnown ? frame.throttle - last_.throttle : 0.0;
+    const double gap = std::max(frame.seconds - rateFrom_.seconds, kRateOver);
+    const double throttle = setup.throttleKnown ? frame.throttle - rateFrom_.throttle : 0.0;
     return frame.lit(Lamp::AccelPump) || throttle / gap > kQuickThrottle ||
-           std::fabs(frame.load - last_.load) / gap > kQuickLoad;
+           std::fabs(frame.load - rateFrom_.load) / gap > kQuickLoad;
 }
 
 Verdict SampleGate::running(const Frame& frame, const SteadySetup& setup) {
@@ -82,9 +83,16 @@ Verdict SampleGate::mixture(const Frame& frame, const SteadySetup& setup, const 
             verdict = Verdict::AccelEnrichment;
         }
     }
+    remember(frame, late);
+    return verdict;
+}
+
+void SampleGate::remember(const Frame& frame, bool late) {
+    if (late || frame.seconds - rateFrom_.seconds >= kRateOver) {
+        rateFrom_ = frame;
+    }
     last_ = frame;
     begun_ = true;
-    return verdict;
 }
 
 // A quiet sensor may stand still for long while the engine does. No map is right to a step of the sensor over a whole

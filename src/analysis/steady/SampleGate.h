@@ -37,9 +37,11 @@ private:
     [[nodiscard]] bool justStarted(const Frame& frame);
     [[nodiscard]] bool enriched(const Frame& frame, const SteadySetup& setup) const;
     [[nodiscard]] Verdict running(const Frame& frame, const SteadySetup& setup);
+    void remember(const Frame& frame, bool late);
 
     std::array<std::uint64_t, kVerdicts> counts_{};
     Frame last_;
+    Frame rateFrom_;  // what the rates of throttle and load are taken from
     bool begun_ = false;
     double startedAt_ = 0.0;
     bool turned_ = false;

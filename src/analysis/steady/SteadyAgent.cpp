@@ -46,8 +46,16 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
     setup_.richAuthority = richPercent;
     setup_.leanAuthority = leanPercent;
     for (std::size_t cell = 0; cell < kMostCells; ++cell) {
-        ranges_[cell] = authorityOf(setup_, baseline_[cell]);
+        setRange(cell);
     }
+}
+
+// A byte that was beyond the old range too is the tuner's.
+void SteadyAgent::setRange(std::size_t cell) {
+    const ByteRange range = authorityOf(setup_, baseline_[cell]);
+    const int byte = map_.bytes()[cell];
+    beyond_[cell] = (beyond_[cell] || ranges_[cell].holds(byte)) && !range.holds(byte);
+    ranges_[cell] = range;
 }
 
 void SteadyAgent::setTarget(std::size_t cell, float lambda) {
@@ -89,20 +97,26 @@ void SteadyAgent::begin() {
     guess_.reset();
     cuts_.reset();
     delays_.reset(setup_.fixedDelayMs);
-    cells_.reset(setup_, map_);
+    forgetNeeds();
     proof_.proved(map_.bytes());
     minute_.reset(seconds_, map_.bytes());
     again_.reset();
     pulse_.reset();
     watch_.reset();
     edited_.reset();
+    beyond_.reset();
     used_.fill(0);
     rejected_.fill(0);
     learntFor_ = Firmware::Unknown;
 }
 
+void SteadyAgent::forgetNeeds() {
+    cells_.reset(setup_, map_);
+    contradiction_.reset();
+}
+
 void SteadyAgent::fault(StopReason reason) {
-    const bool running = learning() || state_ == State::Waiting;
+    const bool running = wasProved() || state_ == State::Waiting;
     if (running && reason != StopReason::None) {
         stopReason_ = reason;
         handle(Event::Fault);
@@ -162,7 +176,7 @@ std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
             handle(Event::ProofAged);
         }
         cells_.relax();
-        if (learning()) {
+        if (wasProved()) {
             lookAtSome();
         }
     }
@@ -214,7 +228,16 @@ void SteadyAgent::guessFirmware(const Frame& frame, const Burn& burn) {
     }
     if (guess_.firmware() != learntFor_) {
         learntFor_ = guess_.firmware();
-        cells_.reset(setup_, map_);
+        forgetNeeds();
+    }
+}
+
+void SteadyAgent::proved(double seconds) {
+    handle(Event::Proved);
+    provedAt_ = seconds;
+    proof_.proved(map_.bytes());
+    if (contradiction_.atProof()) {
+        forgetNeeds();
     }
 }
 
@@ -228,9 +251,7 @@ CutTrace::Outcome SteadyAgent::followCut(const Frame& frame, Verdict mixture) {
     const auto outcome = cuts_.add(frame.seconds, frame.lambda, SampleGate::cut(frame));
     learnDelay();
     if (outcome == CutTrace::Outcome::Proved && mixture != Verdict::EngineCold) {
-        handle(Event::Proved);
-        provedAt_ = frame.seconds;
-        proof_.proved(map_.bytes());
+        proved(frame.seconds);
     }
     return isWarm(mixture) ? outcome : CutTrace::Outcome::None;
 }
@@ -242,7 +263,7 @@ void SteadyAgent::learnDelay() {
         delays_.learn(*answer, history_);
     }
     if (delays_.anyKnown() && !known) {
-        cells_.reset(setup_, map_);
+        forgetNeeds();
     }
 }
 
@@ -284,13 +305,12 @@ Verdict SteadyAgent::verdictOn(Verdict mixture, const Smeared& burnt) const {
     if (guess_.firmware() == Firmware::Unknown) {
         return Verdict::FirmwareUnknown;
     }
-    return learning() ? Verdict::Used : Verdict::NoProofOfLife;
+    return state_ == State::Working ? Verdict::Used : Verdict::NoProofOfLife;
 }
 
 void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
     constexpr double kSteady = 2.0;  // rows in a second
     constexpr double kSteadier = 0.7;
-    constexpr double kFar = 0.25;
     constexpr double kPure = 0.85;
     const double fuel = guess_.firmware() == Firmware::OneByte ? burnt.oneByte : burnt.fourBytes;
     const double steady = delays_.isKnownAt(burnt.row) ? kSteady : kSteadier;
@@ -301,11 +321,21 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .departure = burnt.departure,
                             .pure = burnt.purity > kPure,
                             .seconds = frame.seconds};
-    if (std::fabs(sample.need - cells_.at(sample.place)) > kFar) {
+    if (contradicts(sample)) {
         verdict_ = Verdict::Outlier;
+        contradiction_.contradicted();
         return;
     }
+    contradiction_.agreed();
     cells_.add(sample);
+}
+
+bool SteadyAgent::contradicts(const NeedSample& sample) const {
+    constexpr double kFar = 0.25;
+    constexpr double kFarFromKnown = 0.06;
+    constexpr double kKnown = 0.8;  // confidence
+    const bool known = cells_.cell(setup_.grid.cellAt(sample.place), guess_.firmware()).confidence > kKnown;
+    return std::fabs(sample.need - cells_.at(sample.place)) > (known ? kFarFromKnown : kFar);
 }
 
 SteadyAgent::Need SteadyAgent::needOf(std::size_t cell) const {
@@ -318,8 +348,12 @@ SteadyAgent::Need SteadyAgent::needOf(std::size_t cell) const {
 }
 
 Correction SteadyAgent::correctionOf(std::size_t cell, const CellNeed& need) const {
-    const auto found = Corrector::correct(map_, need, map_.bytes()[cell], ranges_[cell], setup_.targets[cell]);
-    return edited_[cell] ? found.heldBack(WhyHeld::EditedByHand) : found;
+    const auto byte = map_.bytes()[cell];
+    const auto found = Corrector::correct(map_, need, byte, ranges_[cell], setup_.targets[cell]);
+    if (edited_[cell]) {
+        return found.heldBack(WhyHeld::EditedByHand);
+    }
+    return beyond_[cell] && !ranges_[cell].holds(byte) ? found.into(ranges_[cell], byte) : found;
 }
 
 void SteadyAgent::lookAtSome() {

@@ -10,6 +10,7 @@
 
 #include "analysis/steady/BurnHistory.h"
 #include "analysis/steady/CellEstimator.h"
+#include "analysis/steady/Contradiction.h"
 #include "analysis/steady/Corrector.h"
 #include "analysis/steady/CountLimit.h"
 #include "analysis/steady/CutTrace.h"
@@ -82,7 +83,7 @@ public:
     void setTarget(std::size_t cell, float lambda);
     // The delay of a zone as the tuner fixes it, in ms; 0: it is estimated again.
     void fixDelay(std::size_t zone, double delayMs) { delays_.fix(zone, delayMs); }
-    // The limits alone, while it works.
+    // The limits alone, while it works. Cells that are beyond them by that come back first, whatever they need.
     void setAuthority(double richPercent, double leanPercent);
 
     [[nodiscard]] State state() const { return state_; }
@@ -103,11 +104,13 @@ private:
         bool carried = false;
     };
 
-    [[nodiscard]] bool learning() const { return state_ == State::Working || state_ == State::Unproved; }
+    [[nodiscard]] bool wasProved() const { return state_ == State::Working || state_ == State::Unproved; }
     void handle(Event event);
     void act(Action action);
     void fault(StopReason reason);
     void begin();
+    void forgetNeeds();
+    void setRange(std::size_t cell);
     void beginPutBack(WayBack way);
     [[nodiscard]] MapBytes lastGood() const;
     void observe(const Frame& frame);
@@ -115,10 +118,12 @@ private:
     [[nodiscard]] Verdict checkPulse(const Frame& frame, const Burn& burn);
     void guessFirmware(const Frame& frame, const Burn& burn);
     void learnDelay();
+    void proved(double seconds);
     [[nodiscard]] CutTrace::Outcome followCut(const Frame& frame, Verdict mixture);
     void judge(const Frame& frame, Verdict mixture, CutTrace::Outcome cut);
     [[nodiscard]] Verdict verdictOn(Verdict mixture, const Smeared& burnt) const;
     void take(const Frame& frame, const Smeared& burnt);
+    [[nodiscard]] bool contradicts(const NeedSample& sample) const;
     [[nodiscard]] bool clear(Verdict mixture, double age) const;
     void lookAtSome();
     void putBackSome(double seconds);
@@ -137,6 +142,7 @@ private:
     MapBytes back_{};  // what is being put back
     std::array<ByteRange, kMostCells> ranges_{};
     std::bitset<kMostCells> edited_;  // by hand
+    std::bitset<kMostCells> beyond_;  // their range, which was made smaller
     std::array<std::uint64_t, kMostCells> used_{};
     std::array<std::uint64_t, kMostCells> rejected_{};
     SampleGate gate_;
@@ -145,6 +151,7 @@ private:
     CutTrace cuts_;
     DelayEstimator delays_;
     CellEstimator cells_;
+    Contradiction contradiction_;
     ProofLimit proof_;
     MinuteMemory minute_;
     CountLimit counts_;
