@@ -36,5 +36,12 @@ TEST_F(LinkViewTest, ItsLeastHeightFitsALowScreen) {
     EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 690);
 }
 
+TEST_F(LinkViewTest, ThePlotsHaveABlackGround) {
+    for (const char* name : {"picRoundTrip", "picFrames", "picFaults"}) {
+        auto& plot = find(name);
+        EXPECT_EQ(plot.grab().toImage().pixelColor(plot.width() - 2, 1), QColor(Qt::black)) << name;
+    }
+}
+
 }  // namespace
 }  // namespace korvane::views
