@@ -33,7 +33,7 @@ TEST_F(LinkViewTest, AWindowLowerThanItsPartsScrolls) {
 }
 
 TEST_F(LinkViewTest, ItsLeastHeightFitsALowScreen) {
-    EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 690);
+    EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 480);
 }
 
 TEST_F(LinkViewTest, ThePlotsHaveABlackGround) {

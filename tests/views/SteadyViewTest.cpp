@@ -73,7 +73,7 @@ TEST_F(SteadyViewTest, TheAuthorityIsTypedAndTheDelayIsShown) {
 
 TEST_F(SteadyViewTest, ItsLeastHeightFitsALowScreen) {
     openDetails();
-    EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 690);
+    EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 480);
 }
 
 TEST_F(SteadyViewTest, LongLinesOfTheStateDoNotMakeTheWindowHigher) {
