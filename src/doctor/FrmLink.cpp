@@ -75,6 +75,7 @@ FrmLink::FrmLink(platform::Machine& machine, link::ConnectionPanel& panel) : Win
     Height = kHeight;
     Timer1.Tick = [this] { showAll(); };
     for (auto* picture : {&picRoundTrip, &picFrames, &picFaults}) {
+        picture->BackColor = controls::kBlack;
         picture->Resize = [this] { drawAll(); };
     }
 }

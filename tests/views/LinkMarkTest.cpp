@@ -378,6 +378,36 @@ TEST_F(LinkMarkTest, ABadgeWithoutRoomForItsWordsKeepsItsShape) {
     EXPECT_EQ(image.pixel(image.width() - 1, 0), image.pixel(0, 0)) << "the badge ends there";
 }
 
+TEST_F(LinkMarkTest, ABadgeWithoutRoomForTheAgeKeepsItsWord) {
+    LinkBadge badge(nullptr);
+    const LinkBadge::Look look{LinkBadge::Shape::Ring, Qt::red};
+    const auto painted = [&](const char* word, const char* age) {
+        badge.setState(look, word, age);
+        return badge.grab().toImage();
+    };
+    badge.resize(badge.sizeHint());
+    EXPECT_NE(painted("Silent", "54 s"), painted("Silent", ""));
+    badge.resize(badge.width() - badge.fontMetrics().horizontalAdvance(" 59 min"), badge.height());
+    EXPECT_EQ(painted("Silent", "54 s"), painted("Silent", ""));
+    EXPECT_NE(painted("Silent", "54 s"), painted("", ""));
+}
+
+// The button that tests the port takes room from it.
+TEST_F(LinkMarkTest, TheBadgeOfALowMainWindowKeepsItsWord) {
+    window.resize(960 * 15, 480 * 15);
+    open();
+    pump.wait(54'000);
+    host.clock().tick();
+    settle();
+    ASSERT_TRUE(find(view(), "testPort").isVisible());
+    auto& shown = find<LinkBadge>(view(), "linkBadge");
+    const auto painted = [&](const char* word) {
+        shown.setState({LinkBadge::Shape::Ring, Qt::red}, word, "54 s");
+        return shown.grab().toImage();
+    };
+    EXPECT_NE(painted("Silent"), painted("Paused"));
+}
+
 // Nobody polls while a box is open.
 TEST_F(LinkMarkTest, ALineIsPausedAndNotLateWhileTheProgramWaits) {
     open();

@@ -59,6 +59,19 @@ TEST_F(LowWindow, ShowsAMapAndTheSendButtons) {
     }
 }
 
+TEST_F(LowWindow, DoesNotScrollOnceTheAnalyserHasBeenShown) {
+    tables.SWType = 11;
+    auto& form = open(false, kLow);
+    dynamic_cast<maps::FrmMaps&>(form).chkInjAnal.Value = 1;
+    pages().setCurrentIndex(1);
+    pump.wait(1000);
+    frame();
+    expectNothingScrolled();
+    for (const char* name : {"chkModifyInjSetpoint", "chkSimplemode", "chkSteadyAgent", "steadyDetails"}) {
+        EXPECT_TRUE(isInView(name)) << name;
+    }
+}
+
 TEST_F(LowWindow, BeginsInTheMap) {
     open(false, kLow);
     EXPECT_TRUE(find("txtFuel").hasFocus());
@@ -170,6 +183,25 @@ TEST(FoldingRow, IsFoldedWhereTheGroupsHaveNoRoomSideBySide) {
     row.resize(310, 100);
     EXPECT_FALSE(row.isFolded());
     row.resize(309, 100);
+    EXPECT_TRUE(row.isFolded());
+}
+
+TEST(FoldingRow, IsFoldedOnceAWidgetIsShownForWhichThereIsNoRoom) {
+    QWidget window;
+    auto& row = child<FoldingRow>(&window, 10);
+    auto& first = child<QWidget>(&row);
+    auto& second = child<QWidget>(&row);
+    first.setFixedSize(200, 20);
+    second.setFixedSize(100, 30);
+    row.first().addWidget(&first);
+    row.second().addWidget(&second);
+    second.hide();
+    window.show();
+    row.resize(309, 100);
+    settle();
+    EXPECT_FALSE(row.isFolded());
+    second.show();
+    settle();
     EXPECT_TRUE(row.isFolded());
 }
 

@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -67,6 +69,26 @@ TEST_F(SteadyViewTest, TheAuthorityIsTypedAndTheDelayIsShown) {
     key(rich, Qt::Key_Return, Qt::NoModifier);
     EXPECT_EQ(program.steadyAgent().choices().RichAuthority.get(), 12.0);
     EXPECT_EQ(find<QLabel>("lblZone(1)").text(), "40 to 60 %: not known yet");
+}
+
+TEST_F(SteadyViewTest, ItsLeastHeightFitsALowScreen) {
+    openDetails();
+    EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 480);
+}
+
+TEST_F(SteadyViewTest, LongLinesOfTheStateDoNotMakeTheWindowHigher) {
+    auto& details = openDetails();
+    details.resize(520 * 15, 340 * 15);
+    settle();
+    std::string words;
+    for (int i = 0; i < 100; ++i) {
+        words += "some words ";
+    }
+    details.lblReasons.Caption = words;
+    frame();
+    EXPECT_EQ(view().height(), 340);
+    EXPECT_EQ(view().width(), 520);
+    EXPECT_GT(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(SteadyViewTest, F8OnTheGridPutsBack) {

@@ -10,14 +10,19 @@
 
 namespace korvane::views {
 
-LinkView::LinkView(doctor::FrmLink& window, FrameClock& clock) : WindowView(window, clock) {
-    auto& rows = child<QVBoxLayout>(this);
+namespace {
+constexpr QSizeF kUsual{43, 43};  // text sizes
+}  // namespace
+
+LinkView::LinkView(doctor::FrmLink& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
+    auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
-    rows.addWidget(&makeLine(window.lblState, *this));
+    rows.addWidget(&makeLine(window.lblState, content()));
     rows.addWidget(&makePlot("Round trip", window.lblRoundTrip, window.picRoundTrip), 1);
     rows.addWidget(&makePlot("Frames", window.lblFrames, window.picFrames), 1);
     rows.addWidget(&makePlot("Faults", window.lblFaults, window.picFaults), 1);
+    fitTexts();
 }
 
 QWidget& LinkView::makeLine(controls::Label& label, QWidget& parent) {
@@ -29,7 +34,7 @@ QWidget& LinkView::makeLine(controls::Label& label, QWidget& parent) {
 }
 
 QWidget& LinkView::makePlot(const char* title, controls::Label& label, controls::PictureBox& picture) {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QLatin1String(title));
+    auto& card = child<Card>(&content(), QLatin1String(title));
     auto& rows = child<QVBoxLayout>(&card);
     auto& plot = child<PictureView>(&card);
     plot.setAccessibleName(QLatin1String(title) + QStringLiteral(" of the last ten minutes"));

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "doctor/FrmLink.h"
-#include "views/frame/WindowView.h"
+#include "views/frame/FittedView.h"
 
 namespace korvane::views {
 
-class LinkView : public WindowView {
+class LinkView : public FittedView {
 public:
     LinkView(doctor::FrmLink& window, FrameClock& clock);
 

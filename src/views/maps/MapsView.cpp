@@ -6,6 +6,7 @@
 #include "views/maps/MapPages.h"
 #include "views/maps/MapStatusLine.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/FoldingRow.h"
 #include "views/widgets/PaneStack.h"
 #include "views/widgets/ScrollColumn.h"
 #include "views/widgets/Spacing.h"
@@ -123,11 +124,12 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
         auto& page = stack.addPage();
         auto& rows = layoutIn<QVBoxLayout>(&page);
         if (boxes) {
-            auto& agents = layoutIn<QHBoxLayout>(kNobody);
-            agents.setSpacing(kAgentGap);
-            agents.addWidget(&makeAgentBoxes(window, binder(), &page));
-            agents.addWidget(&makeSteadyBox(window, binder(), &page), 1);
-            rows.addLayout(&agents);
+            auto& agents = child<FoldingRow>(&page, kAgentGap);
+            agents.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+            agents.first().addWidget(&makeAgentBoxes(window, binder(), &agents));
+            agents.first().addStretch(1);
+            agents.second().addWidget(&makeSteadyBox(window, binder(), &agents));
+            rows.addWidget(&agents);
         }
         auto& pane = card(frame, grid, name, &page);
         rows.addWidget(&pane, 1);

@@ -20,6 +20,7 @@ namespace korvane::views {
 
 namespace {
 
+constexpr QSizeF kUsual{40, 43};  // text sizes
 constexpr int kDigits = 6;
 
 QLabel& makeLine(controls::Label& label, const char* spoken, Binder& binder, QWidget* parent) {
@@ -40,8 +41,9 @@ ValueBox& makeValue(controls::TextBox& box, const QString& spoken, Binder& binde
 
 }  // namespace
 
-SteadyView::SteadyView(maps::FrmSteady& window, FrameClock& clock) : WindowView(window, clock), window_(window) {
-    auto& rows = child<QVBoxLayout>(this);
+SteadyView::SteadyView(maps::FrmSteady& window, FrameClock& clock)
+    : FittedView(window, clock, kUsual), window_(window) {
+    auto& rows = child<QVBoxLayout>(&content());
     rows.setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     rows.setSpacing(kSpacing);
     rows.addWidget(&makeState());
@@ -62,17 +64,18 @@ SteadyView::SteadyView(maps::FrmSteady& window, FrameClock& clock) : WindowView(
     }
     order.insert(order.end(), {&window.lstSamples, &window.btnPutBack, &window.btnNewBaseline});
     binder().setTabOrder(order);
+    fitTexts();
 }
 
 void SteadyView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && !isActiveWindow() && binder().isAttached()) {
         binder().act([this] { window_.leaveBox(); });
     }
-    WindowView::changeEvent(event);
+    FittedView::changeEvent(event);
 }
 
 QWidget& SteadyView::makeState() {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("State"));
+    auto& card = child<Card>(&content(), QStringLiteral("State"));
     auto& rows = child<QVBoxLayout>(&card);
     rows.addWidget(&makeLine(window_.lblState, "State", binder(), &card));
     rows.addWidget(&makeLine(window_.lblReason, "Why it is stopped", binder(), &card));
@@ -84,7 +87,7 @@ QWidget& SteadyView::makeState() {
 }
 
 QWidget& SteadyView::makeAuthority() {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("Authority"));
+    auto& card = child<Card>(&content(), QStringLiteral("Authority"));
     auto& grid = child<QGridLayout>(&card);
     const auto add = [&](const char* name, controls::TextBox& box) {
         const int row = grid.rowCount();
@@ -107,7 +110,7 @@ QWidget& SteadyView::makeAuthority() {
 }
 
 QWidget& SteadyView::makeDelays() {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("Delay of lambda, by load"));
+    auto& card = child<Card>(&content(), QStringLiteral("Delay of lambda, by load"));
     auto& grid = child<QGridLayout>(&card);
     grid.addWidget(&child<QLabel>(&card, QStringLiteral("Fixed, ms")), 0, 1);
     for (int zone = 0; zone < window_.txtDelay.count(); ++zone) {
@@ -124,7 +127,7 @@ QWidget& SteadyView::makeDelays() {
 }
 
 QWidget& SteadyView::makeSamples() {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("Samples"));
+    auto& card = child<Card>(&content(), QStringLiteral("Samples"));
     auto& rows = child<QVBoxLayout>(&card);
     auto& list = child<TextList>(&card);
     list.setAccessibleName(QStringLiteral("Samples used, and rejected by reason"));
@@ -135,7 +138,7 @@ QWidget& SteadyView::makeSamples() {
 }
 
 QWidget& SteadyView::makeErrors() {
-    auto& card = child<Card>(static_cast<QWidget*>(this), QStringLiteral("Error of the map against the targets"));
+    auto& card = child<Card>(&content(), QStringLiteral("Error of the map against the targets"));
     auto& rows = child<QVBoxLayout>(&card);
     auto& picture = child<PictureView>(&card);
     picture.setAccessibleName(QStringLiteral("Error of the map over the time of the run"));
@@ -149,9 +152,9 @@ QWidget& SteadyView::makeErrors() {
 QLayout& SteadyView::makeButtons() {
     auto& row = child<QHBoxLayout>(kNobody);
     row.setSpacing(kSpacing);
-    row.addWidget(&makeLine(window_.lblNote, "What came of it", binder(), this), 1);
+    row.addWidget(&makeLine(window_.lblNote, "What came of it", binder(), &content()), 1);
     const auto add = [&](controls::CommandButton& button, char mnemonic) {
-        auto& widget = child<QPushButton>(static_cast<QWidget*>(this));
+        auto& widget = child<QPushButton>(&content());
         binder().bind(button, widget, mnemonic);
         row.addWidget(&widget);
     };

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "maps/steady/FrmSteady.h"
-#include "views/frame/WindowView.h"
+#include "views/frame/FittedView.h"
 #include "views/widgets/Card.h"
 
 namespace korvane::views {
 
-class SteadyView : public WindowView {
+class SteadyView : public FittedView {
 public:
     SteadyView(maps::FrmSteady& window, FrameClock& clock);
 

@@ -1,5 +1,7 @@
 #include "views/widgets/FoldingRow.h"
 
+#include <QEvent>
+
 #include <algorithm>
 
 #include "views/widgets/Child.h"
@@ -25,10 +27,22 @@ QSize FoldingRow::minimumSizeHint() const {
     return {std::max(first_.minimumSize().width(), second_.minimumSize().width()), QWidget::minimumSizeHint().height()};
 }
 
+// A widget of a group may be shown, hidden or get another size.
+bool FoldingRow::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        fold();
+    }
+    return QWidget::event(event);
+}
+
 void FoldingRow::resizeEvent(QResizeEvent* event) {
+    fold();
+    QWidget::resizeEvent(event);
+}
+
+void FoldingRow::fold() {
     const int beside = first_.minimumSize().width() + rows_.spacing() + second_.minimumSize().width();
     rows_.setDirection(width() < beside ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    QWidget::resizeEvent(event);
 }
 
 }  // namespace korvane::views

@@ -19,9 +19,12 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void fold();
+
     QBoxLayout& rows_;
     QHBoxLayout& first_;
     QHBoxLayout& second_;

@@ -38,7 +38,7 @@ void LinkBadge::setState(const Look& look, const QString& word, const QString& a
         return;
     }
     look_ = look;
-    age_ = age;
+    word_ = word;
     setText(words);
     setAccessibleName(QStringLiteral("Line: ") + words);
     update();
@@ -53,7 +53,7 @@ int LinkBadge::widthOf(const QString& words) const {
 }
 
 QString LinkBadge::fitting() const {
-    return width() >= widthOf(text()) ? text() : width() >= widthOf(age_) ? age_ : QString();
+    return width() >= widthOf(text()) ? text() : width() >= widthOf(word_) ? word_ : QString();
 }
 
 QSize LinkBadge::sizeHint() const {

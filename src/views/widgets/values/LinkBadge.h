@@ -8,7 +8,7 @@
 
 namespace korvane::views {
 
-// One that is too narrow for both leaves the word out, then the age too.
+// One that is too narrow for both leaves the age out, then the word too.
 class LinkBadge : public QLabel {
 public:
     enum class Shape { Disc, Ring, Triangle, Bars, Hourglass, Cross };
@@ -41,7 +41,7 @@ private:
     void paintShape(QPainter& painter, const QRectF& place) const;
 
     Look look_{Shape::Cross, Qt::gray};
-    QString age_;
+    QString word_;
     std::function<QString()> tip_;
 };
 
