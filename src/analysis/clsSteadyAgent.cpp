@@ -14,10 +14,7 @@ namespace korvane::analysis {
 
 namespace {
 
-static_assert(maps::SteadyChoices::kZones == steady::kZones, "a zone has no box, or a box no zone");
-
 constexpr int kTick = 100;  // ms
-
 constexpr platform::Micros kAskedFor = 10 * platform::kMicrosPerSecond;
 
 std::string counted(std::size_t cells) {

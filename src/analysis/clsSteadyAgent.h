@@ -24,6 +24,8 @@
 
 namespace korvane::analysis {
 
+static_assert(maps::SteadyChoices::kZones == steady::kZones, "a zone has no box, or a box no zone");
+
 // One for the program. Changes FuelMapOut, and sends each cell as a "Realtime change"; it stores nothing. All that it
 // changes from its start on is one step of the history. It has to be told of every live frame, sends none itself, and
 // costs nothing while it is off.
