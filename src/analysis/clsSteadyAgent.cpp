@@ -367,14 +367,14 @@ bool clsSteadyAgent::isConfirmed() {
 std::size_t clsSteadyAgent::prepareWayBack() {
     const auto cells = cellsOf(agent_.setup().grid);
     std::size_t differing = 0;
+    const auto& engine = parts_.connection.ecuMaps.fuel;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
-        const auto working = parts_.connection.ecuMaps.fuel.working(cell);
         if (cells[cell] != agent_.map()[cell]) {
             agent_.cellEdited(cell, cells[cell]);
         }
         if (cells[cell] != baseline_->cells[cell]) {
             ++differing;
-        } else if (working != cells[cell]) {
+        } else if (!engine.isFresh(cell) || engine.working(cell) != cells[cell]) {
             sender_.add(cell);
         }
     }

@@ -83,7 +83,9 @@ TEST_F(SteadyNames, TheMapIsPutBackByAProcedureAndByTheKey) {
     EXPECT_EQ(run("set FuelMapOut(17) 90"), "ok");
     EXPECT_EQ(run("call clsSteadyAgent.NewBaseline"), "ok \"The baseline is the map as it is now\"");
     EXPECT_EQ(run("set FuelMapOut(17) 95"), "ok");
-    EXPECT_EQ(run("call clsSteadyAgent.PutBack"), "ok \"Put back to the baseline of 2026-01-05 12:00:00: 1 cell\"");
+    EXPECT_EQ(
+        run("call clsSteadyAgent.PutBack"),
+        "ok \"Put back to the baseline of 2026-01-05 12:00:00: 1 cell, in the program only: the port is closed\"");
     run("wait 2000");
     EXPECT_EQ(run("get FuelMapOut(17)"), "ok 90");
     EXPECT_EQ(value("Cell(17).Baseline"), "ok 90");
