@@ -99,8 +99,8 @@ private:
     double limiterSeconds_ = 0.0;
     double pumpSeconds_ = 0.0;
     double enrichment_ = 0.0;  // share of more fuel
-    double spool_ = 0.0;     // bar of boost
-    double coldness_ = 1.0;  // 1 at 0 degrees C and below, 0 when warm
+    double spool_ = 0.0;       // bar of boost
+    double coldness_ = 1.0;    // 1 at 0 degrees C and below, 0 when warm
     EngineConditions conditions_;
     EngineTruth truth_;
     FuelFilm film_;
