@@ -133,6 +133,17 @@ PointEntry entryOf(const fs::directory_entry& file, std::string name) {
     return {.name = std::move(name), .time = time, .reason = std::move(reason), .ecu = ecu, .note = {}, .damage = {}};
 }
 
+// Of the points whose names begin with a date, in no order.
+template <class Visit>
+void forEachDatedName(const fs::path& folder, Visit visit) {
+    std::error_code error;
+    for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
+        if (auto name = nameOf(file->path()); isPointName(name) && beginsWithDate(name)) {
+            visit(std::move(name));
+        }
+    }
+}
+
 std::string noteIn(const fs::path& path) {
     const auto text = platform::readFile(path, PointStore::kLongestNote);
     return text ? core::onOneLine(*text) : std::string();
@@ -183,12 +194,7 @@ std::vector<PointEntry> PointStore::list() const {
 
 std::vector<std::string> PointStore::names() const {
     std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator file(folder_, error), end; !error && file != end; file.increment(error)) {
-        if (auto name = nameOf(file->path()); isPointName(name) && beginsWithDate(name)) {
-            names.push_back(std::move(name));
-        }
-    }
+    forEachDatedName(folder_, [&names](std::string name) { names.push_back(std::move(name)); });
     std::sort(names.begin(), names.end(), std::greater<>());
     return names;
 }
@@ -216,12 +222,15 @@ Decoded<Snapshot> PointStore::load(std::string_view name) const {
 
 // The digits behind the turn differ for two programs.
 std::string PointStore::nameFor(const platform::WallTime& time) const {
-    Turn turn{time, 0};
-    for (const auto& name : names()) {
-        if (const auto newest = turnOf(name)) {
-            turn = std::max(turn, next(*newest));
-            break;
+    std::string newest;
+    forEachDatedName(folder_, [&newest](std::string name) {
+        if (name > newest && turnOf(name)) {
+            newest = std::move(name);
         }
+    });
+    Turn turn{time, 0};
+    if (!newest.empty()) {
+        turn = std::max(turn, next(*turnOf(newest)));
     }
     return nameOf(platform::unusedName(folder_, stemOf(turn))).append(kPoint);
 }
