@@ -58,7 +58,8 @@ std::string nameOf(const fs::path& path) {
 }
 
 bool isPointName(std::string_view name) {
-    return name.size() > kPoint.size() && name.ends_with(kPoint) && nameOf(fs::path(name)) == name;
+    return name.size() > kPoint.size() && name.ends_with(kPoint) &&
+           name.find(fs::path::preferred_separator) == name.npos;
 }
 
 // A file that somebody has copied may have any other name.
