@@ -47,6 +47,22 @@ TEST_F(FrameTest, TheClockRestsUntilSomethingChanges) {
     EXPECT_FALSE(host.clock().isAwake());
 }
 
+TEST(FrameClockTest, AFrameComesAtOnceAfterARestAndElseTwentyMillisecondsAfterTheLast) {
+    EXPECT_EQ(FrameClock::pauseBefore(20, 0), 0);
+    EXPECT_EQ(FrameClock::pauseBefore(3000, 9), 0);
+    EXPECT_EQ(FrameClock::pauseBefore(0, 0), 20);
+    EXPECT_EQ(FrameClock::pauseBefore(5, 10), 15);
+}
+
+TEST(FrameClockTest, ASlowPaintingLeavesAsMuchTimeFreeAsItTook) {
+    EXPECT_EQ(FrameClock::pauseBefore(30, 30), 30);
+    EXPECT_EQ(FrameClock::pauseBefore(70, 30), 0);
+}
+
+TEST(FrameClockTest, ATimeAsleepIsNoSlowPainting) {
+    EXPECT_EQ(FrameClock::pauseBefore(0, 3'600'000), 400);
+}
+
 TEST_F(FrameTest, AHiddenWindowDoesNoWorkAndIsUpToDateWhenItComesBack) {
     show();
     frame();
