@@ -1,5 +1,7 @@
 #include "controls/PictureBox.h"
 
+#include <utility>
+
 namespace korvane::controls {
 
 void Drawing::clear() {
@@ -40,6 +42,26 @@ std::span<Point> Drawing::polyline(std::size_t count, Color color) {
 
 std::span<const Point> Drawing::pointsOf(const Shape& shape) const {
     return std::span(points_).subspan(shape.first, shape.count);
+}
+
+const Drawing& PictureBox::drawing() const {
+    settle();
+    return drawing_;
+}
+
+Drawing& PictureBox::surface() {
+    settle();
+    return drawing_;
+}
+
+void PictureBox::drawLater(std::function<void()> draw) {
+    waiting_ = std::move(draw);
+}
+
+void PictureBox::settle() const {
+    if (waiting_) {
+        std::exchange(waiting_, nullptr)();
+    }
 }
 
 }  // namespace korvane::controls

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -58,9 +59,14 @@ public:
 
     Event<> Resize;  // its width or height changed
 
-    [[nodiscard]] const Drawing& drawing() const { return drawing_; }
+    [[nodiscard]] const Drawing& drawing() const;
     // Draw here, then say so with drawn().
-    [[nodiscard]] Drawing& surface() { return drawing_; }
+    [[nodiscard]] Drawing& surface();
+    // Has `draw` called when somebody asks for the drawing or the surface next, in the place of one that still waits.
+    // Say so with drawn() as well.
+    void drawLater(std::function<void()> draw);
+    // Makes a draw that waits.
+    void settle() const;
     void drawn() { changed(drawingProperty()); }
     [[nodiscard]] const void* drawingProperty() const { return &drawing_; }
 
@@ -76,6 +82,7 @@ protected:
 
 private:
     Drawing drawing_;
+    mutable std::function<void()> waiting_;
 };
 
 }  // namespace korvane::controls

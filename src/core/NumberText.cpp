@@ -57,7 +57,25 @@ void appendZeros(NumberText& text, int count) {
     }
 }
 
+char digitOf(std::uint32_t number, std::uint32_t place) {
+    return static_cast<char>('0' + number / place % 10);
+}
+
+// Up to four digits, which do not wait for one another.
+void appendShort(NumberText& text, std::uint32_t value) {
+    for (const std::uint32_t place : {1000U, 100U, 10U}) {
+        if (value >= place) {
+            text.append(digitOf(value, place));
+        }
+    }
+    text.append(digitOf(value, 1));
+}
+
 void appendInteger(NumberText& text, std::int64_t value) {
+    if (value >= 0 && value < 10000) {
+        appendShort(text, static_cast<std::uint32_t>(value));
+        return;
+    }
     std::array<char, 24> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
     text.append(std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data())));
@@ -125,6 +143,20 @@ NumberText generalText(double value, int precision) {
 // Below this a number of ten-thousandths has at most 14 digits, so the double nearest to it has no shorter text.
 constexpr double kTenThousandthsLimit = 1e10;
 
+// None for 0, and no zeros at the end.
+void appendDecimals(NumberText& text, std::uint32_t tenThousandths) {
+    if (tenThousandths == 0) {
+        return;
+    }
+    text.append('.');
+    for (const std::uint32_t place : {1000U, 100U, 10U, 1U}) {
+        text.append(digitOf(tenThousandths, place));
+        if (tenThousandths % place == 0) {
+            return;
+        }
+    }
+}
+
 NumberText textOfTenThousandths(std::int64_t count) {
     NumberText text;
     if (count < 0) {
@@ -132,14 +164,7 @@ NumberText textOfTenThousandths(std::int64_t count) {
         count = -count;
     }
     appendInteger(text, count / 10000);
-    std::int64_t rest = count % 10000;
-    if (rest != 0) {
-        text.append('.');
-    }
-    for (std::int64_t place = 1000; rest != 0; place /= 10) {
-        text.append(static_cast<char>('0' + rest / place));
-        rest %= place;
-    }
+    appendDecimals(text, static_cast<std::uint32_t>(count % 10000));
     return text;
 }
 

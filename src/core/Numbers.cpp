@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "platform/RuntimeError.h"
@@ -86,6 +87,35 @@ std::string numberPart(std::string_view text) {
     return number;
 }
 
+// A power of ten up to this many digits and a whole number of as many are exact in a double, so that their quotient is
+// the double nearest to the true one.
+constexpr std::size_t kExactDigits = 15;
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// The number that is the whole text, if it has few digits and no exponent: most texts are so.
+std::optional<double> shortNumber(std::string_view text) {
+    const bool negative = text.starts_with('-');
+    std::int64_t number = 0;
+    std::size_t digits = 0;
+    std::size_t point = text.size();
+    for (std::size_t i = negative ? 1 : 0; i < text.size(); ++i) {
+        if (isDigit(text[i]) && ++digits <= kExactDigits) {
+            number = number * 10 + (text[i] - '0');
+        } else if (text[i] == '.' && point == text.size()) {
+            point = i;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (digits == 0) {
+        return std::nullopt;
+    }
+    const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
+    const double size = static_cast<double>(number) / kPowersOfTen[decimals];
+    return negative ? -size : size;
+}
+
 // Places of `mantissa` before its point, leading zeros left out; negative for zeros that follow the point.
 std::int64_t placesOf(std::string_view mantissa) {
     const std::size_t first = mantissa.find_first_of("123456789");
@@ -130,9 +160,20 @@ constexpr double kRounder = 6755399441055744.0;
 constexpr double kRounderLimit = 2251799813685248.0;
 constexpr long double kCurrencyLimit = 9223372036854775807.0L;
 
+// `value`, which lies close beside that half or on it, as std::nearbyint() rounds it.
+double roundedBeside(double half, long double value) {
+    if (value == half) {
+        return std::nearbyint(half);
+    }
+    return std::copysign(half + (value < half ? -0.5 : 0.5), half);
+}
+
 }  // namespace
 
 double val(std::string_view text) {
+    if (const auto number = shortNumber(text)) {
+        return *number;
+    }
     const std::string number = numberPart(text);
     double value = 0.0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
@@ -183,11 +224,16 @@ float toSingle(double value) {
 double toCurrency(double value) {
     const double quick = value * kCurrencyScale;
     const double nearest = roundHalfEven(quick);
-    if (std::abs(quick) < kQuickCurrency && std::abs(std::abs(quick - nearest) - 0.5) > kNearHalf) {
+    const bool isSmall = std::abs(quick) < kQuickCurrency;
+    if (isSmall && std::abs(std::abs(quick - nearest) - 0.5) > kNearHalf) {
         return nearest / kCurrencyScale;
     }
     // The wider type holds the product exactly, so that only a true half counts as one.
-    const long double scaled = std::nearbyint(static_cast<long double>(value) * kCurrencyScale);
+    const long double product = static_cast<long double>(value) * kCurrencyScale;
+    if (isSmall) {
+        return roundedBeside(nearest + (quick < nearest ? -0.5 : 0.5), product) / kCurrencyScale;
+    }
+    const long double scaled = std::nearbyint(product);
     if (!(std::abs(scaled) <= kCurrencyLimit)) {
         platform::raiseOverflow();
     }

@@ -1,5 +1,6 @@
 #include "live/LiveUpdate.h"
 
+#include <algorithm>
 #include <exception>
 #include <string_view>
 
@@ -30,9 +31,14 @@ void skippingErrors(Step step) {
     }
 }
 
+bool belongsToNumber(char character) {
+    return (character >= '0' && character <= '9') || character == '.' || character == '-' || character == '+' ||
+           character == 'E';
+}
+
 // The number in the text, in the range of a float.
 double numberIn(std::string_view text) {
-    if (text.empty() || text.find_first_not_of("0123456789+-.E") != std::string_view::npos) {
+    if (text.empty() || !std::all_of(text.begin(), text.end(), belongsToNumber)) {
         platform::raiseTypeMismatch();
     }
     const double number = core::val(text);
@@ -146,9 +152,9 @@ void LiveUpdate::pushSamples() {
 void LiveUpdate::lightLamps() {
     std::int32_t liveFlags = 0;
     skippingErrors([&] { liveFlags = core::toInt32(value(channelOfLamps())); });
-    for (int n = 0; n < window_.imgLed.count(); ++n) {
-        const bool lit = (liveFlags & firmware_.BitMask[static_cast<std::size_t>(n)]) != 0;
-        window_.imgLed(n).Shown = lit ? controls::Picture::Green : controls::Picture::Grey;
+    auto mask = firmware_.BitMask.begin();
+    for (auto& lamp : window_.imgLed) {
+        lamp.Shown = (liveFlags & *mask++) != 0 ? controls::Picture::Green : controls::Picture::Grey;
     }
 }
 
@@ -185,11 +191,11 @@ void LiveUpdate::feedAnalyser() {
     const auto number = [&](LiveChannel channel) {
         return numberIn(window_.lblValue(static_cast<int>(core::indexOf(channel))).Caption.get());
     };
-    if (number(LiveChannel::Rpm) > kOverrunRpm && number(LiveChannel::Throttle) < kOverrunThrottle) {
+    const double rpm = number(LiveChannel::Rpm);
+    if (rpm > kOverrunRpm && number(LiveChannel::Throttle) < kOverrunThrottle) {
         return;
     }
-    analyser_->addValues(static_cast<float>(number(LiveChannel::Lambda)), tables_.MapPlace,
-                         static_cast<float>(number(LiveChannel::Rpm)),
+    analyser_->addValues(static_cast<float>(number(LiveChannel::Lambda)), tables_.MapPlace, static_cast<float>(rpm),
                          static_cast<float>(number(LiveChannel::Pressure)));
 }
 

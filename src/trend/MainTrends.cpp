@@ -15,8 +15,9 @@ void setUp(cTrendline& line, TrendTable& table, controls::PictureBox& picture) {
     line.PicBox = &picture;
     line.Resolution = 10;
     line.AutoScale = true;
-    line.DrawTrend(table, false);
-    picture.Resize = [&line, &table] { line.DrawTrend(table, false); };
+    table.BeforeMove = [&picture] { picture.settle(); };
+    line.DrawTrendLater(table, false);
+    picture.Resize = [&line, &table] { line.DrawTrendLater(table, false); };
 }
 
 }  // namespace
@@ -29,6 +30,11 @@ MainTrends::MainTrends(live::FrmSarn2& window) : window_(window) {
     setUp(secondLine_, second_, window.picTrend2);
 }
 
+MainTrends::~MainTrends() {
+    window_.picTrend.settle();
+    window_.picTrend2.settle();
+}
+
 // The samples of a frame go to each series once.
 void MainTrends::pushTrendSample(double value, int series, int trend) {
     table(trend).push(value, series);
@@ -38,8 +44,8 @@ void MainTrends::pushTrendSample(double value, int series, int trend) {
 }
 
 void MainTrends::drawTrends() {
-    firstLine_.DrawTrend(first_, false);
-    secondLine_.DrawTrend(second_, false);
+    firstLine_.DrawTrendLater(first_, false);
+    secondLine_.DrawTrendLater(second_, false);
 }
 
 }  // namespace korvane::trend

@@ -1,4 +1,4 @@
-// The two live plots of the main window.
+// The two live plots of the main window. Their shapes are made when somebody looks.
 #pragma once
 
 #include "live/LiveUpdate.h"
@@ -10,6 +10,9 @@ class MainTrends : public live::TrendSink {
 public:
     // Names the series and draws both plots once.
     explicit MainTrends(live::FrmSarn2& window);
+    MainTrends(const MainTrends&) = delete;
+    MainTrends& operator=(const MainTrends&) = delete;
+    ~MainTrends() override;
 
     void pushTrendSample(double value, int series, int trend) override;
     void drawTrends() override;

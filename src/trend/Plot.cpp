@@ -75,14 +75,24 @@ int scaleFor(int peak, int maxY) {
     return peak + 5 >= maxY || peak < maxY - 15 ? peak + 10 : maxY;
 }
 
-void Plot::begin(controls::PictureBox& picture, const PlotScale& scale, bool rightScale) {
+void Plot::place(const controls::PictureBox& picture, const PlotScale& scale, bool rightScale) {
     frame_ = frameOn(picture, scale);
     scale_ = scale;
     legendLeft_ = frame_.right + (rightScale ? kLegendGapRightScale : kLegendGap);
     legendTop_ = frame_.top + frame_.height() * 5 / 100.0;
     placed_ = 0;
+}
+
+void Plot::begin(controls::PictureBox& picture) {
     surface_ = &picture.surface();
     surface_->clear();
+}
+
+// A draw that waits may be this plot's: it is made before the plot gets another place.
+void Plot::begin(controls::PictureBox& picture, const PlotScale& scale, bool rightScale) {
+    picture.settle();
+    place(picture, scale, rightScale);
+    begin(picture);
 }
 
 void Plot::drawValueGrid() {

@@ -53,7 +53,11 @@ struct PlotColumn {
 // RuntimeError 6. Keeps its memory from draw to draw.
 class Plot {
 public:
-    // Clears the surface. `rightScale` says whether the legend makes room for one.
+    // Finds the plot's place on the surface as large as it is now. `rightScale` says whether the legend makes room for
+    // one. A failure leaves the place before.
+    void place(const controls::PictureBox& picture, const PlotScale& scale, bool rightScale);
+    // Clears the surface, on which the plot has its place.
+    void begin(controls::PictureBox& picture);
     void begin(controls::PictureBox& picture, const PlotScale& scale, bool rightScale);
 
     // Lines and labels from zero up, or from a step below zero where room is kept for that.

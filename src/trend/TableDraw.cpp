@@ -12,22 +12,22 @@ namespace {
 constexpr int kRowsBetweenLines = 60;
 constexpr std::size_t kLongestUnit = 8;
 
-core::NumberText newestOf(const TrendTable& table, int series) {
+core::NumberText newestOf(const TrendSeries& series) {
     core::NumberText newest;
-    if (table.hasSamples(series)) {
-        newest = core::numberText(table.value(series, TrendTable::kNewestRow));
+    if (series.hasSamples) {
+        newest = core::numberText(series.samples.front());
     }
     newest.append(" ( ");
-    newest.append(std::string_view(table.unit(series)).substr(0, kLongestUnit));
+    newest.append(series.unit.substr(0, kLongestUnit));
     newest.append(" )");
     return newest;
 }
 
 template <class Action>
-void forNamedSeries(const TrendTable& table, Action action) {
+void forNamedSeries(std::span<const TrendSeries> table, Action action) {
     for (int series = 0; series < kPlotSeries; ++series) {
-        if (!table.name(series).empty()) {
-            action(series);
+        if (const auto& row = table[static_cast<std::size_t>(series)]; !row.name.empty()) {
+            action(row, series);
         }
     }
 }
@@ -43,9 +43,9 @@ void drawTimes(Plot& plot, int maxX, const TableLook& look) {
     }
 }
 
-void drawLine(Plot& plot, const TrendTable& table, int maxX, int series) {
+void drawLine(Plot& plot, std::span<const double> samples, int maxX, int series) {
     const int last = std::min(maxX - 1, TrendTable::kLastRow);
-    plot.drawSeries({table.rows(series, TrendTable::kNewestRow, last)}, series);
+    plot.drawSeries({samples.first(static_cast<std::size_t>(last - TrendTable::kNewestRow) + 1)}, series);
     if (maxX - 1 > TrendTable::kLastRow) {
         platform::raiseSubscript();
     }
@@ -55,27 +55,27 @@ void drawLine(Plot& plot, const TrendTable& table, int maxX, int series) {
 
 double peakOfTable(const TrendTable& table, int maxX) {
     double highest = 0;
-    if (maxX - 2 >= TrendTable::kNewestRow) {
-        forNamedSeries(table, [&](int series) {
-            highest = std::max(highest, peakOf(table.rows(series, TrendTable::kNewestRow, maxX - 2)));
-        });
+    for (int series = 0; series < kPlotSeries && maxX - 2 >= TrendTable::kNewestRow; ++series) {
+        if (!table.name(series).empty()) {
+            highest = std::max(highest, table.peak(series, maxX - 2));
+        }
     }
     return highest;
 }
 
-void drawTable(Plot& plot, const TrendTable& table, int maxX, const TableLook& look, bool rightScale) {
+void drawTable(Plot& plot, std::span<const TrendSeries> table, int maxX, const TableLook& look, bool rightScale) {
     plot.drawValueGrid();
     if (rightScale) {
         plot.drawRightScale();
     }
     drawTimes(plot, maxX, look);
     plot.drawFrame();
-    forNamedSeries(table, [&](int series) {
-        const auto newest = look.newestValues ? newestOf(table, series) : core::NumberText();
-        plot.drawLegend(table.name(series), newest.view(), series);
+    forNamedSeries(table, [&](const TrendSeries& row, int series) {
+        const auto newest = look.newestValues ? newestOf(row) : core::NumberText();
+        plot.drawLegend(row.name, newest.view(), series);
     });
     if (maxX - 2 >= TrendTable::kNewestRow) {
-        forNamedSeries(table, [&](int series) { drawLine(plot, table, maxX, series); });
+        forNamedSeries(table, [&](const TrendSeries& row, int series) { drawLine(plot, row.samples, maxX, series); });
     }
 }
 

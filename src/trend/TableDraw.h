@@ -1,6 +1,7 @@
 // What the plots of a trend table share: scale, legend, times and lines.
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "trend/Plot.h"
@@ -21,6 +22,6 @@ struct TableLook {
 [[nodiscard]] double peakOfTable(const TrendTable& table, int maxX);
 
 // Behind Plot::begin(). Raises RuntimeError 9 for more rows than the table has, when it has drawn those.
-void drawTable(Plot& plot, const TrendTable& table, int maxX, const TableLook& look, bool rightScale);
+void drawTable(Plot& plot, std::span<const TrendSeries> table, int maxX, const TableLook& look, bool rightScale);
 
 }  // namespace korvane::trend

@@ -1,6 +1,7 @@
 // Draws a trend table on a picture box: value grid, minutes, legend and five lines, the newest sample at the right.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "controls/PictureBox.h"
@@ -23,12 +24,24 @@ public:
     // Draws in the surface's twips. A failure (a plot of more than 32767 twips, a value too large for the scale) ends
     // this draw and is not reported; the next draw tries again.
     void DrawTrend(const TrendTable& table, bool rightScale);
+    // The same, but the shapes are made when somebody looks at the picture, which must be settled before the table's
+    // rows move and before PicBox is another one.
+    void DrawTrendLater(const TrendTable& table, bool rightScale);
 
 private:
-    void draw(const TrendTable& table, bool rightScale);
+    // A draw whose plot has its place.
+    struct Draw {
+        std::array<TrendSeries, TrendTable::kSeries> table;
+        int maxX = 0;
+        bool rightScale = false;
+    };
+
+    void place(const TrendTable& table, bool rightScale);
+    void drawPlaced(controls::PictureBox& picture);
     void scaleTo(const TrendTable& table);
 
     Plot plot_;
+    Draw placed_;
 };
 
 }  // namespace korvane::trend

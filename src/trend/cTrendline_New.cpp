@@ -60,7 +60,7 @@ void cTrendline_New::DrawTrend(const TrendTable& table, bool rightScale) {
     guarded("Error: cDrawTrend ", [&] {
         begin(rightScale, ToRight, [&] { return peakOfTable(table, maxX); });
         const TableLook look{ShowValue, XTitleShow, XTitleScale, static_cast<double>(XTitleKerroin), XTitleEnd};
-        drawTable(plot_, table, maxX, look, rightScale);
+        drawTable(plot_, table.seen(), maxX, look, rightScale);
     });
 }
 

@@ -60,6 +60,32 @@ TEST_F(PictureBoxTest, TellsWhenTheDrawingIsDone) {
     EXPECT_THAT(observer.changes, ElementsAre(picture_.drawingProperty()));
 }
 
+TEST_F(PictureBoxTest, ADrawThatWaitsIsMadeOnceWhenSomebodyLooks) {
+    int draws = 0;
+    picture_.drawLater([&] {
+        ++draws;
+        picture_.surface().line({1, 2}, {3, 4}, kRed);
+    });
+    EXPECT_EQ(draws, 0);
+    EXPECT_EQ(picture_.drawing().shapes().size(), 1U);
+    EXPECT_EQ(picture_.drawing().shapes().size(), 1U);
+    EXPECT_EQ(draws, 1);
+}
+
+TEST_F(PictureBoxTest, ALaterDrawTakesThePlaceOfOneThatWaits) {
+    picture_.drawLater([&] { picture_.surface().line({1, 2}, {3, 4}, kRed); });
+    picture_.drawLater([&] { picture_.surface().text({5, 6}, "words", kBlue); });
+    ASSERT_EQ(picture_.drawing().shapes().size(), 1U);
+    EXPECT_EQ(picture_.drawing().shapes()[0].kind, Drawing::Kind::Text);
+}
+
+TEST_F(PictureBoxTest, WhoDrawsOnTheSurfaceDrawsBehindADrawThatWaits) {
+    picture_.drawLater([&] { picture_.surface().line({1, 2}, {3, 4}, kRed); });
+    picture_.surface().text({5, 6}, "words", kBlue);
+    ASSERT_EQ(picture_.drawing().shapes().size(), 2U);
+    EXPECT_EQ(picture_.drawing().shapes()[0].kind, Drawing::Kind::Polyline);
+}
+
 TEST_F(PictureBoxTest, ANewWidthOrHeightRaisesResize) {
     int resizes = 0;
     picture_.Resize = [&] { ++resizes; };

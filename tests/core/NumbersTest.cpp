@@ -1,6 +1,12 @@
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
+#include <stdexcept>
 #include <string>
 
 #include "core/Numbers.h"
@@ -78,6 +84,22 @@ TEST(Val, NumbersThatNoDoubleHoldsEndAtItsLimits) {
     EXPECT_EQ(val("0." + std::string(400, '0') + "1e401"), 1.0);
 }
 
+// A short text is read in another way than a long one: both give the double nearest to the number, and so does strtod.
+TEST(Val, EveryTextOfDigitsIsTheNearestDouble) {
+    std::mt19937 random(11);
+    for (int i = 0; i < 1000000; ++i) {
+        std::string text(random() % 4 == 0 ? 1 : 0, '-');
+        const auto digits = 1 + random() % 18;
+        const auto point = random() % (digits + 4);
+        for (unsigned at = 0; at < digits; ++at) {
+            text += at == point ? "." : "";
+            text += static_cast<char>('0' + random() % 10);
+        }
+        const double expected = std::strtod(text.c_str(), nullptr);
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(val(text)), std::bit_cast<std::uint64_t>(expected)) << text;
+    }
+}
+
 TEST(ToInt, GoesDownToTheNextWholeNumber) {
     EXPECT_EQ(toInt(2.9), 2.0);
     EXPECT_EQ(toInt(-2.1), -3.0);
@@ -148,6 +170,20 @@ TEST(ToCurrency, KeepsFourDecimalsHalfToEven) {
     EXPECT_EQ(toCurrency(2.0 / 2.56), 0.7812);
 }
 
+// The doubles on a half of a ten-thousandth and next to it, rounded exactly by the wider type.
+TEST(ToCurrency, ValuesBesideAHalfGoToTheRightSide) {
+    std::mt19937 random(7);
+    for (int i = 0; i < 300000; ++i) {
+        const double limit = i % 2 == 0 ? 100 : 2e8;
+        const double middle =
+            (std::floor(static_cast<double>(random()) / 4294967296.0 * limit) - limit / 2 + 0.5) / 1e4;
+        for (const double value : {std::nextafter(middle, -1e9), middle, std::nextafter(middle, 1e9)}) {
+            const double expected = static_cast<double>(std::nearbyint(static_cast<long double>(value) * 10000)) / 1e4;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(toCurrency(value)), std::bit_cast<std::uint64_t>(expected)) << value;
+        }
+    }
+}
+
 TEST(ToCurrency, OverflowsBeyondItsRange) {
     EXPECT_EQ(toCurrency(922337203685477.0), 922337203685477.0);
     EXPECT_EQ(errorOf([] { return toCurrency(922337203685478.0); }), platform::kErrorOverflow);
@@ -196,6 +232,11 @@ TEST(TextOf, AFloatHasUpTo7Digits) {
 
 TEST(TextOf, AnInteger) {
     EXPECT_EQ(textOf(-1), "-1");
+    EXPECT_EQ(textOf(0), "0");
+    EXPECT_EQ(textOf(9999), "9999");
+    EXPECT_EQ(textOf(12345), "12345");
+    EXPECT_EQ(textOf(std::numeric_limits<int>::max()), "2147483647");
+    EXPECT_EQ(textOf(std::numeric_limits<int>::min()), "-2147483648");
     EXPECT_EQ(textOf(std::uint8_t{255}), "255");
 }
 
@@ -213,6 +254,25 @@ TEST(NumberText, TheShortWayForTenThousandthsGivesTheSameText) {
     EXPECT_EQ(numberText(-9999999999.5).view(), "-9999999999.5");
     // One bit beside a ten-thousandth is still that number in 15 digits.
     EXPECT_EQ(numberText(std::nextafter(0.7, 1.0)).view(), "0.7");
+}
+
+// All up to 3, compared with the digits that the C library writes.
+TEST(NumberText, ATenThousandthHasTheDigitsThatItNeeds) {
+    for (int count = -30000; count <= 30000; ++count) {
+        std::array<char, 32> expected{};
+        std::snprintf(expected.data(), expected.size(), "%.10g", count / 10000.0);
+        if (std::abs(count) >= 10 || count == 0) {  // below it writes an exponent
+            ASSERT_EQ(numberText(count / 10000.0).view(), expected.data());
+        }
+    }
+}
+
+TEST(NumberText, HasRoomForFortyCharacters) {
+    NumberText text;
+    text.append(std::string(40, 'a'));
+    EXPECT_EQ(text.view(), std::string(40, 'a'));
+    EXPECT_THROW(text.append("b"), std::out_of_range);
+    EXPECT_THROW(text.append('b'), std::out_of_range);
 }
 
 TEST(WithDecimal, PutsTheSeparatorInThePlaceOfThePoint) {

@@ -34,6 +34,22 @@ protected:
         what();
         return count;
     }
+    // Each shape in words: a text, or the points of a line.
+    [[nodiscard]] static std::vector<std::string> shapesOf(const controls::Drawing& drawing) {
+        std::vector<std::string> all;
+        for (const auto& shape : drawing.shapes()) {
+            std::string words;
+            if (shape.kind == controls::Drawing::Kind::Text) {
+                words = drawing.textOf(shape).words;
+            } else {
+                for (const auto& point : drawing.pointsOf(shape)) {
+                    words += std::to_string(point.x) + ',' + std::to_string(point.y) + ' ';
+                }
+            }
+            all.push_back(words);
+        }
+        return all;
+    }
     void liveFrame() { program_.receiveFrame('R', {9, 196, 130, 75, 138, 120, 50, 128, 55, 7, 33, 0, 0, 100, 200}); }
 
     VirtualProgram program_;
@@ -113,6 +129,26 @@ TEST_F(MainTrendsTest, ValuesStayWhenTheConnectionCloses) {
     program_.connect();
     program_.pump.wait(10000);
     EXPECT_EQ(trends_.table(0).value(4, 2), 250);
+}
+
+// Nobody looks for thousands of samples; the picture is that of the last draw all the same.
+TEST_F(MainTrendsTest, APictureIsThatOfItsLastDrawHoweverLateSomebodyLooks) {
+    for (int i = 1; i <= 500; ++i) {
+        trends_.pushTrendSample(i, 4, 0);
+    }
+    trends_.drawTrends();
+    const auto drawn = shapesOf(window_.picTrend.drawing());
+    EXPECT_THAT(drawn, testing::Contains("500 (   )"));
+    for (int i = 1; i <= 500; ++i) {
+        trends_.pushTrendSample(i, 4, 0);
+    }
+    trends_.drawTrends();
+    for (int i = 1; i <= 10000; ++i) {
+        trends_.pushTrendSample(700 + i % 100, 4, 0);
+    }
+    EXPECT_EQ(shapesOf(window_.picTrend.drawing()), drawn);
+    trends_.drawTrends();
+    EXPECT_NE(shapesOf(window_.picTrend.drawing()), drawn);
 }
 
 TEST_F(MainTrendsTest, ANewSizeIsDrawnAtOnce) {

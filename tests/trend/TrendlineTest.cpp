@@ -294,6 +294,47 @@ TEST_F(TrendlineTest, TheNextDrawTriesAgain) {
     EXPECT_EQ(series().size(), 1U);
 }
 
+// A draw that waits shows what it was asked for, whatever has changed until somebody looks.
+TEST_F(TrendlineTest, ADrawThatWaitsShowsTheTableAndTheScalesOfItsTime) {
+    table_.describe(0, "Map", " s");
+    line_.AutoScale = true;
+    pushAll(50, 20);
+    draw();
+    const auto before = std::pair(texts(), shapesOf(Drawing::Kind::Polyline));
+    line_.DrawTrendLater(table_, false);
+    pushAll(200, 7);
+    line_.maxY = 7;
+    line_.minY = -5;
+    line_.maxX = 100;
+    line_.ShowLimits = true;
+    picture_.Width = 4000;
+    picture_.Height = 2000;
+    EXPECT_EQ(std::pair(texts(), shapesOf(Drawing::Kind::Polyline)), before);
+    draw();
+    EXPECT_NE(std::pair(texts(), shapesOf(Drawing::Kind::Polyline)), before);
+}
+
+TEST_F(TrendlineTest, TheScaleOfADrawThatWaitsFollowsAtOnce) {
+    table_.describe(0, "Map", " s");
+    line_.AutoScale = true;
+    pushAll(150);
+    line_.DrawTrendLater(table_, false);
+    EXPECT_EQ(line_.maxY, 160);
+}
+
+TEST_F(TrendlineTest, AFailureLeavesADrawThatWaits) {
+    table_.describe(0, "Map", " s");
+    line_.AutoScale = true;
+    pushAll(50);
+    line_.DrawTrendLater(table_, false);
+    pushAll(40000);
+    line_.DrawTrendLater(table_, false);
+    pushAll(1, 300);
+    picture_.Width = 60000;
+    line_.DrawTrendLater(table_, false);
+    EXPECT_THAT(texts(), Contains(Words{at(7250, 410), "50 (  s )", kWhite}));
+}
+
 TEST_F(TrendlineTest, WithoutASurfaceTheDrawEndsBeforeItsScalesChange) {
     line_.PicBox = nullptr;
     line_.maxY = 0;
