@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <utility>
 
+#include "analysis/SteadyWords.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "link/Frames.h"
@@ -64,67 +64,23 @@ steady::CellReport clsSteadyAgent::cell(std::size_t index) const {
     return index < agent_.setup().grid.cells() ? agent_.cell(index) : steady::CellReport();
 }
 
-// "120 samples, 14 rejected, 2.1 % lean, spread 1.3 %, confidence 0.83, baseline 50, now 52, on target"
 std::string clsSteadyAgent::cellWords(int index) const {
     const auto place = static_cast<std::size_t>(std::max(index, 0));
     const auto baseline = baselineOf(place);
-    if (!baseline || agent_.state() == steady::State::Off) {
-        return {};
-    }
-    const auto report = cell(place);
-    const auto number = [](double value, double steps) { return core::textOf(std::round(value * steps) / steps); };
-    std::string words = std::to_string(report.used) + " samples, " + std::to_string(report.rejected) + " rejected";
-    if (report.weight > 0.0) {
-        words += ", " + number(std::fabs(report.errorPercent), 10.0) +
-                 (report.errorPercent < 0.0 ? " % rich" : " % lean") + ", spread " + number(report.spread, 10.0) +
-                 " %, confidence " + number(report.confidence, 100.0);
-    }
-    words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
-    return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
+    return baseline && agent_.state() != steady::State::Off ? analysis::wordsOf(cell(place), *baseline) : std::string();
 }
 
 std::string clsSteadyAgent::cellReasons(int cell) const {
-    if (cell < 0 || std::cmp_greater_equal(cell, verdicts_.size())) {
-        return {};
-    }
-    const auto& counts = verdicts_.at(static_cast<std::size_t>(cell));
-    std::vector<std::size_t> reasons;
-    for (std::size_t reason = 1; reason < counts.size(); ++reason) {
-        if (counts.at(reason) > 0) {
-            reasons.push_back(reason);
-        }
-    }
-    std::ranges::stable_sort(reasons, std::greater(), [&](std::size_t reason) { return counts.at(reason); });
-    std::string words;
-    for (const auto reason : reasons) {
-        words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
-                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
-    }
-    return words;
+    const auto place = static_cast<std::size_t>(std::max(cell, 0));
+    return cell >= 0 && place < verdicts_.size() ? reasonsOf(verdicts_.at(place)) : std::string();
 }
 
 std::string clsSteadyAgent::zoneWords(std::size_t index) const {
-    const auto zone = agent_.zone(index);
-    const auto whole = [](double value) { return core::textOf(std::round(value)); };
-    std::string words = whole(zone.loadFrom) + " to " + whole(zone.loadTo) + " %: ";
-    if (zone.fixed) {
-        return words + whole(zone.delayMs.value_or(0.0)) + " ms, fixed";
-    }
-    return zone.delayMs && zone.uncertaintyMs
-               ? words + whole(*zone.delayMs) + " ms, give or take " + whole(*zone.uncertaintyMs)
-               : words + "not known yet";
+    return analysis::wordsOf(agent_.zone(index));
 }
 
 std::vector<std::string> clsSteadyAgent::sampleWords() const {
-    std::vector<std::string> rows;
-    for (std::size_t index = 0; index < steady::kVerdicts; ++index) {
-        const auto verdict = static_cast<steady::Verdict>(index);
-        const auto count = agent_.counted(verdict);
-        if (count > 0 || verdict == steady::Verdict::Used) {
-            rows.push_back(std::to_string(count) + ' ' + std::string(steady::wordsOf(verdict)));
-        }
-    }
-    return rows;
+    return samplesOf(agent_);
 }
 
 maps::BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
