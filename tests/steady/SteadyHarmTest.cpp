@@ -240,6 +240,19 @@ TEST(SteadyHarm, TheEcusOwnLambdaControlPutsBackWhatCameSinceTheLastProof) {
     }
 }
 
+TEST(SteadyHarm, APauseOfItsClockMakesTheProofOld) {
+    Ride ride(1);
+    ride.drive(4.0);
+    untilFuelled(ride);
+    ASSERT_EQ(ride.agent.state(), State::Working);
+    ride.agent.rested(30.0);
+    ride.step();
+    EXPECT_EQ(ride.agent.state(), State::Working);
+    ride.agent.rested(80.0);
+    ride.step();
+    EXPECT_EQ(ride.agent.state(), State::Unproved);
+}
+
 TEST(SteadyHarm, FindsTheDelayAgainWhenItHasChanged) {
     Ride ride(1, true, 0.0);
     ride.drive(10.0);
