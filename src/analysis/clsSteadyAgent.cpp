@@ -49,7 +49,9 @@ std::string clsSteadyAgent::state() const {
     using steady::State;
     const bool refused = agent_.state() == State::Off && !reason_.empty();
     const bool onItsWay = agent_.state() == State::Stopped && !sender_.isEmpty();
-    return std::string(steady::wordsOf(refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state()));
+    const auto shown = refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state();
+    return std::string(steady::wordsOf(shown)) +
+           (shown == State::PuttingBack && sender_.isHeldUp() ? ": waits until the ECU answers" : "");
 }
 
 std::string clsSteadyAgent::whyStopped() const {
@@ -242,6 +244,7 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     last_ = parts_.machine.pump.now();
     paused_ = false;
     log_.begin();
+    unsent_.reset();
     verdicts_ = {};
     errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
@@ -278,6 +281,7 @@ void clsSteadyAgent::stop() {
 void clsSteadyAgent::stopFor(std::string reason) {
     reason_ = std::move(reason);
     agent_.stop();
+    log_.stopped(reason_);
 }
 
 void clsSteadyAgent::closes(const void* window) {
@@ -345,10 +349,22 @@ std::string clsSteadyAgent::newBaseline(const maps::MapGeometry& geometry) {
     return failure.empty() ? "The baseline is the map as it is now" : "No new baseline: " + failure;
 }
 
-// The way back needs no frames.
-bool clsSteadyAgent::isPaused() const {
+// The ECU answers, but behind a lost byte it may take seconds until a frame is found whole again. Without frames
+// nothing is learnt or changed.
+bool clsSteadyAgent::isGarbled() {
+    constexpr auto kFrom = platform::kMicrosPerSecond / 2;
+    constexpr auto kLongest = 10 * platform::kMicrosPerSecond;
     const auto& line = parts_.connection.linkState;
-    return line.isBusy() || (!putsBack() && line.state() == link::LinkState::State::Paused);
+    const auto bytes = line.counts().bytes;
+    const bool answers = std::exchange(bytes_, bytes) != bytes;
+    return answers && line.age() >= kFrom && line.age() < kLongest;
+}
+
+// The way back needs no frames.
+bool clsSteadyAgent::isPaused() {
+    const auto& line = parts_.connection.linkState;
+    const bool garbled = isGarbled();
+    return line.isBusy() || (!putsBack() && (garbled || line.state() == link::LinkState::State::Paused));
 }
 
 // A transfer that somebody has ordered is no late link: however long it takes, it counts as one gap.
@@ -356,7 +372,9 @@ double clsSteadyAgent::advance() {
     constexpr double kGap = 1.0;  // seconds
     const auto now = parts_.machine.pump.now();
     const double passed = static_cast<double>(now - last_) / platform::kMicrosPerSecond;
-    seconds_ += std::exchange(paused_, false) ? std::min(passed, kGap) : passed;
+    const double counted = std::exchange(paused_, false) ? std::min(passed, kGap) : passed;
+    seconds_ += counted;
+    agent_.rested(passed - counted);
     last_ = now;
     return seconds_;
 }
@@ -373,6 +391,9 @@ std::string clsSteadyAgent::reasonToStop() const {
         return "the tuning agent was switched on";
     }
     const auto found = factsOf(parts_.tables, connection, geometry_);
+    if (found.facts && !found.facts->calibratedAs(facts_)) {
+        return "the calibration of load, throttle or lambda was changed";
+    }
     return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
 }
 
@@ -413,6 +434,10 @@ void clsSteadyAgent::tick() {
         return;
     }
     takeEdits();
+    watchEdits();
+    if (!runs()) {
+        return;
+    }
     takeTargets();
     make(agent_.onTime(advance()));
     noteErrors();
@@ -483,15 +508,14 @@ void clsSteadyAgent::liveFrame() {
     const bool judges = runs() && !putsBack() && frame.sound();
     const auto changes = agent_.onFrame(frame);
     if (judges) {
-        judged(frame);
+        judged();
     }
     make(changes);
 }
 
-void clsSteadyAgent::judged(const steady::Frame& frame) {
-    if (frame.cell < verdicts_.size()) {
-        ++verdicts_.at(frame.cell).at(static_cast<std::size_t>(agent_.lastVerdict()));
-    }
+// In the cell that the agent counts the sample in.
+void clsSteadyAgent::judged() {
+    ++verdicts_.at(agent_.lastCell()).at(static_cast<std::size_t>(agent_.lastVerdict()));
 }
 
 // What others have changed in the map. The agent has to know what the engine runs on.
@@ -500,16 +524,24 @@ void clsSteadyAgent::takeEdits() {
     if (!runs() || std::equal(cells.begin(), cells.end(), agent_.map().begin())) {
         return;
     }
-    const bool heeds = !putsBack();
-    bool unsent = false;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         if (cells[cell] != agent_.map()[cell]) {
             agent_.cellEdited(cell, cells[cell]);
-            unsent = unsent || parts_.connection.ecuMaps.fuel.working(cell) != cells[cell];
+            unsent_.add(cell, parts_.machine.pump.now());
         }
     }
-    if (heeds && unsent) {
-        stopFor("cells of the fuel map were changed and not sent");
+}
+
+void clsSteadyAgent::watchEdits() {
+    if (putsBack()) {
+        unsent_.reset();
+    }
+    const auto& engine = parts_.connection.ecuMaps.fuel;
+    const auto late = unsent_.late(parts_.machine.pump.now(), [&](std::size_t cell) {
+        return engine.working(cell) == parts_.tables.FuelMapOut.at(cell);
+    });
+    if (!late.empty()) {
+        stopFor(wordsOfUnsent(late));
     }
 }
 
@@ -522,6 +554,7 @@ void clsSteadyAgent::takeTargets() {
 
 // The changes hold until the next call of the agent, and events may run where a window shows them.
 void clsSteadyAgent::make(std::span<const steady::CellChange> changes) {
+    log_.follow(agent_);
     if (changes.empty()) {
         return;
     }
