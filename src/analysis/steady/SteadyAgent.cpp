@@ -292,7 +292,9 @@ void SteadyAgent::judge(const Frame& frame, Verdict mixture, CutTrace::Outcome c
     lastCell_ = burnt.cell;
     ++(verdict_ == Verdict::Used ? used_ : rejected_)[burnt.cell];
     const double target = setup_.targets[burnt.cell];
-    const Sight sight{.reading = reading_, .clear = clear(mixture, age), .target = target, .cut = cut};
+    const bool leaned = !edited_[burnt.cell] && map_.bytes()[burnt.cell] < baseline_[burnt.cell];
+    const Sight sight{
+        .reading = reading_, .clear = clear(mixture, age), .target = target, .leaned = leaned, .cut = cut};
     fault(watch_.check(frame, setup_, sight));
 }
 
