@@ -165,6 +165,20 @@ TEST(SteadyHarm, LearnsNothingFromAnEnrichmentWithoutALamp) {
     }
 }
 
+// 4.5 per cent are within what the pulse may be off by, but not behind an opened throttle.
+TEST(SteadyHarm, BehindAnOpenedThrottleItSeesASmallEnrichment) {
+    for (const bool lit : {false, true}) {
+        Ride ride(1, true, 0.0);
+        ride.car.setEnrichment(0.045);
+        if (lit) {
+            ride.car.lightEnrichment();
+        }
+        ride.drive(20.0);
+        // One opening in 15 s or so, and a second each time: 13 frames of 200.
+        EXPECT_EQ(ride.agent.counted(Verdict::PulseOff) > 300U, lit) << ride.agent.counted(Verdict::PulseOff);
+    }
+}
+
 TEST(SteadyHarm, SendsEachChangeOnceMore) {
     Ride ride(1);
     std::map<std::size_t, double> open;  // changed cells and when
