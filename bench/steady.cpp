@@ -9,6 +9,7 @@
 //     distance,TRIAL,INTERPOLATE,SEED,MINUTE,RMS,FLOOR,WORST
 //                              after so many minutes of the agent, over the cells that were visited in the ten minutes
 //                              before it; WORST is the largest distance of a cell
+//     stopped,TRIAL,INTERPOLATE,SEED,REASON    it has stopped by itself, though nothing was wrong
 //     limit,TRIAL,INTERPOLATE,SEED,COUNTS      by which a cell was beyond the authority at most
 //     right,INTERPOLATE,SEED,VISITED,SELDOM,NEVER  a map that was right: counts by which a cell is off in the end, of
 //                              those that were in use in the first ten minutes, and of others; cells that were changed
@@ -158,6 +159,9 @@ void tryDrive(const Drive& drive, bool interpolate, int seed, int hours) {
     tellDistance(drive, interpolate, seed, 0, run.car.distance(visited));
     const double start = run.car.seconds();
     std::vector<int> minutes = {10, 30};
+    if (drive.lasts) {
+        minutes = {1, 2, 3, 4, 5, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30};
+    }
     for (int hour = 1; drive.lasts && hour <= hours; ++hour) {
         minutes.push_back(60 * hour);
     }
@@ -169,6 +173,9 @@ void tryDrive(const Drive& drive, bool interpolate, int seed, int hours) {
             }
         }
         tellDistance(drive, interpolate, seed, minute, run.car.distance(visited));
+    }
+    if (run.agent.stopReason() != steady::StopReason::None) {
+        std::printf("stopped,%s,%d,%d,%d\n", drive.name, interpolate, seed, static_cast<int>(run.agent.stopReason()));
     }
     std::printf("limit,%s,%d,%d,%d\n", drive.name, interpolate, seed, beyond);
     if (drive.hard && drive.wetting + drive.enrichment == 0.0) {

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kPause = static_cast<int>(link::cellCommand(0, 0, 0).size());  // ms: one for each byte
 constexpr int kRetry = 20;
+constexpr int kSilentRetry = 100;
 constexpr std::int64_t kPatience = 2000;  // with a buffer that does not become empty
 
 }  // namespace
@@ -29,10 +30,24 @@ void CellSender::add(std::size_t cell) {
         lastRoom_ = pump_.milliseconds();
     }
     waiting_.set(cell);
+    again_[cell] = again_[cell] || !isHeard();
+}
+
+bool CellSender::isHeard() const {
+    return connection_.linkState.isHeard();
+}
+
+// Before the first frame of a connection nobody knows whether it takes them.
+bool CellSender::takesCells() const {
+    return isHeard() || connection_.linkState.state() == link::LinkState::State::Silent;
+}
+
+std::bitset<core::kMapSize> CellSender::sendable() const {
+    return isHeard() ? waiting_ | again_ : takesCells() ? waiting_ : std::bitset<core::kMapSize>();
 }
 
 bool CellSender::isBlocked() {
-    if (connection_.MSComm1.OutBufferCount() == 0) {
+    if (!takesCells() || connection_.MSComm1.OutBufferCount() == 0) {
         lastRoom_ = pump_.milliseconds();
     }
     return pump_.milliseconds() - lastRoom_ > kPatience;
@@ -54,6 +69,9 @@ void CellSender::send() {
 }
 
 int CellSender::pauseLeft() const {
+    if (sendable().none()) {
+        return kSilentRetry;
+    }
     if (connection_.linkState.isBusy() || connection_.MSComm1.OutBufferCount() > 0) {
         return kRetry;
     }
@@ -62,10 +80,10 @@ int CellSender::pauseLeft() const {
 
 void CellSender::sendNext() {
     std::size_t cell = 0;
-    while (!waiting_[cell]) {
+    for (const auto cells = sendable(); !cells[cell];) {
         ++cell;
     }
-    waiting_.reset(cell);
+    (waiting_[cell] ? waiting_ : again_).reset(cell);
     const auto byte = tables_.FuelMapOut.at(cell);
     try {
         connection_.MSComm1.Output(link::cellCommand(link::kFuelMap.changeCell, static_cast<std::uint8_t>(cell), byte));

@@ -58,6 +58,14 @@ Missing findLoad(EngineFacts& facts, const core::ParameterAddresses& places, con
                                                            : Missing();
 }
 
+std::array<Calibration, 3> calibrationsOf(const core::LiveTable& live) {
+    const auto of = [&live](LiveChannel which) {
+        const auto& channel = live.liveValues[core::indexOf(which)];
+        return Calibration{channel.gain, channel.offset};
+    };
+    return {of(LiveChannel::Pressure), of(LiveChannel::Throttle), of(LiveChannel::Lambda)};
+}
+
 // At the ends of the sensor's range a calibration of the channel must not hide that it is there.
 double lambdaOf(const core::LiveValue& channel) {
     constexpr double kRichEnd = 3.0;  // of the byte
@@ -76,6 +84,9 @@ FactsFound factsOf(const core::SharedTables& tables, const link::ConnectionPanel
     }
     EngineFacts facts;
     facts.throttleKnown = tables.ThrottleMax > tables.ThrottleMin;
+    facts.calibrations = calibrationsOf(tables);
+    facts.throttleFrom = tables.ThrottleMin;
+    facts.throttleTo = tables.ThrottleMax;
     facts.lambdaControl = ((static_cast<unsigned>(misc->at(kEnableHigh)) << 8U) >> kLambdaBit & 1U) != 0;
     Missing missing = findOffset(facts, misc->at(kInjectionOffset), tables, connection, geometry);
     if (missing.empty()) {

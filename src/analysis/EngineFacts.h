@@ -1,6 +1,7 @@
 // What the steady agent has to know of the ECU's settings, and a live frame as it takes it.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -21,13 +22,25 @@ struct LoadRule {
     bool operator==(const LoadRule&) const = default;
 };
 
+// By which the program makes a channel's value of the ECU's number.
+struct Calibration {
+    double gain = 1.0;
+    double offset = 0.0;
+
+    bool operator==(const Calibration&) const = default;
+};
+
 struct EngineFacts {
     double offsetCounts = 0.0;  // of the fuel map, that the injection offset adds to each cell
     int highest = 255;          // the stop of the key +
     LoadRule load;
     bool lambdaControl = false;
     bool throttleKnown = false;
+    std::array<Calibration, 3> calibrations;  // of the pressure, the throttle and lambda
+    int throttleFrom = 0;                     // its ends
+    int throttleTo = 0;
 
+    [[nodiscard]] bool calibratedAs(const EngineFacts& other) const { return calibrations == other.calibrations; }
     bool operator==(const EngineFacts&) const = default;
 };
 

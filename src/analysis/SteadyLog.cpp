@@ -1,6 +1,7 @@
 #include "analysis/SteadyLog.h"
 
 #include <cmath>
+#include <utility>
 
 #include "core/Numbers.h"
 #include "core/TimeText.h"
@@ -38,9 +39,23 @@ void SteadyLog::write(std::span<const steady::CellChange> changes, const steady:
     for (const auto& change : changes) {
         text += change.isRepeat() ? std::string() : lineOf(change, agent).append(core::kLineEnd);
     }
-    if (text.empty()) {
-        return;
+    if (!text.empty()) {
+        append(text);
     }
+}
+
+void SteadyLog::follow(const steady::SteadyAgent& agent) {
+    if (std::exchange(told_, agent.stopReason()) != agent.stopReason()) {
+        stopped(steady::wordsOf(agent.stopReason()));
+    }
+}
+
+// "12:00:05 STOP link late"
+void SteadyLog::stopped(std::string_view reason) {
+    append(core::timeText(machine_.pump.wallTime()) + " STOP " + std::string(reason) + std::string(core::kLineEnd));
+}
+
+void SteadyLog::append(const std::string& text) {
     try {
         core::appendText(machine_.folder / fileName(), text);
     } catch (const platform::RuntimeError& failure) {

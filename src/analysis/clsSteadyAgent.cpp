@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <utility>
 
+#include "analysis/SteadyWords.h"
 #include "core/Numbers.h"
 #include "core/TimeText.h"
 #include "link/Frames.h"
@@ -49,7 +49,9 @@ std::string clsSteadyAgent::state() const {
     using steady::State;
     const bool refused = agent_.state() == State::Off && !reason_.empty();
     const bool onItsWay = agent_.state() == State::Stopped && !sender_.isEmpty();
-    return std::string(steady::wordsOf(refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state()));
+    const auto shown = refused ? State::Stopped : onItsWay ? State::PuttingBack : agent_.state();
+    return std::string(steady::wordsOf(shown)) +
+           (shown == State::PuttingBack && sender_.isHeldUp() ? ": waits until the ECU answers" : "");
 }
 
 std::string clsSteadyAgent::whyStopped() const {
@@ -64,67 +66,23 @@ steady::CellReport clsSteadyAgent::cell(std::size_t index) const {
     return index < agent_.setup().grid.cells() ? agent_.cell(index) : steady::CellReport();
 }
 
-// "120 samples, 14 rejected, 2.1 % lean, spread 1.3 %, confidence 0.83, baseline 50, now 52, on target"
 std::string clsSteadyAgent::cellWords(int index) const {
     const auto place = static_cast<std::size_t>(std::max(index, 0));
     const auto baseline = baselineOf(place);
-    if (!baseline || agent_.state() == steady::State::Off) {
-        return {};
-    }
-    const auto report = cell(place);
-    const auto number = [](double value, double steps) { return core::textOf(std::round(value * steps) / steps); };
-    std::string words = std::to_string(report.used) + " samples, " + std::to_string(report.rejected) + " rejected";
-    if (report.weight > 0.0) {
-        words += ", " + number(std::fabs(report.errorPercent), 10.0) +
-                 (report.errorPercent < 0.0 ? " % rich" : " % lean") + ", spread " + number(report.spread, 10.0) +
-                 " %, confidence " + number(report.confidence, 100.0);
-    }
-    words += ", baseline " + std::to_string(*baseline) + ", now " + std::to_string(report.byte);
-    return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
+    return baseline && agent_.state() != steady::State::Off ? analysis::wordsOf(cell(place), *baseline) : std::string();
 }
 
 std::string clsSteadyAgent::cellReasons(int cell) const {
-    if (cell < 0 || std::cmp_greater_equal(cell, verdicts_.size())) {
-        return {};
-    }
-    const auto& counts = verdicts_.at(static_cast<std::size_t>(cell));
-    std::vector<std::size_t> reasons;
-    for (std::size_t reason = 1; reason < counts.size(); ++reason) {
-        if (counts.at(reason) > 0) {
-            reasons.push_back(reason);
-        }
-    }
-    std::ranges::stable_sort(reasons, std::greater(), [&](std::size_t reason) { return counts.at(reason); });
-    std::string words;
-    for (const auto reason : reasons) {
-        words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
-                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
-    }
-    return words;
+    const auto place = static_cast<std::size_t>(std::max(cell, 0));
+    return cell >= 0 && place < verdicts_.size() ? reasonsOf(verdicts_.at(place)) : std::string();
 }
 
 std::string clsSteadyAgent::zoneWords(std::size_t index) const {
-    const auto zone = agent_.zone(index);
-    const auto whole = [](double value) { return core::textOf(std::round(value)); };
-    std::string words = whole(zone.loadFrom) + " to " + whole(zone.loadTo) + " %: ";
-    if (zone.fixed) {
-        return words + whole(zone.delayMs.value_or(0.0)) + " ms, fixed";
-    }
-    return zone.delayMs && zone.uncertaintyMs
-               ? words + whole(*zone.delayMs) + " ms, give or take " + whole(*zone.uncertaintyMs)
-               : words + "not known yet";
+    return analysis::wordsOf(agent_.zone(index));
 }
 
 std::vector<std::string> clsSteadyAgent::sampleWords() const {
-    std::vector<std::string> rows;
-    for (std::size_t index = 0; index < steady::kVerdicts; ++index) {
-        const auto verdict = static_cast<steady::Verdict>(index);
-        const auto count = agent_.counted(verdict);
-        if (count > 0 || verdict == steady::Verdict::Used) {
-            rows.push_back(std::to_string(count) + ' ' + std::string(steady::wordsOf(verdict)));
-        }
-    }
-    return rows;
+    return samplesOf(agent_);
 }
 
 maps::BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
@@ -286,6 +244,7 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     last_ = parts_.machine.pump.now();
     paused_ = false;
     log_.begin();
+    unsent_.reset();
     verdicts_ = {};
     errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
@@ -322,6 +281,7 @@ void clsSteadyAgent::stop() {
 void clsSteadyAgent::stopFor(std::string reason) {
     reason_ = std::move(reason);
     agent_.stop();
+    log_.stopped(reason_);
 }
 
 void clsSteadyAgent::closes(const void* window) {
@@ -389,10 +349,22 @@ std::string clsSteadyAgent::newBaseline(const maps::MapGeometry& geometry) {
     return failure.empty() ? "The baseline is the map as it is now" : "No new baseline: " + failure;
 }
 
-// The way back needs no frames.
-bool clsSteadyAgent::isPaused() const {
+// The ECU answers, but behind a lost byte it may take seconds until a frame is found whole again. Without frames
+// nothing is learnt or changed.
+bool clsSteadyAgent::isGarbled() {
+    constexpr auto kFrom = platform::kMicrosPerSecond / 2;
+    constexpr auto kLongest = 10 * platform::kMicrosPerSecond;
     const auto& line = parts_.connection.linkState;
-    return line.isBusy() || (!putsBack() && line.state() == link::LinkState::State::Paused);
+    const auto bytes = line.counts().bytes;
+    const bool answers = std::exchange(bytes_, bytes) != bytes;
+    return answers && line.age() >= kFrom && line.age() < kLongest;
+}
+
+// The way back needs no frames.
+bool clsSteadyAgent::isPaused() {
+    const auto& line = parts_.connection.linkState;
+    const bool garbled = isGarbled();
+    return line.isBusy() || (!putsBack() && (garbled || line.state() == link::LinkState::State::Paused));
 }
 
 // A transfer that somebody has ordered is no late link: however long it takes, it counts as one gap.
@@ -400,7 +372,9 @@ double clsSteadyAgent::advance() {
     constexpr double kGap = 1.0;  // seconds
     const auto now = parts_.machine.pump.now();
     const double passed = static_cast<double>(now - last_) / platform::kMicrosPerSecond;
-    seconds_ += std::exchange(paused_, false) ? std::min(passed, kGap) : passed;
+    const double counted = std::exchange(paused_, false) ? std::min(passed, kGap) : passed;
+    seconds_ += counted;
+    agent_.rested(passed - counted);
     last_ = now;
     return seconds_;
 }
@@ -417,6 +391,9 @@ std::string clsSteadyAgent::reasonToStop() const {
         return "the tuning agent was switched on";
     }
     const auto found = factsOf(parts_.tables, connection, geometry_);
+    if (found.facts && !found.facts->calibratedAs(facts_)) {
+        return "the calibration of load, throttle or lambda was changed";
+    }
     return found.facts == facts_ ? std::string() : "settings of the injection or of the load were changed";
 }
 
@@ -457,6 +434,10 @@ void clsSteadyAgent::tick() {
         return;
     }
     takeEdits();
+    watchEdits();
+    if (!runs()) {
+        return;
+    }
     takeTargets();
     make(agent_.onTime(advance()));
     noteErrors();
@@ -527,15 +508,14 @@ void clsSteadyAgent::liveFrame() {
     const bool judges = runs() && !putsBack() && frame.sound();
     const auto changes = agent_.onFrame(frame);
     if (judges) {
-        judged(frame);
+        judged();
     }
     make(changes);
 }
 
-void clsSteadyAgent::judged(const steady::Frame& frame) {
-    if (frame.cell < verdicts_.size()) {
-        ++verdicts_.at(frame.cell).at(static_cast<std::size_t>(agent_.lastVerdict()));
-    }
+// In the cell that the agent counts the sample in.
+void clsSteadyAgent::judged() {
+    ++verdicts_.at(agent_.lastCell()).at(static_cast<std::size_t>(agent_.lastVerdict()));
 }
 
 // What others have changed in the map. The agent has to know what the engine runs on.
@@ -544,16 +524,24 @@ void clsSteadyAgent::takeEdits() {
     if (!runs() || std::equal(cells.begin(), cells.end(), agent_.map().begin())) {
         return;
     }
-    const bool heeds = !putsBack();
-    bool unsent = false;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         if (cells[cell] != agent_.map()[cell]) {
             agent_.cellEdited(cell, cells[cell]);
-            unsent = unsent || parts_.connection.ecuMaps.fuel.working(cell) != cells[cell];
+            unsent_.add(cell, parts_.machine.pump.now());
         }
     }
-    if (heeds && unsent) {
-        stopFor("cells of the fuel map were changed and not sent");
+}
+
+void clsSteadyAgent::watchEdits() {
+    if (putsBack()) {
+        unsent_.reset();
+    }
+    const auto& engine = parts_.connection.ecuMaps.fuel;
+    const auto late = unsent_.late(parts_.machine.pump.now(), [&](std::size_t cell) {
+        return engine.working(cell) == parts_.tables.FuelMapOut.at(cell);
+    });
+    if (!late.empty()) {
+        stopFor(wordsOfUnsent(late));
     }
 }
 
@@ -566,6 +554,7 @@ void clsSteadyAgent::takeTargets() {
 
 // The changes hold until the next call of the agent, and events may run where a window shows them.
 void clsSteadyAgent::make(std::span<const steady::CellChange> changes) {
+    log_.follow(agent_);
     if (changes.empty()) {
         return;
     }

@@ -10,6 +10,7 @@
 #include "analysis/EngineFacts.h"
 #include "analysis/LogRehearsal.h"
 #include "analysis/SteadyLog.h"
+#include "analysis/UnsentEdits.h"
 #include "analysis/clsInjAnalyser.h"
 #include "analysis/steady/SteadyAgent.h"
 #include "controls/clsTimer.h"
@@ -80,7 +81,8 @@ private:
 
     [[nodiscard]] bool runs() const;
     [[nodiscard]] bool putsBack() const { return agent_.state() == steady::State::PuttingBack; }
-    [[nodiscard]] bool isPaused() const;
+    [[nodiscard]] bool isGarbled();
+    [[nodiscard]] bool isPaused();
     [[nodiscard]] maps::BaselineOwner owner(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::span<const std::uint8_t> cellsOf(const steady::Grid& grid) const;
 
@@ -111,12 +113,13 @@ private:
     // Looks for what the mathematics do not see. Whether it has stopped for it.
     bool stopsNow();
     void stopFor(std::string reason);
-    void judged(const steady::Frame& frame);
+    void judged();
     void noteErrors();
     void noteOtherErrors();
     void note(const maps::ErrorSum& sum, double seconds);
     [[nodiscard]] double advance();
     void takeEdits();
+    void watchEdits();
     void takeTargets();
     void make(std::span<const steady::CellChange> changes);
 
@@ -126,6 +129,7 @@ private:
     steady::SteadyAgent agent_;
     CellSender sender_;
     SteadyLog log_;
+    UnsentEdits unsent_;
     maps::ErrorTrend errors_;
     bool otherRuns_ = false;  // the tuning agent, as far as the errors have been noted
     std::array<std::array<std::uint32_t, steady::kVerdicts>, steady::kMostCells> verdicts_{};
@@ -140,6 +144,7 @@ private:
     platform::Micros last_ = 0;
     double seconds_ = 0.0;  // of the agent's clock
     bool paused_ = false;
+    std::int64_t bytes_ = 0;                 // that had come by the last tick
     std::optional<platform::Micros> asked_;  // whether to put back so much
 };
 

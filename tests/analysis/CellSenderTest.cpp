@@ -1,9 +1,11 @@
 // How the steady agent's cells reach the engine.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AnalysisBench.h"
 #include "analysis/CellSender.h"
+#include "link/Frames.h"
 
 namespace korvane::analysis {
 namespace {
@@ -25,6 +27,9 @@ protected:
         main_.MSComm1.Settings = "57600,N,8,1";
         main_.MSComm1.setPortOpen(true);
     }
+
+    // Cells that have gone out, whatever else has.
+    std::ptrdiff_t cellsSent() { return std::ranges::count(machine_.recorder.takeBytes(), std::uint8_t{'g'}); }
 
     core::MapHistory history_{tables_, machine_.pump};
     CellSender sender_{tables_, main_, history_, machine_.pump};
@@ -84,6 +89,39 @@ TEST_F(CellSenderTest, ATransferGoesFirst) {
     }
     machine_.pump.wait(100);
     EXPECT_THAT(machine_.recorder.takeBytes(), SizeIs(6));
+}
+
+// A live frame, as the connection reports it.
+TEST_F(CellSenderTest, WhatWasAddedWhileTheEcuIsLateGoesOutTwiceOnceItIsHeard) {
+    openPort();
+    main_.TimerRequestData.Enabled = true;
+    main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
+    ASSERT_TRUE(main_.linkState.isHeard());
+    machine_.pump.wait(5000);
+    ASSERT_EQ(main_.linkState.state(), link::LinkState::State::Late);
+    static_cast<void>(cellsSent());
+    sender_.add(5);
+    sender_.send();
+    machine_.pump.wait(30000);
+    EXPECT_EQ(cellsSent(), 0);
+    EXPECT_TRUE(sender_.isHeldUp());
+    main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
+    machine_.pump.wait(300);
+    EXPECT_EQ(cellsSent(), 2);
+    EXPECT_TRUE(sender_.isEmpty());
+}
+
+TEST_F(CellSenderTest, WhatWasSentBeforeTheFirstFrameGoesOutOnceMoreBehindIt) {
+    openPort();
+    sender_.add(5);
+    sender_.send();
+    machine_.pump.wait(1000);
+    EXPECT_THAT(machine_.recorder.takeBytes(), SizeIs(6));
+    EXPECT_FALSE(sender_.isEmpty());
+    main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now());
+    machine_.pump.wait(300);
+    EXPECT_THAT(machine_.recorder.takeBytes(), SizeIs(6));
+    EXPECT_TRUE(sender_.isEmpty());
 }
 
 }  // namespace

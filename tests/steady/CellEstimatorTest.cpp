@@ -161,5 +161,23 @@ TEST_F(SteadyCells, CarryToANeighbourOnlyWithTwoKnownBesideIt) {
     EXPECT_EQ(estimator_.carried(1 * 16 + 5, Firmware::FourBytes).weight, 0.0);
 }
 
+// The spread beyond a per cent, where a visit has fewer than four samples.
+TEST_F(SteadyCells, SamplesOfShortVisitsThatDifferMuchLeaveADoubt) {
+    const std::size_t cell = 5 * 16 + 5;
+    const auto visits = [&](int each) {
+        reset([](std::size_t) { return 1.0; });
+        for (int i = 0; i < 100 * each; ++i) {
+            seconds_ += i % each == 0 ? 2.0 : 0.0;
+            sampleAt(centreOf(cell), 0.0, i % 2 == 0 ? 0.03 : -0.03);
+        }
+        settle();
+        return estimator_.cell(cell, Firmware::FourBytes);
+    };
+    const CellNeed brief = visits(3);
+    EXPECT_NEAR(brief.spread, 0.032, 0.006);
+    EXPECT_NEAR(brief.doubt, brief.spread - 0.01, 1e-12);
+    EXPECT_EQ(visits(5).doubt, 0.0);
+}
+
 }  // namespace
 }  // namespace korvane::steady

@@ -53,6 +53,18 @@ TEST(SteadyCorrector, NeverGoesToAndFro) {
     }
 }
 
+// 2 per cent too much, of which 1.8 are in doubt: a fifth of a count. On the other side no doubt counts.
+TEST(SteadyCorrector, TakesFuelAwayOnlyBeyondTheDoubt) {
+    const auto doubtful = [](double counts) {
+        CellNeed need = needOf(counts);
+        need.doubt = 0.018;
+        return Corrector::correct(emptyMap(), need, 100, kWide, kTarget);
+    };
+    EXPECT_EQ(doubtful(98.0).held, WhyHeld::OnTarget);
+    EXPECT_EQ(doubtful(96.0).step, -2);
+    EXPECT_EQ(doubtful(102.0).step, 1);
+}
+
 TEST(SteadyCorrector, LeavesTheStandardError) {
     // 10 per cent less 0.8 times 5 per cent are 6 per cent, of which it goes 0.7: 4 counts.
     EXPECT_EQ(correct(110.517, 100, kWide, 0.05).step, 4);

@@ -101,6 +101,23 @@ TEST(DelayEstimator, EstimatesAgainWhenTheTunerLetsGo) {
     EXPECT_NEAR(*estimator.zone(1).delayMs, 420.0, 25.0);
 }
 
+// 1e-7 square seconds in a second: in an hour the deviation grows by the root of 3.6e-4, to 19 ms and more, and is told
+// 1.96 times. After five hours it is above 40 ms.
+TEST(DelayEstimator, GrowsLessCertainWithTheTimeSinceTheLastSteps) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    estimator.pass(1.0);
+    car.run(estimator, 5.0, 0.30, 20);
+    const double before = *estimator.zone(1).uncertaintyMs;
+    estimator.pass(1.0 + 3600.0);
+    ASSERT_TRUE(estimator.zone(1).uncertaintyMs.has_value());
+    EXPECT_NEAR(*estimator.zone(1).uncertaintyMs, std::hypot(before, 1.96 * 18.97), 0.5);
+    estimator.pass(1.0 + 5.0 * 3600.0);
+    EXPECT_FALSE(estimator.zone(1).delayMs.has_value());
+    car.run(estimator, 5.0, 0.30, 20);
+    EXPECT_TRUE(estimator.zone(1).delayMs.has_value());
+}
+
 TEST(DelayEstimator, LeavesOutAnAnswerThatCantBe) {
     DelayEstimator estimator = fresh();
     DelayAtLoad car;

@@ -57,6 +57,8 @@ public:
     }
     // The ECU adds so much fuel when the load rises quickly; it fades in 0.8 s, and no lamp tells of it.
     void setEnrichment(double share) { enrichment_ = share; }
+    // A lamp tells of the first 0.3 s of it.
+    void lightEnrichment() { lit_ = true; }
     // It stays at a place until release().
     void hold(const Place& place) {
         held_ = true;
@@ -89,7 +91,8 @@ public:
         frame_.cell = grid_.cellAt(place_);
         frame_.duty = cut ? 0.0 : std::round(pulse() * (1.0 + enriched_) * frame_.rpm / 4000.0);
         frame_.waterC = 85.0;
-        frame_.lamps = (1U << 13U) | (cut ? 1U << 10U : 1U << 3U);
+        const bool pump = lit_ && enriched_ > enrichment_ * std::exp(-0.3 / 0.8);
+        frame_.lamps = (1U << 13U) | (pump ? 1U << 4U : 0U) | (cut ? 1U << 10U : 1U << 3U);
         frame_.lambda = std::round(reading() * 25.6) / 25.6;
         return frame_;
     }
@@ -173,6 +176,7 @@ private:
     double needShare_ = 1.0;
     double enrichment_ = 0.0;
     double enriched_ = 0.0;
+    bool lit_ = false;
     bool held_ = false;
     double delay_ = 0.25;
     double sensor_ = 12.5;

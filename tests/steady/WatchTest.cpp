@@ -46,6 +46,26 @@ TEST(SteadyWatch, StopsForALeanMixtureUnderLoadWithinASecond) {
     EXPECT_EQ(stopOf(15.8, Verdict::Used, 80.0, false).reason, StopReason::None) << "after a fuel cut";
 }
 
+// 1.10 times 12.5 is 13.75. Wet walls may be lean for up to a second.
+TEST(SteadyWatch, WhereTheAgentHasTakenFuelAwayItStopsEarlier) {
+    const auto stops = [](double lambda, bool leaned, double seconds, double load = 80.0) {
+        Watch watch;
+        for (double now = 1000.0; now < 1000.0 + seconds; now += 0.075) {
+            const Frame frame{.seconds = now, .rpm = 4000.0, .load = load, .lambda = lambda, .waterC = 85.0};
+            const Sight sight{.clear = true, .target = kTarget, .leaned = leaned};
+            if (watch.check(frame, SteadySetup{}, sight) == StopReason::LeanUnderLoad) {
+                return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(stops(13.9, true, 1.2));
+    EXPECT_FALSE(stops(13.9, true, 0.9));
+    EXPECT_FALSE(stops(13.9, false, 10.0));
+    EXPECT_FALSE(stops(13.7, true, 10.0));
+    EXPECT_FALSE(stops(13.9, true, 10.0, 50.0));
+}
+
 TEST(SteadyWatch, StopsForASensorAtAnEndOfItsRange) {
     EXPECT_EQ(stopOf(19.96, Verdict::LambdaRailed, 30.0).reason, StopReason::LambdaLean);
     EXPECT_EQ(stopOf(10.1, Verdict::LambdaRailed).reason, StopReason::LambdaRich);

@@ -177,15 +177,20 @@ double CellEstimator::errorOf(std::size_t index, bool one) const {
 
 CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
     constexpr double kFewest = 3.0;  // samples of the cell
+    constexpr double kUsual = 0.01;
+    constexpr double kShort = 4.0;  // samples of a visit
     const Own& row = known_[index];
     const bool one = firmware == Firmware::OneByte;
     const double weight = one ? row.pure : row.near;
     const double error = errorOf(index, one);
+    const bool passes = weight < kShort * row.visits;
+    const double spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0;
     return {.need = one ? meanNeed(index) : need_[index],
             .weight = weight,
             .visits = row.visits,
-            .spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0,
+            .spread = spread,
             .error = error,
+            .doubt = passes ? std::max(spread - kUsual, 0.0) : 0.0,
             .confidence = weight < kFewest ? 0.0 : 1.0 / (1.0 + error * error / (kSure * kSure))};
 }
 
@@ -203,6 +208,7 @@ CellNeed CellEstimator::carried(std::size_t index, Firmware firmware) const {
             need.weight += beside.weight;
             need.visits += beside.visits;
             need.error = std::max(need.error, beside.error);
+            need.doubt = std::max(need.doubt, beside.doubt);
             need.confidence = std::min(need.confidence, beside.confidence);
         }
     }

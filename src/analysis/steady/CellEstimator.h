@@ -29,6 +29,7 @@ struct CellNeed {
     double visits = 0.0;      // in which they were taken, a second apart at least
     double spread = 0.0;      // of a single sample, as a share of the fuel
     double error = 0.0;       // standard error of `need`
+    double doubt = 0.0;       // what samples of short visits that differ much may all have in common, share of the fuel
     double confidence = 0.0;  // 0 to 1
 };
 

@@ -39,8 +39,9 @@ Correction Corrector::correct(const PulseMap& map, const CellNeed& need, std::ui
     }
     const double wanted = need.need - std::log(target);
     const double share = wanted - map.logOf(byte);
-    // Only what is missing beyond the standard error is acted on.
-    const double sure = std::copysign(std::max(std::fabs(share) - kErrors * need.error, 0.0), share);
+    // Only what is missing beyond the standard error is acted on, and fuel is taken away only beyond the doubt too.
+    const double margin = kErrors * need.error + (share < 0.0 ? need.doubt : 0.0);
+    const double sure = std::copysign(std::max(std::fabs(share) - margin, 0.0), share);
     const double missing = map.countsOf(map.logOf(byte) + sure) - byte;
     Correction result{.errorPercent = 100.0 * std::expm1(share), .held = WhyHeld::NoConfidence};
     if (need.confidence < kLeastConfidence) {

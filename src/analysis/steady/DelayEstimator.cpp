@@ -11,7 +11,7 @@ constexpr double kFirstGuess = 0.2;  // seconds
 constexpr double kFirstSpread = 0.3;
 constexpr double kNeighbours = 0.6;  // correlation of zones before anything is known
 constexpr double kMeasured = 0.035;  // of one answer; frames alone give 0.022
-constexpr double kDrift = 1e-7;      // of the squared delay with each answer
+constexpr double kDrift = 1e-7;      // by which the squared delay may change in a second: 19 ms in an hour
 constexpr double kMost = 1.2;
 
 double middleOf(std::size_t zone) {
@@ -102,6 +102,14 @@ void DelayEstimator::learnLag(const Answer& answer) {
     }
 }
 
+void DelayEstimator::pass(double seconds) {
+    const double passed = std::max(seconds - time_, 0.0);
+    for (std::size_t i = 0; i < kZones && time_ > 0.0; ++i) {
+        spread_[i][i] = std::min(spread_[i][i] + kDrift * passed, kFirstSpread * kFirstSpread);
+    }
+    time_ = seconds;
+}
+
 void DelayEstimator::learn(const Answer& answer, const BurnHistory& history) {
     learnLag(answer);
     const double travelled = answer.delay - lag_;
@@ -133,7 +141,6 @@ void DelayEstimator::update(const Shares& slope, double error) {
     Shares gain{};
     double variance = kMeasured * kMeasured;
     for (std::size_t i = 0; i < kZones; ++i) {
-        spread_[i][i] += kDrift;
         for (std::size_t j = 0; j < kZones; ++j) {
             gain[i] += spread_[i][j] * slope[j];
         }

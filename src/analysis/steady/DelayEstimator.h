@@ -28,6 +28,8 @@ public:
     void reset(const std::array<double, kZones>& fixedMs);
     // The tuner's own delay of a zone, in ms; 0: it is estimated again.
     void fix(std::size_t index, double delayMs) { fixed_.at(index) = delayMs / 1000.0; }
+    // With each frame: what was learnt grows less certain with time.
+    void pass(double seconds);
     // `history` still has what happened since the step.
     void learn(const Answer& answer, const BurnHistory& history);
 
@@ -60,6 +62,7 @@ private:
     std::array<std::array<double, kZones>, kZones> spread_{};  // their covariance
     std::array<int, kZones> steps_{};
     std::array<double, kZones> fixed_{};
+    double time_ = 0.0;
     int outliers_ = 0;  // in a row
     double lag_ = 0.12;
     int lags_ = 0;

@@ -185,6 +185,7 @@ std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
 
 void SteadyAgent::observe(const Frame& frame) {
     const Burn burn = burnOf(frame);
+    delays_.pass(frame.seconds);
     history_.setLag(delays_.lag());
     history_.add(frame.seconds, burn);
     guessFirmware(frame, burn);
@@ -210,6 +211,9 @@ Burn SteadyAgent::burnOf(const Frame& frame) {
 
 Verdict SteadyAgent::checkPulse(const Frame& frame, const Burn& burn) {
     const auto off = guess_.off(frame.duty, frame.rpm, burn.oneByte, burn.fourBytes);
+    if (burn.verdict == Verdict::AccelEnrichment) {
+        pulse_.expect(frame.seconds);
+    }
     if (burn.verdict != Verdict::Used || !off) {
         return burn.verdict;
     }
@@ -285,9 +289,12 @@ void SteadyAgent::judge(const Frame& frame, Verdict mixture, CutTrace::Outcome c
         take(frame, burnt);
     }
     gate_.count(verdict_);
+    lastCell_ = burnt.cell;
     ++(verdict_ == Verdict::Used ? used_ : rejected_)[burnt.cell];
     const double target = setup_.targets[burnt.cell];
-    const Sight sight{.reading = reading_, .clear = clear(mixture, age), .target = target, .cut = cut};
+    const bool leaned = !edited_[burnt.cell] && map_.bytes()[burnt.cell] < baseline_[burnt.cell];
+    const Sight sight{
+        .reading = reading_, .clear = clear(mixture, age), .target = target, .leaned = leaned, .cut = cut};
     fault(watch_.check(frame, setup_, sight));
 }
 

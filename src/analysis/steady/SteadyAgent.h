@@ -73,6 +73,8 @@ public:
     std::span<const CellChange> onFrame(const Frame& frame);
     // Where no frame comes: the link may be late. The same as onFrame otherwise.
     std::span<const CellChange> onTime(double seconds);
+    // So many seconds have passed that its clock leaves out: what was proved is older by that.
+    void rested(double seconds) { provedAt_ -= seconds; }
     void ecuRestarted() { fault(StopReason::EcuRestarted); }
     void sendRefused() { fault(StopReason::SendRefused); }
     // The ECU has begun to correct by lambda itself: what lambda has told since the last proof may not be the map's.
@@ -94,6 +96,8 @@ public:
     [[nodiscard]] std::uint64_t counted(Verdict verdict) const { return gate_.counted(verdict); }
     // Of the last frame.
     [[nodiscard]] Verdict lastVerdict() const { return verdict_; }
+    // In which it was burnt, and is counted.
+    [[nodiscard]] std::size_t lastCell() const { return lastCell_; }
     [[nodiscard]] CellReport cell(std::size_t index) const;
     [[nodiscard]] const MapBytes& baseline() const { return baseline_; }
     [[nodiscard]] const MapBytes& map() const { return map_.bytes(); }
@@ -163,6 +167,7 @@ private:
     Firmware learntFor_ = Firmware::Unknown;
     Verdict reading_ = Verdict::Used;
     Verdict verdict_ = Verdict::Used;
+    std::size_t lastCell_ = 0;
     double seconds_ = 0.0;
     bool begun_ = false;  // there is a baseline
     double provedAt_ = 0.0;

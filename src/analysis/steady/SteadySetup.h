@@ -39,6 +39,8 @@ struct SteadySetup {
     double coldBelow = 70.0;     // degrees C of water
     // Leaner than this times the target, at a load of so many per cent and more, is a danger.
     double leanLimit = 1.25;
+    // The same where the agent itself has taken fuel away.
+    double leanedLimit = 1.10;
     double leanFromLoad = 60.0;
     // Delay in each zone as the tuner fixed it, in ms; 0: to be estimated.
     std::array<double, kZones> fixedDelayMs{};

@@ -21,7 +21,8 @@ double Watch::Lasting::hold(bool holds, double seconds) {
 }
 
 StopReason Watch::check(const Frame& frame, const SteadySetup& setup, const Sight& sight) {
-    constexpr double kLeanFor = 0.4;  // seconds
+    constexpr double kLeanFor = 0.4;    // seconds
+    constexpr double kLeanedFor = 1.0;  // fuel that wets the walls is missing for less when the throttle opens
     constexpr double kEndFor = 3.0;
     constexpr double kColdBy = 5.0;  // degrees
     const double now = frame.seconds;
@@ -29,14 +30,16 @@ StopReason Watch::check(const Frame& frame, const SteadySetup& setup, const Sigh
     last_ = now;
     warm_ = warm_ || frame.waterC >= setup.coldBelow;
     const bool cold = warm_ && frame.waterC < setup.coldBelow - kColdBy;
-    const bool loaded =
-        sight.clear && frame.load >= setup.leanFromLoad && frame.lambda > setup.leanLimit * sight.target;
+    const bool loaded = sight.clear && frame.load >= setup.leanFromLoad;
+    const bool lean = loaded && frame.lambda > setup.leanLimit * sight.target;
+    const bool leaned = loaded && sight.leaned && frame.lambda > setup.leanedLimit * sight.target;
     const bool stuck = sight.clear && sight.reading == Verdict::LambdaStuck;
     const bool ended = sight.clear && sight.reading != Verdict::Used && !stuck;
     const bool high = frame.lambda > sight.target;
-    const std::array<std::pair<StopReason, bool>, 9> findings = {{
+    const std::array<std::pair<StopReason, bool>, 10> findings = {{
         {StopReason::LinkLate, gap},
-        {StopReason::LeanUnderLoad, lean_.hold(loaded, now) > kLeanFor},
+        {StopReason::LeanUnderLoad, lean_.hold(lean, now) > kLeanFor},
+        {StopReason::LeanUnderLoad, leaned_.hold(leaned, now) > kLeanedFor},
         {StopReason::LambdaLean, leanEnd_.hold(ended && high, now) > kEndFor},
         {StopReason::LambdaRich, richEnd_.hold(ended && !high, now) > kEndFor},
         {StopReason::LambdaStuck, stuck_.hold(stuck, now) > kEndFor},

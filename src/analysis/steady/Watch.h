@@ -14,6 +14,7 @@ struct Sight {
     Verdict reading = Verdict::Used;  // of the frame's lambda
     bool clear = false;               // the gas at the sensor is that of a warm engine with fuel
     double target = 0.0;              // of the place
+    bool leaned = false;              // the agent has taken fuel away there
     CutTrace::Outcome cut = CutTrace::Outcome::None;
 };
 
@@ -37,6 +38,7 @@ private:
     };
 
     Lasting lean_;
+    Lasting leaned_;
     Lasting leanEnd_;
     Lasting richEnd_;
     Lasting stuck_;
