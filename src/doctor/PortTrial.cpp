@@ -7,10 +7,6 @@
 
 namespace korvane::doctor {
 
-namespace {
-constexpr int kErrorSpeedRefused = 8015;
-}
-
 PortTrial::PortTrial(platform::EventPump& pump, platform::SerialLine& line)
     : pump_(pump), line_(line), alarm_(pump.makeAlarm([this] { (this->*std::exchange(step_, nullptr))(); })) {}
 
@@ -72,7 +68,7 @@ void PortTrial::askAtNextSpeed() {
         line_.open(port_, nextSpeed(), *this);
         after(kIdle, &PortTrial::send);
     } catch (const platform::RuntimeError& error) {
-        if (error.number() != kErrorSpeedRefused) {
+        if (error.number() != platform::kErrorSpeedRefused) {
             end(error.what());
             return;
         }

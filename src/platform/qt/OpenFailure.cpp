@@ -5,10 +5,8 @@ namespace korvane::platform {
 namespace {
 
 constexpr int kErrorNoDevice = 8002;
-constexpr int kErrorInUse = 8005;
 constexpr int kErrorNoPermission = 8010;
 constexpr int kErrorCannotOpen = 8012;
-constexpr int kErrorSetBaud = 8015;
 
 }  // namespace
 
@@ -33,7 +31,7 @@ RuntimeError openError(OpenFailure failure, const OpenAttempt& attempt) {
         case OpenFailure::InUse:
             return {kErrorInUse, device + ": in use by another program. Close that program and try again."};
         case OpenFailure::RefusedRate:
-            return {kErrorSetBaud,
+            return {kErrorSpeedRefused,
                     device + ": the device refuses " + std::to_string(attempt.baud) + " baud. Choose another speed."};
         case OpenFailure::Other:
             break;
