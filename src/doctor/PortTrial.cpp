@@ -20,7 +20,7 @@ void PortTrial::listen(int port, int baud) {
     try {
         line_.open(port_, baud, *this);
     } catch (const platform::RuntimeError& error) {
-        end(error.what());
+        end(error.what(), error.number());
         return;
     }
     after(kListening, &PortTrial::endListening);
@@ -50,6 +50,7 @@ void PortTrial::begin(int port) {
     port_ = port;
     received_.clear();
     failure_.clear();
+    failureNumber_ = 0;
 }
 
 void PortTrial::after(platform::Micros time, Step step) {
@@ -69,7 +70,7 @@ void PortTrial::askAtNextSpeed() {
         after(kIdle, &PortTrial::send);
     } catch (const platform::RuntimeError& error) {
         if (error.number() != platform::kErrorSpeedRefused) {
-            end(error.what());
+            end(error.what(), error.number());
             return;
         }
         asked_.push_back({nextSpeed(), Fate::Refused, {}});
@@ -109,8 +110,9 @@ void PortTrial::lineLost(const std::string& reason) {
     end(reason);
 }
 
-void PortTrial::end(const std::string& why) {
+void PortTrial::end(const std::string& why, int number) {
     failure_ = why;
+    failureNumber_ = number;
     stop();
     tell();
 }

@@ -10,9 +10,13 @@ constexpr int kErrorCannotOpen = 8012;
 
 }  // namespace
 
+std::string deviceName(int port, const std::string& path) {
+    return port == kPortOfPath ? path : "COM" + std::to_string(port) + " (" + path + ")";
+}
+
 RuntimeError openError(OpenFailure failure, const OpenAttempt& attempt) {
     const std::string port = "COM" + std::to_string(attempt.port);
-    const std::string device = port + " (" + attempt.path + ")";
+    const std::string device = deviceName(attempt.port, attempt.path);
     const std::string orNameIt = "start the program with --port " + port + "=/dev/...";
     switch (failure) {
         case OpenFailure::NothingFound:
