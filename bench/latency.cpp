@@ -3,11 +3,8 @@
 
 #include <optional>
 
-#include "PtyFrames.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
+#include "WireRig.h"
 #include "support/PropertyWatch.h"
-#include "support/VirtualProgram.h"
 
 namespace {
 constexpr int kFrames = 2000;
@@ -16,26 +13,18 @@ constexpr int kFrames = 2000;
 int main(int argc, char** argv) {
     using namespace korvane;  // NOLINT
     QCoreApplication application(argc, argv);
-    PtyFrames device;
-    support::VirtualMachine host;
-    platform::QtPump pump;
-    platform::QtSerialLine line(pump, platform::PortMap(pump, {{1, device.device()}}));
-    platform::Machine machine = host.with(pump, line);
-    program::Program program(machine);
-    program.start();
-    program.connectTo(1);
-    program.frmSarn2().TimerRequestData.Enabled = false;
-    program.frmSarn2().TimerGetSettings.Enabled = false;
+    WireRig rig;
+    rig.start();
 
-    auto& label = program.frmSarn2().lblValue(0);
+    auto& label = rig.program.frmSarn2().lblValue(0);
     std::optional<Clock::time_point> seen;
     const support::PropertyWatch watch(label, &label.Caption, [&] { seen = Clock::now(); });
     std::vector<double> micros;
     for (int i = 0; i < kFrames; ++i) {
         seen.reset();
-        micros.push_back(device.measure(pump, static_cast<std::uint8_t>(i % 250), [&] { return seen; }));
+        micros.push_back(rig.device.measure(rig.pump, static_cast<std::uint8_t>(i % 250), [&] { return seen; }));
     }
     tellFigure("wire to label", std::move(micros));
-    program.quit();
+    rig.program.quit();
     return 0;
 }

@@ -7,11 +7,7 @@
 
 #include <optional>
 
-#include "PtyFrames.h"
-#include "platform/qt/QtPump.h"
-#include "platform/qt/QtSerialLine.h"
-#include "program/Program.h"
-#include "support/VirtualMachine.h"
+#include "WireRig.h"
 #include "views/Views.h"
 
 namespace {
@@ -43,29 +39,23 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication application(argc, argv);
-    PtyFrames device;
-    support::VirtualMachine below;
-    platform::QtPump pump;
-    platform::QtSerialLine line(pump, platform::PortMap(pump, {{1, device.device()}}));
-    platform::Machine machine = below.with(pump, line);
-    program::Program program(machine);
-    views::ViewHost host(below.windows);
-    host.setLink(program.frmSarn2().linkState, [&program] { program.disconnect(); });
+    WireRig rig;
+    auto& window = rig.program.frmSarn2();
+    views::ViewHost host(rig.below.windows);
+    host.setLink(window.linkState, [&rig] { rig.program.disconnect(); });
     views::addViews(host);
-    program.start();
-    program.connectTo(1);
-    program.frmSarn2().TimerRequestData.Enabled = false;
-    program.frmSarn2().TimerGetSettings.Enabled = false;
-    pump.wait(2000);
+    rig.start();
+    rig.pump.wait(2000);
 
-    Painted painted(*host.viewOf(program.frmSarn2())->findChild<QWidget*>(QStringLiteral("lblValue(0)")));
+    Painted painted(*host.viewOf(window)->findChild<QWidget*>(QStringLiteral("lblValue(0)")));
     std::vector<double> micros;
     for (int i = 0; i < kFrames; ++i) {
-        pump.wait(30);
+        rig.pump.wait(30);
         painted.seen.reset();
-        micros.push_back(device.measure(pump, static_cast<std::uint8_t>(i % 250), [&] { return painted.seen; }));
+        micros.push_back(
+            rig.device.measure(rig.pump, static_cast<std::uint8_t>(i % 250), [&] { return painted.seen; }));
     }
     tellFigure("wire to painted pixel", std::move(micros));
-    program.quit();
+    rig.program.quit();
     return 0;
 }

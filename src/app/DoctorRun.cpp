@@ -11,6 +11,7 @@
 #include "app/ReplyWriter.h"
 #include "app/Session.h"
 #include "console/text/Json.h"
+#include "core/OneLine.h"
 #include "doctor/Doctor.h"
 #include "doctor/TrialFindings.h"
 #include "platform/FilePreferences.h"
@@ -50,8 +51,8 @@ Json jsonList(const Items& items) {
     return list;
 }
 
-std::string jsonOf(const doctor::Doctor& doctor, int port) {
-    return console::writeJson(Json::Object{{"port", "COM" + std::to_string(port)},
+std::string jsonOf(const doctor::Doctor& doctor, const std::string& port) {
+    return console::writeJson(Json::Object{{"port", port},
                                            {"works", doctor.works()},
                                            {"findings", jsonList(doctor.findings())},
                                            {"asked", jsonList(doctor.asked())},
@@ -74,13 +75,18 @@ public:
             tellAnswers();
         }
         if (options_.json) {
-            output_.write(jsonOf(doctor_, *options_.doctor));
+            output_.write(jsonOf(doctor_, portName()));
         }
         return doctor_.works() && !output_.failed() ? 0 : 1;
     }
 
 private:
     static constexpr int kListenAt = 57600;
+
+    [[nodiscard]] std::string portName() const {
+        const int port = *options_.doctor;
+        return port == platform::kPortOfPath ? core::onOneLine(options_.ports.at(port)) : "COM" + std::to_string(port);
+    }
 
     void finish() {
         while (doctor_.runs()) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/OneLine.h"
+#include "platform/PortFacts.h"
 
 namespace korvane::app {
 
@@ -137,12 +138,12 @@ void setFile(Options& options, const std::string& value) {
     options.file = value;
 }
 
-// A device that is named by its path is tested as the first port.
+// A device that is named by its path has no number.
 void setDoctor(Options& options, const std::string& value) {
     const bool isPort = value.empty() || value.starts_with("COM");
-    options.doctor = value.empty() || !isPort ? 1 : portNumber(value);
+    options.doctor = value.empty() ? 1 : isPort ? portNumber(value) : platform::kPortOfPath;
     if (!isPort) {
-        options.ports[1] = value;
+        options.ports[platform::kPortOfPath] = value;
     }
 }
 

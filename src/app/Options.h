@@ -27,13 +27,13 @@ struct Options {
     std::optional<std::filesystem::path> script;
     platform::WallTime now{2026, 1, 5, 12, 0, 0};
     std::optional<std::string> ecu;    // "none", or KEY=VALUE,... as given
-    std::map<int, std::string> ports;  // the devices that COM1 to COM15 mean
+    std::map<int, std::string> ports;  // the devices that COM1 to COM15 mean, and platform::kPortOfPath
     std::optional<int> connect;        // COM port to connect to at the start
     std::optional<std::filesystem::path> folder;
     std::optional<std::filesystem::path> preferences;
     std::optional<char> decimal;
     std::optional<std::filesystem::path> trace;
-    std::optional<int> doctor;                  // the COM port to test instead of starting the program
+    std::optional<int> doctor;                  // the port to test instead of starting the program
     std::optional<std::filesystem::path> file;  // to open in its window at the start
 };
 

@@ -127,7 +127,8 @@ std::string decode(std::string_view bytes) {
     if (!isUtf8(bytes)) {
         return fromWindows1252(bytes);
     }
-    if (bytes.starts_with(kByteOrderMark)) {
+    // With one left, what is written back would begin with it.
+    while (bytes.starts_with(kByteOrderMark)) {
         bytes.remove_prefix(kByteOrderMark.size());
     }
     return std::string(bytes);

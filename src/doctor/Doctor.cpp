@@ -15,7 +15,10 @@ void Doctor::lookAlone(int port) {
     port_ = port;
     asked_.clear();
     verdict_.reset();
-    findings_ = findingsOf(line_.factsOf(port));
+    const auto facts = line_.factsOf(port);
+    device_ = facts.device;
+    findings_ = findingsOf(facts);
+    hasLooked_ = true;
 }
 
 void Doctor::look(int port, int baud) {
@@ -26,7 +29,7 @@ void Doctor::look(int port, int baud) {
 }
 
 bool Doctor::mayAsk() const {
-    return !runs() && port_ != 0 && mayWork(findings_);
+    return !runs() && hasLooked_ && mayWork(findings_);
 }
 
 void Doctor::ask() {
@@ -54,7 +57,7 @@ void Doctor::trialChanged() {
 
 void Doctor::takeListening() {
     if (!trial_.failure().empty()) {
-        findings_.push_back(findingOfFailure(trial_.failure()));
+        findings_.push_back(findingOfFailure(trial_, device_));
     } else if (trial_.heard()) {
         findings_.push_back(findingOf(*trial_.heard()));
     }
@@ -63,7 +66,7 @@ void Doctor::takeListening() {
 void Doctor::takeAnswers() {
     asked_ = trial_.asked();
     if (!trial_.failure().empty()) {
-        verdict_ = findingOfFailure(trial_.failure());
+        verdict_ = findingOfFailure(trial_, device_);
     } else if (!trial_.runs()) {
         verdict_ = verdictOf(asked_);
     }

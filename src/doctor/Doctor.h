@@ -55,7 +55,9 @@ private:
     platform::SerialLine& line_;
     PortTrial trial_;
     bool asks_ = false;
+    bool hasLooked_ = false;
     int port_ = 0;
+    std::string device_;
     std::vector<Finding> findings_;
     std::vector<PortTrial::Asked> asked_;
     std::optional<Finding> verdict_;

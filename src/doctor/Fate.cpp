@@ -11,7 +11,7 @@ namespace korvane::doctor {
 namespace {
 
 constexpr std::size_t kShortIdentity = 4;
-constexpr std::size_t kFrameOverhead = 3;  // command, length, complement
+constexpr std::size_t kFrameOverhead = link::kFrameOverhead;
 
 using Payload = std::span<const std::uint8_t>;
 

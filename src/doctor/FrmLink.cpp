@@ -20,6 +20,8 @@ constexpr int kWidth = 560 * 15;  // twips
 constexpr int kHeight = 560 * 15;
 constexpr int kTextHeight = 210;
 constexpr controls::Color kAxisColor = 0xC0C0C0;  // light grey
+constexpr controls::Color kFaultColor = controls::kYellow;
+constexpr controls::Color kLimitColor = controls::kYellow;
 constexpr double kSpan = LinkHistory::kSeconds;
 
 using Value = std::function<std::optional<double>(const Second&)>;
@@ -28,10 +30,17 @@ std::string tenths(double value) {
     return core::textOf(std::round(value * 10.0) / 10.0);
 }
 
-double topOf(std::span<const Second> seconds, const Value& value) {
-    double most = 1.0;
+struct Plot {
+    Value value;
+    std::string unit;
+    controls::Color color;
+    std::optional<double> limit = {};  // a level line
+};
+
+double topOf(std::span<const Second> seconds, const Plot& plot) {
+    double most = std::max(plot.limit.value_or(0.0), 1.0);
     for (const auto& second : seconds) {
-        most = std::max(most, value(second).value_or(0.0));
+        most = std::max(most, plot.value(second).value_or(0.0));
     }
     return controls::plotTop(most);
 }
@@ -52,16 +61,18 @@ void drawLine(controls::Drawing& drawing, std::span<const Second> seconds, const
     }
 }
 
-void draw(controls::PictureBox& picture, std::span<const Second> seconds, const Value& value, const std::string& unit,
-          controls::Color color) {
+void draw(controls::PictureBox& picture, std::span<const Second> seconds, const Plot& plot) {
     auto& drawing = picture.surface();
     drawing.clear();
     const PlotFrame frame{static_cast<double>(picture.Width), static_cast<double>(picture.Height - kTextHeight), kSpan,
-                          topOf(seconds, value)};
+                          topOf(seconds, plot)};
     drawing.line(frame.at(0.0, 0.0), frame.at(kSpan, 0.0), kAxisColor);
     drawing.line(frame.at(0.0, frame.top / 2.0), frame.at(kSpan, frame.top / 2.0), kAxisColor);
-    drawLine(drawing, seconds, value, frame, color);
-    drawing.text({60, 30}, core::textOf(frame.top) + unit, kAxisColor);
+    if (plot.limit) {
+        drawing.line(frame.at(0.0, *plot.limit), frame.at(kSpan, *plot.limit), kLimitColor);
+    }
+    drawLine(drawing, seconds, plot.value, frame, plot.color);
+    drawing.text({60, 30}, core::textOf(frame.top) + plot.unit, kAxisColor);
     drawing.text({60, controls::plotTwips(frame.height)}, "10 min ago", kAxisColor);
     drawing.text({controls::plotTwips(frame.width - 500.0), controls::plotTwips(frame.height)}, "now", kAxisColor);
     picture.drawn();
@@ -90,14 +101,14 @@ void FrmLink::showAll() {
 
 void FrmLink::drawAll() {
     const auto seconds = panel_.linkHistory.seconds();
+    const auto most = limits();
+    const auto possible = most ? std::optional(std::min(most->asked, most->carried)) : std::nullopt;
+    draw(picRoundTrip, seconds, {[](const Second& second) { return second.roundTrip; }, " ms", controls::kGreen});
     draw(
-        picRoundTrip, seconds, [](const Second& second) { return second.roundTrip; }, " ms", controls::kGreen);
-    draw(
-        picFrames, seconds, [](const Second& second) { return std::optional<double>(second.frames); }, " /s",
-        controls::kGreen);
-    draw(
-        picFaults, seconds, [](const Second& second) { return std::optional<double>(second.faults); }, " /s",
-        controls::kYellow);
+        picFrames, seconds,
+        {[](const Second& second) { return std::optional<double>(second.frames); }, " /s", controls::kGreen, possible});
+    draw(picFaults, seconds,
+         {[](const Second& second) { return std::optional<double>(second.faults); }, " /s", kFaultColor});
 }
 
 std::string FrmLink::stateText() const {
@@ -116,17 +127,25 @@ std::string FrmLink::roundTripText() const {
     return "From poll to answer: median " + text(trip->median) + ", worst " + text(trip->worst) + " of the last minute";
 }
 
-std::string FrmLink::framesText() const {
-    const auto seconds = panel_.linkHistory.seconds();
-    const auto now = "Frames: " + std::to_string(seconds.empty() ? 0 : seconds.back().frames) + " a second";
+// Nothing before the first live frame of an open line.
+std::optional<link::PollLimits> FrmLink::limits() const {
     const int answer = panel_.linkState.liveFrameBytes();
     if (!panel_.MSComm1.PortOpen() || answer == 0) {
+        return {};
+    }
+    return link::pollLimits(panel_.MSComm1.lineBaud(), panel_.TimerRequestData.Interval, answer);
+}
+
+std::string FrmLink::framesText() const {
+    const auto seconds = panel_.linkHistory.seconds();
+    const auto now = "Frames: " + std::to_string(seconds.empty() ? 0 : seconds.back().frames) + " a second, " +
+                     std::to_string(panel_.linkState.counts().frames) + " since the connect";
+    const auto most = limits();
+    if (!most) {
         return now;
     }
-    const int baud = core::toInt32(core::val(panel_.ComboBaud.Text()));
-    const auto limits = link::pollLimits(baud, panel_.TimerRequestData.Interval, answer);
-    return now + "; the refresh asks for " + tenths(limits.asked) + ", " + std::to_string(baud) +
-           " baud carry at most " + tenths(limits.carried) + " live frames";
+    return now + "; the refresh asks for " + tenths(most->asked) + ", " + std::to_string(panel_.MSComm1.lineBaud()) +
+           " baud carry at most " + tenths(most->carried) + " live frames (yellow: the lower of both)";
 }
 
 std::string FrmLink::faultsText() const {

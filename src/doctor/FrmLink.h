@@ -1,6 +1,9 @@
 // The window that shows how good the line is, over the last ten minutes.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "controls/Controls.h"
 #include "controls/PictureBox.h"
 #include "controls/Timer.h"
@@ -29,6 +32,7 @@ protected:
 private:
     void showAll();
     void drawAll();
+    [[nodiscard]] std::optional<link::PollLimits> limits() const;
     [[nodiscard]] std::string stateText() const;
     [[nodiscard]] std::string roundTripText() const;
     [[nodiscard]] std::string framesText() const;

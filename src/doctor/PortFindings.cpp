@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "core/OneLine.h"
+
 namespace korvane::doctor {
 
 namespace {
@@ -21,8 +23,11 @@ std::string joined(const std::vector<std::string>& words) {
 }
 
 std::string plugInOrTake(const PortFacts& facts) {
-    return facts.others.empty() ? ": plug the adapter in and test again."
-                                : ": plug the adapter in, or choose one of " + joined(facts.others) + ".";
+    if (facts.others.empty()) {
+        return ": plug the adapter in and test again.";
+    }
+    const std::string choose = facts.others.size() == 1 ? "choose " : "choose one of ";
+    return ": plug the adapter in, or " + choose + joined(facts.others) + ".";
 }
 
 Finding deviceOf(const PortFacts& facts) {
@@ -43,6 +48,26 @@ Finding deviceOf(const PortFacts& facts) {
             facts.device + " is there; it belongs to " + facts.owner + " and the group " + facts.group + "."};
 }
 
+std::string rightOf(const PortFacts& facts) {
+    switch (facts.right) {
+        case PortFacts::Right::Root:
+            return "as root";
+        case PortFacts::Right::Owner:
+            return "as its owner";
+        case PortFacts::Right::Group:
+            return "as a member of its group " + facts.group;
+        case PortFacts::Right::Everyone:
+            return "as everybody may";
+        case PortFacts::Right::List:
+            break;
+    }
+    return facts.isForSeat ? "because you sit at the screen (uaccess)" : "because its access list names you";
+}
+
+std::string joinGroup(const PortFacts& facts) {
+    return "join its group with \"sudo usermod -aG " + facts.group + " $USER\", then log out and in again";
+}
+
 Finding permissionOf(const PortFacts& facts) {
     const std::string denied = "You may not open " + facts.device + ": ";
     switch (facts.access) {
@@ -52,16 +77,18 @@ Finding permissionOf(const PortFacts& facts) {
                 denied + "you have joined the group " + facts.group + " since you logged in, so log out and in again."};
         case PortFacts::Access::ByGroup:
             return {"permission", Weight::Fault,
-                    denied + "join its group with \"sudo usermod -aG " + facts.group +
-                        " $USER\", then log out and in again."};
+                    denied +
+                        (facts.isForSeat ? "only who sits at the screen may (uaccess), so log in there, or " : "") +
+                        joinGroup(facts) + "."};
         case PortFacts::Access::Nobody:
             return {"permission", Weight::Fault,
-                    denied + "its group " + facts.group + " may not either; allow it with \"sudo chmod g+rw " +
-                        facts.device + "\", and join it."};
+                    denied + "its group " + facts.group +
+                        " may not either, so make it yours until it is plugged in again with \"sudo chown $USER " +
+                        facts.device + "\"."};
         case PortFacts::Access::Allowed:
             break;
     }
-    return {"permission", Weight::Good, "You may open " + facts.device + "."};
+    return {"permission", Weight::Good, "You may open " + facts.device + ", " + rightOf(facts) + "."};
 }
 
 std::string nameOf(const platform::RunningProgram& program) {
@@ -74,7 +101,13 @@ Finding usersOf(const PortFacts& facts) {
     }
     std::vector<std::string> names;
     std::transform(facts.users.begin(), facts.users.end(), std::back_inserter(names), nameOf);
-    return {"in-use", Weight::Fault, "It is open in " + joined(names) + ": close that program."};
+    std::string kill = "kill";
+    for (const auto& user : facts.users) {
+        kill += " " + std::to_string(user.process);
+    }
+    return {"in-use", Weight::Fault,
+            "It is open in " + joined(names) + ": close " + (names.size() == 1 ? "that program" : "these programs") +
+                ", or end " + (names.size() == 1 ? "it" : "them") + " with \"" + kill + "\"."};
 }
 
 Finding modemManagerOf(const PortFacts& facts) {
@@ -111,15 +144,18 @@ Finding latencyOf(const platform::UsbAdapter& adapter) {
 
 std::vector<Finding> findingsOf(const PortFacts& facts) {
     std::vector<Finding> findings{deviceOf(facts)};
-    if (facts.kind != PortFacts::Kind::Serial) {
-        return findings;
+    if (facts.kind == PortFacts::Kind::Serial) {
+        findings.push_back(permissionOf(facts));
+        findings.push_back(usersOf(facts));
+        findings.push_back(modemManagerOf(facts));
+        findings.push_back(adapterOf(facts));
     }
-    findings.push_back(permissionOf(facts));
-    findings.push_back(usersOf(facts));
-    findings.push_back(modemManagerOf(facts));
-    findings.push_back(adapterOf(facts));
-    if (facts.adapter && facts.adapter->latency) {
+    if (facts.kind == PortFacts::Kind::Serial && facts.adapter && facts.adapter->latency) {
         findings.push_back(latencyOf(*facts.adapter));
+    }
+    // Names of devices and programs are any bytes.
+    for (auto& finding : findings) {
+        finding.text = core::onOneLine(finding.text);
     }
     return findings;
 }

@@ -7,10 +7,6 @@
 
 namespace korvane::doctor {
 
-namespace {
-constexpr int kErrorSpeedRefused = 8015;
-}
-
 PortTrial::PortTrial(platform::EventPump& pump, platform::SerialLine& line)
     : pump_(pump), line_(line), alarm_(pump.makeAlarm([this] { (this->*std::exchange(step_, nullptr))(); })) {}
 
@@ -24,7 +20,7 @@ void PortTrial::listen(int port, int baud) {
     try {
         line_.open(port_, baud, *this);
     } catch (const platform::RuntimeError& error) {
-        end(error.what());
+        end(error.what(), error.number());
         return;
     }
     after(kListening, &PortTrial::endListening);
@@ -54,6 +50,7 @@ void PortTrial::begin(int port) {
     port_ = port;
     received_.clear();
     failure_.clear();
+    failureNumber_ = 0;
 }
 
 void PortTrial::after(platform::Micros time, Step step) {
@@ -72,8 +69,8 @@ void PortTrial::askAtNextSpeed() {
         line_.open(port_, nextSpeed(), *this);
         after(kIdle, &PortTrial::send);
     } catch (const platform::RuntimeError& error) {
-        if (error.number() != kErrorSpeedRefused) {
-            end(error.what());
+        if (error.number() != platform::kErrorSpeedRefused) {
+            end(error.what(), error.number());
             return;
         }
         asked_.push_back({nextSpeed(), Fate::Refused, {}});
@@ -113,8 +110,9 @@ void PortTrial::lineLost(const std::string& reason) {
     end(reason);
 }
 
-void PortTrial::end(const std::string& why) {
+void PortTrial::end(const std::string& why, int number) {
     failure_ = why;
+    failureNumber_ = number;
     stop();
     tell();
 }

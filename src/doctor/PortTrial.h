@@ -54,6 +54,8 @@ public:
     [[nodiscard]] const std::vector<Asked>& asked() const { return asked_; }
     // Why the last run ended early, a sentence; empty if it did not.
     [[nodiscard]] const std::string& failure() const { return failure_; }
+    // Of the RuntimeError behind it; 0 if it was none.
+    [[nodiscard]] int failureNumber() const { return failureNumber_; }
 
 private:
     using Step = void (PortTrial::*)();
@@ -69,7 +71,7 @@ private:
     void send();
     void takeAnswer();
     void goOn();
-    void end(const std::string& why = {});
+    void end(const std::string& why = {}, int number = 0);
     void tell();
 
     platform::EventPump& pump_;
@@ -83,6 +85,7 @@ private:
     std::optional<Heard> heard_;
     std::vector<Asked> asked_;
     std::string failure_;
+    int failureNumber_ = 0;
 };
 
 }  // namespace korvane::doctor

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "core/OneLine.h"
+#include "platform/RuntimeError.h"
+
 namespace korvane::doctor {
 
 namespace {
@@ -39,9 +42,23 @@ std::string speedsOf(const std::vector<Asked>& asked, Fate fate) {
 Finding answered(const std::vector<Asked>& asked) {
     const auto first =
         std::find_if(asked.begin(), asked.end(), [](const Asked& each) { return each.fate == Fate::Answer; });
+    const auto count =
+        std::count_if(asked.begin(), asked.end(), [](const Asked& each) { return each.fate == Fate::Answer; });
     return {kTopic, Weight::Good,
-            "An ECU answers at " + speedsOf(asked, Fate::Answer) + " (" + textOf(*first->identity) +
-                "): choose that speed and press Connect."};
+            "An ECU answers at " + speedsOf(asked, Fate::Answer) + " (" + textOf(*first->identity) + "): choose " +
+                (count == 1 ? "that speed" : "one of these speeds") + " and press Connect."};
+}
+
+// A speed at which the device does not run was not asked at.
+Finding unanswered(const std::vector<Asked>& asked) {
+    const auto refused = has(asked, Fate::Refused) ? speedsOf(asked, Fate::Refused) : std::string();
+    if (!has(asked, Fate::Nothing)) {
+        return {kTopic, Weight::Fault, "The device runs at none of the seven speeds: use another adapter."};
+    }
+    const auto where = refused.empty() ? "at any speed: " : "(the device itself does not run at " + refused + "): ";
+    return {kTopic, Weight::Fault,
+            "Nothing answers " + where +
+                "switch the ignition on, and check that transmit leads to receive and that the grounds are joined."};
 }
 
 }  // namespace
@@ -63,8 +80,15 @@ Finding findingOf(const PortTrial::Heard& heard) {
                 "cable away from the ignition."};
 }
 
-Finding findingOfFailure(const std::string& why) {
-    return {"line", Weight::Fault, why};
+// Programs of other users show to root only. A refused speed leaves the others.
+Finding findingOfFailure(const PortTrial& trial, const std::string& device) {
+    if (trial.failureNumber() == platform::kErrorInUse) {
+        return {"in-use", Weight::Fault,
+                "A program that you cannot see has it open: find out which with \"sudo korvane-tuner --doctor " +
+                    core::onOneLine(device) + "\", and close it."};
+    }
+    const bool isRefused = trial.failureNumber() == platform::kErrorSpeedRefused;
+    return {"line", isRefused ? Weight::Hint : Weight::Fault, core::onOneLine(trial.failure())};
 }
 
 std::string lineOf(const Asked& asked) {
@@ -94,12 +118,10 @@ Finding verdictOf(const std::vector<Asked>& asked) {
     if (has(asked, Fate::WrongSpeed)) {
         return {kTopic, Weight::Fault,
                 "Something answers at " + speedsOf(asked, Fate::WrongSpeed) +
-                    ", and no answer can be read: the ECU runs at another speed, or the levels of the adapter do not "
-                    "fit it."};
+                    ", and no answer can be read: use an adapter with the levels of the ECU (TTL or RS-232), or give "
+                    "the ECU one of the seven speeds."};
     }
-    return {kTopic, Weight::Fault,
-            "Nothing answers at any speed: switch the ignition on, and check that transmit leads to receive and that "
-            "the grounds are joined."};
+    return unanswered(asked);
 }
 
 }  // namespace korvane::doctor

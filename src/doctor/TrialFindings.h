@@ -12,8 +12,8 @@ namespace korvane::doctor {
 // Of listening: what arrives while nothing is asked.
 [[nodiscard]] Finding findingOf(const PortTrial::Heard& heard);
 
-// A run that ended early, for the given reason.
-[[nodiscard]] Finding findingOfFailure(const std::string& why);
+// A run that ended early. `device` is the path, to be named in a remedy.
+[[nodiscard]] Finding findingOfFailure(const PortTrial& trial, const std::string& device);
 
 // "57600 baud: answer, firmware 3.386, type 11".
 [[nodiscard]] std::string lineOf(const PortTrial::Asked& asked);

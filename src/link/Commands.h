@@ -39,6 +39,9 @@ inline constexpr std::uint8_t kAskIgnitionDebug = 'S', kCleanPlugs = '!';
 // A command of several bytes ends with the complement of its first byte, and so does every frame.
 using core::complement;
 
+// The bytes of a frame besides its payload: code, length and complement.
+inline constexpr int kFrameOverhead = 3;
+
 [[nodiscard]] constexpr std::array<std::uint8_t, 2> shortCommand(std::uint8_t command) {
     return {command, complement(command)};
 }

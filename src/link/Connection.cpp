@@ -129,7 +129,8 @@ void Connection::btnConnect_Click() {
         }
         loadSettings();
     } catch (const platform::RuntimeError& error) {
-        showConnectError(error.number(), error.what());
+        panel_.portDoubt.connectFailed();
+        showError(error.number(), error.what());
     }
 }
 
@@ -170,11 +171,10 @@ void Connection::forceBaud() {
 
 void Connection::lineLost(const std::string& reason) {
     closePort();
-    showConnectError(kErrorLineLost, reason);
+    showError(kErrorLineLost, reason);
 }
 
-void Connection::showConnectError(int number, const std::string& description) {
-    panel_.portDoubt.connectFailed();
+void Connection::showError(int number, const std::string& description) {
     machine_.dialogs.show(
         {"Korvane Tuner", "  Error " + std::to_string(number) + " " + description, platform::MessageIcon::Critical});
 }

@@ -50,7 +50,7 @@ private:
     void closePort();
     void forceBaud();
     void lineLost(const std::string& reason);
-    void showConnectError(int number, const std::string& description);
+    void showError(int number, const std::string& description);
     void showPortDevices();
     void timer1Tick();
     void pollLiveData();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controls/PropertyTable.h"
+#include "link/Commands.h"
 #include "link/Frames.h"
 
 namespace korvane::link {
@@ -10,7 +11,6 @@ namespace korvane::link {
 namespace {
 
 constexpr int kPolls = 3;
-constexpr int kFrameOverhead = 3;  // code, length, complement
 
 using controls::Object;
 using controls::PropertyInfo;

@@ -43,6 +43,8 @@ public:
     // Time since the last live frame of this connection; without one since the port was opened; with the port closed
     // since it was closed, or since the start of the program.
     [[nodiscard]] platform::Micros age() const { return pump_.now() - ageFrom(); }
+    // The part of it in which the ECU was asked.
+    [[nodiscard]] platform::Micros silence() const { return pump_.now() - awaitedFrom(); }
     // Three polls or one second, whichever is longer.
     [[nodiscard]] platform::Micros lateAfter() const;
 

@@ -45,10 +45,10 @@ void PortDoubt::propertyChanged(controls::Object&, const void* property) {
 void PortDoubt::look() {
     if (!isSilent()) {
         look_->cancel();
-    } else if (state_.age() >= kLongSilence) {
+    } else if (state_.silence() >= kLongSilence) {
         Shown = true;
     } else {
-        look_->callAt(pump_.now() + kLongSilence - state_.age());
+        look_->callAt(pump_.now() + kLongSilence - state_.silence());
     }
 }
 

@@ -12,8 +12,8 @@
 
 namespace korvane::link {
 
-// From a connect that failed, a device that went away, or five seconds of silence on an open line, until a live frame
-// comes.
+// From a connect that failed, or five seconds of silence on an open line, until a live frame comes. Time in which
+// nothing was asked is no silence.
 class PortDoubt : public controls::Object, private controls::Observer {
 public:
     static constexpr platform::Micros kLongSilence = 5 * platform::kMicrosPerSecond;

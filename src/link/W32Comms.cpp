@@ -3,7 +3,6 @@
 namespace korvane::link {
 
 namespace {
-constexpr int kErrorSetBaud = 8015;
 constexpr int kErrorReadState = 8021;
 }  // namespace
 
@@ -18,7 +17,8 @@ std::int32_t GetPortBaud(const controls::MSComm& port) {
 void SetCustomBaud(controls::MSComm& port, std::int32_t rate) {
     static_cast<void>(GetPortBaud(port));
     if (!port.setLineBaud(rate)) {
-        throw platform::RuntimeError(kErrorSetBaud, "Could not set port to specified baud rate", port.path());
+        throw platform::RuntimeError(platform::kErrorSpeedRefused, "Could not set port to specified baud rate",
+                                     port.path());
     }
 }
 

@@ -25,7 +25,8 @@ bool isText(std::string_view content) {
 }
 
 Lines linesOf(std::string_view content) {
-    if (content.starts_with(kByteOrderMark)) {
+    // With one left, what is written back would begin with it.
+    while (content.starts_with(kByteOrderMark)) {
         content.remove_prefix(kByteOrderMark.size());
     }
     Lines lines;

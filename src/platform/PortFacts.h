@@ -7,6 +7,9 @@
 
 namespace korvane::platform {
 
+// The number of a port that is no COM1 to COM15: its device is named by the path alone.
+inline constexpr int kPortOfPath = 0;
+
 struct RunningProgram {
     std::string name;
     int process = 0;
@@ -37,13 +40,24 @@ struct PortFacts {
         Nobody,       // not allowed, and neither is its group
     };
 
+    // By which right it may be opened.
+    enum class Right {
+        Root,
+        Owner,
+        Group,
+        Everyone,
+        List,  // the device's access list names the user, as that of a device with the tag "uaccess" does
+    };
+
     Kind kind = Kind::InMemory;
     std::string device{};               // its path
-    std::vector<std::string> others{};  // serial devices that are there
+    std::vector<std::string> others{};  // serial devices that are there, as the user would choose them
     // Of a device that is there:
     std::string owner{};
     std::string group{};
     Access access = Access::Allowed;
+    Right right = Right::Owner;                    // of access that is allowed
+    bool isForSeat = false;                        // it has the tag "uaccess": whoever sits at the screen may open it
     std::vector<RunningProgram> users{};           // that have it open, as far as this user can see; not this program
     std::optional<RunningProgram> modemManager{};  // it runs, and nothing keeps it from the device
     std::optional<UsbAdapter> adapter{};

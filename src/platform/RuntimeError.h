@@ -29,6 +29,8 @@ inline constexpr int kErrorSubscript = 9;
 inline constexpr int kErrorDivisionByZero = 11;
 inline constexpr int kErrorTypeMismatch = 13;
 inline constexpr int kErrorObjectNotSet = 91;
+inline constexpr int kErrorInUse = 8005;         // a device that another program has open
+inline constexpr int kErrorSpeedRefused = 8015;  // by the device
 
 // For an index outside its table, a number that its type can't hold, a text that is no number, and a window or control
 // that is not there.

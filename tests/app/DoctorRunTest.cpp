@@ -6,6 +6,7 @@
 
 #include "app/Process.h"
 #include "console/text/Json.h"
+#include "qt/PseudoTerminal.h"
 #include "support/TempFolder.h"
 
 namespace korvane::app {
@@ -53,10 +54,11 @@ TEST(DoctorRunTest, EachFaultOfTheLineEndsItWithStatus1AndItsName) {
         std::string keys;
         std::string words;
     };
-    for (const auto& [keys, words] : {Case{"silent=1", "Fault: Nothing answers at any speed"},
-                                      Case{"power=0", "Fault: Nothing answers at any speed"},
-                                      Case{"echo=1", "Fault: The request itself comes back"},
-                                      Case{"silent=1,stray=100", "Fault: Bytes arrive that nobody asked for"}}) {
+    for (const auto& [keys, words] :
+         {Case{"silent=1", "Fault: Nothing answers at any speed"},
+          Case{"power=0", "Fault: Nothing answers at any speed"},
+          Case{"echo=1", "Fault: The request itself comes back"}, Case{"flip=1", "Fault: Something answers at 9600"},
+          Case{"silent=1,stray=100", "Fault: Bytes arrive that nobody asked for"}}) {
         const auto run = onEcu(keys);
         EXPECT_EQ(run.status, 1) << keys;
         EXPECT_THAT(linesOf(run.output).back(), StartsWith(words)) << keys;
@@ -84,6 +86,18 @@ TEST(DoctorRunTest, ForToolsItWritesOneJsonObject) {
     EXPECT_EQ(member(member(report, "verdict"), "weight"), console::Json("good"));
 }
 
+TEST(DoctorRunTest, TheReportOnADeviceHasItsPathOfAnyBytes) {
+    const auto run = doctor({"/dev/no\xff\n", "--json"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(member(console::readJson(run.output).value, "port"), console::Json("/dev/no??"));
+}
+
+TEST(DoctorRunTest, ADeviceThatIsNoSerialPortIsSaidToBeNone) {
+    const auto run = doctor({"/dev/null", "--send"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "Fault: /dev/null is no serial device: name one such as /dev/ttyUSB0 instead.\n");
+}
+
 TEST(DoctorRunTest, WithoutAskingTheReportHasNoVerdict) {
     const auto report = console::readJson(onEcu("type=11", {"--json"}).output).value;
     EXPECT_TRUE(member(report, "verdict").isNull());
@@ -96,6 +110,8 @@ TEST(DoctorRunTest, AMissingDeviceIsNamed) {
     const auto run = doctor({device, "--send", "--preferences", (folder / "none.ini").string()});
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.output, StartsWith("Fault: There is no device " + device + ": plug the adapter in"));
+    // Their numbers would be those of another start of the program.
+    EXPECT_THAT(run.output, Not(HasSubstr("COM")));
 }
 
 TEST(DoctorRunTest, ATerminalOfTheVirtualEcuIsOpenedAndAnswers) {
@@ -106,6 +122,31 @@ TEST(DoctorRunTest, ATerminalOfTheVirtualEcuIsOpenedAndAnswers) {
     const auto run = doctor({device, "--send", "--preferences", (folder / "none.ini").string()});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(linesOf(run.output), Contains("57600 baud: answer, firmware 3.386, type 11"));
+}
+
+// Each at its speed.
+std::string sevenRequests() {
+    std::string bytes;
+    for (int speed = 0; speed < 7; ++speed) {
+        bytes += std::string("y\0\x86", 3);
+    }
+    return bytes;
+}
+
+TEST(DoctorRunTest, BeforeItMaySendNotAByteReachesTheDevice) {
+    const platform::PseudoTerminal device;
+    const auto run = doctor({device.path()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.output, HasSubstr("Good: Nothing arrives while nothing is asked"));
+    EXPECT_EQ(device.received(), "");
+}
+
+TEST(DoctorRunTest, ATerminalThatNobodyAnswersGetsSevenRequests) {
+    const platform::PseudoTerminal device;
+    const auto run = doctor({device.path(), "--send"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(linesOf(run.output).back(), StartsWith("Fault: Nothing answers at any speed"));
+    EXPECT_EQ(device.received(), sevenRequests());
 }
 
 TEST(DoctorRunTest, ADeviceThatIsInUseIsSaidToBe) {

@@ -114,6 +114,13 @@ TEST_F(IniFile, AByteOrderMarkDoesNotHideTheFirstHeader) {
     EXPECT_THAT(read("Par0"), ElementsAre("RPM"));
 }
 
+TEST_F(IniFile, WhatIsWrittenBehindSeveralByteOrderMarksIsReadBack) {
+    setContent("\xEF\xBB\xBF\xEF\xBB\xBF[Par0]\nRPM\n");
+    EXPECT_THAT(read("Par0"), ElementsAre("RPM"));
+    EXPECT_EQ(write("Par0", {"Load"}), IniStatus::Done);
+    EXPECT_THAT(read("Par0"), ElementsAre("Load"));
+}
+
 TEST_F(IniFile, AFolderInThePlaceOfTheFileIsAMissingFile) {
     fs::create_directory(folder_ / "a.ini");
     EXPECT_THAT(read("Par0"), ElementsAre(""));

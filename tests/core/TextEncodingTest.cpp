@@ -51,5 +51,9 @@ TEST(Decode, DropsAByteOrderMark) {
     EXPECT_EQ(decode("\xEF\xBB\xBF[Par0]"), "[Par0]");
 }
 
+TEST(Decode, DropsSeveralByteOrderMarks) {
+    EXPECT_EQ(decode("\xEF\xBB\xBF\xEF\xBB\xBF[Par0]"), "[Par0]");
+}
+
 }  // namespace
 }  // namespace korvane::core

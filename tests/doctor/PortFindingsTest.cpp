@@ -33,7 +33,7 @@ TEST(PortFindings, AGoodAdapterHasNoFault) {
         findings,
         ElementsAre(
             IsFinding("device", Weight::Good, "/dev/ttyUSB0 is there; it belongs to root and the group dialout."),
-            IsFinding("permission", Weight::Good, "You may open /dev/ttyUSB0."),
+            IsFinding("permission", Weight::Good, "You may open /dev/ttyUSB0, as its owner."),
             IsFinding("in-use", Weight::Good, "No other program that you can see has it open."),
             IsFinding("modem-manager", Weight::Good, "No modem manager will send anything to it."),
             IsFinding("adapter", Weight::Good, "The adapter is FT232R USB UART (0403:6001, driver ftdi_sio)."),
@@ -97,19 +97,63 @@ TEST(PortFindings, WhoHasJustJoinedLogsInAgain) {
                           "log out and in again."});
 }
 
-TEST(PortFindings, ADeviceThatItsGroupMayNotOpenIsOpenedToIt) {
+TEST(PortFindings, ADeviceThatItsGroupMayNotOpenIsGivenToTheUser) {
     auto facts = adapter();
     facts.access = PortFacts::Access::Nobody;
     expectFinding(facts, {"permission", Weight::Fault,
-                          "You may not open /dev/ttyUSB0: its group dialout may not either; allow it with \"sudo chmod "
-                          "g+rw /dev/ttyUSB0\", and join it."});
+                          "You may not open /dev/ttyUSB0: its group dialout may not either, so make it yours until "
+                          "it is plugged in again with \"sudo chown $USER /dev/ttyUSB0\"."});
 }
 
 TEST(PortFindings, ProgramsThatHaveItOpenAreNamed) {
     auto facts = adapter();
     facts.users = {{"minicom", 1234}, {"picocom", 77}};
+    expectFinding(facts,
+                  {"in-use", Weight::Fault,
+                   "It is open in minicom (process 1234), picocom (process 77): close these programs, or end them "
+                   "with \"kill 1234 77\"."});
+    facts.users.pop_back();
     expectFinding(facts, {"in-use", Weight::Fault,
-                          "It is open in minicom (process 1234), picocom (process 77): close that program."});
+                          "It is open in minicom (process 1234): close that program, or end it with \"kill 1234\"."});
+}
+
+TEST(PortFindings, TheRightByWhichItMayBeOpenedIsTold) {
+    auto facts = adapter();
+    for (const auto& [right, words] :
+         {std::pair(PortFacts::Right::Root, "as root"), std::pair(PortFacts::Right::Owner, "as its owner"),
+          std::pair(PortFacts::Right::Group, "as a member of its group dialout"),
+          std::pair(PortFacts::Right::Everyone, "as everybody may"),
+          std::pair(PortFacts::Right::List, "because its access list names you")}) {
+        facts.right = right;
+        expectFinding(facts, {"permission", Weight::Good, "You may open /dev/ttyUSB0, " + std::string(words) + "."});
+    }
+    facts.isForSeat = true;
+    expectFinding(facts,
+                  {"permission", Weight::Good, "You may open /dev/ttyUSB0, because you sit at the screen (uaccess)."});
+}
+
+TEST(PortFindings, WhoDoesNotSitAtTheScreenJoinsTheGroup) {
+    auto facts = adapter();
+    facts.access = PortFacts::Access::ByGroup;
+    facts.isForSeat = true;
+    expectFinding(facts, {"permission", Weight::Fault,
+                          "You may not open /dev/ttyUSB0: only who sits at the screen may (uaccess), so log in there, "
+                          "or join its group with \"sudo usermod -aG dialout $USER\", then log out and in again."});
+}
+
+TEST(PortFindings, TheOnlyOtherPortIsNamedAlone) {
+    PortFacts facts;
+    facts.kind = PortFacts::Kind::NoDevice;
+    facts.others = {"COM1 (/dev/ttyS0)"};
+    expectFinding(facts, {"device", Weight::Fault,
+                          "No serial device stands for this port: plug the adapter in, or choose COM1 (/dev/ttyS0)."});
+}
+
+TEST(PortFindings, NamesOfAnyBytesStayOnOneLineOfText) {
+    auto facts = adapter();
+    facts.users = {{"a\n\xff", 7}};
+    expectFinding(facts, {"in-use", Weight::Fault,
+                          "It is open in a?? (process 7): close that program, or end it with \"kill 7\"."});
 }
 
 TEST(PortFindings, AModemManagerIsAHint) {

@@ -93,8 +93,8 @@ TEST(PortTrialTest, AnAnswerThatCannotBeReadIsOfAnotherSpeed) {
     const std::vector<PortTrial::Asked> asked{{9600, Fate::Nothing, {}}, {19200, Fate::WrongSpeed, {}}};
     EXPECT_EQ(verdictOf(asked),
               (Finding{"answer", Weight::Fault,
-                       "Something answers at 19200 baud, and no answer can be read: the ECU runs at another speed, or "
-                       "the levels of the adapter do not fit it."}));
+                       "Something answers at 19200 baud, and no answer can be read: use an adapter with the levels of "
+                       "the ECU (TTL or RS-232), or give the ECU one of the seven speeds."}));
 }
 
 TEST(PortTrialTest, AnAnswerOutweighsAnEchoAtOtherSpeeds) {
@@ -209,7 +209,46 @@ TEST(PortTrialTest, ADeviceThatCannotBeOpenedEndsTheTrial) {
     PortTrial trial(machine.pump, line);
     trial.ask(1);
     EXPECT_FALSE(trial.runs());
-    EXPECT_EQ(findingOfFailure(trial.failure()), (Finding{"line", Weight::Fault, "No."}));
+    EXPECT_EQ(findingOfFailure(trial, "/dev/ttyUSB0"),
+              (Finding{"in-use", Weight::Fault,
+                       "A program that you cannot see has it open: find out which with \"sudo korvane-tuner --doctor "
+                       "/dev/ttyUSB0\", and close it."}));
+}
+
+TEST(PortTrialTest, AFailureOfAnotherKindIsTheFault) {
+    support::VirtualMachine machine;
+    RefusingLine line(machine.pump, 8012, 9600);
+    PortTrial trial(machine.pump, line);
+    trial.ask(1);
+    EXPECT_EQ(findingOfFailure(trial, "/dev/ttyUSB0"), (Finding{"line", Weight::Fault, "No."}));
+}
+
+TEST(PortTrialTest, ASpeedThatIsRefusedWhileListeningLeavesTheOthers) {
+    support::VirtualMachine machine;
+    RefusingLine line(machine.pump, 8015, 76800);
+    PortTrial trial(machine.pump, line);
+    trial.listen(1, 76800);
+    EXPECT_EQ(findingOfFailure(trial, "/dev/ttyUSB0"), (Finding{"line", Weight::Hint, "No."}));
+}
+
+TEST(PortTrialTest, TheVerdictNamesTheSpeedsThatTheDeviceRefuses) {
+    EXPECT_EQ(verdictOf({{9600, Fate::Nothing, {}}, {76800, Fate::Refused, {}}}),
+              (Finding{"answer", Weight::Fault,
+                       "Nothing answers (the device itself does not run at 76800 baud): switch the ignition on, and "
+                       "check that transmit leads to receive and that the grounds are joined."}));
+    EXPECT_EQ(verdictOf({{9600, Fate::Refused, {}}, {76800, Fate::Refused, {}}}),
+              (Finding{"answer", Weight::Fault, "The device runs at none of the seven speeds: use another adapter."}));
+}
+
+TEST(PortTrialTest, SeveralSpeedsThatAnswerAreOffered) {
+    const Identity old{1140, {}};
+    EXPECT_EQ(verdictOf({{9600, Fate::Answer, old}, {19200, Fate::Answer, old}}).text,
+              "An ECU answers at 9600, 19200 baud (firmware 1.140): choose one of these speeds and press Connect.");
+}
+
+TEST(PortTrialTest, AnswersThatAreAllDamagedAreOfAnotherSpeed) {
+    Trial bench("flip=1");
+    EXPECT_THAT(bench.ask(), AllOf(SizeIs(7), Each(fateIs(Fate::WrongSpeed))));
 }
 
 TEST(PortTrialTest, ALineThatIsInOtherHandsIsNotClosed) {

@@ -35,6 +35,11 @@ TEST_F(FilePreferencesTest, ReadsTextsUnderTheirKeys) {
     EXPECT_FALSE(preferences.read("Other", "Port"));
 }
 
+TEST_F(FilePreferencesTest, SeveralByteOrderMarksDoNotHideTheFirstHeader) {
+    const auto preferences = open("\xEF\xBB\xBF\xEF\xBB\xBF[Ports]\nCOM3=/dev/a\n");
+    EXPECT_EQ(preferences.read("Ports", "COM3"), "/dev/a");
+}
+
 TEST_F(FilePreferencesTest, ReadsWhatAPersonTypes) {
     const auto preferences = open(
         "\xEF\xBB\xBF; mine\r\n  [ ports ]\r\n# the left socket\r\n  com3 = /dev/a=b ; c \r\nCOM4=\"  x \"\r\n"

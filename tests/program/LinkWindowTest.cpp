@@ -92,16 +92,43 @@ TEST_F(LinkWindowTest, ANewConnectionCountsFromZeroAndTheHistoryGoesOn) {
 TEST_F(LinkWindowTest, TheWindowSaysWhatIsCountedAndSendsNothing) {
     auto& link = open();
     EXPECT_EQ(link.lblRoundTrip.Caption.get(), "From poll to answer: no answer in the last minute");
-    EXPECT_EQ(link.lblFrames.Caption.get(), "Frames: 0 a second");
+    EXPECT_EQ(link.lblFrames.Caption.get(), "Frames: 0 a second, 0 since the connect");
     EXPECT_EQ(link.lblFaults.Caption.get(),
               "Faults since the connect: 0 frames dropped, 0 resynchronisations, 0 polls not answered");
     pump.wait(5000);
     EXPECT_THAT(sent(), IsEmpty());
     connect();
-    window.ComboBaud.choose(3);
     receiveFrame('R', kLive);
     pump.wait(1000);
-    EXPECT_THAT(link.lblFrames.Caption.get(), testing::HasSubstr("57600 baud carry at most 250.4 live frames"));
+    link.Timer1.Tick();
+    EXPECT_EQ(link.lblFrames.Caption.get(),
+              "Frames: 1 a second, 1 since the connect; the refresh asks for 100, 57600 baud carry at most 250.4 live "
+              "frames (yellow: the lower of both)");
+    // What counts is the speed of the open line, not the next one.
+    window.ComboBaud.choose(0);
+    pump.wait(1000);
+    EXPECT_THAT(link.lblFrames.Caption.get(), testing::HasSubstr("57600 baud carry"));
+}
+
+TEST_F(LinkWindowTest, WhatIsPossibleIsALevelLineOfTheFrames) {
+    auto& link = open();
+    link.picFrames.Width = 6000;
+    link.picFrames.Height = 2210;
+    connect();
+    window.TimerGetSettings.Enabled = false;
+    receiveFrame('R', kLive);
+    pump.wait(1000);
+    link.Timer1.Tick();
+    // The refresh asks for a hundred a second, which is the upper edge then.
+    std::vector<controls::Point> limit;
+    const auto& drawing = link.picFrames.drawing();
+    for (const auto& shape : drawing.shapes()) {
+        if (shape.kind == controls::Drawing::Kind::Polyline && shape.color == controls::kYellow) {
+            const auto points = drawing.pointsOf(shape);
+            limit.assign(points.begin(), points.end());
+        }
+    }
+    EXPECT_THAT(limit, testing::ElementsAre(controls::Point{0, 0}, controls::Point{6000, 0}));
 }
 
 TEST_F(LinkWindowTest, ItsPicturesAreDrawnInTheirSize) {
@@ -122,8 +149,8 @@ TEST_F(LinkWindowTest, ItsPicturesAreDrawnInTheirSize) {
             last.assign(points.begin(), points.end());
         }
     }
-    // One frame in the second before, none in the last: 10 twips a second, 1 at the upper edge.
-    EXPECT_THAT(last, testing::ElementsAre(controls::Point{5990, 0}, controls::Point{6000, 2000}));
+    // One frame in the second before, none in the last: 10 twips a second, the 100 that are possible at the upper edge.
+    EXPECT_THAT(last, testing::ElementsAre(controls::Point{5990, 1980}, controls::Point{6000, 2000}));
 }
 
 }  // namespace

@@ -71,11 +71,24 @@ TEST_F(TestPortTest, TheOfferStaysWhenTheSilentLineIsClosed) {
     EXPECT_TRUE(window.portDoubt.Shown);
 }
 
-TEST_F(TestPortTest, ACableThatIsPulledOutOffersIt) {
+TEST_F(TestPortTest, ACableThatIsPulledOutIsToldAndOffersNoTest) {
     connect();
     receiveFrame('R', kLive);
     line.pullOut();
-    pump.wait(1);
+    pump.wait(10'000);
+    EXPECT_FALSE(window.portDoubt.Shown);
+}
+
+TEST_F(TestPortTest, TimeInWhichNothingWasAskedIsNoSilence) {
+    connect();
+    receiveFrame('R', kLive);
+    window.TimerRequestData.Enabled = false;
+    pump.wait(20'000);
+    EXPECT_FALSE(window.portDoubt.Shown);
+    window.TimerRequestData.Enabled = true;
+    pump.wait(4900);
+    EXPECT_FALSE(window.portDoubt.Shown);
+    pump.wait(200);
     EXPECT_TRUE(window.portDoubt.Shown);
 }
 

@@ -44,6 +44,12 @@ protected:
             fs::create_symlink(opens, folder_ / folder / "fd" / "3");
         }
     }
+    // What the device manager keeps of the device.
+    void note(const std::string& lines) const {
+        struct stat state {};
+        ASSERT_EQ(::stat(device_.c_str(), &state), 0);
+        write("notes/c" + std::to_string(major(state.st_rdev)) + ":" + std::to_string(minor(state.st_rdev)), lines);
+    }
     // As the system shows an adapter: the serial device some folders below what has the numbers.
     void addAdapter() const {
         write("sys/usb/1-2/idVendor", "0403\n");
@@ -126,11 +132,32 @@ TEST_F(PortProbeTest, ALinkToTheDeviceIsFollowed) {
 TEST_F(PortProbeTest, AModemManagerIsFoundUnlessItIsKeptFromTheDevice) {
     addProcess(812, "ModemManager");
     EXPECT_EQ(probe().modemManager, (RunningProgram{"ModemManager", 812}));
-    struct stat state {};
-    ASSERT_EQ(::stat(device_.c_str(), &state), 0);
-    write("notes/c" + std::to_string(major(state.st_rdev)) + ":" + std::to_string(minor(state.st_rdev)),
-          "S:serial/by-id/x\nE:ID_MM_DEVICE_IGNORE=1\n");
+    note("S:serial/by-id/x\nE:ID_MM_DEVICE_IGNORE=1\n");
     EXPECT_FALSE(probe().modemManager.has_value());
+    note("E:ID_MM_PORT_IGNORE=1\n");
+    EXPECT_FALSE(probe().modemManager.has_value());
+    note("E:ID_MM_PORT_IGNORE=0\n");
+    EXPECT_TRUE(probe().modemManager.has_value());
+}
+
+TEST_F(PortProbeTest, ADeviceForWhoSitsAtTheScreenHasItsTag) {
+    EXPECT_FALSE(probe().isForSeat);
+    note("E:ID_BUS=usb\nG:uaccess\n");
+    EXPECT_TRUE(probe().isForSeat);
+}
+
+TEST_F(PortProbeTest, TheRightToOpenItIsThatOfItsMaker) {
+    EXPECT_EQ(probe().right, ::getuid() == 0 ? PortFacts::Right::Root : PortFacts::Right::Owner);
+}
+
+TEST_F(PortProbeTest, ADeviceOfNoSerialDriverIsNoSerialDevice) {
+    EXPECT_EQ(probe().kind, PortFacts::Kind::Serial);
+    write("proc/tty/drivers",
+          "/dev/tty   /dev/tty   5 0          system:/dev/tty\n"
+          "pty_slave  /dev/pts   136 0-1048575 pty:slave\n");
+    EXPECT_EQ(probe().kind, PortFacts::Kind::Serial);
+    EXPECT_EQ(probe("/dev/null").kind, PortFacts::Kind::NotSerial);
+    EXPECT_EQ(probe("/dev/tty").kind, PortFacts::Kind::NotSerial);
 }
 
 TEST_F(PortProbeTest, AnAdapterIsNamedWithItsLatency) {

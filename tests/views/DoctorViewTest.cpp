@@ -42,6 +42,17 @@ TEST_F(DoctorViewTest, TheWindowShowsWhatWasFound) {
     EXPECT_TRUE(find<QPushButton>("btnAsk").isEnabled());
 }
 
+TEST_F(DoctorViewTest, OnlyALongSentenceTakesSeveralLines) {
+    auto& test = open();
+    auto& list = find<TextList>("lstFindings");
+    test.lstFindings.AddItem("Hint: " + std::string(40, 'w') + " " + std::string(40, 'w') + " " + std::string(40, 'w'));
+    view().resize(view().minimumSize());
+    frame();
+    const auto heightOf = [&](int row) { return list.visualRect(list.model()->index(row, 0)).height(); };
+    EXPECT_GT(heightOf(2), heightOf(1));
+    EXPECT_LT(heightOf(1), 2 * list.fontMetrics().lineSpacing());
+}
+
 TEST_F(DoctorViewTest, APressAsksAtEachSpeed) {
     open();
     find<QPushButton>("btnAsk").click();

@@ -32,6 +32,11 @@ TEST_F(LinkViewTest, AWindowLowerThanItsPartsScrolls) {
     EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
 }
 
+TEST_F(LinkViewTest, InItsOwnSizeAllIsSeen) {
+    settle();
+    EXPECT_EQ(view().findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
+}
+
 TEST_F(LinkViewTest, ItsLeastHeightFitsALowScreen) {
     EXPECT_LE(view().minimumSize().expandedTo(view().minimumSizeHint()).height(), 480);
 }

@@ -5,16 +5,18 @@ namespace korvane::platform {
 namespace {
 
 constexpr int kErrorNoDevice = 8002;
-constexpr int kErrorInUse = 8005;
 constexpr int kErrorNoPermission = 8010;
 constexpr int kErrorCannotOpen = 8012;
-constexpr int kErrorSetBaud = 8015;
 
 }  // namespace
 
+std::string deviceName(int port, const std::string& path) {
+    return port == kPortOfPath ? path : "COM" + std::to_string(port) + " (" + path + ")";
+}
+
 RuntimeError openError(OpenFailure failure, const OpenAttempt& attempt) {
     const std::string port = "COM" + std::to_string(attempt.port);
-    const std::string device = port + " (" + attempt.path + ")";
+    const std::string device = deviceName(attempt.port, attempt.path);
     const std::string orNameIt = "start the program with --port " + port + "=/dev/...";
     switch (failure) {
         case OpenFailure::NothingFound:
@@ -33,7 +35,7 @@ RuntimeError openError(OpenFailure failure, const OpenAttempt& attempt) {
         case OpenFailure::InUse:
             return {kErrorInUse, device + ": in use by another program. Close that program and try again."};
         case OpenFailure::RefusedRate:
-            return {kErrorSetBaud,
+            return {kErrorSpeedRefused,
                     device + ": the device refuses " + std::to_string(attempt.baud) + " baud. Choose another speed."};
         case OpenFailure::Other:
             break;

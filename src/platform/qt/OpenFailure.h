@@ -4,11 +4,15 @@
 #include <string>
 #include <string_view>
 
+#include "platform/PortFacts.h"
 #include "platform/RuntimeError.h"
 
 namespace korvane::platform {
 
 enum class OpenFailure { NothingFound, NoDeviceForPort, Missing, NoPermission, InUse, RefusedRate, Other };
+
+// "COM3 (/dev/ttyUSB0)", or the path alone.
+[[nodiscard]] std::string deviceName(int port, const std::string& path);
 
 struct OpenAttempt {
     int port = 0;

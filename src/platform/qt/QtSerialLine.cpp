@@ -53,7 +53,7 @@ void QtSerialLine::open(int port, int baud, LineListener& listener) {
     if (attempt.path.empty()) {
         throw nothingThere(std::move(attempt));
     }
-    device_ = "COM" + std::to_string(port) + " (" + attempt.path + ")";
+    device_ = deviceName(port, attempt.path);
     openDevice(std::move(attempt));
     listener_ = &listener;
 }
@@ -64,7 +64,7 @@ PortFacts QtSerialLine::factsOf(int port) {
     auto facts = own == ports.end() ? PortFacts{.kind = PortFacts::Kind::NoDevice} : probePort(own->second.path);
     for (const auto& [number, device] : ports) {
         if (number != port) {
-            facts.others.push_back("COM" + std::to_string(number) + " (" + device.path + ")");
+            facts.others.push_back(deviceName(port == kPortOfPath ? kPortOfPath : number, device.path));
         }
     }
     return facts;
@@ -72,8 +72,7 @@ PortFacts QtSerialLine::factsOf(int port) {
 
 RuntimeError QtSerialLine::nothingThere(OpenAttempt attempt) {
     for (const auto& [number, device] : ports_.ports()) {
-        attempt.detail += attempt.detail.empty() ? "COM" : ", COM";
-        attempt.detail += std::to_string(number) + " (" + device.path + ")";
+        attempt.detail += (attempt.detail.empty() ? "" : ", ") + deviceName(number, device.path);
     }
     return openError(attempt.detail.empty() ? OpenFailure::NothingFound : OpenFailure::NoDeviceForPort, attempt);
 }

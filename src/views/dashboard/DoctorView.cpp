@@ -37,6 +37,8 @@ QWidget& DoctorView::makeFindings() {
     rows.addWidget(&makeLine(window_.lblPort, card, "Port"));
     auto& list = child<TextList>(&card);
     list.setWordWrap(true);
+    list.setUniformItemSizes(false);
+    list.setResizeMode(QListView::Adjust);
     list.setAccessibleName(QStringLiteral("What was found"));
     binder().bind(window_.lstFindings, list);
     rows.addWidget(&list, 1);

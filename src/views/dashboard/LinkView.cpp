@@ -12,6 +12,7 @@ namespace korvane::views {
 
 namespace {
 constexpr QSizeF kUsual{43, 43};  // text sizes
+constexpr int kPlotLines = 6;     // of text, the least height of a plot: all three fit a low screen
 }  // namespace
 
 LinkView::LinkView(doctor::FrmLink& window, FrameClock& clock) : FittedView(window, clock, kUsual) {
@@ -39,6 +40,8 @@ QWidget& LinkView::makePlot(const char* title, controls::Label& label, controls:
     auto& plot = child<PictureView>(&card);
     plot.setAccessibleName(QLatin1String(title) + QStringLiteral(" of the last ten minutes"));
     binder().bind(picture, plot);
+    plot.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    plot.setMinimumHeight(kPlotLines * fontMetrics().lineSpacing());
     rows.addWidget(&plot, 1);
     rows.addWidget(&makeLine(label, card));
     card.fitMargins();
