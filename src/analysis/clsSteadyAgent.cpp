@@ -83,6 +83,14 @@ std::string clsSteadyAgent::cellWords(int index) const {
     return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
 }
 
+// An engine that ran before it was watched has not just started; what was counted then is still in the counts.
+std::string_view clsSteadyAgent::reasonWords(steady::Verdict verdict) const {
+    constexpr double kAfterStart = 20.0;  // seconds
+    const bool longAgo = seconds_ - watchedFrom_ > kAfterStart;
+    return verdict == steady::Verdict::Cranking && longAgo ? "engine stopped, or not yet seen to run for 20 s"
+                                                           : steady::wordsOf(verdict);
+}
+
 std::string clsSteadyAgent::cellReasons(int cell) const {
     if (cell < 0 || std::cmp_greater_equal(cell, verdicts_.size())) {
         return {};
@@ -98,7 +106,7 @@ std::string clsSteadyAgent::cellReasons(int cell) const {
     std::string words;
     for (const auto reason : reasons) {
         words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
-                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
+                 std::string(reasonWords(static_cast<steady::Verdict>(reason)));
     }
     return words;
 }
@@ -121,7 +129,7 @@ std::vector<std::string> clsSteadyAgent::sampleWords() const {
         const auto verdict = static_cast<steady::Verdict>(index);
         const auto count = agent_.counted(verdict);
         if (count > 0 || verdict == steady::Verdict::Used) {
-            rows.push_back(std::to_string(count) + ' ' + std::string(steady::wordsOf(verdict)));
+            rows.push_back(std::to_string(count) + ' ' + std::string(reasonWords(verdict)));
         }
     }
     return rows;
@@ -147,7 +155,7 @@ std::string clsSteadyAgent::mapRefusal(const maps::MapGeometry& geometry) const 
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         const auto working = ecu.working(cell);
         if (!working || !ecu.isFresh(cell)) {
-            return "the fuel map has not been read from the ECU";
+            return unread("the fuel map has", parts_.connection);
         }
         unsent += *working != cells[cell] ? 1 : 0;
     }
@@ -287,6 +295,7 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     paused_ = false;
     log_.begin();
     verdicts_ = {};
+    watchedFrom_ = seconds_;
     errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
     agent_.start(setupFor(geometry, facts_), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);
