@@ -39,7 +39,7 @@ Missing findOffset(EngineFacts& facts, double offset, const core::SharedTables& 
     }
     const auto& places = tables.addresses;
     if (!known(connection, places.INJ_MODE_OFFSET) || !known(connection, places.INJ_MULTIPLIER_OFF)) {
-        return "the injection mode has not been read from the ECU";
+        return unread("the injection mode has", connection);
     }
     const bool large = geometry.cells() > kCellNames;
     facts.offsetCounts = offset * tables.TickF / (large ? maps::largeScaleNow(tables) : maps::ordinaryScaleNow(tables));
@@ -51,11 +51,12 @@ Missing findLoad(EngineFacts& facts, const core::ParameterAddresses& places, con
     const auto gain = known(connection, places.MAPGAIN_OFF);
     const auto start = known(connection, places.MAPOFFSET_OFF);
     if (!mode || !gain || !start) {
-        return "the load calculation has not been read from the ECU";
+        return unread("the load calculation has", connection);
     }
     facts.load = {.fromThrottle = *mode != 0, .perBar = 10.0 * std::max<int>(*gain, 1), .start = 0.01 * *start};
-    return facts.load.fromThrottle && !facts.throttleKnown ? "the ends of the throttle have not been read from the ECU"
-                                                           : Missing();
+    return facts.load.fromThrottle && !facts.throttleKnown
+               ? "the ends of the throttle have not been read from the ECU since the program started"
+               : Missing();
 }
 
 std::array<Calibration, 3> calibrationsOf(const core::LiveTable& live) {
@@ -76,11 +77,16 @@ double lambdaOf(const core::LiveValue& channel) {
 
 }  // namespace
 
+std::string unread(std::string_view what, const link::ConnectionPanel& connection) {
+    return std::string(what) + " not been read from the ECU since " +
+           (connection.openings > 0 ? "it was connected" : "the program started");
+}
+
 FactsFound factsOf(const core::SharedTables& tables, const link::ConnectionPanel& connection,
                    const maps::MapGeometry& geometry) {
     const auto& misc = connection.ecuMisc.bytes();
     if (!misc) {
-        return {{}, "the injection offset has not been read from the ECU"};
+        return {{}, unread("the injection offset has", connection)};
     }
     EngineFacts facts;
     facts.throttleKnown = tables.ThrottleMax > tables.ThrottleMin;

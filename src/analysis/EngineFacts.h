@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "analysis/steady/Frame.h"
 #include "analysis/steady/SteadySetup.h"
@@ -49,6 +50,8 @@ struct FactsFound {
     std::optional<EngineFacts> facts;
     std::string missing;
 };
+// That the line has not told `what`, and since when: "the fuel map has".
+[[nodiscard]] std::string unread(std::string_view what, const link::ConnectionPanel& connection);
 [[nodiscard]] FactsFound factsOf(const core::SharedTables& tables, const link::ConnectionPanel& connection,
                                  const maps::MapGeometry& geometry);
 

@@ -3,10 +3,20 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <string_view>
 
 #include "core/Numbers.h"
 
 namespace korvane::analysis {
+
+namespace {
+
+std::string_view wordsOf(steady::Verdict verdict, bool watchedLong) {
+    return verdict == steady::Verdict::Cranking && watchedLong ? "engine stopped, or not yet seen to run for 20 s"
+                                                               : steady::wordsOf(verdict);
+}
+
+}  // namespace
 
 std::string wordsOf(const steady::CellReport& report, std::uint8_t baseline) {
     const auto number = [](double value, double steps) { return core::textOf(std::round(value * steps) / steps); };
@@ -20,7 +30,7 @@ std::string wordsOf(const steady::CellReport& report, std::uint8_t baseline) {
     return words + (report.carried ? ", carried, " : ", ") + std::string(steady::wordsOf(report.held));
 }
 
-std::string reasonsOf(const std::array<std::uint32_t, steady::kVerdicts>& counts) {
+std::string reasonsOf(const std::array<std::uint32_t, steady::kVerdicts>& counts, bool watchedLong) {
     std::vector<std::size_t> reasons;
     for (std::size_t reason = 1; reason < counts.size(); ++reason) {
         if (counts.at(reason) > 0) {
@@ -31,7 +41,7 @@ std::string reasonsOf(const std::array<std::uint32_t, steady::kVerdicts>& counts
     std::string words;
     for (const auto reason : reasons) {
         words += (words.empty() ? "" : ", ") + std::to_string(counts.at(reason)) + ' ' +
-                 std::string(steady::wordsOf(static_cast<steady::Verdict>(reason)));
+                 std::string(wordsOf(static_cast<steady::Verdict>(reason), watchedLong));
     }
     return words;
 }
@@ -47,13 +57,13 @@ std::string wordsOf(const steady::Zone& zone) {
                : words + "not known yet";
 }
 
-std::vector<std::string> samplesOf(const steady::SteadyAgent& agent) {
+std::vector<std::string> samplesOf(const steady::SteadyAgent& agent, bool watchedLong) {
     std::vector<std::string> rows;
     for (std::size_t index = 0; index < steady::kVerdicts; ++index) {
         const auto verdict = static_cast<steady::Verdict>(index);
         const auto count = agent.counted(verdict);
         if (count > 0 || verdict == steady::Verdict::Used) {
-            rows.push_back(std::to_string(count) + ' ' + std::string(steady::wordsOf(verdict)));
+            rows.push_back(std::to_string(count) + ' ' + std::string(wordsOf(verdict, watchedLong)));
         }
     }
     return rows;

@@ -72,9 +72,14 @@ std::string clsSteadyAgent::cellWords(int index) const {
     return baseline && agent_.state() != steady::State::Off ? analysis::wordsOf(cell(place), *baseline) : std::string();
 }
 
+bool clsSteadyAgent::isWatchedLong() const {
+    constexpr double kAfterStart = 20.0;  // seconds
+    return seconds_ - watchedFrom_ > kAfterStart;
+}
+
 std::string clsSteadyAgent::cellReasons(int cell) const {
     const auto place = static_cast<std::size_t>(std::max(cell, 0));
-    return cell >= 0 && place < verdicts_.size() ? reasonsOf(verdicts_.at(place)) : std::string();
+    return cell >= 0 && place < verdicts_.size() ? reasonsOf(verdicts_.at(place), isWatchedLong()) : std::string();
 }
 
 std::string clsSteadyAgent::zoneWords(std::size_t index) const {
@@ -82,7 +87,7 @@ std::string clsSteadyAgent::zoneWords(std::size_t index) const {
 }
 
 std::vector<std::string> clsSteadyAgent::sampleWords() const {
-    return samplesOf(agent_);
+    return samplesOf(agent_, isWatchedLong());
 }
 
 maps::BaselineOwner clsSteadyAgent::owner(const maps::MapGeometry& geometry) const {
@@ -105,7 +110,7 @@ std::string clsSteadyAgent::mapRefusal(const maps::MapGeometry& geometry) const 
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         const auto working = ecu.working(cell);
         if (!working || !ecu.isFresh(cell)) {
-            return "the fuel map has not been read from the ECU";
+            return unread("the fuel map has", parts_.connection);
         }
         unsent += *working != cells[cell] ? 1 : 0;
     }
@@ -246,6 +251,7 @@ void clsSteadyAgent::begin(const maps::MapGeometry& geometry) {
     log_.begin();
     unsent_.reset();
     verdicts_ = {};
+    watchedFrom_ = seconds_;
     errors_.begin("Steady agent", seconds_);
     parts_.history.agentBegins();
     agent_.start(setupFor(geometry, facts_), cellsOf(gridOf(geometry)), seconds_, baseline_->cells);

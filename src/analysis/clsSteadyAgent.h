@@ -88,6 +88,7 @@ private:
 
     // Each says in words why it can't be done; empty if it can.
     [[nodiscard]] std::string refusal(const maps::MapGeometry& geometry);
+    [[nodiscard]] bool isWatchedLong() const;
     [[nodiscard]] std::string mapRefusal(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::string targetRefusal(const maps::MapGeometry& geometry) const;
     [[nodiscard]] std::string findBaseline(const maps::MapGeometry& geometry);
@@ -143,6 +144,7 @@ private:
     int openings_ = 0;    // of the port at the start
     platform::Micros last_ = 0;
     double seconds_ = 0.0;  // of the agent's clock
+    double watchedFrom_ = 0.0;
     bool paused_ = false;
     std::int64_t bytes_ = 0;                 // that had come by the last tick
     std::optional<platform::Micros> asked_;  // whether to put back so much

@@ -46,6 +46,15 @@ void Answers::show() {
     const auto said = words();
     Text = said.empty() ? said : "Parameters: " + said;
     Failed = closed_ || (running_ == 0 && heard_.size() < asked_.size());
+    if (tallied) {
+        tallied();
+    }
+}
+
+std::string Answers::tally() const {
+    return asked_.empty() ? std::string()
+                          : std::to_string(heard_.size()) + " of " + std::to_string(asked_.size()) +
+                                (asked_.size() == 1 ? " cell answered" : " cells answered");
 }
 
 std::string Answers::words() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <span>
 #include <string>
@@ -42,6 +43,11 @@ public:
     void sent(bool isOpen);
     // The ECU has told a parameter, also one that nobody has asked for. An answer that is late still counts.
     void heard(int address);
+
+    // "3 of 21 cells answered", also while none has; empty where nothing was asked.
+    [[nodiscard]] std::string tally() const;
+    // Called when it may be another one.
+    std::function<void()> tallied;
 
     // The port that was closed is open again.
     void lineOpened();

@@ -42,6 +42,9 @@ using core::complement;
 // The bytes of a frame besides its payload: code, length and complement.
 inline constexpr int kFrameOverhead = 3;
 
+// On the line, with the start and the stop bit.
+inline constexpr int kBitsPerByte = 10;
+
 [[nodiscard]] constexpr std::array<std::uint8_t, 2> shortCommand(std::uint8_t command) {
     return {command, complement(command)};
 }

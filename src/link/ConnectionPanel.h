@@ -17,6 +17,7 @@
 #include "link/LinkHistory.h"
 #include "link/LinkState.h"
 #include "link/PortDoubt.h"
+#include "link/ReadTally.h"
 #include "link/ReceiveMachine.h"
 #include "link/ReplyDiversion.h"
 #include "link/VerifySwitch.h"
@@ -34,6 +35,7 @@ struct ConnectionPanel {
     controls::ComboBox ComboRefresh{window, "ComboRefresh"};
     controls::CommandButton btnConnect{window, "btnConnect", "Connect"};
     controls::ProgressBar prgSettings{window, "prgSettings"};  // of the read of all settings
+    ReadTally settingsTally;
     controls::Label lblState{window, "lblState", "Not connected"};
     controls::Label lblBytesRec{window, "lblBytesRec", "0"};
     controls::Label lblPackets{window, "lblPackets", "0"};

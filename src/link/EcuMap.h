@@ -58,6 +58,8 @@ public:
     [[nodiscard]] std::optional<std::uint8_t> kept(std::size_t cell) const;
     // What the answer to the last read of the cell said.
     [[nodiscard]] std::optional<std::uint8_t> told(std::size_t cell) const;
+    // Whether any cell was read, over whatever connection.
+    [[nodiscard]] bool wasTold() const { return any(&Cell::told); }
     // Whether this connection has told what the ECU runs on.
     [[nodiscard]] bool isFresh(std::size_t cell) const { return at(cell).fresh; }
     [[nodiscard]] Store store() const { return store_; }

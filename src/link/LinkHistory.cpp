@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "link/Commands.h"
+
 namespace korvane::link {
 
 namespace {
 
-constexpr int kBitsPerByte = 10;
 constexpr int kPollBytes = 1;
 
 std::int64_t faultsOf(const LinkState::Counts& counts) {

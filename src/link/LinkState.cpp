@@ -152,14 +152,24 @@ void LinkState::pollSent() {
 void LinkState::frameReceived(std::uint8_t code, platform::Micros now) {
     ++frames_;
     if (code == kLiveDataFrame) {
-        polls_.answered(now);
-        live_ = now;
         liveBytes_ = receiver_.rxLength() + kFrameOverhead;
+        polls_.answered(now, frameTime());
+        live_ = now;
+    } else {
+        polls_.otherFrame();
     }
     if (shown_ != State::Live || frames_ == 1) {
         refresh();
     }
     changed(countsProperty());
+}
+
+// The device is asked once for its rate.
+platform::Micros LinkState::frameTime() {
+    if (baud_ == 0 && open_) {
+        baud_ = port_.lineBaud();
+    }
+    return baud_ <= 0 ? 0 : platform::kMicrosPerSecond * kBitsPerByte * liveBytes_ / baud_;
 }
 
 void LinkState::bytesReceived(std::size_t count) {
@@ -187,6 +197,7 @@ void LinkState::portChanged() {
         frames_ = 0;
         bytes_ = 0;
         liveBytes_ = 0;
+        baud_ = 0;
         droppedBefore_ = receiver_.dropped();
         resyncsBefore_ = receiver_.resyncs();
         polls_.reset();

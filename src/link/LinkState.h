@@ -109,6 +109,7 @@ private:
     [[nodiscard]] State stateAt(platform::Micros now) const;
     [[nodiscard]] platform::Micros ageFrom() const;
     [[nodiscard]] platform::Micros awaitedFrom() const;
+    [[nodiscard]] platform::Micros frameTime();
     [[nodiscard]] bool isAskedBefore(platform::Micros due) const;
 
     platform::EventPump& pump_;
@@ -125,6 +126,7 @@ private:
     platform::Micros pollFrom_ = 0;          // it runs since then
     std::optional<platform::Micros> asked_;  // the last poll of this connection
     int liveBytes_ = 0;
+    int baud_ = 0;  // 0: not asked for
     std::int64_t frames_ = 0;
     std::int64_t bytes_ = 0;
     std::int64_t droppedBefore_ = 0;  // the port was opened

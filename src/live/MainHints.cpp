@@ -53,10 +53,13 @@ constexpr Hint kHints[] = {
     {"btnConnect",
      "Opens the port, asks for the firmware (y, once a second until it answers)\n"
      "and polls live data (x). Pressed again it closes the port."},
-    {"prgSettings", "How much of the settings has been read."},
+    {"prgSettings",
+     "How much of the settings has been asked for; the text counts the cells that the ECU has answered."},
     {"lblState", "Port and speed of the open line. It keeps its last text when the line is closed."},
     {"lblBytesRec", "Bytes received since the program started."},
-    {"lblPackets", "Live frames in one second. When they stop it keeps the last rate: the badge tells."},
+    {"lblPackets",
+     "Live frames in one second, the first of them not counted.\nWhen they stop it keeps the last rate: the badge "
+     "tells."},
     {"lblHWVer", "The version that the ECU told."},
     {"lblFeatures", "The feature word that the ECU told: each bit is an optional function."},
     {"btnKartat",

@@ -37,6 +37,7 @@ Comparisons::Comparisons(platform::Machine& machine, const maps::MapContext& map
       context_{.tables = maps.tables,
                .frmMisc = frmMisc,
                .now = [this] { return now(); },
+               .before = [this] { return before(); },
                .injectionOffset = [&mapWindows] { return mapWindows.injectionOffset(); },
                .points = {},
                .point = {},
@@ -78,6 +79,13 @@ void Comparisons::open(const keep::Source& left, const keep::Source& right) {
 
 keep::Snapshot Comparisons::now() const {
     return keep::snapshotOf(maps_.tables, maps_.connection, maps_.connection.ecuMisc.bytes(), machine_.pump.wallTime());
+}
+
+// The cells of the EEPROM are forgotten by a connect, so that only the number of connects tells of earlier ones.
+keep::ReadBefore Comparisons::before() const {
+    const auto& ecu = maps_.connection.ecuMaps;
+    return {.maps = ecu.fuel.wasTold() || ecu.ignition.wasTold() || ecu.pwm.wasTold(),
+            .settings = maps_.connection.openings > 1};
 }
 
 std::string Comparisons::copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change) {

@@ -35,6 +35,7 @@ public:
 
 private:
     [[nodiscard]] keep::Snapshot now() const;
+    [[nodiscard]] keep::ReadBefore before() const;
     std::string copy(std::size_t map, int first, int last, const keep::CompareContext::Change& change);
 
     platform::Machine& machine_;

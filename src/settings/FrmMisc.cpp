@@ -62,6 +62,7 @@ FrmMisc::FrmMisc(platform::Machine& machine, core::SharedTables& tables, link::C
       parameterTools_(*this, tables, eeprom, &rawVerification_) {
     hideOnClose();
     fields_.watch(marks_, report_);
+    readAnswers_.tallied = [this] { context_.connection.settingsTally.Text = readAnswers_.tally(); };
     marks_.compareWith(connection.ecuEeprom);
     for (const auto* const box : {&TextOs, &TextArvo, &txtParOffset, &txtParScale, &txtParWarning}) {
         marks_.addOwn(*box);

@@ -52,13 +52,13 @@ TEST_F(EngineFactsTest, WithoutAnOffsetTheInjectionModeDoesNotMatter) {
 TEST_F(EngineFactsTest, TheMiscBlockMustBeKnown) {
     main_.ecuMisc.forget();
     EXPECT_FALSE(facts().facts);
-    EXPECT_EQ(facts().missing, "the injection offset has not been read from the ECU");
+    EXPECT_EQ(facts().missing, "the injection offset has not been read from the ECU since the program started");
 }
 
 // TickB is 512 clocks for a count of the map, TickF a quarter of 256 for a count of the offset: one eighth.
 TEST_F(EngineFactsTest, AnOffsetInTimeIsAsManyCountsAsItTakes) {
     misc(40, 0);
-    EXPECT_EQ(facts().missing, "the injection mode has not been read from the ECU");
+    EXPECT_EQ(facts().missing, "the injection mode has not been read from the ECU since the program started");
     tell(tables_.addresses.INJ_MODE_OFFSET, 2);
     tell(tables_.addresses.INJ_MULTIPLIER_OFF, 0);
     ASSERT_TRUE(facts().facts);
@@ -83,14 +83,21 @@ TEST_F(EngineFactsTest, BitNineOfTheEnableWordIsTheEcusOwnControl) {
 
 TEST_F(EngineFactsTest, TheLoadCalculationMustBeKnown) {
     main_.ecuEeprom.lost(tables_.addresses.MAPGAIN_OFF);
-    EXPECT_EQ(facts().missing, "the load calculation has not been read from the ECU");
+    EXPECT_EQ(facts().missing, "the load calculation has not been read from the ECU since the program started");
+}
+
+// A connect forgets what was read before.
+TEST_F(EngineFactsTest, WhatIsMissingSaysSinceWhen) {
+    main_.ecuMisc.forget();
+    main_.openings = 2;
+    EXPECT_EQ(facts().missing, "the injection offset has not been read from the ECU since it was connected");
 }
 
 TEST_F(EngineFactsTest, LoadFromTheThrottleNeedsItsEnds) {
     tell(tables_.addresses.LOAD_MODE, 1);
     EXPECT_TRUE(facts().facts->load.fromThrottle);
     tables_.ThrottleMax = 0;
-    EXPECT_EQ(facts().missing, "the ends of the throttle have not been read from the ECU");
+    EXPECT_EQ(facts().missing, "the ends of the throttle have not been read from the ECU since the program started");
 }
 
 // 0.8 bar, 0.2 bar offset, gain 12: 0.6 * 120 per cent.

@@ -110,6 +110,16 @@ TEST_F(FrmCompareTest, SaysThatNoEcuWasRead) {
     EXPECT_FALSE(window.btnCopyMap.Enabled);
 }
 
+TEST_F(FrmCompareTest, BehindAnotherConnectItSaysThatNothingHasBeenReadSince) {
+    connect();
+    program_.receiveFrame('f', Bytes(160, 51));
+    auto& window = open();
+    program_.connect();
+    program_.connect();
+    program_.pump.wait(500);
+    EXPECT_EQ(window.left.words.Caption.get(), "Nothing has been read since the last connect or restart.");
+}
+
 TEST_F(FrmCompareTest, FollowsTheWorkingMapsAndTheEcu) {
     connect();
     auto& window = open();

@@ -48,6 +48,17 @@ TEST(SideOfEcu, OfUnknownTypeHasLargeMapsOnlyWhereACellBehindASmallMapIsKnown) {
     EXPECT_EQ(side.maps[1].size, 320);
 }
 
+TEST(SideOfEcu, SaysWhatWasReadBeforeTheEcuWasConnectedAgain) {
+    auto snapshot = ecuOf(0);
+    const ReadBefore before{.maps = true, .settings = true};
+    EXPECT_EQ(sideOfEcu(snapshot, before).note, "Nothing has been read since the last connect or restart.");
+    snapshot.eeprom[1] = {0, link::Known::Told};
+    EXPECT_EQ(sideOfEcu(snapshot, before).note, "No map has been read since the last connect or restart.");
+    snapshot.eeprom[1] = {};
+    snapshot.pwm.working[64] = 0;
+    EXPECT_EQ(sideOfEcu(snapshot, before).note, "No setting has been read since the last connect.");
+}
+
 TEST(SideOfEcu, SaysWhatWasNotReadYet) {
     auto snapshot = ecuOf(0);
     EXPECT_EQ(sideOfEcu(snapshot).note, "No ECU has been read yet.");

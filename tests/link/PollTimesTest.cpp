@@ -117,6 +117,51 @@ TEST_F(PollTimesTest, APollThatStartsAnewLearnsTheShortestRoundTripAgain) {
     EXPECT_EQ(times_.unanswered(1427 * kMilli), 0);
 }
 
+// At the reply the second request is as old as the shortest round trip.
+TEST_F(PollTimesTest, AFirstRequestThatIsLostBehindAPauseIsFoundAtOnce) {
+    steady(0, 20, 4);
+    times_.restarted(1000 * kMilli);
+    sent(1000);
+    steady(1010, 20, 4);
+    EXPECT_EQ(worst(1300), 4);
+    EXPECT_EQ(times_.unanswered(1300 * kMilli), 1);
+}
+
+// They keep the ECU busy, and what it was asked meanwhile is lost.
+TEST_F(PollTimesTest, BehindFramesOfAnotherKindTheShortestRoundTripIsNotLearnt) {
+    for (int at = 0; at < 50; at += 10) {
+        sent(at);
+        times_.otherFrame();
+    }
+    for (int at = 50; at < 500; at += 10) {
+        sent(at);
+        times_.answered((at + 4) * kMilli, 4 * kMilli);
+    }
+    EXPECT_EQ(median(500), 4);
+    EXPECT_EQ(times_.unanswered(500 * kMilli), 5);
+}
+
+// 25 ms instead of 5 look like two requests that were lost, until the last replies come.
+TEST_F(PollTimesTest, AReplyTooManyShowsThatTheRoundTripIsLonger) {
+    steady(0, 20, 5);
+    times_.restarted(2000 * kMilli);
+    steady(2000, 20, 25);
+    times_.restarted(4000 * kMilli);
+    steady(4000, 60, 25);
+    EXPECT_EQ(static_cast<double>(times_.since(4000 * kMilli)->median) / kMilli, 25);
+}
+
+// 23 ms are 22 bytes at 9600 baud: every other request is dropped.
+TEST_F(PollTimesTest, WhereTheLineCanNotBringAllRepliesEachIsOfTheNewestRequest) {
+    for (int at = 0; at < 3000; at += 10) {
+        sent(at);
+        if (at % 30 == 20) {
+            times_.answered((at + 5) * kMilli, 23 * kMilli);
+        }
+    }
+    EXPECT_EQ(median(3000), 25);
+}
+
 TEST_F(PollTimesTest, AnotherConnectionForgetsAll) {
     sent(0);
     sent(300);

@@ -138,7 +138,9 @@ TEST_F(RehearsalRunTest, WhatIsNotKnownOfTheEcuIsTold) {
     load(drive(100));
     main.ecuEeprom.lost(run.tables.addresses.MAPGAIN_OFF);
     rehearse();
-    EXPECT_EQ(line(), "The agent would not start: the load calculation has not been read from the ECU");
+    EXPECT_EQ(
+        line(),
+        "The agent would not start: the load calculation has not been read from the ECU since the program started");
 }
 
 }  // namespace

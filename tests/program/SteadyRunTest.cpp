@@ -59,6 +59,15 @@ TEST_F(SteadyRunTest, TheReasonsOfACellAreThoseOfTheFramesInIt) {
     EXPECT_EQ(agent().cellReasons(320), "");
 }
 
+// It runs all the time.
+TEST_F(SteadyRunTest, AnEngineThatIsWatchedForLongHasNotJustStarted) {
+    maps().chkSteadyAgent.press();
+    wait(25 * kSecond);
+    const auto reasons = agent().cellReasons(program_.tables.MapPlace);
+    EXPECT_THAT(reasons, testing::HasSubstr("engine stopped, or not yet seen to run for 20 s"));
+    EXPECT_THAT(reasons, testing::Not(testing::HasSubstr("just started")));
+}
+
 TEST_F(SteadyRunTest, ABlockThatTheTunerHoldsIsNotTouched) {
     maps().fuel.SelFirst = 1;
     maps().fuel.SelLast = 3;
@@ -324,7 +333,7 @@ TEST_F(SteadyRunTest, ItRefusesWhereTheMapIsNotTheEngines) {
 TEST_F(SteadyRunTest, ItRefusesWithoutTheLoadCalculation) {
     program_.window.ecuEeprom.lost(program_.tables.addresses.MAPGAIN_OFF);
     maps().chkSteadyAgent.press();
-    EXPECT_EQ(agent().whyStopped(), "the load calculation has not been read from the ECU");
+    EXPECT_EQ(agent().whyStopped(), "the load calculation has not been read from the ECU since it was connected");
 }
 
 TEST_F(SteadyRunTest, ItRefusesOnADamagedBaselineUntilThereIsANewOne) {

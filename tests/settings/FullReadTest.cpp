@@ -250,6 +250,21 @@ TEST_F(FullReadTest, EndsWithTheProgram) {
     EXPECT_FALSE(frmMisc_.isLoaded());
 }
 
+// The bar counts what was asked for.
+TEST_F(FullReadTest, TheMainWindowTellsHowManyCellsHaveAnswered) {
+    showOnOpenPort();
+    std::string none;
+    std::string one;
+    at(200, [&] {
+        none = main_.settingsTally.Text;
+        byteReply(507, 0xDC);
+        one = main_.settingsTally.Text;
+    });
+    frmMisc_.btnLoad.press();
+    EXPECT_THAT(none, testing::MatchesRegex("0 of [0-9]+ cells? answered"));
+    EXPECT_THAT(one, testing::MatchesRegex("1 of [0-9]+ cells? answered"));
+}
+
 TEST_F(FullReadTest, TakesRepliesInItsPauses) {
     showOnOpenPort();
     at(200, [&] { byteReply(507, 0xDC); });

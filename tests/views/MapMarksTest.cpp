@@ -12,6 +12,8 @@
 #include "views/maps/GridMarks.h"
 #include "views/maps/MapGridView.h"
 #include "views/widgets/HeatColors.h"
+#include "views/widgets/PlainTip.h"
+#include "views/widgets/values/LongLine.h"
 #include "views/widgets/values/Readout.h"
 
 namespace korvane::views {
@@ -248,6 +250,27 @@ TEST_F(MapMarksTest, TheStatusLineTellsOfCellBlockAndUnsentCells) {
     EXPECT_EQ(find<Readout>("unsentStatus").text(), "Not stored: 1 ignition");
     select(0, 1);
     EXPECT_THAT(find<Readout>("cellStatus").text().toStdString(), testing::HasSubstr("; Fuel block of 2 cells, sum "));
+}
+
+TEST_F(MapMarksTest, NoPartOfTheStatusLineIsCutWhileAllFit) {
+    auto& ecu = program.frmSarn2().ecuMaps.ignition;
+    maps_->setFocus(&maps_->ign(17));
+    key(grid("txtIgn"), Qt::Key_Plus, {}, "+");
+    ecu.changed(17, 51);
+    frame();
+    const auto& store = find<LongLine>("storeStatus");
+    const auto& cell = find<Readout>("cellStatus");
+    ASSERT_TRUE(store.isVisible());
+    for (const int width : {1300, 1500, 1900}) {
+        view().resize(width, view().height());
+        frame();
+        const int needed = cell.sizeHint().width() + store.sizeHint().width();
+        if (cell.width() + store.width() >= needed) {
+            EXPECT_FALSE(cell.isCut()) << width;
+            EXPECT_EQ(store.text(), store.words()) << width;
+        }
+    }
+    EXPECT_EQ(store.toolTip(), plainTip(store.words()));
 }
 
 TEST_F(MapMarksTest, TheLongestUsualStatusFitsASmallLaptop) {

@@ -26,6 +26,8 @@ struct CompareContext {
     settings::FrmMisc& frmMisc;
     // What is known of the ECU now.
     std::function<Snapshot()> now;
+    // What was known of it before.
+    std::function<ReadBefore()> before = [] { return ReadBefore(); };
     // What the box of the misc block says, by which the fuel map is shown.
     std::function<double()> injectionOffset;
     // The restore points, the newest first.

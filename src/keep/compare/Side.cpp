@@ -1,6 +1,7 @@
 #include "keep/compare/Side.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "core/tables/Module1.h"
 
@@ -36,12 +37,17 @@ bool hasMaps(const Side& side) {
                        [](const MapSide& map) { return std::any_of(map.bytes.begin(), map.bytes.end(), isKnown); });
 }
 
-std::string ecuNote(const Side& side) {
+std::string ecuNote(const Side& side, const ReadBefore& before) {
     const bool hasSettings = std::any_of(side.eeprom.begin(), side.eeprom.end(), isKnown);
     if (!hasMaps(side)) {
-        return hasSettings ? "No map has been read yet." : "No ECU has been read yet.";
+        const std::string_view missing = hasSettings ? "No map" : before.maps ? "Nothing" : "No ECU";
+        return std::string(missing) +
+               (before.maps ? " has been read since the last connect or restart." : " has been read yet.");
     }
-    return hasSettings ? "" : "No setting has been read yet.";
+    if (hasSettings) {
+        return {};
+    }
+    return before.settings ? "No setting has been read since the last connect." : "No setting has been read yet.";
 }
 
 bool isEmpty(const MapSnapshot& map) {
@@ -50,7 +56,7 @@ bool isEmpty(const MapSnapshot& map) {
 
 }  // namespace
 
-Side sideOfEcu(const Snapshot& snapshot) {
+Side sideOfEcu(const Snapshot& snapshot, const ReadBefore& before) {
     Side side;
     side.name = "ECU";
     for (std::size_t map = 0; map < kMapCount; ++map) {
@@ -64,7 +70,7 @@ Side sideOfEcu(const Snapshot& snapshot) {
             side.eeprom.at(address) = cell.byte;
         }
     }
-    side.note = ecuNote(side);
+    side.note = ecuNote(side, before);
     return side;
 }
 

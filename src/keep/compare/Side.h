@@ -29,8 +29,14 @@ struct Side {
     friend bool operator==(const Side&, const Side&) = default;
 };
 
+// What was read of an ECU before it was connected again, or has restarted, and is no longer taken for what it has.
+struct ReadBefore {
+    bool maps = false;
+    bool settings = false;
+};
+
 // What the ECU had at that moment: the maps that it ran on.
-[[nodiscard]] Side sideOfEcu(const Snapshot& snapshot);
+[[nodiscard]] Side sideOfEcu(const Snapshot& snapshot, const ReadBefore& before = {});
 // The maps that the tuner had. Nothing of the settings.
 [[nodiscard]] Side sideOfDesk(const Snapshot& snapshot);
 

@@ -141,7 +141,7 @@ Side SourcePanel::read(const Snapshot& now) const {
             return side;
         }
         default:
-            return sideOfEcu(now);
+            return sideOfEcu(now, context_.before());
     }
 }
 

@@ -80,16 +80,20 @@ public:
     }
 
     // The bar is beside the caption, where it takes no space from the texts.
-    void addState(controls::Label& state, controls::ProgressBar& progress) {
+    void addState(link::ConnectionPanel& panel) {
+        controls::Label& state = panel.lblState;
         QWidget* const inside = &card_;
         auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
         readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
         // Keeps what it said when the port closes, as version and features do.
         readout.setFromEcu(Dimmable::Source::OtherFrames);
         binder_.bind(state, readout);
-        auto& bar = makeTransferBar(progress, binder_, inside, QStringLiteral("Reading settings"),
-                                    QStringLiteral("Settings %p%"));
+        auto& bar = makeTransferBar(panel.prgSettings, binder_, inside, QStringLiteral("Settings asked for"),
+                                    QStringLiteral("Settings %p% asked"));
         bar.setMinimumWidth(0);
+        ObjectPart::bind(binder_, {&panel.settingsTally}, [&bar, &tally = panel.settingsTally] {
+            bar.setFormat(QString::fromStdString(tally.Text.get().empty() ? "Settings %p% asked" : tally.Text.get()));
+        });
         auto& line = child<QHBoxLayout>(kNobody);
         line.addWidget(&child<Caption>(inside, QStringLiteral("Connection"), &readout));
         line.addWidget(&bar, 1);
@@ -139,7 +143,7 @@ QWidget& makeConnectionBar(live::FrmSarn2& window, Binder& binder, QWidget* pare
     bar.addList(window.ComboRefresh, QStringLiteral("&Refresh"), QStringLiteral("275"));
     bar.addButton(window.btnConnect, 'c');
     bar.addTest(window.portDoubt);
-    bar.addState(window.lblState, window.prgSettings);
+    bar.addState(window);
     bar.addSpace();
     bar.addReadout(window.lblBytesRec, QStringLiteral("Bytes"), QStringLiteral("2147483647"));
     // When no frame comes any more the rate stays as it was.

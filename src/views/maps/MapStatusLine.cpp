@@ -23,9 +23,7 @@ namespace korvane::views {
 namespace {
 
 constexpr int kGap = 14;
-constexpr int kMargin = 1;     // above and below; the grids need the height
-constexpr int kCellShare = 3;  // of the width that is free
-constexpr int kStoreShare = 2;
+constexpr int kMargin = 1;       // above and below; the grids need the height
 constexpr double kScale = 0.92;  // of the usual text
 constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 16 misc";
 
@@ -60,7 +58,10 @@ void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLin
     ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
         const auto status = maps::statusOf(window);
         const std::string& note = window.HistoryNote;
-        cell.setText(QString::fromStdString(note.empty() ? cellText(status) : note));
+        if (const auto told = QString::fromStdString(note.empty() ? cellText(status) : note); told != cell.text()) {
+            cell.setText(told);
+            cell.updateGeometry();
+        }
         store.setWords(QString::fromStdString(status.store));
         store.setVisible(!status.store.empty());
         const QString words = QString::fromStdString(status.unsent);
@@ -154,7 +155,8 @@ Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignme
 
 QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* parent) {
     auto& line = child<Tile>(parent);
-    line.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // However long the texts are, they do not make the window wider.
+    line.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto& row = child<QHBoxLayout>(&line);
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
@@ -162,11 +164,13 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     store.setObjectName(QStringLiteral("storeStatus"));
     store.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
-    // However long it is, it does not make the window wider.
-    cell.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    unsent.setMinimumWidth(1);
-    row.addWidget(&cell, kCellShare);
-    row.addWidget(&store, kStoreShare);
+    // Each gets what its text needs, the cell the rest; where that is not there, both longer ones give way alike.
+    cell.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    cell.setMinimumWidth(1);
+    store.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    store.setMinimumWidth(1);
+    row.addWidget(&cell);
+    row.addWidget(&store);
     row.addWidget(&unsent);
     addHistoryButton(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));

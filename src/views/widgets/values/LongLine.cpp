@@ -11,8 +11,15 @@ LongLine::LongLine(QWidget* parent) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
+QSize LongLine::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(words_) + 2, QLabel::sizeHint().height()};
+}
+
 void LongLine::setWords(const QString& words) {
-    words_ = words;
+    if (words != words_) {
+        words_ = words;
+        updateGeometry();
+    }
     setAccessibleName(words);
     setToolTip(plainTip(words));
     fit();

@@ -9,6 +9,9 @@ class LongLine : public QLabel {
 public:
     explicit LongLine(QWidget* parent);
 
+    // As wide as the words, for a place that shares its width by need.
+    [[nodiscard]] QSize sizeHint() const override;
+
     void setWords(const QString& words);
     [[nodiscard]] const QString& words() const { return words_; }
 
