@@ -369,21 +369,121 @@ TEST_F(DeskKeeperTest, OpensNothingButItsOwnRegularFiles) {
     EXPECT_EQ(run->notice().words(), "");
 }
 
-TEST_F(DeskKeeperTest, AFullDiskIsToldOnceAndTriedAgain) {
+TEST_F(DeskKeeperTest, AFullDiskIsToldAsLongAsItIsAndTriedAgain) {
     const auto run = start();
     run->edit(3, 99);
     {
         const support::FileSizeLimit full(1000);
         run->wait(kDelay);
         EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
-        run->notice().say({}, {});
         run->edit(3, 98);
+        run->program->frmSarn2().btnConnect.press();
+        run->notice().close();
         run->wait(4 * kDelay);
-        EXPECT_EQ(run->notice().words(), "");
+        EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
         EXPECT_THAT(files(".desk"), IsEmpty());
     }
     run->wait(kDelay);
     EXPECT_EQ(onDisk().fuel.edited[3], 98);
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, AFullDiskIsToldNoLongerWhenNothingHasToBeKept) {
+    const auto run = start();
+    run->connectAndRead();
+    run->edit(3, 99);
+    const support::FileSizeLimit full(1000);
+    run->wait(kDelay);
+    EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
+    run->edit(3, 50);
+    run->wait(kDelay);
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, WhatWasUndoneAndLeftIsInAPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    run->edit(4, 98);
+    static_cast<void>(run->program->history().goTo(1));
+    static_cast<void>(run->program->history().goTo(0));
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+    EXPECT_EQ(run->point(0).fuel.edited[4], 98);
+    run->wait(4 * kDelay);
+    run->program->quit();
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+}
+
+TEST_F(DeskKeeperTest, AnEndAtOnceKeepsWhatWasUndone) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    run->program->quit();
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, AChangeBehindAnUndoLeavesBothInPoints) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    run->edit(4, 98);
+    static_cast<void>(run->program->history().goTo(0));
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo", "before: undo"));
+    EXPECT_EQ(run->point(1).fuel.edited[3], 99);
+    EXPECT_EQ(run->point(0).fuel.edited[3], 0);
+    EXPECT_EQ(run->point(0).fuel.edited[4], 98);
+}
+
+TEST_F(DeskKeeperTest, WhatIsDoneAgainNeedsNoPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    static_cast<void>(run->program->history().goTo(1));
+    run->wait(kDelay);
+    EXPECT_THAT(files(".point"), IsEmpty());
+    EXPECT_EQ(onDisk().fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, AnUndoOfWhatTheEcuHasStoredMakesNoPoint) {
+    const auto run = start();
+    run->connectAndRead();
+    run->edit(3, 99);
+    run->edit(3, 50);
+    static_cast<void>(run->program->history().goTo(run->program->history().count() - 1));
+    run->wait(kDelay);
+    EXPECT_EQ(onDisk().fuel.edited[3], 99);
+    EXPECT_THAT(files(".point"), IsEmpty());
+}
+
+TEST_F(DeskKeeperTest, WhatWasRevertedIsInAPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    {
+        const core::MapHistory::Change revert(&run->program->history(),
+                                              Cause::cells(Cause::Kind::RevertCell, EditedMap::Fuel, 3, 3));
+        run->program->tables().FuelMapOut.at(3) = 0;
+    }
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: revert"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, UndoneWorkThatFindsTheDiskFullIsTriedAgain) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    {
+        const support::FileSizeLimit full(1000);
+        run->wait(2 * kDelay);
+        EXPECT_THAT(run->notice().words(), HasSubstr("(before: undo)"));
+        EXPECT_THAT(files(".point"), IsEmpty());
+    }
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->notice().words(), "");
 }
 
 TEST_F(DeskKeeperTest, AFullDiskLeavesTheLastFileAndAnEndWithoutAPointLeavesItToo) {

@@ -25,6 +25,7 @@ DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHist
       history_(history),
       store_(keeper.store().folder(), machine.toDisk),
       file_(store_, machine.toDisk, machine.hold),
+      undone_(history),
       alarm_(machine.pump.makeAlarm([this] {
           waits_ = false;
           save();
@@ -42,8 +43,11 @@ DeskKeeper::~DeskKeeper() {
     history_.removeObserver(*this);
 }
 
-void DeskKeeper::propertyChanged(controls::Object&, const void*) {
+void DeskKeeper::propertyChanged(controls::Object&, const void* property) {
     edited_ = true;
+    if (property != history_.mapsProperty()) {
+        undone_.follow();
+    }
     arm();
 }
 
@@ -62,16 +66,28 @@ bool DeskKeeper::isKept(const Snapshot& known) const {
 // the file, or the point that has the desk.
 void DeskKeeper::save() {
     const auto known = keeper_.now();
+    keepUndone(known);
     if (isKept(known)) {
         file_.remove();
+        tell({});
     } else {
         write(known);
     }
     waits_ = false;
     alarm_->cancel();
-    if (edited_ && hasUnstored(known)) {
+    if (edited_ && (hasUnstored(known) || !undone_.desks().empty())) {
         arm();
     }
+}
+
+// What the ECU has stored, and what is on the desk again, is kept without a point.
+void DeskKeeper::keepUndone(const Snapshot& known) {
+    undone_.dropIf([&](const UndoneDesks::Desk& desk) {
+        auto undone = withDesk(known, desk.maps);
+        undone.reason = desk.reason;
+        return !hasUnstored(undone) || isSameDesk(undone, known) || keeper_.hasDesk(undone) ||
+               keeper_.keepUndone(undone).empty();
+    });
 }
 
 void DeskKeeper::write(const Snapshot& known) {
@@ -81,12 +97,16 @@ void DeskKeeper::write(const Snapshot& known) {
     auto desk = known;
     desk.reason = "desk";
     const auto failure = file_.write(desk);
+    tell(failure);
+    written_ = known;
+}
+
+void DeskKeeper::tell(const std::string& failure) {
+    keeper_.notice().cannotKeep(link::Kept::Desk, failure);
     if (!failure.empty() && !failed_) {
-        keeper_.notice().say(failure, {});
         machine_.log.write(failure);
     }
     failed_ = !failure.empty();
-    written_ = known;
 }
 
 void DeskKeeper::programBegins() {
@@ -111,6 +131,7 @@ void DeskKeeper::programBegins() {
 }
 
 void DeskKeeper::programEnds() {
+    keepUndone(keeper_.now());
     if (!isKept(keeper_.now())) {
         keeper_.keepDesk("end of the program");
     }
