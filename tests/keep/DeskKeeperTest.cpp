@@ -136,16 +136,34 @@ TEST_F(DeskKeeperTest, WritesNothingWithoutAnEdit) {
 }
 
 // They are no part of the map.
-TEST_F(DeskKeeperTest, CellsBehindTheLastOneOfASmallMapAreNotKept) {
+TEST_F(DeskKeeperTest, CellsBehindTheLastOneOfASmallMapAreNotKeptIfNobodyEditsThem) {
     const auto run = start();
     run->connectAndRead();
-    run->edit(160, 99);
+    for (const auto byte : {std::uint8_t{40}, std::uint8_t{50}}) {
+        const core::MapHistory::Change step(&run->program->history(), Cause::file(true));
+        std::fill(run->program->tables().FuelMapOut.begin() + 160, run->program->tables().FuelMapOut.end(), byte);
+    }
+    run->edit(159, 51);
+    run->edit(159, 50);
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), IsEmpty());
     run->program->tables().SWType = 14;
-    run->edit(160, 98);
+    run->edit(3, 98);
+    run->edit(3, 50);
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), SizeIs(1));
+}
+
+TEST_F(DeskKeeperTest, EditsBehindTheLastCellOfASmallMapOutlastACrash) {
+    auto run = start();
+    run->connectAndRead();
+    run->edit(160, 99);
+    run->wait(kDelay);
+    ASSERT_THAT(files(".desk"), SizeIs(1));
+    EXPECT_EQ(onDisk().fuel.edited[160], 99);
+    run.reset();  // killed
+    const auto next = start();
+    EXPECT_EQ(next->point(0).fuel.edited[160], 99);
 }
 
 // It is in its file.
@@ -339,6 +357,39 @@ TEST_F(DeskKeeperTest, TellsOfSeveralThatWereKilledByTheNewest) {
     EXPECT_THAT(next->reasons(), SizeIs(2));
     EXPECT_THAT(next->notice().words(), EndsWith("restore point 2026-01-05 12:00:25, and 1 more."));
     EXPECT_EQ(next->program->keeper().load(next->notice().UnfinishedPoint.get()).content->fuel.edited[4], 98);
+}
+
+TEST_F(DeskKeeperTest, TellsOfAllRunsThatWereKilledOneBehindTheOther) {
+    auto run = start();
+    run->edit(3, 99);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    run->wait(60'000);
+    run->edit(4, 98);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    EXPECT_THAT(run->notice().words(), EndsWith("restore point 2026-01-05 12:01:05, and 1 more."));
+    run.reset();  // killed
+    run = start();
+    EXPECT_THAT(run->notice().words(), EndsWith("restore point 2026-01-05 12:01:05, and 1 more."));
+    run->notice().showUnfinished();
+    run.reset();  // killed
+    run = start();
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, AProperEndTellsNoMoreOfAKilledRun) {
+    auto run = start();
+    run->edit(3, 99);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    EXPECT_NE(run->notice().words(), "");
+    run->program->quit();
+    run = start();
+    EXPECT_EQ(run->notice().words(), "");
 }
 
 TEST_F(DeskKeeperTest, WhatCantBeReadIsListedWithItsDamage) {

@@ -1,5 +1,6 @@
 #include "keep/desk/DeskKeeper.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -12,6 +13,14 @@ namespace korvane::keep {
 namespace {
 
 constexpr auto kEnded = "The program ended without closing. ";
+
+// What a read or a file has brought is in the ECU or in the file.
+bool editsLargeMaps(const core::MapStep& step) {
+    using Kind = core::Cause::Kind;
+    return step.cause.kind != Kind::Read && step.cause.kind != Kind::File &&
+           std::any_of(step.cells.begin(), step.cells.end(),
+                       [](const auto& change) { return change.place().cell >= link::EcuMap::kHalf; });
+}
 
 std::string andMore(std::size_t count) {
     return count < 2 ? "." : ", and " + std::to_string(count - 1) + " more.";
@@ -31,6 +40,7 @@ DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHist
           save();
       })) {
     history_.addObserver(*this);
+    keeper_.notice().addObserver(*this);
     machine_.windows.unloaded = [this] {
         if (waits_) {
             save();
@@ -40,14 +50,25 @@ DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHist
 
 DeskKeeper::~DeskKeeper() {
     machine_.windows.unloaded = nullptr;
+    keeper_.notice().removeObserver(*this);
     history_.removeObserver(*this);
 }
 
-void DeskKeeper::propertyChanged(controls::Object&, const void* property) {
-    edited_ = true;
-    if (property != history_.mapsProperty()) {
-        undone_.follow();
+void DeskKeeper::propertyChanged(controls::Object& object, const void* property) {
+    if (&object == &history_) {
+        edited();
+        if (property != history_.mapsProperty()) {
+            undone_.follow();
+        }
+    } else if (property == &keeper_.notice().Unfinished && keeper_.notice().Unfinished.get().empty()) {
+        file_.told();
     }
+}
+
+void DeskKeeper::edited() {
+    edited_ = true;
+    const auto count = history_.count();
+    usesLargeMaps_ = usesLargeMaps_ || (count > 0 && editsLargeMaps(history_.step(count)));
     arm();
 }
 
@@ -58,8 +79,13 @@ void DeskKeeper::arm() {
     }
 }
 
+// Of an ECU with small maps the other cells count as well if somebody has typed into them.
+bool DeskKeeper::isUnstored(const Snapshot& desk) const {
+    return usesLargeMaps_ ? hasUnstoredCells(desk) : hasUnstored(desk);
+}
+
 bool DeskKeeper::isKept(const Snapshot& known) const {
-    return !edited_ || !hasUnstored(known) || keeper_.hasDesk(known);
+    return !edited_ || !isUnstored(known) || keeper_.hasDesk(known);
 }
 
 // As long as the desk has what the ECU has not stored it is looked at: the ECU may store it, and somebody may remove
@@ -75,7 +101,7 @@ void DeskKeeper::save() {
     }
     waits_ = false;
     alarm_->cancel();
-    if (edited_ && (hasUnstored(known) || !undone_.desks().empty())) {
+    if (edited_ && (isUnstored(known) || !undone_.desks().empty())) {
         arm();
     }
 }
@@ -85,7 +111,7 @@ void DeskKeeper::keepUndone(const Snapshot& known) {
     undone_.dropIf([&](const UndoneDesks::Desk& desk) {
         auto undone = withDesk(known, desk.maps);
         undone.reason = desk.reason;
-        return !hasUnstored(undone) || isSameDesk(undone, known) || keeper_.hasDesk(undone) ||
+        return !isUnstored(undone) || isSameDesk(undone, known) || keeper_.hasDesk(undone) ||
                keeper_.keepUndone(undone).empty();
     });
 }
@@ -131,6 +157,7 @@ void DeskKeeper::programBegins() {
 }
 
 void DeskKeeper::programEnds() {
+    file_.told();
     keepUndone(keeper_.now());
     if (!isKept(keeper_.now())) {
         keeper_.keepDesk("end of the program");

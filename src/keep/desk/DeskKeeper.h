@@ -39,11 +39,13 @@ public:
 
 private:
     void propertyChanged(controls::Object& object, const void* property) override;
+    void edited();
     void save();
     void arm();
     void write(const Snapshot& known);
     void tell(const std::string& failure);
     void keepUndone(const Snapshot& known);
+    [[nodiscard]] bool isUnstored(const Snapshot& desk) const;
     [[nodiscard]] bool isKept(const Snapshot& known) const;
 
     platform::Machine& machine_;
@@ -55,8 +57,9 @@ private:
     std::unique_ptr<platform::Alarm> alarm_;
     Snapshot written_;
     bool edited_ = false;
-    bool waits_ = false;   // for the alarm
-    bool failed_ = false;  // the last write
+    bool usesLargeMaps_ = false;  // the tuner has changed cells that only large maps have
+    bool waits_ = false;          // for the alarm
+    bool failed_ = false;         // the last write
 };
 
 }  // namespace korvane::keep
