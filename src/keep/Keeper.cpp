@@ -150,6 +150,11 @@ void Keeper::keepDesk(std::string_view reason) {
     }
 }
 
+std::string Keeper::keepUndone(const Snapshot& undone) {
+    const auto point = newest([](const std::string&) { return true; });
+    return point && coversDesk(point->content, undone) ? std::string() : write(undone).failure;
+}
+
 bool Keeper::hasDesk(const Snapshot& known) const {
     std::error_code error;
     return !desk_.name.empty() && coversDesk(desk_.content, known) &&
@@ -170,19 +175,27 @@ std::string Keeper::addByHand(std::string_view note) {
 std::string Keeper::add(std::string_view reason, std::string_view note) {
     auto point = now();
     point.reason = reason;
-    auto [name, failure] = store_.add(point);
+    auto [name, failure] = write(point);
     if (!name.empty()) {
-        failure = note.empty() ? std::string() : store_.setNote(name, note);
-        added_.insert(name);
+        failure = note.empty() ? std::string() : setNote(name, note);
         desk_ = {std::move(name), std::move(point)};
     }
-    if (!failure.empty()) {
-        const std::string text = failure + " (" + std::string(reason) + ')';
-        notice().say(text, {});
+    return failure;
+}
+
+PointStore::Added Keeper::write(const Snapshot& point) {
+    auto added = store_.add(point);
+    if (!added.name.empty()) {
+        added_.insert(added.name);
+    }
+    const std::string text = added.failure.empty() ? std::string() : added.failure + " (" + point.reason + ')';
+    notice().cannotKeep(link::Kept::Points, text);
+    if (!text.empty() && text != failure_) {
         in_.machine.log.write(text);
     }
+    failure_ = text;
     pointsChanged();
-    return failure;
+    return added;
 }
 
 std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::string& name)>& counts) const {

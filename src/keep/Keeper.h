@@ -20,7 +20,7 @@ namespace korvane::keep {
 // It sends nothing. A point is made when the maps of the ECU have been read for the first time in a connection, when
 // its settings have, before each operation that stores into the ECU, at the end of a connection and of the program, and
 // when somebody asks for one. All but the last make none while the newest point of the ECU has all that is known
-// already. That a point can't be written stops nothing; notice() says so.
+// already. That a point can't be written stops nothing; notice() says so until one can.
 class Keeper : public controls::Object, private link::FrameWitness, private controls::Observer {
 public:
     // All of it outlives the keeper.
@@ -41,6 +41,8 @@ public:
     void beforeReplacing(std::string_view what);
     // The newest point has the desk behind it, unless none can be made.
     void keepDesk(std::string_view reason);
+    // A desk that was left by an undo or a revert: a sentence why no point could be made of it, or empty.
+    std::string keepUndone(const Snapshot& undone);
     // Whether the newest point that this program has made or found to have the desk has that of `known`.
     [[nodiscard]] bool hasDesk(const Snapshot& known) const;
     void settingsRead();
@@ -82,6 +84,7 @@ private:
     void keepRead(std::string_view reason);
     void keepUnlessKnown(std::string_view reason);
     std::string add(std::string_view reason, std::string_view note);
+    PointStore::Added write(const Snapshot& point);
     struct Found {
         std::string name;
         Snapshot content;
@@ -101,6 +104,7 @@ private:
     bool settingsKept_ = false;
     std::optional<Snapshot> last_;  // what was known when keepWhatIsNew() looked, without its time
     std::set<std::string> added_;   // names
+    std::string failure_;           // of the last point
     Found desk_;                    // the point that hasDesk() is about
 };
 

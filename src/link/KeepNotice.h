@@ -14,12 +14,14 @@
 namespace korvane::link {
 
 enum class ImageRun : std::uint8_t { Upload, Backup };
+// What is kept on the disk without being asked for.
+enum class Kept : std::uint8_t { Points, Desk };
 
 class KeepNotice : public controls::Object {
 public:
-    // What the last upload of an image has not sent, or that the last backup has old bytes; behind it that the ECU has
-    // changed since its newest restore point before this connection, or that the last point could not be written. Empty
-    // if there is nothing to say.
+    // That the last restore point or the desk could not be written; behind it what the last upload of an image has not
+    // sent, or that the last backup has old bytes; then that the ECU has changed since its newest restore point before
+    // this connection. Empty if there is nothing to say.
     controls::Property<std::string> Text{*this};
     // The point that the text compares the ECU with; empty if it speaks of no point.
     controls::Property<std::string> Point{*this};
@@ -44,6 +46,12 @@ public:
     // makes it no less true.
     void tell(ImageRun run, const std::string& text) {
         aboutRuns_.at(static_cast<std::size_t>(run)) = text;
+        join();
+    }
+
+    // Why something can't be kept, until it can: a new connection and the tuner make it no less true.
+    void cannotKeep(Kept what, const std::string& why) {
+        failures_.at(static_cast<std::size_t>(what)) = why;
         join();
     }
 
@@ -86,12 +94,13 @@ public:
 private:
     void join() {
         std::string all;
-        for (const auto& text : {aboutRuns_[0], aboutRuns_[1], aboutPoint_}) {
+        for (const auto& text : {failures_[0], failures_[1], aboutRuns_[0], aboutRuns_[1], aboutPoint_}) {
             all += (all.empty() || text.empty() ? "" : "\n") + text;
         }
         Text = all;
     }
 
+    std::array<std::string, 2> failures_;
     std::array<std::string, 2> aboutRuns_;
     std::string aboutPoint_;
 };

@@ -305,6 +305,22 @@ TEST_F(MapHistoryTest, APlaceThatItDoesNotHaveIsAnError) {
     EXPECT_EQ(history_.place(), 1U);
 }
 
+TEST_F(MapHistoryTest, KnowsTheMapsAtEachPlaceWithoutAWalk) {
+    press(3);
+    press(3);
+    press(7, -1);
+    const auto byteAt = [this](std::size_t place, std::size_t cell) { return history_.mapsAt(place)[0][cell]; };
+    static_cast<void>(history_.goTo(1));
+    EXPECT_EQ(byteAt(0, 3), 0);
+    EXPECT_EQ(byteAt(1, 3), 1);
+    EXPECT_EQ(byteAt(2, 3), 2);
+    EXPECT_EQ(byteAt(2, 7), 0);
+    EXPECT_EQ(byteAt(3, 7), 255);
+    EXPECT_EQ(tables_.FuelMapOut[3], 1);
+    EXPECT_EQ(history_.place(), 1U);
+    EXPECT_THROW(static_cast<void>(history_.mapsAt(4)), platform::RuntimeError);
+}
+
 TEST_F(MapHistoryTest, EqualCommandsDownAreOneStepToo) {
     readFuel(90);
     for (int i = 0; i < 2; ++i) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <fstream>
 #include <initializer_list>
 #include <numeric>
 #include <sys/stat.h>
@@ -121,6 +122,67 @@ TEST_F(SettingsFileWriting, AFileThatFillsTheDiskStaysAsFarAsItCame) {
     }
     EXPECT_THAT(texts(), ElementsAre("Error save: Disk full"));
     EXPECT_EQ(folder_.read("tune.txt"), whole.substr(0, 500));
+}
+
+TEST_F(SettingsFileWriting, AFileThatFillsTheDiskLeavesTheOlderOneBesideIt) {
+    folder_.write("tune.txt", "old");
+    std::filesystem::permissions(folder_ / "tune.txt",
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    {
+        const support::FileSizeLimit full(500);
+        SaveSettingsFile(folder_ / "tune.txt", *tables_, 160, dialogs_);
+        SaveSettingsFile(folder_ / "tune.txt", *tables_, 160, dialogs_);
+    }
+    EXPECT_THAT(texts(), ElementsAre("Error save: Disk full", "Error save: Disk full"));
+    std::vector<std::string> aside;
+    for (const auto& file : std::filesystem::directory_iterator(folder_.path())) {
+        if (file.path() != folder_ / "tune.txt") {
+            EXPECT_THAT(file.path().filename().string(), testing::MatchesRegex("tune\\.older-[0-9a-f]+\\.txt"));
+            aside.push_back(folder_.read(file.path().filename().string()));
+        }
+    }
+    EXPECT_THAT(aside, testing::Contains("old")) << "the one before the first failure";
+}
+
+// Whoever has the older file open, or a link to it, still has all of it.
+TEST_F(SettingsFileWriting, TheOlderFileIsNotWrittenInto) {
+    namespace fs = std::filesystem;
+    folder_.write("old.txt", "old");
+    fs::create_hard_link(folder_ / "old.txt", folder_ / "tune.txt");
+    std::vector<fs::path> flushed;
+    EXPECT_TRUE(SaveSettingsFile(folder_ / "tune.txt", *tables_, 160, dialogs_, [&](const fs::path& place) {
+        flushed.push_back(place);
+        return std::error_code();
+    }));
+    EXPECT_EQ(folder_.read("old.txt"), "old");
+    EXPECT_THAT(folder_.read("tune.txt"), StartsWith("Injection\r\n"));
+    EXPECT_THAT(flushed, testing::SizeIs(2)) << "the file and its folder";
+}
+
+TEST_F(SettingsFileWriting, PermissionsAndLinksStay) {
+    namespace fs = std::filesystem;
+    folder_.write("real.txt", "old");
+    constexpr auto kOwn = fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions(folder_ / "real.txt", kOwn);
+    fs::create_symlink("real.txt", folder_ / "tune.txt");
+    EXPECT_TRUE(SaveSettingsFile(folder_ / "tune.txt", *tables_, 160, dialogs_));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "tune.txt"));
+    EXPECT_THAT(folder_.read("real.txt"), StartsWith("Injection\r\n"));
+    EXPECT_EQ(fs::status(folder_ / "real.txt").permissions(), kOwn);
+}
+
+TEST_F(SettingsFileWriting, AFileInAFolderThatTakesNoOtherIsWrittenInPlace) {
+    namespace fs = std::filesystem;
+    folder_.write("tune.txt", "old");
+    fs::permissions(folder_.path(), fs::perms::owner_write, fs::perm_options::remove);
+    const bool isBound = !std::ofstream(folder_ / "probe");
+    EXPECT_TRUE(SaveSettingsFile(folder_ / "tune.txt", *tables_, 160, dialogs_));
+    fs::permissions(folder_.path(), fs::perms::owner_write, fs::perm_options::add);
+    if (!isBound) {
+        GTEST_SKIP() << "permissions do not bind this user";
+    }
+    EXPECT_THAT(folder_.read("tune.txt"), StartsWith("Injection\r\n"));
+    EXPECT_FALSE(folder_.has("probe"));
 }
 
 TEST_F(SettingsFileReading, AWholeFileFillsTheInTablesAndLeavesTheOutTables) {

@@ -16,8 +16,6 @@ def torn(writer, found, old, new):
         return None
     if found is None:
         return "the file is gone"
-    if writer.in_place and new.startswith(found):
-        return None
     if writer is PREFERENCES and set(found.splitlines()) <= set((old or b"").splitlines()) | set(new.splitlines()):
         return None  # several values are written one after the other, each with a complete file
     return f"{len(found)} bytes that are neither the old content nor the new one"
@@ -84,8 +82,7 @@ def cells():
     for writer in WRITERS:
         for existing in (False, True):
             left = "the old file" if existing else "no file"
-            rule = ", or its beginning (it is written in place by rule)" if writer.in_place else ""
             kept = "; the old one under another name" if writer.keeps_old and existing else ""
-            must = f"{left} or the whole new one{rule}{kept}; no temporary files after the next write"
+            must = f"{left} or the whole new one{kept}; no temporary files after the next write"
             yield Cell("kill", f"{writer.name}, {'replaced' if existing else 'new'}", must, (6, 200),
                        functools.partial(kill_often, writer, existing))

@@ -21,8 +21,8 @@ class Writer:
     prepare: tuple[str, ...]
     write: Callable[[object, int], list[str]]  # of target and mark: the commands of the console that write it
     target: str  # under the program's own folder
-    in_place: bool = False  # by rule: a kill or a full disk leaves the beginning of the new content
     keeps_old: bool = False  # an older file gets another name
+    cut_when_full: bool = False  # a full disk leaves the beginning of the new content, and the old file another name
     tells: bool = True  # a failure is told
 
     def path(self, place):
@@ -72,7 +72,7 @@ def ini_commands(target, mark):
 
 
 TUNE = Writer("tune file", MAPS, commands("set FuelMapOut(0) {mark}", "file {target}", "click frmMaps.btnSave"),
-              "car.txt", in_place=True)
+              "car.txt", cut_when_full=True)
 SETPOINTS = Writer("setpoint file", (*MAPS, "click frmMaps.chkInjAnal"),
                    commands("set clsInjAnalyser.Setpoint(0) 1{mark}", "file {target}",
                             "click frmMaps.btnSaveLambdaSetpoint"), "targets.lam")
@@ -92,7 +92,7 @@ class EcuWriter:
 
     name = "korvane-ecu --save"
     target = "saved.txt"
-    in_place = keeps_old = False
+    keeps_old = cut_when_full = False
     tells = True
 
     def path(self, place):

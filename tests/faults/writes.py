@@ -84,9 +84,9 @@ def plant(writer, place):
 
 
 FAULTS = (
-    Fault("full disk, new", "no file, or the beginning of one where it is written in place; the failure is reported",
+    Fault("full disk, new", "no file, or the beginning of a tune file; the failure is reported",
           fill, False, written=False),
-    Fault("full disk, replaced", "the old file; the failure is reported", fill, True, written=False),
+    Fault("full disk, replaced", "the old file, that of a tune under another name; the failure is reported", fill, True, written=False),
     Fault("size limit, new", "as with a full disk; the program is not ended by a signal", nothing, False, limit=0,
           written=False),
     Fault("size limit, replaced", "as with a full disk; the program is not ended by a signal", nothing, True, limit=0,
@@ -122,6 +122,8 @@ def write_into(writer, fault, bench, _):
                 still_so()
             judge(writer, fault, bench, place, old, told)
             rest = set(files_in(place.root)) - set(before) - {f"home/{writer.target}", "home/preferences.ini"}
+            if writer.cut_when_full and not fault.written:
+                rest = {name for name in rest if ".older-" not in name}
             check(writer.keeps_old or not rest, f"left behind: {sorted(rest)}")
             return f"told: {told.splitlines()[0][:60]}" if told else None
 
@@ -134,7 +136,10 @@ def judge(writer, fault, bench, place, old, told):
     if written:
         return
     check(told or not writer.tells, "nothing is written, and the failure is not reported")
-    check(not torn(writer, found, old, new) or old_is_kept(place, old), f"torn: {torn(writer, found, old, new)}")
+    cut = writer.cut_when_full and found is not None and new.startswith(found)
+    problem = None if cut else torn(writer, found, old, new)
+    check(not problem or old_is_kept(place, old), f"torn: {problem}")
+    check(not cut or old is None or old_is_kept(place, old), "the old file is gone")
 
 
 def cells():

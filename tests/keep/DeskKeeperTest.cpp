@@ -136,16 +136,34 @@ TEST_F(DeskKeeperTest, WritesNothingWithoutAnEdit) {
 }
 
 // They are no part of the map.
-TEST_F(DeskKeeperTest, CellsBehindTheLastOneOfASmallMapAreNotKept) {
+TEST_F(DeskKeeperTest, CellsBehindTheLastOneOfASmallMapAreNotKeptIfNobodyEditsThem) {
     const auto run = start();
     run->connectAndRead();
-    run->edit(160, 99);
+    for (const auto byte : {std::uint8_t{40}, std::uint8_t{50}}) {
+        const core::MapHistory::Change step(&run->program->history(), Cause::file(true));
+        std::fill(run->program->tables().FuelMapOut.begin() + 160, run->program->tables().FuelMapOut.end(), byte);
+    }
+    run->edit(159, 51);
+    run->edit(159, 50);
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), IsEmpty());
     run->program->tables().SWType = 14;
-    run->edit(160, 98);
+    run->edit(3, 98);
+    run->edit(3, 50);
     run->wait(kDelay);
     EXPECT_THAT(files(".desk"), SizeIs(1));
+}
+
+TEST_F(DeskKeeperTest, EditsBehindTheLastCellOfASmallMapOutlastACrash) {
+    auto run = start();
+    run->connectAndRead();
+    run->edit(160, 99);
+    run->wait(kDelay);
+    ASSERT_THAT(files(".desk"), SizeIs(1));
+    EXPECT_EQ(onDisk().fuel.edited[160], 99);
+    run.reset();  // killed
+    const auto next = start();
+    EXPECT_EQ(next->point(0).fuel.edited[160], 99);
 }
 
 // It is in its file.
@@ -341,6 +359,39 @@ TEST_F(DeskKeeperTest, TellsOfSeveralThatWereKilledByTheNewest) {
     EXPECT_EQ(next->program->keeper().load(next->notice().UnfinishedPoint.get()).content->fuel.edited[4], 98);
 }
 
+TEST_F(DeskKeeperTest, TellsOfAllRunsThatWereKilledOneBehindTheOther) {
+    auto run = start();
+    run->edit(3, 99);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    run->wait(60'000);
+    run->edit(4, 98);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    EXPECT_THAT(run->notice().words(), EndsWith("restore point 2026-01-05 12:01:05, and 1 more."));
+    run.reset();  // killed
+    run = start();
+    EXPECT_THAT(run->notice().words(), EndsWith("restore point 2026-01-05 12:01:05, and 1 more."));
+    run->notice().showUnfinished();
+    run.reset();  // killed
+    run = start();
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, AProperEndTellsNoMoreOfAKilledRun) {
+    auto run = start();
+    run->edit(3, 99);
+    run->wait(kDelay);
+    run.reset();  // killed
+    run = start();
+    EXPECT_NE(run->notice().words(), "");
+    run->program->quit();
+    run = start();
+    EXPECT_EQ(run->notice().words(), "");
+}
+
 TEST_F(DeskKeeperTest, WhatCantBeReadIsListedWithItsDamage) {
     auto run = start();
     run->edit(3, 99);
@@ -369,21 +420,121 @@ TEST_F(DeskKeeperTest, OpensNothingButItsOwnRegularFiles) {
     EXPECT_EQ(run->notice().words(), "");
 }
 
-TEST_F(DeskKeeperTest, AFullDiskIsToldOnceAndTriedAgain) {
+TEST_F(DeskKeeperTest, AFullDiskIsToldAsLongAsItIsAndTriedAgain) {
     const auto run = start();
     run->edit(3, 99);
     {
         const support::FileSizeLimit full(1000);
         run->wait(kDelay);
         EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
-        run->notice().say({}, {});
         run->edit(3, 98);
+        run->program->frmSarn2().btnConnect.press();
+        run->notice().close();
         run->wait(4 * kDelay);
-        EXPECT_EQ(run->notice().words(), "");
+        EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
         EXPECT_THAT(files(".desk"), IsEmpty());
     }
     run->wait(kDelay);
     EXPECT_EQ(onDisk().fuel.edited[3], 98);
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, AFullDiskIsToldNoLongerWhenNothingHasToBeKept) {
+    const auto run = start();
+    run->connectAndRead();
+    run->edit(3, 99);
+    const support::FileSizeLimit full(1000);
+    run->wait(kDelay);
+    EXPECT_THAT(run->notice().words(), HasSubstr("The file of the desk can't be written: "));
+    run->edit(3, 50);
+    run->wait(kDelay);
+    EXPECT_EQ(run->notice().words(), "");
+}
+
+TEST_F(DeskKeeperTest, WhatWasUndoneAndLeftIsInAPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    run->edit(4, 98);
+    static_cast<void>(run->program->history().goTo(1));
+    static_cast<void>(run->program->history().goTo(0));
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+    EXPECT_EQ(run->point(0).fuel.edited[4], 98);
+    run->wait(4 * kDelay);
+    run->program->quit();
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+}
+
+TEST_F(DeskKeeperTest, AnEndAtOnceKeepsWhatWasUndone) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    run->program->quit();
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, AChangeBehindAnUndoLeavesBothInPoints) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    run->edit(4, 98);
+    static_cast<void>(run->program->history().goTo(0));
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo", "before: undo"));
+    EXPECT_EQ(run->point(1).fuel.edited[3], 99);
+    EXPECT_EQ(run->point(0).fuel.edited[3], 0);
+    EXPECT_EQ(run->point(0).fuel.edited[4], 98);
+}
+
+TEST_F(DeskKeeperTest, WhatIsDoneAgainNeedsNoPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    static_cast<void>(run->program->history().goTo(1));
+    run->wait(kDelay);
+    EXPECT_THAT(files(".point"), IsEmpty());
+    EXPECT_EQ(onDisk().fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, AnUndoOfWhatTheEcuHasStoredMakesNoPoint) {
+    const auto run = start();
+    run->connectAndRead();
+    run->edit(3, 99);
+    run->edit(3, 50);
+    static_cast<void>(run->program->history().goTo(run->program->history().count() - 1));
+    run->wait(kDelay);
+    EXPECT_EQ(onDisk().fuel.edited[3], 99);
+    EXPECT_THAT(files(".point"), IsEmpty());
+}
+
+TEST_F(DeskKeeperTest, WhatWasRevertedIsInAPoint) {
+    const auto run = start();
+    run->edit(3, 99);
+    {
+        const core::MapHistory::Change revert(&run->program->history(),
+                                              Cause::cells(Cause::Kind::RevertCell, EditedMap::Fuel, 3, 3));
+        run->program->tables().FuelMapOut.at(3) = 0;
+    }
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: revert"));
+    EXPECT_EQ(run->point(0).fuel.edited[3], 99);
+}
+
+TEST_F(DeskKeeperTest, UndoneWorkThatFindsTheDiskFullIsTriedAgain) {
+    const auto run = start();
+    run->edit(3, 99);
+    static_cast<void>(run->program->history().goTo(0));
+    {
+        const support::FileSizeLimit full(1000);
+        run->wait(2 * kDelay);
+        EXPECT_THAT(run->notice().words(), HasSubstr("(before: undo)"));
+        EXPECT_THAT(files(".point"), IsEmpty());
+    }
+    run->wait(kDelay);
+    EXPECT_THAT(run->reasons(), ElementsAre("before: undo"));
+    EXPECT_EQ(run->notice().words(), "");
 }
 
 TEST_F(DeskKeeperTest, AFullDiskLeavesTheLastFileAndAnEndWithoutAPointLeavesItToo) {

@@ -269,6 +269,19 @@ TEST_F(KeeperTest, AFailureIsToldAndStopsNothing) {
     EXPECT_NE(keeper.addByHand(""), "");
 }
 
+TEST_F(KeeperTest, AFailureIsToldUntilAPointIsWritten) {
+    folder.write("restore", "a file");
+    connect();
+    identify();
+    readAll();
+    connectAgain();
+    keeper.notice().close();
+    EXPECT_THAT(keeper.notice().Text.get(), HasSubstr("can't be made"));
+    std::filesystem::remove(folder / "restore");
+    EXPECT_EQ(keeper.addByHand(""), "");
+    EXPECT_EQ(keeper.notice().Text.get(), "");
+}
+
 TEST_F(KeeperTest, WhatTheTunerHasSentIsNotTold) {
     connect();
     identify();

@@ -6,6 +6,7 @@
 #include "keep/PointSamples.h"
 #include "keep/point/PointStore.h"
 #include "support/FileSizeLimit.h"
+#include "support/ProcessorTime.h"
 #include "support/TempFolder.h"
 
 namespace korvane::keep {
@@ -110,6 +111,29 @@ TEST_F(PointStoreTest, HasTheNamesInTheOrderOfMakingOverAClockThatIsSetBack) {
                     testing::StartsWith("2025-12-31_00_00_30_002_"), testing::StartsWith("2025-12-31_00_00_30_001_"),
                     testing::StartsWith("2025-12-31_00_00_30_000_")));
     EXPECT_EQ(store_.load(made[0]).content->time.second, 39) << "the time is that of the clock";
+}
+
+// What another program has done shows at once, also within one step of the clock of the files.
+TEST_F(PointStoreTest, NamesGoOnBehindThoseOfAnotherProgram) {
+    PointStore other(store_.folder());
+    std::vector<std::string> made;
+    for (int i = 0; i < 50; ++i) {
+        made.push_back((i % 2 == 0 ? store_ : other).add(partPoint()).name);
+        made.push_back((i % 3 == 0 ? store_ : other).add(partPoint()).name);
+    }
+    EXPECT_TRUE(std::is_sorted(made.begin(), made.end()));
+    std::ofstream(store_.folder() / "2999-01-01_00_00_00_000_x.point").flush();
+    EXPECT_THAT(store_.add(partPoint()).name, testing::StartsWith("2999-01-01_00_00_00_001_"));
+}
+
+// The folder of ten thousand is not looked through for each.
+TEST_F(PointStoreTest, APointTakesNoLongerInAFullFolder) {
+    static_cast<void>(store_.add(partPoint()));
+    for (int i = 0; i < 10'000; ++i) {
+        std::ofstream(store_.folder() / ("2000-01-01_00_00_00_000_" + std::to_string(i) + ".point")).flush();
+    }
+    static_cast<void>(store_.add(partPoint()));
+    EXPECT_LT(support::bestSeconds(20, [&] { static_cast<void>(store_.add(partPoint())); }), support::allowed(0.001));
 }
 
 TEST_F(PointStoreTest, ASecondHasAThousandNames) {

@@ -211,6 +211,67 @@ TEST_F(RestoreRunTest, AWriteThatHitAnotherCellIsFoundAndTakenBack) {
     }
 }
 
+// The cell was not told before: the look-up of the restore has asked for it, since the point knows it.
+TEST_F(RestoreRunTest, AWriteThatHitACellOfThePointThatAgreedIsFoundAndTakenBack) {
+    for (const bool back : {false, true}) {
+        std::copy(old_.begin(), old_.end(), ecu_.cells.begin() + 600);
+        ecu_.cells[700] = 70;
+        Run run(&ecu_);
+        auto point = pointOf(cells_);
+        point.eeprom[700] = {70, link::Known::Told};
+        ecu_.strayTo = 700;
+        EXPECT_FALSE(run.restore.restore(point, kPoint));
+        EXPECT_EQ(run.restore.Text.get(),
+                  "2 settings do not agree: address 600 is 10, not 11; address 700 is 11, not 70");
+        EXPECT_TRUE(back ? run.restore.goBack() : run.restore.goOn());
+        EXPECT_EQ(inEcu(), back ? old_ : new_);
+        EXPECT_EQ(ecu_.cells[700], 70);
+    }
+}
+
+// The write was the last thing that the restore did: the next one looks for it, in this connection or in another one,
+// where nothing but the point tells what was there.
+TEST_F(RestoreRunTest, AStrayWriteBeforeAnInterruptionIsFoundByTheNextRun) {
+    for (const bool again : {false, true}) {
+        std::copy(old_.begin(), old_.end(), ecu_.cells.begin() + 600);
+        ecu_.cells[700] = 70;
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        auto point = pointOf(cells_);
+        point.eeprom[700] = {70, link::Known::Told};
+        const auto name = PointStore(run.folder / "restore").add(point).name;
+        ecu_.onWrite = [&] { ecu_.mute = true; };
+        ecu_.strayTo = 700;
+        EXPECT_FALSE(run.restore.restore(point, name));
+        EXPECT_THAT(run.restore.Text.get(), StartsWith("Stopped: no answer."));
+        ecu_.onWrite = nullptr;
+        ecu_.mute = false;
+        if (again) {
+            run.program.disconnect();
+            run.join();
+        }
+        EXPECT_FALSE(run.restore.goOn());
+        EXPECT_EQ(run.restore.Text.get(), "1 setting does not agree: address 700 is 11, not 70");
+        EXPECT_TRUE(run.restore.goOn());
+        EXPECT_EQ(inEcu(), new_);
+        EXPECT_EQ(ecu_.cells[700], 70);
+    }
+}
+
+// The engine runs on a misc block that is not stored: the cell is written though it has the byte, and does not show
+// where the write went.
+TEST_F(RestoreRunTest, AWriteThatDoesNotShowIsLookedForElsewhere) {
+    Run run(&ecu_);
+    const int first = run.tables.addresses.RPM_LIMIT_LOW_OFF;
+    ecu_.cells.at(static_cast<std::size_t>(first)) = 5;
+    ecu_.cells[700] = 70;
+    run.receiveFrame('T', {70, 0xBC, 0x02});  // 700
+    run.receiveFrame('m', {6, 0, 0, 0, 0, 0, 0, 0, 0});
+    ecu_.strayTo = 700;
+    EXPECT_FALSE(run.restore.restore(pointOf({{first, 5}}), kPoint));
+    EXPECT_EQ(run.restore.Text.get(), "1 setting does not agree: address 700 is 5, not 70");
+}
+
 TEST_F(RestoreRunTest, AnEcuThatFallsSilentStopsItAtThatCell) {
     Run run(&ecu_);
     ecu_.onWrite = [&] { ecu_.mute = ecu_.writes.size() == 2; };
@@ -631,6 +692,44 @@ TEST_F(LeftoverTest, TheOfferEndsWhenTheEcuIsAtOneSide) {
                                                       "its settings as ") +
                                               (back ? "before it." : "the point has them."));
     }
+}
+
+// It has the same type and version, and all cells on one side: nobody can know it for the one that was left.
+TEST_F(LeftoverTest, AnEqualSecondEcuEndsNoOffer) {
+    for (const bool back : {false, true}) {
+        has(old_);
+        ecu_.writes.clear();
+        Run run(&ecu_);
+        stopBehindTwo(run);
+        const auto offer = run.restore.Offer.get();
+        joinAgain(run);
+        const auto& bytes = back ? old_ : new_;
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(run.restore.Offer.get(), offer);
+            tell(run, 600 + i, bytes[static_cast<std::size_t>(i)]);
+        }
+        EXPECT_EQ(run.restore.Offer.get(), offer + " The ECU on the line has all of them as " +
+                                               (back ? "before it" : "the point has them") +
+                                               ": it may be another one of this kind.");
+        EXPECT_EQ(run.window.keepNotice.Offer.get(), run.restore.Offer.get());
+        EXPECT_TRUE(std::filesystem::exists(run.journal()));
+        joinAgain(run);
+        has(new_);
+        EXPECT_TRUE(run.restore.goOn()) << "who says so ends it";
+        EXPECT_FALSE(std::filesystem::exists(run.journal()));
+    }
+}
+
+TEST_F(LeftoverTest, TheEcuOfTheSameConnectionIsTheOneThatWasLeft) {
+    Run run(&ecu_);
+    stopBehind(run, 4);
+    EXPECT_FALSE(run.restore.restore(pointOf(cells_), kPoint));
+    ASSERT_NE(run.restore.Offer.get(), "");
+    ASSERT_EQ(inEcu(), new_);
+    for (int i = 0; i < 4; ++i) {
+        tell(run, 600 + i, new_[static_cast<std::size_t>(i)]);
+    }
+    EXPECT_EQ(run.restore.Offer.get(), "");
 }
 
 // What was sent is not what the ECU has told.

@@ -115,6 +115,19 @@ TEST_F(LargeTuneFile, HoldsTheEditedMapsOfTheWindowsSize) {
     EXPECT_THAT(machine_.folder.read("tune.txt"), StartsWith("Injection_320\r\n" + table(16, 20, "2")));
 }
 
+// A loss of power leaves the older tune or the new one.
+TEST_F(TuneFile, IsBroughtToTheDiskBeforeItTakesThePlaceOfAnOlderOne) {
+    machine_.folder.write("tune.txt", "old");
+    std::vector<std::string> flushed;
+    machine_.machine.toDisk = [&](const std::filesystem::path&) {
+        flushed.push_back(machine_.folder.read("tune.txt").substr(0, 3));
+        return std::error_code();
+    };
+    press(window_.btnSave, machine_.folder / "tune.txt");
+    EXPECT_THAT(flushed, testing::ElementsAre("old", "Inj"));
+    EXPECT_EQ(message(), "");
+}
+
 TEST_F(TuneFile, ThatCanNotBeWrittenIsReported) {
     press(window_.btnSave, machine_.folder / "missing/tune.txt");
     EXPECT_EQ(message(), "Error save: Path not found");

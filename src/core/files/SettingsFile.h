@@ -25,12 +25,13 @@ namespace korvane::core {
 
 struct SharedTables;
 
-// Replaces the file at `path`. `mapSize` is 160 or 320; with any other number the file begins at Misc. A failure shows
-// the message box "Error save: " and its description, and the file is left as far as it came.
-// Returns whether all of it was written.
+// Replaces the file at `path` in one step, or in place where no other file can be made beside it. `mapSize` is 160 or
+// 320; with any other number the file begins at Misc. A failure shows the message box "Error save: " and its
+// description. The file is then left as far as it came: the older one is kept beside it, with ".older-" and 12
+// hexadecimal digits in its name. Returns whether all of it was written.
 bool SaveSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
-                      platform::Dialogs& dialogs);
-// The same in one step: a failure leaves the older file as it was.
+                      platform::Dialogs& dialogs, const platform::DiskFlush& toDisk = {});
+// The same, but a failure leaves the older file as it was.
 bool ReplaceSettingsFile(const std::filesystem::path& path, const SharedTables& tables, std::int16_t mapSize,
                          platform::Dialogs& dialogs, const platform::DiskFlush& toDisk = {});
 

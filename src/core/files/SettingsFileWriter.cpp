@@ -9,6 +9,7 @@
 #include "core/files/SettingsFile.h"
 #include "core/files/TextFile.h"
 #include "core/tables/SharedTables.h"
+#include "platform/Files.h"
 
 namespace korvane::core {
 
@@ -82,6 +83,28 @@ void writeLines(const LineSink& write, const SharedTables& tables, std::int16_t 
     writeParameters(write, tables);
 }
 
+// Not of the place: whoever may write there can't.
+bool isOfWriting(const RuntimeError& failure) {
+    return failure.number() == kErrorDiskFull || failure.number() == kErrorDeviceIo;
+}
+
+// What is about to be cut gets a name of its own beside it. Where the folder takes none it stays.
+void setAside(const fs::path& path) {
+    std::error_code error;
+    const auto file = fs::canonical(path, error);
+    if (!error && fs::file_size(file, error) > 0 && !error) {
+        const auto stem = file.stem().string() + ".older-";
+        auto name = platform::unusedName(file.parent_path(), stem);
+        static_cast<void>(platform::moveFile(file, name += file.extension()));
+    }
+}
+
+void writeInPlace(const fs::path& path, const std::function<void(const LineSink&)>& lines) {
+    OutputFile file(path, OutputFile::Mode::Replace);
+    lines([&file](std::string_view line) { file.writeLine(line); });
+    file.close();
+}
+
 bool tellingFailure(platform::Dialogs& dialogs, const std::function<void()>& save) {
     try {
         save();
@@ -95,11 +118,17 @@ bool tellingFailure(platform::Dialogs& dialogs, const std::function<void()>& sav
 }  // namespace
 
 bool SaveSettingsFile(const fs::path& path, const SharedTables& tables, std::int16_t mapSize,
-                      platform::Dialogs& dialogs) {
+                      platform::Dialogs& dialogs, const platform::DiskFlush& toDisk) {
     return tellingFailure(dialogs, [&] {
-        OutputFile file(path, OutputFile::Mode::Replace);
-        writeLines([&file](std::string_view line) { file.writeLine(line); }, tables, mapSize);
-        file.close();
+        const auto lines = [&](const LineSink& write) { writeLines(write, tables, mapSize); };
+        try {
+            replaceLines(path, lines, toDisk);
+        } catch (const RuntimeError& failure) {
+            if (isOfWriting(failure)) {
+                setAside(path);
+            }
+            writeInPlace(path, lines);
+        }
     });
 }
 

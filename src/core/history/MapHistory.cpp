@@ -326,6 +326,26 @@ const MapStep& MapHistory::step(std::size_t number) const {
     return checked(steps_, number - 1);
 }
 
+WorkingMaps MapHistory::mapsAt(std::size_t place) const {
+    if (place > steps_.size()) {
+        platform::raiseSubscript();
+    }
+    auto maps = copy_;
+    const auto set = [&maps](const MapStep& step, std::uint8_t CellChange::*byte) {
+        for (const auto& change : step.cells) {
+            const auto at = change.place();
+            maps.at(static_cast<std::size_t>(at.map)).at(at.cell) = change.*byte;
+        }
+    };
+    for (auto number = place_; number > place; --number) {
+        set(steps_[number - 1], &CellChange::before);
+    }
+    for (auto number = place_; number < place; ++number) {
+        set(steps_[number], &CellChange::after);
+    }
+    return maps;
+}
+
 struct MapHistory::Walk {
     MapSet maps;
     std::bitset<kWorkingCells> reached;

@@ -77,6 +77,9 @@ public:
     // How many of the oldest steps were dropped for want of room.
     [[nodiscard]] std::size_t dropped() const { return dropped_; }
 
+    // The maps with so many steps in force, as far as the history has been told of their changes; RuntimeError 9 if
+    // there are fewer.
+    [[nodiscard]] WorkingMaps mapsAt(std::size_t place) const;
     // Undoes or does again until so many steps are in force; RuntimeError 9 if there are fewer. Returns the cells with
     // which these steps had reached the engine.
     std::vector<CellPlace> goTo(std::size_t place);
@@ -116,7 +119,7 @@ private:
 
     MapImages& tables_;
     const platform::EventPump& pump_;
-    std::array<MapImage, kWorkingMaps.size()> copy_;
+    WorkingMaps copy_;
     std::bitset<kWorkingCells> filled_;  // cells that have had a byte from anywhere
     std::deque<MapStep> steps_;
     std::size_t place_ = 0;

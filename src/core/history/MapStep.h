@@ -22,6 +22,9 @@ inline constexpr std::size_t kWorkingCells = kWorkingMaps.size() * kMapSize;
 
 [[nodiscard]] MapImage& workingMap(MapImages& tables, EditedMap map);
 
+// The bytes of all three.
+using WorkingMaps = std::array<MapImage, kWorkingMaps.size()>;
+
 // A cell of one of the working maps.
 struct CellPlace {
     EditedMap map;

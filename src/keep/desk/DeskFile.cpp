@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -21,6 +22,7 @@ constexpr std::chrono::hours kLeftoverAge{1};
 constexpr std::string_view kDesk = ".desk";
 constexpr std::string_view kLock = ".lock";
 constexpr std::string_view kPoint = ".point";
+constexpr std::string_view kUntold = "untold";
 
 bool isDeskName(std::string_view name) {
     return name.size() == platform::kUnusedDigits + kDesk.size() && name.ends_with(kDesk);
@@ -105,7 +107,7 @@ std::vector<std::string> DeskFile::names() const {
 
 DeskFile::Left DeskFile::takeLeft() {
     platform::NewFile::removeLeftovers(folder_ / kDesk, kLeftoverAge);
-    Left left;
+    Left left{.points = untold(), .failure = {}};
     for (const auto& name : names()) {
         const auto held = holdOf(name);
         if (!held) {
@@ -117,7 +119,37 @@ DeskFile::Left DeskFile::takeLeft() {
         }
         left.failure = failure.empty() ? left.failure : failure;
     }
+    if (!left.points.empty()) {
+        noteUntold(left.points);
+    }
     return left;
+}
+
+// Points that are gone by now need no telling.
+std::vector<std::string> DeskFile::untold() const {
+    constexpr std::size_t kLargest = 65536;
+    std::vector<std::string> points;
+    std::istringstream lines(platform::readFile(folder_ / kUntold, kLargest).value_or(std::string()));
+    for (std::string name; std::getline(lines, name);) {
+        std::error_code error;
+        if (name.ends_with(kPoint) && fs::is_regular_file(store_.folder() / name, error)) {
+            points.push_back(name);
+        }
+    }
+    return points;
+}
+
+void DeskFile::noteUntold(const std::vector<std::string>& points) const {
+    std::string lines;
+    for (const auto& name : points) {
+        lines += name + '\n';
+    }
+    static_cast<void>(platform::replaceFile(folder_ / kUntold, lines));
+}
+
+void DeskFile::told() const {
+    std::error_code error;
+    fs::remove(folder_ / kUntold, error);
 }
 
 // Another program may have taken it since the names were read.

@@ -14,8 +14,9 @@
 namespace korvane::keep {
 
 // In the folder "desk" beside the points: hexadecimal digits and ".desk". Each program has a file of its own, and holds
-// a second one beside it that ends with ".lock": while it does, no other program takes the first. Nothing throws; a
-// sentence is empty where all went well.
+// a second one beside it that ends with ".lock": while it does, no other program takes the first. The file "untold" has
+// the names of points of which nobody has been told, one in a line. Nothing throws; a sentence is empty where all went
+// well.
 class DeskFile {
 public:
     // `store` outlives it.
@@ -31,8 +32,11 @@ public:
         std::string failure;              // why one was left as it is
     };
     // The files of programs that have not ended properly become points, with kUnfinished as their reason. What can't be
-    // read is listed among the points with what is wrong with it.
+    // read is listed among the points with what is wrong with it. Ahead of them are those of which nobody has been told
+    // yet, for the program to which they were given was killed as well.
     [[nodiscard]] Left takeLeft();
+    // Somebody has been told.
+    void told() const;
 
     static constexpr std::string_view kUnfinished = "unfinished: the program ended without closing";
 
@@ -43,6 +47,8 @@ private:
     [[nodiscard]] PointStore::Added take(const std::string& name);
     [[nodiscard]] PointStore::Added takeUnread(const std::string& name);
     void drop(const std::string& name) const;
+    [[nodiscard]] std::vector<std::string> untold() const;
+    void noteUntold(const std::vector<std::string>& points) const;
 
     PointStore& store_;
     std::filesystem::path folder_;

@@ -1,5 +1,6 @@
 #include "keep/desk/DeskKeeper.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -13,6 +14,14 @@ namespace {
 
 constexpr auto kEnded = "The program ended without closing. ";
 
+// What a read or a file has brought is in the ECU or in the file.
+bool editsLargeMaps(const core::MapStep& step) {
+    using Kind = core::Cause::Kind;
+    return step.cause.kind != Kind::Read && step.cause.kind != Kind::File &&
+           std::any_of(step.cells.begin(), step.cells.end(),
+                       [](const auto& change) { return change.place().cell >= link::EcuMap::kHalf; });
+}
+
 std::string andMore(std::size_t count) {
     return count < 2 ? "." : ", and " + std::to_string(count - 1) + " more.";
 }
@@ -25,11 +34,13 @@ DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHist
       history_(history),
       store_(keeper.store().folder(), machine.toDisk),
       file_(store_, machine.toDisk, machine.hold),
+      undone_(history),
       alarm_(machine.pump.makeAlarm([this] {
           waits_ = false;
           save();
       })) {
     history_.addObserver(*this);
+    keeper_.notice().addObserver(*this);
     machine_.windows.unloaded = [this] {
         if (waits_) {
             save();
@@ -39,11 +50,25 @@ DeskKeeper::DeskKeeper(platform::Machine& machine, Keeper& keeper, core::MapHist
 
 DeskKeeper::~DeskKeeper() {
     machine_.windows.unloaded = nullptr;
+    keeper_.notice().removeObserver(*this);
     history_.removeObserver(*this);
 }
 
-void DeskKeeper::propertyChanged(controls::Object&, const void*) {
+void DeskKeeper::propertyChanged(controls::Object& object, const void* property) {
+    if (&object == &history_) {
+        edited();
+        if (property != history_.mapsProperty()) {
+            undone_.follow();
+        }
+    } else if (property == &keeper_.notice().Unfinished && keeper_.notice().Unfinished.get().empty()) {
+        file_.told();
+    }
+}
+
+void DeskKeeper::edited() {
     edited_ = true;
+    const auto count = history_.count();
+    usesLargeMaps_ = usesLargeMaps_ || (count > 0 && editsLargeMaps(history_.step(count)));
     arm();
 }
 
@@ -54,24 +79,41 @@ void DeskKeeper::arm() {
     }
 }
 
+// Of an ECU with small maps the other cells count as well if somebody has typed into them.
+bool DeskKeeper::isUnstored(const Snapshot& desk) const {
+    return usesLargeMaps_ ? hasUnstoredCells(desk) : hasUnstored(desk);
+}
+
 bool DeskKeeper::isKept(const Snapshot& known) const {
-    return !edited_ || !hasUnstored(known) || keeper_.hasDesk(known);
+    return !edited_ || !isUnstored(known) || keeper_.hasDesk(known);
 }
 
 // As long as the desk has what the ECU has not stored it is looked at: the ECU may store it, and somebody may remove
 // the file, or the point that has the desk.
 void DeskKeeper::save() {
     const auto known = keeper_.now();
+    keepUndone(known);
     if (isKept(known)) {
         file_.remove();
+        tell({});
     } else {
         write(known);
     }
     waits_ = false;
     alarm_->cancel();
-    if (edited_ && hasUnstored(known)) {
+    if (edited_ && (isUnstored(known) || !undone_.desks().empty())) {
         arm();
     }
+}
+
+// What the ECU has stored, and what is on the desk again, is kept without a point.
+void DeskKeeper::keepUndone(const Snapshot& known) {
+    undone_.dropIf([&](const UndoneDesks::Desk& desk) {
+        auto undone = withDesk(known, desk.maps);
+        undone.reason = desk.reason;
+        return !isUnstored(undone) || isSameDesk(undone, known) || keeper_.hasDesk(undone) ||
+               keeper_.keepUndone(undone).empty();
+    });
 }
 
 void DeskKeeper::write(const Snapshot& known) {
@@ -81,12 +123,16 @@ void DeskKeeper::write(const Snapshot& known) {
     auto desk = known;
     desk.reason = "desk";
     const auto failure = file_.write(desk);
+    tell(failure);
+    written_ = known;
+}
+
+void DeskKeeper::tell(const std::string& failure) {
+    keeper_.notice().cannotKeep(link::Kept::Desk, failure);
     if (!failure.empty() && !failed_) {
-        keeper_.notice().say(failure, {});
         machine_.log.write(failure);
     }
     failed_ = !failure.empty();
-    written_ = known;
 }
 
 void DeskKeeper::programBegins() {
@@ -111,6 +157,8 @@ void DeskKeeper::programBegins() {
 }
 
 void DeskKeeper::programEnds() {
+    file_.told();
+    keepUndone(keeper_.now());
     if (!isKept(keeper_.now())) {
         keeper_.keepDesk("end of the program");
     }

@@ -10,14 +10,16 @@
 #include "core/history/MapHistory.h"
 #include "keep/Keeper.h"
 #include "keep/desk/DeskFile.h"
+#include "keep/desk/UndoneDesks.h"
 #include "platform/EventPump.h"
 #include "platform/Machine.h"
 
 namespace korvane::keep {
 
 // It sends nothing, and writes nothing before the first step of the history. From then on the desk is on the disk a few
-// seconds behind each change, and when a window closes, unless the ECU has stored it or the last point has it. A file
-// that can't be written stops nothing; the notice says so once.
+// seconds behind each change, and when a window closes, unless the ECU has stored it or the last point has it. At the
+// same times a point is made of what was undone or reverted. A file that can't be written stops nothing; the notice
+// says so until it can.
 class DeskKeeper : private controls::Observer {
 public:
     // All of it outlives the object.
@@ -37,9 +39,13 @@ public:
 
 private:
     void propertyChanged(controls::Object& object, const void* property) override;
+    void edited();
     void save();
     void arm();
     void write(const Snapshot& known);
+    void tell(const std::string& failure);
+    void keepUndone(const Snapshot& known);
+    [[nodiscard]] bool isUnstored(const Snapshot& desk) const;
     [[nodiscard]] bool isKept(const Snapshot& known) const;
 
     platform::Machine& machine_;
@@ -47,11 +53,13 @@ private:
     core::MapHistory& history_;
     PointStore store_;
     DeskFile file_;
+    UndoneDesks undone_;
     std::unique_ptr<platform::Alarm> alarm_;
     Snapshot written_;
     bool edited_ = false;
-    bool waits_ = false;   // for the alarm
-    bool failed_ = false;  // the last write
+    bool usesLargeMaps_ = false;  // the tuner has changed cells that only large maps have
+    bool waits_ = false;          // for the alarm
+    bool failed_ = false;         // the last write
 };
 
 }  // namespace korvane::keep

@@ -149,6 +149,10 @@ bool hasUnstored(const Snapshot& now) {
     return isDeskOther(now, &MapSnapshot::kept, isSmall ? link::EcuMap::kHalf : core::kMapSize);
 }
 
+bool hasUnstoredCells(const Snapshot& now) {
+    return isDeskOther(now, &MapSnapshot::kept, core::kMapSize);
+}
+
 bool isSameDesk(const Snapshot& one, const Snapshot& other) {
     return std::all_of(std::begin(kMaps), std::end(kMaps),
                        [&](auto map) { return (one.*map).edited == (other.*map).edited; });

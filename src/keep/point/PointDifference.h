@@ -40,6 +40,8 @@ struct PointDifference {
 [[nodiscard]] bool hasEdits(const Snapshot& now);
 // The same of what the ECU has stored, as far as the maps of its type go; of no type yet, of all cells.
 [[nodiscard]] bool hasUnstored(const Snapshot& now);
+// Of all cells, whatever its type.
+[[nodiscard]] bool hasUnstoredCells(const Snapshot& now);
 [[nodiscard]] bool isSameDesk(const Snapshot& one, const Snapshot& other);
 
 // Whether `point` has the maps on the desk of `now`, as in covers().

@@ -222,18 +222,30 @@ Decoded<Snapshot> PointStore::load(std::string_view name) const {
 }
 
 // The digits behind the turn differ for two programs.
-std::string PointStore::nameFor(const platform::WallTime& time) const {
-    std::string newest;
-    forEachDatedName(folder_, [&newest](std::string name) {
-        if (name > newest && turnOf(name)) {
-            newest = std::move(name);
-        }
-    });
+std::string PointStore::nameFor(const platform::WallTime& time) {
+    if (!newestAt_ || *newestAt_ != lastChange()) {
+        newest_.clear();
+        forEachDatedName(folder_, [this](std::string name) {
+            if (name > newest_ && turnOf(name)) {
+                newest_ = std::move(name);
+            }
+        });
+    }
     Turn turn{time, 0};
-    if (!newest.empty()) {
-        turn = std::max(turn, next(*turnOf(newest)));
+    if (!newest_.empty()) {
+        turn = std::max(turn, next(*turnOf(newest_)));
     }
     return nameOf(platform::unusedName(folder_, stemOf(turn))).append(kPoint);
+}
+
+// The clock of the files moves in steps of some milliseconds: what another program does within one would not show. So
+// the folder gets the time between two of them. Nothing where it takes none, or whole seconds only.
+std::optional<fs::file_time_type> PointStore::markChange() const {
+    std::error_code error;
+    const auto now = fs::file_time_type::clock::now();
+    fs::last_write_time(folder_, now, error);
+    const auto marked = lastChange();
+    return !error && marked == now ? std::optional(marked) : std::nullopt;
 }
 
 fs::file_time_type PointStore::lastChange() const {
@@ -250,8 +262,11 @@ PointStore::Added PointStore::add(const Snapshot& point) {
     removeLeftovers();
     auto name = nameFor(point.time);
     if (error = writeAnew(folder_ / name, encodePoint(point), toDisk_); error) {
+        newestAt_.reset();
         return {{}, sentence("The restore point can't be written", error)};
     }
+    newest_ = turnOf(name) ? std::max(newest_, name) : newest_;
+    newestAt_ = markChange();
     return {std::move(name), {}};
 }
 

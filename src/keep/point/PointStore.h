@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,12 +55,15 @@ public:
     static constexpr std::size_t kLongestNote = 1000;
 
 private:
-    [[nodiscard]] std::string nameFor(const platform::WallTime& time) const;
+    [[nodiscard]] std::string nameFor(const platform::WallTime& time);
+    [[nodiscard]] std::optional<std::filesystem::file_time_type> markChange() const;
     void removeLeftovers();
 
     std::filesystem::path folder_;
     platform::DiskFlush toDisk_;
     bool cleaned_ = false;
+    std::string newest_;  // the last name, when the folder had changed last at that time
+    std::optional<std::filesystem::file_time_type> newestAt_;
 };
 
 }  // namespace korvane::keep

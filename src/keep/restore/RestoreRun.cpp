@@ -41,6 +41,14 @@ std::string damageText(const std::string& damage) {
            ". A restore point from before it has the old settings.";
 }
 
+std::string wordsOf(RestoreJournal::Goal side) {
+    return side == RestoreJournal::Goal::Before ? "before it" : "the point has them";
+}
+
+std::string wholeText(RestoreJournal::Goal side) {
+    return " The ECU on the line has all of them as " + wordsOf(side) + ": it may be another one of this kind.";
+}
+
 // 'y': features, version, and in most firmware the type.
 EcuKind kindIn(std::span<const std::uint8_t> payload, int lastType) {
     return {payload.size() >= 5 ? payload[4] : lastType, payload[2] * 256 + payload[3], payload[0] * 256 + payload[1]};
@@ -52,7 +60,7 @@ constexpr auto kPressAgain = " Pressed again, \"Go on\" and \"Go back\" write ov
 }  // namespace
 
 RestoreRun::RestoreRun(const Surroundings& surroundings, std::filesystem::path folder)
-    : in_(surroundings), file_(std::move(folder), surroundings.machine.toDisk) {
+    : in_(surroundings), file_(folder, surroundings.machine.toDisk), store_(std::move(folder)) {
     in_.connection.witnesses.add(*this);
     in_.connection.MSComm1.addObserver(*this);
     in_.connection.ecuEeprom.addObserver(*this);
@@ -168,12 +176,16 @@ bool RestoreRun::resume(RestoreJournal::Goal goal) {
     RestoreTask task{.journal = *interrupted_, .isNew = false};
     task.journal.goal = goal;
     task.overwritten = strange_;
+    if (const auto point = store_.load(task.journal.pointName); point.content) {
+        task.known = cellsOf(in_.tables.addresses, *point.content);
+    }
     return run(std::move(task));
 }
 
 bool RestoreRun::run(RestoreTask task) {
     const bool isNew = task.isNew;
-    task.left = left_;
+    // What a run in another connection has left open is not known.
+    task.left = left_.value_or(Leftovers{.bytes = {}, .inFlight = {}, .missed = !isNew});
     stopped_ = false;
     offer("");
     interrupted_.reset();
@@ -191,6 +203,7 @@ bool RestoreRun::run(RestoreTask task) {
     };
     auto outcome = work.run(std::move(task));
     Running = false;
+    isLeft_ = isLeft_ || outcome.wrote;
     const bool refuses = !outcome.strange.empty();
     if (refuses) {
         outcome.text += isNew ? kEndFirst : std::string(kPressAgain) + (outcome.strange.size() == 1 ? "it." : "them.");
@@ -226,13 +239,17 @@ void RestoreRun::offer(const std::string& text) {
 }
 
 void RestoreRun::endWhenDone() {
-    const auto side = interrupted_ && !Running ? sideOf(*interrupted_, in_.connection.ecuEeprom.cells()) : std::nullopt;
-    if (!side) {
+    if (!interrupted_ || Running) {
         return;
     }
-    const bool isBefore = *side == RestoreJournal::Goal::Before;
-    Text = "The restore that was not completed has ended: the ECU has all its settings as " +
-           std::string(isBefore ? "before it." : "the point has them.");
+    const auto& told = in_.connection.ecuEeprom.cells();
+    isLeft_ = isLeft_ || isAsLeft(*interrupted_, told);
+    const auto side = sideOf(*interrupted_, told);
+    if (!side || !isLeft_) {
+        offer(offerText(*interrupted_) + (side ? wholeText(*side) : std::string()));
+        return;
+    }
+    Text = "The restore that was not completed has ended: the ECU has all its settings as " + wordsOf(*side) + '.';
     file_.remove(interrupted_->ecu);
     interrupted_.reset();
     offer("");
@@ -258,7 +275,8 @@ void RestoreRun::propertyChanged(controls::Object& object, const void* property)
     }
     ecu_.reset();
     strange_.clear();
-    left_ = {};
+    left_.reset();
+    isLeft_ = false;
     if (!Running) {
         look();
     }

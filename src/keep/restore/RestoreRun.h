@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "controls/Property.h"
+#include "keep/point/PointStore.h"
 #include "keep/point/Snapshot.h"
-#include "keep/restore/RestoreJournal.h"
 #include "keep/restore/RestoreWork.h"
 #include "keep/restore/SettingCells.h"
 #include "link/FrameWitness.h"
@@ -74,7 +74,8 @@ private:
     // What the journal of this ECU offers.
     void look();
     void offer(const std::string& text);
-    // Ends the offer when the ECU has told that it has the settings of one side.
+    // Ends the offer when the ECU has told that it has the settings of one side; of an ECU that may be another one of
+    // this kind the offer says so.
     void endWhenDone();
 
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
@@ -82,10 +83,12 @@ private:
 
     Surroundings in_;
     JournalFile file_;
+    PointStore store_;
     std::optional<EcuKind> ecu_;  // that has told its type in this connection
     std::optional<RestoreJournal> interrupted_;
-    FoundBytes strange_;  // named to the user
-    Leftovers left_;      // of this connection
+    FoundBytes strange_;             // named to the user
+    std::optional<Leftovers> left_;  // of this connection, if a restore has run in it
+    bool isLeft_ = false;            // the ECU is the one on which the restore was not completed
     bool stopped_ = false;
 };
 

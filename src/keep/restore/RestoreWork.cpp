@@ -37,24 +37,25 @@ std::string settings(std::size_t count) {
 
 RestoreWork::Outcome RestoreWork::run(RestoreTask task) {
     journal_ = std::move(task.journal);
-    told_ = in_.connection.ecuEeprom.cells();
+    left_.missed = task.left.missed;
     std::erase_if(journal_.cells,
                   [&](const JournalCell& cell) { return !isSetting(in_.tables.addresses, cell.address); });
     try {
         write(task);
         compare();
-        if (missed_) {
-            lookForStrays();
+        if (left_.missed || differing_ > 0) {
+            lookForStrays(task);
         }
     } catch (const Stopped& end) {
-        return {false, strange_.empty() ? stoppedText(end.what()) : end.what(), strange_, left_};
+        return {false, strange_.empty() ? stoppedText(end.what()) : end.what(), strange_, left_, begun_};
     }
     if (differing_ > 0) {
         return {false,
                 settings(static_cast<std::size_t>(differing_)) + (differing_ == 1 ? " does" : " do") +
                     " not agree: " + differences_,
                 {},
-                left_};
+                left_,
+                begun_};
     }
     file_.remove(journal_.ecu);
     return {true, journal_.cells.empty() ? "Nothing to restore: the ECU has these settings."
@@ -63,6 +64,7 @@ RestoreWork::Outcome RestoreWork::run(RestoreTask task) {
 
 void RestoreWork::write(const RestoreTask& task) {
     const auto now = lookUp();
+    told_ = in_.connection.ecuEeprom.cells();
     requireExplained(task, now);
     if (task.isNew) {
         begin(task, now);
@@ -142,13 +144,15 @@ void RestoreWork::writeCell(const JournalCell& cell) {
     requireLine();
     begun_ = true;
     left_.inFlight = cell.address;
-    in_.eeprom.writeCell(core::toInt16(cell.address), journal_.wanted(cell));
+    const auto wanted = journal_.wanted(cell);
+    const bool shows = told_.at(static_cast<std::size_t>(cell.address)).byte != wanted;
+    const bool missedBefore = std::exchange(left_.missed, true);
+    in_.eeprom.writeCell(core::toInt16(cell.address), wanted);
     in_.machine.pump.wait(kPause);
-    if (reads(cell.address, journal_.wanted(cell)) == journal_.wanted(cell)) {
+    if (reads(cell.address, wanted) == wanted) {
         ++journal_.written;
+        left_.missed = missedBefore || !shows;
         static_cast<void>(file_.save(journal_));
-    } else {
-        missed_ = true;
     }
     left_.inFlight.reset();
 }
@@ -171,23 +175,37 @@ void RestoreWork::addDifference(int address, std::uint8_t byte, std::uint8_t wan
                     std::to_string(wanted);
 }
 
-// A byte that was damaged on the line may have gone to another address. What the ECU had told of that one before joins
-// the journal, so that the next run writes it back, whichever way it goes.
-void RestoreWork::lookForStrays() {
+// A byte that was damaged on the line may have gone to another address. What was there before joins the journal, so
+// that the next run writes it back, whichever way it goes.
+void RestoreWork::lookForStrays(const RestoreTask& task) {
     auto cells = journal_.cells;
     for (int address = 0; address <= kLastSetting; ++address) {
-        const auto& [byte, known] = told_.at(static_cast<std::size_t>(address));
-        if (known != link::Known::Told || !isSetting(in_.tables.addresses, address) || isInJournal(address)) {
+        const auto byte = before(task, address);
+        if (!byte) {
             continue;
         }
-        if (const auto now = reads(address, byte); now != byte) {
-            addDifference(address, now, byte);
-            cells.push_back({address, byte, byte});
+        if (const auto now = reads(address, *byte); now != *byte) {
+            addDifference(address, now, *byte);
+            cells.push_back({address, *byte, *byte});
         }
     }
+    left_.missed = false;
     std::sort(cells.begin(), cells.end(), isBefore);
     journal_.cells = std::move(cells);
     static_cast<void>(file_.save(journal_));
+}
+
+// Of a setting that is not in the journal: what the ECU told before the first write. A cell of which it told nothing
+// was as in the point, or it would be in the journal.
+std::optional<std::uint8_t> RestoreWork::before(const RestoreTask& task, int address) const {
+    const auto at = static_cast<std::size_t>(address);
+    if (!isSetting(in_.tables.addresses, address) || isInJournal(address)) {
+        return {};
+    }
+    if (told_.at(at).known == link::Known::Told) {
+        return told_.at(at).byte;
+    }
+    return task.known.at(at).known == link::Known::No ? std::nullopt : std::optional(task.known.at(at).byte);
 }
 
 bool RestoreWork::isInJournal(int address) const {

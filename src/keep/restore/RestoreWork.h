@@ -32,6 +32,7 @@ struct RestoreTask {
     bool isNew = true;  // its bytes of before are not known yet
     // A new one takes over what an older one has left: its cells, with their bytes of before.
     std::optional<RestoreJournal> earlier = {};
+    link::EepromCells known{};    // what the point knows of the EEPROM
     std::set<int> stays = {};     // cells of `earlier` that the point does not know: they stay as they are
     Leftovers left = {};          // of what ran before in this connection
     FoundBytes overwritten = {};  // strange cells that the user was told of and writes over
@@ -53,6 +54,7 @@ public:
         std::string text;
         FoundBytes strange = {};  // why nothing was written
         Leftovers left = {};
+        bool wrote = false;
     };
     // Of a new restore the bytes of before are read into the journal first, and cells that are as they should be leave
     // it. Nothing is written while the ECU has a strange cell that the task does not write over.
@@ -73,7 +75,8 @@ private:
     void writeCell(const JournalCell& cell);
     void compare();
     void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
-    void lookForStrays();
+    void lookForStrays(const RestoreTask& task);
+    [[nodiscard]] std::optional<std::uint8_t> before(const RestoreTask& task, int address) const;
     [[nodiscard]] bool isInJournal(int address) const;
     [[nodiscard]] std::uint8_t read(int address);
     // As read(); an answer other than `expected` is asked for once more.
@@ -88,8 +91,7 @@ private:
     const JournalFile& file_;
     link::ReadBack& line_;
     RestoreJournal journal_;
-    link::EepromCells told_{};  // at the start
-    bool missed_ = false;       // a cell did not take its byte
+    link::EepromCells told_{};  // before the first write
     bool begun_ = false;        // the first byte to be written may have gone out
     FoundBytes strange_;
     Leftovers left_;

@@ -21,6 +21,18 @@ FoundBytes strangeCells(const RestoreJournal& journal, const FoundBytes& now, co
     return strange;
 }
 
+bool isAsLeft(const RestoreJournal& journal, const link::EepromCells& told) {
+    std::size_t atGoal = 0;
+    for (const auto& cell : journal.cells) {
+        const auto& [byte, known] = told.at(static_cast<std::size_t>(cell.address));
+        if (known != link::Known::Told || (byte != cell.before && byte != cell.point)) {
+            return false;
+        }
+        atGoal += byte == journal.wanted(cell) ? 1 : 0;
+    }
+    return !sideOf(journal, told) && atGoal >= static_cast<std::size_t>(journal.written);
+}
+
 std::optional<RestoreJournal::Goal> sideOf(const RestoreJournal& journal, const link::EepromCells& told) {
     const auto isAt = [&](std::uint8_t JournalCell::*byte) {
         return std::all_of(journal.cells.begin(), journal.cells.end(), [&](const JournalCell& cell) {

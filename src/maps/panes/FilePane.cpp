@@ -67,8 +67,9 @@ void FilePane::tellFailure(const Operation& operation, const platform::RuntimeEr
 }
 
 void FilePane::saveTune(const std::string& path) {
+    auto& machine = paneWindow().machine();
     core::SaveSettingsFile(path, paneWindow().context().tables, core::toInt16(paneWindow().geometry.cells()),
-                           paneWindow().machine().dialogs);
+                           machine.dialogs, machine.toDisk);
 }
 
 void FilePane::loadTune(const std::string& path) {
