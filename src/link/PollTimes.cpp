@@ -109,7 +109,7 @@ void PollTimes::learnFromIdle(platform::Micros now) {
             return;
         }
     }
-    if (open_ == 1) {
+    if (shortest_ != 0 || open_ == 1) {
         shortest_ = now - request(0);
     }
 }
