@@ -74,6 +74,7 @@ private:
     void compare();
     void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
     void lookForStrays();
+    void readMisc();
     [[nodiscard]] bool isInJournal(int address) const;
     [[nodiscard]] std::uint8_t read(int address);
     // As read(); an answer other than `expected` is asked for once more.
