@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "controls/MSComm.h"
+#include "core/Overwritten.h"
 #include "core/tables/EepromShadow.h"
 #include "platform/EventPump.h"
 
@@ -32,12 +33,17 @@ public:
     // Something begins that overwrites what the ECU has: a map, the misc block, a group of settings, an image is
     // stored, or the tuning agent starts. Called before the first byte goes out, with words that say what ("fuel map").
     // With the port closed nobody is told.
-    void announceStore(std::string_view what) const {
+    void announceStore(std::string_view what, const Overwritten& overwritten = {}) const {
         if (storing && isOpen()) {
             storing(what);
         }
+        if (overwriting && isOpen()) {
+            overwriting(what, overwritten);
+        }
     }
     std::function<void(std::string_view what)> storing;
+    // Told behind `storing` what is overwritten.
+    std::function<void(std::string_view what, const Overwritten& overwritten)> overwriting;
 
     // Is told of each byte that went out to be written.
     std::function<void(std::int32_t addr, std::uint8_t data)> written;

@@ -35,7 +35,8 @@ bool Saver::run(const SavePlan& plan, const std::string& group) {
 }
 
 void Saver::write(const SavePlan& plan, const std::string& group, Save& save) {
-    context_.eeprom.announceStore(group.empty() ? "settings" : group);
+    context_.eeprom.announceStore(group.empty() ? "settings" : group,
+                                  {core::Overwritten::Part::Settings, addressesOf(plan)});
     const link::LinkState::Transfer transfer(context_.linkState);
     const Answers::Running running(context_.answers);
     std::optional<PollStop> stop;
@@ -47,6 +48,18 @@ void Saver::write(const SavePlan& plan, const std::string& group, Save& save) {
     for (const SaveStep& step : plan.steps) {
         write(plan, step, save);
     }
+}
+
+std::vector<std::int32_t> Saver::addressesOf(const SavePlan& plan) const {
+    std::vector<std::int32_t> all;
+    for (const SaveStep& step : plan.steps) {
+        const Field& field = fields_.storing(step.address);
+        const int first = context_.tables.addresses.*step.address;
+        for (int place = first; place < first + Fields::cells(field) * bytesOf(field); ++place) {
+            all.push_back(place);
+        }
+    }
+    return all;
 }
 
 int Saver::planned(const SavePlan& plan) const {

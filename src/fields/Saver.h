@@ -31,6 +31,7 @@ private:
 
     void write(const SavePlan& plan, const std::string& group, Save& save);
     void write(const SavePlan& plan, const SaveStep& step, Save& save);
+    [[nodiscard]] std::vector<std::int32_t> addressesOf(const SavePlan& plan) const;
     [[nodiscard]] int planned(const SavePlan& plan) const;
     [[nodiscard]] std::int32_t stored(const Field& field, int cell, int save) const;
     void report(const Field& field, int cell, int address, std::int32_t value, Save& save);

@@ -6,6 +6,8 @@
 
 #include "core/TimeText.h"
 #include "core/tables/Module1.h"
+#include "keep/point/NewestKnown.h"
+#include "keep/point/Overwriting.h"
 #include "link/Frames.h"
 #include "platform/DebugLog.h"
 #include "platform/EventPump.h"
@@ -15,6 +17,7 @@ namespace korvane::keep {
 namespace {
 
 constexpr std::string_view kFolder = "restore";
+constexpr std::size_t kMostShown = 100;  // points
 
 bool isFresh(const link::EcuMap& map, std::size_t first, std::size_t end) {
     for (std::size_t cell = first; cell < end; ++cell) {
@@ -132,6 +135,22 @@ void Keeper::beforeStore(std::string_view what) {
     keepUnlessKnown(std::string("before: ").append(what));
 }
 
+// An older point may have what this connection has not read, or not since the ECU has restarted.
+void Keeper::beforeOverwriting(std::string_view what, const core::Overwritten& overwritten) {
+    const auto known = knownOf(overwritten, now());
+    if (known == HowMuch::All) {
+        return;
+    }
+    std::string older;
+    eachPoint([&](const Found& point) {
+        if (knownOf(overwritten, point.content) == HowMuch::All) {
+            older = whenAndWhy(point.content);
+        }
+        return older.empty();
+    });
+    notice().overwrites(overwritten.part, overwritingText(overwritten, what, known, older));
+}
+
 // The history has them too, but only until the program ends.
 void Keeper::beforeReplacing(std::string_view what) {
     look();
@@ -211,15 +230,39 @@ std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::
     return {};
 }
 
-void Keeper::compare() {
-    const auto point = newest([this](const std::string& name) { return !added_.contains(name); });
-    const auto difference = point ? changesSince(point->content, now()) : PointDifference();
-    if (difference.total() > 0) {
-        notice().say("The ECU differs from restore point " + whenAndWhy(point->content) + ": " + wordsOf(difference),
-                     point->name);
-    } else {
-        notice().say({}, {});
+void Keeper::eachPoint(const std::function<bool(Found point)>& wants) const {
+    const EcuIdentity ecu = now().ecu;
+    std::size_t shown = 0;
+    for (auto& name : store_.names()) {
+        auto point = store_.mayBeOf(name, ecu) ? store_.load(name) : Decoded<Snapshot>();
+        if (!point.content || !isSameEcu(point.content->ecu, ecu)) {
+            continue;
+        }
+        if (!wants({std::move(name), std::move(*point.content)}) || ++shown == kMostShown) {
+            return;
+        }
     }
+}
+
+// Of each thing the newest point counts that knows it: one that was made before a send may know a map and no setting.
+void Keeper::compare() {
+    const auto known = now();
+    NewestKnown told;
+    std::string text;
+    std::string name;
+    eachPoint([&](Found point) {
+        if (added_.contains(point.name)) {
+            return true;
+        }
+        told.takeOut(point.content);
+        if (const auto difference = changesSince(point.content, known); difference.total() > 0) {
+            text += (text.empty() ? "The ECU differs from restore point " : "; from restore point ") +
+                    whenAndWhy(point.content) + ": " + wordsOf(difference);
+            name = name.empty() ? point.name : name;
+        }
+        return !told.hasAll(known);
+    });
+    notice().say(text, name);
 }
 
 const std::vector<PointEntry>& Keeper::points() {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "controls/Property.h"
+#include "core/Overwritten.h"
 #include "keep/point/PointDifference.h"
 #include "keep/point/PointStore.h"
 #include "link/ConnectionPanel.h"
@@ -37,6 +38,8 @@ public:
 
     // For core::EepromAccess::storing, and for the end of a read of all settings.
     void beforeStore(std::string_view what);
+    // Behind it: notice() tells of what nobody has read.
+    void beforeOverwriting(std::string_view what, const core::Overwritten& overwritten);
     // Edits that neither the ECU nor the newest point has are kept before others take their place on the desk.
     void beforeReplacing(std::string_view what);
     // The newest point has the desk behind it, unless none can be made.
@@ -91,6 +94,9 @@ private:
     };
     // The newest point of this ECU whose name counts.
     [[nodiscard]] std::optional<Found> newest(const std::function<bool(const std::string& name)>& counts) const;
+    // Shows the points of this ECU, the newest first, until `wants` says no. A folder of many takes time: those behind
+    // the newest hundred are left out.
+    void eachPoint(const std::function<bool(Found point)>& wants) const;
     void compare();
     void pointsChanged();
 

@@ -63,6 +63,7 @@ Connection::Connection(platform::Machine& machine, ConnectionPanel& panel, Dispa
     panel_.Command4.Click = [this] {
         storesPwmTable();
         panel_.MSComm1.Output(kStorePwmTable);
+        panel_.ecuMaps.pwm.stored();
     };
     panel_.Timer1.Tick = [this] { timer1Tick(); };
     panel_.TimerRequestData.Tick = [this] { pollLiveData(); };

@@ -68,7 +68,7 @@ std::span<const std::uint8_t> checkedHalf(std::span<const std::uint8_t> payload)
 }  // namespace
 
 Dispatcher::Dispatcher(platform::Machine& machine, ConnectionPanel& panel, core::SharedTables& tables, Windows& windows)
-    : machine_(machine), panel_(panel), tables_(tables), windows_(windows) {}
+    : machine_(machine), panel_(panel), tables_(tables), windows_(windows), replaced_(tables, panel.ecuMaps) {}
 
 void Dispatcher::DoCommand(std::uint8_t cmd, Payload payload) {
     const auto* const frame = std::find_if(std::begin(kEcuFrames), std::end(kEcuFrames),
@@ -186,6 +186,7 @@ void Dispatcher::showEepromValue(std::int32_t value, int address, bool is16) {
 }
 
 void Dispatcher::takeFuel(Payload payload, std::size_t first) {
+    replaced_.arriving(core::EditedMap::Fuel, first, payload.first(std::min(payload.size(), kHalf)));
     {
         const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Fuel, first, kHalf));
         fillHalf(payload, first, tables_.FuelMapIn, tables_.FuelMapOut);
@@ -194,6 +195,7 @@ void Dispatcher::takeFuel(Payload payload, std::size_t first) {
 }
 
 void Dispatcher::takeIgnition(Payload payload, std::size_t first) {
+    replaced_.arriving(core::EditedMap::Ignition, first, payload.first(std::min(payload.size(), kHalf)));
     {
         const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Ignition, first, kHalf));
         fillHalf(payload, first, tables_.IgnMapIn, tables_.IgnMapOut);
@@ -291,6 +293,7 @@ void Dispatcher::miscBlock(Payload payload) {
 void Dispatcher::pwmCell(Payload payload) {
     const std::uint8_t cell = checked(payload, 0);
     const std::uint8_t value = checked(payload, 1);
+    replaced_.arriving(core::EditedMap::Pwm, cell, payload.subspan(1, 1));
     {
         const core::MapHistory::Change change(history_, core::Cause::read(core::EditedMap::Pwm, cell, 1));
         checked(tables_.PwmMapIn, cell) = value;

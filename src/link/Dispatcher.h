@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "link/ConnectionPanel.h"
 #include "link/Frames.h"
+#include "link/ReplacedEdits.h"
 #include "link/Windows.h"
 #include "platform/Machine.h"
 
@@ -27,6 +29,10 @@ public:
 
     // What a read changes is noted in it, if it is set.
     void setHistory(core::MapHistory& history) { history_ = &history; }
+    // Told what is about to replace edits that the ECU does not have: "read".
+    void setReplacing(const std::function<void(std::string_view what)>& replacing) {
+        replaced_.announce = [replacing] { replacing("read"); };
+    }
 
     // Acts on one frame. A failure ends the frame with a line in the debug log; what was done until then stays done.
     // The payload may be changed; no reference to it is kept after the return.
@@ -78,6 +84,7 @@ private:
     Windows& windows_;
     LiveDecoder* decoder_ = nullptr;
     core::MapHistory* history_ = nullptr;
+    ReplacedEdits replaced_;
 };
 
 }  // namespace korvane::link

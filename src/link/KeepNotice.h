@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "controls/Property.h"
+#include "core/Overwritten.h"
 
 namespace korvane::link {
 
@@ -55,8 +56,19 @@ public:
         join();
     }
 
+    // That something was overwritten which nobody had read: of each part of the ECU the last one, until the tuner
+    // closes it.
+    void overwrites(core::Overwritten::Part part, const std::string& text) {
+        overwritten_.at(static_cast<std::size_t>(part)) = text;
+        join();
+    }
+    [[nodiscard]] const std::string& overwritten(core::Overwritten::Part part) const {
+        return overwritten_.at(static_cast<std::size_t>(part));
+    }
+
     // The tuner has read the text.
     void close() {
+        overwritten_ = {};
         aboutRuns_ = {};
         say({}, {});
     }
@@ -97,10 +109,14 @@ private:
         for (const auto& text : {failures_[0], failures_[1], aboutRuns_[0], aboutRuns_[1], aboutPoint_}) {
             all += (all.empty() || text.empty() ? "" : "\n") + text;
         }
+        for (const auto& text : overwritten_) {
+            all += (all.empty() || text.empty() ? "" : "\n") + text;
+        }
         Text = all;
     }
 
     std::array<std::string, 2> failures_;
+    std::array<std::string, 6> overwritten_;  // by part
     std::array<std::string, 2> aboutRuns_;
     std::string aboutPoint_;
 };

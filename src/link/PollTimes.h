@@ -18,8 +18,9 @@ namespace korvane::link {
 // - A request is given up as lost when eight replies in a row could as well have answered a later one, which is one
 // that
 //   is open for at least the shortest round trip.
-// - The first reply behind a restart with nothing under way belongs to the first request, unless a later one is just
-//   as old as the shortest round trip. If none is, the ECU answers slower now.
+// - The first reply behind a restart with nothing under way belongs to the first request, unless a later one is just as
+//   old as the shortest round trip. If none is, the ECU answers slower now. While no round trip is known, only a reply
+//   with a single open request tells one.
 // - A reply too many shows that requests were given up which the ECU has answered.
 // - Frames of another kind, as after a connect or behind a transfer, keep the ECU busy, and it drops requests: what
 //   is answered meanwhile says nothing about the shortest round trip. As long as it is not known, it is the time that

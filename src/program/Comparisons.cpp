@@ -44,6 +44,7 @@ Comparisons::Comparisons(platform::Machine& machine, const maps::MapContext& map
                .copy = [this](std::size_t map, int first, int last,
                               const keep::CompareContext::Change& change) { return copy(map, first, last, change); }},
       shelf_(machine.pump) {
+    context_.miscOfBoxes = [&mapWindows] { return mapWindows.miscOfBoxes(); };
     if (maps.undo != nullptr) {
         context_.walkBy = [&maps](int keyCode, int shift) { return maps.undo->walkBy(keyCode, shift, nullptr); };
     }

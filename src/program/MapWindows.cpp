@@ -112,6 +112,11 @@ double MapWindows::injectionOffset() const {
     return context_.tables.MiscBlock[7];
 }
 
+std::optional<link::MiscBytes> MapWindows::miscOfBoxes() const {
+    const auto* const window = shelf_.open<maps::MapForm>();
+    return window != nullptr ? window->miscOfBoxes() : std::nullopt;
+}
+
 void MapWindows::populateFuelOUT() {
     if (auto* const frmMaps = shelf_.open<maps::FrmMaps>()) {
         frmMaps->populateFuelOUT();

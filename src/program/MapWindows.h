@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "controls/WindowShelf.h"
 #include "link/Windows.h"
@@ -34,6 +35,8 @@ public:
 
     // What the box of the injection offset says in the newest window that has one, or would say in a new one.
     [[nodiscard]] double injectionOffset() const;
+    // The misc block of the open map window's boxes, if they have one.
+    [[nodiscard]] std::optional<link::MiscBytes> miscOfBoxes() const;
 
 private:
     // The one of its kind: shown again, or made.

@@ -112,8 +112,12 @@ void Program::connectHistory() {
 
 void Program::connectKeeper() {
     eeprom_.storing = [this](std::string_view what) { keeper_.beforeStore(what); };
+    eeprom_.overwriting = [this](std::string_view what, const core::Overwritten& overwritten) {
+        keeper_.beforeOverwriting(what, overwritten);
+    };
+    dispatcher_.setReplacing([this](std::string_view what) { desk_.beforeReplacing(what); });
     mapContext_.replacing = [this](std::string_view what) { desk_.beforeReplacing(what); };
-    connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table"); };
+    connection_.storesPwmTable = [this] { eeprom_.announceStore("PWM table", {core::Overwritten::Part::Pwm}); };
     frmMisc_.allRead = [this] { keeper_.settingsRead(); };
     frmSarn2_.keepNotice.compare = [this](const std::string& point) { restorePoints_.compare(point); };
     frmSarn2_.keepNotice.showOffer = [this](const std::string& point) { restorePoints_.openAt(point); };

@@ -208,10 +208,11 @@ void FrmMisc::loadFile(const std::string& path) {
 
 // The ECU measures the throttle itself. With the port closed the serial control raises its own failure.
 void FrmMisc::calibrateThrottle(std::uint8_t command) {
-    context_.eeprom.announceStore("throttle end");
-    trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
     const auto& places = context_.tables.addresses;
-    context_.connection.ecuEeprom.lost(command == link::kThrottleIsOpen ? places.MAXTHR_OFF : places.MINTHR_OFF);
+    const auto address = command == link::kThrottleIsOpen ? places.MAXTHR_OFF : places.MINTHR_OFF;
+    context_.eeprom.announceStore("throttle end", {core::Overwritten::Part::Settings, {address}});
+    trapped("", [&] { context_.connection.MSComm1.Output(link::shortCommand(command)); });
+    context_.connection.ecuEeprom.lost(address);
 }
 
 void FrmMisc::btnLaunchHelp_Click() {

@@ -105,7 +105,7 @@ void ParameterTools::Command1_Click() {
     trapped([this] {
         const auto value = numberOf(window_.TextArvo, core::toInt32, "from -2147483648 to 2147483647");
         const auto target = address();
-        announce(target);
+        announce(target, target + sentTo(target, value).bytes - 1);
         eeprom_.WriteEE(target, value);
         if (verifies()) {
             verification_->verify(kRawWrite, {sentTo(target, value)}, nullptr, [this] { Command1_Click(); });
@@ -126,8 +126,9 @@ bool ParameterTools::verifies() const {
     return verification_ != nullptr && verification_->isOn() && eeprom_.isOpen();
 }
 
-void ParameterTools::announce(int address) const {
-    eeprom_.announceStore("EEPROM address " + std::to_string(address));
+void ParameterTools::announce(int address, int last) const {
+    eeprom_.announceStore("EEPROM address " + std::to_string(address),
+                          {core::Overwritten::Part::Settings, {address, last}});
 }
 
 // All boxes are read before the first write: the write of a row marked as 16 bits lets events run, and a reply may
@@ -137,7 +138,7 @@ void ParameterTools::btnWriteEE16bit_Click() {
         const auto value = numberOf(window_.TextArvo, core::toInt16, "from -32768 to 32767");
         const auto low = address();
         const auto high = numberOf(window_.TextOs, addressBehind, kAddressRange);
-        announce(low);
+        announce(low, high);
         eeprom_.WriteEE(low, core::lowByte(value));
         eeprom_.WriteEE(high, core::highByte(value));
         if (verifies()) {

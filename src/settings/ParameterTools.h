@@ -30,7 +30,7 @@ public:
 private:
     void ListView1_ItemClick(int row);
     void read(void (core::EepromAccess::*ask)(std::int16_t, std::int32_t, bool));
-    void announce(int address) const;
+    void announce(int address, int last) const;
     // What WriteEE sends to an address.
     [[nodiscard]] fields::SavedValue sentTo(int address, std::int32_t value) const;
     [[nodiscard]] bool verifies() const;

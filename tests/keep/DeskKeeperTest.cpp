@@ -243,7 +243,7 @@ TEST_F(DeskKeeperTest, TheEndMakesNoSecondPointOfTheSameDesk) {
     EXPECT_THAT(files(".desk"), IsEmpty());
 }
 
-TEST_F(DeskKeeperTest, AnotherTuneThatIsLoadedOverTheEditsLeavesThemInAPoint) {
+TEST_F(DeskKeeperTest, APointThatIsRestoredOverTheEditsLeavesThemInAPoint) {
     const auto run = start();
     run->edit(3, 99);
     run->program->mapWindows().open();

@@ -323,6 +323,64 @@ TEST_F(FrmCompareTest, ASettingWithoutABoxIsNotCopied) {
     EXPECT_EQ(summary(), "No box of the settings window has MINTHR_OFF: nothing was copied.");
 }
 
+TEST_F(FrmCompareTest, AValueOfTheMiscBlockIsNotCopiedAndItIsSaidWhereItsBoxIs) {
+    connect();
+    program_.receiveFrame('m', Bytes(9, 5));
+    auto& window = open();
+    window.tabWhat.choose(4);
+    window.chkAll.press();
+    for (int row = 1; row <= window.lstSettings.rowCount(); ++row) {
+        if (window.lstSettings.Cell(row, 1) == "RPM limit") {
+            window.lstSettings.choose(row);
+        }
+    }
+    EXPECT_FALSE(window.btnCopyOne.Enabled);
+    EXPECT_THAT(window.lblOne.Caption.get(), HasSubstr("RPM limit: left "));
+    EXPECT_THAT(
+        window.lblOne.Caption.get(),
+        testing::EndsWith(". A value of the misc block is not copied: the boxes of the map window have it, with "
+                          "\"Send Misc\"."));
+    window.compare({Source::Kind::Desk, {}}, {Source::Kind::Ecu, {}});
+    EXPECT_THAT(window.lblOne.Caption.get(), testing::Not(HasSubstr("Send Misc")));
+}
+
+// 5 + 256 * 5 is 1285.
+TEST_F(FrmCompareTest, TheWorkingMapsHaveTheMiscBlockOfTheBoxes) {
+    connect();
+    program_.program.mapWindows().open();
+    auto& form = dynamic_cast<maps::FrmMaps&>(*program_.windows.loaded().back());
+    program_.pump.wait(5000);
+    auto& window = open();
+    window.tabWhat.choose(4);
+    window.chkAll.press();
+    program_.receiveFrame('m', Bytes(9, 5));
+    form.txtMisc(0).Text = "7000";
+    program_.pump.wait(1000);
+    std::string right;
+    for (int row = 1; row <= window.lstSettings.rowCount(); ++row) {
+        if (window.lstSettings.Cell(row, 1) == "RPM limit") {
+            EXPECT_EQ(window.lstSettings.Cell(row, 3), "1285");
+            right = window.lstSettings.Cell(row, 4);
+        }
+    }
+    EXPECT_EQ(right, "7000");
+    EXPECT_EQ(window.tabWhat.tabCaption(4), "Settings (1)");
+}
+
+TEST_F(FrmCompareTest, EditsThatAWholeMapReplacesAreInAPoint) {
+    connect();
+    program_.receiveFrame('m', Bytes(9, 5));
+    setDesk(17, 99);
+    auto& window = open();
+    window.btnCopyMap.press();
+    EXPECT_EQ(program_.tables.FuelMapOut[17], 50);
+    auto& keeper = program_.program.keeper();
+    keeper.refresh();
+    ASSERT_EQ(keeper.points().size(), 1U);
+    EXPECT_EQ(keeper.points()[0].reason, "before: map copied");
+    EXPECT_EQ(keeper.load(keeper.points()[0].name).content->fuel.edited[17], 99);
+}
+
 TEST_F(FrmCompareTest, IsExportedAsText) {
     connect();
     setDesk(17, 53);

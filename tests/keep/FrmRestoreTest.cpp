@@ -379,5 +379,22 @@ TEST_F(FrmRestoreTest, SettingsThatWereNotReadBackAreCounted) {
     EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 2"));
 }
 
+TEST_F(FrmRestoreTest, APointThatKnowsNoMapSaysSoWhereNothingDiffers) {
+    auto point = fullPoint();
+    for (auto* map : {&point.fuel, &point.ignition, &point.pwm}) {
+        map->working = {};
+    }
+    point.misc.reset();
+    PointStore(folder / "restore").add(point);
+    auto& form = open();
+    window.ecuEeprom.told(11, 55);
+    form.lstPoints.choose(0);
+    EXPECT_THAT(form.lblPoint.Caption.get(),
+                testing::EndsWith(", nothing differs now; these maps it does not know: fuel, ignition, PWM"));
+    window.ecuEeprom.told(11, 54);
+    pump.wait(600);
+    EXPECT_THAT(form.lblPoint.Caption.get(), testing::EndsWith(", cells that differ now: 1"));
+}
+
 }  // namespace
 }  // namespace korvane::keep

@@ -142,6 +142,8 @@ TEST(RestoreJournalTest, IsOnTheDiskBeforeTheFirstCellIsWritten) {
     begun.written = 1;
     EXPECT_EQ(file.save(begun), "");
     EXPECT_EQ(flushed, 2);
+    EXPECT_EQ(file.save(begun, true), "");
+    EXPECT_EQ(flushed, 4) << "one that is taken over";
     const JournalFile failing(folder.path(),
                               [](const std::filesystem::path&) { return std::make_error_code(std::errc::io_error); });
     begun.written = 0;

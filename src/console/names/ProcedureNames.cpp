@@ -45,7 +45,8 @@ void registerProcedures(Names& names, Procedures procedures) {
     names.addProcedure("WriteEE", "ADDR VALUE [FORCE16]", [shared](Arguments arguments) -> Answer {
         const auto address = wholeOf<std::int16_t>(arguments[0]);
         const auto value = wholeOf<std::int32_t>(arguments[1]);
-        shared->eeprom.announceStore("EEPROM address " + std::to_string(address));
+        shared->eeprom.announceStore("EEPROM address " + std::to_string(address),
+                                     {core::Overwritten::Part::Settings, {address}});
         shared->eeprom.WriteEE(address, value, flagAt(arguments, 2));
         return {};
     });

@@ -40,6 +40,8 @@ struct CompareContext {
     std::function<std::string(std::size_t map, int first, int last, const Change& change)> copy;
     // The keys of undo and redo: what came of it in words, nothing for another key.
     std::function<std::optional<std::string>(int keyCode, int shift)> walkBy = {};
+    // The misc block that the boxes of the map window have, if they have one.
+    std::function<std::optional<MiscBytes>()> miscOfBoxes = {};
     // The map that the steady agent proposed last, nothing before it has.
     std::function<std::optional<Side>()> proposal = {};
 };

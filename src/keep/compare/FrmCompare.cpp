@@ -22,6 +22,9 @@ constexpr int kAddressColumn = 6;
 
 constexpr const char* kNothing = "Nothing is compared: a side can't be read.";
 
+constexpr const char* kMiscStays =
+    ". A value of the misc block is not copied: the boxes of the map window have it, with \"Send Misc\".";
+
 const char* const kColumns[] = {"Setting", "Name", "Left", "Right", "Difference", "Address"};
 
 }  // namespace
@@ -229,7 +232,12 @@ void FrmCompare::showChosen() {
     }
     const auto row = rowOf(*chosen);
     lblOne.Caption = (row[0].empty() ? row[1] : row[0]) + ": left " + row[2] + ", right " + row[3] +
-                     (row[4].empty() ? "" : ", difference " + row[4]);
+                     (row[4].empty() ? "" : ", difference " + row[4]) +
+                     (canCopy() && isMisc(*chosen) ? kMiscStays : "");
+}
+
+bool FrmCompare::isMisc(const SettingDifference& difference) const {
+    return core::checked(comparison_->settings, difference.setting).isMisc;
 }
 
 bool FrmCompare::canCopy() const {
@@ -241,7 +249,7 @@ void FrmCompare::showButtons() {
     const auto* const setting = showsSettings() ? chosenSetting() : nullptr;
     const bool cell = map && grdCells.SelectedItem >= 0 &&
                       core::checked(comparison_->map(shownMap()).left.bytes, grdCells.SelectedItem.get()).has_value();
-    btnCopyOne.Enabled = canCopy() && (cell || (setting != nullptr && setting->left));
+    btnCopyOne.Enabled = canCopy() && (cell || (setting != nullptr && setting->left && !isMisc(*setting)));
     btnCopyMap.Enabled = canCopy() && map && !comparison_->map(shownMap()).difference.cells.empty();
     btnExport.Enabled = comparison_.has_value();
 }

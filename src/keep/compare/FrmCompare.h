@@ -51,6 +51,7 @@ private:
     [[nodiscard]] bool canCopy() const;
     // Null for none.
     [[nodiscard]] const SettingDifference* chosenSetting() const;
+    [[nodiscard]] bool isMisc(const SettingDifference& difference) const;
 
     void connectControls();
     void act(const std::function<void()>& action);

@@ -164,8 +164,9 @@ Side SourcePanel::readPoint() const {
     return side;
 }
 
-// What the settings window would send.
+// What the settings window and the map window would send.
 void SourcePanel::addBoxes(Side& side) const {
+    side.misc = context_.miscOfBoxes ? context_.miscOfBoxes() : std::nullopt;
     for (const auto& [address, value, isWord] : context_.frmMisc.settings().held()) {
         const auto put = [&](std::int64_t at, std::uint8_t byte) {
             if (at >= 0 && at < static_cast<std::int64_t>(side.eeprom.size())) {

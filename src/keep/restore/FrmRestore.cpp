@@ -1,5 +1,6 @@
 #include "keep/restore/FrmRestore.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <utility>
@@ -18,14 +19,30 @@ constexpr int kWidth = 1000 * 15;  // twips
 constexpr int kHeight = 620 * 15;
 constexpr const char* kFilter = "All Files (*.txt)|*.txt";
 
-std::string wordsOf(const PointEntry& entry, const std::string& differs, int unread) {
+// The maps of which a point knows nothing: they may differ, whatever else does not. Empty for none.
+std::string unknownMaps(const Snapshot& point) {
+    constexpr std::array kNames{"fuel", "ignition", "PWM"};
+    std::string names;
+    for (std::size_t i = 0; i < kNames.size(); ++i) {
+        const auto map = kMapsOfPoint.at(i);
+        const auto& bytes = (point.*map).working;
+        if (hasMap(point.ecu, map) &&
+            std::none_of(bytes.begin(), bytes.end(), [](const auto& byte) { return !!byte; })) {
+            names += (names.empty() ? "" : ", ") + std::string(kNames.at(i));
+        }
+    }
+    return names;
+}
+
+std::string wordsOf(const PointEntry& entry, const std::string& differs, int unread, const std::string& unknown) {
     if (!entry.damage.empty()) {
         return timeTextOf(entry) + ": " + entry.damage;
     }
     const bool isCount = differs.find_first_not_of("0123456789") == std::string::npos;
     return timeTextOf(entry) + ", " + entry.reason + ", " + ecuTextOf(entry) +
-           (differs == "0" ? ", nothing differs now"
-            : isCount      ? ", cells that differ now: " + differs +
+           (differs == "0"
+                ? ", nothing differs now" + (unknown.empty() ? unknown : "; these maps it does not know: " + unknown)
+            : isCount ? ", cells that differ now: " + differs +
                             (unread == 0 ? "" : ", not read back: " + std::to_string(unread))
             : differs == "unknown" ? ", what differs now is unknown"
                                    : ", " + differs);
@@ -163,8 +180,9 @@ void FrmRestore::showChosen() {
     const std::string name = entry != nullptr ? entry->name : std::string();
     const auto point = entry != nullptr ? context_.keeper.load(name) : Decoded<Snapshot>();
     const int unread = point.content ? notReadBack(*point.content, context_.keeper.now()) : 0;
-    lblPoint.Caption =
-        entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex), unread) : std::string();
+    lblPoint.Caption = entry != nullptr ? wordsOf(*entry, lstPoints.differsText(lstPoints.ListIndex), unread,
+                                                  point.content ? unknownMaps(*point.content) : std::string())
+                                        : std::string();
     if (name != std::exchange(shown_, name)) {
         txtNote.Text = entry != nullptr ? entry->note : std::string();
     }

@@ -200,12 +200,12 @@ JournalFound JournalFile::load(const EcuKind& ecu) const {
     return found;
 }
 
-std::string JournalFile::save(const RestoreJournal& journal) const {
+std::string JournalFile::save(const RestoreJournal& journal, bool flush) const {
     std::error_code error;
     fs::create_directories(folder_, error);
     if (!error) {
         error = platform::replaceFile(path(journal.ecu), encodeJournal(journal),
-                                      journal.written == 0 ? toDisk_ : platform::DiskFlush());
+                                      flush || journal.written == 0 ? toDisk_ : platform::DiskFlush());
     }
     return error ? "the journal can't be written: " + error.message() : std::string();
 }

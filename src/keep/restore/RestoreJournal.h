@@ -73,7 +73,7 @@ public:
     [[nodiscard]] JournalFound load(const EcuKind& ecu) const;
     // In plain words why it was not written; empty if it was. The folder is made if need be. Before the first cell is
     // written a loss of power must not take the journal; later an older one does as well.
-    [[nodiscard]] std::string save(const RestoreJournal& journal) const;
+    [[nodiscard]] std::string save(const RestoreJournal& journal, bool flush = false) const;
     void remove(const EcuKind& ecu) const;
 
     [[nodiscard]] std::filesystem::path path(const EcuKind& ecu) const;

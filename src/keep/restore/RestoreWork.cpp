@@ -8,11 +8,14 @@
 #include "core/Checked.h"
 #include "core/Numbers.h"
 #include "keep/restore/SettingCells.h"
+#include "link/Commands.h"
 #include "platform/EventPump.h"
 
 namespace korvane::keep {
 
 namespace {
+
+constexpr int kMiscPause = 500;  // ms, for the answer and for the windows that show it
 
 // Ends the work from within; says why.
 struct Stopped : std::runtime_error {
@@ -46,6 +49,7 @@ RestoreWork::Outcome RestoreWork::run(RestoreTask task) {
         if (left_.missed || differing_ > 0) {
             lookForStrays(task);
         }
+        readMisc();
     } catch (const Stopped& end) {
         return {false, strange_.empty() ? stoppedText(end.what()) : end.what(), strange_, left_, begun_};
     }
@@ -75,7 +79,7 @@ void RestoreWork::write(const RestoreTask& task) {
     }
     // Behind the look-up: the restore point of this moment has what is about to be overwritten.
     in_.eeprom.announceStore("restore");
-    if (const auto failure = file_.save(journal_); !failure.empty()) {
+    if (const auto failure = file_.save(journal_, true); !failure.empty()) {
         throw Stopped(failure);
     }
     for (const auto& cell : cells) {
@@ -192,7 +196,22 @@ void RestoreWork::lookForStrays(const RestoreTask& task) {
     left_.missed = false;
     std::sort(cells.begin(), cells.end(), isBefore);
     journal_.cells = std::move(cells);
-    static_cast<void>(file_.save(journal_));
+    if (const auto failure = file_.save(journal_, true); !failure.empty()) {
+        throw Stopped(failure);
+    }
+}
+
+// The boxes of the open map window, too, have what was before: their next send would write it over what was restored.
+void RestoreWork::readMisc() {
+    const int first = in_.tables.addresses.RPM_LIMIT_LOW_OFF;
+    const auto isMisc = [first](const JournalCell& cell) {
+        return cell.address >= first && cell.address < first + static_cast<int>(MiscBytes().size());
+    };
+    if (begun_ && !line_.interruption() && std::any_of(journal_.cells.begin(), journal_.cells.end(), isMisc)) {
+        in_.connection.diversion.askedOrdinarily({link::kAskMiscBlock});
+        in_.connection.MSComm1.Output(link::kAskMiscBlock);
+        in_.machine.pump.wait(kMiscPause);
+    }
 }
 
 // Of a setting that is not in the journal: what the ECU told before the first write. A cell of which it told nothing

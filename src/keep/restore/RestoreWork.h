@@ -77,6 +77,7 @@ private:
     void addDifference(int address, std::uint8_t byte, std::uint8_t wanted);
     void lookForStrays(const RestoreTask& task);
     [[nodiscard]] std::optional<std::uint8_t> before(const RestoreTask& task, int address) const;
+    void readMisc();
     [[nodiscard]] bool isInJournal(int address) const;
     [[nodiscard]] std::uint8_t read(int address);
     // As read(); an answer other than `expected` is asked for once more.

@@ -71,6 +71,14 @@ std::string unknownWords(std::span<const StoreOfMap> maps) {
     return words;
 }
 
+std::string unreadWords(std::span<const std::string_view> maps) {
+    std::string words;
+    for (const auto map : maps) {
+        words += (words.empty() ? "Not read since the last connect or restart: " : ", ") + std::string(map);
+    }
+    return words.empty() ? words : words + "; no new restore point would have what a send overwrites";
+}
+
 std::string storeWords(std::span<const StoreOfMap> maps) {
     std::string words;
     for (const auto& [map, store] : maps) {

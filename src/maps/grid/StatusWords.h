@@ -56,6 +56,9 @@ struct StoreOfMap {
     link::Store store;
 };
 [[nodiscard]] std::string storeWords(std::span<const StoreOfMap> maps);
+// "Not read since the last connect or restart: fuel, PWM; no new restore point would have what a send overwrites";
+// empty for none.
+[[nodiscard]] std::string unreadWords(std::span<const std::string_view> maps);
 // "Not known whether stored: ignition, PWM", of maps that were only read.
 [[nodiscard]] std::string unknownWords(std::span<const StoreOfMap> maps);
 

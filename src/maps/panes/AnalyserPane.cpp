@@ -72,7 +72,7 @@ void AnalyserPane::connect() {
     chkUseTuningAgent.Click = [this] {
         if (chkUseTuningAgent.Value == 1) {
             chkSteadyAgent.Value = 0;
-            paneWindow().context().eeprom.announceStore("tuning agent");
+            paneWindow().context().eeprom.announceStore("tuning agent", {core::Overwritten::Part::Fuel});
         }
         analyser_.setAgentEnable(chkUseTuningAgent.Value == 1);
     };
@@ -96,7 +96,7 @@ void AnalyserPane::steadyClicked() {
     auto* const steady = paneWindow().context().steady;
     if (chkSteadyAgent.Value == 1) {
         chkUseTuningAgent.Value = 0;
-        paneWindow().context().eeprom.announceStore("steady agent");
+        paneWindow().context().eeprom.announceStore("steady agent", {core::Overwritten::Part::Fuel});
         if (steady == nullptr || !steady->start(analys.geometry, &paneWindow())) {
             chkSteadyAgent.Value = 0;
         }

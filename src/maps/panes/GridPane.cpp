@@ -1,5 +1,6 @@
 #include "maps/panes/GridPane.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/Checked.h"
@@ -98,6 +99,18 @@ void GridPane::showWorkingMap(core::EditedMap map) {
 
 std::optional<StoreOfMap> GridPane::storeStatus() const {
     return StoreOfMap{noun_.inside, (paneWindow().context().connection.ecuMaps.*images_.inEcu).store()};
+}
+
+std::optional<MapPane::Sends> GridPane::sends() const {
+    if (!sendButton_.Enabled) {
+        return {};
+    }
+    const auto& inEcu = paneWindow().context().connection.ecuMaps.*images_.inEcu;
+    bool isRead = true;
+    for (int cell = images_.firstKept; cell <= std::min(images_.lastSent, mapGrid_.geometry.cells() - 1); ++cell) {
+        isRead = isRead && inEcu.isFresh(static_cast<std::size_t>(cell));
+    }
+    return Sends{noun_.inside, images_.part, isRead};
 }
 
 void GridPane::loadPane(std::int32_t) {

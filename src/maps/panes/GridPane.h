@@ -42,6 +42,7 @@ public:
     [[nodiscard]] std::optional<Target> targetAt(int cell) const override;
     void showWorkingMap(core::EditedMap map) override;
     [[nodiscard]] std::optional<StoreOfMap> storeStatus() const override;
+    [[nodiscard]] std::optional<Sends> sends() const override;
 
 protected:
     [[nodiscard]] virtual const MapDisplay& mapDisplay() const = 0;

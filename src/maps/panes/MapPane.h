@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "core/Overwritten.h"
 #include "core/history/MapStep.h"
 #include "maps/grid/MapImages.h"
 #include "maps/grid/Selection.h"
@@ -43,6 +45,14 @@ public:
     [[nodiscard]] virtual std::string blockStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<UnsentOfMap> unsentStatus() const { return {}; }
     [[nodiscard]] virtual std::optional<StoreOfMap> storeStatus() const { return {}; }
+
+    // What its send would overwrite in the ECU, and whether this connection has read that. Nothing where it can't send.
+    struct Sends {
+        std::string_view map;  // within a sentence
+        core::Overwritten::Part part;
+        bool isRead;
+    };
+    [[nodiscard]] virtual std::optional<Sends> sends() const { return {}; }
 
     // The map that it edits, and the cells of it that an order is about while this cell has the focus: the selected
     // block, or the cell. Nothing for a pane without such a map.

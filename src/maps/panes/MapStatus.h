@@ -16,6 +16,7 @@ struct MapStatus {
     std::string block;    // of a selected block, first that of the grid with the focus
     std::string store;    // what has become of what was sent of each map
     std::string unknown;  // of which maps it is not known whether the ECU has stored what it runs on
+    std::string unread;   // what was overwritten that nobody had read, and what a send would overwrite so
     std::string unsent;   // how many edited cells of each map the ECU does not have, or has not stored
 };
 

@@ -24,6 +24,7 @@ public:
 
     // The boxes show a whole block, of the ECU or of a file.
     void filled();
+    [[nodiscard]] bool isFilled() const { return isFilled_; }
     // The ECU has told the number of one box.
     void heard(int box, std::int32_t number);
 

@@ -103,6 +103,11 @@ void MiscPane::UpdateReadEE(std::int32_t value, int addr, bool) {
     }
 }
 
+std::optional<MapPane::Sends> MiscPane::sends() const {
+    const bool isRead = paneWindow().context().connection.ecuMisc.bytes().has_value();
+    return Sends{"misc", core::Overwritten::Part::Misc, isRead};
+}
+
 std::optional<UnsentOfMap> MiscPane::unsentStatus() const {
     return UnsentOfMap{"misc", {marks_.count(), 0}, "box", "boxes"};
 }

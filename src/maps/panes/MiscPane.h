@@ -51,7 +51,12 @@ public:
 
     // Which boxes the ECU does not have, and how many.
     [[nodiscard]] MiscMarks& miscMarks() { return marks_; }
+    // The block of the boxes; nothing before they were filled, or if a number does not fit.
+    [[nodiscard]] std::optional<link::MiscBytes> miscOfBoxes() const {
+        return marks_.isFilled() ? transfer_.shown() : std::nullopt;
+    }
     [[nodiscard]] std::optional<UnsentOfMap> unsentStatus() const override;
+    [[nodiscard]] std::optional<Sends> sends() const override;
 
 private:
     void describe(const MiscCaptions& captions);

@@ -70,6 +70,7 @@ constexpr std::array kProperties{lookProperty<&GridLook::HeatTint>("HeatTint"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::cell>>("CellStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::block>>("BlockStatus"),
                                  controls::readOnlyProperty<&statusText<&MapStatus::unsent>>("UnsentStatus"),
+                                 controls::readOnlyProperty<&statusText<&MapStatus::unread>>("UnreadStatus"),
                                  controls::readOnlyProperty<&historyNote>("HistoryNote"),
                                  controls::readOnlyProperty<&storeStatus>("StoreStatus"),
                                  controls::readOnlyProperty<&transferResult>("TransferResult")};

@@ -26,6 +26,7 @@ struct MapWriter::Kind {
     const link::MapCommands& commands;
     bool pollsBeforeCommit;  // the poll is switched on and off again; nothing runs in between
     const char* stored;
+    core::Overwritten::Part part;
     const char* subject;  // of its verification
     const char* sending;
     const char* done;
@@ -37,6 +38,7 @@ const MapWriter::Kind MapWriter::kFuel{
     .commands = link::kFuelMap,
     .pollsBeforeCommit = false,
     .stored = "fuel map",
+    .part = core::Overwritten::Part::Fuel,
     .subject = "Fuel",
     .sending = "Sending  fuel data",
     .done = "Fuel kartta lähetetty ja talletettu autoon",
@@ -47,6 +49,7 @@ const MapWriter::Kind MapWriter::kIgnition{
     .commands = link::kIgnitionMap,
     .pollsBeforeCommit = true,
     .stored = "ignition map",
+    .part = core::Overwritten::Part::Ignition,
     .subject = "Ignition",
     .sending = "Sending  Ignition data",
     .done = "Ignition kartta lähetetty ja talletettu autoon",
@@ -71,7 +74,7 @@ void MapWriter::writeTrapped(Sent& sent) {
     sent.cells.resize(halves_ == Halves::Two ? 2 * kHalf : kHalf);
     const core::MapHistory::Hold hold(window_.context().history);
     line_.trapped([&] {
-        window_.context().eeprom.announceStore(kind_.stored);
+        window_.context().eeprom.announceStore(kind_.stored, {kind_.part});
         const TransferWatch::Sending sending(line_.watch(), kind_.commands.send, halves_ == Halves::Two ? 2 : 1);
         if (halves_ == Halves::Two) {
             writeHalves(sent);

@@ -9,6 +9,7 @@
 #include "maps/panes/MiscPane.h"
 #include "maps/transfer/MapVerification.h"
 #include "maps/transfer/MiscBlock.h"
+#include "platform/RuntimeError.h"
 
 namespace korvane::maps {
 
@@ -55,7 +56,7 @@ void MiscTransfer::save() {
 
 void MiscTransfer::saveTrapped(Sent& sent) {
     line_.trapped([&] {
-        context_.eeprom.announceStore("misc block");
+        context_.eeprom.announceStore("misc block", {core::Overwritten::Part::Misc});
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
         line_.stopPoll();
         line_.wait(kPause);
@@ -66,26 +67,35 @@ void MiscTransfer::saveTrapped(Sent& sent) {
 }
 
 void MiscTransfer::sendBlock(Sent& sent) {
-    const std::int32_t enabled = enableWord();
     line_.send({link::kSendMiscBlock});
-    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())), sent);
-    sendWord(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())), sent);
-    sendWord(enabled, sent);
-    sendByte(core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get())), sent);
-    sendByte(core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get())), sent);
-    sendByte(pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2, sent);
+    eachValue([&](std::span<const std::uint8_t> bytes) {
+        line_.send(bytes);
+        sent.insert(sent.end(), bytes.begin(), bytes.end());
+    });
     line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
     note(sent);
 }
 
-void MiscTransfer::sendWord(std::int32_t value, Sent& sent) {
-    line_.send({core::lowByte(value), core::highByte(value)});
-    sent.insert(sent.end(), {core::lowByte(value), core::highByte(value)});
+void MiscTransfer::eachValue(const std::function<void(std::span<const std::uint8_t>)>& take) const {
+    const auto word = [&](std::int32_t value) { take(std::array{core::lowByte(value), core::highByte(value)}); };
+    const auto byte = [&](std::uint8_t value) { take(std::array{value}); };
+    word(core::toInt16(core::val(pane_.txtMisc(kRpmLimit).Text.get())));
+    word(core::toInt16(core::val(pane_.txtMisc(kRpmShift).Text.get())));
+    word(enableWord());
+    byte(core::toByte(core::val(pane_.txtMisc(kInjectionOffset).Text.get())));
+    byte(core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get())));
+    byte(pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2);
 }
 
-void MiscTransfer::sendByte(std::uint8_t value, Sent& sent) {
-    line_.send({value});
-    sent.push_back(value);
+std::optional<link::MiscBytes> MiscTransfer::shown() const {
+    link::MiscBytes block{};
+    try {
+        auto place = block.begin();
+        eachValue([&](std::span<const std::uint8_t> bytes) { place = std::ranges::copy(bytes, place).out; });
+    } catch (const platform::RuntimeError&) {
+        return {};
+    }
+    return block;
 }
 
 // The ECU keeps the block in the cells that are named for its values, in the same order.
@@ -101,7 +111,7 @@ void MiscTransfer::note(const Sent& sent) {
     }
 }
 
-std::int32_t MiscTransfer::enableWord() {
+std::int32_t MiscTransfer::enableWord() const {
     std::int32_t word = 0;
     for (int bit = 0; bit < pane_.CheckMisc.count(); ++bit) {
         const bool ticked = pane_.CheckMisc(bit).Value == 1;

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "controls/Timer.h"
@@ -33,6 +35,8 @@ public:
     MiscTransfer(MiscPane& pane, PaneWindow& window, const char* receiving);
 
     void save();
+    // What a send would send; nothing if a number does not fit.
+    [[nodiscard]] std::optional<link::MiscBytes> shown() const;
 
     // Brings MiscBlock onto the controls, as a MiscReply.
     void LoadMisc(bool skipTimer);
@@ -44,10 +48,10 @@ private:
 
     void saveTrapped(Sent& sent);
     void sendBlock(Sent& sent);
-    void sendWord(std::int32_t value, Sent& sent);
-    void sendByte(std::uint8_t value, Sent& sent);
+    // The bytes of each value of the boxes, in the order of the block. A number that does not fit raises its error.
+    void eachValue(const std::function<void(std::span<const std::uint8_t>)>& take) const;
     void note(const Sent& sent);
-    [[nodiscard]] std::int32_t enableWord();
+    [[nodiscard]] std::int32_t enableWord() const;
     void showBlock();
     void showEnableWord(std::int32_t word);
 

@@ -51,7 +51,7 @@ void PwmTransfer::save() {
 
 void PwmTransfer::send(SentCells& sent) {
     const core::MapHistory::Hold hold(window_.context().history);
-    window_.context().eeprom.announceStore("PWM table");
+    window_.context().eeprom.announceStore("PWM table", {core::Overwritten::Part::Pwm});
     const TransferWatch::Sending sending(line_.watch(), link::kSendPwmCell, 1);
     fields::Progress progress(window_.prgTransfer, kLastSent - kFirstSent + 1);
     line_.stopPoll();

@@ -29,8 +29,10 @@ constexpr const char* kLongestUnsent = "Not sent: 160 fuel, 16 misc";
 
 // What the line tells of may have changed with a cell, the focus, the caption or what the ECU has.
 std::vector<controls::Object*> toldOf(maps::PaneWindow& window) {
-    auto& ecu = window.context().connection.ecuMaps;
-    std::vector<controls::Object*> objects{&window, &ecu.fuel, &ecu.ignition, &ecu.pwm};
+    auto& connection = window.context().connection;
+    auto& ecu = connection.ecuMaps;
+    std::vector<controls::Object*> objects{
+        &window, &ecu.fuel, &ecu.ignition, &ecu.pwm, &connection.ecuMisc, &connection.MSComm1, &connection.keepNotice};
     for (auto* const pane : window.panes()) {
         if (auto* const grid = pane->paneGrid()) {
             objects.push_back(grid);
@@ -54,16 +56,26 @@ std::string cellText(const maps::MapStatus& status) {
     return status.cell + (both ? "; " : "") + status.block;
 }
 
-void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, LongLine& store, Readout& unsent) {
-    ObjectPart::bind(binder, toldOf(window), [&window, &cell, &store, &unsent] {
+void showLine(LongLine& line, const std::string& words) {
+    line.setWords(QString::fromStdString(words));
+    line.setVisible(!words.empty());
+}
+
+struct StatusLines {
+    LongLine& store;
+    LongLine& unread;
+};
+
+void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, const StatusLines& lines, Readout& unsent) {
+    ObjectPart::bind(binder, toldOf(window), [&window, &cell, lines, &unsent] {
         const auto status = maps::statusOf(window);
         const std::string& note = window.HistoryNote;
         if (const auto told = QString::fromStdString(note.empty() ? cellText(status) : note); told != cell.text()) {
             cell.setText(told);
             cell.updateGeometry();
         }
-        store.setWords(QString::fromStdString(status.store));
-        store.setVisible(!status.store.empty());
+        showLine(lines.store, status.store);
+        showLine(lines.unread, status.unread);
         const QString words = QString::fromStdString(status.unsent);
         const QString usual = QString::fromLatin1(kLongestUnsent);
         unsent.setReserve(words.isEmpty() || words.size() > usual.size() ? words : usual);
@@ -151,6 +163,13 @@ Readout& makeReadout(const char* name, const char* spoken, Qt::Alignment alignme
     return readout;
 }
 
+LongLine& makeLine(const char* name, QWidget* parent) {
+    auto& line = child<LongLine>(parent);
+    line.setObjectName(QLatin1String(name));
+    line.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return line;
+}
+
 }  // namespace
 
 QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* parent) {
@@ -160,22 +179,24 @@ QWidget& makeMapStatusLine(maps::PaneWindow& window, Binder& binder, QWidget* pa
     auto& row = child<QHBoxLayout>(&line);
     row.setSpacing(kGap);
     auto& cell = makeReadout("cellStatus", "Cell", Qt::AlignLeft, &line);
-    auto& store = child<LongLine>(&line);
-    store.setObjectName(QStringLiteral("storeStatus"));
-    store.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto& store = makeLine("storeStatus", &line);
+    auto& unread = makeLine("unreadStatus", &line);
     auto& unsent = makeReadout("unsentStatus", "Not in the ECU", Qt::AlignRight, &line);
-    // Each gets what its text needs, the cell the rest; where that is not there, both longer ones give way alike.
+    // Each gets what its text needs, the cell the rest; where that is not there, the longer ones give way alike.
     cell.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     cell.setMinimumWidth(1);
     store.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     store.setMinimumWidth(1);
+    unread.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    unread.setMinimumWidth(1);
     row.addWidget(&cell);
     row.addWidget(&store);
+    row.addWidget(&unread);
     row.addWidget(&unsent);
     addHistoryButton(window, binder, row, &line);
     row.addWidget(&makeBox(window.look, window.look.HeatTint, kHeatWords, binder, &line));
     row.addWidget(&makeBox(window.look, window.look.AlignNumbers, kAlignWords, binder, &line));
-    bindStatus(window, binder, cell, store, unsent);
+    bindStatus(window, binder, cell, {store, unread}, unsent);
     row.setContentsMargins(Card::kPadding, kMargin, Card::kPadding, kMargin);
     return line;
 }
