@@ -82,7 +82,7 @@ void PollTimes::answered(platform::Micros now, platform::Micros frameTime) {
 
 void PollTimes::findLost(platform::Micros now, platform::Micros frameTime) {
     if (fromIdle_ && !isFasterThan(frameTime)) {
-        learnFromIdle(now);
+        learnFromIdle(now, frameTime);
     }
     const std::size_t possible = openBefore(now - (shortest_ == 0 ? frameTime : shortest_));
     const std::size_t later = possible == 0 ? 0 : possible - 1;
@@ -102,14 +102,14 @@ void PollTimes::findLostInRow(std::size_t later) {
     }
 }
 
-void PollTimes::learnFromIdle(platform::Micros now) {
+void PollTimes::learnFromIdle(platform::Micros now, platform::Micros frameTime) {
     for (std::size_t place = 0; place < open_ && shortest_ != 0; ++place) {
         if (const auto age = now - request(place); age >= shortest_ - kSame && age <= shortest_ + kSame) {
             giveUp(place);
             return;
         }
     }
-    if (shortest_ != 0 || open_ == 1) {
+    if (shortest_ != 0 || open_ == 1 || frameTime == 0) {
         shortest_ = now - request(0);
     }
 }
