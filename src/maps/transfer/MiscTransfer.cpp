@@ -57,9 +57,14 @@ void MiscTransfer::saveTrapped(Sent& sent) {
     line_.trapped([&] {
         context_.eeprom.announceStore("misc block");
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
+        // With the poll off nobody could tell any more.
+        const bool heard = context_.connection.linkState.isHeard();
         line_.stopPoll();
         line_.wait(kPause);
         sendBlock(sent);
+        if (heard) {
+            note(sent);
+        }
         line_.wait(kPause);
         line_.startPoll();
     });
@@ -75,7 +80,6 @@ void MiscTransfer::sendBlock(Sent& sent) {
     sendByte(core::toByte(core::val(pane_.txtMisc(kIgnitionOffset).ToolTipText.get())), sent);
     sendByte(pane_.optINJMaxOpen(0).Value ? kOpen4ms4 : kOpen2ms2, sent);
     line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
-    note(sent);
 }
 
 void MiscTransfer::sendWord(std::int32_t value, Sent& sent) {
