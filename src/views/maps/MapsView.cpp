@@ -102,9 +102,10 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
     orderTabs({&window.fuel(0),           &window.ign(0),        &window.pwm(0),           &window.chkModifyInjSetpoint,
                &window.chkUseTuningAgent, &window.chkSimplemode, &window.chkSteadyAgent,   &window.analys(0),
                &window.btnReadFuel,       &window.btnWriteFuel,  &window.btnReadIgn,       &window.btnWriteIgn,
-               &window.btnReadPWM,        &window.btnSavePWM,    &window.chkShowPwm,       &window.btnReadMisc,
-               &window.btnSaveMisc,       &window.chkTrace,      &window.chkOnlineChanges, &window.chkFocusOnFuel,
+               &window.btnReadPWM,        &window.btnSavePWM,    &window.btnReadMisc,      &window.btnSaveMisc,
+               &window.chkShowPwm,        &window.chkTrace,      &window.chkOnlineChanges, &window.chkFocusOnFuel,
                &window.chkFocusOnIGN});
+    putVerifyBehind(window.chkShowPwm, *this);
     // Behind the grids, so that a window with pages begins in its map too.
     setTabOrder(binder().widgetOf(&window.analys(0)), &pages_.tabs());
     fitTexts();
@@ -177,6 +178,7 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
                &window.btnWriteIgn,       &window.btnReadPWM,    &window.btnSavePWM,
                &window.btnReadMisc,       &window.btnSaveMisc,   &window.chkTrace,
                &window.chkOnlineChanges,  &window.chkFocusOnMAP});
+    putVerifyBehind(window.btnSaveMisc, *this);
     fitTexts();
 }
 
