@@ -2,6 +2,10 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
+#include "views/frame/ObjectPart.h"
+#include "views/frame/VerifyPart.h"
 #include "views/maps/MapNotes.h"
 #include "views/maps/MapPages.h"
 #include "views/maps/MapStatusLine.h"
@@ -139,6 +143,17 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     addPane(window.FrameInjAnalys, window.analys, "Injection analyser", true);
     addPane(window.FramePWM, window.pwm, "PWM", false);
     addPane(window.FrameIgn, window.ign, "Ignition", false);
+    showPageOf(window.FrameInjAnalys);
+    showPageOf(window.FramePWM);
+}
+
+// The box that shows it is beside the pages, and another page may be open.
+void FrmMapsView::showPageOf(controls::Frame& frame) {
+    ObjectPart::bind(binder(), {&frame}, [this, &frame, shown = frame.inSight()]() mutable {
+        if (const bool wasShown = std::exchange(shown, frame.inSight()); shown && !wasShown) {
+            pages_.reveal(*binder().widgetOf(&frame));
+        }
+    });
 }
 
 void FrmMapsView::resizeEvent(QResizeEvent* event) {
