@@ -46,7 +46,6 @@ private:
     void sendBlock(Sent& sent);
     void sendWord(std::int32_t value, Sent& sent);
     void sendByte(std::uint8_t value, Sent& sent);
-    // An ECU that is heard has taken it.
     void note(const Sent& sent);
     [[nodiscard]] std::int32_t enableWord();
     void showBlock();
