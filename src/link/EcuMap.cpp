@@ -101,7 +101,8 @@ void EcuMap::changed(std::size_t cell, std::uint8_t byte) {
 void EcuMap::stored() {
     for (auto& cell : cells_) {
         cell.doubtful.reset();
-        if (!cell.onItsWay) {
+        // One that is sent anew as it is, is there whether that arrives or not.
+        if (!cell.onItsWay || cell.onItsWay == cell.working) {
             cell.kept = cell.working;
         }
     }

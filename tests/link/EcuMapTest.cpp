@@ -126,6 +126,19 @@ TEST_F(EcuMapTest, AReadConfirmsWhatWasSentThoughItsAcknowledgementWasLost) {
     expect(11, 11);
 }
 
+// The cell was changed alone before; then the whole map was sent, and its acknowledgement was lost.
+TEST_F(EcuMapTest, StoresWhatItRunsOnThoughTheSameByteIsNotAcknowledged) {
+    read(7);
+    map.changed(kCell, 9);
+    map.sending(kCell, 9);
+    map.stored();
+    expect(9, 9);
+    read(9);
+    expect(9, 9);
+    map.reconnected();
+    expect(9, 9);
+}
+
 TEST_F(EcuMapTest, RunsOnWhatItsEepromHasOnlyOnceItHasRestarted) {
     read(7);
     map.keeps(kCell, 9);

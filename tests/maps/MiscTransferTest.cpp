@@ -1,4 +1,5 @@
 #include "TransferBench.h"
+#include "link/Frames.h"
 #include "maps/panes/MapStatus.h"
 #include "support/PropertyWatch.h"
 
@@ -259,6 +260,7 @@ protected:
         std::copy(tables_.MiscBlock.begin() + 1, tables_.MiscBlock.begin() + 10, block.begin());
         main_.ecuMisc.has(block);
     }
+    void hearLiveData() { main_.linkState.frameReceived(link::kLiveDataFrame, machine_.pump.now()); }
     [[nodiscard]] MiscMarks& marks() { return window_.miscMarks(); }
     [[nodiscard]] std::string unsent() { return statusOf(window_).unsent; }
 };
@@ -299,6 +301,7 @@ TEST_F(MarkedMisc, TheIgnitionOffsetIsMarkedByItsCountAndByItsText) {
 
 TEST_F(MarkedMisc, ASendTakesTheMarksAway) {
     openPort();
+    hearLiveData();
     window_.LoadMisc(true);
     window_.txtMisc(0).Text = "8000";
     int told = 0;
@@ -306,6 +309,21 @@ TEST_F(MarkedMisc, ASendTakesTheMarksAway) {
     window_.btnSaveMisc.press();
     EXPECT_EQ(marks().count(), 0);
     EXPECT_EQ(told, 1);
+}
+
+// It does not acknowledge the block.
+TEST_F(MarkedMisc, ASendToAnEcuThatIsNotHeardTakesNoMarkAway) {
+    openPort();
+    window_.LoadMisc(true);
+    window_.txtMisc(0).Text = "8000";
+    window_.btnSaveMisc.press();
+    EXPECT_EQ(unsent(), "Not sent: 1 misc") << "silent";
+    hearLiveData();
+    machine_.pump.wait(5000);
+    ASSERT_EQ(main_.linkState.state(), link::LinkState::State::Late);
+    window_.btnSaveMisc.press();
+    EXPECT_EQ(unsent(), "Not sent: 1 misc") << "late";
+    EXPECT_EQ(main_.ecuEeprom.cells(), link::EcuEeprom().cells());
 }
 
 TEST_F(MarkedMisc, WhatTheEcuTellsOfALimitAloneCounts) {

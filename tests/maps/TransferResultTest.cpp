@@ -300,6 +300,17 @@ TEST_F(TransferWatchTest, AnAnswerDuringTheSendCounts) {
     EXPECT_EQ(text(), "Fuel: acknowledged");
 }
 
+TEST_F(TransferWatchTest, TwoSendsOfOneMapAtOnceAreMixedWhateverTheEcuSays) {
+    openPort();
+    at(100, [this] { window_.btnWriteFuel.press(); });
+    window_.btnWriteFuel.press();
+    hear('F', kRefusal);
+    EXPECT_EQ(text(), "Fuel: refused, but mixed with another transfer");
+    window_.btnWriteFuel.press();
+    hear('F', kRefusal);
+    EXPECT_EQ(text(), "Fuel: refused") << "one behind the other";
+}
+
 TEST_F(TransferWatchTest, AFrameThatIsCutOffIsCountedWhileItIsOpen) {
     openPort();
     window_.btnReadFuel.press();
@@ -368,6 +379,18 @@ TEST_F(TransferWatchTest, APortThatIsOpenAgainWasClosed) {
     EXPECT_TRUE(window_.line().watch().Failed);
     main_.MSComm1.setPortOpen(false);
     EXPECT_EQ(text(), "Fuel: the port was closed");
+}
+
+TEST_F(TransferResultTest, ARefusalOfASendThatAnotherTransferWasMixedIntoSaysSo) {
+    result_.begin('F', 1);
+    result_.begin('A', 1);
+    hear('F', kRefusal);
+    hear('A', kRefusal);
+    EXPECT_EQ(result_.text(), "Fuel: refused, but mixed with another transfer; Ignition: refused");
+    result_.begin('F', 1);
+    result_.mixedInto('F');
+    hear('F', kRefusal);
+    EXPECT_EQ(result_.text(), "Fuel: refused, but mixed with other commands");
 }
 
 TEST_F(TransferResultTest, ASendWithOtherCommandsAmongItsBytesIsNoSuccess) {

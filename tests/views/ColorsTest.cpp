@@ -1,6 +1,8 @@
 // The colours that the program sets, as they are painted.
 #include <QApplication>
 #include <QImage>
+#include <QStyle>
+#include <QStyleOptionButton>
 
 #include <array>
 
@@ -79,6 +81,17 @@ TEST_P(ColorsTest, AGroundHasItsColourAndItsTextCanBeRead) {
             EXPECT_GT(inkOn(image, colorOf(color, {})), 20) << name << std::hex << color;
         }
     }
+}
+
+TEST_P(ColorsTest, ABoxWithoutATickHasAnEdgeThatCanBeSeen) {
+    const auto& box = find<QCheckBox>("chkTick");
+    QStyleOptionButton option;
+    option.initFrom(&box);
+    const QRect place = box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box);
+    const QImage image = painted("chkTick");
+    const QColor edge = image.pixelColor(place.left(), place.center().y());
+    EXPECT_GE(contrast(edge, groundOf(image)), 3);
+    EXPECT_GE(contrast(edge, image.pixelColor(place.center())), 3);
 }
 
 TEST_P(ColorsTest, ANameThatHasAColourIsNotMuted) {

@@ -58,6 +58,16 @@ TEST_F(CompareViewTest, EachCellThatDiffersHasASignByMarkAndByColour) {
     EXPECT_EQ(groundOf(0, 0), groundOf(1, 3));
 }
 
+TEST_F(CompareViewTest, ItsLinesCanBeSeenInTheDarkToo) {
+    for (const bool dark : {false, true}) {
+        dark ? Palette::setDark(*qApp) : Palette::setLight(*qApp);
+        settle();
+        const QRect cell = table().visualRect(table().model()->index(2, 3));
+        const QColor drawn = table().viewport()->grab().toImage().pixelColor(cell.right() + 1, cell.center().y());
+        EXPECT_GE(contrast(drawn, groundOf(2, 3)), 3) << dark;
+    }
+}
+
 // "Tune file" opens a dialog: only who picks it in the open list is asked for a file.
 TEST_F(CompareViewTest, KeysAndTheWheelPickNoSourceInAClosedList) {
     auto& list = find<DropDown>("ComboLeft");

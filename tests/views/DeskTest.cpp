@@ -80,6 +80,22 @@ TEST_F(DeskTest, TheTitleOfTheFirstWindowHasRoomOnTheScreen) {
     EXPECT_GE(view().geometry().top(), QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
 }
 
+// A window without a frame stands for one whose frame the display has not told yet.
+TEST_F(DeskTest, AWindowWhoseFrameIsNotKnownYetKeepsItsTitleOnTheScreen) {
+    show();
+    const int title = view().geometry().top() - view().frameGeometry().top();
+    ASSERT_GT(title, 0);
+    Form second(machine);
+    second.load();
+    auto& opened = *host.viewOf(second);
+    opened.setWindowFlag(Qt::FramelessWindowHint);
+    second.show();
+    opened.move(20, 0);
+    ASSERT_EQ(opened.frameGeometry(), opened.geometry());
+    desk.fit(opened, opened.size());
+    EXPECT_EQ(opened.geometry().topLeft(), QPoint(20, title));
+}
+
 TEST_F(DeskTest, AWindowThatIsTooHighForTheScreenIsWiderByItsScrollBar) {
     host.add<TallView, Form>("frmTest");
     show();

@@ -372,7 +372,7 @@ TEST_F(LinkMarkTest, TheIgnitionDebugWindowClosedWhileItPollsLeavesPaused) {
 TEST_F(LinkMarkTest, ABadgeWithoutRoomForItsWordsKeepsItsShape) {
     LinkBadge narrow(nullptr);
     narrow.setState({LinkBadge::Shape::Triangle, Qt::red}, "Late", "12 s");
-    narrow.resize(narrow.minimumSizeHint());
+    narrow.resize(narrow.minimumSizeHint().height(), narrow.minimumSizeHint().height());
     const QImage image = narrow.grab().toImage();
     EXPECT_NE(image.pixel(image.width() / 2, image.height() / 2), image.pixel(0, 0));
     EXPECT_EQ(image.pixel(image.width() - 1, 0), image.pixel(0, 0)) << "the badge ends there";
@@ -392,14 +392,29 @@ TEST_F(LinkMarkTest, ABadgeWithoutRoomForTheAgeKeepsItsWord) {
     EXPECT_NE(painted("Silent", "54 s"), painted("", ""));
 }
 
+TEST_F(LinkMarkTest, ABadgeOfTheLeastWidthHasItsWord) {
+    LinkBadge badge(nullptr);
+    badge.resize(badge.minimumSizeHint());
+    const auto painted = [&](const char* word) {
+        badge.setState({LinkBadge::Shape::Ring, Qt::red}, word, "54 s");
+        return badge.grab().toImage();
+    };
+    const QImage bare = painted("Not a word that fits the badge");
+    for (const char* word : {"Closed", "Silent", "Live", "Late", "Paused", "Busy"}) {
+        EXPECT_NE(painted(word), bare) << word;
+    }
+}
+
 // The button that tests the port takes room from it.
 TEST_F(LinkMarkTest, TheBadgeOfALowMainWindowKeepsItsWord) {
-    window.resize(960 * 15, 480 * 15);
+    window.resize(944 * 15, 480 * 15);
     open();
+    receiveFrame('y', {255, 255, 13, 58, 11});
     pump.wait(54'000);
     host.clock().tick();
     settle();
     ASSERT_TRUE(find(view(), "testPort").isVisible());
+    EXPECT_EQ(view().findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
     auto& shown = find<LinkBadge>(view(), "linkBadge");
     const auto painted = [&](const char* word) {
         shown.setState({LinkBadge::Shape::Ring, Qt::red}, word, "54 s");

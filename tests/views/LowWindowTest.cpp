@@ -6,6 +6,7 @@
 #include <QTabBar>
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "maps/MapForm.h"
 #include "views/Events.h"
@@ -107,6 +108,20 @@ TEST_F(LowWindow, ShowsThePageOfTheCellThatGetsTheFocus) {
     form.setFocus(&form.fuel(17));
     settle();
     EXPECT_TRUE(isInView("txtFuel"));
+}
+
+TEST_F(LowWindow, ShowsThePageOfAMapThatIsSwitchedOn) {
+    tables.SWType = 11;
+    open(false, kLow);
+    for (const auto& [box, map] : {std::pair{"chkShowPwm", "txtPWM"}, std::pair{"chkInjAnal", "txtInjAnalys"}}) {
+        click(find(box));
+        frame();
+        EXPECT_TRUE(isInView(map)) << box;
+        pages().setCurrentIndex(0);
+        click(find(box));
+        frame();
+        EXPECT_TRUE(isInView("txtFuel")) << "switching it off leaves the page";
+    }
 }
 
 TEST_F(LowWindow, OfLargeMapsShowsOneAndTheSendButtons) {

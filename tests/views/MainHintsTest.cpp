@@ -19,6 +19,8 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 struct MainHintsTest : testing::Test, ProgramViews {
     MainHintsTest() { settle(); }
@@ -45,6 +47,25 @@ TEST_F(MainHintsTest, AToolTipOfTheControlItselfComesFirst) {
     EXPECT_EQ(find("Command6").toolTip(), "Big readout\nOpens a window with one large number. Sends nothing.");
     EXPECT_EQ(window.Command6.ToolTipText.get(), "Big readout");
     EXPECT_EQ(window.btnConnect.ToolTipText.get(), "") << "what scripts read";
+}
+
+// The loop behind a transfer goes on counting.
+TEST_F(MainHintsTest, ATransferThatHasLostItsPortSaysThatNothingIsRead) {
+    connect();
+    for (auto* const button : {&window.btnBackup, &window.btnUploadEEPROM}) {
+        button->Enabled = false;
+    }
+    frame();
+    EXPECT_THAT(hover("btnBackup"), Not(HasSubstr("The port is closed")));
+    const QImage counting = find("btnBackup").grab().toImage();
+    window.MSComm1.setPortOpen(false);
+    frame();
+    EXPECT_NE(find("btnBackup").grab().toImage(), counting);
+    EXPECT_THAT(hover("btnBackup"), StartsWith("The port is closed: nothing is read.\nReads EEPROM"));
+    EXPECT_THAT(hover("btnUploadEEPROM"), StartsWith("The port is closed: nothing is written.\nWrites addresses"));
+    window.btnBackup.Enabled = true;
+    frame();
+    EXPECT_THAT(hover("btnBackup"), StartsWith("Reads EEPROM"));
 }
 
 TEST_F(MainHintsTest, UnitsStandBesideTheValues) {

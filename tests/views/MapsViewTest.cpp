@@ -288,7 +288,7 @@ TEST_F(MapsViewTest, TabGoesFromGridToGridAndOnToTheButtons) {
         press(Qt::Key_Tab);
     }
     EXPECT_THAT(visited, ElementsAre("txtFuel", "txtIgn", "btnReadFuel", "btnWriteFuel", "btnReadIgn", "btnWriteIgn",
-                                     "chkShowPwm"));
+                                     "btnReadMisc"));
 }
 
 TEST_F(MapsViewTest, ABlockIsSelectedAndRaisedByKeys) {

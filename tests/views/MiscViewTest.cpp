@@ -142,7 +142,7 @@ std::vector<std::string> tabChain(const MiscViewBench& bench) {
 TEST_F(MiscViewTest, TabReachesAllThatAPersonNeeds) {
     for (int tab = 1; tab <= settings::kPages; ++tab) {
         showTab(tab);
-        std::vector<std::string> expected{"tbsOptions", "btnLoad", "btnReadFromFile"};
+        std::vector<std::string> expected{"tbsOptions", "verify", "btnLoad", "btnReadFromFile"};
         for (const auto* control : window.controls()) {
             if (belongsTo(*control, tab) && control->canFocus() && control->usable()) {
                 expected.push_back(control->path());

@@ -52,6 +52,15 @@ TEST(Palette, TextsStandOutInLightAndDark) {
     }
 }
 
+TEST(Palette, EdgesStandOutFromAllGroundsInLightAndDark) {
+    for (const auto& palette : {Palette::light(), Palette::dark()}) {
+        const QColor edge = shades::edge(palette);
+        EXPECT_GE(contrast(edge, shades::surface(palette)), 3);
+        EXPECT_GE(contrast(edge, palette.color(QPalette::Window)), 3);
+        EXPECT_GE(contrast(edge, palette.color(QPalette::Base)), 3);
+    }
+}
+
 TEST(Palette, DarkIsDark) {
     EXPECT_TRUE(shades::isDark(Palette::dark()));
     EXPECT_FALSE(shades::isDark(Palette::light()));

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "maps/FrmMaps_QV_ign.h"
 #include "maps/FrmMaps_ign_limiter.h"
@@ -16,6 +18,7 @@
 namespace korvane::views {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct VerifyPartTest : testing::Test, ProgramViews {
@@ -39,6 +42,19 @@ struct VerifyPartTest : testing::Test, ProgramViews {
         misc.show();
         misc.TimerInitialGetData.Enabled = false;
         return shown(misc, 1000, 640);
+    }
+
+    // What has the focus after each Tab.
+    std::vector<std::string> tabsFrom(const char* name, int tabs) {
+        view().activateWindow();
+        settle();
+        find(name).setFocus();
+        std::vector<std::string> visited;
+        while (static_cast<int>(visited.size()) < tabs) {
+            key(*view().focusWidget(), Qt::Key_Tab);
+            visited.push_back(view().focusWidget()->objectName().toStdString());
+        }
+        return visited;
     }
 
     // The box goes both ways, and the outcome is shown with its button.
@@ -121,6 +137,32 @@ TEST_F(VerifyPartTest, TheStatusLineTellsWhatHasBecomeOfWhatWasSent) {
     EXPECT_TRUE(find("storeStatus").isVisible());
     EXPECT_EQ(find<LongLine>("storeStatus").words().toStdString(), "Sent fuel: not told to store");
     EXPECT_THAT(cutTexts(view()), IsEmpty());
+}
+
+TEST_F(VerifyPartTest, TabGoesThroughTheButtonsOfTheMapsAsTheyAreRead) {
+    open<maps::FrmMaps>(11);
+    EXPECT_THAT(tabsFrom("btnWriteIgn", 5),
+                ElementsAre("btnReadMisc", "btnSaveMisc", "chkShowPwm", "verify", "chkTrace"));
+}
+
+TEST_F(VerifyPartTest, TabGoesThroughTheButtonsOfTheLargeMapsAsTheyAreRead) {
+    open<maps::FrmMaps_Large>(15);
+    EXPECT_THAT(tabsFrom("btnReadMisc", 3), ElementsAre("btnSaveMisc", "verify", "chkTrace"));
+}
+
+TEST_F(VerifyPartTest, TabGoesThroughTheButtonsOfTheIgnitionBoxAsTheyAreRead) {
+    open<maps::FrmMaps_QV_ign>(30);
+    EXPECT_THAT(tabsFrom("btnReadMisc", 3), ElementsAre("btnSaveMisc", "verify", "chkOnlineChanges"));
+}
+
+TEST_F(VerifyPartTest, TabGoesThroughTheButtonsOfTheLimiterAsTheyAreRead) {
+    open<maps::FrmMaps_ign_limiter>(112);
+    EXPECT_THAT(tabsFrom("btnReadData", 3), ElementsAre("btnSendSettings", "verify", "btnHelp"));
+}
+
+TEST_F(VerifyPartTest, TabGoesThroughTheFootOfTheSettingsAsItIsRead) {
+    openSettings();
+    EXPECT_THAT(tabsFrom("btnLoad", 3), ElementsAre("btnReadFromFile", "verify", "tbsOptions"));
 }
 
 }  // namespace

@@ -58,9 +58,14 @@ void MiscTransfer::saveTrapped(Sent& sent) {
     line_.trapped([&] {
         context_.eeprom.announceStore("misc block", {core::Overwritten::Part::Misc});
         const TransferWatch::Sending sending(line_.watch(), link::kSendMiscBlock, 0);
+        // With the poll off nobody could tell any more.
+        const bool heard = context_.connection.linkState.isHeard();
         line_.stopPoll();
         line_.wait(kPause);
         sendBlock(sent);
+        if (heard) {
+            note(sent);
+        }
         line_.wait(kPause);
         line_.startPoll();
     });
@@ -73,7 +78,6 @@ void MiscTransfer::sendBlock(Sent& sent) {
         sent.insert(sent.end(), bytes.begin(), bytes.end());
     });
     line_.send({link::complement(link::kSendMiscBlock), link::kStoreMiscBlock});
-    note(sent);
 }
 
 void MiscTransfer::eachValue(const std::function<void(std::span<const std::uint8_t>)>& take) const {

@@ -114,6 +114,12 @@ void TransferResult::begunElsewhere(std::uint8_t command) {
     }
 }
 
+void TransferResult::mixedWithItself(std::uint8_t command) {
+    for (auto& exchange : exchanges_) {
+        exchange.hasTwin = exchange.hasTwin || exchange.kind == kindOf(command);
+    }
+}
+
 void TransferResult::mixedInto(std::uint8_t command) {
     for (auto& exchange : exchanges_) {
         exchange.hasOthers = exchange.hasOthers || exchange.kind == kindOf(command);
@@ -206,14 +212,15 @@ std::string TransferResult::nameOf(const Exchange& exchange) const {
 }
 
 // Bytes of a transfer that begins before a send is answered go out among those of the send: what the ECU acknowledges
-// may be another map then.
+// or refuses may be another map then.
 std::string_view TransferResult::mixture(const Exchange& exchange) const {
-    if (exchange.kind->answer != Answer::Status || exchange.state != State::Whole) {
+    const bool isTold = exchange.state == State::Whole || exchange.state == State::Refused;
+    if (exchange.kind->answer != Answer::Status || !isTold) {
         return {};
     }
-    return &exchange != &exchanges_.back() ? ", but mixed with another transfer"
-           : exchange.hasOthers            ? ", but mixed with other commands"
-                                           : "";
+    return exchange.hasTwin || &exchange != &exchanges_.back() ? ", but mixed with another transfer"
+           : exchange.hasOthers                                ? ", but mixed with other commands"
+                                                               : "";
 }
 
 // Transfers of the same verdict share it.

@@ -28,12 +28,14 @@ public:
     void begunElsewhere(std::uint8_t command);
     // Bytes of other commands have gone out among those of a send, as a "Realtime change" does.
     void mixedInto(std::uint8_t command);
+    // The send has begun while the bytes of an earlier one of the same map were going out.
+    void mixedWithItself(std::uint8_t command);
     // The port is closed; it is open again.
     void lineClosed();
     void lineOpened();
 
     [[nodiscard]] bool isWaiting() const;
-    // Whether a transfer ended without the answer that it should have, or an acknowledged send was mixed with anything.
+    // Whether a transfer ended without the answer that it should have, or a send was mixed with anything.
     [[nodiscard]] bool hasFailed() const;
     // "Fuel: 160 of 160 bytes", "Fuel, Ignition: no answer", "Fuel read: complete; Fuel send: acknowledged" where a map
     // is read and sent at once; empty before the first transfer.
@@ -60,6 +62,7 @@ private:
         State state = State::Waiting;
         bool isOver = false;     // nothing answers it any more
         bool hasOthers = false;  // mixedInto()
+        bool hasTwin = false;    // mixedWithItself()
     };
 
     [[nodiscard]] std::string nameOf(const Exchange& exchange) const;

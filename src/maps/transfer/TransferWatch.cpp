@@ -39,6 +39,13 @@ void TransferWatch::mixedInto(std::uint8_t command) {
     showText();
 }
 
+void TransferWatch::outgoing(std::uint8_t command) {
+    if (std::ranges::count(sending_, command) > 0) {
+        result_.mixedWithItself(command);
+    }
+    sending_.push_back(command);
+}
+
 void TransferWatch::expectSign() {
     lastSign_ = pump_.now();
     lookAgain();
@@ -82,7 +89,7 @@ void TransferWatch::look() {
         return;
     }
     noteOpenFrame();
-    if (sending_ == 0 && silence >= kPatience) {
+    if (sending_.empty() && silence >= kPatience) {
         result_.silent();
     }
     lookAgain();

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "controls/Property.h"
 #include "link/ConnectionPanel.h"
@@ -40,12 +41,12 @@ public:
     public:
         Sending(TransferWatch& watch, std::uint8_t command, int total) : watch_(watch) {
             watch_.begin(command, total);
-            ++watch_.sending_;
+            watch_.outgoing(command);
         }
         Sending(const Sending&) = delete;
         Sending& operator=(const Sending&) = delete;
         ~Sending() {
-            --watch_.sending_;
+            watch_.sending_.pop_back();
             watch_.expectSign();
         }
 
@@ -57,6 +58,7 @@ private:
     void frameHeard(std::uint8_t code, std::span<const std::uint8_t> payload) override;
     void askedByAnother(std::uint8_t command) override { result_.begunElsewhere(command); }
     void propertyChanged(controls::Object& object, const void* property) override;
+    void outgoing(std::uint8_t command);
     void expectSign();
     void lookAgain();
     void look();
@@ -68,7 +70,7 @@ private:
     TransferResult result_;
     std::unique_ptr<platform::Alarm> alarm_;
     platform::Micros lastSign_ = 0;
-    int sending_ = 0;
+    std::vector<std::uint8_t> sending_;  // a send that begins within another one also ends within it
 };
 
 }  // namespace korvane::maps

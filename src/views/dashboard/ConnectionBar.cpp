@@ -24,6 +24,7 @@ namespace {
 constexpr int kColumnGap = 14;
 constexpr int kCaptionGap = 2;
 constexpr int kBadgeGap = 4;
+constexpr double kStateShare = 0.62;  // of its width, in a low window: the badge beside it needs its word
 
 constexpr OpenButton kTestButton{"testPort", "Test port",
                                  "Finds out why the port does not work; sends nothing by itself"};
@@ -85,6 +86,7 @@ public:
         QWidget* const inside = &card_;
         auto& readout = child<Readout>(inside, Readout::Look{.bold = true});
         readout.setReserve(QStringLiteral("COM15; 230400 Connected"));
+        readout.setNarrowest(kStateShare);
         // Keeps what it said when the port closes, as version and features do.
         readout.setFromEcu(Dimmable::Source::OtherFrames);
         binder_.bind(state, readout);

@@ -1,7 +1,10 @@
 // A part of MainParts: the buttons.
 #include <QEvent>
 #include <QGridLayout>
+#include <QHelpEvent>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -9,10 +12,12 @@
 #include <vector>
 
 #include "views/dashboard/MainParts.h"
+#include "views/frame/ObjectPart.h"
 #include "views/frame/TransferBar.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Icons.h"
+#include "views/widgets/Palette.h"
 #include "views/widgets/Spacing.h"
 
 namespace korvane::views {
@@ -22,11 +27,21 @@ namespace {
 constexpr int kButtonGap = 5;
 constexpr double kSpareOfText = 2.4;  // at most this much of the text's height is added to a button's
 constexpr double kIconOfText = 1.2;
+constexpr double kDimmedShare = 0.5;  // of the button's face in its text
 
 // Can be as narrow as its caption.
 class ServiceButton : public QPushButton {
 public:
     explicit ServiceButton(QWidget* parent) : QPushButton(parent) {}
+
+    // What its caption says is not so, and why; empty: it is so.
+    void setUntrue(const QString& why) {
+        if (why != why_) {
+            why_ = why;
+            setAccessibleDescription(why);
+            update();
+        }
+    }
 
     [[nodiscard]] QSize sizeHint() const override {
         const QFontMetrics metrics = fontMetrics();
@@ -35,6 +50,26 @@ public:
                 QPushButton::sizeHint().height()};
     }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip && !why_.isEmpty()) {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), why_ + u'\n' + toolTip(), this);
+            return true;
+        }
+        return QPushButton::event(event);
+    }
+    void initStyleOption(QStyleOptionButton* option) const override {
+        QPushButton::initStyleOption(option);
+        if (!why_.isEmpty()) {
+            const auto face = option->palette.color(QPalette::Button);
+            option->palette.setColor(QPalette::ButtonText,
+                                     mixed(option->palette.color(QPalette::ButtonText), face, kDimmedShare));
+        }
+    }
+
+private:
+    QString why_;
 };
 
 // Gives the buttons of all its groups one height.
@@ -103,7 +138,7 @@ public:
 
     [[nodiscard]] Card& card() { return card_; }
 
-    QPushButton& add(controls::CommandButton& button, char mnemonic) {
+    ServiceButton& add(controls::CommandButton& button, char mnemonic) {
         auto& push = make(button, mnemonic);
         rows_.addWidget(&push, row_++, 0, 1, 2);
         return push;
@@ -121,7 +156,7 @@ public:
     void add(QWidget& widget) { rows_.addWidget(&widget, row_++, 0, 1, 2); }
 
 private:
-    QPushButton& make(controls::CommandButton& button, char mnemonic) {
+    ServiceButton& make(controls::CommandButton& button, char mnemonic) {
         auto& push = child<ServiceButton>(&card_);
         binder_.bind(button, push, mnemonic);
         push.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
@@ -154,10 +189,22 @@ Card& makeTools(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     return group.card();
 }
 
+// The loop behind a transfer goes on counting when the port is closed.
+void showLostPort(ServiceButton& push, controls::CommandButton& button, live::FrmSarn2& window, Binder& binder,
+                  const QString& why) {
+    ObjectPart::bind(binder, {&button, &window.linkState}, [&push, &button, &link = window.linkState, why] {
+        const bool lost = !button.Enabled && link.state() == link::LinkState::State::Closed;
+        push.setUntrue(lost ? why : QString());
+    });
+}
+
 Card& makeService(live::FrmSarn2& window, Binder& binder, QWidget* parent) {
     Group group(QStringLiteral("Service"), binder, parent);
-    group.add(window.btnBackup, 'b');
-    group.add(window.btnUploadEEPROM, 'u');
+    auto& backup = group.add(window.btnBackup, 'b');
+    auto& upload = group.add(window.btnUploadEEPROM, 'u');
+    showLostPort(backup, window.btnBackup, window, binder, QStringLiteral("The port is closed: nothing is read."));
+    showLostPort(upload, window.btnUploadEEPROM, window, binder,
+                 QStringLiteral("The port is closed: nothing is written."));
     auto& progress = makeTransferBar(window.prgEeprom, binder, &group.card(), QStringLiteral("EEPROM transfer"));
     progress.setMinimumWidth(0);
     progress.setMaximumSize(QWIDGETSIZE_MAX, progress.fontMetrics().height() / 2);

@@ -69,6 +69,12 @@ QMargins expectedFrame(const std::vector<const WindowView*>& others) {
                           : frameOf(*others.front());
 }
 
+// The display may tell the frame of a window only some time after it is on the screen.
+QMargins knownFrame(const WindowView& view) {
+    const QMargins frame = frameOf(view);
+    return frame.isNull() ? expectedFrame(openViews(view)) : frame;
+}
+
 controls::Opening openingOf(QSize wanted, const QMargins& frame, const std::vector<const WindowView*>& others) {
     const QSize outer = wanted.grownBy(frame);
     controls::Opening opening{outer.width(), outer.height(), {}, {}, screens(&QScreen::availableGeometry), {}};
@@ -104,13 +110,13 @@ void Desk::fit(WindowView& view, QSize wanted) const {
     if (view.isMaximized() || view.isFullScreen()) {
         return;
     }
-    const QRect now = view.frameGeometry();
-    auto opening = openingOf(wanted, frameOf(view), {});
+    const QMargins frame = knownFrame(view);
+    const QRect now = view.geometry().marginsAdded(frame);
+    auto opening = openingOf(wanted, frame, {});
     opening.remembered = Area{now.left(), now.top(), opening.width, opening.height};
     const Area place = controls::placeOf(opening);
     if (place != areaOf(now)) {
-        view.resize(QSize(place.width, place.height).shrunkBy(frameOf(view)));
-        view.move(place.left, place.top);
+        view.setGeometry(rectOf(place).marginsRemoved(frame));
     }
 }
 

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "views/frame/ObjectPart.h"
+#include "views/frame/WindowView.h"
 #include "views/widgets/Child.h"
 #include "views/widgets/Palette.h"
 #include "views/widgets/Spacing.h"
@@ -42,11 +43,16 @@ QPushButton& setUpAgain(QPushButton& again, fields::VerifyReport& report, contro
 QCheckBox& makeVerifyBox(link::VerifySwitch& choice, Binder& binder, QWidget* parent) {
     auto& box = child<QCheckBox>(parent, QStringLiteral("Verify"));
     box.setObjectName(QStringLiteral("verify"));
+    box.setFocusPolicy(Qt::StrongFocus);
     box.setToolTip(QStringLiteral("Reads back what was sent and compares it. This takes longer, and sends requests"));
     QObject::connect(&box, &QCheckBox::clicked, &box,
                      [&choice, &binder](bool on) { binder.act([&choice, on] { choice.On = on; }); });
     ObjectPart::bind(binder, {&choice}, [&choice, &box] { box.setChecked(choice.On); });
     return box;
+}
+
+void putVerifyBehind(const controls::Control& control, WindowView& view) {
+    QWidget::setTabOrder(view.binder().widgetOf(&control), view.findChild<QCheckBox*>(QStringLiteral("verify")));
 }
 
 LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* parent) {

@@ -12,7 +12,11 @@
 
 namespace korvane::views {
 
+class WindowView;
+
 [[nodiscard]] QCheckBox& makeVerifyBox(link::VerifySwitch& choice, Binder& binder, QWidget* parent);
+// Tab goes from the widget of this control to the box.
+void putVerifyBehind(const controls::Control& control, WindowView& view);
 
 // What came of it, as wide as its place; hidden before the first verification.
 [[nodiscard]] LongLine& makeVerifyLine(fields::VerifyReport& report, Binder& binder, QWidget* parent);

@@ -13,6 +13,7 @@
 #include "views/frame/Keys.h"
 #include "views/frame/WindowGuide.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/EdgeStyle.h"
 #include "views/widgets/Palette.h"
 
 namespace korvane::views {
@@ -41,6 +42,7 @@ WindowView::~WindowView() {
 }
 
 void WindowView::open() {
+    EdgeStyle::giveToBoxes(*this);
     showTitle();
     showColor();
     showSize();

@@ -12,6 +12,7 @@
 
 #include "keep/compare/DiffWords.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/EdgeStyle.h"
 #include "views/widgets/Palette.h"
 
 namespace korvane::views {
@@ -132,6 +133,7 @@ private:
 };
 
 DiffTable::DiffTable(QWidget* parent) : QTableView(parent), cells_(child<Cells>(static_cast<QObject*>(this))) {
+    EdgeStyle::giveTo(*this);
     setModel(&cells_);
     setItemDelegate(&child<Painter>(static_cast<QObject*>(this), cells_));
     setSelectionMode(SingleSelection);

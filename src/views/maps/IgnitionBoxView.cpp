@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "views/frame/VerifyPart.h"
 #include "views/maps/BoxParts.h"
 #include "views/maps/MapNotes.h"
 #include "views/maps/MapParts.h"
@@ -148,6 +149,7 @@ void IgnitionBoxView::orderTabs() {
     addAll(maps_.optINJMaxOpen);
     add(maps_.btnLoad, maps_.btnSave, maps_.btnShow3D, maps_.btnHelp);
     binder().setTabOrder(order);
+    putVerifyBehind(maps_.btnSaveMisc, *this);
     // Behind the grid, so that a window with pages begins in its map too.
     setTabOrder(binder().widgetOf(&maps_.ign(0)), &pages_.tabs());
 }

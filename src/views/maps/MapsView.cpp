@@ -2,6 +2,10 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
+#include "views/frame/ObjectPart.h"
+#include "views/frame/VerifyPart.h"
 #include "views/maps/MapNotes.h"
 #include "views/maps/MapPages.h"
 #include "views/maps/MapStatusLine.h"
@@ -102,9 +106,10 @@ FrmMapsView::FrmMapsView(maps::FrmMaps& window, FrameClock& clock)
     orderTabs({&window.fuel(0),           &window.ign(0),        &window.pwm(0),           &window.chkModifyInjSetpoint,
                &window.chkUseTuningAgent, &window.chkSimplemode, &window.chkSteadyAgent,   &window.analys(0),
                &window.btnReadFuel,       &window.btnWriteFuel,  &window.btnReadIgn,       &window.btnWriteIgn,
-               &window.btnReadPWM,        &window.btnSavePWM,    &window.chkShowPwm,       &window.btnReadMisc,
-               &window.btnSaveMisc,       &window.chkTrace,      &window.chkOnlineChanges, &window.chkFocusOnFuel,
+               &window.btnReadPWM,        &window.btnSavePWM,    &window.btnReadMisc,      &window.btnSaveMisc,
+               &window.chkShowPwm,        &window.chkTrace,      &window.chkOnlineChanges, &window.chkFocusOnFuel,
                &window.chkFocusOnIGN});
+    putVerifyBehind(window.chkShowPwm, *this);
     // Behind the grids, so that a window with pages begins in its map too.
     setTabOrder(binder().widgetOf(&window.analys(0)), &pages_.tabs());
     fitTexts();
@@ -138,6 +143,17 @@ void FrmMapsView::addPanes(maps::FrmMaps& window) {
     addPane(window.FrameInjAnalys, window.analys, "Injection analyser", true);
     addPane(window.FramePWM, window.pwm, "PWM", false);
     addPane(window.FrameIgn, window.ign, "Ignition", false);
+    showPageOf(window.FrameInjAnalys);
+    showPageOf(window.FramePWM);
+}
+
+// The box that shows it is beside the pages, and another page may be open.
+void FrmMapsView::showPageOf(controls::Frame& frame) {
+    ObjectPart::bind(binder(), {&frame}, [this, &frame, shown = frame.inSight()]() mutable {
+        if (const bool wasShown = std::exchange(shown, frame.inSight()); shown && !wasShown) {
+            pages_.reveal(*binder().widgetOf(&frame));
+        }
+    });
 }
 
 void FrmMapsView::resizeEvent(QResizeEvent* event) {
@@ -177,6 +193,7 @@ FrmMapsLargeView::FrmMapsLargeView(maps::FrmMaps_Large& window, FrameClock& cloc
                &window.btnWriteIgn,       &window.btnReadPWM,    &window.btnSavePWM,
                &window.btnReadMisc,       &window.btnSaveMisc,   &window.chkTrace,
                &window.chkOnlineChanges,  &window.chkFocusOnMAP});
+    putVerifyBehind(window.btnSaveMisc, *this);
     fitTexts();
 }
 

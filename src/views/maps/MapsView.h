@@ -59,6 +59,8 @@ protected:
 
 private:
     void addPanes(maps::FrmMaps& window);
+    // As soon as the frame can be seen.
+    void showPageOf(controls::Frame& frame);
     void addCommands(maps::FrmMaps& window);
 
     MapPages& pages_;

@@ -113,13 +113,14 @@ QWidget& MiscView::makeFoot(settings::FrmMisc& window) {
     auto& again = makeAgainButton(window.verifyReport(), window, binder(), inside);
     auto& verify = makeVerifyBox(window.verifySwitch(), binder(), inside);
     verify.setText(QStringLiteral("Verif&y"));
-    // Tab goes through the page, "Send again" while it is there, and the two buttons.
+    // Tab goes through the page, "Send again" while it is there, the two buttons, and the box. It comes last: when a
+    // page goes, the focus must go from it to a control, which the window has the keys of.
     keepPlace(again);
-    verify.setFocusPolicy(Qt::NoFocus);
     row.addWidget(&again);
-    row.addWidget(&verify);
     row.addWidget(&makeCommand(window.btnLoad, 'h', binder(), inside));
     row.addWidget(&makeCommand(window.btnReadFromFile, 'l', binder(), inside));
+    row.addWidget(&verify);
+    setTabOrder(binder().widgetOf(&window.btnReadFromFile), &verify);
     card.fitMargins();
     return card;
 }

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kByte = 0xFF;
 constexpr double kBorderShare = 0.18;
+constexpr double kEdgeContrast = 3;
+constexpr double kEdgeStep = 0.02;
 constexpr double kMutedShare = 0.32;
 constexpr double kTileShareLight = 0.045;
 constexpr double kTileShareDark = 0.28;
@@ -108,6 +110,22 @@ QColor tile(const QPalette& palette) {
 
 QColor border(const QPalette& palette) {
     return mixed(surface(palette), palette.color(QPalette::WindowText), kBorderShare);
+}
+
+// With as little of the text's colour as will do.
+QColor edge(const QPalette& palette) {
+    const QColor text = palette.color(QPalette::WindowText);
+    const auto stands = [&palette](const QColor& color) {
+        return contrast(color, palette.color(QPalette::Window)) >= kEdgeContrast &&
+               contrast(color, surface(palette)) >= kEdgeContrast &&
+               contrast(color, palette.color(QPalette::Base)) >= kEdgeContrast;
+    };
+    for (double share = kBorderShare; share < 1; share += kEdgeStep) {
+        if (const QColor color = mixed(surface(palette), text, share); stands(color)) {
+            return color;
+        }
+    }
+    return text;
 }
 
 QColor muted(const QPalette& palette) {

@@ -33,7 +33,8 @@ namespace shades {
 [[nodiscard]] QColor surface(const QPalette& palette);  // cards
 [[nodiscard]] QColor tile(const QPalette& palette);     // areas inside a card
 [[nodiscard]] QColor border(const QPalette& palette);   // around both
-[[nodiscard]] QColor muted(const QPalette& palette);    // names beside values
+[[nodiscard]] QColor edge(const QPalette& palette);   // of what must be found: contrast 3 with all grounds of a window
+[[nodiscard]] QColor muted(const QPalette& palette);  // names beside values
 // The same for a widget's text; a text with a colour set by the program keeps it.
 [[nodiscard]] QColor names(const QWidget& widget);
 [[nodiscard]] QColor face(const QPalette& palette);  // of a dial; a window that changes its colour leaves it alone

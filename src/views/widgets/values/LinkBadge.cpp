@@ -10,7 +10,8 @@ namespace korvane::views {
 
 namespace {
 
-const QString kLongest = QStringLiteral("Paused 59 min");
+const QString kLongestWord = QStringLiteral("Paused");
+const QString kLongest = kLongestWord + QStringLiteral(" 59 min");
 constexpr double kGroundShare = 0.20;  // of the hue in the badge's ground
 constexpr double kShapeShare = 0.6;    // of the badge's height
 constexpr double kInkShare = 0.35;     // of the text's colour in the shape
@@ -61,7 +62,7 @@ QSize LinkBadge::sizeHint() const {
 }
 
 QSize LinkBadge::minimumSizeHint() const {
-    return {side(), side()};
+    return {widthOf(kLongestWord), side()};
 }
 
 bool LinkBadge::event(QEvent* event) {

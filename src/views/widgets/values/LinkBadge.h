@@ -8,7 +8,7 @@
 
 namespace korvane::views {
 
-// One that is too narrow for both leaves the age out, then the word too.
+// One that is too narrow for both leaves the age out, and one that is even narrower than its minimum the word too.
 class LinkBadge : public QLabel {
 public:
     enum class Shape { Disc, Ring, Triangle, Bars, Hourglass, Cross };
@@ -27,6 +27,7 @@ public:
 
     // Room for the longest usual text, so that nothing moves when it changes.
     [[nodiscard]] QSize sizeHint() const override;
+    // Room for the longest word.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

@@ -24,7 +24,8 @@ constexpr int kSmallestPixels = 8;
 
 Readout::Readout(const Look& look, QWidget* parent)
     : PaintedWidget(QSizePolicy::Preferred, look.growing ? QSizePolicy::Preferred : QSizePolicy::Fixed, parent),
-      look_(look) {
+      look_(look),
+      narrowest_(look.growing ? kNarrowest : 1) {
     refit();
 }
 
@@ -65,7 +66,7 @@ QSize Readout::sizeHint() const {
 
 QSize Readout::minimumSizeHint() const {
     const QSize usual = sizeHint();
-    return look_.growing ? QSize(static_cast<int>(usual.width() * kNarrowest), usual.height()) : usual;
+    return {static_cast<int>(usual.width() * narrowest_), usual.height()};
 }
 
 // The size at which the reserve fills the widget, for one that grows.

@@ -29,6 +29,11 @@ public:
     // The longest usual text: space for it is reserved, whatever is shown. A longer one is drawn smaller, down to a
     // limit, and then cut; see Look::elided.
     void setReserve(const QString& longest);
+    // Where there is too little room, it may be given this share of the reserved width.
+    void setNarrowest(double share) {
+        narrowest_ = share;
+        updateGeometry();
+    }
 
     // Whether the whole text fits the widget, and its size relative to the usual one (1: as usual).
     [[nodiscard]] bool isCut() const { return cut_; }
@@ -54,6 +59,7 @@ private:
     QString text_;
     QString shown_;
     QString reserve_;
+    double narrowest_;  // of the usual width
     TabularText digits_;
     int pixels_ = 0;
     double shrink_ = 1;
