@@ -203,6 +203,8 @@ const std::array<Key, 36>& keys() {
          readName<&EngineConditions::lambdaFault, kLambdaFaults>},
         {{"wetting", "0 to 90", "percent of the fuel that wets the walls of the intake; 0 is the default"},
          readReal<&EngineConditions::wetting, 90>},
+        {{"wettingtime", "0 to 10", "time constant with which that fuel evaporates, in seconds; 0.5 is the default"},
+         readReal<&EngineConditions::wettingTime, 10>},
         {{"enrichment", "0 to 100", "percent more fuel that acceleration brings; it fades; 0 is the default"},
          readReal<&EngineConditions::enrichment, 100>},
         {{"coldstart", "0 or 1", "the engine is cold, warms up slowly and is lean while it does"},
