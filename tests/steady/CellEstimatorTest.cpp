@@ -33,14 +33,14 @@ protected:
         map.reset(setup_, bytes);
         estimator_.reset(setup_, map);
     }
-    void sampleAt(const Place& place, double departure = 0.0, double off = 0.0) {
+    void sampleAt(const Place& place, const Departures& departures = {}, double off = 0.0) {
         const std::size_t cell = setup_.grid.cellAt(place);
         estimator_.enginePassed(place, cell);
         estimator_.add({.place = place,
                         .cell = cell,
                         .need = needAt(place) + off + 0.01 * noise_(random_),
                         .weight = 1.0,
-                        .departure = departure,
+                        .departures = departures,
                         .pure = true,
                         .seconds = seconds_ += 0.075});
     }
@@ -143,7 +143,9 @@ TEST_F(SteadyCells, AllowForFuelOnTheWalls) {
     for (int i = 0; i < 6000; ++i) {
         // Always late in coming: without allowing for it the need would be too high.
         const double departure = 0.1 + 0.3 * (uniform_(random_) - 0.5);
-        sampleAt({2.0 + 7.0 * uniform_(random_), 3.0 + 5.0 * uniform_(random_)}, departure, 0.25 * departure);
+        const double slow = departure + 0.2 * (uniform_(random_) - 0.5);
+        sampleAt({2.0 + 7.0 * uniform_(random_), 3.0 + 5.0 * uniform_(random_)}, {departure, slow},
+                 0.25 * departure + 0.1 * slow);
         if (i % 200 == 0) {
             settle();
         }
@@ -168,7 +170,7 @@ TEST_F(SteadyCells, SamplesOfShortVisitsThatDifferMuchLeaveADoubt) {
         reset([](std::size_t) { return 1.0; });
         for (int i = 0; i < 100 * each; ++i) {
             seconds_ += i % each == 0 ? 2.0 : 0.0;
-            sampleAt(centreOf(cell), 0.0, i % 2 == 0 ? 0.015 : -0.015);
+            sampleAt(centreOf(cell), {}, i % 2 == 0 ? 0.015 : -0.015);
         }
         settle();
         return estimator_.cell(cell, Firmware::FourBytes);
@@ -183,7 +185,7 @@ TEST_F(SteadyCells, SamplesOfShortVisitsThatDifferMuchLeaveADoubt) {
 TEST_F(SteadyCells, SamplesOfWhichAPartIsWrongLeaveTheirSpreadAsADoubt) {
     const std::size_t cell = 5 * 16 + 5;
     for (int i = 0; i < 1000; ++i) {
-        sampleAt(centreOf(cell), 0.0, i % 5 == 0 ? -0.13 : 0.0);
+        sampleAt(centreOf(cell), {}, i % 5 == 0 ? -0.13 : 0.0);
     }
     settle();
     EXPECT_NEAR(estimator_.cell(cell, Firmware::FourBytes).doubt, 0.053, 0.008);

@@ -26,7 +26,8 @@ void CellEstimator::Own::operator+=(const Own& other) {
     visits += other.visits;
     pure += other.pure;
     mean += other.mean;
-    meanWet += other.meanWet;
+    meanWet[0] += other.meanWet[0];
+    meanWet[1] += other.meanWet[1];
     for (std::size_t i = 0; i < places.size(); ++i) {
         places[i] += other.places[i];
     }
@@ -69,9 +70,9 @@ void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, co
 void CellEstimator::add(const NeedSample& sample) {
     const Corners corners = grid_.linesOf(sample.place);
     const double dry = sample.need - at(sample.place);
-    film_.add(sample.cell, sample.departure, dry, sample.weight);
-    const double off = dry - film_.share() * sample.departure;
-    equations_.add(corners, sample.weight, sample.need, sample.departure);
+    film_.add(sample.cell, sample.departures, dry, sample.weight);
+    const double off = dry - film_.lackOf(sample.departures);
+    equations_.add(corners, sample.weight, sample.need, sample.departures);
     addOwn(sample, corners, off);
     residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
     waits_ = true;
@@ -110,7 +111,8 @@ void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, dou
         Own& row = waiting_[sample.cell];
         row.pure += sample.weight;
         row.mean += sample.weight * sample.need;
-        row.meanWet += sample.weight * sample.departure;
+        row.meanWet[0] += sample.weight * sample.departures[0];
+        row.meanWet[1] += sample.weight * sample.departures[1];
         addPlace(row.places, sample.cell, corners, sample.weight);
     }
 }
@@ -153,9 +155,10 @@ std::size_t CellEstimator::neighbour(std::size_t index, int down, int right) con
 void CellEstimator::relax() {
     constexpr std::size_t kAtOnce = 24;
     judgeMap();
+    const Departures shares = film_.shares();
     for (std::size_t i = 0; i < kAtOnce; ++i) {
         next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
-        need_[next_] = equations_.solve(next_, need_, expected_[next_], film_.share());
+        need_[next_] = equations_.solve(next_, need_, expected_[next_], shares);
     }
 }
 
@@ -181,7 +184,7 @@ double CellEstimator::around(std::size_t index, const std::array<double, 9>& sha
 double CellEstimator::meanNeed(std::size_t index) const {
     const Own& row = known_[index];
     const double over =
-        row.pure > 0.0 ? (row.mean - film_.share() * row.meanWet) / row.pure - around(index, row.places) : 0.0;
+        row.pure > 0.0 ? (row.mean - film_.lackOf(row.meanWet)) / row.pure - around(index, row.places) : 0.0;
     return around(index, stays_[index].places) + over;
 }
 

@@ -17,8 +17,8 @@ struct NeedSample {
     std::size_t cell = 0;  // in which it was burnt
     double need = 0.0;
     double weight = 1.0;
-    double departure = 0.0;  // of the fuel's rate, as WallFilm has it
-    bool pure = false;       // burnt in that cell alone
+    Departures departures{};  // of the fuel's rate
+    bool pure = false;        // burnt in that cell alone
     double seconds = 0.0;
 };
 
@@ -64,7 +64,7 @@ private:
         double visits = 0.0;             // stretches of them, with a second between two
         double pure = 0.0;               // weight of the samples of the cell alone,
         double mean = 0.0;               // sum of their needs,
-        double meanWet = 0.0;            // and of their departures
+        Departures meanWet{};            // and of their departures
         std::array<double, 9> places{};  // sum of their shares of the cells around
 
         void operator+=(const Own& other);

@@ -344,7 +344,7 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .cell = burnt.cell,
                             .need = std::log(frame.lambda) + fuel,
                             .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (steady * steady)),
-                            .departure = burnt.departure,
+                            .departures = burnt.departures,
                             .pure = burnt.purity > kPure,
                             .seconds = frame.seconds};
     if (contradicts(sample)) {
