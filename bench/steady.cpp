@@ -2,6 +2,7 @@
 // engine, in virtual time.
 //
 //     bench_steady [SEEDS [HOURS [FIRST]]]     default 20 seeds from 1 on, and 10 hours of the long trials
+//     bench_steady short                       8 seeds, one hour
 //     bench_steady speed                       what a frame costs
 //
 // Prints CSV for tools/steady-proof. INTERPOLATE is the key of the virtual ECU; distances are of air-fuel ratios.
@@ -11,13 +12,17 @@
 //                              before it; WORST is the largest distance of a cell
 //     stopped,TRIAL,INTERPOLATE,SEED,REASON    it has stopped by itself, though nothing was wrong
 //     limit,TRIAL,INTERPOLATE,SEED,COUNTS      by which a cell was beyond the authority at most
-//     right,INTERPOLATE,SEED,VISITED,SELDOM,NEVER  a map that was right: counts by which a cell is off in the end, of
-//                              those that were in use in the first ten minutes, and of others; cells that were changed
-//                              though the engine has never been there
+//     left,INTERPOLATE,SEED,LEFT,SHOWN         with the default authority, after half an hour: visited cells that would
+//                              need two counts more than it gives, and those of them that are shown so
+//     right,INTERPOLATE,SEED,VISITED,SELDOM,NEVER,FARTHEST,CELLS  a map that was right: counts by which a cell is off
+//                              in the end, of those that were in use in the first ten minutes, and of others; cells
+//                              that were changed though the engine has never been there; counts by which a cell was
+//                              off at any time, and how many cells were by more than one
 //     start,FAULT,INTERPOLATE,SEED,CHANGES     in ten minutes with a fault from the start
 //     middle,FAULT,INTERPOLATE,SEED,FOUND,BACK,MOVED
-//                              seconds until the fault was found, then until the last cell was back; by how many per
-//                              cent a cell was moved at most since the fault began
+//                              seconds until the fault was found, then until each cell that was changed since it began
+//                              was where it had stood, or nearer to the start; by how many per cent a cell was moved at
+//                              most since then. FOUND and BACK are negative if that has never come
 //     delay,INTERPOLATE,SEED,ZONE,TRUTH,ESTIMATE,UNCERTAINTY
 //                              milliseconds on the hard lap; the last two are empty where the agent says that it does
 //                              not know
@@ -48,18 +53,26 @@ struct Drive {
     ecu::MapFault mapFault = ecu::MapFault::Smooth;
     bool throttleKnown = true;
     double leanAuthority = 15.0;
+    double throttleNoise = 0.0;
+    bool coldStart = false;  // and the agent from then on
+    double wettingTime = 0.5;
     bool lasts = false;  // for all the hours
 };
 
-constexpr std::array<Drive, 9> kDrives{{{.name = "lap", .lasts = true},
-                                        {.name = "hard lap", .hard = true},
-                                        {.name = "hard lap wetting 30", .hard = true, .wetting = 30.0},
-                                        {.name = "hard lap enrichment 20", .hard = true, .enrichment = 20.0},
-                                        {.name = "throttle not known", .throttleKnown = false},
-                                        {.name = "rich", .mapFault = ecu::MapFault::Rich},
-                                        {.name = "lean", .mapFault = ecu::MapFault::Lean},
-                                        {.name = "checker", .mapFault = ecu::MapFault::Checker},
-                                        {.name = "default authority", .leanAuthority = 5.0}}};
+constexpr std::array<Drive, 13> kDrives{
+    {{.name = "lap", .lasts = true},
+     {.name = "hard lap", .hard = true},
+     {.name = "hard lap wetting 30", .hard = true, .wetting = 30.0},
+     {.name = "hard lap wetting 30 of 0.25 s", .hard = true, .wetting = 30.0, .wettingTime = 0.25},
+     {.name = "hard lap wetting 30 of 1 s", .hard = true, .wetting = 30.0, .wettingTime = 1.0},
+     {.name = "hard lap enrichment 20", .hard = true, .enrichment = 20.0},
+     {.name = "throttle not known", .throttleKnown = false},
+     {.name = "hard lap throttle noise 1", .hard = true, .throttleNoise = 1.0},
+     {.name = "cold start", .coldStart = true},
+     {.name = "rich", .mapFault = ecu::MapFault::Rich},
+     {.name = "lean", .mapFault = ecu::MapFault::Lean},
+     {.name = "checker", .mapFault = ecu::MapFault::Checker},
+     {.name = "default authority", .leanAuthority = 5.0}}};
 
 struct Fault {
     const char* name;
@@ -81,7 +94,10 @@ Trial trialOf(const Drive& drive, bool interpolate, int seed) {
     trial.leanAuthority = drive.leanAuthority;
     trial.conditions.interpolate = interpolate;
     trial.conditions.wetting = drive.wetting;
+    trial.conditions.wettingTime = drive.wettingTime;
     trial.conditions.enrichment = drive.enrichment;
+    trial.conditions.throttleNoise = drive.throttleNoise;
+    trial.conditions.coldStart = drive.coldStart;
     if (drive.hard) {
         trial.conditions.lambdaDelay = ecu::TransportDelay{400.0, 80.0};
         trial.conditions.lambdaLagMs = 100.0;
@@ -149,21 +165,45 @@ void tellDelays(bool interpolate, int seed, const steady::SteadyAgent& agent) {
     }
 }
 
+// What the authority does not give.
+void tellLeft(bool interpolate, int seed, const Run& run, const std::vector<std::size_t>& visited) {
+    int left = 0;
+    int shown = 0;
+    for (const std::size_t cell : visited) {
+        const auto range = authorityOf(run.car.setup(), run.car.startByte(cell));
+        const int byte = run.car.byte(cell);
+        const int beyond = byte == range.most ? byte + 2 : byte == range.least ? byte - 2 : byte;
+        const bool wouldHelp = std::fabs(run.car.offBy(cell, beyond)) < std::fabs(run.car.offBy(cell, byte)) &&
+                               std::signbit(run.car.offBy(cell, beyond)) == std::signbit(run.car.offBy(cell, byte));
+        left += beyond != byte && wouldHelp ? 1 : 0;
+        shown += beyond != byte && wouldHelp && run.agent.cell(cell).limited ? 1 : 0;
+    }
+    std::printf("left,%d,%d,%d,%d\n", interpolate, seed, left, shown);
+}
+
 void tryDrive(const Drive& drive, bool interpolate, int seed, int hours) {
     Run run(trialOf(drive, interpolate, seed));
-    run.driveAlone(kWarmUp);
+    if (drive.coldStart) {
+        run.begin();
+    }
+    run.drive(kWarmUp);
     run.car.forgetVisits();
-    run.driveAlone(kWarmUp + kBefore);
+    run.drive(kWarmUp + kBefore);
     const auto visited = run.car.visited();
-    run.begin();
-    tellDistance(drive, interpolate, seed, 0, run.car.distance(visited));
-    const double start = run.car.seconds();
+    if (!drive.coldStart) {
+        run.begin();
+        tellDistance(drive, interpolate, seed, 0, run.car.distance(visited));
+    }
+    const double start = drive.coldStart ? 0.0 : run.car.seconds();
     std::vector<int> minutes = {10, 30};
     if (drive.lasts) {
         minutes = {1, 2, 3, 4, 5, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30};
     }
     for (int hour = 1; drive.lasts && hour <= hours; ++hour) {
         minutes.push_back(60 * hour);
+    }
+    if (drive.coldStart) {
+        minutes = {40};
     }
     int beyond = 0;
     for (const int minute : minutes) {
@@ -177,8 +217,11 @@ void tryDrive(const Drive& drive, bool interpolate, int seed, int hours) {
     if (run.agent.stopReason() != steady::StopReason::None) {
         std::printf("stopped,%s,%d,%d,%d\n", drive.name, interpolate, seed, static_cast<int>(run.agent.stopReason()));
     }
+    if (drive.leanAuthority < 15.0) {
+        tellLeft(interpolate, seed, run, visited);
+    }
     std::printf("limit,%s,%d,%d,%d\n", drive.name, interpolate, seed, beyond);
-    if (drive.hard && drive.wetting + drive.enrichment == 0.0) {
+    if (drive.hard && drive.wetting + drive.enrichment + drive.throttleNoise == 0.0) {
         tellDelays(interpolate, seed, run.agent);
     }
 }
@@ -197,7 +240,15 @@ void tryRight(bool interpolate, int seed, int hours) {
     run.car.makeRight(first.car);
     run.driveAlone(kWarmUp);
     run.begin();
-    run.drive(end);
+    int farthestOff = 0;
+    std::array<bool, proof::kCells> beyondOne{};
+    while (run.car.seconds() < end) {
+        for (const auto& change : run.frame()) {
+            const int off = std::abs(change.to - run.car.startByte(change.cell));
+            farthestOff = std::max(farthestOff, off);
+            beyondOne.at(change.cell) = beyondOne.at(change.cell) || off > 1;
+        }
+    }
     int often = 0;
     int seldom = 0;
     int never = 0;
@@ -211,7 +262,8 @@ void tryRight(bool interpolate, int seed, int hours) {
             never += off > 0 ? 1 : 0;
         }
     }
-    std::printf("right,%d,%d,%d,%d,%d\n", interpolate, seed, often, seldom, never);
+    std::printf("right,%d,%d,%d,%d,%d,%d,%d\n", interpolate, seed, often, seldom, never, farthestOff,
+                static_cast<int>(std::ranges::count(beyondOne, true)));
 }
 
 void tryFromStart(const Fault& fault, bool interpolate, int seed) {
@@ -234,6 +286,12 @@ double farthest(const Car& car, const std::vector<int>& from) {
     return most;
 }
 
+// Where a cell had stood, or nearer to the start.
+bool isBack(const Car& car, std::size_t cell, int stood) {
+    const int start = car.startByte(cell);
+    return car.byte(cell) >= std::min(stood, start) && car.byte(cell) <= std::max(stood, start);
+}
+
 void tryInTheMiddle(const Fault& fault, bool interpolate, int seed) {
     Run run(trialOf(kDrives[1], interpolate, seed));
     run.driveAlone(kWarmUp);
@@ -244,18 +302,22 @@ void tryInTheMiddle(const Fault& fault, bool interpolate, int seed) {
     run.fail(fault);
     const std::vector<int> stood(run.car.map().begin(), run.car.map().begin() + proof::kCells);
     double found = -1.0;
-    double back = 0.0;
+    double back = -1.0;
     double moved = 0.0;
+    std::array<bool, proof::kCells> changed{};
     while (run.agent.state() != steady::State::Stopped && run.car.seconds() < begun + 10.0 * kMinute) {
         const auto changes = run.frame();
         if (run.agent.stopReason() == steady::StopReason::None) {
             moved = std::max(moved, farthest(run.car, stood));
-        } else if (found < 0.0) {
-            found = run.car.seconds() - begun;
+            std::ranges::for_each(changes, [&](const auto& change) { changed.at(change.cell) = true; });
+            continue;
         }
-        if (std::ranges::any_of(changes, [](const auto& change) { return change.putBack && !change.isRepeat(); })) {
-            back = run.car.seconds() - begun - found;
+        found = found < 0.0 ? run.car.seconds() - begun : found;
+        bool all = true;
+        for (std::size_t cell = 0; cell < changed.size(); ++cell) {
+            all = all && (!changed.at(cell) || isBack(run.car, cell, stood[cell]));
         }
+        back = all && back < 0.0 ? run.car.seconds() - begun - found : back;
     }
     std::printf("middle,%s,%d,%d,%.1f,%.1f,%.2f\n", fault.name, interpolate, seed, found, back, moved);
 }
@@ -294,12 +356,13 @@ void tryAll(bool interpolate, int seed, int hours) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const bool isShort = argc > 1 && std::strcmp(argv[1], "short") == 0;
     if (argc > 1 && std::strcmp(argv[1], "speed") == 0) {
         trySpeed();
         return 0;
     }
-    const int seeds = argc > 1 ? std::atoi(argv[1]) : 20;
-    const int hours = argc > 2 ? std::atoi(argv[2]) : 10;
+    const int seeds = isShort ? 8 : argc > 1 ? std::atoi(argv[1]) : 20;
+    const int hours = isShort ? 1 : argc > 2 ? std::atoi(argv[2]) : 10;
     const int first = argc > 3 ? std::atoi(argv[3]) : 1;
     for (int seed = first; seed < first + seeds; ++seed) {
         tryAll(false, seed, hours);

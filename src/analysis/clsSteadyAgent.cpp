@@ -21,6 +21,10 @@ std::string counted(std::size_t cells) {
     return std::to_string(cells) + (cells == 1 ? " cell" : " cells");
 }
 
+std::string cantBeUsed(const std::string& damage) {
+    return "the baseline can't be used: " + damage;
+}
+
 }  // namespace
 
 clsSteadyAgent::clsSteadyAgent(const Parts& parts)
@@ -121,7 +125,7 @@ std::string clsSteadyAgent::loadBaseline(const maps::MapGeometry& geometry) {
     owner_ = owner(geometry);
     const auto found = baselines_.load ? baselines_.load(owner_) : maps::FoundBaseline();
     if (!found.damage.empty()) {
-        return "the baseline can't be used: " + found.damage;
+        return cantBeUsed(found.damage);
     }
     if (found.baseline || baselines_.load) {
         baseline_ = found.baseline;
@@ -191,8 +195,10 @@ RehearsalStart clsSteadyAgent::rehearsalStart(const maps::MapGeometry& geometry)
     const auto cells = cellsOf(start.setup.grid);
     start.map.assign(cells.begin(), cells.end());
     start.baseline = start.map;
-    const auto kept = baselines_.load ? baselines_.load(owner(geometry)).baseline : std::nullopt;
-    if (kept && kept->cells.size() == cells.size()) {
+    const auto [kept, damage] = baselines_.load ? baselines_.load(owner(geometry)) : maps::FoundBaseline();
+    if (!damage.empty()) {
+        start.missing = cantBeUsed(damage);
+    } else if (kept && kept->cells.size() == cells.size()) {
         start.baseline = kept->cells;
         const auto beyond = cellsBeyond(start.setup, cells, kept->cells);
         start.missing = beyond == 0 ? std::string() : beyondWords(beyond, *kept);

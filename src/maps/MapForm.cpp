@@ -101,9 +101,8 @@ void MapForm::Form_Load() {
 }
 
 bool MapForm::takesKey(int keyCode, int shift) {
-    constexpr int kF8 = 119;
     auto* const steady = context().steady;
-    if (keyCode != kF8 || shift != 0 || steady == nullptr) {
+    if (keyCode != kPutBackKey || shift != 0 || steady == nullptr) {
         return PaneWindow::takesKey(keyCode, shift);
     }
     HistoryNote = steady->putBack(geometry);

@@ -59,8 +59,8 @@ TEST_F(SteadyNames, ADelayIsFixedForAZone) {
 TEST_F(SteadyNames, AnIndexOutOfRangeIsNamed) {
     EXPECT_EQ(value("Zone(4).DelayMs"),
               "error clsSteadyAgent.Zone(4).DelayMs does not exist: the index must be 0 to 3");
-    EXPECT_EQ(value("Rejected(19).Count"),
-              "error clsSteadyAgent.Rejected(19).Count does not exist: the index must be 0 to 18");
+    EXPECT_EQ(value("Rejected(20).Count"),
+              "error clsSteadyAgent.Rejected(20).Count does not exist: the index must be 0 to 19");
     EXPECT_EQ(value("Cell(320).Weight"),
               "error clsSteadyAgent.Cell(320).Weight does not exist: the index must be 0 to 319");
     EXPECT_EQ(run("set clsSteadyAgent.State \"working\""), "error clsSteadyAgent.State can only be read");

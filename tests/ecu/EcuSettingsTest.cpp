@@ -160,7 +160,8 @@ TEST(EcuSettings, TakesTheKeysOfAHardEngine) {
     EcuSettings settings;
     EXPECT_EQ(parseKeyList(settings,
                            "interpolate=1,need=place,mapfault=checker,lambdadelay=400:80.5,lambdalag=100,"
-                           "lambdanoise=1.5,lambdafault=absent,wetting=30,enrichment=20,coldstart=1,throttlenoise=0.5"),
+                           "lambdanoise=1.5,lambdafault=absent,wetting=30,wettingtime=0.25,enrichment=20,coldstart=1,"
+                           "throttlenoise=0.5"),
               "");
     EXPECT_TRUE(settings.conditions.interpolate);
     EXPECT_TRUE(settings.conditions.needByPlace);
@@ -170,12 +171,13 @@ TEST(EcuSettings, TakesTheKeysOfAHardEngine) {
     EXPECT_EQ(settings.conditions.lambdaNoise, 1.5);
     EXPECT_EQ(settings.conditions.lambdaFault, LambdaFault::Absent);
     EXPECT_EQ(settings.conditions.wetting, 30.0);
+    EXPECT_EQ(settings.conditions.wettingTime, 0.25);
     EXPECT_EQ(settings.conditions.enrichment, 20.0);
     EXPECT_TRUE(settings.conditions.coldStart);
     EXPECT_EQ(settings.conditions.throttleNoise, 0.5);
     EXPECT_EQ(parseKeyList(settings,
                            "interpolate=0,need=cell,lambdadelay=usual,lambdalag=60,lambdanoise=usual,"
-                           "lambdafault=none,wetting=0,enrichment=0,coldstart=0,throttlenoise=0"),
+                           "lambdafault=none,wetting=0,wettingtime=0.5,enrichment=0,coldstart=0,throttlenoise=0"),
               "");
     EXPECT_EQ(settings.conditions, EngineConditions{});
 }
@@ -223,6 +225,8 @@ TEST(EcuSettings, RefusesWhatMakesNoHardEngine) {
                                      {"lambdafault", ""},
                                      {"wetting", "91"},
                                      {"wetting", "-1"},
+                                     {"wettingtime", "10.1"},
+                                     {"wettingtime", "-1"},
                                      {"enrichment", "101"},
                                      {"enrichment", "-1"},
                                      {"coldstart", "yes"},
@@ -239,12 +243,12 @@ TEST(EcuSettings, HelpNamesEveryKey) {
         EXPECT_FALSE(help.meaning.empty());
         EXPECT_FALSE(help.values.empty());
     }
-    EXPECT_THAT(names, testing::UnorderedElementsAre("type", "version", "features", "identity", "payload", "seed",
-                                                     "drive", "eeprom", "save", "lose", "flip", "add", "ignfault",
-                                                     "late", "silent", "refuse", "mute", "restart", "alarm", "cut",
-                                                     "power", "wear", "interpolate", "need", "mapfault", "lambdadelay",
-                                                     "lambdalag", "lambdanoise", "lambdafault", "wetting", "enrichment",
-                                                     "coldstart", "throttlenoise", "speed", "echo", "stray"));
+    EXPECT_THAT(names,
+                testing::UnorderedElementsAre(
+                    "type", "version", "features", "identity", "payload", "seed", "drive", "eeprom", "save", "lose",
+                    "flip", "add", "ignfault", "late", "silent", "refuse", "mute", "restart", "alarm", "cut", "power",
+                    "wear", "interpolate", "need", "mapfault", "lambdadelay", "lambdalag", "lambdanoise", "lambdafault",
+                    "wetting", "wettingtime", "enrichment", "coldstart", "throttlenoise", "speed", "echo", "stray"));
 }
 
 }  // namespace

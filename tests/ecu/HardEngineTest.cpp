@@ -245,6 +245,17 @@ TEST(HardEngine, WetWallsTakePartOfMoreFuel) {
     EXPECT_NEAR(burntAfter(wire, 10'000), before / 1.2, 0.001);
 }
 
+TEST(HardEngine, TheFilmsTimeIsAsItWasChosen) {
+    Wire wire("drive=3250:55:20,wetting=30,wettingtime=1");
+    wire.poll();
+    setCell(wire, 84, 100);
+    wire.pass(20.0);
+    wire.poll();
+    const double before = wire.ecu.truth().mixture;
+    setCell(wire, 84, 120);
+    EXPECT_NEAR(burntAfter(wire, 1000), before / (1.0 + 0.2 * (0.7 + 0.3 * 0.632)), 0.01);
+}
+
 // The pump's lamp goes out 0.3 s after the throttle's last quick opening; the fuel fades with 0.8 s.
 TEST(HardEngine, EnrichmentFadesLongAfterTheLampOfThePump) {
     Wire plain("drive=lap,seed=3");

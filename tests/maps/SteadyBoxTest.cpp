@@ -252,6 +252,14 @@ TEST(ErrorSumTest, IsWeightedAndKnowsTheWorst) {
     EXPECT_EQ(sum.worst(), 6.0);
 }
 
+TEST_F(FrmSteadyTest, F8PutsBackAsTheButtonDoes) {
+    EXPECT_FALSE(window_.offerKey(kPutBackKey, 1)) << "with Shift";
+    EXPECT_FALSE(window_.offerKey(kPutBackKey - 1, 0));
+    EXPECT_EQ(window_.lblNote.Caption.get(), "");
+    EXPECT_TRUE(window_.offerKey(kPutBackKey, 0));
+    EXPECT_EQ(window_.lblNote.Caption.get(), "Put back");
+}
+
 TEST_F(FrmSteadyTest, ButtonsSayWhatCameOfThem) {
     window_.btnPutBack.press();
     EXPECT_EQ(window_.lblNote.Caption.get(), "Put back");

@@ -341,6 +341,7 @@ TEST_F(SteadyRunTest, ItRefusesOnADamagedBaselineUntilThereIsANewOne) {
     maps().chkSteadyAgent.press();
     EXPECT_EQ(agent().whyStopped(), "the baseline can't be used: it is damaged");
     EXPECT_EQ(agent().putBack(maps::kOrdinaryMaps), "Nothing is put back: the baseline can't be used: it is damaged");
+    EXPECT_EQ(agent().rehearsalStart(maps::kOrdinaryMaps).missing, "the baseline can't be used: it is damaged");
     EXPECT_EQ(agent().newBaseline(maps::kOrdinaryMaps), "The baseline is the map as it is now");
     maps().chkSteadyAgent.press();
     EXPECT_EQ(agent().whyStopped(), "");

@@ -77,10 +77,12 @@ TEST(BurnHistory, TellsHowFarTheRateIsFromTheFilms) {
         burn.rate = frame <= 90 ? 100.0 : 200.0;
         history.add(0.05 * frame, burn);
     }
-    // The film follows with 0.5 s; the step is in the middle between two frames.
-    const double film = 100.0 + 100.0 * (1.0 - std::exp(-0.475 / 0.5));
-    EXPECT_NEAR(history.before(0.0).departure, 1.0 - film / 200.0, 0.02);
-    EXPECT_NEAR(history.before(1.0).departure, 0.0, 1e-6);
+    // The films follow with 0.3 and 1.2 s; the step is in the middle between two frames.
+    for (const auto& [index, seconds] : {std::pair{0U, 0.3}, std::pair{1U, 1.2}}) {
+        const double film = 100.0 + 100.0 * (1.0 - std::exp(-0.475 / seconds));
+        EXPECT_NEAR(history.before(0.0).departures[index], 1.0 - film / 200.0, 0.02);
+        EXPECT_NEAR(history.before(1.0).departures[index], 0.0, 1e-6);
+    }
 }
 
 }  // namespace

@@ -10,11 +10,11 @@ namespace {
 // An engine that holds its load, and answers of a sensor with the delay of that load.
 class DelayAtLoad {
 public:
-    void run(DelayEstimator& estimator, double row, double delay, int answers) {
+    void run(DelayEstimator& estimator, double row, double delay, int answers, double lag = kLag) {
         for (int i = 0; i < answers; ++i) {
             hold(row);
             const double changed = seconds_ - 1.5;
-            estimator.learn({.changedAt = changed + noise(), .delay = delay + kLag + noise(), .lag = kLag}, history_);
+            estimator.learn({.changedAt = changed + noise(), .delay = delay + lag + noise(), .lag = lag}, history_);
         }
     }
 
@@ -116,6 +116,36 @@ TEST(DelayEstimator, GrowsLessCertainWithTheTimeSinceTheLastSteps) {
     EXPECT_FALSE(estimator.zone(1).delayMs.has_value());
     car.run(estimator, 5.0, 0.30, 20);
     EXPECT_TRUE(estimator.zone(1).delayMs.has_value());
+}
+
+TEST(DelayEstimator, IsLessCertainWithALongLag) {
+    std::array<double, 2> squares{};
+    std::array<double, 2> lags{};
+    for (std::size_t i = 0; i < 2; ++i) {
+        DelayEstimator estimator = fresh();
+        DelayAtLoad car;
+        car.run(estimator, 5.0, 0.30, 40, i == 0 ? 0.1 : 0.3);
+        squares.at(i) = *estimator.zone(1).uncertaintyMs * *estimator.zone(1).uncertaintyMs;
+        lags.at(i) = 1000.0 * estimator.lag();
+    }
+    EXPECT_NEAR(squares[1] - squares[0], 0.16 * 0.16 * (lags[1] * lags[1] - lags[0] * lags[0]), 1.0);
+    EXPECT_NEAR(lags[1], 300.0, 10.0);
+}
+
+TEST(DelayEstimator, IsLessCertainWithFramesThatAreFarApart) {
+    DelayEstimator estimator = fresh();
+    DelayAtLoad car;
+    car.run(estimator, 5.0, 0.30, 40);
+    const double before = *estimator.zone(1).uncertaintyMs;
+    for (int i = 1; i < 1000; ++i) {
+        estimator.pass(0.075 * i);
+    }
+    EXPECT_NEAR(*estimator.zone(1).uncertaintyMs, before, 1.0);
+    for (int i = 0; i < 1000; ++i) {
+        estimator.pass(75.0 + 0.2 * i);
+    }
+    // 1.2 times what they are apart above 75 ms.
+    EXPECT_NEAR(*estimator.zone(1).uncertaintyMs, std::hypot(before, 150.0), 1.5);
 }
 
 TEST(DelayEstimator, LeavesOutAnAnswerThatCantBe) {

@@ -175,6 +175,27 @@ TEST(SteadyAgent, BringsCellsBackIntoASmallerAuthority) {
     EXPECT_EQ(beyondFour(ride), 0U);
 }
 
+// Where they stood a minute ago is beyond the smaller authority.
+TEST(SteadyAgent, PutsNoCellBackBeyondASmallerAuthority) {
+    for (const bool smallerFirst : {true, false}) {
+        Ride ride(1, true, 12.0);
+        ride.drive(10.0);
+        ASSERT_GT(beyondFour(ride), 5U);
+        if (smallerFirst) {
+            ride.agent.setAuthority(15.0, 4.0);
+        }
+        ride.agent.ecuRestarted();
+        if (!smallerFirst) {
+            ride.step();
+            ASSERT_EQ(ride.agent.state(), State::PuttingBack);
+            ride.agent.setAuthority(15.0, 4.0);
+        }
+        ride.drive(0.1);
+        EXPECT_EQ(ride.agent.state(), State::Stopped);
+        EXPECT_EQ(beyondFour(ride), 0U);
+    }
+}
+
 TEST(SteadyAgent, LeavesBytesBeyondASmallerAuthorityThatAreTheTuners) {
     Ride ride(1, true, 12.0);
     ride.drive(10.0);

@@ -26,7 +26,7 @@ void BurnHistory::begin(double seconds, const Burn& burn) {
                  .cell = burn.cell,
                  .purity = 0.0,
                  .row = burn.place.row,
-                 .film = burn.rate,
+                 .films = {burn.rate, burn.rate},
                  .last = Verdict::LinkLate,
                  .sinceCut = 0.0};
     time_ = seconds;
@@ -66,9 +66,13 @@ void BurnHistory::tick(const Burn& burn) {
     const bool same = burn.cell == old.cell;
     constexpr double kPaceShare = 0.05;
     const double pace = old.pace + (std::fabs(burn.place.row - old.row) / kStep - old.pace) * kPaceShare;
-    constexpr double kFilmShare = kStep / (kStep + WallFilm::kSeconds);
-    const double film = old.film + (burn.rate - old.film) * kFilmShare;
-    const double departure = burn.rate > 0.0 ? std::clamp(1.0 - film / burn.rate, -1.5, 1.0) : 0.0;
+    Departures films{};
+    Departures departures{};
+    for (std::size_t i = 0; i < films.size(); ++i) {
+        films[i] = old.films[i] + (burn.rate - old.films[i]) * kStep / (kStep + WallFilm::kSeconds[i]);
+        const double departure = burn.rate > 0.0 ? std::clamp(1.0 - films[i] / burn.rate, -1.5, 1.0) : 0.0;
+        departures[i] = smear(old.departures[i], departure);
+    }
     const bool bad = burn.verdict != Verdict::Used;
     ticks_[newest_] = {.place = {smear(old.place.column, burn.place.column), smear(old.place.row, burn.place.row)},
                        .oneByte = smear(old.oneByte, burn.oneByte),
@@ -76,8 +80,8 @@ void BurnHistory::tick(const Burn& burn) {
                        .cell = burn.cell,
                        .purity = same ? smear(old.purity, 1.0) : follow_,
                        .row = burn.place.row,
-                       .film = film,
-                       .departure = smear(old.departure, departure),
+                       .films = films,
+                       .departures = departures,
                        .pace = pace,
                        .last = bad ? burn.verdict : old.last,
                        .since = bad ? 0.0 : old.since + kStep,

@@ -7,6 +7,7 @@
 
 #include "analysis/steady/Grid.h"
 #include "analysis/steady/Verdict.h"
+#include "analysis/steady/WallFilm.h"
 
 namespace korvane::steady {
 
@@ -28,8 +29,8 @@ struct Smeared {
     std::size_t cell = 0;              // at that moment
     double purity = 0.0;               // the share of that cell, 0 to 1
     double row = 0.0;                  // of the place, not smoothed
-    double film = 0.0;                 // mean of the rate over the time of the wall film
-    double departure = 0.0;            // of the rate from it, as a share of the rate
+    Departures films{};                // means of the rate over the times of the wall film
+    Departures departures{};           // of the rate from them, as shares of the rate
     double pace = 0.0;                 // how fast the row changes, in a second
     Verdict last = Verdict::LinkLate;  // the last mixture that was of no use,
     double since = 0.0;                // and how many seconds ago that was

@@ -8,12 +8,15 @@ namespace korvane::steady {
 
 namespace {
 
+constexpr double kPlaces = 0.1;       // of the spread of the places, squared, is not the same at each visit
 constexpr double kForget = 0.05;      // what a sample counts in the spread of its cell,
 constexpr double kForgetAll = 0.004;  // and in that of all
 constexpr double kLargest = 0.04;     // what a sample differs by at most, for the spread of all
 constexpr double kFromMean = 1.25;    // standard deviation of a bell by the mean of its distances
 constexpr double kFirst = 0.02;       // guess of the spread
 constexpr double kPerSample = 4.0;    // successive samples tell less than independent ones, by this factor
+constexpr double kMapOff = 0.05;      // guess of how far the map is off,
+constexpr double kMapRight = 0.005;   // and what a right map is off by at least
 constexpr double kSure = 0.03;        // the standard error at which the confidence is a half
 
 }  // namespace
@@ -23,7 +26,8 @@ void CellEstimator::Own::operator+=(const Own& other) {
     visits += other.visits;
     pure += other.pure;
     mean += other.mean;
-    meanWet += other.meanWet;
+    meanWet[0] += other.meanWet[0];
+    meanWet[1] += other.meanWet[1];
     for (std::size_t i = 0; i < places.size(); ++i) {
         places[i] += other.places[i];
     }
@@ -42,7 +46,10 @@ void CellEstimator::reset(const SteadySetup& setup, const PulseMap& map) {
     }
     need_ = expected_;
     square_.fill(kFirst * kFirst);
+    spreads_.fill({});
     residual_ = kFirst;
+    judged_ = {};
+    mapSquare_ = kMapOff * kMapOff;
     waits_ = false;
 }
 
@@ -63,12 +70,31 @@ void CellEstimator::addPlace(std::array<double, 9>& shares, std::size_t cell, co
 void CellEstimator::add(const NeedSample& sample) {
     const Corners corners = grid_.linesOf(sample.place);
     const double dry = sample.need - at(sample.place);
-    film_.add(sample.cell, sample.departure, dry, sample.weight);
-    const double off = dry - film_.share() * sample.departure;
-    equations_.add(corners, sample.weight, sample.need, sample.departure);
+    film_.add(sample.cell, sample.departures, dry, sample.weight);
+    const double off = dry - film_.lackOf(sample.departures);
+    equations_.add(corners, sample.weight, sample.need, sample.departures);
     addOwn(sample, corners, off);
     residual_ += kForgetAll * (std::min(std::fabs(off), kLargest) * kFromMean - residual_);
     waits_ = true;
+}
+
+void CellEstimator::Spread::add(double need) {
+    constexpr int kMemory = 100;  // samples
+    count = std::min(count + 1, kMemory);
+    const double part = 1.0 / count;
+    const double off = need - mean;
+    mean += part * off;
+    square += part * ((1.0 - part) * off * off - square);
+}
+
+double CellEstimator::Spread::beyondUsual() const {
+    constexpr double kUsual = 0.025;
+    return deviation() > kUsual ? deviation() : 0.0;
+}
+
+double CellEstimator::Spread::deviation() const {
+    constexpr int kEnough = 20;  // samples; the estimate of the need itself moves before
+    return count < kEnough ? 0.0 : std::sqrt(square);
 }
 
 // What the cell in which the place lies has of the sample.
@@ -80,11 +106,13 @@ void CellEstimator::addOwn(const NeedSample& sample, const Corners& corners, dou
     own.visits += sample.seconds - seenAt_[here] > kApart ? 1.0 : 0.0;
     seenAt_[here] = sample.seconds;
     square_[here] += kForget * (off * off - square_[here]);
+    spreads_[here].add(off + need_[here]);
     if (sample.pure) {
         Own& row = waiting_[sample.cell];
         row.pure += sample.weight;
         row.mean += sample.weight * sample.need;
-        row.meanWet += sample.weight * sample.departure;
+        row.meanWet[0] += sample.weight * sample.departures[0];
+        row.meanWet[1] += sample.weight * sample.departures[1];
         addPlace(row.places, sample.cell, corners, sample.weight);
     }
 }
@@ -126,9 +154,11 @@ std::size_t CellEstimator::neighbour(std::size_t index, int down, int right) con
 
 void CellEstimator::relax() {
     constexpr std::size_t kAtOnce = 24;
+    judgeMap();
+    const Departures shares = film_.shares();
     for (std::size_t i = 0; i < kAtOnce; ++i) {
         next_ = next_ + 1 < grid_.cells() ? next_ + 1 : 0;
-        need_[next_] = equations_.solve(next_, need_, expected_[next_], film_.share());
+        need_[next_] = equations_.solve(next_, need_, expected_[next_], shares);
     }
 }
 
@@ -154,7 +184,7 @@ double CellEstimator::around(std::size_t index, const std::array<double, 9>& sha
 double CellEstimator::meanNeed(std::size_t index) const {
     const Own& row = known_[index];
     const double over =
-        row.pure > 0.0 ? (row.mean - film_.share() * row.meanWet) / row.pure - around(index, row.places) : 0.0;
+        row.pure > 0.0 ? (row.mean - film_.lackOf(row.meanWet)) / row.pure - around(index, row.places) : 0.0;
     return around(index, stays_[index].places) + over;
 }
 
@@ -162,17 +192,55 @@ double CellEstimator::meanNeed(std::size_t index) const {
 // delay, acceleration and, for one byte, the places it went through.
 double CellEstimator::errorOf(std::size_t index, bool one) const {
     constexpr double kVisit = 0.01;
-    constexpr double kPlaces = 0.1;
     constexpr double kLeastNoise = 0.01;
     const Own& row = known_[index];
     const double effective = (one ? row.pure : equations_.marginal(index)) / kPerSample;
     if (effective <= 0.0 || row.visits <= 0.0) {
         return 1.0;
     }
+    const double own = spreads_[index].deviation();
+    const double noise = std::max({residual_, kLeastNoise, own});
+    const double visits = (kVisit * kVisit + (one ? kPlaces * placesSquare(index) : 0.0)) / row.visits;
+    return std::sqrt(noise * noise / effective + visits);
+}
+
+// Of the need from place to place in the cell.
+double CellEstimator::placesSquare(std::size_t index) const {
     const Stay& stay = stays_[index];
-    const double places = one ? std::max(stay.square - stay.mean * stay.mean, 0.0) : 0.0;
-    const double noise = std::max(residual_, kLeastNoise);
-    return std::sqrt(noise * noise / effective + (kVisit * kVisit + kPlaces * places) / row.visits);
+    return std::max(stay.square - stay.mean * stay.mean, 0.0);
+}
+
+// Square of the standard error of meanNeed(): after a few visits the places are not yet those of the drives to come.
+double CellEstimator::placesError(std::size_t index) const {
+    constexpr double kFew = 2.0;  // visits
+    const double visits = std::max(known_[index].visits, 1.0);
+    return placesSquare(index) * (kPlaces + kFew / visits) / visits;
+}
+
+// One cell after the other; in the end, how far the map is off is what is left of their distances from it when their
+// own errors are taken out.
+void CellEstimator::judgeMap() {
+    constexpr double kTelling = 2.0;  // visits
+    constexpr int kEnough = 6;        // cells
+    const Own& row = known_[judged_.next];
+    if (row.visits >= kTelling && row.pure > 0.0) {
+        const double off = meanNeed(judged_.next) - expected_[judged_.next];
+        judged_.sum += off * off - placesError(judged_.next);
+        ++judged_.cells;
+    }
+    if (++judged_.next < grid_.cells()) {
+        return;
+    }
+    if (judged_.cells >= kEnough) {
+        mapSquare_ = std::max(judged_.sum / judged_.cells, kMapRight * kMapRight);
+    }
+    judged_ = {};
+}
+
+// Between what the map has given and the mean over the places so far, by how much each can be trusted.
+double CellEstimator::likelyNeed(std::size_t index) const {
+    const double share = mapSquare_ / (mapSquare_ + placesError(index));
+    return expected_[index] + share * (meanNeed(index) - expected_[index]);
 }
 
 CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
@@ -185,12 +253,12 @@ CellNeed CellEstimator::cell(std::size_t index, Firmware firmware) const {
     const double error = errorOf(index, one);
     const bool passes = weight < kShort * row.visits;
     const double spread = weight > 0.0 ? std::sqrt(square_[index]) : 0.0;
-    return {.need = one ? meanNeed(index) : need_[index],
+    return {.need = one ? likelyNeed(index) : need_[index],
             .weight = weight,
             .visits = row.visits,
             .spread = spread,
             .error = error,
-            .doubt = passes ? std::max(spread - kUsual, 0.0) : 0.0,
+            .doubt = std::max(passes ? spread - kUsual : 0.0, spreads_[index].beyondUsual()),
             .confidence = weight < kFewest ? 0.0 : 1.0 / (1.0 + error * error / (kSure * kSure))};
 }
 

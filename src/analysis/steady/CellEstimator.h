@@ -17,8 +17,8 @@ struct NeedSample {
     std::size_t cell = 0;  // in which it was burnt
     double need = 0.0;
     double weight = 1.0;
-    double departure = 0.0;  // of the fuel's rate, as WallFilm has it
-    bool pure = false;       // burnt in that cell alone
+    Departures departures{};  // of the fuel's rate
+    bool pure = false;        // burnt in that cell alone
     double seconds = 0.0;
 };
 
@@ -64,15 +64,32 @@ private:
         double visits = 0.0;             // stretches of them, with a second between two
         double pure = 0.0;               // weight of the samples of the cell alone,
         double mean = 0.0;               // sum of their needs,
-        double meanWet = 0.0;            // and of their departures
+        Departures meanWet{};            // and of their departures
         std::array<double, 9> places{};  // sum of their shares of the cells around
 
         void operator+=(const Own& other);
     };
     using Owns = std::array<Own, kMostCells>;
 
+    // What samples differ by around their own mean, of the need at the cell's centre as each of them tells it.
+    struct Spread {
+        double mean = 0.0;
+        double square = 0.0;
+        int count = 0;
+
+        void add(double need);
+        // Nothing while there are few.
+        [[nodiscard]] double deviation() const;
+        // The same where it is more than noise: a part of the samples is wrong.
+        [[nodiscard]] double beyondUsual() const;
+    };
+
     void addOwn(const NeedSample& sample, const Corners& corners, double off);
     [[nodiscard]] double errorOf(std::size_t index, bool one) const;
+    [[nodiscard]] double placesSquare(std::size_t index) const;
+    [[nodiscard]] double placesError(std::size_t index) const;
+    [[nodiscard]] double likelyNeed(std::size_t index) const;
+    void judgeMap();
     [[nodiscard]] double meanNeed(std::size_t index) const;
     [[nodiscard]] double around(std::size_t index, const std::array<double, 9>& shares) const;
     void addPlace(std::array<double, 9>& shares, std::size_t cell, const Corners& corners, double weight) const;
@@ -93,6 +110,14 @@ private:
     std::array<Stay, kMostCells> stays_{};
     std::array<double, kMostCells> need_{};
     std::array<double, kMostCells> expected_{};
+    std::array<Spread, kMostCells> spreads_{};
+    struct Judged {
+        std::size_t next = 0;  // cell
+        double sum = 0.0;      // of those before, of the squared distances from what was expected
+        int cells = 0;
+    };
+    Judged judged_;
+    double mapSquare_ = 0.0;                   // by how much the map is off, as a share of the fuel, squared
     std::array<double, kMostCells> square_{};  // of what the last samples in the cell differed by
     std::size_t next_ = 0;
     std::array<double, kMostCells> seenAt_{};  // the last sample in the cell, seconds

@@ -107,6 +107,9 @@ void DelayEstimator::pass(double seconds) {
     for (std::size_t i = 0; i < kZones && time_ > 0.0; ++i) {
         spread_[i][i] = std::min(spread_[i][i] + kDrift * passed, kFirstSpread * kFirstSpread);
     }
+    constexpr double kGap = 0.5;
+    constexpr double kPart = 0.02;
+    frames_ += passed < kGap ? kPart * (passed - frames_) : 0.0;
     time_ = seconds;
 }
 
@@ -191,6 +194,15 @@ bool DelayEstimator::isKnownAt(double row) const {
     return true;
 }
 
+// What no number of answers takes away, seconds: the shape of the lag, and frames that are far apart.
+double DelayEstimator::common() const {
+    constexpr double kLeast = 0.012;
+    constexpr double kOfLag = 0.16;
+    constexpr double kUsualFrames = 0.075;
+    constexpr double kOfFrames = 1.2;
+    return std::hypot(kLeast, kOfLag * lag_, kOfFrames * std::max(frames_ - kUsualFrames, 0.0));
+}
+
 Zone DelayEstimator::zone(std::size_t index) const {
     Zone zone;
     zone.loadFrom = index == 0 ? 0.0 : kBounds.at(index);
@@ -201,9 +213,8 @@ Zone DelayEstimator::zone(std::size_t index) const {
         zone.delayMs = 1000.0 * fixed_[index];
         zone.uncertaintyMs = 0.0;
     } else if (known(index)) {
-        constexpr double kOther = 12.0;  // ms that no number of answers takes away: frames, shape of the lag
         zone.delayMs = 1000.0 * (delay_[index] + lag_);
-        zone.uncertaintyMs = std::hypot(1000.0 * 1.96 * std::sqrt(std::max(spread_[index][index], 0.0)), kOther);
+        zone.uncertaintyMs = 1000.0 * std::hypot(1.96 * std::sqrt(std::max(spread_[index][index], 0.0)), common());
     }
     return zone;
 }

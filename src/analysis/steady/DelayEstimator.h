@@ -57,13 +57,15 @@ private:
     void update(const Shares& slope, double error);
     void learnLag(const Answer& answer);
     [[nodiscard]] bool known(std::size_t index) const;
+    [[nodiscard]] double common() const;
 
     std::array<double, kZones> delay_{};                       // seconds
     std::array<std::array<double, kZones>, kZones> spread_{};  // their covariance
     std::array<int, kZones> steps_{};
     std::array<double, kZones> fixed_{};
     double time_ = 0.0;
-    int outliers_ = 0;  // in a row
+    double frames_ = 0.075;  // seconds from one to the next, mean
+    int outliers_ = 0;       // in a row
     double lag_ = 0.12;
     int lags_ = 0;
 };

@@ -18,7 +18,8 @@ void NeedEquations::Row::operator+=(const Row& other) {
     down += other.down;
     downRight += other.downRight;
     value += other.value;
-    wet += other.wet;
+    wet[0] += other.wet[0];
+    wet[1] += other.wet[1];
 }
 
 void NeedEquations::reset(const Grid& grid) {
@@ -48,13 +49,14 @@ void NeedEquations::addPair(std::size_t a, std::size_t b, double product) {
     }
 }
 
-void NeedEquations::add(const Corners& corners, double weight, double need, double departure) {
+void NeedEquations::add(const Corners& corners, double weight, double need, const Departures& departures) {
     for (std::size_t i = 0; i < corners.cell.size(); ++i) {
         const double share = weight * corners.share[i];
         Row& row = waiting_[corners.cell[i]];
         row.self += share * corners.share[i];
         row.value += share * need;
-        row.wet += share * departure;
+        row.wet[0] += share * departures[0];
+        row.wet[1] += share * departures[1];
         for (std::size_t j = i + 1; j < corners.cell.size(); ++j) {
             addPair(corners.cell[i], corners.cell[j], share * corners.share[j]);
         }
@@ -104,11 +106,12 @@ double NeedEquations::others(std::size_t index, const Needs& needs) const {
     return sum;
 }
 
-double NeedEquations::solve(std::size_t index, const Needs& needs, double expected, double wallShare) const {
+double NeedEquations::solve(std::size_t index, const Needs& needs, double expected,
+                            const Departures& wallShares) const {
     const Row& row = known_[index];
     double diagonal = row.self + kPrior;
-    const double sum =
-        row.value - wallShare * row.wet - others(index, needs) + kPrior * expected + smooth(index, needs, diagonal);
+    const double sum = row.value - wallShares[0] * row.wet[0] - wallShares[1] * row.wet[1] - others(index, needs) +
+                       kPrior * expected + smooth(index, needs, diagonal);
     return sum / diagonal;
 }
 

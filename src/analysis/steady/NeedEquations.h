@@ -4,6 +4,7 @@
 #include <array>
 
 #include "analysis/steady/Grid.h"
+#include "analysis/steady/WallFilm.h"
 
 namespace korvane::steady {
 
@@ -12,14 +13,14 @@ namespace korvane::steady {
 class NeedEquations {
 public:
     void reset(const Grid& grid);
-    // Into those that wait. `departure` as WallFilm has it.
-    void add(const Corners& corners, double weight, double need, double departure);
+    // Into those that wait.
+    void add(const Corners& corners, double weight, double need, const Departures& departures);
     void commit();
     void discard() { waiting_.fill({}); }
     // What the cell needs by them, if the other cells need `needs`, `expected` is what is thought of it without
-    // samples, and the walls are wetted by that share.
+    // samples, and the walls are wetted by those shares.
     [[nodiscard]] double solve(std::size_t index, const std::array<double, kMostCells>& needs, double expected,
-                               double wallShare) const;
+                               const Departures& wallShares) const;
     // Weight of the samples for this cell alone, when its neighbours are unknown as well.
     [[nodiscard]] double marginal(std::size_t index) const;
 
@@ -32,7 +33,7 @@ private:
         double down = 0.0;
         double downRight = 0.0;
         double value = 0.0;
-        double wet = 0.0;  // the same sum as of the needs, of the departures
+        Departures wet{};  // the same sum as of the needs, of the departures
 
         void operator+=(const Row& other);
     };

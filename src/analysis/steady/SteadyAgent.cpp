@@ -48,6 +48,9 @@ void SteadyAgent::setAuthority(double richPercent, double leanPercent) {
     for (std::size_t cell = 0; cell < kMostCells; ++cell) {
         setRange(cell);
     }
+    if (state_ == State::PuttingBack) {
+        keepBackInside();
+    }
 }
 
 // A byte that was beyond the old range too is the tuner's.
@@ -134,8 +137,22 @@ void SteadyAgent::beginPutBack(WayBack way) {
     for (std::size_t cell = 0; way == WayBack::Richer && cell < kMostCells; ++cell) {
         back_[cell] = edited_[cell] ? back_[cell] : std::max(back_[cell], baseline_[cell]);
     }
+    keepBackInside();
     next_ = 0;
     wentBackAt_.reset();
+}
+
+// The authority may have been wider when a cell stood where it is to go. The baseline is in any. A byte beyond it that
+// is the tuner's comes no nearer than it is now, and goes no further.
+void SteadyAgent::keepBackInside() {
+    for (std::size_t cell = 0; cell < setup_.grid.cells(); ++cell) {
+        if (!edited_[cell]) {
+            const ByteRange& range = ranges_[cell];
+            const int now = beyond_[cell] ? range.least : map_.bytes()[cell];
+            back_[cell] = static_cast<std::uint8_t>(
+                std::clamp<int>(back_[cell], std::min(range.least, now), std::max(range.most, now)));
+        }
+    }
 }
 
 void SteadyAgent::cellEdited(std::size_t cell, std::uint8_t byte) {
@@ -168,6 +185,8 @@ std::span<const CellChange> SteadyAgent::onFrame(const Frame& frame) {
     seconds_ = frame.seconds;
     provedAt_ = std::min(provedAt_, seconds_);
     if (state_ == State::PuttingBack) {
+        verdict_ = Verdict::PuttingBack;
+        gate_.count(verdict_);
         putBackSome(seconds_);
     } else {
         minute_.pass(seconds_, map_.bytes());
@@ -325,7 +344,7 @@ void SteadyAgent::take(const Frame& frame, const Smeared& burnt) {
                             .cell = burnt.cell,
                             .need = std::log(frame.lambda) + fuel,
                             .weight = 1.0 / (1.0 + burnt.pace * burnt.pace / (steady * steady)),
-                            .departure = burnt.departure,
+                            .departures = burnt.departures,
                             .pure = burnt.purity > kPure,
                             .seconds = frame.seconds};
     if (contradicts(sample)) {

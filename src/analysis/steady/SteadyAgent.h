@@ -116,6 +116,7 @@ private:
     void forgetNeeds();
     void setRange(std::size_t cell);
     void beginPutBack(WayBack way);
+    void keepBackInside();
     [[nodiscard]] MapBytes lastGood() const;
     void observe(const Frame& frame);
     [[nodiscard]] Burn burnOf(const Frame& frame);

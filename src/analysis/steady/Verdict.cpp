@@ -20,13 +20,14 @@ constexpr std::array<std::string_view, kVerdicts> kWords = {
     "map place not understood",
     "acceleration enrichment",
     "injected fuel is not that of the map",
-    "lambda absent",
+    "lambda absent or at its rich end",
     "lambda at the end of its range",
     "lambda out of range",
     "lambda stuck",
     "not yet known whether the ECU interpolates",
     "lambda not yet seen to follow a fuel cut",
     "too far from what was expected",
+    "cells are being put back",
 };
 
 }  // namespace

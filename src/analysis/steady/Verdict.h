@@ -28,6 +28,7 @@ enum class Verdict {
     FirmwareUnknown,  // not yet known whether the ECU interpolates
     NoProofOfLife,    // lambda has not been seen to follow a fuel cut
     Outlier,
+    PuttingBack,  // the agent has stopped, and cells go back
     Count
 };
 

@@ -41,6 +41,7 @@ struct EngineConditions {
     std::optional<double> lambdaNoise;          // percent of the reading; nothing: 0.06 everywhere
     LambdaFault lambdaFault = LambdaFault::None;
     double wetting = 0.0;        // percent of the fuel that wets the walls of the intake
+    double wettingTime = 0.5;    // time constant with which it evaporates, seconds
     double enrichment = 0.0;     // percent more fuel when the throttle is opened quickly; it fades
     bool coldStart = false;      // winter: cold at the start, long to warm up, and lean while it does
     double throttleNoise = 0.0;  // of the throttle sensor, percent of its travel

@@ -191,7 +191,8 @@ double EngineModel::fuelInCylinders(double injectedMs) {
     if (conditions_.wetting <= 0.0) {
         return injectedMs;
     }
-    return film_.pass(injectedMs * state_.rpm, conditions_.wetting / 100.0) / std::max(state_.rpm, 1.0);
+    return film_.pass(injectedMs * state_.rpm, conditions_.wetting / 100.0, conditions_.wettingTime) /
+           std::max(state_.rpm, 1.0);
 }
 
 double EngineModel::lackWhenCold(const Calibration& calibration) const {

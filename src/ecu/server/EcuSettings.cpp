@@ -177,8 +177,8 @@ struct Key {
 constexpr std::string_view kHalfValues = "F, A, 246 and 248 joined by +, or none";
 constexpr std::string_view kEepromKey = "eeprom";
 
-const std::array<Key, 36>& keys() {
-    static constexpr std::array<Key, 36> kKeys = {{
+const std::array<Key, 37>& keys() {
+    static constexpr std::array<Key, 37> kKeys = {{
         {{"type", "0 to 255", "firmware type; 11 is the default"}, readInt<&EcuSettings::type, 0, 255>},
         {{"version", "0 to 65535", "firmware version in thousandths; 3386 is the default"},
          readInt<&EcuSettings::version, 0, 65535>},
@@ -203,6 +203,8 @@ const std::array<Key, 36>& keys() {
          readName<&EngineConditions::lambdaFault, kLambdaFaults>},
         {{"wetting", "0 to 90", "percent of the fuel that wets the walls of the intake; 0 is the default"},
          readReal<&EngineConditions::wetting, 90>},
+        {{"wettingtime", "0 to 10", "time constant with which that fuel evaporates, in seconds; 0.5 is the default"},
+         readReal<&EngineConditions::wettingTime, 10>},
         {{"enrichment", "0 to 100", "percent more fuel that acceleration brings; it fades; 0 is the default"},
          readReal<&EngineConditions::enrichment, 100>},
         {{"coldstart", "0 or 1", "the engine is cold, warms up slowly and is lean while it does"},

@@ -26,6 +26,7 @@ void FrmSteady::describe() {
     Height = kHeight;
     chkCarry.Caption = "Carry certain corrections to close neighbours";
     btnPutBack.Caption = "Put back to baseline";
+    btnPutBack.ToolTipText = "F8";
     btnNewBaseline.Caption = "New baseline";
     picErrors.BackColor = controls::kBlack;
 }
@@ -39,10 +40,22 @@ void FrmSteady::connect() {
         connectBox(txtDelay(zone), choices.FixedDelayMs.at(static_cast<std::size_t>(zone)),
                    SteadyChoices::kLongestDelay);
     }
-    btnPutBack.Click = [this] { lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType)); };
+    btnPutBack.Click = [this] { putBack(); };
     btnNewBaseline.Click = [this] { lblNote.Caption = steady_.newBaseline(geometryOf(tables_.SWType)); };
     picErrors.Resize = [this] { drawPlot(); };
     Timer1.Tick = [this] { showState(); };
+}
+
+void FrmSteady::putBack() {
+    lblNote.Caption = steady_.putBack(geometryOf(tables_.SWType));
+}
+
+bool FrmSteady::takesKey(int keyCode, int shift) {
+    if (keyCode != kPutBackKey || shift != 0) {
+        return Window::takesKey(keyCode, shift);
+    }
+    putBack();
+    return true;
 }
 
 void FrmSteady::Form_Load() {

@@ -39,6 +39,8 @@ public:
 
 protected:
     void Form_Load() override;
+    // F8 puts the fuel map back to the baseline.
+    [[nodiscard]] bool takesKey(int keyCode, int shift) override;
 
 private:
     void describe();
@@ -46,6 +48,7 @@ private:
     void showChoices();
     void showNumber(controls::TextBox& box, double number, bool emptyForZero);
     void connectBox(controls::TextBox& box, controls::Property<double>& number, double most);
+    void putBack();
     void showState();
     void showSamples();
     void showErrors();

@@ -11,6 +11,9 @@
 
 namespace korvane::maps {
 
+// The key that puts back.
+inline constexpr int kPutBackKey = 119;  // F8
+
 // One for the program. `window` only says which window it is.
 class SteadyTuner {
 public:

@@ -19,6 +19,7 @@ constexpr std::array<KeyHelp, 8> kCellKeys{{
     {"Ctrl+Y, Ctrl+Shift+Z", "does it again"},
     {"Ctrl+Backspace", "brings the cell, or the selected block, back to what the ECU sent last"},
 }};
+constexpr KeyHelp kPutBackKey{"F8", "puts the fuel map back to the baseline of the steady agent"};
 constexpr std::array<KeyHelp, 9> kMapKeys{{
     kCellKeys[0],
     kCellKeys[1],
@@ -28,7 +29,10 @@ constexpr std::array<KeyHelp, 9> kMapKeys{{
     kCellKeys[5],
     kCellKeys[6],
     kCellKeys[7],
-    {"F8", "puts the fuel map back to the baseline of the steady agent"},
+    kPutBackKey,
+}};
+constexpr std::array<KeyHelp, 1> kSteadyKeys{{
+    kPutBackKey,
 }};
 constexpr std::array<KeyHelp, 3> kHistoryKeys{{
     {"Ctrl+Z", "undoes the last change"},
@@ -143,7 +147,7 @@ constexpr std::array kGuides{
                 EscapeKey::ClosesWindow,
                 {},
                 {},
-                {}},
+                kSteadyKeys},
     WindowGuide{"frmInjScale",
                 "Injection map rescaling",
                 "Multiplies the fuel map for injectors of another size, once for each press of the button.",
