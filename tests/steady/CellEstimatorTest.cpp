@@ -193,7 +193,7 @@ TEST_F(SteadyCells, SamplesOfWhichAPartIsWrongLeaveTheirSpreadAsADoubt) {
 }
 
 // Rows are 9 per cent apart. Two visits, 0.45 rows above the centre and 0.15 below it: their mean is 1.4 per cent off,
-// with a standard error of 2 (0.3 rows, and 0.1 and 2 visits' share of its square, over two).
+// with a standard error of 1.5 (0.3 rows, of whose square 0.1 and a half count, over two).
 TEST_F(SteadyCells, AFewVisitsOfARightMapTellLittleForOneByte) {
     const std::size_t cell = 4 * 16 + 5;
     const auto offAt = [&](double mapOff) {

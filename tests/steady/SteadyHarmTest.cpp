@@ -179,22 +179,6 @@ TEST(SteadyHarm, BehindAnOpenedThrottleItSeesASmallEnrichment) {
     }
 }
 
-// Lambda reads rich for a second of every five.
-TEST(SteadyHarm, TakesNoFuelAwayForALooseContact) {
-    for (const unsigned seed : {1U, 2U, 3U}) {
-        SteadySetup setup;
-        Ride ride(seed, true, 0.0, setup);
-        for (int i = 0; i < 24000; ++i) {
-            Frame frame = ride.car.next();
-            frame.lambda = i % 67 < 13 && frame.lambda < 15.0 ? 11.0 : frame.lambda;
-            ride.car.take(ride.agent.onFrame(frame));
-        }
-        for (std::size_t cell = 0; cell < ride.baseline.size(); ++cell) {
-            EXPECT_GE(ride.car.bytes()[cell], ride.baseline[cell] - 2) << cell;
-        }
-    }
-}
-
 TEST(SteadyHarm, SendsEachChangeOnceMore) {
     Ride ride(1);
     std::map<std::size_t, double> open;  // changed cells and when

@@ -88,12 +88,12 @@ void CellEstimator::Spread::add(double need) {
 }
 
 double CellEstimator::Spread::beyondUsual() const {
-    constexpr double kUsual = 0.025;
+    constexpr double kUsual = 0.03;
     return deviation() > kUsual ? deviation() : 0.0;
 }
 
 double CellEstimator::Spread::deviation() const {
-    constexpr int kEnough = 20;  // samples; the estimate of the need itself moves before
+    constexpr int kEnough = 30;  // samples; the estimate of the need itself moves before
     return count < kEnough ? 0.0 : std::sqrt(square);
 }
 
@@ -212,7 +212,7 @@ double CellEstimator::placesSquare(std::size_t index) const {
 
 // Square of the standard error of meanNeed(): after a few visits the places are not yet those of the drives to come.
 double CellEstimator::placesError(std::size_t index) const {
-    constexpr double kFew = 2.0;  // visits
+    constexpr double kFew = 1.0;  // visits
     const double visits = std::max(known_[index].visits, 1.0);
     return placesSquare(index) * (kPlaces + kFew / visits) / visits;
 }
