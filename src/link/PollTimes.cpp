@@ -109,7 +109,7 @@ void PollTimes::learnFromIdle(platform::Micros now, platform::Micros frameTime) 
             return;
         }
     }
-    if (shortest_ != 0 || open_ == 1 || frameTime == 0) {
+    if (open_ == 1 || frameTime == 0) {
         shortest_ = now - request(0);
     }
 }

@@ -19,8 +19,8 @@ namespace korvane::link {
 // that
 //   is open for at least the shortest round trip.
 // - The first reply behind a restart with nothing under way belongs to the first request, unless a later one is just as
-//   old as the shortest round trip. If none is, the ECU answers slower now. While no round trip is known, a reply with
-//   several open requests tells one only where the time of the frame is not known either.
+//   old as the shortest round trip. If that is the only one, the ECU answers slower now. With several it is known only
+//   where the time of the frame is not: else a reply too many will show it.
 // - A reply too many shows that requests were given up which the ECU has answered.
 // - Frames of another kind, as after a connect or behind a transfer, keep the ECU busy, and it drops requests: what
 //   is answered meanwhile says nothing about the shortest round trip. As long as it is not known, it is the time that

@@ -51,11 +51,15 @@ TEST_F(SteadyScript, ASilentEcuStopsIt) {
                                            "ecu silent 1\n"
                                            "wait 8000\n"
                                            "get clsSteadyAgent.State\n"  // 12
-                                           "get clsSteadyAgent.StopReason\n",
+                                           "get clsSteadyAgent.StopReason\n"
+                                           "ecu silent 0\n"
+                                           "wait 8000\n"
+                                           "get clsSteadyAgent.State\n",  // 16
                                        "type=11,drive=lap");
-    ASSERT_EQ(replies.size(), 14U);
-    EXPECT_EQ(replies[12], "ok \"stopped\"");
+    ASSERT_EQ(replies.size(), 17U);
+    EXPECT_EQ(replies[12], "ok \"putting back: waits until the ECU answers\"");
     EXPECT_EQ(replies[13], "ok \"link late\"");
+    EXPECT_EQ(replies[16], "ok \"stopped\"");
 }
 
 TEST_F(SteadyScript, TheBaselineOutlivesTheProgram) {

@@ -117,7 +117,7 @@ TEST(KeysOfDocuments, HaveTheirDefaults) {
     const ecu::EcuSettings fresh;
     ecu::EcuSettings set;
     for (const auto& row : tableIn(document("docs/virtual-ecu.md"), "Keys").rows) {
-        for (const auto& value : found(row.at(1) + ' ' + row.at(2), "default `?(\\w+)`?")) {
+        for (const auto& value : found(row.at(1) + ' ' + row.at(2), "default `?(\\w+(?:\\.\\d+)?)`?")) {
             EXPECT_EQ(ecu::parseKey(set, codeIn(row.front()).front(), value), "");
         }
     }

@@ -58,7 +58,7 @@ void DeskKeeper::propertyChanged(controls::Object& object, const void* property)
     if (&object == &history_) {
         edited();
         if (property != history_.mapsProperty()) {
-            undone_.follow();
+            followUndone();
         }
     } else if (property == &keeper_.notice().Unfinished && keeper_.notice().Unfinished.get().empty()) {
         file_.told();
@@ -103,6 +103,14 @@ void DeskKeeper::save() {
     alarm_->cancel();
     if (edited_ && (isUnstored(known) || !undone_.desks().empty())) {
         arm();
+    }
+}
+
+// What the ECU has now needs no point: the one before the next send has it.
+void DeskKeeper::followUndone() {
+    if (undone_.follow()) {
+        const auto known = keeper_.now();
+        undone_.dropIf([&](const UndoneDesks::Desk& desk) { return !isUnstored(withDesk(known, desk.maps)); });
     }
 }
 

@@ -44,6 +44,7 @@ private:
     void arm();
     void write(const Snapshot& known);
     void tell(const std::string& failure);
+    void followUndone();
     void keepUndone(const Snapshot& known);
     [[nodiscard]] bool isUnstored(const Snapshot& desk) const;
     [[nodiscard]] bool isKept(const Snapshot& known) const;

@@ -15,22 +15,22 @@ bool isRevert(const core::MapStep& step) {
 
 }  // namespace
 
-void UndoneDesks::follow() {
+bool UndoneDesks::follow() {
     const auto count = history_.count();
-    const bool isUndone = history_.place() < count;
-    if (isUndone && !isUndone_) {
-        take(count, "before: undo");
-    } else if (!isUndone && count > 0 && isRevert(history_.step(count))) {
-        take(count - 1, "before: revert");
+    const bool wasUndone = std::exchange(isUndone_, history_.place() < count);
+    if (isUndone_) {
+        return !wasUndone && take(count, "before: undo");
     }
-    isUndone_ = isUndone;
+    return count > 0 && isRevert(history_.step(count)) && take(count - 1, "before: revert");
 }
 
-void UndoneDesks::take(std::size_t place, const char* reason) {
+bool UndoneDesks::take(std::size_t place, const char* reason) {
     auto maps = history_.mapsAt(place);
-    if (std::none_of(desks_.begin(), desks_.end(), [&](const Desk& desk) { return desk.maps == maps; })) {
+    const bool isNew = std::none_of(desks_.begin(), desks_.end(), [&](const Desk& desk) { return desk.maps == maps; });
+    if (isNew) {
         desks_.push_back({std::move(maps), reason});
     }
+    return isNew;
 }
 
 Snapshot withDesk(Snapshot known, const core::WorkingMaps& maps) {

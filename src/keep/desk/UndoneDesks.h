@@ -16,8 +16,8 @@ public:
     explicit UndoneDesks(const core::MapHistory& history) : history_(history) {}
 
     // For each change of the history: takes the desk behind the last step when the first of some steps is undone, and
-    // the one before a revert.
-    void follow();
+    // the one before a revert. Whether it took one.
+    bool follow();
 
     struct Desk {
         core::WorkingMaps maps;
@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    void take(std::size_t place, const char* reason);
+    bool take(std::size_t place, const char* reason);
 
     const core::MapHistory& history_;
     std::vector<Desk> desks_;

@@ -63,9 +63,7 @@ void MiscTransfer::saveTrapped(Sent& sent) {
         line_.stopPoll();
         line_.wait(kPause);
         sendBlock(sent);
-        if (heard) {
-            note(sent);
-        }
+        note(sent, heard);
         line_.wait(kPause);
         line_.startPoll();
     });
@@ -102,14 +100,17 @@ std::optional<link::MiscBytes> MiscTransfer::shown() const {
     return block;
 }
 
-// The ECU keeps the block in the cells that are named for its values, in the same order.
-void MiscTransfer::note(const Sent& sent) {
+// The ECU keeps the block in the cells that are named for its values, in the same order. One that is not heard may have
+// taken it.
+void MiscTransfer::note(const Sent& sent, bool heard) {
     link::MiscBytes block{};
     if (!line_.isOpen() || sent.size() != block.size()) {
         return;
     }
     std::copy(sent.begin(), sent.end(), block.begin());
-    context_.connection.ecuMisc.has(block);
+    if (heard) {
+        context_.connection.ecuMisc.has(block);
+    }
     for (std::size_t i = 0; i < block.size(); ++i) {
         context_.connection.ecuEeprom.sent(context_.tables.addresses.*kMiscCells.at(i), block.at(i));
     }

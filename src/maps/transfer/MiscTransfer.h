@@ -50,7 +50,7 @@ private:
     void sendBlock(Sent& sent);
     // The bytes of each value of the boxes, in the order of the block. A number that does not fit raises its error.
     void eachValue(const std::function<void(std::span<const std::uint8_t>)>& take) const;
-    void note(const Sent& sent);
+    void note(const Sent& sent, bool heard);
     [[nodiscard]] std::int32_t enableWord() const;
     void showBlock();
     void showEnableWord(std::int32_t word);
