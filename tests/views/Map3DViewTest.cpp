@@ -232,9 +232,9 @@ TEST_F(Map3DViewTest, IsPaintedOnceAFrame) {
         tables.FuelMapOut[0] = static_cast<std::uint8_t>(30 + i);
         window.Update3D(1);
     }
-    settle();
     EXPECT_EQ(counter.count(), 0);
     frame();
+    settle();
     EXPECT_EQ(counter.count(), 1);
 }
 

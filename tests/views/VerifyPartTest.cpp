@@ -139,6 +139,18 @@ TEST_F(VerifyPartTest, TheStatusLineTellsWhatHasBecomeOfWhatWasSent) {
     EXPECT_THAT(cutTexts(view()), IsEmpty());
 }
 
+TEST_F(VerifyPartTest, TheStatusLineNamesWhatIsOverwrittenUnreadAndTellsTheRestInItsToolTip) {
+    open<maps::FrmMaps>(11);
+    EXPECT_FALSE(find("unreadStatus").isVisible());
+    window.keepNotice.overwrites(core::Overwritten::Part::Fuel, "It was not read; no point has it");
+    window.ecuMaps.fuel.changed(3, 7);
+    frame();
+    const auto& unread = find<LongLine>("unreadStatus");
+    EXPECT_TRUE(unread.isVisible());
+    EXPECT_EQ(unread.words().toStdString(), "It was not read");
+    EXPECT_THAT(unread.toolTip().toStdString(), testing::HasSubstr("no point has it"));
+}
+
 TEST_F(VerifyPartTest, TabGoesThroughTheButtonsOfTheMapsAsTheyAreRead) {
     open<maps::FrmMaps>(11);
     EXPECT_THAT(tabsFrom("btnWriteIgn", 5),

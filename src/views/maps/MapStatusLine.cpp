@@ -15,6 +15,7 @@
 #include "views/maps/MiscMarksPart.h"
 #include "views/widgets/Card.h"
 #include "views/widgets/Child.h"
+#include "views/widgets/PlainTip.h"
 #include "views/widgets/values/LongLine.h"
 #include "views/widgets/values/Readout.h"
 
@@ -61,6 +62,13 @@ void showLine(LongLine& line, const std::string& words) {
     line.setVisible(!words.empty());
 }
 
+// What follows from it is in the tool-tip, so that the cell keeps its room.
+void showUnread(LongLine& line, const std::string& words) {
+    showLine(line, words.substr(0, words.find(';')));
+    line.setAccessibleName(QString::fromStdString(words));
+    line.setToolTip(plainTip(QString::fromStdString(words)));
+}
+
 struct StatusLines {
     LongLine& store;
     LongLine& unread;
@@ -75,7 +83,7 @@ void bindStatus(maps::PaneWindow& window, Binder& binder, Readout& cell, const S
             cell.updateGeometry();
         }
         showLine(lines.store, status.store);
-        showLine(lines.unread, status.unread);
+        showUnread(lines.unread, status.unread);
         const QString words = QString::fromStdString(status.unsent);
         const QString usual = QString::fromLatin1(kLongestUnsent);
         unsent.setReserve(words.isEmpty() || words.size() > usual.size() ? words : usual);
