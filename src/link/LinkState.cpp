@@ -126,6 +126,7 @@ void LinkState::refresh() {
     } else {
         look_->cancel();
     }
+    wasLate_ = wasLate_ || state == State::Late;
     if (state != shown_) {
         shown_ = state;
         changed(stateProperty());
@@ -155,6 +156,7 @@ void LinkState::frameReceived(std::uint8_t code, platform::Micros now) {
         liveBytes_ = receiver_.rxLength() + kFrameOverhead;
         polls_.answered(now, frameTime());
         live_ = now;
+        wasLate_ = false;
     } else {
         polls_.otherFrame();
     }
@@ -196,6 +198,7 @@ void LinkState::portChanged() {
     if (open_) {
         frames_ = 0;
         bytes_ = 0;
+        wasLate_ = false;
         liveBytes_ = 0;
         baud_ = 0;
         droppedBefore_ = receiver_.dropped();

@@ -38,8 +38,9 @@ public:
     // The poll is on, and nothing was asked before the answer was due: a message box or a question is open. An ECU that
     // was late before stays Late.
     [[nodiscard]] bool programWaits() const;
-    // Whether an ECU is there to take a command that it does not acknowledge.
-    [[nodiscard]] bool isHeard() const { return state() == State::Live || state() == State::Paused; }
+    // Whether an ECU is there to take a command that it does not acknowledge. One that was late is heard again with its
+    // next live frame.
+    [[nodiscard]] bool isHeard() const { return !wasLate_ && (state() == State::Live || state() == State::Paused); }
     // Time since the last live frame of this connection; without one since the port was opened; with the port closed
     // since it was closed, or since the start of the program.
     [[nodiscard]] platform::Micros age() const { return pump_.now() - ageFrom(); }
@@ -119,6 +120,7 @@ private:
     std::unique_ptr<platform::Alarm> look_;
     PollTimes polls_;
     State shown_ = State::Closed;
+    bool wasLate_ = false;  // and no live frame came since
     bool open_ = false;
     bool pollRuns_ = false;
     std::optional<platform::Micros> live_;   // the last live frame of this connection

@@ -323,6 +323,8 @@ TEST_F(MarkedMisc, ASendToAnEcuThatIsNotHeardTakesNoMarkAway) {
     ASSERT_EQ(main_.linkState.state(), link::LinkState::State::Late);
     window_.btnSaveMisc.press();
     EXPECT_EQ(unsent(), "Not sent: 1 misc") << "late";
+    window_.btnSaveMisc.press();
+    EXPECT_EQ(unsent(), "Not sent: 1 misc") << "the poll has begun again, and nothing has come";
     const auto cell = static_cast<std::size_t>(tables_.addresses.RPM_LIMIT_LOW_OFF);
     EXPECT_EQ(main_.ecuEeprom.cells().at(cell).known, link::Known::Sent) << "it may have taken it";
 }
