@@ -162,7 +162,7 @@ void Keeper::beforeReplacing(std::string_view what) {
 }
 
 void Keeper::keepDesk(std::string_view reason) {
-    if (auto point = newest([](const std::string&) { return true; }); point && coversDesk(point->content, now())) {
+    if (auto point = newest(); point && coversDesk(point->content, now())) {
         desk_ = std::move(*point);
     } else {
         add(reason, {});
@@ -170,7 +170,7 @@ void Keeper::keepDesk(std::string_view reason) {
 }
 
 std::string Keeper::keepUndone(const Snapshot& undone) {
-    const auto point = newest([](const std::string&) { return true; });
+    const auto point = newest();
     return point && coversDesk(point->content, undone) ? std::string() : write(undone).failure;
 }
 
@@ -181,7 +181,7 @@ bool Keeper::hasDesk(const Snapshot& known) const {
 }
 
 void Keeper::keepUnlessKnown(std::string_view reason) {
-    if (const auto point = newest([](const std::string&) { return true; }); !point || !covers(point->content, now())) {
+    if (const auto point = newest(); !point || !covers(point->content, now())) {
         add(reason, {});
     }
 }
@@ -217,17 +217,13 @@ PointStore::Added Keeper::write(const Snapshot& point) {
     return added;
 }
 
-std::optional<Keeper::Found> Keeper::newest(const std::function<bool(const std::string& name)>& counts) const {
-    const EcuIdentity ecu = now().ecu;
-    for (auto& name : store_.names()) {
-        if (!counts(name) || !store_.mayBeOf(name, ecu)) {
-            continue;
-        }
-        if (auto point = store_.load(name); point.content && isSameEcu(point.content->ecu, ecu)) {
-            return Found{std::move(name), std::move(*point.content)};
-        }
-    }
-    return {};
+std::optional<Keeper::Found> Keeper::newest() const {
+    std::optional<Found> found;
+    eachPoint([&](Found point) {
+        found = std::move(point);
+        return false;
+    });
+    return found;
 }
 
 void Keeper::eachPoint(const std::function<bool(Found point)>& wants) const {

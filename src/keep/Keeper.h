@@ -92,8 +92,8 @@ private:
         std::string name;
         Snapshot content;
     };
-    // The newest point of this ECU whose name counts.
-    [[nodiscard]] std::optional<Found> newest(const std::function<bool(const std::string& name)>& counts) const;
+    // The newest point of this ECU.
+    [[nodiscard]] std::optional<Found> newest() const;
     // Shows the points of this ECU, the newest first, until `wants` says no. A folder of many takes time: those behind
     // the newest hundred are left out.
     void eachPoint(const std::function<bool(Found point)>& wants) const;

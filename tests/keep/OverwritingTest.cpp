@@ -29,6 +29,11 @@ struct OverwritingTest : testing::Test, support::VirtualProgram {
         connect();
         receiveFrame('y', {0xFF, 0xFF, 0x0D, 0x3A, 11});
     }
+    void beginAgain() {
+        program.disconnect();
+        pump.wait(2000);
+        begin();
+    }
     void readPwm() {
         for (int cell = 0; cell < 160; ++cell) {
             receiveFrame('p', {static_cast<std::uint8_t>(cell), 7});
@@ -89,9 +94,7 @@ TEST_F(OverwritingTest, AMapThatIsSentUnreadIsToldUntilTheTunerClosesTheNotice) 
     pump.wait(10000);
     EXPECT_EQ(notice(), kFuelUnread);
     EXPECT_THAT(maps::statusOf(form).unread, HasSubstr(kFuelUnread));
-    program.disconnect();
-    pump.wait(2000);
-    begin();
+    beginAgain();
     EXPECT_EQ(notice(), kFuelUnread);
     keeper.notice().close();
     EXPECT_EQ(notice(), "");
@@ -291,33 +294,26 @@ TEST_F(OverwritingTest, TheMiscBlockOfAnotherConnectionIsNotKnown) {
     begin();
     receiveFrame('m', Bytes(9, 1));
     ASSERT_TRUE(window.ecuMisc.bytes());
-    program.disconnect();
-    pump.wait(2000);
-    begin();
+    beginAgain();
     EXPECT_FALSE(window.ecuMisc.bytes());
 }
 
 // A point that was made by hand may know one map and no setting.
 TEST_F(OverwritingTest, EachPartIsComparedWithTheNewestPointThatKnowsIt) {
-    const auto again = [this] {
-        program.disconnect();
-        pump.wait(2000);
-        begin();
-    };
     begin();
     receiveFrame('T', {5, 11, 0});
     keeper.settingsRead();
-    again();
+    beginAgain();
     readFuel();
     EXPECT_EQ(keeper.addByHand(""), "");
-    again();
+    beginAgain();
     receiveFrame('T', {7, 11, 0});
     keeper.settingsRead();
     EXPECT_THAT(notice(), EndsWith(" (settings read): 1 setting"));
     EXPECT_EQ(keeper.notice().Point.get(), keeper.points().back().name);
     readAll();
     EXPECT_THAT(notice(), EndsWith(" (settings read): 1 setting"));
-    again();
+    beginAgain();
     receiveFrame('T', {7, 11, 0});
     receiveFrame('T', {1, 12, 0});
     keeper.settingsRead();
@@ -325,18 +321,13 @@ TEST_F(OverwritingTest, EachPartIsComparedWithTheNewestPointThatKnowsIt) {
 }
 
 TEST_F(OverwritingTest, AnEcuThatDiffersFromTwoPointsIsToldOfBoth) {
-    const auto again = [this] {
-        program.disconnect();
-        pump.wait(2000);
-        begin();
-    };
     begin();
     receiveFrame('T', {5, 11, 0});
     keeper.settingsRead();
-    again();
+    beginAgain();
     receiveFrame('f', Bytes(160, 51));
     EXPECT_EQ(keeper.addByHand(""), "");
-    again();
+    beginAgain();
     receiveFrame('T', {7, 11, 0});
     readAll();
     EXPECT_THAT(notice(), HasSubstr(" (by hand): 160 map cells; from restore point "));
